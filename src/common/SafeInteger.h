@@ -1,0 +1,44 @@
+#pragma once
+
+#include <cmath>
+#include <limits>
+
+namespace graph {
+
+// Converts without undefined behaviour: NaN gives 0, values outside lowest..highest give the nearer limit,
+// others are truncated toward zero.
+inline int truncated(double value, int lowest, int highest)
+{
+    if (!(value > lowest))
+        return std::isnan(value) ? 0 : lowest;
+    return value < highest ? static_cast<int>(value) : highest;
+}
+
+// The same, for sample indices and counts: the limits are those of int.
+inline int truncatedIndex(double value)
+{
+    return truncated(value, std::numeric_limits<int>::min(), std::numeric_limits<int>::max());
+}
+
+// As truncatedIndex, but rounded half away from zero.
+inline int roundedIndex(double value)
+{
+    return truncatedIndex(std::round(value));
+}
+
+// Far outside every item, and small enough that pen widths and offsets can be added without overflow.
+constexpr int pixelLimit = 1 << 24;
+
+// The pixel column or row of an item coordinate: truncated toward zero, clamped to +-pixelLimit; NaN gives 0.
+inline int pixel(double coordinate)
+{
+    return truncated(coordinate, -pixelLimit, pixelLimit);
+}
+
+// As pixel, but rounded half away from zero.
+inline int roundedPixel(double coordinate)
+{
+    return pixel(std::round(coordinate));
+}
+
+} // namespace graph

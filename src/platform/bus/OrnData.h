@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QObject>
+#include <QVariant>
+
+// A value or an array of values taken from the bus, handed to QML types as a property.
+class OrnData : public QObject
+{
+    Q_OBJECT
+    Q_PROPERTY(QVariant value READ value WRITE setValue NOTIFY valueChanged)
+
+public:
+    explicit OrnData(QObject *parent = nullptr);
+
+    QVariant value() const { return m_value; }
+
+public slots:
+    void setValue(const QVariant &value);
+
+signals:
+    void valueChanged();
+
+private:
+    QVariant m_value;
+};

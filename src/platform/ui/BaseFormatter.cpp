@@ -1,0 +1,6 @@
+#include "platform/ui/BaseFormatter.h"
+
+BaseFormatter *getFormatter(const QString &)
+{
+    return nullptr;
+}

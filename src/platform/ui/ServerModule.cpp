@@ -1,0 +1,6 @@
+#include "platform/ui/ServerModule.h"
+
+QString ServerModule::getBacktrace()
+{
+    return {};
+}

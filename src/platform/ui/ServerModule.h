@@ -1,0 +1,10 @@
+#pragma once
+
+#include <QString>
+
+class ServerModule
+{
+public:
+    // The caller's stack, one symbolised frame a line.
+    static QString getBacktrace();
+};
