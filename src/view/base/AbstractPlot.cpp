@@ -1,0 +1,316 @@
+#include "view/base/AbstractPlot.h"
+
+#include "axis/ValueAxis.h"
+#include "data/PlotData.h"
+#include "view/zoom/ZoomRect.h"
+
+/*!
+    \qmltype AbstractPlot
+    \inqmlmodule graph_plugin
+    \brief What all plots have in common: data, two axes, a pen colour and the mapping between data and pixels.
+
+    Cannot be created; use GraphPlot, AreaPlot and the other plots. Inside a GraphView a plot joins the view's zoom.
+    The mapping functions mapToItem and mapFromItem take one point in data units; they hide the functions of the same
+    names of Item.
+*/
+AbstractPlot::AbstractPlot(QQuickItem *parent)
+    : QQuickPaintedItem(parent)
+{
+    setFlag(ItemHasContents);
+    setRenderTarget(FramebufferObject);
+    setOpaquePainting(false);
+    setAntialiasing(false);
+    // A parent given here was announced before this class could hear of it.
+    if (parent)
+        adoptZoomRectOf(parent);
+}
+
+double AbstractPlot::baseline() const
+{
+    return m_plotData ? m_plotData->baseline() : 0.0;
+}
+
+QRectF AbstractPlot::visibleRect() const
+{
+    return QRectF(minVisibleX(), minVisibleY(), visibleRangeX(), visibleRangeY());
+}
+
+graph::PixelMapping AbstractPlot::pixelMapping() const
+{
+    return graph::PixelMapping(minVisibleX(), maxVisibleY(), visibleRangeX(), visibleRangeY(),
+                               QSizeF(width(), height()));
+}
+
+// Without an axis the defaults of x and y differ; documents rely on each of them.
+
+double AbstractPlot::maxValueX() const
+{
+    return m_axisX ? m_axisX->maxValue() : 1.0;
+}
+
+double AbstractPlot::maxValueY() const
+{
+    return m_axisY ? m_axisY->maxValue() : 0.0;
+}
+
+double AbstractPlot::minValueX() const
+{
+    return m_axisX ? m_axisX->minValue() : 1.0;
+}
+
+double AbstractPlot::minValueY() const
+{
+    return m_axisY ? m_axisY->minValue() : 0.0;
+}
+
+double AbstractPlot::minVisibleX() const
+{
+    return m_axisX ? m_axisX->minVisible() : 0.0;
+}
+
+double AbstractPlot::minVisibleY() const
+{
+    return m_axisY ? m_axisY->minVisible() : 0.0;
+}
+
+double AbstractPlot::maxVisibleX() const
+{
+    return m_axisX ? m_axisX->maxVisible() : 0.0;
+}
+
+double AbstractPlot::maxVisibleY() const
+{
+    return m_axisY ? m_axisY->maxVisible() : 0.0;
+}
+
+double AbstractPlot::visibleRangeX() const
+{
+    return m_axisX ? m_axisX->maxVisible() - m_axisX->minVisible() : 1.0;
+}
+
+double AbstractPlot::visibleRangeY() const
+{
+    return m_axisY ? m_axisY->maxVisible() - m_axisY->minVisible() : 1.0;
+}
+
+/*!
+    \qmlmethod double AbstractPlot::mapToItemX(double x)
+    The item coordinate in pixels, not rounded, of a value of the horizontal axis. The visible minimum falls on pixel
+    0, the visible maximum on the last pixel column. A zero visible range gives an infinity or NaN.
+*/
+double AbstractPlot::mapToItemX(double x) const
+{
+    return (x - minVisibleX()) * (width() - 1.0) / visibleRangeX();
+}
+
+double AbstractPlot::mapFromItemX(double px) const
+{
+    return px * visibleRangeX() / (width() - 1.0) + minVisibleX();
+}
+
+double AbstractPlot::mapToItemY(double y) const
+{
+    return (maxVisibleY() - y) * (height() - 1.0) / visibleRangeY();
+}
+
+double AbstractPlot::mapFromItemY(double py) const
+{
+    return maxVisibleY() - py * visibleRangeY() / (height() - 1.0);
+}
+
+QPointF AbstractPlot::mapToItem(QPointF point) const
+{
+    return QPointF(mapToItemX(point.x()), mapToItemY(point.y()));
+}
+
+QPointF AbstractPlot::mapFromItem(QPointF point) const
+{
+    return QPointF(mapFromItemX(point.x()), mapFromItemY(point.y()));
+}
+
+/*!
+    \qmlmethod rect AbstractPlot::mapRectToItem(rect rect)
+    Maps two opposite corners. The result is not normalised: y grows upwards in the data and downwards in the item, so
+    a positive height becomes a negative one.
+*/
+QRectF AbstractPlot::mapRectToItem(QRectF rect) const
+{
+    const QPointF first = mapToItem(rect.topLeft());
+    const QPointF second = mapToItem(QPointF(rect.x() + rect.width(), rect.y() + rect.height()));
+    return QRectF(first, QSizeF(second.x() - first.x(), second.y() - first.y()));
+}
+
+QRectF AbstractPlot::mapRectFromItem(QRectF rect) const
+{
+    const QPointF first = mapFromItem(rect.topLeft());
+    const QPointF second = mapFromItem(QPointF(rect.x() + rect.width(), rect.y() + rect.height()));
+    return QRectF(first, QSizeF(second.x() - first.x(), second.y() - first.y()));
+}
+
+/*!
+    \qmlmethod double AbstractPlot::getVisibleSpanYPeak()
+    The largest y, in units of the vertical axis, of the samples inside the visible x range; the vertical axis'
+    minValue when there is none, 0 without a vertical axis.
+*/
+double AbstractPlot::getVisibleSpanYPeak() const
+{
+    if (!m_axisY)
+        return 0.0;
+    double peak = m_axisY->minValue();
+    if (!m_axisX || !m_plotData)
+        return peak;
+    const double lowest = m_axisX->minVisible();
+    const double highest = m_axisX->maxVisible();
+    bool found = false;
+    for (int i = 0; i < m_plotData->size(); ++i) {
+        const double x = m_plotData->x(i);
+        if (!(x >= lowest && x <= highest))
+            continue;
+        const double y = m_plotData->y(i);
+        if (!found || y > peak)
+            peak = y;
+        found = true;
+    }
+    return peak;
+}
+
+void AbstractPlot::setZoomRect(ZoomRect *zoomRect)
+{
+    if (m_zoomRect == zoomRect)
+        return;
+    if (m_zoomRect)
+        disconnect(m_zoomRect, nullptr, this, nullptr);
+    m_zoomRect = zoomRect;
+    if (!zoomRect)
+        return;
+    // The view repaints its own children; a plot elsewhere (an overview) has to hear of the zoom itself.
+    connect(zoomRect, SIGNAL(rectChanged(QRectF)), this, SLOT(update()));
+    if (m_axisX)
+        m_axisX->setZoomRect(zoomRect);
+    if (m_axisY)
+        m_axisY->setZoomRect(zoomRect);
+}
+
+/*!
+    \qmlproperty PlotData AbstractPlot::plotData
+    The data that is drawn, null by default. The plot takes over the data's axes and follows them; data that is
+    destroyed leaves the property null.
+*/
+void AbstractPlot::setPlotData(PlotData *data)
+{
+    if (m_plotData == data)
+        return;
+    if (m_plotData)
+        disconnect(m_plotData, nullptr, this, nullptr);
+    m_plotData = data;
+    if (data) {
+        connect(data, SIGNAL(destroyed()), this, SLOT(setPlotData()));
+        connect(data, SIGNAL(plotChanged()), this, SLOT(handlePlotChanged()));
+        if (data->axisX())
+            setAxisX(data->axisX());
+        connect(data, SIGNAL(axisXChanged(ValueAxis*)), this, SLOT(setAxisX(ValueAxis*)));
+        if (data->axisY())
+            setAxisY(data->axisY());
+        connect(data, SIGNAL(axisYChanged(ValueAxis*)), this, SLOT(setAxisY(ValueAxis*)));
+    }
+    emit plotDataChanged(data);
+    handlePlotChanged();
+}
+
+/*!
+    \qmlproperty ValueAxis AbstractPlot::axisX
+    The horizontal axis, null by default. A vertical axis is ignored. Give the axis its \c alignment as a plain
+    literal: a binding may be evaluated only after the plot has asked for the orientation.
+*/
+void AbstractPlot::setAxisX(ValueAxis *axis)
+{
+    if (m_axisX == axis || (axis && axis->orientation() == Qt::Vertical))
+        return;
+    if (m_axisX)
+        disconnect(m_axisX, nullptr, this, nullptr);
+    m_axisX = axis;
+    followAxis(axis);
+    emit axisXChanged(axis);
+}
+
+/*!
+    \qmlproperty ValueAxis AbstractPlot::axisY
+    The vertical axis, null by default. A horizontal axis is ignored; see axisX.
+*/
+void AbstractPlot::setAxisY(ValueAxis *axis)
+{
+    if (m_axisY == axis || (axis && axis->orientation() == Qt::Horizontal))
+        return;
+    if (m_axisY)
+        disconnect(m_axisY, nullptr, this, nullptr);
+    m_axisY = axis;
+    followAxis(axis);
+    emit axisYChanged(axis);
+}
+
+void AbstractPlot::followAxis(ValueAxis *axis)
+{
+    update();
+    if (!axis)
+        return;
+    connect(axis, SIGNAL(axisChanged()), this, SLOT(update()));
+    // An axis without a zoom rectangle does not count a moved visible edge as a change of the axis.
+    connect(axis, SIGNAL(minVisibleChanged(double)), this, SLOT(update()));
+    connect(axis, SIGNAL(maxVisibleChanged(double)), this, SLOT(update()));
+    connect(axis, SIGNAL(destroyed()), this, SLOT(update()));
+    if (m_zoomRect)
+        axis->setZoomRect(m_zoomRect);
+}
+
+/*!
+    \qmlproperty color AbstractPlot::penColor
+    The colour of the trace, black by default. The plot shows it with its next repaint.
+*/
+void AbstractPlot::setPenColor(QColor color)
+{
+    if (m_penColor == color)
+        return;
+    m_penColor = color;
+    emit penColorChanged(color);
+}
+
+/*!
+    \qmlproperty bool AbstractPlot::valid
+    \readonly
+    True while there is data with at least one sample.
+*/
+void AbstractPlot::handlePlotChanged()
+{
+    setValid(m_plotData && m_plotData->size() != 0);
+    update();
+}
+
+void AbstractPlot::setValid(bool valid)
+{
+    if (m_valid == valid)
+        return;
+    m_valid = valid;
+    emit validChanged(valid);
+}
+
+void AbstractPlot::itemChange(ItemChange change, const ItemChangeData &data)
+{
+    if (change == ItemParentHasChanged)
+        adoptZoomRectOf(data.item);
+    QQuickPaintedItem::itemChange(change, data);
+}
+
+void AbstractPlot::adoptZoomRectOf(QQuickItem *parent)
+{
+    setZoomRect(parent ? parent->property("zoomRect").value<ZoomRect *>() : nullptr);
+}
+
+void AbstractPlot::componentComplete()
+{
+    QQuickPaintedItem::componentComplete();
+}
+
+void AbstractPlot::geometryChanged(const QRectF &newGeometry, const QRectF &oldGeometry)
+{
+    QQuickPaintedItem::geometryChanged(newGeometry, oldGeometry);
+}

@@ -1,0 +1,99 @@
+#pragma once
+
+#include "common/PixelMapping.h"
+
+#include <QColor>
+#include <QPointer>
+#include <QQuickPaintedItem>
+
+class PlotData;
+class ValueAxis;
+class ZoomRect;
+
+// Base of every plot item: binds one data object to a horizontal and a vertical axis and maps data values to the
+// pixels of the item. Plots, cursors, markers and painters all use this mapping; subclasses change it by overriding
+// the range accessors.
+class AbstractPlot : public QQuickPaintedItem
+{
+    Q_OBJECT
+    Q_PROPERTY(ZoomRect *zoomRect READ zoomRect CONSTANT)
+    Q_PROPERTY(PlotData *plotData READ plotData WRITE setPlotData NOTIFY plotDataChanged)
+    Q_PROPERTY(ValueAxis *axisX READ axisX WRITE setAxisX NOTIFY axisXChanged)
+    Q_PROPERTY(ValueAxis *axisY READ axisY WRITE setAxisY NOTIFY axisYChanged)
+    Q_PROPERTY(QColor penColor READ penColor WRITE setPenColor NOTIFY penColorChanged)
+    Q_PROPERTY(bool valid READ isValid NOTIFY validChanged)
+
+public:
+    explicit AbstractPlot(QQuickItem *parent = nullptr);
+
+    ZoomRect *zoomRect() const { return m_zoomRect; }
+    PlotData *plotData() const { return m_plotData; }
+    ValueAxis *axisX() const { return m_axisX; }
+    ValueAxis *axisY() const { return m_axisY; }
+    QColor penColor() const { return m_penColor; }
+    bool isValid() const { return m_valid; }
+
+    void setZoomRect(ZoomRect *zoomRect);
+    double baseline() const;
+    QRectF visibleRect() const;
+    // The mapping as it stands now, for a paint or a hit test.
+    graph::PixelMapping pixelMapping() const;
+
+    void paint(QPainter *painter) override = 0;
+
+    Q_INVOKABLE virtual double maxValueX() const;
+    Q_INVOKABLE virtual double maxValueY() const;
+    Q_INVOKABLE virtual double minValueX() const;
+    Q_INVOKABLE virtual double minValueY() const;
+    Q_INVOKABLE virtual double minVisibleX() const;
+    Q_INVOKABLE virtual double minVisibleY() const;
+    Q_INVOKABLE virtual double maxVisibleX() const;
+    Q_INVOKABLE virtual double maxVisibleY() const;
+    Q_INVOKABLE virtual double visibleRangeX() const;
+    Q_INVOKABLE virtual double visibleRangeY() const;
+
+    Q_INVOKABLE double mapToItemX(double x) const;
+    Q_INVOKABLE double mapFromItemX(double px) const;
+    Q_INVOKABLE double mapToItemY(double y) const;
+    Q_INVOKABLE double mapFromItemY(double py) const;
+    Q_INVOKABLE QPointF mapToItem(QPointF point) const;
+    Q_INVOKABLE QPointF mapFromItem(QPointF point) const;
+    Q_INVOKABLE QRectF mapRectToItem(QRectF rect) const;
+    Q_INVOKABLE QRectF mapRectFromItem(QRectF rect) const;
+    Q_INVOKABLE double getVisibleSpanYPeak() const;
+
+public slots:
+    void setPlotData(PlotData *data = nullptr);
+    void setAxisX(ValueAxis *axis);
+    void setAxisY(ValueAxis *axis);
+    void setPenColor(QColor color);
+
+signals:
+    void plotDataChanged(PlotData *plotData);
+    void axisXChanged(ValueAxis *axisX);
+    void axisYChanged(ValueAxis *axisY);
+    void penColorChanged(QColor penColor);
+    void validChanged(bool valid);
+
+protected slots:
+    virtual void handlePlotChanged();
+
+protected:
+    void itemChange(ItemChange change, const ItemChangeData &data) override;
+    void componentComplete() override;
+    void geometryChanged(const QRectF &newGeometry, const QRectF &oldGeometry) override;
+
+    void setValid(bool valid);
+
+private:
+    void adoptZoomRectOf(QQuickItem *parent);
+    void followAxis(ValueAxis *axis);
+
+    bool m_valid = false;
+    QPointer<ZoomRect> m_zoomRect;
+    // Raw on purpose: the destroyed() connection has to tell "just destroyed" from "never set", to notify once.
+    PlotData *m_plotData = nullptr;
+    QPointer<ValueAxis> m_axisX;
+    QPointer<ValueAxis> m_axisY;
+    QColor m_penColor = Qt::black;
+};

@@ -1,0 +1,162 @@
+#include "view/base/XYScale.h"
+
+#include "axis/PlaneAccess.h"
+#include "axis/ValueAxis.h"
+#include "view/base/AbstractPlot.h"
+
+#include <QPainter>
+
+#include <algorithm>
+
+namespace {
+
+template <typename T>
+bool sameObjects(const QVector<QPointer<T>> &stored, const QList<T *> &given)
+{
+    return std::equal(stored.begin(), stored.end(), given.begin(), given.end());
+}
+
+template <typename T>
+QVector<QPointer<T>> guarded(const QList<T *> &objects)
+{
+    return QVector<QPointer<T>>(objects.begin(), objects.end());
+}
+
+} // namespace
+
+QQuickItem *graph::planeItem(XYScale *plane)
+{
+    return plane;
+}
+
+XYScale *graph::itemPlane(QQuickItem *item)
+{
+    return qobject_cast<XYScale *>(item);
+}
+
+/*!
+    \qmltype XYScale
+    \inqmlmodule graph_plugin
+    \brief A plane for the grid lines and labels of the axes of a GraphView.
+
+    Declare it as a child of the view and name it as an axis' \c linesPlane or \c labelsPlane. Several planes can be
+    stacked by their \c z, for example one below the plots for the grid and one above them for the labels.
+*/
+XYScale::XYScale(QQuickItem *parent)
+    : QQuickPaintedItem(parent)
+{
+    setFlag(ItemHasContents);
+    setRenderTarget(Image);
+    setOpaquePainting(false);
+    setAntialiasing(false);
+}
+
+void XYScale::setPlots(const QList<AbstractPlot *> &plots)
+{
+    if (sameObjects(m_plots, plots))
+        return;
+    for (AbstractPlot *plot : qAsConst(m_plots)) {
+        if (plot)
+            disconnect(plot, nullptr, this, nullptr);
+    }
+    m_plots = guarded(plots);
+    for (AbstractPlot *plot : plots) {
+        connect(plot, SIGNAL(axisXChanged(ValueAxis*)), this, SLOT(handleAxesChanged()));
+        connect(plot, SIGNAL(axisYChanged(ValueAxis*)), this, SLOT(handleAxesChanged()));
+    }
+    handleAxesChanged();
+}
+
+void XYScale::handleAxesChanged()
+{
+    QList<ValueAxis *> axes;
+    const auto collect = [this, &axes](ValueAxis *axis) {
+        if (axis && (axis->labelsPlane() == this || axis->linesPlane() == this) && !axes.contains(axis))
+            axes.append(axis);
+    };
+    for (AbstractPlot *plot : qAsConst(m_plots)) {
+        if (!plot)
+            continue;
+        collect(plot->axisX());
+        collect(plot->axisY());
+    }
+    setAxes(axes);
+}
+
+void XYScale::setAxes(const QList<ValueAxis *> &axes)
+{
+    if (sameObjects(m_axes, axes))
+        return;
+    for (ValueAxis *axis : qAsConst(m_axes)) {
+        if (axis)
+            disconnect(axis, nullptr, this, nullptr);
+    }
+    m_axes = guarded(axes);
+    for (ValueAxis *axis : axes) {
+        connect(axis, SIGNAL(marginChanged()), this, SLOT(handleMarginsChanged()));
+        connect(axis, SIGNAL(destroyed()), this, SLOT(handleMarginsChanged()));
+        connect(axis, SIGNAL(destroyed()), this, SLOT(update()));
+        // Without a zoom rectangle a moved visible edge is not announced by axisChanged().
+        connect(axis, SIGNAL(minVisibleChanged(double)), this, SLOT(update()));
+        connect(axis, SIGNAL(maxVisibleChanged(double)), this, SLOT(update()));
+        repaintWith(axis);
+    }
+    handleMarginsChanged();
+    update();
+}
+
+void XYScale::repaintWith(ValueAxis *axis)
+{
+    m_repaintingAxes.removeAll(nullptr);
+    if (m_repaintingAxes.contains(axis))
+        return;
+    m_repaintingAxes.append(axis);
+    // The axis is the context, so this outlives its leaving the plane; the plane may well be gone by then.
+    connect(axis, &ValueAxis::axisChanged, axis, [plane = QPointer<XYScale>(this)] {
+        if (plane)
+            plane->update();
+    });
+}
+
+void XYScale::handleMarginsChanged()
+{
+    QMargins margins;
+    for (const ValueAxis *axis : qAsConst(m_axes)) {
+        if (!axis)
+            continue;
+        if (axis->alignment() == Qt::AlignLeft)
+            margins.setLeft(qMax(margins.left(), axis->margin()));
+        else if (axis->alignment() == Qt::AlignRight)
+            margins.setRight(qMax(margins.right(), axis->margin()));
+        else if (axis->alignment() == Qt::AlignTop)
+            margins.setTop(qMax(margins.top(), axis->margin()));
+        else if (axis->alignment() == Qt::AlignBottom)
+            margins.setBottom(qMax(margins.bottom(), axis->margin()));
+    }
+    if (margins == m_margins)
+        return;
+    m_margins = margins;
+    emit marginsChanged(margins.left(), margins.right(), margins.top(), margins.bottom());
+    update();
+}
+
+void XYScale::paint(QPainter *painter)
+{
+    const QRectF plotRect = boundingRect().marginsRemoved(m_margins);
+    const bool framebuffer = renderTarget() != Image;
+    if (framebuffer)
+        painter->translate(1.0, 1.0);
+    for (ValueAxis *axis : qAsConst(m_axes)) {
+        if (axis && axis->linesPlane() == this)
+            axis->paintLines(painter, plotRect);
+    }
+    if (framebuffer)
+        painter->resetTransform();
+    // Labels of vertical axes lie above those of horizontal ones, whatever the order of the axes.
+    for (const Qt::Orientation orientation : {Qt::Horizontal, Qt::Vertical}) {
+        for (ValueAxis *axis : qAsConst(m_axes)) {
+            if (axis && axis->labelsPlane() == this && axis->orientation() == orientation)
+                axis->paintLabels(painter, plotRect);
+        }
+    }
+}

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QPointer>
+#include <QQuickPaintedItem>
+#include <QVector>
+
+class AbstractPlot;
+class ValueAxis;
+
+// A plane on which axes draw their grid lines and labels. It collects the axes of the view's visible plots that chose
+// it, and reports how much room they need at each side.
+class XYScale : public QQuickPaintedItem
+{
+    Q_OBJECT
+
+public:
+    explicit XYScale(QQuickItem *parent = nullptr);
+
+    void setPlots(const QList<AbstractPlot *> &plots);
+    void setAxes(const QList<ValueAxis *> &axes);
+
+    void paint(QPainter *painter) override;
+
+public slots:
+    void handleAxesChanged();
+    void handleMarginsChanged();
+
+signals:
+    void marginsChanged(int left, int right, int top, int bottom);
+
+private:
+    void repaintWith(ValueAxis *axis);
+
+    QVector<QPointer<ValueAxis>> m_axes;
+    QVector<QPointer<AbstractPlot>> m_plots;
+    // Axes whose repaint requests reach this plane; a connection made once stays for the life of the axis.
+    QVector<QPointer<ValueAxis>> m_repaintingAxes;
+    QMargins m_margins;
+};

@@ -1,0 +1,237 @@
+#include "view/frame/GraphView.h"
+
+#include "axis/ValueAxis.h"
+#include "cursors/GraphCursor.h"
+#include "data/PlotData.h"
+#include "view/base/AbstractPlot.h"
+#include "view/base/XYScale.h"
+#include "view/zoom/ZoomRect.h"
+
+#include <QDebug>
+
+// The functions behind a list property whose elements live in `list` and whose change is told by `changed`.
+template <typename T>
+struct GraphView::ListFunctions
+{
+    using List = QVector<QPointer<T>> GraphView::*;
+    using Signal = void (GraphView::*)();
+
+    template <List list, Signal changed>
+    static QQmlListProperty<T> property(GraphView *view)
+    {
+        return QQmlListProperty<T>(view, nullptr, append<list, changed>, count<list>, at<list>, clear<list, changed>);
+    }
+
+private:
+    template <List list, Signal changed>
+    static void append(QQmlListProperty<T> *property, T *element)
+    {
+        auto *view = static_cast<GraphView *>(property->object);
+        (view->*list).append(element);
+        emit (view->*changed)();
+    }
+
+    template <List list>
+    static int count(QQmlListProperty<T> *property)
+    {
+        return property->object ? (static_cast<GraphView *>(property->object)->*list).size() : 0;
+    }
+
+    template <List list>
+    static T *at(QQmlListProperty<T> *property, int index)
+    {
+        return (static_cast<GraphView *>(property->object)->*list).value(index);
+    }
+
+    template <List list, Signal changed>
+    static void clear(QQmlListProperty<T> *property)
+    {
+        auto *view = static_cast<GraphView *>(property->object);
+        (view->*list).clear();
+        emit (view->*changed)();
+    }
+};
+
+/*!
+    \qmltype GraphView
+    \inqmlmodule graph_plugin
+    \brief The container of one chart: scales, plots, cursors and at most one Flickable are its children.
+
+    Children are wired once, when the component is complete; children added later are not. The view deletes the plots
+    it found. A Flickable among the children pans the chart, its content being the whole data extent.
+
+    \code
+    GraphView {
+        axes: [
+            ValueAxis { id: axisX; maxValue: 100 },
+            ValueAxis { id: axisY; alignment: Qt.AlignLeft; maxValue: 10 }
+        ]
+        GraphPlot {
+            plotStyle: GraphPlot.LinePlot
+            plotData: PlotSeries { axisX: axisX; axisY: axisY; yData: [1, 5, 3] }
+        }
+    }
+    \endcode
+*/
+GraphView::GraphView(QQuickItem *parent)
+    : QQuickItem(parent)
+    , m_contentItem(new QQuickItem(this))
+    , m_zoomRect(new ZoomRect(m_contentItem))
+{
+    setFlag(ItemHasContents);
+    setAntialiasing(false);
+    connect(m_zoomRect, SIGNAL(rectChanged(QRectF)), this, SLOT(updateChildren()));
+    connect(this, SIGNAL(visibleChanged()), this, SLOT(handlePlotVisibilityChanged()));
+}
+
+GraphView::~GraphView()
+{
+    for (AbstractPlot *plot : qAsConst(m_plots)) {
+        if (plot)
+            disconnect(plot, nullptr, this, nullptr);
+    }
+    while (!m_plots.isEmpty())
+        delete m_plots.takeFirst().data();
+}
+
+/*!
+    \qmlproperty ZoomRect GraphView::zoomRect
+    \readonly
+    The visible part of the data extent. Plots, cursors and, through the plots, axes follow it.
+*/
+
+/*!
+    \qmlproperty list<ValueAxis> GraphView::axes
+    The value axes. An axis that names no planes of its own is drawn on the view's default scale, the scale with the
+    highest \c z.
+*/
+QQmlListProperty<ValueAxis> GraphView::axes()
+{
+    return ListFunctions<ValueAxis>::property<&GraphView::m_axes, &GraphView::axesChanged>(this);
+}
+
+/*!
+    \qmlproperty list<PlotData> GraphView::series
+    A place to declare data objects; the view does nothing with them.
+*/
+QQmlListProperty<PlotData> GraphView::series()
+{
+    return ListFunctions<PlotData>::property<&GraphView::m_series, &GraphView::seriesChanged>(this);
+}
+
+void GraphView::componentComplete()
+{
+    findScales();
+    assignPlanes();
+    const QList<QQuickItem *> children = childItems();
+    for (QQuickItem *child : children)
+        adoptChild(child);
+    handlePlotVisibilityChanged();
+    QQuickItem::componentComplete();
+}
+
+void GraphView::findScales()
+{
+    const QList<QQuickItem *> children = childItems();
+    for (QQuickItem *child : children) {
+        auto *scale = qobject_cast<XYScale *>(child);
+        if (!scale)
+            continue;
+        m_scales.append(scale);
+        if (!m_defaultScale || scale->z() > m_defaultScale->z())
+            m_defaultScale = scale;
+    }
+    if (m_scales.isEmpty()) {
+        m_defaultScale = new XYScale(this);
+        m_defaultScale->setZ(100.0);
+        m_scales.append(m_defaultScale);
+        qWarning() << "componentComplete"
+                   << " - no XYScale was defined in QML. Created default one:" << m_defaultScale.data();
+    }
+    for (XYScale *scale : qAsConst(m_scales))
+        connect(scale, SIGNAL(marginsChanged(int,int,int,int)), this, SLOT(handleMarginsChanged(int,int,int,int)));
+}
+
+void GraphView::assignPlanes()
+{
+    if (m_axes.isEmpty())
+        qWarning("No ValueAxis objects in axes property! ValuesAxis objects work correctly only when grouped in axes[] "
+                 "property of the GraphView.");
+    const auto axes = m_axes;
+    for (ValueAxis *axis : axes) {
+        if (!axis)
+            continue;
+        if (!axis->labelsPlane()) {
+            qWarning() << "componentComplete"
+                       << " - selected default labelsPlane for axis which selected none:" << axis;
+            axis->setLabelsPlane(m_defaultScale);
+        }
+        if (!axis->linesPlane()) {
+            qWarning() << "componentComplete"
+                       << " - selected default linesPlane for axis which selected none:" << axis;
+            axis->setLinesPlane(m_defaultScale);
+        }
+    }
+}
+
+void GraphView::adoptChild(QQuickItem *child)
+{
+    // Readable only once the document's engine knows the type of the anchors.
+    if (auto *anchors = child->property("anchors").value<QObject *>()) {
+        const bool fillsView = child == m_contentItem || m_scales.contains(qobject_cast<XYScale *>(child));
+        anchors->setProperty("fill", QVariant::fromValue<QQuickItem *>(fillsView ? this : m_contentItem));
+    }
+    if (auto *plot = qobject_cast<AbstractPlot *>(child)) {
+        m_plots.append(plot);
+        connect(plot, SIGNAL(visibleChanged()), this, SLOT(handlePlotVisibilityChanged()));
+        connect(plot, SIGNAL(destroyed()), this, SLOT(handlePlotVisibilityChanged()));
+    } else if (auto *cursor = qobject_cast<GraphCursor *>(child)) {
+        m_cursor = cursor;
+        cursor->setZoomRect(m_zoomRect);
+        cursor->setZ(m_defaultScale->z() + 1.0);
+        m_cursors.append(cursor);
+    } else if (child->inherits("QQuickFlickable")) {
+        m_zoomRect->setFlickable(child);
+    }
+}
+
+void GraphView::handlePlotVisibilityChanged()
+{
+    if (!isVisible())
+        return;
+    QList<AbstractPlot *> visiblePlots;
+    for (AbstractPlot *plot : qAsConst(m_plots)) {
+        if (plot && plot->isVisible())
+            visiblePlots.append(plot);
+    }
+    for (XYScale *scale : qAsConst(m_scales)) {
+        if (scale)
+            scale->setPlots(visiblePlots);
+    }
+    if (m_cursor)
+        m_cursor->setPlots(visiblePlots);
+    for (GraphCursor *cursor : qAsConst(m_cursors)) {
+        if (cursor)
+            cursor->setPlots(visiblePlots);
+    }
+}
+
+void GraphView::handleMarginsChanged(int left, int right, int top, int bottom)
+{
+    auto *anchors = m_contentItem->property("anchors").value<QObject *>();
+    if (!anchors)
+        return;
+    anchors->setProperty("leftMargin", left);
+    anchors->setProperty("rightMargin", right);
+    anchors->setProperty("topMargin", top);
+    anchors->setProperty("bottomMargin", bottom);
+}
+
+void GraphView::updateChildren()
+{
+    const QList<QQuickItem *> children = childItems();
+    for (QQuickItem *child : children) {
+        if (child->inherits("QQuickPaintedItem"))
+            child->update();
+    }
+}

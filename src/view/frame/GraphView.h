@@ -1,0 +1,61 @@
+#pragma once
+
+#include <QPointer>
+#include <QQmlListProperty>
+#include <QQuickItem>
+#include <QVector>
+
+class AbstractPlot;
+class GraphCursor;
+class PlotData;
+class ValueAxis;
+class XYScale;
+class ZoomRect;
+
+// The container of one chart. Once QML has built all children it wires them together: scales, axes, plots, cursors and
+// a flickable. The content item is the plot area: everything but the scales fills it.
+class GraphView : public QQuickItem
+{
+    Q_OBJECT
+    Q_PROPERTY(ZoomRect *zoomRect READ zoomRect CONSTANT)
+    Q_PROPERTY(QQmlListProperty<ValueAxis> axes READ axes NOTIFY axesChanged)
+    Q_PROPERTY(QQmlListProperty<PlotData> series READ series NOTIFY seriesChanged)
+
+public:
+    explicit GraphView(QQuickItem *parent = nullptr);
+    ~GraphView() override;
+
+    ZoomRect *zoomRect() const { return m_zoomRect; }
+    QQmlListProperty<ValueAxis> axes();
+    QQmlListProperty<PlotData> series();
+
+signals:
+    void axesChanged();
+    void seriesChanged();
+
+protected:
+    void componentComplete() override;
+
+protected slots:
+    void updateChildren();
+    void handlePlotVisibilityChanged();
+    void handleMarginsChanged(int left, int right, int top, int bottom);
+
+private:
+    template <typename T>
+    struct ListFunctions;
+
+    void findScales();
+    void assignPlanes();
+    void adoptChild(QQuickItem *child);
+
+    QVector<QPointer<ValueAxis>> m_axes;
+    QVector<QPointer<PlotData>> m_series;
+    QQuickItem *m_contentItem;
+    ZoomRect *m_zoomRect;
+    QPointer<XYScale> m_defaultScale;
+    QVector<QPointer<XYScale>> m_scales;
+    QPointer<GraphCursor> m_cursor;
+    QVector<QPointer<GraphCursor>> m_cursors;
+    QVector<QPointer<AbstractPlot>> m_plots;
+};
