@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QPointF>
+
+#include <algorithm>
+#include <limits>
+
+namespace graph {
+
+// The least and the greatest of some values; empty until the first value that is not NaN.
+struct MinMax
+{
+    double min = std::numeric_limits<double>::infinity();
+    double max = -std::numeric_limits<double>::infinity();
+
+    bool isEmpty() const { return !(min <= max); }
+    void add(const MinMax &other)
+    {
+        min = std::min(min, other.min);
+        max = std::max(max, other.max);
+    }
+};
+
+// The extremes of `count` values, or of the y of `count` points. NaN is ignored, infinities count; only NaN or a count
+// of 0 and below gives the empty MinMax.
+MinMax minMax(const double *values, int count);
+MinMax minMax(const QPointF *points, int count);
+
+} // namespace graph

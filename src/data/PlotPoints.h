@@ -1,0 +1,71 @@
+#pragma once
+
+#include "data/LazyPyramid.h"
+#include "data/PlotData.h"
+
+class PlotPoints : public PlotData
+{
+    Q_OBJECT
+    Q_PROPERTY(QVector<double> xData READ xData WRITE setXData)
+    Q_PROPERTY(QVector<double> yData READ yData WRITE setYData)
+
+public:
+    explicit PlotPoints(QObject *parent = nullptr);
+
+    int size() const override { return m_points.size(); }
+    QRectF boundingRect() const override;
+    QPointF sample(int index) const override { return m_points.value(index); }
+    QVector<QPointF> samples(const QRectF &rect) const override;
+    int indexOf(double x) const override;
+    double x(int index) const override { return sample(index).x(); }
+    double y(int index) const override { return sample(index).y(); }
+    QPointF first() const override { return sample(0); }
+    QPointF last() const override { return sample(size() - 1); }
+    void setDbusAddress(const QString &address) override;
+    bool containsPoint(double x) override;
+    void clear() override;
+    void reserve(int n) override;
+    void resize(int n) override;
+    bool operator==(const PlotData &other) const override;
+    using PlotData::sampleSpan;
+    graph::SampleSpan sampleSpan(double xMin, double xMax) const override;
+
+    // Sorts by x; equal ones keep their order, NaN goes last.
+    virtual void sort();
+
+    QVector<double> xData() const;
+    QVector<double> yData() const;
+
+    void setXData(const QVector<double> &xData);
+    void setYData(const QVector<double> &yData);
+
+protected:
+    const QMetaObject *kind() const override { return &staticMetaObject; }
+    void write(QDataStream &stream) const override;
+    void read(QDataStream &stream) override;
+
+    const QVector<QPointF> &points() const { return m_points; }
+    void setPoints(const QVector<QPointF> &points);
+    // The indices of the points in ascending order of x, NaN last.
+    QVector<int> ascendingOrder() const;
+
+    static void GenerateAssert(bool condition, const char *where, const char *message);
+
+private:
+    // The points in ascending order of x, without those whose x is NaN.
+    struct Ascending
+    {
+        bool isKnown = false;
+        QVector<QPointF> points;
+        QVector<int> indices; // of each point in the data; empty when the data is in this order already
+    };
+
+    template<typename Coordinate>
+    void setCoordinate(const QVector<double> &values, Coordinate coordinate);
+    const Ascending &ascending() const;
+    graph::SampleSpan segmentSpan(double xMin, double xMax) const;
+
+    QVector<QPointF> m_points;
+    mutable Ascending m_ascending;
+    mutable graph::LazyPyramid m_pyramid;
+};
