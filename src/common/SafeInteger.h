@@ -35,6 +35,14 @@ inline int pixel(double coordinate)
     return truncated(coordinate, -pixelLimit, pixelLimit);
 }
 
+// An item coordinate that is not rounded, within the same limits: painter paths take neither infinities nor NaN.
+inline double coordinate(double value)
+{
+    if (!(value > -pixelLimit))
+        return std::isnan(value) ? 0.0 : -pixelLimit;
+    return value < pixelLimit ? value : pixelLimit;
+}
+
 // As pixel, but rounded half away from zero.
 inline int roundedPixel(double coordinate)
 {

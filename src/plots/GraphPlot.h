@@ -1,0 +1,99 @@
+#pragma once
+
+#include "data/SampleSpan.h"
+#include "plots/GraphPoint.h"
+#include "view/base/AbstractPlot.h"
+
+#include <QPen>
+#include <QPointer>
+
+// The main trace renderer: paints the samples of its data as a filled area, a line, an envelope, bars or scattered
+// points. Data denser than the pixel columns is reduced to the extremes of each column.
+class GraphPlot : public AbstractPlot
+{
+    Q_OBJECT
+    Q_PROPERTY(PlotStyle plotStyle READ plotStyle WRITE setPlotStyle NOTIFY plotStyleChanged)
+    Q_PROPERTY(bool plotBaseline READ plotBaseline WRITE setPlotBaseline NOTIFY plotBaselineChanged)
+    Q_PROPERTY(int minLineWidth READ minLineWidth WRITE setMinLineWidth NOTIFY minLineWidthChanged)
+    Q_PROPERTY(int maxLineWidth READ maxLineWidth WRITE setMaxLineWidth NOTIFY maxLineWidthChanged)
+    Q_PROPERTY(bool useIntermittentPlot READ useIntermittentPlot WRITE setUseIntermittentPlot NOTIFY
+                   useIntermittentPlotChanged)
+    Q_PROPERTY(bool useTransparencyForFillPlot READ useTransparencyForFillPlot WRITE setUseTransparencyForFillPlot
+                   NOTIFY useTransparencyForFillPlotChanged)
+    Q_PROPERTY(int selectedPoint READ selectedPoint WRITE setSelectedPoint NOTIFY selectedPointChanged)
+    Q_PROPERTY(GraphPoint *graphPoint READ graphPoint WRITE setGraphPoint NOTIFY graphPointChanged)
+
+public:
+    enum PlotStyle { FillPlot, LinePlot, MaxLinePlot, MinLinePlot, BarPlot, ScatterPlot };
+    Q_ENUM(PlotStyle)
+
+    explicit GraphPlot(QQuickItem *parent = nullptr);
+
+    PlotStyle plotStyle() const { return m_plotStyle; }
+    bool plotBaseline() const { return m_plotBaseline; }
+    int minLineWidth() const { return m_minLineWidth; }
+    int maxLineWidth() const { return m_maxLineWidth; }
+    bool useIntermittentPlot() const { return m_useIntermittentPlot; }
+    bool useTransparencyForFillPlot() const { return m_useTransparencyForFillPlot; }
+    int selectedPoint() const { return m_selectedPoint; }
+    GraphPoint *graphPoint() const { return m_graphPoint; }
+
+    void paint(QPainter *painter) override;
+
+    Q_INVOKABLE void forceUpdate();
+    Q_INVOKABLE int checkClickPosition(double x, double y, double threshold) const;
+
+public slots:
+    void setPlotStyle(PlotStyle style);
+    void setPlotBaseline(bool on);
+    void setMinLineWidth(int width);
+    void setMaxLineWidth(int width);
+    void setUseIntermittentPlot(bool on);
+    void setUseTransparencyForFillPlot(bool on);
+    void setSelectedPoint(int index);
+    void setGraphPoint(GraphPoint *point);
+
+signals:
+    void plotStyleChanged(PlotStyle plotStyle);
+    void plotBaselineChanged(bool plotBaseline);
+    void minLineWidthChanged(int minLineWidth);
+    void maxLineWidthChanged(int maxLineWidth);
+    void useIntermittentPlotChanged(bool useIntermittentPlot);
+    void useTransparencyForFillPlotChanged(bool useTransparencyForFillPlot);
+    void selectedPointChanged(int selectedPoint);
+    void graphPointChanged(GraphPoint *graphPoint);
+
+private slots:
+    void sltGraphPointDataChanged();
+
+private:
+    // What the layers of one paint share.
+    struct Frame
+    {
+        QPainter *painter;
+        graph::SampleSpan samples;
+        graph::PixelMapping mapping;
+        double baseline;
+        int baseRow;
+        QPen pen;
+    };
+
+    void paintDirect(Frame &frame, double density);
+    void paintFill(const Frame &frame) const;
+    void paintLine(Frame &frame, int lineWidth) const;
+    void paintBars(Frame &frame, int lineWidth) const;
+    void paintPoints(Frame &frame, int lineWidth) const;
+    void paintEnvelope(Frame &frame);
+    void drawBaseline(const Frame &frame, int lineWidth) const;
+    int clampedLineWidth(int width) const;
+    QColor fillColor() const;
+
+    PlotStyle m_plotStyle = BarPlot;
+    QPointer<GraphPoint> m_graphPoint;
+    bool m_plotBaseline = false;
+    int m_minLineWidth = 2;
+    int m_maxLineWidth = 16;
+    bool m_useIntermittentPlot = true;
+    bool m_useTransparencyForFillPlot = true;
+    int m_selectedPoint = -1;
+};
