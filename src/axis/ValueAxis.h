@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/ui/BaseFormatter.h"
+#include "view/zoom/ZoomRect.h"
 
 #include <QColor>
 #include <QFont>
@@ -14,7 +15,6 @@
 
 class QPainter;
 class XYScale;
-class ZoomRect;
 
 // One value axis: its full and its visible range, its ticks and their texts, and how a plane draws them. With a zoom
 // rectangle the visible range follows the rectangle's edges, and writes to it go there.
@@ -110,7 +110,7 @@ public:
     QColor labelPen() const { return labelColor(); }
     QString unit() const { return m_unit; }
     int requiredMargin() const;
-    ZoomRect *zoomRect() const;
+    ZoomRect *zoomRect() const { return m_zoomRect; }
 
     void setZoomRect(ZoomRect *zoomRect);
     void handleValueRangeChanged();
@@ -234,7 +234,7 @@ private:
     bool m_ticksDirty = true;
     bool m_rectChangePending = false;
     QList<qreal> m_cachedTicks;
-    QPointer<QObject> m_zoomRect;
+    QPointer<ZoomRect> m_zoomRect;
     double m_lowerBound = 0.0;
     double m_upperBound = 1.0;
     double m_pendingMinValue = 0.0;
