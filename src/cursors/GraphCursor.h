@@ -1,0 +1,202 @@
+#pragma once
+
+#include "cursors/KeyAcceleration.h"
+
+#include <QColor>
+#include <QElapsedTimer>
+#include <QFont>
+#include <QPointer>
+#include <QQmlListProperty>
+#include <QQuickPaintedItem>
+#include <QStringList>
+#include <QVector>
+
+class AbstractPlot;
+class GraphCursorAttached;
+class GraphMarker;
+class PlotData;
+class ValueAxis;
+class ZoomRect;
+
+// A line over the plots of a view that always stands on a sample of the primary plot's data. Whatever form of the
+// position is written becomes a sample index, and every other form is derived from that index.
+class GraphCursor : public QQuickPaintedItem
+{
+    Q_OBJECT
+    Q_PROPERTY(int posIndex READ posIndex WRITE setPosIndex NOTIFY posIndexChanged)
+    Q_PROPERTY(double position READ position WRITE setPosition NOTIFY positionChanged)
+    Q_PROPERTY(double posValue READ posValue WRITE setPosValue NOTIFY posValueChanged)
+    Q_PROPERTY(int posOnScreen READ posOnScreen WRITE setPosOnScreen NOTIFY posOnScreenChanged)
+    Q_PROPERTY(int panMargin READ panMargin WRITE setPanMargin)
+    Q_PROPERTY(QFont font READ font WRITE setFont NOTIFY fontChanged)
+    Q_PROPERTY(AbstractPlot *primaryPlot READ primaryPlot WRITE setPrimaryPlot NOTIFY primaryPlotChanged)
+    Q_PROPERTY(QQmlListProperty<AbstractPlot> plots READ plots NOTIFY plotsChanged)
+    Q_PROPERTY(QQmlListProperty<PlotData> series READ series NOTIFY seriesChanged)
+    Q_PROPERTY(QQmlListProperty<GraphMarker> markers READ markers NOTIFY markersChanged)
+    Q_PROPERTY(QList<qreal> yPositions READ yPositions NOTIFY yPositionsChanged)
+    Q_PROPERTY(QList<qreal> yValues READ yValues NOTIFY yValuesChanged)
+    Q_PROPERTY(QStringList formattedYValues READ formattedYValues NOTIFY yValuesChanged)
+    Q_PROPERTY(bool staysOnScreen READ staysOnScreen WRITE setStaysOnScreen NOTIFY staysOnScreenChanged)
+    // The cursor's own flag beside that of the item, which stays true; it has no notify signal.
+    Q_PROPERTY(bool visible READ isCursorVisible WRITE setVisible)
+    Q_PROPERTY(QColor color READ color WRITE setColor NOTIFY colorChanged)
+    Q_PROPERTY(bool autoPrimaryPlot READ autoPrimaryPlot WRITE setAutoPrimaryPlot NOTIFY sgnAutoPrimaryPlotChanged)
+    Q_PROPERTY(int primaryPlotIndex READ primaryPlotIndex NOTIFY sgnPrimaryPlotIndexChanged)
+    Q_PROPERTY(int paintedWidth READ paintedWidth WRITE setPaintedWidth NOTIFY sgnPaintedWidthChanged)
+
+public:
+    enum PeakType { NoPeak = 0, PeakLeft = 3, PeakRight = 4 };
+    Q_ENUM(PeakType)
+
+    explicit GraphCursor(QQuickItem *parent = nullptr);
+
+    static GraphCursorAttached *qmlAttachedProperties(QObject *object);
+
+    int posIndex() const { return m_posIndex; }
+    double position() const { return m_position; }
+    double posValue() const { return m_posValue; }
+    int posOnScreen() const { return m_posOnScreen; }
+    int panMargin() const { return m_panMargin; }
+    QFont font() const { return m_font; }
+    AbstractPlot *primaryPlot() const;
+    PlotData *primarySeries() const;
+    ValueAxis *followedAxis() const { return m_axis; }
+    QQmlListProperty<AbstractPlot> plots();
+    QQmlListProperty<PlotData> series();
+    QQmlListProperty<GraphMarker> markers();
+    QVector<QPointer<PlotData>> seriesList() const { return m_series; }
+    QList<qreal> yPositions() const { return m_yPositions; }
+    QList<qreal> yValues() const { return m_yValues; }
+    QStringList formattedYValues() const { return m_formattedYValues; }
+    bool staysOnScreen() const { return m_staysOnScreen; }
+    bool isCursorVisible() const { return m_visible; }
+    QColor color() const { return m_color; }
+    bool autoPrimaryPlot() const { return m_autoPrimaryPlot; }
+    int primaryPlotIndex() const { return m_primaryPlotIndex; }
+    int paintedWidth() const { return m_paintedWidth; }
+
+    void setPlots(const QList<AbstractPlot *> &plots);
+    void setZoomRect(ZoomRect *zoomRect);
+    void paint(QPainter *painter) override;
+
+    Q_INVOKABLE int indexOfPlot(AbstractPlot *plot) const;
+    Q_INVOKABLE void setPeak();
+    Q_INVOKABLE void setPeakLeft();
+    Q_INVOKABLE void setPeakRight();
+    Q_INVOKABLE int findPeak(PeakType type) const;
+    Q_INVOKABLE int getNextPeak(bool right, const QVector<double> &y, int first, int last, double min,
+                                double max) const;
+    Q_INVOKABLE double computePeakTolerance(const QVector<double> &y, int first, int last, double min,
+                                            double max) const;
+    Q_INVOKABLE bool getMinMaxY(const QVector<double> &y, int first, int last, double &min, double &max) const;
+    Q_INVOKABLE static int getPositionIndex(double value, int count, double min, double max);
+
+public slots:
+    void setPosition(double position);
+    void setPosValue(double value);
+    void setPosIndex(double index);
+    void setPosOnScreen(int pixel);
+    void setPanMargin(int margin);
+    void setFont(QFont font);
+    void setPrimaryPlot(AbstractPlot *plot);
+    void setStaysOnScreen(bool staysOnScreen);
+    void setVisible(bool visible);
+    void setColor(QColor color);
+    void setAutoPrimaryPlot(bool automatic);
+    void setPaintedWidth(int newWidth);
+    void moveLeft(bool autoRepeat = false);
+    void moveRight(bool autoRepeat = false);
+    void updateCursorPos();
+    void handlePlotActiveChanged();
+
+signals:
+    void posIndexChanged();
+    void positionChanged();
+    void posValueChanged();
+    void posOnScreenChanged(int posOnScreen);
+    void fontChanged();
+    void primaryPlotChanged();
+    void plotsChanged();
+    void seriesChanged();
+    void markersChanged();
+    void yPositionsChanged();
+    void yValuesChanged();
+    void plotValuesChanged();
+    void staysOnScreenChanged();
+    void colorChanged();
+    void sgnAutoPrimaryPlotChanged();
+    void sgnPrimaryPlotIndexChanged();
+    void sgnPaintedWidthChanged();
+
+protected slots:
+    void handlePlotDataChanged(PlotData *data = nullptr);
+    void handleXAxisChanged(ValueAxis *axis);
+    void handleYAxesChanged(ValueAxis *axis = nullptr);
+    void handlePlotValuesChanged();
+    void handleRectChanged();
+
+protected:
+    void geometryChanged(const QRectF &newGeometry, const QRectF &oldGeometry) override;
+    void itemChange(ItemChange change, const ItemChangeData &data) override;
+    void componentComplete() override;
+
+    // False: the cursor follows the y axis and is painted as a horizontal line.
+    bool m_followsX = true;
+
+private:
+    struct ListFunctions;
+
+    void setPositionOX(double position);
+    void setPositionOY(double position);
+    void setPosValueOX(double value);
+    void setPosValueOY(double value);
+    void setPosIndexOX(int index);
+    void setPosIndexOY(double value);
+    void setPosOnScreenOX(int pixel);
+    void setPosOnScreenOY(int pixel);
+    void handleYAxesChangedOX(ValueAxis *axis);
+    void handleYAxesChangedOY(ValueAxis *axis);
+
+    void publishPosition(int index, double value);
+    void placeOnScreen(double coordinate, double extent);
+    int cursorAccel(bool autoRepeat);
+    void adoptZoomRectOf(QQuickItem *parent);
+    void releasePlots();
+    void adoptPlot(AbstractPlot *plot);
+    void followPrimaryPlot();
+    int senderPlotIndex() const;
+
+    void paintMarkers(QPainter *painter);
+    void paintMarker(QPainter *painter, const GraphMarker *marker);
+    void paintBand(QPainter *painter);
+    void drawLines(QPainter *painter, int first, int last) const;
+
+    int m_posIndex = -1;
+    double m_position = 0.0;
+    double m_posValue = 0.0;
+    int m_posOnScreen = 0;
+    int m_panMargin = 48;
+    QFont m_font;
+    QPointer<AbstractPlot> m_primaryPlot;
+    // Entry i of the series and of the y axes belongs to plot i; it is null where the plot has none.
+    QVector<QPointer<AbstractPlot>> m_plots;
+    QVector<QPointer<PlotData>> m_series;
+    QVector<QPointer<GraphMarker>> m_markers;
+    graph::KeyAcceleration m_acceleration;
+    bool m_lastMoveLeft = false;
+    QElapsedTimer m_moveTimer;
+    QPointer<ZoomRect> m_zoomRect;
+    QPointer<ValueAxis> m_axis;
+    QVector<QPointer<ValueAxis>> m_yAxes;
+    QList<qreal> m_yPositions;
+    QList<qreal> m_yValues;
+    QStringList m_formattedYValues;
+    bool m_staysOnScreen = true;
+    bool m_visible = false;
+    QColor m_color = Qt::red;
+    bool m_autoPrimaryPlot = false;
+    int m_primaryPlotIndex = -1;
+    int m_paintedWidth = 3;
+};
+
+QML_DECLARE_TYPEINFO(GraphCursor, QML_HAS_ATTACHED_PROPERTIES)

@@ -1,0 +1,12 @@
+#pragma once
+
+#include "cursors/GraphCursorAttached.h"
+
+// The reading of a horizontal cursor.
+class GraphCursorAttachedY : public GraphCursorAttached
+{
+    Q_OBJECT
+
+public:
+    explicit GraphCursorAttachedY(QObject *parent = nullptr);
+};

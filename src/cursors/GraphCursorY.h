@@ -1,0 +1,12 @@
+#pragma once
+
+#include "cursors/GraphCursor.h"
+
+// The horizontal cursor: the value written is the position, on the y axis of the primary plot.
+class GraphCursorY : public GraphCursor
+{
+    Q_OBJECT
+
+public:
+    explicit GraphCursorY(QQuickItem *parent = nullptr);
+};

@@ -1,0 +1,118 @@
+#pragma once
+
+#include <QColor>
+#include <QObject>
+#include <QPointer>
+#include <QQuickItem>
+#include <QString>
+#include <QStringList>
+
+class AbstractPlot;
+class GraphCursor;
+class PlotData;
+class ValueAxis;
+
+// A fixed reference position on a cursor: a sample of the primary plot's data whose distance to the cursor is shown.
+// The cursor paints it.
+class GraphMarker : public QObject
+{
+    Q_OBJECT
+    Q_PROPERTY(int posIndex READ posIndex WRITE setPosIndex NOTIFY posIndexChanged)
+    Q_PROPERTY(double posValue READ posValue WRITE setPosValue NOTIFY posValueChanged)
+    Q_PROPERTY(int posOnScreen READ posOnScreen WRITE setPosOnScreen NOTIFY posOnScreenChanged)
+    Q_PROPERTY(QString formattedPosValue READ formattedPosValue NOTIFY formattedPosValueChanged)
+    Q_PROPERTY(QString formattedDelta READ formattedDeltaX NOTIFY formattedDeltaXChanged)
+    Q_PROPERTY(double xValue READ posValue NOTIFY posValueChanged)
+    Q_PROPERTY(double yValue READ yValue NOTIFY yValueChanged)
+    Q_PROPERTY(int xPosOnScreen READ posOnScreen NOTIFY posOnScreenChanged)
+    Q_PROPERTY(int yPosOnScreen READ yPosOnScreen NOTIFY yPosOnScreenChanged)
+    Q_PROPERTY(QString formattedXValue READ formattedPosValue NOTIFY formattedPosValueChanged)
+    Q_PROPERTY(QString formattedYValue READ formattedYValue NOTIFY formattedYValueChanged)
+    Q_PROPERTY(QString formattedDeltaX READ formattedDeltaX NOTIFY formattedDeltaXChanged)
+    Q_PROPERTY(QString formattedDeltaY READ formattedDeltaY NOTIFY formattedDeltaYChanged)
+    Q_PROPERTY(QStringList formattedDeltasY READ formattedDeltasY NOTIFY formattedDeltasYChanged)
+    Q_PROPERTY(QColor color READ color WRITE setColor NOTIFY colorChanged)
+    Q_PROPERTY(bool visible READ isVisible WRITE setVisible NOTIFY visibleChanged)
+    Q_PROPERTY(bool showDelta READ showDelta WRITE setShowDelta NOTIFY showDeltaChanged)
+    Q_PROPERTY(int deltaY READ deltaY WRITE setDeltaY NOTIFY deltaYChanged)
+    Q_PROPERTY(QQuickItem *label READ label WRITE setLabel NOTIFY labelChanged)
+    Q_CLASSINFO("DefaultProperty", "label")
+
+public:
+    explicit GraphMarker(QObject *parent = nullptr);
+
+    int posIndex() const { return m_posIndex; }
+    double posValue() const { return m_posValue; }
+    int posOnScreen() const { return m_posOnScreen; }
+    QString formattedPosValue() const { return m_formattedPosValue; }
+    double yValue() const { return m_yValue; }
+    int yPosOnScreen() const { return m_yPosOnScreen; }
+    QString formattedYValue() const { return m_formattedYValue; }
+    QString formattedDeltaX() const { return m_formattedDeltaX; }
+    QString formattedDeltaY() const { return m_formattedDeltaY; }
+    QStringList formattedDeltasY() const { return m_formattedDeltasY; }
+    QColor color() const { return m_color; }
+    bool isVisible() const { return m_visible; }
+    bool showDelta() const { return m_showDelta; }
+    int deltaY() const { return m_deltaY; }
+    QQuickItem *label() const { return m_label; }
+
+    AbstractPlot *primaryPlot() const;
+    PlotData *primarySeries() const;
+    ValueAxis *primaryAxis() const;
+
+public slots:
+    void setPosValue(double value);
+    void setPosIndex(int index);
+    void setPosOnScreen(int pixel);
+    void setColor(QColor color);
+    void setVisible(bool visible);
+    void setShowDelta(bool show);
+    void setDeltaY(int deltaY);
+    void setLabel(QQuickItem *label);
+
+signals:
+    void posIndexChanged();
+    void posValueChanged();
+    void posOnScreenChanged(int posOnScreen);
+    void formattedPosValueChanged();
+    void yValueChanged();
+    void yPosOnScreenChanged();
+    void formattedYValueChanged();
+    void formattedDeltaXChanged();
+    void formattedDeltaYChanged();
+    void formattedDeltasYChanged();
+    void colorChanged();
+    void visibleChanged();
+    void showDeltaChanged();
+    void deltaYChanged();
+    void labelChanged();
+
+protected slots:
+    void setCursor(GraphCursor *cursor);
+    void handleDeltaChanged();
+    void update();
+
+private:
+    // The cursor takes the marker into its list.
+    friend class GraphCursor;
+
+    QStringList seriesDeltas() const;
+
+    int m_posIndex = -1;
+    double m_posValue = 0.0;
+    QString m_formattedPosValue;
+    int m_posOnScreen = 0;
+    double m_yValue = 0.0;
+    int m_yPosOnScreen = 0;
+    QString m_formattedYValue;
+    QColor m_color = Qt::darkYellow;
+    bool m_visible = false;
+    bool m_showDelta = true;
+    int m_deltaY = 100;
+    QString m_formattedDeltaX;
+    QString m_formattedDeltaY;
+    QStringList m_formattedDeltasY;
+    QPointer<QQuickItem> m_label;
+    QPointer<GraphCursor> m_cursor;
+};
