@@ -49,4 +49,11 @@ inline int roundedPixel(double coordinate)
     return pixel(std::round(coordinate));
 }
 
+// A width that QPen takes without a warning: negative ones give 0, too large ones its greatest.
+inline int penWidth(int width)
+{
+    constexpr int largest = (1 << 15) - 1;
+    return width < 0 ? 0 : width < largest ? width : largest;
+}
+
 } // namespace graph

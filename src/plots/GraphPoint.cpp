@@ -30,7 +30,8 @@ void GraphPoint::setPointSize(int size)
 
 /*!
     \qmlproperty bool GraphPoint::isSelected
-    Whether the point drawn last is the plot's selected one; false by default. The plot writes it for each point.
+    Whether the point drawn last is the plot's selected one; false by default. The plot writes it for each
+   point.
 */
 void GraphPoint::setSelected(bool selected)
 {
@@ -69,7 +70,7 @@ QPen GraphPoint::roundPen() const
 
 int GraphPoint::lineWidth() const
 {
-    return qBound(0, m_lineWidth, graph::pixelLimit);
+    return graph::penWidth(m_lineWidth);
 }
 
 int GraphPoint::size() const

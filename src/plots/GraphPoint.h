@@ -6,8 +6,8 @@
 
 class QPainter;
 
-// What a scatter plot draws at each of its points. The plot hands over the facts of one point, then calls paint(), and
-// goes on to the next point with the same object.
+// What a scatter plot draws at each of its points. The plot hands over the facts of one point, then calls
+// paint(), and goes on to the next point with the same object.
 class GraphPoint : public QObject
 {
     Q_OBJECT
