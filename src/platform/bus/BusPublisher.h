@@ -1,11 +1,12 @@
 #pragma once
 
-#include <QObject>
-#include <QVariant>
-#include <QVector>
+#include "platform/bus/BusItems.h"
 
-// The publishing side of the bus: owns the items of one named service. Clients in the same process see it without any
-// bus daemon; publish() also offers it on the session bus.
+#include <QObject>
+
+// The publishing side of the bus: owns the items of one named service. Clients in the same process see it at
+// once and without any bus daemon; publish() also offers it on the session bus. One publisher of a name in a
+// process; a second one publishes nothing and says so. To be used from the application's thread.
 class BusPublisher : public QObject
 {
     Q_OBJECT
@@ -14,12 +15,22 @@ public:
     explicit BusPublisher(const QString &serviceName, QObject *parent = nullptr);
     ~BusPublisher() override;
 
-    // Registers the service on the session bus. False when there is no bus or the name is taken; one log line says why.
+    const BusItems &items() const { return m_items; }
+
+    // Registers the service on the session bus as "org.toskorn." + its name. False when there is no bus or
+    // the name is taken; one log line says why.
     bool publish();
 
-    // Create the item or change its value; clients are told when the value differs. Item names are full names such as
-    // "trace_xLabel:" and "trace_yData:doubleARRAY:".
+    // Create the item or change its value; clients are told when it differs. Item names are full names such
+    // as "trace_xLabel:" and "trace_yData:doubleARRAY:".
+
+    // Numbers, bool, QString and QStringList; every other type is refused with a log line.
     void setValue(const QString &itemName, const QVariant &value);
-    // The array travels as one block.
+    // Clients in the process share the vector; on the bus it travels as one block.
     void setVector(const QString &itemName, const QVector<double> &vector);
+
+private:
+    QString m_serviceName;
+    BusItems m_items;
+    bool m_isActive = false;
 };

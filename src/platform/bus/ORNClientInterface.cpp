@@ -1,11 +1,18 @@
 #include "platform/bus/ORNClientInterface.h"
 
-ORNClientInterface *ORNClientInterface::getSessionBusClient(const QString &, QObject *)
+#include "platform/bus/BusClient.h"
+#include "platform/bus/BusRegistry.h"
+
+ORNClientInterface *ORNClientInterface::getSessionBusClient(const QString &name, QObject *)
 {
-    return nullptr;
+    BusClient *client = BusRegistry::instance().sharedClient(name);
+    if (client)
+        client->connectToService();
+    return client;
 }
 
-ORNClientItem *ORNClientInterface::getItem(const QString &)
+ORNClientItem *ORNClientInterface::getItem(const QString &itemName)
 {
-    return nullptr;
+    // The factory makes no other kind.
+    return static_cast<BusClient *>(this)->item(itemName);
 }

@@ -4,16 +4,22 @@
 
 class ORNClientItem;
 
-// The items that one named service publishes on the session bus.
+// The items that one named service publishes on the session bus. Client objects are shared by all callers of
+// the process and live until the application object goes. To be used from the application's thread.
 class ORNClientInterface : public QObject
 {
     Q_OBJECT
 
 public:
-    // The client object for the service `name`; the same object is shared by all callers of the process. Items are
-    // fetched in one round trip when the client is first asked for (2 s at most).
+    // The client object for the service `name`, whoever asks; null, with one log line, for a name that no
+    // service can have. The first call fetches all items in one round trip (2 s at most); a service that is
+    // not there then has no items, and they arrive when it comes. The object belongs to the library: `parent`
+    // is not used.
     static ORNClientInterface *getSessionBusClient(const QString &name, QObject *parent);
 
-    // Null when the service does not publish an item of that name.
+    // A look-up: null when the service did not publish an item of that name so far.
     ORNClientItem *getItem(const QString &itemName);
+
+protected:
+    using QObject::QObject;
 };

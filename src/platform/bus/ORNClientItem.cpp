@@ -1,5 +1,7 @@
 #include "platform/bus/ORNClientItem.h"
 
+#include "platform/bus/ItemValue.h"
+
 ORNClientItem::ORNClientItem(const QString &id, QObject *parent)
     : QObject(parent)
     , m_id(id)
@@ -18,7 +20,7 @@ QVariant ORNClientItem::getValue() const
 
 void ORNClientItem::setValue(const QVariant &value)
 {
-    if (m_value == value)
+    if (graph::sameValue(m_value, value))
         return;
     m_value = value;
     emit valueChanged();
@@ -31,6 +33,8 @@ QVector<double> ORNVecDoubleClientItem::vector() const
 
 void ORNVecDoubleClientItem::setVector(const QVector<double> &vector)
 {
+    if (graph::sameContents(m_vector, vector))
+        return;
     m_vector = vector;
     emit sizeChanged();
 }

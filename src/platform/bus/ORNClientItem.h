@@ -4,8 +4,8 @@
 #include <QVariant>
 #include <QVector>
 
-// One published value of a service, as its clients see it. Items belong to their client object and live as long as it;
-// when the service leaves the bus they keep their last value.
+// One published value of a service, as its clients see it. Items belong to their client object and live as
+// long as it; when the service leaves the bus they keep their last value.
 class ORNClientItem : public QObject
 {
     Q_OBJECT
@@ -21,7 +21,7 @@ signals:
     void valueChanged();
 
 private:
-    friend class ORNClientInterface;
+    friend class BusClient;
 
     void setValue(const QVariant &value);
 
@@ -53,7 +53,7 @@ public:
     QVector<double> vector() const;
 
 private:
-    friend class ORNClientInterface;
+    friend class BusClient;
 
     void setVector(const QVector<double> &vector);
 

@@ -1,5 +1,7 @@
 #include "platform/bus/OrnData.h"
 
+#include "platform/bus/ItemValue.h"
+
 OrnData::OrnData(QObject *parent)
     : QObject(parent)
 {
@@ -7,7 +9,7 @@ OrnData::OrnData(QObject *parent)
 
 void OrnData::setValue(const QVariant &value)
 {
-    if (m_value == value)
+    if (graph::sameValue(m_value, value))
         return;
     m_value = value;
     emit valueChanged();
