@@ -25,6 +25,21 @@ AbstractPlot::AbstractPlot(QQuickItem *parent)
         adoptZoomRectOf(parent);
 }
 
+ZoomRect *AbstractPlot::zoomRect() const
+{
+    return m_zoomRect;
+}
+
+ValueAxis *AbstractPlot::axisX() const
+{
+    return m_axisX;
+}
+
+ValueAxis *AbstractPlot::axisY() const
+{
+    return m_axisY;
+}
+
 double AbstractPlot::baseline() const
 {
     return m_plotData ? m_plotData->baseline() : 0.0;

@@ -26,10 +26,10 @@ class AbstractPlot : public QQuickPaintedItem
 public:
     explicit AbstractPlot(QQuickItem *parent = nullptr);
 
-    ZoomRect *zoomRect() const { return m_zoomRect; }
+    ZoomRect *zoomRect() const;
     PlotData *plotData() const { return m_plotData; }
-    ValueAxis *axisX() const { return m_axisX; }
-    ValueAxis *axisY() const { return m_axisY; }
+    ValueAxis *axisX() const;
+    ValueAxis *axisY() const;
     QColor penColor() const { return m_penColor; }
     bool isValid() const { return m_valid; }
 

@@ -34,6 +34,11 @@ XYScale *graph::itemPlane(QQuickItem *item)
     return qobject_cast<XYScale *>(item);
 }
 
+QList<ValueAxis *> graph::planeAxes(XYScale *plane)
+{
+    return plane ? plane->axes() : QList<ValueAxis *>();
+}
+
 /*!
     \qmltype XYScale
     \inqmlmodule graph_plugin
@@ -81,6 +86,16 @@ void XYScale::handleAxesChanged()
         collect(plot->axisY());
     }
     setAxes(axes);
+}
+
+QList<ValueAxis *> XYScale::axes() const
+{
+    QList<ValueAxis *> axes;
+    for (ValueAxis *axis : m_axes) {
+        if (axis)
+            axes.append(axis);
+    }
+    return axes;
 }
 
 void XYScale::setAxes(const QList<ValueAxis *> &axes)

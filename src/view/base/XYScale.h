@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QMargins>
 #include <QPointer>
 #include <QQuickPaintedItem>
 #include <QVector>
@@ -17,6 +18,7 @@ public:
     explicit XYScale(QQuickItem *parent = nullptr);
 
     void setPlots(const QList<AbstractPlot *> &plots);
+    QList<ValueAxis *> axes() const;
     void setAxes(const QList<ValueAxis *> &axes);
 
     void paint(QPainter *painter) override;
