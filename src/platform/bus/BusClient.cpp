@@ -4,8 +4,7 @@
 #include "platform/bus/BusPublisher.h"
 #include "platform/bus/BusRegistry.h"
 #include "platform/bus/ORNClientItem.h"
-
-Q_LOGGING_CATEGORY(busLog, "toskorn.bus")
+#include "platform/bus/RemoteService.h"
 
 BusClient::BusClient(const QString &serviceName, QObject *parent)
     : ORNClientInterface(parent)
@@ -17,11 +16,27 @@ BusClient::~BusClient() = default;
 
 void BusClient::connectToService()
 {
-    if (const BusPublisher *publisher = BusRegistry::instance().publisher(m_serviceName))
+    if (std::exchange(m_isConnected, true))
+        return;
+    if (const BusPublisher *publisher = BusRegistry::instance().publisher(m_serviceName)) {
         setItems(publisher->items());
+        return;
+    }
+    m_remote = new RemoteService(m_serviceName, this);
+    m_remote->start();
 }
 
-void BusClient::leaveBus() {}
+void BusClient::enterProcess()
+{
+    m_isConnected = true;
+    if (m_remote)
+        m_remote->stop();
+}
+
+void BusClient::leaveProcess()
+{
+    m_isConnected = false;
+}
 
 void BusClient::setValue(const QString &itemName, const QVariant &value)
 {

@@ -4,6 +4,9 @@
 #include "platform/bus/ORNClientInterface.h"
 
 #include <QHash>
+#include <QPointer>
+
+class RemoteService;
 
 // The client object behind ORNClientInterface: keeps the items of one service and fills them from a publisher
 // in this process or else from the bus.
@@ -17,11 +20,11 @@ public:
 
     ORNClientItem *item(const QString &itemName) const { return m_items.value(itemName); }
 
-    // Finds where the items come from unless that is known. The bus is tried once; its news arrive by
-    // themselves.
+    // Finds where the items come from unless that is known: a publisher in this process, else the bus.
     void connectToService();
-    // From now on a publisher in this process feeds the client.
-    void leaveBus();
+    // A publisher in this process feeds the client from now on; or not any more.
+    void enterProcess();
+    void leaveProcess();
 
     // Make the item or change it. An item keeps its kind: a value for an array, or the reverse, is ignored.
     void setValue(const QString &itemName, const QVariant &value);
@@ -33,5 +36,7 @@ private:
 
     QString m_serviceName;
     QHash<QString, ORNClientItem *> m_items;
+    QPointer<RemoteService> m_remote;
+    bool m_isConnected = false;
     bool m_kindReported = false;
 };

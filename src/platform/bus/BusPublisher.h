@@ -4,6 +4,8 @@
 
 #include <QObject>
 
+class PublishedObject;
+
 // The publishing side of the bus: owns the items of one named service. Clients in the same process see it at
 // once and without any bus daemon; publish() also offers it on the session bus. One publisher of a name in a
 // process; a second one publishes nothing and says so. To be used from the application's thread.
@@ -32,5 +34,6 @@ public:
 private:
     QString m_serviceName;
     BusItems m_items;
+    PublishedObject *m_published = nullptr; // a child
     bool m_isActive = false;
 };

@@ -3,6 +3,7 @@
 #include "platform/bus/BusClient.h"
 #include "platform/bus/BusLog.h"
 #include "platform/bus/BusName.h"
+#include "platform/bus/RemoteService.h"
 
 #include <QCoreApplication>
 
@@ -70,4 +71,5 @@ void BusRegistry::clear()
     // Taken out first: what listens to a client's end may ask for another one.
     const QHash<QString, BusClient *> clients = std::exchange(m_clients, {});
     qDeleteAll(clients);
+    RemoteService::closeBus();
 }

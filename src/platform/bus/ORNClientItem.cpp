@@ -36,5 +36,6 @@ void ORNVecDoubleClientItem::setVector(const QVector<double> &vector)
     if (graph::sameContents(m_vector, vector))
         return;
     m_vector = vector;
+    m_value = QVariant::fromValue(vector);
     emit sizeChanged();
 }

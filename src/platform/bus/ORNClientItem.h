@@ -26,6 +26,8 @@ private:
     void setValue(const QVariant &value);
 
     QString m_id;
+
+protected:
     QVariant m_value;
 };
 

@@ -1,0 +1,3 @@
+#include "platform/bus/BusLog.h"
+
+Q_LOGGING_CATEGORY(busLog, "toskorn.bus")

@@ -1,0 +1,68 @@
+#pragma once
+
+#include <QDBusConnection>
+#include <QHash>
+#include <QObject>
+#include <QPointer>
+#include <QVector>
+
+class BusClient;
+class QDBusMessage;
+class QDBusPendingCallWatcher;
+
+namespace graph {
+struct ItemsAnswer;
+}
+
+// The service on the session bus that feeds a client: fetches all items at the start and whenever the service
+// comes back, and hands on the changes in between.
+class RemoteService : public QObject
+{
+    Q_OBJECT
+
+public:
+    RemoteService(const QString &serviceName, BusClient *client);
+
+    // Follows the service and fetches its items, waiting for them for 2 s at most. A service that is not
+    // there, or answers later, is one log line; its items come by themselves.
+    void start();
+    // Nothing reaches the client any more; the object goes with the next turn of the event loop.
+    void stop();
+
+    // The connection that all remote services share; closed when the clients go.
+    static void closeBus();
+
+private slots:
+    void handleOwnerChanged(const QString &busName, const QString &oldOwner, const QString &newOwner);
+    void handleFetched(QDBusPendingCallWatcher *call);
+    void handleValueChanged(const QDBusMessage &message);
+    void handleArrayChanged(const QDBusMessage &message);
+
+private:
+    // A long array of which some parts have arrived.
+    struct Assembly
+    {
+        quint64 serial = 0;
+        QVector<double> vector;
+    };
+
+    void follow();
+    QDBusMessage request() const;
+    void fetchLater();
+    void takeAnswer(const QDBusMessage &message);
+    void takePart(const QDBusMessage &message, const QVector<double> &part);
+    bool isNews(const QDBusMessage &message) const;
+    void reportMalformed();
+
+    QString m_serviceName;
+    QString m_busName;
+    BusClient *m_client; // the parent; null once stopped
+    QDBusConnection m_bus;
+    QPointer<QDBusPendingCallWatcher> m_call;
+    // The process whose items the client has. Names on the bus pass from one to another, and anyone may send
+    // signals.
+    QString m_owner;
+    quint64 m_serial = 0;
+    QHash<QString, Assembly> m_assemblies;
+    bool m_malformedReported = false;
+};
