@@ -1,6 +1,11 @@
 #include "platform/ui/BaseFormatter.h"
 
-BaseFormatter *getFormatter(const QString &)
+#include "platform/ui/FeetFormatter.h"
+#include "platform/ui/UnitFormatter.h"
+
+BaseFormatter *getFormatter(const QString &unit)
 {
-    return nullptr;
+    if (BaseFormatter *feet = FeetFormatter::create(unit))
+        return feet;
+    return UnitFormatter::create(unit);
 }

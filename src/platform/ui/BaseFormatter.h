@@ -17,10 +17,13 @@ public:
     virtual QString getType() const = 0;
 
 public slots:
-    // Significant digits at most, and decimals at most.
+    // Significant digits at most, and decimals at most; both 6 when not set.
     virtual void setSigDigs(int sigDigs) = 0;
     virtual void setPrecision(int precision) = 0;
 };
 
-// A new formatter for the unit, owned by the caller; null for an unknown unit.
+// A new formatter for the unit, owned by the caller; null for an unknown unit. Units with SI prefixes chosen
+// by the value's size: Hz, s, m, V, A, W, ohm, bit/s, B, count. Without: dB, dBm, dBmV, dBuV, dB/km, %, degC,
+// ppm. "FeetFormatter" and "FeetFormatterScaled" take feet and show metres in a metric region. Texts are the
+// same in every language ("." before the decimals), have no trailing zeros, and "---" for what is no number.
 BaseFormatter *getFormatter(const QString &unit);

@@ -1,6 +1,7 @@
 #pragma once
 
-// The regional settings of the instrument.
+// The regional settings of the instrument, as they were when first asked for: from LC_ALL, else
+// LC_MEASUREMENT, else LANG. Metric when none of them names a region.
 class SystemLocale
 {
 public:
