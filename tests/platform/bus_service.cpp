@@ -1,0 +1,138 @@
+// A service for the tests over a real bus: bus_service NAME [--hostile]. It says "published" when its clients
+// may come, obeys the lines on its standard input, and ends with them or with the bus.
+//   value ITEM TEXT      publishes a text
+//   ramp ITEM COUNT      publishes the array 0, 1, 2 ...
+//   attack               (hostile) sends signals that no good service sends
+#include "platform/bus/BusPublisher.h"
+
+#include <QCoreApplication>
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusMetaType>
+#include <QDBusObjectPath>
+#include <QDBusVariant>
+#include <QDBusVirtualObject>
+#include <QSocketNotifier>
+
+#include <unistd.h>
+
+#include <iostream>
+#include <limits>
+#include <memory>
+#include <numeric>
+
+namespace {
+
+using Blocks = QMap<QString, QByteArray>;
+
+const auto path = QStringLiteral("/org/toskorn/hostile");
+const auto interface = QStringLiteral("org.toskorn.Items");
+
+QVector<double> ramp(int count)
+{
+    QVector<double> vector(count);
+    std::iota(vector.begin(), vector.end(), 0.0);
+    return vector;
+}
+
+class HostileObject : public QDBusVirtualObject
+{
+public:
+    QString introspect(const QString &) const override { return {}; }
+    bool handleMessage(const QDBusMessage &message, const QDBusConnection &bus) override
+    {
+        const QVariantMap values{{QStringLiteral("t_label:"), QStringLiteral("good")},
+                                 {QStringLiteral("t_path:"), QVariant::fromValue(QDBusObjectPath("/a"))},
+                                 {QStringLiteral("t_map:"), QVariantMap{{QStringLiteral("a"), 1}}}};
+        const Blocks blocks{{QStringLiteral("t_odd:"), QByteArray(15, 'x')},
+                            {QStringLiteral("t_even:"), QByteArray(16, '\0')},
+                            {QStringLiteral("t_label:"), QByteArray(8, '\0')}};
+        return bus.send(message.createReply(
+            {quint64(1), values, QVariant::fromValue(blocks), QStringList{QStringLiteral("t_late:")}}));
+    }
+};
+
+void signal(const char *name, const QVariantList &arguments)
+{
+    QDBusMessage message = QDBusMessage::createSignal(path, interface, QLatin1String(name));
+    message.setArguments(arguments);
+    QDBusConnection::sessionBus().send(message);
+}
+
+void attack()
+{
+    const auto label = QStringLiteral("t_label:");
+    const auto even = QStringLiteral("t_even:");
+    const quint64 huge = std::numeric_limits<quint64>::max();
+    const quint64 serial = 9;
+    signal("ValueChanged", {});
+    signal("ValueChanged", {label, 1});
+    signal("ValueChanged", {serial, label, QVariant::fromValue(QDBusVariant(QVariantMap()))});
+    signal("ArrayChanged", {serial, even, quint64(1), quint64(0), QByteArray(7, 'x')});
+    signal("ArrayChanged", {serial, even, huge, quint64(0), QByteArray(8, 'x')});
+    signal("ArrayChanged", {serial, even, huge, huge, QByteArray(8, 'x')});
+    signal("ArrayChanged", {serial, even, quint64(0), quint64(0), QByteArray(8, 'x')});
+    signal("ArrayChanged", {serial, even, quint64(3), quint64(1), QByteArray(16, 'x')});
+    signal("ArrayChanged", {serial, label, quint64(1), quint64(0), QByteArray(8, 'x')});
+    signal("ValueChanged", {serial, label, QVariant::fromValue(QDBusVariant(QStringLiteral("survived")))});
+}
+
+void obey(const QByteArray &order, BusPublisher *publisher)
+{
+    const QStringList words = QString::fromUtf8(order).split(QLatin1Char(' '));
+    if (words.first() == QLatin1String("attack"))
+        attack();
+    else if (words.first() == QLatin1String("value"))
+        publisher->setValue(words.value(1), words.value(2));
+    else if (words.first() == QLatin1String("ramp"))
+        publisher->setVector(words.value(1), ramp(words.value(2).toInt()));
+}
+
+void readOrders(BusPublisher *publisher)
+{
+    static QByteArray orders;
+    char buffer[256];
+    const ssize_t count = read(STDIN_FILENO, buffer, sizeof buffer);
+    if (count <= 0) {
+        QCoreApplication::quit();
+        return;
+    }
+    orders.append(buffer, int(count));
+    for (int end = orders.indexOf('\n'); end >= 0; end = orders.indexOf('\n')) {
+        obey(orders.left(end), publisher);
+        orders.remove(0, end + 1);
+    }
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    QCoreApplication application(argc, argv);
+    QDBusConnection bus = QDBusConnection::sessionBus();
+    bus.connect(QString(), QStringLiteral("/org/freedesktop/DBus/Local"),
+                QStringLiteral("org.freedesktop.DBus.Local"), QStringLiteral("Disconnected"), &application,
+                SLOT(quit()));
+    std::unique_ptr<BusPublisher> publisher;
+    HostileObject hostile;
+    if (application.arguments().contains(QStringLiteral("--hostile"))) {
+        qDBusRegisterMetaType<Blocks>();
+        bus.registerVirtualObject(path, &hostile);
+        bus.registerService(QStringLiteral("org.toskorn.hostile"));
+    } else {
+        publisher = std::make_unique<BusPublisher>(application.arguments().value(1));
+        publisher->setValue(QStringLiteral("t_label:"), QStringLiteral("first"));
+        publisher->setVector(QStringLiteral("t_none:doubleARRAY:"), {});
+        publisher->setVector(QStringLiteral("t_one:doubleARRAY:"), {1.5});
+        publisher->setVector(QStringLiteral("t_million:doubleARRAY:"), ramp(1000000));
+        if (!publisher->publish())
+            return 1;
+    }
+    // A service that the bus started has no orders to wait for.
+    QSocketNotifier orders(STDIN_FILENO, QSocketNotifier::Read);
+    orders.setEnabled(!qEnvironmentVariableIsSet("DBUS_STARTER_ADDRESS"));
+    QObject::connect(&orders, &QSocketNotifier::activated, &application,
+                     [&] { readOrders(publisher.get()); });
+    std::cout << "published" << std::endl;
+    return application.exec();
+}
