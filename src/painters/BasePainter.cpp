@@ -1,0 +1,40 @@
+#include "painters/BasePainter.h"
+
+/*!
+    \qmltype BasePainter
+    \brief What all figures of a ContainerPlot have in common.
+
+    An interface: use CrossPainter, TextPainter and the other figures. Declare them as children of a
+   ContainerPlot.
+*/
+BasePainter::BasePainter(QQuickItem *parent)
+    // QQuickItem would announce the child to its container before it is a painter.
+    : QQuickItem(nullptr)
+{
+    setParent(parent);
+    setParentItem(parent);
+}
+
+/*!
+    \qmlproperty AbstractPlot BasePainter::plotParent
+    The plot whose data and ranges the figure refers to; null by default. Needed only where a type says so.
+*/
+void BasePainter::setPlotParent(AbstractPlot *plot)
+{
+    if (m_plotParent == plot)
+        return;
+    if (m_plotParent)
+        disconnect(m_plotParent, nullptr, this, nullptr);
+    m_plotParent = plot;
+    if (plot)
+        connect(plot, SIGNAL(destroyed()), this, SIGNAL(plotParentChanged()));
+    emit plotParentChanged();
+}
+
+void BasePainter::itemChange(ItemChange change, const ItemChangeData &data)
+{
+    // The container skips hidden figures, but hears nothing of their visibility otherwise.
+    if (change == ItemVisibleHasChanged)
+        emit updateNeeded();
+    QQuickItem::itemChange(change, data);
+}

@@ -1,0 +1,157 @@
+#include "painters/SegmentPainter.h"
+
+#include "common/SafeInteger.h"
+#include "painters/PolygonGeometry.h"
+
+#include <QPainter>
+
+/*!
+    \qmltype SegmentPainter
+    \inherits BasePainter
+    \brief A straight line between two data points. The part of it in the visible range is drawn.
+*/
+SegmentPainter::SegmentPainter(QQuickItem *parent)
+    : BasePainter(parent)
+{
+    connect(this, SIGNAL(point1XChanged()), this, SIGNAL(updateNeeded()));
+    connect(this, SIGNAL(point1YChanged()), this, SIGNAL(updateNeeded()));
+    connect(this, SIGNAL(point2XChanged()), this, SIGNAL(updateNeeded()));
+    connect(this, SIGNAL(point2YChanged()), this, SIGNAL(updateNeeded()));
+    connect(this, SIGNAL(segmentColorChanged()), this, SIGNAL(updateNeeded()));
+    connect(this, SIGNAL(lineWidthChanged()), this, SIGNAL(updateNeeded()));
+    connect(this, SIGNAL(lineStyleChanged()), this, SIGNAL(updateNeeded()));
+    connect(this, SIGNAL(endSizeChanged()), this, SIGNAL(updateNeeded()));
+}
+
+void SegmentPainter::paint(QPainter *painter, const QRectF &visibleRect, float scaleX, float scaleY)
+{
+    const QPointF first(m_point1X, m_point1Y);
+    const QPointF second(m_point2X, m_point2Y);
+    QPointF begin = first;
+    QPointF end = second;
+    // Clipped before the conversion to pixels, so that a far end does not bend the visible part.
+    if (!graph::clipLine(begin, end, visibleRect))
+        return;
+    const auto toPixels = [&](const QPointF &point) {
+        return QPoint(graph::pixel((point.x() - visibleRect.x()) * scaleX),
+                      graph::pixel((visibleRect.y() + visibleRect.height() - point.y()) * scaleY));
+    };
+    painter->save();
+    QPen pen(m_segmentColor, graph::penWidth(m_lineWidth), m_lineStyle, Qt::RoundCap);
+    painter->setPen(pen);
+    painter->drawLine(toPixels(begin), toPixels(end));
+
+    pen.setStyle(Qt::SolidLine);
+    painter->setPen(pen);
+    // Compared exactly: Qt's own comparison takes points within a tiny data range for equal.
+    const auto same = [](const QPointF &a, const QPointF &b) { return a.x() == b.x() && a.y() == b.y(); };
+    if (same(begin, first))
+        drawEnd(painter, toPixels(begin));
+    if (same(end, second))
+        drawEnd(painter, toPixels(end));
+    painter->restore();
+}
+
+void SegmentPainter::drawEnd(QPainter *painter, const QPoint &end) const
+{
+    const int half = graph::pixel(m_endSize);
+    if (half > 0)
+        painter->drawLine(end.x(), end.y() - half, end.x(), end.y() + half);
+}
+
+/*!
+    \qmlproperty double SegmentPainter::point1X
+    First end in units of the horizontal axis, 0 by default.
+*/
+void SegmentPainter::setPoint1X(double x)
+{
+    if (m_point1X == x)
+        return;
+    m_point1X = x;
+    emit point1XChanged();
+}
+
+/*!
+    \qmlproperty double SegmentPainter::point1Y
+    First end in units of the vertical axis, 0 by default.
+*/
+void SegmentPainter::setPoint1Y(double y)
+{
+    if (m_point1Y == y)
+        return;
+    m_point1Y = y;
+    emit point1YChanged();
+}
+
+/*!
+    \qmlproperty double SegmentPainter::point2X
+    Second end in units of the horizontal axis, 0 by default.
+*/
+void SegmentPainter::setPoint2X(double x)
+{
+    if (m_point2X == x)
+        return;
+    m_point2X = x;
+    emit point2XChanged();
+}
+
+/*!
+    \qmlproperty double SegmentPainter::point2Y
+    Second end in units of the vertical axis, 0 by default.
+*/
+void SegmentPainter::setPoint2Y(double y)
+{
+    if (m_point2Y == y)
+        return;
+    m_point2Y = y;
+    emit point2YChanged();
+}
+
+/*!
+    \qmlproperty color SegmentPainter::segmentColor
+    Colour of the line, black by default.
+*/
+void SegmentPainter::setSegmentColor(const QColor &color)
+{
+    if (m_segmentColor == color)
+        return;
+    m_segmentColor = color;
+    emit segmentColorChanged();
+}
+
+/*!
+    \qmlproperty int SegmentPainter::lineWidth
+    Width of the line in pixels, 1 by default.
+*/
+void SegmentPainter::setLineWidth(int width)
+{
+    if (m_lineWidth == width)
+        return;
+    m_lineWidth = width;
+    emit lineWidthChanged();
+}
+
+/*!
+    \qmlproperty enumeration SegmentPainter::lineStyle
+    Qt.SolidLine by default, Qt.DashLine and so on.
+*/
+void SegmentPainter::setLineStyle(Qt::PenStyle style)
+{
+    if (m_lineStyle == style)
+        return;
+    m_lineStyle = style;
+    emit lineStyleChanged();
+}
+
+/*!
+    \qmlproperty int SegmentPainter::endSize
+    Length in pixels to which an upright bar reaches up and down at each visible end; 0, the default, draws
+   none.
+*/
+void SegmentPainter::setEndSize(int size)
+{
+    if (m_endSize == size)
+        return;
+    m_endSize = size;
+    emit endSizeChanged();
+}

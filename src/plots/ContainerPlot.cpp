@@ -1,0 +1,73 @@
+#include "plots/ContainerPlot.h"
+
+#include "painters/BasePainter.h"
+
+#include <cmath>
+#include <limits>
+
+/*!
+    \qmltype ContainerPlot
+    \inherits AbstractPlot
+    \brief Holds figures such as CrossPainter and TextPainter, declared as its children, and draws them in
+   data coordinates: the first child lowest, hidden ones not at all.
+*/
+
+/*!
+    \qmlmethod void ContainerPlot::scheduleRedraw()
+    Draws all figures anew with the next frame.
+*/
+void ContainerPlot::scheduleRedraw()
+{
+    update();
+}
+
+void ContainerPlot::paint(QPainter *painter)
+{
+    const graph::PixelMapping mapping = pixelMapping();
+    const auto isSinglePrecision = [](double scale) {
+        return std::abs(scale) <= std::numeric_limits<float>::max();
+    };
+    if (!mapping.isDrawable() || !isSinglePrecision(mapping.scaleX()) || !isSinglePrecision(mapping.scaleY()))
+        return;
+    const QRectF visible = visibleRect();
+    const float scaleX = static_cast<float>(mapping.scaleX());
+    const float scaleY = static_cast<float>(mapping.scaleY());
+    const QList<QQuickItem *> items = childItems();
+    for (QQuickItem *item : items) {
+        auto *figure = dynamic_cast<BasePainter *>(item);
+        if (figure && figure->isVisible())
+            figure->paint(painter, visible, scaleX, scaleY);
+    }
+}
+
+void ContainerPlot::itemChange(ItemChange change, const ItemChangeData &data)
+{
+    if (change == ItemChildAddedChange) {
+        if (auto *figure = dynamic_cast<BasePainter *>(data.item))
+            painterAdded(figure);
+    } else if (change == ItemChildRemovedChange) {
+        if (auto *figure = dynamic_cast<BasePainter *>(data.item))
+            painterRemoved(figure);
+        else
+            // A figure that is being destroyed is only a plain item by now.
+            update();
+    }
+    AbstractPlot::itemChange(change, data);
+}
+
+void ContainerPlot::sltOnUpdateNeeded()
+{
+    update();
+}
+
+void ContainerPlot::painterAdded(BasePainter *painter)
+{
+    connect(painter, SIGNAL(updateNeeded()), this, SLOT(sltOnUpdateNeeded()));
+    update();
+}
+
+void ContainerPlot::painterRemoved(BasePainter *painter)
+{
+    disconnect(painter, SIGNAL(updateNeeded()), this, SLOT(sltOnUpdateNeeded()));
+    update();
+}

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "view/base/AbstractPlot.h"
+
+class BasePainter;
+
+// Draws nothing of its own: paints the figures among its child items into one surface, with its own mapping.
+class ContainerPlot : public AbstractPlot
+{
+    Q_OBJECT
+
+public:
+    using AbstractPlot::AbstractPlot;
+
+    Q_INVOKABLE void scheduleRedraw();
+
+    void paint(QPainter *painter) override;
+
+protected:
+    void itemChange(ItemChange change, const ItemChangeData &data) override;
+
+private slots:
+    void sltOnUpdateNeeded();
+
+private:
+    void painterAdded(BasePainter *painter);
+    void painterRemoved(BasePainter *painter);
+};
