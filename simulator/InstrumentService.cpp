@@ -1,0 +1,108 @@
+#include "InstrumentService.h"
+
+#include "common/SafeInteger.h"
+
+#include <algorithm>
+#include <cmath>
+
+using simulation::SweptTrace;
+using simulation::Trace;
+
+namespace {
+
+QString scalarName(const QString &prefix, const QString &key)
+{
+    return prefix + QLatin1Char('_') + key + QLatin1Char(':');
+}
+
+QString vectorName(const QString &prefix, const QString &key)
+{
+    return scalarName(prefix, key) + QLatin1String("doubleARRAY:");
+}
+
+} // namespace
+
+InstrumentService::InstrumentService(std::unique_ptr<simulation::Instrument> instrument, QObject *parent)
+    : QObject(parent)
+    , m_instrument(std::move(instrument))
+    , m_publisher(m_instrument->serviceName())
+    , m_times(m_instrument->times())
+{
+    m_timer.setSingleShot(true);
+    m_timer.setTimerType(Qt::PreciseTimer);
+    connect(&m_timer, &QTimer::timeout, this, &InstrumentService::advance);
+}
+
+bool InstrumentService::start(std::optional<quint64> held)
+{
+    for (const Trace &trace : m_instrument->traces())
+        publishTrace(trace);
+    publishSweep(held.value_or(0));
+    if (!m_publisher.publish())
+        return false;
+    m_clock.start();
+    if (!held)
+        waitForNextSweep();
+    return true;
+}
+
+void InstrumentService::advance()
+{
+    const quint64 due = m_times.sweepAt(double(m_clock.nsecsElapsed()) * 1e-9);
+    if (due != m_number)
+        publishSweep(due);
+    waitForNextSweep();
+}
+
+void InstrumentService::waitForNextSweep()
+{
+    const double begin = m_times.beginOf(m_number + 1);
+    if (!std::isfinite(begin))
+        return;
+    // At least a millisecond, so that sweeps which take longer than their period leave room for other events.
+    constexpr double longestWait = 3600e3;
+    const double wait = std::ceil(begin * 1e3 - double(m_clock.nsecsElapsed()) * 1e-6);
+    m_timer.start(graph::truncatedIndex(std::clamp(wait, 1.0, longestWait)));
+}
+
+void InstrumentService::publishTrace(const Trace &trace)
+{
+    const simulation::TraceDescription &description = trace.description;
+    const auto publish = [this, &trace](const char *key, const QVariant &value) {
+        m_publisher.setValue(scalarName(trace.prefix, QLatin1String(key)), value);
+    };
+    publish("xLabel", description.xLabel);
+    publish("yLabel", description.yLabel);
+    publish("xSigDigs", description.xSigDigs);
+    publish("ySigDigs", description.ySigDigs);
+    publish("xPrecision", description.xPrecision);
+    publish("yPrecision", description.yPrecision);
+    publish("xRangeBegin", description.xRangeBegin);
+    publish("yRangeBegin", description.yRangeBegin);
+    publish("xRangeEnd", description.xRangeEnd);
+    publish("yRangeEnd", description.yRangeEnd);
+    publish("xUnits", description.xUnits);
+    publish("yUnits", description.yUnits);
+    publish("label", description.label);
+    if (description.equallySpaced) {
+        // Clients know the first of these two keys without its second t.
+        publish("xFirsValue", description.xFirst);
+        publish("xIncrement", description.xIncrement);
+    }
+    for (const simulation::NamedList &list : trace.lists)
+        m_publisher.setValue(scalarName(trace.prefix, list.key), list.names);
+    for (const simulation::NamedVector &vector : trace.vectors)
+        m_publisher.setVector(vectorName(trace.prefix, vector.key), vector.values);
+}
+
+void InstrumentService::publishSweep(quint64 number)
+{
+    m_number = number;
+    const QVector<SweptTrace> traces = m_instrument->sweep(number);
+    for (const SweptTrace &trace : traces)
+        m_publisher.setVector(vectorName(trace.prefix, QStringLiteral("yData")), trace.y);
+    // After all vectors, so that whoever sees the number has every trace of the sweep.
+    for (const SweptTrace &trace : traces)
+        m_publisher.setValue(scalarName(trace.prefix, QStringLiteral("sweep")), double(number));
+    emit sweepPublished(number, traces);
+}

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "platform/bus/BusPublisher.h"
+#include "simulator/Instrument.h"
+
+#include <QElapsedTimer>
+#include <QObject>
+#include <QTimer>
+
+#include <memory>
+#include <optional>
+
+// Publishes one instrument on the bus, sweep by sweep.
+class InstrumentService : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit InstrumentService(std::unique_ptr<simulation::Instrument> instrument, QObject *parent = nullptr);
+
+    QString name() const { return m_instrument->serviceName(); }
+
+    // All items are there before the service appears on the bus, so that clients find them with their first
+    // request. With `held` that sweep stays; otherwise sweeps run from number 0. False when the bus does not
+    // take the service.
+    bool start(std::optional<quint64> held);
+
+signals:
+    void sweepPublished(quint64 number, const QVector<simulation::SweptTrace> &traces);
+
+private:
+    void advance();
+    void waitForNextSweep();
+    void publishTrace(const simulation::Trace &trace);
+    void publishSweep(quint64 number);
+
+    std::unique_ptr<simulation::Instrument> m_instrument;
+    BusPublisher m_publisher;
+    simulation::SweepTimes m_times;
+    quint64 m_number = 0;
+    QElapsedTimer m_clock;
+    QTimer m_timer;
+};

@@ -1,0 +1,121 @@
+#include "InstrumentSet.h"
+
+#include "simulator/FibreReflectometer.h"
+#include "simulator/Oscilloscope.h"
+#include "simulator/RecordedInstrument.h"
+#include "simulator/RecordingFile.h"
+#include "simulator/SpectrumAnalyzer.h"
+
+#include <algorithm>
+
+using namespace simulation;
+
+namespace {
+
+constexpr double usualRate = 25.0;
+// A reflectometer averages many pulses before it shows a trace.
+constexpr double reflectometerRate = 4.0;
+
+} // namespace
+
+InstrumentSet::InstrumentSet(const CommandLine &line)
+    : m_line(line)
+{
+}
+
+ExitStatus InstrumentSet::make()
+{
+    const ExitStatus status = makeReplay();
+    if (status != Done)
+        return status;
+    if (m_line.instruments.contains("analyzer"))
+        makeAnalyzer();
+    if (m_line.instruments.contains("otdr"))
+        add(std::make_unique<FibreReflectometer>(m_line.samples.value_or(20001), m_line.seed,
+                                                 m_line.rate.value_or(reflectometerRate)));
+    if (m_line.instruments.contains("scope"))
+        add(std::make_unique<Oscilloscope>(m_line.samples.value_or(10000), m_line.seed,
+                                           m_line.rate.value_or(usualRate)));
+    return Done;
+}
+
+ExitStatus InstrumentSet::start()
+{
+    for (const auto &service : m_services) {
+        if (!service->start(m_line.held))
+            return complain(QStringLiteral("the bus does not take the service \"%1\"").arg(service->name()),
+                            Failed);
+    }
+    return Done;
+}
+
+void InstrumentSet::add(std::unique_ptr<Instrument> instrument)
+{
+    m_services.push_back(std::make_unique<InstrumentService>(std::move(instrument)));
+}
+
+ExitStatus InstrumentSet::makeReplay()
+{
+    QVector<Recording> recordings;
+    QStringList prefixes;
+    for (const QString &path : m_line.replayFiles) {
+        QString error;
+        const std::optional<Recording> recording = recordingInFile(path, &error);
+        if (!recording)
+            return complain(error, Failed);
+        const QString prefix = RecordedInstrument::prefixOf(recording->header.kind);
+        if (prefixes.contains(prefix))
+            return complain(QStringLiteral("--replay: \"%1\" would take the place of another file's %2")
+                                .arg(path, prefix),
+                            NotUnderstood);
+        prefixes.append(prefix);
+        recordings.append(*recording);
+    }
+    if (!recordings.isEmpty())
+        add(std::make_unique<RecordedInstrument>(recordings, m_line.rate.value_or(0.0)));
+    return Done;
+}
+
+void InstrumentSet::makeAnalyzer()
+{
+    auto instrument = std::make_unique<SpectrumAnalyzer>(m_line.samples.value_or(1001), m_line.seed,
+                                                         m_line.rate.value_or(usualRate));
+    const SpectrumAnalyzer &analyzer = *instrument;
+    add(std::move(instrument));
+    if (m_line.heatmapDirectory.isEmpty())
+        return;
+    const TraceDescription description = analyzer.traces().first().description;
+    HeatmapCounter::Grid grid;
+    grid.topLevel = description.yRangeEnd;
+    grid.rows = qRound((description.yRangeEnd - description.yRangeBegin) / grid.rowStep) + 1;
+    const HeatmapCounter counter(analyzer.samples(), analyzer.firstFrequency(), analyzer.frequencyStep(),
+                                 grid);
+    m_recorder = std::make_unique<HeatmapRecorder>(m_line.heatmapDirectory, counter, m_line.heatmapSweeps);
+    if (m_line.held) {
+        recordHeldSweeps(analyzer);
+        return;
+    }
+    InstrumentService *service = m_services.back().get();
+    QObject::connect(
+        service, &InstrumentService::sweepPublished, service,
+        [this](quint64 sweep, const QVector<SweptTrace> &traces) { record(sweep, traces.first().y); });
+}
+
+void InstrumentSet::recordHeldSweeps(const SpectrumAnalyzer &analyzer)
+{
+    // One file, of the sweeps that would have led up to the held one.
+    const quint64 before = quint64(m_line.heatmapSweeps) - 1;
+    const quint64 first = *m_line.held - std::min(*m_line.held, before);
+    for (quint64 sweep = first; sweep <= first + before; ++sweep)
+        record(sweep, analyzer.levels(sweep));
+}
+
+void InstrumentSet::record(quint64 sweep, const QVector<double> &levels)
+{
+    QString error;
+    const bool failed = !m_recorder->add(sweep, levels, &error);
+    // A full or missing directory is worth one message, not one for each file.
+    if (failed && !m_isRecorderFailing)
+        complain(error, Failed);
+    m_isRecorderFailing = failed;
+}

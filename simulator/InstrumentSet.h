@@ -1,0 +1,37 @@
+#pragma once
+
+#include "CommandLine.h"
+#include "Complaint.h"
+#include "InstrumentService.h"
+#include "simulator/HeatmapRecorder.h"
+
+#include <memory>
+#include <vector>
+
+namespace simulation {
+class SpectrumAnalyzer;
+}
+
+// The instruments and recordings that the command line asks for.
+class InstrumentSet
+{
+public:
+    explicit InstrumentSet(const CommandLine &line);
+
+    // Not done, with a message on standard error, when a recording is of no use. Nothing is on the bus yet.
+    ExitStatus make();
+    // Not done, with a message on standard error, when the bus does not take one of them.
+    ExitStatus start();
+
+private:
+    void add(std::unique_ptr<simulation::Instrument> instrument);
+    ExitStatus makeReplay();
+    void makeAnalyzer();
+    void recordHeldSweeps(const simulation::SpectrumAnalyzer &analyzer);
+    void record(quint64 sweep, const QVector<double> &levels);
+
+    CommandLine m_line;
+    std::unique_ptr<simulation::HeatmapRecorder> m_recorder;
+    bool m_isRecorderFailing = false;
+    std::vector<std::unique_ptr<InstrumentService>> m_services;
+};
