@@ -3,93 +3,88 @@
 #include <QCommandLineParser>
 #include <QFileInfo>
 
-#include <cmath>
-
 namespace {
 
-const QStringList knownInstruments = {"analyzer", "otdr", "scope"};
 // 80 MB for one trace.
 constexpr int mostSamples = 10000000;
 constexpr double highestRate = 1000.0;
 
-const QCommandLineOption
-    instrumentOption("instrument",
-                     "Start the instrument <name>: analyzer, otdr or scope. May be given several "
-                     "times; all of them by default.",
-                     "name");
-const QCommandLineOption
-    samplesOption("samples",
-                  "Samples of each sweep (0 to 10000000; by default 1001 of the analyzer, 20001 of "
-                  "the otdr, 10000 of the scope).",
-                  "number");
-const QCommandLineOption
-    rateOption("rate",
-               "Sweeps per second (above 0, up to 1000; by default 25, of the otdr 4, of a "
-               "recording its own).",
-               "hertz");
-const QCommandLineOption seedOption("seed", "What the noise and the phases are derived from (default 1).",
-                                    "number", "1");
-const QCommandLineOption
-    holdOption("hold", "Publish the sweep of this number only, and stay on the bus with it.", "number");
-const QCommandLineOption
-    replayOption("replay",
-                 "Publish the recording in <file>. Once each for a trace, a table of events and a "
-                 "table of regions; instruments only start if they are named too.",
-                 "file");
-const QCommandLineOption checkOption("check", "Read the recording in <file>, print what it holds, and end.",
-                                     "file");
-const QCommandLineOption
-    heatmapOption("heatmap", "Write heat map files of the analyzer's sweeps into <directory>.", "directory");
-const QCommandLineOption heatmapSweepsOption("heatmap-sweeps", "Sweeps in each heat map file (default 25).",
-                                             "number", "25");
-
-bool fail(const QCommandLineOption &option, const QString &value, const QString &expected, QString *error)
+QStringList knownInstruments()
 {
-    *error = QStringLiteral("--%1: \"%2\" is not %3").arg(option.names().first(), value, expected);
+    return {"analyzer", "otdr", "scope"};
+}
+
+QList<QCommandLineOption> options()
+{
+    return {
+        {"instrument",
+         "Start the instrument <name>: analyzer, otdr or scope. May be given several times; all of them by "
+         "default.",
+         "name"},
+        {"samples",
+         "Samples of each sweep (0 to 10000000; by default 1001 of the analyzer, 20001 of the otdr, 10000 of "
+         "the "
+         "scope).",
+         "number"},
+        {"rate",
+         "Sweeps per second (above 0, up to 1000; by default 25, of the otdr 4, of a recording its own).",
+         "hertz"},
+        {"seed", "What the noise and the phases are derived from (default 1).", "number", "1"},
+        {"hold", "Publish the sweep of this number only, and stay on the bus with it.", "number"},
+        {"replay",
+         "Publish the recording in <file>. Once each for a trace, a table of events and a table of regions; "
+         "instruments only start if they are named too.",
+         "file"},
+        {"check", "Read the recording in <file>, print what it holds, and end.", "file"},
+        {"heatmap", "Write heat map files of the analyzer's sweeps into <directory>.", "directory"},
+        {"heatmap-sweeps", "Sweeps in each heat map file (default 25).", "number", "25"}};
+}
+
+bool fail(const char *option, const QString &value, const QString &expected, QString *error)
+{
+    *error = QStringLiteral("--%1: \"%2\" is not %3").arg(QString::fromLatin1(option), value, expected);
     return false;
 }
 
 bool readInstruments(const QCommandLineParser &parser, CommandLine *line, QString *error)
 {
-    for (const QString &name : parser.values(instrumentOption)) {
-        if (!knownInstruments.contains(name))
-            return fail(instrumentOption, name, QStringLiteral("one of ") + knownInstruments.join(", "),
-                        error);
+    for (const QString &name : parser.values("instrument")) {
+        if (!knownInstruments().contains(name))
+            return fail("instrument", name, QStringLiteral("one of ") + knownInstruments().join(", "), error);
     }
-    line->instruments = parser.values(instrumentOption);
+    line->instruments = parser.values("instrument");
     line->instruments.removeDuplicates();
-    line->replayFiles = parser.values(replayOption);
-    line->checkedFiles = parser.values(checkOption);
+    line->replayFiles = parser.values("replay");
+    line->checkedFiles = parser.values("check");
     if (line->instruments.isEmpty() && line->replayFiles.isEmpty())
-        line->instruments = knownInstruments;
+        line->instruments = knownInstruments();
     return true;
 }
 
 bool readNumbers(const QCommandLineParser &parser, CommandLine *line, QString *error)
 {
     bool isNumber = true;
-    if (parser.isSet(samplesOption)) {
-        const QString text = parser.value(samplesOption);
+    if (parser.isSet("samples")) {
+        const QString text = parser.value("samples");
         line->samples = text.toInt(&isNumber);
         if (!isNumber || *line->samples < 0 || *line->samples > mostSamples)
-            return fail(samplesOption, text, QStringLiteral("a number from 0 to %1").arg(mostSamples), error);
+            return fail("samples", text, QStringLiteral("a number from 0 to %1").arg(mostSamples), error);
     }
-    if (parser.isSet(rateOption)) {
-        const QString text = parser.value(rateOption);
+    if (parser.isSet("rate")) {
+        const QString text = parser.value("rate");
         line->rate = text.toDouble(&isNumber);
         if (!isNumber || !(*line->rate > 0.0) || !(*line->rate <= highestRate))
-            return fail(rateOption, text, QStringLiteral("a number above 0 and up to %1").arg(highestRate),
+            return fail("rate", text, QStringLiteral("a number above 0 and up to %1").arg(highestRate),
                         error);
     }
-    line->seed = parser.value(seedOption).toULongLong(&isNumber);
+    line->seed = parser.value("seed").toULongLong(&isNumber);
     if (!isNumber)
-        return fail(seedOption, parser.value(seedOption), QStringLiteral("a whole number from 0"), error);
-    if (parser.isSet(holdOption)) {
+        return fail("seed", parser.value("seed"), QStringLiteral("a whole number from 0"), error);
+    if (parser.isSet("hold")) {
         // Clients take the number as a double, which holds no more digits.
-        line->held = parser.value(holdOption).toULongLong(&isNumber);
+        line->held = parser.value("hold").toULongLong(&isNumber);
         if (!isNumber || *line->held > quint64(0x1p53))
-            return fail(holdOption, parser.value(holdOption), QStringLiteral("a whole number from 0 to 2^53"),
-                        error);
+            return fail("hold", parser.value("hold"), QStringLiteral("a whole number from 0 to 2^53"), error);
     }
     return true;
 }
@@ -97,17 +92,16 @@ bool readNumbers(const QCommandLineParser &parser, CommandLine *line, QString *e
 bool readHeatmap(const QCommandLineParser &parser, CommandLine *line, QString *error)
 {
     bool isNumber = false;
-    const QString sweeps = parser.value(heatmapSweepsOption);
+    const QString sweeps = parser.value("heatmap-sweeps");
     line->heatmapSweeps = sweeps.toInt(&isNumber);
     if (!isNumber || line->heatmapSweeps < 1 || line->heatmapSweeps > 1000000)
-        return fail(heatmapSweepsOption, sweeps, QStringLiteral("a number from 1 to 1000000"), error);
-    if (!parser.isSet(heatmapOption))
+        return fail("heatmap-sweeps", sweeps, QStringLiteral("a number from 1 to 1000000"), error);
+    if (!parser.isSet("heatmap"))
         return true;
-    line->heatmapDirectory = parser.value(heatmapOption);
+    line->heatmapDirectory = parser.value("heatmap");
     const QFileInfo directory(line->heatmapDirectory);
     if (!directory.isDir() || !directory.isWritable())
-        return fail(heatmapOption, line->heatmapDirectory, QStringLiteral("a directory to write into"),
-                    error);
+        return fail("heatmap", line->heatmapDirectory, QStringLiteral("a directory to write into"), error);
     if (line->instruments.contains("analyzer"))
         return true;
     *error = QStringLiteral("--heatmap: the analyzer is not among the instruments");
@@ -123,8 +117,7 @@ std::optional<CommandLine> CommandLine::parsed(const QStringList &arguments, QSt
         "Publishes the traces of simulated or recorded instruments on the session bus.");
     const QCommandLineOption help = parser.addHelpOption();
     const QCommandLineOption version = parser.addVersionOption();
-    parser.addOptions({instrumentOption, samplesOption, rateOption, seedOption, holdOption, replayOption,
-                       checkOption, heatmapOption, heatmapSweepsOption});
+    parser.addOptions(options());
     if (!parser.parse(arguments)) {
         *error = parser.errorText();
         return {};

@@ -20,7 +20,7 @@ constexpr double pulseLength = 10.2; // m of fibre that a pulse of 100 ns covers
 constexpr double backscatter = -60.0;
 // The receiver recovers from a reflection quickly at first and then slowly.
 constexpr double fastRecovery = 3.0; // m
-constexpr double slowRecovery = 40.0;
+constexpr double slowRecovery = 18.0;
 constexpr double slowShare = 1e-3;
 
 // Light passes the fibre both ways, so a level counts five to the decade of detected power.

@@ -79,20 +79,42 @@ double blockShape(const Block &block, double frequency)
     return outside >= 0.5 * edge ? 0.0 : 0.5 - 0.5 * std::sin(pi * outside / edge);
 }
 
+using Filter = std::array<double, 2 * filterReach + 1>;
+
+// The resolution filter over neighbouring samples, leaving the power of white noise as it is.
+Filter noiseFilter()
+{
+    Filter taps = {};
+    double norm = 0.0;
+    for (size_t i = 0; i < taps.size(); ++i) {
+        taps[i] = filterVoltage(double(i) - filterReach);
+        norm += taps[i] * taps[i];
+    }
+    for (double &tap : taps)
+        tap /= std::sqrt(norm);
+    return taps;
+}
+
+// Noise density as the filter lets it through: the edges of a block are never steeper than its flanks.
+QVector<double> filtered(const QVector<double> &powers)
+{
+    const Filter taps = noiseFilter();
+    QVector<double> result(powers.size(), 0.0);
+    for (int i = 0; i < powers.size(); ++i) {
+        for (int k = -filterReach; k <= filterReach; ++k) {
+            const double tap = taps[size_t(k + filterReach)];
+            result[i] += tap * tap * powers.value(i + k, 0.0);
+        }
+    }
+    return result;
+}
+
 // Adds |carrier + noise|^2 of one look to `sums`. White complex noise runs through the resolution filter, so
 // that neighbours are as much alike as the filter makes them.
 void addLook(NoiseSource noise, const QVector<double> &amplitudes, const QVector<double> &powers,
              QVector<double> *sums)
 {
-    std::array<double, 2 *filterReach + 1> taps = {};
-    double norm = 0.0;
-    for (int i = 0; i < int(taps.size()); ++i) {
-        taps[size_t(i)] = filterVoltage(i - filterReach);
-        norm += taps[size_t(i)] * taps[size_t(i)];
-    }
-    for (double &tap : taps)
-        tap /= std::sqrt(norm);
-
+    const Filter taps = noiseFilter();
     const int count = amplitudes.size();
     std::vector<float> real(size_t(count) + taps.size());
     std::vector<float> imaginary(real.size());
@@ -126,10 +148,12 @@ SpectrumAnalyzer::SpectrumAnalyzer(int samples, quint64 seed, double sweepsPerSe
     , m_powers(m_samples, 0.0)
 {
     for (const Carrier &carrier : steadyCarriers()) {
-        addCarrier(carrier, 1.0, &m_amplitudes);
-        addPhaseNoise(carrier, 1.0, &m_powers);
+        addCarrier(carrier, &m_amplitudes);
+        addPhaseNoise(carrier, &m_powers);
     }
-    addBlocks(&m_powers);
+    const QVector<double> blockPowers = filtered(blockDensities());
+    for (int i = 0; i < m_samples; ++i)
+        m_powers[i] += blockPowers.at(i) * resolutionBandwidth();
 }
 
 QString SpectrumAnalyzer::serviceName() const
@@ -170,11 +194,11 @@ QVector<double> SpectrumAnalyzer::levels(quint64 sweep) const
     QVector<double> amplitudes = m_amplitudes;
     QVector<double> powers = m_powers;
     const Carrier wandering = {wanderingFrequency(sweep), wanderLevel};
-    addCarrier(wandering, 1.0, &amplitudes);
-    addPhaseNoise(wandering, 1.0, &powers);
+    addCarrier(wandering, &amplitudes);
+    addPhaseNoise(wandering, &powers);
     if (isBurstOn(sweep)) {
-        addCarrier(burst, 1.0, &amplitudes);
-        addPhaseNoise(burst, 1.0, &powers);
+        addCarrier(burst, &amplitudes);
+        addPhaseNoise(burst, &powers);
     }
     // The drift is the sources': the receiver's own noise stays.
     const double gain = driftGain(sweep);
@@ -212,9 +236,9 @@ QVector<SpectrumAnalyzer::Carrier> SpectrumAnalyzer::steadyCarriers()
     return {{721.4e6, -34.0}, {737.0e6, -63.0}, {740.0e6, -71.0}, {889.5e6, -52.0}, {987.5e6, -41.0}};
 }
 
-void SpectrumAnalyzer::addCarrier(const Carrier &carrier, double gain, QVector<double> *amplitudes) const
+void SpectrumAnalyzer::addCarrier(const Carrier &carrier, QVector<double> *amplitudes) const
 {
-    const double voltage = gain * std::sqrt(power(carrier.level));
+    const double voltage = std::sqrt(power(carrier.level));
     const double place = (carrier.frequency - first) / m_step;
     const int begin = std::max(0, indexOf(carrier.frequency) - filterReach);
     const int end = std::min(m_samples, indexOf(carrier.frequency) + filterReach + 1);
@@ -222,27 +246,31 @@ void SpectrumAnalyzer::addCarrier(const Carrier &carrier, double gain, QVector<d
         (*amplitudes)[i] += voltage * filterVoltage(i - place);
 }
 
-void SpectrumAnalyzer::addPhaseNoise(const Carrier &carrier, double gain, QVector<double> *powers) const
+void SpectrumAnalyzer::addPhaseNoise(const Carrier &carrier, QVector<double> *powers) const
 {
-    const double top = gain * gain * power(carrier.level) * phaseNoise * resolutionBandwidth();
+    const double top = power(carrier.level) * phaseNoise * resolutionBandwidth();
     for (int i = 0; i < m_samples; ++i) {
         const double offset = (first + i * m_step - carrier.frequency) / phaseNoiseCorner;
         (*powers)[i] += top / (1.0 + offset * offset);
     }
 }
 
-void SpectrumAnalyzer::addBlocks(QVector<double> *powers) const
+QVector<double> SpectrumAnalyzer::blockDensities() const
 {
+    QVector<double> densities(m_samples, 0.0);
     for (const Block &block : blocks) {
-        const double top = power(block.density) * resolutionBandwidth();
+        const double top = power(block.density);
         for (int i = 0; i < m_samples; ++i) {
             const double frequency = first + i * m_step;
             const double shape = blockShape(block, frequency);
+            if (shape <= 0.0)
+                continue;
             const double ripple =
                 block.ripple * std::sin(6.0 * pi * (frequency - block.centre) / block.width);
-            (*powers)[i] += shape > 0.0 ? top * shape * power(ripple) : 0.0;
+            densities[i] += top * shape * power(ripple);
         }
     }
+    return densities;
 }
 
 double SpectrumAnalyzer::resolutionBandwidth() const

@@ -35,9 +35,9 @@ public:
     static QVector<Carrier> steadyCarriers();
 
 private:
-    void addCarrier(const Carrier &carrier, double gain, QVector<double> *amplitudes) const;
-    void addPhaseNoise(const Carrier &carrier, double gain, QVector<double> *powers) const;
-    void addBlocks(QVector<double> *powers) const;
+    void addCarrier(const Carrier &carrier, QVector<double> *amplitudes) const;
+    void addPhaseNoise(const Carrier &carrier, QVector<double> *powers) const;
+    QVector<double> blockDensities() const; // mW/Hz
     double resolutionBandwidth() const;
     double driftGain(quint64 sweep) const;
     bool isBurstOn(quint64 sweep) const;
