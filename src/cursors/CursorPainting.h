@@ -22,7 +22,7 @@ struct CursorBand
 CursorBand cursorBand(int position, int paintedWidth);
 
 // The pixel column where the text of the distance between cursor and marker starts: centred between the two lines, or,
-// where textWidth pixels do not fit there, beside the line nearer to the middle of an item of width pixels. A marker
+// where textWidth pixels do not fit there, beside both on the side with more room in an item of width pixels. A marker
 // outside the item counts as standing on its edge.
 int deltaTextX(int cursor, int marker, int textWidth, double width);
 

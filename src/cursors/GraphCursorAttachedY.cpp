@@ -1,0 +1,7 @@
+#include "cursors/GraphCursorAttachedY.h"
+
+GraphCursorAttachedY::GraphCursorAttachedY(QObject *parent)
+    : GraphCursorAttached(parent)
+{
+    m_followsX = false;
+}

@@ -1,0 +1,16 @@
+#include "cursors/GraphCursorY.h"
+
+/*!
+    \qmltype GraphCursorY
+    \inqmlmodule graph_plugin
+    \inherits GraphCursor
+    \brief A horizontal line on the y axis of the primary plot.
+
+    posValue and posIndex are the value on that axis, cut to whole units while staysOnScreen holds. Its child items use
+    the attached properties of GraphCursor.
+*/
+GraphCursorY::GraphCursorY(QQuickItem *parent)
+    : GraphCursor(parent)
+{
+    m_followsX = false;
+}

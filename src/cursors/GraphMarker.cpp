@@ -1,0 +1,260 @@
+#include "cursors/GraphMarker.h"
+
+#include "axis/ValueAxis.h"
+#include "common/SafeInteger.h"
+#include "cursors/GraphCursor.h"
+#include "cursors/NearestSample.h"
+#include "data/PlotData.h"
+#include "view/base/AbstractPlot.h"
+
+#include <QQmlProperty>
+
+#include <cmath>
+
+namespace {
+
+QString delta(const QString &text)
+{
+    return QStringLiteral("\u0394 %1").arg(text);
+}
+
+QString formattedDifference(const PlotData &data, double a, double b)
+{
+    return delta(data.formattedYValue(std::abs(a - b)));
+}
+
+} // namespace
+
+/*!
+    \qmltype GraphMarker
+    \inqmlmodule graph_plugin
+    \brief A fixed position in a GraphCursor's \c markers, drawn as a thin line with its distance to the cursor.
+
+    A marker stands on a sample of the cursor's primary plot. One that is moved to a sample outside the data becomes
+    invisible and stays so until it is shown again. Deltas are absolute and kept up to date only while it is visible.
+*/
+GraphMarker::GraphMarker(QObject *parent)
+    : QObject(parent)
+{
+    connect(this, SIGNAL(posValueChanged()), this, SLOT(handleDeltaChanged()));
+}
+
+AbstractPlot *GraphMarker::primaryPlot() const
+{
+    return m_cursor ? m_cursor->primaryPlot() : nullptr;
+}
+
+PlotData *GraphMarker::primarySeries() const
+{
+    return m_cursor ? m_cursor->primarySeries() : nullptr;
+}
+
+ValueAxis *GraphMarker::primaryAxis() const
+{
+    return m_cursor ? m_cursor->followedAxis() : nullptr;
+}
+
+void GraphMarker::setCursor(GraphCursor *cursor)
+{
+    if (m_cursor == cursor)
+        return;
+    if (m_cursor)
+        disconnect(m_cursor, nullptr, this, nullptr);
+    m_cursor = cursor;
+    if (m_label)
+        m_label->setParentItem(cursor);
+    if (!cursor)
+        return;
+    connect(cursor, SIGNAL(posValueChanged()), this, SLOT(handleDeltaChanged()));
+    connect(cursor, SIGNAL(plotValuesChanged()), this, SLOT(handleDeltaChanged()));
+}
+
+void GraphMarker::update()
+{
+    if (m_cursor)
+        m_cursor->update();
+}
+
+/*!
+    \qmlproperty double GraphMarker::posValue
+    The data value of the marker's sample, in the unit of the axis; 0 by default. Ignored until the cursor has data.
+*/
+void GraphMarker::setPosValue(double value)
+{
+    if (const PlotData *data = primarySeries())
+        setPosIndex(data->indexOf(value));
+}
+
+/*!
+    \qmlproperty int GraphMarker::posOnScreen
+    The pixel column of the marker in the cursor's item, which may lie outside of it.
+*/
+void GraphMarker::setPosOnScreen(int pixel)
+{
+    if (const AbstractPlot *plot = primaryPlot())
+        setPosValue(plot->mapFromItemX(pixel));
+}
+
+/*!
+    \qmlproperty int GraphMarker::posIndex
+    The index of the marker's sample, -1 until it is placed. An index outside the data hides the marker.
+*/
+void GraphMarker::setPosIndex(int index)
+{
+    const PlotData *data = primarySeries();
+    if (!data)
+        return;
+    if (index < 0 || index >= data->size()) {
+        setVisible(false);
+        return;
+    }
+    if (m_posIndex != index) {
+        m_posIndex = index;
+        m_posValue = data->x(index);
+        m_formattedPosValue = data->formattedXValue(m_posValue);
+        handleDeltaChanged();
+        emit posIndexChanged();
+        emit posValueChanged();
+        emit formattedPosValueChanged();
+    }
+    // Whoever heard of the new position may have replaced the data.
+    data = primarySeries();
+    if (!data)
+        return;
+    const int place = graph::pixel(primaryPlot()->mapToItemX(data->x(m_posIndex)));
+    if (m_posOnScreen == place)
+        return;
+    m_posOnScreen = place;
+    emit posOnScreenChanged(place);
+    update();
+}
+
+/*!
+    \qmlproperty color GraphMarker::color
+    The colour of the line and of the distance, dark yellow by default.
+*/
+void GraphMarker::setColor(QColor color)
+{
+    if (m_color == color)
+        return;
+    m_color = color;
+    emit colorChanged();
+    update();
+}
+
+/*!
+    \qmlproperty bool GraphMarker::visible
+    Whether the marker is drawn and its deltas are computed; false by default.
+*/
+void GraphMarker::setVisible(bool visible)
+{
+    if (m_visible == visible)
+        return;
+    m_visible = visible;
+    emit visibleChanged();
+    handleDeltaChanged();
+    update();
+}
+
+/*!
+    \qmlproperty bool GraphMarker::showDelta
+    Whether formattedDelta is written between cursor and marker, true by default.
+*/
+void GraphMarker::setShowDelta(bool show)
+{
+    if (m_showDelta == show)
+        return;
+    m_showDelta = show;
+    emit showDeltaChanged();
+    update();
+}
+
+/*!
+    \qmlproperty int GraphMarker::deltaY
+    The pixel row of that text's base line, 100 by default.
+*/
+void GraphMarker::setDeltaY(int deltaY)
+{
+    if (m_deltaY == deltaY)
+        return;
+    m_deltaY = deltaY;
+    emit deltaYChanged();
+    update();
+}
+
+/*!
+    \qmlproperty Item GraphMarker::label
+    \default
+    An item to show with the marker, placed into the cursor. Its property \c _parentMarker, if it has one, is set to
+    the marker.
+*/
+void GraphMarker::setLabel(QQuickItem *label)
+{
+    if (m_label == label)
+        return;
+    m_label = label;
+    if (label) {
+        label->setParentItem(m_cursor);
+        QQmlProperty::write(label, QStringLiteral("_parentMarker"), QVariant::fromValue(this));
+    }
+    emit labelChanged();
+}
+
+/*!
+    \qmlproperty string GraphMarker::formattedDelta
+    \readonly
+    The distance to the cursor along the axis, such as "Δ 2.5 km"; formattedDeltaX is the same.
+*/
+/*!
+    \qmlproperty string GraphMarker::formattedDeltaY
+    \readonly
+    The difference between the primary plot's values at the cursor and at the marker.
+*/
+/*!
+    \qmlproperty list<string> GraphMarker::formattedDeltasY
+    \readonly
+    The same for every plot of the cursor; "Δ ---" for one without data.
+*/
+void GraphMarker::handleDeltaChanged()
+{
+    const PlotData *data = primarySeries();
+    if (!data || !m_visible || m_posIndex < 0 || m_posIndex >= data->size())
+        return;
+    const double cursorX = m_cursor->posValue();
+    const QString deltaX = delta(data->formattedXValue(std::abs(cursorX - m_posValue)));
+    const double y = data->y(m_posIndex);
+    const int yPlace = graph::pixel(primaryPlot()->mapToItemY(y));
+    const QString text = data->formattedYValue(y);
+    const QString deltaY = formattedDifference(*data, data->y(graph::nearestSample(*data, cursorX)), y);
+    const QStringList deltasY = seriesDeltas();
+
+    // All is computed before anything is told: whoever hears of it may take the data away.
+    const auto publish = [this](auto &member, const auto &value, void (GraphMarker::*changed)()) {
+        if (member == value)
+            return;
+        member = value;
+        emit (this->*changed)();
+    };
+    publish(m_formattedDeltaX, deltaX, &GraphMarker::formattedDeltaXChanged);
+    publish(m_yValue, y, &GraphMarker::yValueChanged);
+    publish(m_yPosOnScreen, yPlace, &GraphMarker::yPosOnScreenChanged);
+    publish(m_formattedYValue, text, &GraphMarker::formattedYValueChanged);
+    publish(m_formattedDeltaY, deltaY, &GraphMarker::formattedDeltaYChanged);
+    publish(m_formattedDeltasY, deltasY, &GraphMarker::formattedDeltasYChanged);
+}
+
+QStringList GraphMarker::seriesDeltas() const
+{
+    QStringList deltas;
+    const auto series = m_cursor->seriesList();
+    for (const PlotData *data : series) {
+        if (!data || data->size() < 1) {
+            deltas.append(delta(QStringLiteral("---")));
+            continue;
+        }
+        const double atCursor = data->y(graph::nearestSample(*data, m_cursor->posValue()));
+        const double atMarker = data->y(graph::nearestSample(*data, m_posValue));
+        deltas.append(formattedDifference(*data, atCursor, atMarker));
+    }
+    return deltas;
+}
