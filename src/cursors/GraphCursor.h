@@ -60,7 +60,7 @@ public:
     QFont font() const { return m_font; }
     AbstractPlot *primaryPlot() const;
     PlotData *primarySeries() const;
-    ValueAxis *followedAxis() const { return m_axis; }
+    ValueAxis *followedAxis() const;
     QQmlListProperty<AbstractPlot> plots();
     QQmlListProperty<PlotData> series();
     QQmlListProperty<GraphMarker> markers();

@@ -67,6 +67,11 @@ void GraphCursorAttached::connectY()
     handleYPosOnScreenChanged(m_cursor->posOnScreen());
 }
 
+AbstractPlot *GraphCursorAttached::plot() const
+{
+    return m_plot;
+}
+
 /*!
     \qmlattachedproperty AbstractPlot GraphCursor::plot
     The plot whose values are read, null by default. Values stay as they are while it is not one of the cursor's plots.

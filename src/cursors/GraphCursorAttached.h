@@ -25,7 +25,7 @@ public:
     explicit GraphCursorAttached(QObject *parent = nullptr);
 
     GraphCursor *cursor() const { return m_cursor; }
-    AbstractPlot *plot() const { return m_plot; }
+    AbstractPlot *plot() const;
     int index() const { return m_index; }
     int xPosOnScreen() const { return m_xPosOnScreen; }
     int yPosOnScreen() const { return m_yPosOnScreen; }

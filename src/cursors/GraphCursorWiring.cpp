@@ -135,6 +135,11 @@ PlotData *GraphCursor::primarySeries() const
     return plot ? plot->plotData() : nullptr;
 }
 
+ValueAxis *GraphCursor::followedAxis() const
+{
+    return m_axis;
+}
+
 /*!
     \qmlmethod int GraphCursor::indexOfPlot(AbstractPlot plot)
     The place of \a plot in plots, -1 if it is not there.
