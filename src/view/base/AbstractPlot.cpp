@@ -40,6 +40,11 @@ ValueAxis *AbstractPlot::axisY() const
     return m_axisY;
 }
 
+PlotData *AbstractPlot::plotData() const
+{
+    return m_plotData;
+}
+
 double AbstractPlot::baseline() const
 {
     return m_plotData ? m_plotData->baseline() : 0.0;
@@ -213,11 +218,12 @@ void AbstractPlot::setZoomRect(ZoomRect *zoomRect)
 */
 void AbstractPlot::setPlotData(PlotData *data)
 {
-    if (m_plotData == data)
+    if (m_announcedData == data)
         return;
     if (m_plotData)
         disconnect(m_plotData, nullptr, this, nullptr);
     m_plotData = data;
+    m_announcedData = data;
     if (data) {
         connect(data, SIGNAL(destroyed()), this, SLOT(setPlotData()));
         connect(data, SIGNAL(plotChanged()), this, SLOT(handlePlotChanged()));

@@ -27,7 +27,7 @@ public:
     explicit AbstractPlot(QQuickItem *parent = nullptr);
 
     ZoomRect *zoomRect() const;
-    PlotData *plotData() const { return m_plotData; }
+    PlotData *plotData() const;
     ValueAxis *axisX() const;
     ValueAxis *axisY() const;
     QColor penColor() const { return m_penColor; }
@@ -91,8 +91,10 @@ private:
 
     bool m_valid = false;
     QPointer<ZoomRect> m_zoomRect;
-    // Raw on purpose: the destroyed() connection has to tell "just destroyed" from "never set", to notify once.
-    PlotData *m_plotData = nullptr;
+    // Null as soon as the data dies: another plot of the same data may hear of that first and ask around.
+    QPointer<PlotData> m_plotData;
+    // What was last told by plotDataChanged, to tell "just destroyed" from "never set"; never dereferenced.
+    const PlotData *m_announcedData = nullptr;
     QPointer<ValueAxis> m_axisX;
     QPointer<ValueAxis> m_axisY;
     QColor m_penColor = Qt::black;
