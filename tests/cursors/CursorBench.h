@@ -21,9 +21,10 @@ public:
     explicit SignalLog(QObject *object)
     {
         const QMetaMethod slot = metaObject()->method(metaObject()->indexOfSlot("note()"));
-        for (int i = QQuickPaintedItem::staticMetaObject.methodCount(); i < object->metaObject()->methodCount(); ++i) {
-            if (object->metaObject()->method(i).methodType() == QMetaMethod::Signal)
-                connect(object, object->metaObject()->method(i), this, slot);
+        const QMetaObject *meta = object->metaObject();
+        for (int i = meta->methodOffset(); i < meta->methodCount(); ++i) {
+            if (meta->method(i).methodType() == QMetaMethod::Signal)
+                connect(object, meta->method(i), this, slot);
         }
     }
 
@@ -55,6 +56,7 @@ struct CursorBench
         : cursor(benchCursor)
     {
         objects = {zoom.data(), x.data(), y.data(), data.data(), cursor.data()};
+        area.setSize(QSizeF(101, 51));
         x->setMaxValue(100.0);
         y->setAlignment(Qt::AlignLeft);
         y->setMaxValue(50.0);
