@@ -8,9 +8,10 @@
 
 namespace graph {
 
-// Decides when a pyramid over a data object's array pays. Building one costs about as much as reading the array once,
-// so it waits until as many samples were handed out since the last change as the array holds: data that changes
-// before each paint never pays for it, data that is panned and zoomed has it from the second paint on.
+// Decides when a pyramid over a data object's array pays. Building one costs about as much as reading the
+// array once, so it waits until as many samples were handed out since the last change as the array holds:
+// data that changes before each paint never pays for it, data that is panned and zoomed has it from the
+// second paint on.
 class LazyPyramid
 {
 public:
@@ -22,7 +23,7 @@ public:
     }
 
     // The pyramid for a view of `count` of the samples, or null while reading them straight costs less.
-    template<typename Sample>
+    template <typename Sample>
     std::shared_ptr<const MinMaxPyramid> forView(const QVector<Sample> &samples, int count)
     {
         if (m_pyramid || count < smallestView)

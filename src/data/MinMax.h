@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QPointF>
+#include <QRectF>
 
 #include <algorithm>
 #include <limits>
@@ -21,9 +22,15 @@ struct MinMax
     }
 };
 
-// The extremes of `count` values, or of the y of `count` points. NaN is ignored, infinities count; only NaN or a count
-// of 0 and below gives the empty MinMax.
+// The extremes of `count` values, or of the y of `count` points. NaN is ignored, infinities count; only NaN
+// or a count of 0 and below gives the empty MinMax.
 MinMax minMax(const double *values, int count);
 MinMax minMax(const QPointF *points, int count);
+
+// The rectangle from the lower to the upper end of both; null when either is empty.
+inline QRectF boundingRect(const MinMax &x, const MinMax &y)
+{
+    return x.isEmpty() || y.isEmpty() ? QRectF() : QRectF(x.min, y.min, x.max - x.min, y.max - y.min);
+}
 
 } // namespace graph

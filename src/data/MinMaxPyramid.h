@@ -6,23 +6,21 @@
 
 namespace graph {
 
-// Answers the extremes of any index range of one array by looking at some 200 values at most, whatever the length of
-// the range: blocks of 64 samples, and above them levels of eight nodes in one. Takes 0.3 bytes a sample.
+// Answers the extremes of any index range of one array by looking at some 200 values at most, whatever the
+// length of the range: blocks of 64 samples, and above them levels of eight nodes in one. 0.3 bytes a sample.
 //
-// The array is not kept. Each query is given the same, unchanged samples again: double, QPointF, or any type with a
-// function minMax(const Sample *, int).
+// The array is not kept. Each query is given the same, unchanged samples again: double, QPointF, or any type
+// with a function minMax(const Sample *, int).
 class MinMaxPyramid
 {
 public:
     static constexpr int blockSize = 64;
     static constexpr int fanOut = 8;
 
-    template<typename Sample>
-    MinMaxPyramid(const Sample *samples, int count);
+    template <typename Sample> MinMaxPyramid(const Sample *samples, int count);
 
     // The same as minMax(samples + first, end - first), for 0 <= first <= end <= count.
-    template<typename Sample>
-    MinMax minMax(const Sample *samples, int first, int end) const;
+    template <typename Sample> MinMax minMax(const Sample *samples, int first, int end) const;
 
 private:
     using Level = std::vector<MinMax>;
@@ -32,11 +30,11 @@ private:
     std::vector<Level> m_levels; // the finest first
 };
 
-template<typename Sample>
-MinMaxPyramid::MinMaxPyramid(const Sample *samples, int count)
+template <typename Sample> MinMaxPyramid::MinMaxPyramid(const Sample *samples, int count)
 {
     using graph::minMax;
-    Level blocks(std::size_t(std::max(count, 0)) / blockSize); // whole blocks; the rest is read from the array
+    // Whole blocks only; the rest is read from the array.
+    Level blocks(std::size_t(std::max(count, 0)) / blockSize);
     for (std::size_t block = 0; block < blocks.size(); ++block)
         blocks[block] = minMax(samples + block * blockSize, blockSize);
     while (blocks.size() >= fanOut) {
@@ -51,8 +49,7 @@ MinMaxPyramid::MinMaxPyramid(const Sample *samples, int count)
     m_levels.push_back(std::move(blocks));
 }
 
-template<typename Sample>
-MinMax MinMaxPyramid::minMax(const Sample *samples, int first, int end) const
+template <typename Sample> MinMax MinMaxPyramid::minMax(const Sample *samples, int first, int end) const
 {
     using graph::minMax;
     const int firstBlock = first / blockSize + (first % blockSize != 0);
@@ -65,7 +62,7 @@ MinMax MinMaxPyramid::minMax(const Sample *samples, int first, int end) const
     return result;
 }
 
-// The extremes of the blocks first..end-1: the ends that do not fill a node of the next level, then that level.
+// The extremes of the blocks first..end-1: the ends that fill no node of the next level, then that level.
 inline MinMax MinMaxPyramid::nodes(std::size_t first, std::size_t end) const
 {
     MinMax result;

@@ -11,13 +11,10 @@ class PlotBands : public PlotPoints
 public:
     explicit PlotBands(QObject *parent = nullptr);
 
-    void clear() override;
-    void resize(int n) override;
     bool operator==(const PlotData &other) const override;
     void sort() override;
 
     Q_INVOKABLE void append(const QPointF &point, const QString &name);
-    // The names of the points in the x range of `rect`, in the order of samples().
     Q_INVOKABLE QStringList names(const QRectF &rect) const;
 
 protected:
@@ -25,6 +22,12 @@ protected:
     void write(QDataStream &stream) const override;
     void read(QDataStream &stream) override;
 
+private slots:
+    void dropNames(int size);
+
 private:
-    QVector<QString> m_names; // of the first points; the others have none
+    // One for each point, empty where none was given.
+    QVector<QString> allNames() const;
+
+    QVector<QString> m_names; // of the first points; never more than there are points
 };

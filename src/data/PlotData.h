@@ -62,10 +62,13 @@ public:
     virtual void resize(int n) = 0;
     virtual bool operator==(const PlotData &other) const;
 
-    // The samples with xMin <= x <= xMax in ascending order of x, in place; the ends may be swapped, NaN gives none.
-    // Points that are used as segments: the pairs that overlap the range, in the order of the data.
-    virtual graph::SampleSpan sampleSpan(double xMin, double xMax) const = 0;
-    graph::SampleSpan sampleSpan(const QRectF &rect) const { return sampleSpan(rect.left(), rect.right()); }
+    // The samples with xMin <= x <= xMax in ascending order of x, in place; the ends may be swapped, NaN
+    // gives none. Of points used as segments: the pairs that overlap the range, in the order of the data.
+    virtual graph::SampleSpan sampleSpan(double xMin, double xMax) const;
+    graph::SampleSpan sampleSpan(const QRectF &rect) const
+    {
+        return sampleSpan(rect.x(), rect.x() + rect.width());
+    }
 
     QString dbusAddress() const { return m_bus.address(); }
     QString label() const { return m_label; }
@@ -148,11 +151,13 @@ protected:
     void connectOrnItem(const QString &key);
     void connectOrnVecDoubleItem(const QString &key);
 
-    // The static meta-object of the kind of data: objects made by QML have others of their own.
-    virtual const QMetaObject *kind() const = 0;
-    // The data of the object without its labels; reading leaves the object as it was when the stream is broken.
-    virtual void write(QDataStream &stream) const = 0;
-    virtual void read(QDataStream &stream) = 0;
+    // Equal objects are of the same kind: the class that holds the data, because an object that QML made may
+    // have a class and a meta-object of its own.
+    virtual const QMetaObject *kind() const { return &staticMetaObject; }
+    bool isSameKind(const PlotData &other) const { return kind() == other.kind(); }
+    // The data of the object without its labels; a broken stream leaves the object as it was.
+    virtual void write(QDataStream &stream) const;
+    virtual void read(QDataStream &stream);
 
 protected slots:
     void handleOrnItemValueChanged();

@@ -44,8 +44,8 @@ protected:
     void write(QDataStream &stream) const override;
     void read(QDataStream &stream) override;
 
-    const QVector<QPointF> &points() const { return m_points; }
     void setPoints(const QVector<QPointF> &points);
+    void appendPoint(const QPointF &point);
     // The indices of the points in ascending order of x, NaN last.
     QVector<int> ascendingOrder() const;
 
@@ -60,8 +60,10 @@ private:
         QVector<int> indices; // of each point in the data; empty when the data is in this order already
     };
 
-    template<typename Coordinate>
-    void setCoordinate(const QVector<double> &values, Coordinate coordinate);
+    // Around each change of m_points; the first gives the number of points for the second.
+    int beginChange();
+    void endChange(int formerSize);
+    template <typename Coordinate> void setCoordinate(const QVector<double> &values, Coordinate coordinate);
     const Ascending &ascending() const;
     graph::SampleSpan segmentSpan(double xMin, double xMax) const;
 

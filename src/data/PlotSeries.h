@@ -52,7 +52,8 @@ protected:
 
 private:
     bool contains(int index) const { return index >= 0 && index < m_yData.size(); }
-    void changeSize(int formerSize);
+    // After a change of the values.
+    void announceData(int formerSize);
 
     QVector<double> m_yData;
     double m_xInterval = 1.0;

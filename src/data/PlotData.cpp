@@ -1,0 +1,448 @@
+#include "data/PlotData.h"
+
+#include "common/ObjectCounter.h"
+#include "data/AxisAccess.h"
+#include "data/VectorStream.h"
+
+#include <QDebug>
+#include <QTextStream>
+#include <QTimerEvent>
+
+#include <ostream>
+
+namespace {
+
+QString formatted(const BaseFormatter *formatter, double value)
+{
+    return formatter ? formatter->formatValue(QVariant(value)) : QString::number(value, 'g', 6);
+}
+
+QString unitsOf(const BaseFormatter *formatter)
+{
+    return formatter ? formatter->getType() : QString();
+}
+
+// False when the member holds the value already.
+template <typename T> bool store(T &member, const T &value)
+{
+    if (member == value)
+        return false;
+    member = value;
+    return true;
+}
+
+} // namespace
+
+/*!
+    \qmltype PlotData
+    \inqmlmodule graph_plugin
+    \brief The samples of one trace with their texts, number formats and axes; the base of all data types.
+
+    \c plotChanged() follows every change of the data and of the properties except the axes, once per pass of
+    the event loop however many changes there were.
+
+    \qmlproperty int PlotData::size
+    The number of samples.
+*/
+PlotData::PlotData(QObject *parent)
+    : QObject(parent)
+{
+    static graph::ObjectCounter counter("PD");
+    setObjectName(counter.nextName());
+
+    const char *const announced[] = {
+        SIGNAL(sizeChanged(int)),
+        SIGNAL(labelChanged(QString)),
+        SIGNAL(xLabelChanged(QString)),
+        SIGNAL(yLabelChanged(QString)),
+        SIGNAL(xSigDigsChanged(int)),
+        SIGNAL(ySigDigsChanged(int)),
+        SIGNAL(xPrecisionChanged(int)),
+        SIGNAL(yPrecisionChanged(int)),
+        SIGNAL(xRangeBeginChanged(double)),
+        SIGNAL(yRangeBeginChanged(double)),
+        SIGNAL(xRangeEndChanged(double)),
+        SIGNAL(yRangeEndChanged(double)),
+        SIGNAL(xUnitsChanged(QString)),
+        SIGNAL(yUnitsChanged(QString)),
+        SIGNAL(sgnUsePointsAsSignalsChanged()),
+        SIGNAL(sgnActiveChanged()),
+    };
+    for (const char *signal : announced)
+        connect(this, signal, this, SLOT(emitPlotChanged()));
+}
+
+QString PlotData::toString() const
+{
+    const int count = size();
+    QString text = objectName() + QStringLiteral(" (%1):").arg(count);
+    for (int i = 0; i < count; ++i)
+        text += QStringLiteral(" (%1, %2)").arg(x(i)).arg(y(i));
+    return text;
+}
+
+graph::SampleSpan PlotData::sampleSpan(double xMin, double xMax) const
+{
+    return graph::SampleSpan(samples(QRectF(xMin, 0.0, xMax - xMin, 0.0)));
+}
+
+/*!
+    \qmlproperty string PlotData::dbusAddress
+    Where the data comes from: the name of a bus client, a comma and the prefix of its item names. Each
+    property follows the item of its name, as far as the bus has one. An address without a comma is ignored.
+    Default: empty.
+*/
+void PlotData::setDbusAddress(const QString &address)
+{
+    if (!m_bus.setAddress(address))
+        return;
+    static const char *const keys[] = {"xLabel",     "yLabel",      "xSigDigs",    "ySigDigs",  "xPrecision",
+                                       "yPrecision", "xRangeBegin", "yRangeBegin", "xRangeEnd", "yRangeEnd",
+                                       "xUnits",     "yUnits",      "label"};
+    for (const char *key : keys)
+        connectOrnItem(QLatin1String(key));
+}
+
+bool PlotData::containsPoint(double)
+{
+    return false;
+}
+
+void PlotData::clear()
+{
+    emitPlotChanged();
+}
+
+bool PlotData::operator==(const PlotData &other) const
+{
+    if (!isSameKind(other) || size() != other.size())
+        return false;
+    // Not through QPointF, which takes points a picosecond apart for equal ones.
+    for (int i = 0; i < size(); ++i) {
+        if (x(i) != other.x(i) || y(i) != other.y(i))
+            return false;
+    }
+    return true;
+}
+
+QString PlotData::xUnits() const
+{
+    return unitsOf(m_xFormatter);
+}
+
+QString PlotData::yUnits() const
+{
+    return unitsOf(m_yFormatter);
+}
+
+double PlotData::baseline() const
+{
+    return graph::axisBaseline(axisY());
+}
+
+/*!
+    \qmlproperty string PlotData::label
+    \qmlproperty string PlotData::xLabel
+    \qmlproperty string PlotData::yLabel
+    The names of the trace and of its two quantities. Default: empty.
+*/
+void PlotData::setLabel(const QString &label)
+{
+    if (store(m_label, label))
+        emit labelChanged(m_label);
+}
+
+void PlotData::setXLabel(const QString &label)
+{
+    if (store(m_xLabel, label))
+        emit xLabelChanged(m_xLabel);
+}
+
+void PlotData::setYLabel(const QString &label)
+{
+    if (store(m_yLabel, label))
+        emit yLabelChanged(m_yLabel);
+}
+
+/*!
+    \qmlproperty int PlotData::xSigDigs
+    \qmlproperty int PlotData::ySigDigs
+    Significant digits of formatted values, where there is a formatter. Default: 4.
+*/
+void PlotData::setXSigDigs(int sigDigs)
+{
+    if (store(m_xSigDigs, sigDigs))
+        emit xSigDigsChanged(m_xSigDigs);
+}
+
+void PlotData::setYSigDigs(int sigDigs)
+{
+    if (store(m_ySigDigs, sigDigs))
+        emit ySigDigsChanged(m_ySigDigs);
+}
+
+/*!
+    \qmlproperty int PlotData::xPrecision
+    \qmlproperty int PlotData::yPrecision
+    Decimals of formatted values, where there is a formatter. Default: 2.
+*/
+void PlotData::setXPrecision(int precision)
+{
+    if (store(m_xPrecision, precision))
+        emit xPrecisionChanged(m_xPrecision);
+}
+
+void PlotData::setYPrecision(int precision)
+{
+    if (store(m_yPrecision, precision))
+        emit yPrecisionChanged(m_yPrecision);
+}
+
+/*!
+    \qmlproperty double PlotData::xRangeBegin
+    \qmlproperty double PlotData::xRangeEnd
+    \qmlproperty double PlotData::yRangeBegin
+    \qmlproperty double PlotData::yRangeEnd
+    The nominal ranges, in the units of the data, for whoever sets up axes; they limit nothing. Default: 0.
+*/
+void PlotData::setXRangeBegin(double value)
+{
+    if (store(m_xRangeBegin, value))
+        emit xRangeBeginChanged(m_xRangeBegin);
+}
+
+void PlotData::setYRangeBegin(double value)
+{
+    if (store(m_yRangeBegin, value))
+        emit yRangeBeginChanged(m_yRangeBegin);
+}
+
+void PlotData::setXRangeEnd(double value)
+{
+    if (store(m_xRangeEnd, value))
+        emit xRangeEndChanged(m_xRangeEnd);
+}
+
+void PlotData::setYRangeEnd(double value)
+{
+    if (store(m_yRangeEnd, value))
+        emit yRangeEndChanged(m_yRangeEnd);
+}
+
+/*!
+    \qmlproperty string PlotData::xUnits
+    \qmlproperty string PlotData::yUnits
+    The unit that chooses the formatter of the values. A unit that no formatter knows reads back empty.
+
+    \qmlproperty BaseFormatter PlotData::xFormatter
+    \qmlproperty BaseFormatter PlotData::yFormatter
+    What turns values into text; null when there is no unit. It belongs to the data object.
+*/
+void PlotData::setXUnits(const QString &units)
+{
+    if (units == xUnits())
+        return;
+    replaceFormatter(m_xFormatter, units);
+    if (m_xFormatter) {
+        m_xFormatter->setSigDigs(m_xSigDigs);
+        m_xFormatter->setPrecision(m_xPrecision);
+        connect(this, SIGNAL(xSigDigsChanged(int)), m_xFormatter, SLOT(setSigDigs(int)));
+        connect(this, SIGNAL(xPrecisionChanged(int)), m_xFormatter, SLOT(setPrecision(int)));
+    }
+    emit xUnitsChanged(xUnits());
+    emit xFormatterChanged(m_xFormatter);
+}
+
+void PlotData::setYUnits(const QString &units)
+{
+    if (units == yUnits())
+        return;
+    replaceFormatter(m_yFormatter, units);
+    if (m_yFormatter) {
+        m_yFormatter->setSigDigs(m_ySigDigs);
+        m_yFormatter->setPrecision(m_yPrecision);
+        connect(this, SIGNAL(ySigDigsChanged(int)), m_yFormatter, SLOT(setSigDigs(int)));
+        connect(this, SIGNAL(yPrecisionChanged(int)), m_yFormatter, SLOT(setPrecision(int)));
+    }
+    emit yUnitsChanged(yUnits());
+    emit yFormatterChanged(m_yFormatter);
+}
+
+void PlotData::replaceFormatter(QPointer<BaseFormatter> &formatter, const QString &units)
+{
+    if (formatter) {
+        disconnect(formatter);
+        formatter->disconnect(this);
+        formatter->deleteLater(); // not at once: the text it gave may still be on its way to a label
+    }
+    formatter = getFormatter(units);
+    if (formatter)
+        formatter->setParent(this);
+}
+
+/*!
+    \qmlproperty ValueAxis PlotData::axisX
+    \qmlproperty ValueAxis PlotData::axisY
+    The axes that the data is drawn against; plots of the data take them over. Null once the axis is gone.
+*/
+void PlotData::setAxisX(ValueAxis *axis)
+{
+    if (m_axisX.set(axis))
+        emit axisXChanged(axis);
+}
+
+void PlotData::setAxisY(ValueAxis *axis)
+{
+    if (m_axisY.set(axis))
+        emit axisYChanged(axis);
+}
+
+bool PlotData::AxisReference::set(ValueAxis *newAxis)
+{
+    if (newAxis == axis())
+        return false;
+    m_axis = newAxis;
+    m_object = graph::axisObject(newAxis);
+    return true;
+}
+
+/*!
+    \qmlproperty bool PlotData::usePointsAsSegments
+    Points are the two ends of separate segments, pair by pair. Used by \l PlotPoints. Default: false.
+*/
+void PlotData::setUsePointsAsSegments(bool use)
+{
+    if (store(m_usePointsAsSegments, use))
+        emit sgnUsePointsAsSignalsChanged();
+}
+
+/*!
+    \qmlproperty bool PlotData::active
+    A cursor may choose the plot of this data by itself. Default: false.
+*/
+void PlotData::setActive(bool active)
+{
+    if (store(m_active, active))
+        emit sgnActiveChanged();
+}
+
+/*!
+    \qmlmethod string PlotData::formattedXValue(double x)
+    \qmlmethod string PlotData::formattedYValue(double y)
+    The value as text: by the formatter, or with six digits where there is none.
+*/
+QString PlotData::formattedXValue(double x) const
+{
+    return formatted(m_xFormatter, x);
+}
+
+QString PlotData::formattedYValue(double y) const
+{
+    return formatted(m_yFormatter, y);
+}
+
+/*!
+    \qmlmethod string PlotData::formattedXValueByPosIndex(int posIndex)
+    \qmlmethod string PlotData::formattedYValueByPosIndex(int posIndex)
+    The x or y of a sample as text.
+*/
+QString PlotData::formattedXValueByPosIndex(int posIndex) const
+{
+    return formattedXValue(x(posIndex));
+}
+
+QString PlotData::formattedYValueByPosIndex(int posIndex) const
+{
+    return formattedYValue(y(posIndex));
+}
+
+void PlotData::emitPlotChanged()
+{
+    if (m_plotChangedTimer != 0)
+        killTimer(m_plotChangedTimer);
+    m_plotChangedTimer = startTimer(0, Qt::CoarseTimer);
+}
+
+void PlotData::timerEvent(QTimerEvent *event)
+{
+    if (event->timerId() != m_plotChangedTimer) {
+        QObject::timerEvent(event);
+        return;
+    }
+    killTimer(m_plotChangedTimer);
+    m_plotChangedTimer = 0;
+    emit plotChanged();
+}
+
+void PlotData::connectOrnItem(const QString &key)
+{
+    ORNClientItem *item = m_bus.takeItem(key);
+    if (!item)
+        return;
+    setProperty(key.toLocal8Bit().constData(), item->getValue());
+    connect(item, SIGNAL(valueChanged()), this, SLOT(handleOrnItemValueChanged()));
+}
+
+void PlotData::connectOrnVecDoubleItem(const QString &key)
+{
+    ORNVecDoubleClientItem *item = m_bus.takeVectorItem(key);
+    if (!m_bus.hasClient())
+        return;
+    if (!item) {
+        qDebug() << this << "No ORNVecDoubleClientItem for";
+        return;
+    }
+    setProperty(key.toLocal8Bit().constData(), QVariant::fromValue(item->vector()));
+    connect(item, SIGNAL(sizeChanged()), this, SLOT(handleOrnVecDoubleItemChanged()));
+}
+
+// QML may call the two handlers itself: then there is no sender, or another one.
+void PlotData::handleOrnItemValueChanged()
+{
+    if (const auto *item = qobject_cast<ORNClientItem *>(sender()))
+        setProperty(BusBinding::key(item).constData(), item->getValue());
+}
+
+void PlotData::handleOrnVecDoubleItemChanged()
+{
+    const auto *item = qobject_cast<ORNVecDoubleClientItem *>(sender());
+    if (!item) {
+        qDebug() << "in handleOrnVecDoubleItemChanged: sender() =" << sender();
+        return;
+    }
+    setProperty(BusBinding::vectorKey(item).constData(), QVariant::fromValue(item->vector()));
+}
+
+void PlotData::write(QDataStream &stream) const
+{
+    stream << qint32(size());
+    for (int i = 0; i < size(); ++i)
+        stream << sample(i);
+}
+
+void PlotData::read(QDataStream &stream)
+{
+    stream.setStatus(QDataStream::ReadCorruptData); // a class that cannot be written to
+}
+
+QTextStream &operator<<(QTextStream &stream, const PlotData &data)
+{
+    return stream << data.toString();
+}
+
+std::ostream &operator<<(std::ostream &stream, const PlotData &data)
+{
+    return stream << data.toString().toStdString();
+}
+
+QDataStream &operator<<(QDataStream &stream, const PlotData &data)
+{
+    data.write(stream);
+    return stream;
+}
+
+QDataStream &operator>>(QDataStream &stream, PlotData &data)
+{
+    data.read(stream);
+    return stream;
+}

@@ -1,0 +1,270 @@
+#include "data/PlotRegions.h"
+
+#include <QDataStream>
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+using RegionList = QQmlListProperty<PlotRegion>;
+
+PlotRegions *owner(RegionList *list)
+{
+    return qobject_cast<PlotRegions *>(list->object);
+}
+
+void appendRegion(RegionList *list, PlotRegion *region)
+{
+    if (PlotRegions *regions = owner(list))
+        regions->append(region);
+}
+
+int regionCount(RegionList *list)
+{
+    const PlotRegions *regions = owner(list);
+    return regions ? regions->size() : 0;
+}
+
+PlotRegion *regionAt(RegionList *list, int index)
+{
+    const PlotRegions *regions = owner(list);
+    return regions ? regions->region(index) : nullptr;
+}
+
+void clearRegions(RegionList *list)
+{
+    if (PlotRegions *regions = owner(list))
+        regions->clear();
+}
+
+bool beginsEarlier(const PlotRegion *a, const PlotRegion *b)
+{
+    // NaN after all numbers, so that the order is one.
+    return a->begin() < b->begin() || (std::isnan(b->begin()) && !std::isnan(a->begin()));
+}
+
+} // namespace
+
+/*!
+    \qmltype PlotRegions
+    \inherits PlotData
+    \inqmlmodule graph_plugin
+    \brief Named spans of the x axis, such as channels or the bands of a band plan.
+
+    Sample i is the begin and the value of region i.
+*/
+PlotRegions::PlotRegions(QObject *parent)
+    : PlotData(parent)
+{
+}
+
+QRectF PlotRegions::boundingRect() const
+{
+    graph::MinMax extentX;
+    graph::MinMax extentY;
+    for (const PlotRegion *region : m_regions) {
+        if (!region || !std::isfinite(region->begin()) || !std::isfinite(region->end()) ||
+            !std::isfinite(region->value()))
+            continue;
+        extentX.add({region->begin(), region->begin()});
+        extentX.add({region->end(), region->end()});
+        extentY.add({region->value(), region->value()});
+    }
+    return graph::boundingRect(extentX, extentY);
+}
+
+QPointF PlotRegions::sample(int index) const
+{
+    const PlotRegion *found = region(index);
+    return found ? QPointF(found->begin(), found->value()) : QPointF();
+}
+
+QVector<QPointF> PlotRegions::samples(const QRectF &rect) const
+{
+    return sampleSpan(rect).toVector();
+}
+
+graph::SampleSpan PlotRegions::sampleSpan(double xMin, double xMax) const
+{
+    if (xMin > xMax)
+        std::swap(xMin, xMax);
+    QVector<int> indices;
+    for (int i = 0; i < m_regions.size(); ++i) {
+        if (m_regions.at(i) && m_regions.at(i)->overlaps(xMin, xMax))
+            indices.append(i);
+    }
+    std::stable_sort(indices.begin(), indices.end(),
+                     [this](int a, int b) { return beginsEarlier(m_regions.at(a), m_regions.at(b)); });
+    QVector<QPointF> points;
+    for (int index : qAsConst(indices))
+        points.append(sample(index));
+    return graph::SampleSpan(points, indices);
+}
+
+// The last region that begins at or before x; -1 when all begin after it.
+int PlotRegions::indexOf(double x) const
+{
+    int found = -1;
+    for (int i = 0; i < m_regions.size(); ++i) {
+        const PlotRegion *candidate = m_regions.at(i);
+        if (candidate && candidate->begin() <= x &&
+            (found < 0 || candidate->begin() >= m_regions.at(found)->begin()))
+            found = i;
+    }
+    return found;
+}
+
+void PlotRegions::clear()
+{
+    const QVector<QPointer<PlotRegion>> former = m_regions;
+    m_regions.clear();
+    for (PlotRegion *region : former) {
+        if (region)
+            region->disconnect(this);
+    }
+    if (former.isEmpty())
+        return;
+    emit sizeChanged(0);
+    emit regionsChanged();
+    PlotData::clear();
+}
+
+void PlotRegions::reserve(int n)
+{
+    if (n > 0)
+        m_regions.reserve(n);
+}
+
+void PlotRegions::resize(int n)
+{
+    reserve(n);
+}
+
+bool PlotRegions::operator==(const PlotData &other) const
+{
+    if (!isSameKind(other) || size() != other.size())
+        return false;
+    const auto isEqual = [](const PlotRegion *a, const PlotRegion *b) {
+        return a && b && a->valid() == b->valid() && a->begin() == b->begin() && a->end() == b->end() &&
+               a->value() == b->value() && a->name() == b->name() && a->color() == b->color() &&
+               a->plotStyle() == b->plotStyle();
+    };
+    return std::equal(m_regions.cbegin(), m_regions.cend(),
+                      static_cast<const PlotRegions &>(other).m_regions.cbegin(), isEqual);
+}
+
+/*!
+    \qmlproperty list<PlotRegion> PlotRegions::regions
+    \default
+    The regions; they are not owned. A region that is destroyed leaves the list.
+*/
+QQmlListProperty<PlotRegion> PlotRegions::regions()
+{
+    return RegionList(this, nullptr, appendRegion, regionCount, regionAt, clearRegions);
+}
+
+/*!
+    \qmlmethod void PlotRegions::append(PlotRegion data)
+    Adds a region at the end. Null is ignored.
+*/
+void PlotRegions::append(PlotRegion *data)
+{
+    if (!data)
+        return;
+    m_regions.append(data);
+    if (m_staticTextPrepared)
+        data->prepareStaticText(m_textTransform, m_textFont);
+    connect(data, SIGNAL(regionChanged()), this, SLOT(emitPlotChanged()));
+    connect(data, SIGNAL(destroyed()), this, SLOT(dropDestroyedRegions()), Qt::UniqueConnection);
+    emitPlotChanged();
+    emit sizeChanged(size());
+    emit regionsChanged();
+}
+
+/*!
+    \qmlmethod void PlotRegions::remove(PlotRegion data)
+    Takes a region out of the list, once, and stops following it. It stays on the screen until the next
+    repaint, so that many can be removed at the cost of one.
+*/
+void PlotRegions::remove(PlotRegion *data)
+{
+    if (!data)
+        return;
+    m_regions.removeOne(data);
+    data->disconnect(this);
+    if (m_regions.contains(data)) // it was in the list twice
+        connect(data, SIGNAL(destroyed()), this, SLOT(dropDestroyedRegions()));
+    emit regionsChanged();
+}
+
+void PlotRegions::dropDestroyedRegions()
+{
+    const int formerSize = m_regions.size();
+    m_regions.removeAll(nullptr);
+    if (m_regions.size() == formerSize)
+        return;
+    emit sizeChanged(m_regions.size());
+    emit regionsChanged();
+}
+
+void PlotRegions::sort()
+{
+    std::sort(m_regions.begin(), m_regions.end(), beginsEarlier);
+}
+
+void PlotRegions::prepareStaticText(const QTransform &transform, const QFont &font)
+{
+    m_staticTextPrepared = true;
+    m_textTransform = transform;
+    m_textFont = font;
+    for (PlotRegion *region : qAsConst(m_regions)) {
+        if (region)
+            region->prepareStaticText(transform, font);
+    }
+}
+
+void PlotRegions::write(QDataStream &stream) const
+{
+    stream << qint32(size());
+    const PlotRegion none;
+    for (const PlotRegion *entry : m_regions) {
+        const PlotRegion &region = entry ? *entry : none;
+        stream << region.valid() << region.begin() << region.end() << region.value() << region.name()
+               << region.color() << qint32(region.plotStyle());
+    }
+}
+
+// The regions read are children of this object; those it had before are only let go.
+void PlotRegions::read(QDataStream &stream)
+{
+    qint32 count = 0;
+    stream >> count;
+    if (count < 0)
+        stream.setStatus(QDataStream::ReadCorruptData);
+    QVector<PlotRegion *> read;
+    for (qint32 i = 0; i < count && stream.status() == QDataStream::Ok; ++i) {
+        bool valid = false;
+        double begin = 0.0, end = 0.0, value = 0.0;
+        QString name;
+        QColor color;
+        qint32 style = 0;
+        stream >> valid >> begin >> end >> value >> name >> color >> style;
+        auto *region = new PlotRegion(this);
+        region->setValid(valid);
+        region->setBegin(begin);
+        region->setEnd(end);
+        region->setValue(value);
+        region->setName(name);
+        region->setColor(color);
+        region->setPlotStyle(PlotRegion::PlotStyle(style));
+        read.append(region);
+    }
+    if (stream.status() != QDataStream::Ok) {
+        qDeleteAll(read);
+        return;
+    }
+    clear();
+    for (PlotRegion *region : qAsConst(read))
+        append(region);
+}

@@ -1,0 +1,99 @@
+#include "data/SampleSpan.h"
+
+#include "common/SafeInteger.h"
+#include "data/LeadingCount.h"
+#include "data/MinMaxPyramid.h"
+
+#include <cmath>
+
+namespace graph {
+
+SampleSpan::SampleSpan(const QVector<double> &values, double xFirst, double xInterval)
+    : m_valueArray(values)
+    , m_values(m_valueArray.constData())
+    , m_xFirst(xFirst)
+    , m_xInterval(xInterval)
+{
+    if (!std::isfinite(xFirst) || !std::isfinite(xInterval))
+        return;
+    m_size = values.size();
+    if (xInterval < 0.0) {
+        m_first = m_size - 1;
+        m_step = -1;
+    }
+}
+
+SampleSpan::SampleSpan(const QVector<QPointF> &points, const QVector<int> &indices)
+    : m_pointArray(points)
+    , m_indices(indices)
+    , m_points(m_pointArray.constData())
+    , m_size(points.size())
+{
+}
+
+SampleSpan SampleSpan::mid(int first, int end) const
+{
+    first = qBound(0, first, m_size);
+    SampleSpan result(*this);
+    result.m_size = qBound(first, end, m_size) - first;
+    if (result.m_size > 0)
+        result.m_first = arrayIndex(first);
+    return result;
+}
+
+SampleSpan SampleSpan::between(double xMin, double xMax) const
+{
+    if (xMin > xMax)
+        std::swap(xMin, xMax);
+    if (std::isnan(xMin) || std::isnan(xMax))
+        return mid(0, 0);
+    const int first = countBelow(xMin);
+    return mid(first, countUpTo(xMax, first));
+}
+
+MinMax SampleSpan::minMax(int first, int end) const
+{
+    first = qBound(0, first, m_size);
+    end = qBound(first, end, m_size);
+    if (first == end)
+        return MinMax();
+    // Backwards or forwards, the samples are one stretch of the array.
+    const int low = std::min(arrayIndex(first), arrayIndex(end - 1));
+    const int count = end - first;
+    if (m_points)
+        return m_pyramid ? m_pyramid->minMax(m_points, low, low + count)
+                         : graph::minMax(m_points + low, count);
+    return m_pyramid ? m_pyramid->minMax(m_values, low, low + count) : graph::minMax(m_values + low, count);
+}
+
+int SampleSpan::countBelow(double value, int hint) const
+{
+    return leadingCount(m_size, guess(value, hint), [&](int i) { return x(i) < value; });
+}
+
+int SampleSpan::countUpTo(double value, int hint) const
+{
+    return leadingCount(m_size, guess(value, hint), [&](int i) { return x(i) <= value; });
+}
+
+// Where the search for an x starts: division lands at most a few samples beside it, rounding apart.
+int SampleSpan::guess(double value, int hint) const
+{
+    if (!isEquallySpaced())
+        return hint;
+    const double position = (value - m_xFirst) / m_xInterval; // in the array
+    return truncatedIndex((position - m_first) * m_step);
+}
+
+QVector<QPointF> SampleSpan::toVector() const
+{
+    if (m_points && m_size == m_pointArray.size())
+        return m_pointArray;
+    QVector<QPointF> result(m_size);
+    QPointF *out = result.data();
+    for (int i = 0; i < m_size; ++i)
+        out[i] = at(i);
+    return result;
+}
+
+} // namespace graph
