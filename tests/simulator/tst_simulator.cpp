@@ -2,6 +2,8 @@
 #include "platform/bus/ORNClientItem.h"
 #include "simulator/SpectrumAnalyzer.h"
 
+#include <QDBusConnection>
+#include <QDBusConnectionInterface>
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QtTest>
@@ -116,10 +118,14 @@ void tst_simulator::heldSweepOnTheBus()
     held.start(SIMULATOR, {"--instrument", "analyzer", "--samples", "300", "--seed", "5", "--hold", "17"});
     QProcess running;
     running.start(SIMULATOR, {"--instrument", "scope", "--rate", "200"});
+    // Clients complain about services that are not there yet.
+    const auto connection = QDBusConnection::sessionBus();
+    QTRY_VERIFY(connection.interface()->isServiceRegistered("org.toskorn.analyzer"));
+    QTRY_VERIFY(connection.interface()->isServiceRegistered("org.toskorn.scope"));
     ORNClientInterface *analyzer = ORNClientInterface::getSessionBusClient("analyzer", this);
     ORNClientInterface *scope = ORNClientInterface::getSessionBusClient("scope", this);
-    QTRY_VERIFY(analyzer->getItem("spectrum_sweep:"));
-    QTRY_VERIFY(scope->getItem("ch2_sweep:"));
+    QVERIFY(analyzer->getItem("spectrum_sweep:"));
+    QVERIFY(scope->getItem("ch2_sweep:"));
 
     QCOMPARE(analyzer->getItem("spectrum_sweep:")->getValue().toInt(), 17);
     QCOMPARE(analyzer->getItem("spectrum_xUnits:")->getValue().toString(), QStringLiteral("Hz"));
