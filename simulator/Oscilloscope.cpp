@@ -18,7 +18,7 @@ constexpr double sineNoise = 0.012; // V
 constexpr double pulsePeriod = 50e-6;
 constexpr double highLevel = 3.3;
 constexpr double pulseNoise = 0.015;
-constexpr double edgeDecay = 0.25e-6;  // s
+constexpr double edgeDecay = 0.25e-6; // s
 constexpr double edgeRinging = 1.6e6; // Hz
 // An edge has settled to better than the noise after this time.
 constexpr double settled = 12.0 * edgeDecay;

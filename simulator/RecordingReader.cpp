@@ -4,6 +4,7 @@
 
 #include <QIODevice>
 
+#include <array>
 #include <charconv>
 #include <cmath>
 #include <cstring>
@@ -209,12 +210,12 @@ private:
 // Reads piece by piece, so that an endless device of another kind is found out at once.
 bool readAll(QIODevice &device, QByteArray *text, ReadingError *error)
 {
-    constexpr int piece = 1 << 20;
+    std::array<char, 1 << 16> piece;
     while (true) {
-        const QByteArray read = device.read(piece);
-        if (read.isEmpty())
+        const qint64 count = device.read(piece.data(), piece.size());
+        if (count <= 0)
             break;
-        text->append(read);
+        text->append(piece.data(), int(count));
         if (!QByteArray("# format: ").startsWith(text->left(10)))
             break; // the header will be refused
         if (text->size() > largestFile) {

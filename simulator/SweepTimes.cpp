@@ -59,7 +59,8 @@ double SweepTimes::beginOf(quint64 sweep) const
     if (m_begins.isEmpty())
         return sweep == 0 ? 0.0 : std::numeric_limits<double>::infinity();
     const quint64 count = quint64(m_begins.size());
-    return double(sweep / count) * m_loopSeconds + m_begins.at(int(sweep % count));
+    const quint64 loops = sweep / count;
+    return double(loops) * m_loopSeconds + m_begins.at(int(sweep % count));
 }
 
 } // namespace simulation
