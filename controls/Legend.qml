@@ -1,0 +1,81 @@
+import QtQuick 2.15
+
+// Names the traces of a chart in their colours. Declare it as a child of a GraphView: it covers the plot area and shows
+// its entries in one corner. A tap on an entry hides or shows that trace.
+Item {
+    id: legend
+
+    // The plots to name; the text is the label of each plot's data.
+    property var plots: []
+    property bool atRight: true
+    property bool atBottom: false
+    property color textColor: "white"
+    property color backgroundColor: "transparent"
+    property int pixelSize: 14
+    property string fontFamily: "Roboto"
+    property real entryHeight: 40
+    property real inset: 4
+
+    Column {
+        anchors {
+            left: legend.atRight ? undefined : legend.left
+            right: legend.atRight ? legend.right : undefined
+            top: legend.atBottom ? undefined : legend.top
+            bottom: legend.atBottom ? legend.bottom : undefined
+            margins: legend.inset
+        }
+
+        Repeater {
+            model: legend.plots
+
+            Item {
+                id: entry
+
+                readonly property var plot: modelData
+
+                anchors.right: legend.atRight ? parent.right : undefined
+                width: chip.width
+                height: legend.entryHeight
+                opacity: plot && plot.visible ? 1 : 0.4
+
+                Rectangle {
+                    id: chip
+
+                    anchors.verticalCenter: parent.verticalCenter
+                    width: name.x + name.width + 10
+                    height: name.height + 10
+                    radius: 4
+                    color: legend.backgroundColor
+
+                    Rectangle {
+                        id: swatch
+
+                        anchors.verticalCenter: parent.verticalCenter
+                        x: 10
+                        width: 16
+                        height: 4
+                        radius: 2
+                        color: entry.plot ? entry.plot.penColor : "transparent"
+                    }
+
+                    Text {
+                        id: name
+
+                        anchors.verticalCenter: parent.verticalCenter
+                        x: 34
+                        text: entry.plot && entry.plot.plotData ? entry.plot.plotData.label : ""
+                        color: legend.textColor
+                        font.family: legend.fontFamily
+                        font.pixelSize: legend.pixelSize
+                        renderType: Text.NativeRendering
+                    }
+                }
+
+                MouseArea {
+                    anchors.fill: parent
+                    onClicked: entry.plot.visible = !entry.plot.visible
+                }
+            }
+        }
+    }
+}

@@ -1,0 +1,95 @@
+import QtQuick 2.15
+import graph_plugin 1.0
+
+// Panning and zooming of a chart by hand: drag or flick to pan, pinch to zoom, wheel to zoom at the pointer (with Shift
+// vertically, with Control both ways), double tap to see everything again. Declare it as a child of a GraphView, above
+// the plots; the view binds it to its zoom rectangle. Which directions may be zoomed is the rectangle's `zoomAxis`,
+// which allows none unless the view's document sets it.
+Flickable {
+    id: area
+
+    property ZoomRect zoomRect: parent && parent.zoomRect ? parent.zoomRect : null
+    // Zoom factor of one notch of the wheel.
+    property real wheelFactor: 1.25
+    // Fingers closer to each other than this in one direction do not zoom in that direction.
+    property real leastSpread: 48
+    readonly property bool pinching: pinchArea.started
+
+    // A tap that was not the start of anything else, in pixels of the plot area.
+    signal tapped(real x, real y)
+
+    // Zooms by the factors (above 1 shows more) and keeps the values at the pixel position (px, py) in their place.
+    function zoomAt(px, py, factorX, factorY) {
+        if (!zoomRect)
+            return;
+        zoomRect.zoomX(zoomRect.width * factorX, fractionAtX(px));
+        zoomRect.zoomY(zoomRect.height * factorY, fractionAtY(py));
+    }
+
+    function showAll() {
+        if (zoomRect)
+            zoomRect.setCenterAndZoom(Qt.vector2d(1, 1), Qt.point(0.5, 0.5));
+    }
+
+    // As the plots map it: the last pixel stands for the end of the visible range.
+    function fractionAtX(px) {
+        return zoomRect.left + px / Math.max(1, width - 1) * zoomRect.width;
+    }
+
+    function fractionAtY(py) {
+        return zoomRect.bottom - py / Math.max(1, height - 1) * zoomRect.height;
+    }
+
+    boundsBehavior: Flickable.StopAtBounds
+    interactive: !pinchArea.started
+
+    PinchArea {
+        id: pinchArea
+
+        property bool started: false
+        property var start
+
+        // Not in the content, which moves under the fingers.
+        parent: area
+        anchors.fill: parent
+
+        onPinchStarted: {
+            if (!area.zoomRect)
+                return;
+            start = {
+                width: area.zoomRect.width,
+                height: area.zoomRect.height,
+                spreadX: Math.abs(pinch.startPoint1.x - pinch.startPoint2.x),
+                spreadY: Math.abs(pinch.startPoint1.y - pinch.startPoint2.y),
+                x: area.fractionAtX(pinch.startCenter.x),
+                y: area.fractionAtY(pinch.startCenter.y)
+            };
+            started = true;
+        }
+        onPinchUpdated: {
+            if (!started || !area.zoomRect)
+                return;
+            var rect = area.zoomRect;
+            if (start.spreadX >= area.leastSpread)
+                rect.zoomX(start.width * start.spreadX / Math.max(1, Math.abs(pinch.point1.x - pinch.point2.x)), start.x);
+            if (start.spreadY >= area.leastSpread)
+                rect.zoomY(start.height * start.spreadY / Math.max(1, Math.abs(pinch.point1.y - pinch.point2.y)), start.y);
+            // The values that were between the fingers stay there, also while both fingers move.
+            rect.moveLeft(start.x - pinch.center.x / Math.max(1, area.width - 1) * rect.width);
+            rect.moveBottom(start.y + pinch.center.y / Math.max(1, area.height - 1) * rect.height);
+        }
+        onPinchFinished: started = false
+
+        MouseArea {
+            anchors.fill: parent
+            onClicked: area.tapped(mouse.x, mouse.y)
+            onDoubleClicked: area.showAll()
+            onWheel: {
+                var factor = Math.pow(area.wheelFactor, -wheel.angleDelta.y / 120);
+                var vertically = wheel.modifiers & (Qt.ShiftModifier | Qt.ControlModifier);
+                var horizontally = !(wheel.modifiers & Qt.ShiftModifier);
+                area.zoomAt(wheel.x, wheel.y, horizontally ? factor : 1, vertically ? factor : 1);
+            }
+        }
+    }
+}

@@ -1,0 +1,43 @@
+#include "ChildProcess.h"
+
+#include <csignal>
+#include <sys/prctl.h>
+
+namespace gallery {
+
+namespace {
+
+const int endTimeout = 2000;
+
+} // namespace
+
+ChildProcess::ChildProcess(QObject *parent)
+    : QProcess(parent)
+{
+    setProcessChannelMode(QProcess::ForwardedErrorChannel);
+}
+
+ChildProcess::~ChildProcess()
+{
+    stop();
+}
+
+void ChildProcess::stop()
+{
+    if (state() == NotRunning)
+        return;
+    // An end that was asked for is no news to whoever watches for crashes.
+    const QSignalBlocker quiet(this);
+    terminate();
+    if (waitForFinished(endTimeout))
+        return;
+    kill();
+    waitForFinished(endTimeout);
+}
+
+void ChildProcess::setupChildProcess()
+{
+    ::prctl(PR_SET_PDEATHSIG, SIGTERM);
+}
+
+} // namespace gallery

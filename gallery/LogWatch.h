@@ -1,0 +1,9 @@
+#pragma once
+
+namespace gallery {
+
+// From here on every warning and error of Qt's log is counted as well as printed.
+void startCountingWarnings();
+int warningCount();
+
+} // namespace gallery

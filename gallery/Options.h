@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QSize>
+#include <QString>
+#include <QStringList>
+
+namespace gallery {
+
+// What the command line asks for.
+struct Options
+{
+    QString page;
+    QString pictureFile;
+    QString pictureFolder;
+    QString replayFile;
+    QSize size = QSize(1024, 600);
+    int seed = 1;
+    bool list = false;
+
+    bool takesPictures() const { return !pictureFile.isEmpty() || !pictureFolder.isEmpty(); }
+};
+
+// Text to show instead of running, and the exit status that goes with it.
+struct CommandLineAnswer
+{
+    QString text;
+    int status = 0;
+};
+
+// Fills `options` from the arguments (program name first). An answer with a text means: show it and leave.
+CommandLineAnswer parsedCommandLine(const QStringList &arguments, Options *options);
+
+} // namespace gallery

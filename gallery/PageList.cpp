@@ -1,0 +1,40 @@
+#include "PageList.h"
+
+#include <QFileInfo>
+
+#include <algorithm>
+
+namespace gallery {
+
+PageList availablePages(const Options &options)
+{
+    PageList pages = {
+        { "home", "Home", "", "Home.qml", "", {} },
+        { "spectrum", "Spectrum", "Live trace over the bus, six plot styles, pinch to zoom", "SpectrumPage.qml",
+          "analyzer", { "--instrument", "analyzer", "--samples", "2001", "--rate", "20" } },
+        { "axes", "Axes", "Tick modes, all four sides, staggered, decreasing, feet and metres", "AxesPage.qml", "",
+          {} },
+    };
+    if (!options.replayFile.isEmpty()) {
+        pages.append({ "replay", "Replay", QFileInfo(options.replayFile).fileName(), "ReplayPage.qml", "replay",
+                       { "--instrument", "replay", "--replay", QFileInfo(options.replayFile).absoluteFilePath() } });
+    }
+    return pages;
+}
+
+const Page *pageNamed(const PageList &pages, const QString &name)
+{
+    const auto found =
+        std::find_if(pages.cbegin(), pages.cend(), [&name](const Page &page) { return page.name == name; });
+    return found == pages.cend() ? nullptr : &*found;
+}
+
+QStringList pageNames(const PageList &pages)
+{
+    QStringList names;
+    for (const Page &page : pages)
+        names.append(page.name);
+    return names;
+}
+
+} // namespace gallery

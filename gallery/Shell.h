@@ -1,0 +1,49 @@
+#pragma once
+
+#include "Instrument.h"
+#include "PageList.h"
+
+#include <QObject>
+#include <QVariant>
+
+namespace gallery {
+
+// What the QML side knows about the program, as the context property `shell`.
+class Shell : public QObject
+{
+    Q_OBJECT
+    Q_PROPERTY(QVariantList pages READ pages CONSTANT)
+    Q_PROPERTY(QString page READ page WRITE setPage NOTIFY pageChanged)
+    Q_PROPERTY(QVariantMap pageInfo READ pageInfo NOTIFY pageChanged)
+    Q_PROPERTY(bool takesPictures READ takesPictures CONSTANT)
+    Q_PROPERTY(bool softwareRendering READ softwareRendering CONSTANT)
+    Q_PROPERTY(bool instrumentReady READ instrumentReady NOTIFY instrumentChanged)
+    Q_PROPERTY(QString instrumentError READ instrumentError NOTIFY instrumentChanged)
+
+public:
+    Shell(const Options &options, const QString &simulator, QObject *parent = nullptr);
+
+    QVariantList pages() const;
+    QString page() const { return m_page; }
+    QVariantMap pageInfo() const;
+    bool takesPictures() const { return m_options.takesPictures(); }
+    bool softwareRendering() const;
+    // True at once for a page that needs none.
+    bool instrumentReady() const;
+    QString instrumentError() const { return m_instrument.errorText(); }
+
+public slots:
+    void setPage(const QString &page);
+
+signals:
+    void pageChanged();
+    void instrumentChanged();
+
+private:
+    Options m_options;
+    PageList m_pages;
+    QString m_page;
+    Instrument m_instrument;
+};
+
+} // namespace gallery

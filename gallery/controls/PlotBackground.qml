@@ -1,0 +1,7 @@
+import QtQuick 2.15
+import "../theme"
+
+// As a child of a view it covers the plot area.
+Rectangle {
+    color: Theme.plotArea
+}

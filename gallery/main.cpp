@@ -1,0 +1,87 @@
+#include "Headless.h"
+#include "LogWatch.h"
+#include "Options.h"
+#include "PageList.h"
+#include "PictureTaker.h"
+#include "PrivateBus.h"
+#include "Shell.h"
+
+#include <QDir>
+#include <QGuiApplication>
+#include <QQmlContext>
+#include <QQmlEngine>
+#include <QQuickView>
+
+#include <cstdio>
+#include <memory>
+
+namespace {
+
+QStringList argumentList(int argc, char **argv)
+{
+    QStringList arguments;
+    for (int i = 0; i < argc; ++i)
+        arguments.append(QString::fromLocal8Bit(argv[i]));
+    return arguments;
+}
+
+// Runs the window, or draws the pictures, and gives the exit status.
+int runGallery(QGuiApplication *application, const gallery::Options &options)
+{
+    using namespace gallery;
+    const QDir folder(QCoreApplication::applicationDirPath());
+    Shell shell(options, folder.filePath("simulator"));
+    QQuickView view;
+    view.engine()->addImportPath(folder.filePath("../qml"));
+    view.rootContext()->setContextProperty("shell", &shell);
+    view.setTitle("Gallery");
+    view.setColor(Qt::black);
+    view.setResizeMode(QQuickView::SizeRootObjectToView);
+    view.resize(options.size);
+    view.setSource(QUrl("qrc:/shell/Main.qml"));
+    if (view.status() != QQuickView::Ready)
+        return 1;
+    view.show();
+    if (!options.takesPictures()) {
+        shell.setPage(options.page);
+        return application->exec();
+    }
+
+    PictureTaker taker(&shell, &view);
+    QObject::connect(&taker, &PictureTaker::finished, application,
+                     [](bool allTaken) { QCoreApplication::exit(allTaken ? 0 : 1); });
+    const QStringList pages = options.pictureFile.isEmpty() ? pageNames(availablePages(options))
+                                                            : QStringList(options.page);
+    taker.start(pages, options.pictureFile, options.pictureFolder);
+    const int status = application->exec();
+    return status == 0 && warningCount() > 0 ? 1 : status;
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    gallery::Options options;
+    const gallery::CommandLineAnswer answer = gallery::parsedCommandLine(argumentList(argc, argv), &options);
+    if (!answer.text.isEmpty()) {
+        std::fprintf(answer.status ? stderr : stdout, "%s\n", qPrintable(answer.text));
+        return answer.status;
+    }
+    if (options.list) {
+        std::printf("%s\n", qPrintable(gallery::pageNames(gallery::availablePages(options)).join('\n')));
+        return 0;
+    }
+
+    gallery::startCountingWarnings();
+    if (gallery::hasNoDisplay() && !options.takesPictures())
+        options.pictureFolder = "pictures";
+    std::unique_ptr<gallery::HeadlessDrawing> drawing;
+    if (options.takesPictures())
+        drawing = std::make_unique<gallery::HeadlessDrawing>();
+    const gallery::PrivateBus bus;
+    if (!bus.errorText().isEmpty())
+        qWarning("%s", qPrintable(bus.errorText()));
+
+    QGuiApplication application(argc, argv);
+    return runGallery(&application, options);
+}

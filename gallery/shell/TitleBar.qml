@@ -1,0 +1,106 @@
+import QtQuick 2.15
+import "../controls"
+import "../theme"
+
+// The way home, one tab per page, and whether an instrument feeds the page.
+Rectangle {
+    id: bar
+
+    property bool live: false
+
+    color: Theme.bar
+
+    PushButton {
+        id: home
+
+        flat: true
+        width: 52
+        height: parent.height
+        onClicked: shell.page = "home"
+
+        Grid {
+            anchors.centerIn: parent
+            columns: 2
+            spacing: 4
+
+            Repeater {
+                model: 4
+
+                Rectangle {
+                    width: 8
+                    height: 8
+                    radius: 2
+                    color: shell.page === "home" ? Theme.accent : Theme.quietText
+                }
+            }
+        }
+    }
+
+    ListView {
+        anchors { left: home.right; right: status.left; top: parent.top; bottom: parent.bottom }
+        orientation: ListView.Horizontal
+        boundsBehavior: Flickable.StopAtBounds
+        clip: true
+        model: shell.pages.slice(1)
+        currentIndex: model.findIndex(function (page) { return page.name === shell.page; })
+        highlightMoveDuration: 0
+
+        delegate: Item {
+            readonly property bool current: modelData.name === shell.page
+
+            width: tab.implicitWidth + (Theme.compact ? 24 : 32)
+            height: bar.height
+
+            Label {
+                id: tab
+
+                anchors.centerIn: parent
+                text: modelData.title
+                color: parent.current ? Theme.text : Theme.quietText
+            }
+
+            Rectangle {
+                visible: parent.current
+                anchors { bottom: parent.bottom; horizontalCenter: parent.horizontalCenter }
+                width: tab.implicitWidth + 12
+                height: 3
+                color: Theme.accent
+            }
+
+            MouseArea {
+                anchors.fill: parent
+                onClicked: shell.page = modelData.name
+            }
+        }
+    }
+
+    Row {
+        id: status
+
+        anchors { right: parent.right; rightMargin: Theme.gap; verticalCenter: parent.verticalCenter }
+        spacing: 8
+        visible: Boolean(shell.pageInfo.service)
+        width: visible ? implicitWidth : 0
+
+        Rectangle {
+            anchors.verticalCenter: parent.verticalCenter
+            width: 9
+            height: 9
+            radius: 5
+            color: bar.live ? Theme.good : Theme.warning
+        }
+
+        Label {
+            text: shell.pageInfo.service || ""
+            font.pixelSize: Theme.smallText
+            color: Theme.quietText
+        }
+    }
+
+    Rectangle {
+        anchors.bottom: parent.bottom
+        width: parent.width
+        height: 1
+        color: Theme.hairline
+    }
+}
