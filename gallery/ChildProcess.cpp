@@ -14,7 +14,6 @@ const int endTimeout = 2000;
 ChildProcess::ChildProcess(QObject *parent)
     : QProcess(parent)
 {
-    setProcessChannelMode(QProcess::ForwardedErrorChannel);
 }
 
 ChildProcess::~ChildProcess()

@@ -25,6 +25,8 @@ HeadlessDrawing::HeadlessDrawing()
     setDefaultVariable("QT_QPA_PLATFORM", "offscreen");
     setDefaultVariable("QT_QUICK_BACKEND", "software");
 
+    setDefaultVariable("XDG_RUNTIME_DIR", m_folder.path().toLocal8Bit());
+
     QFile form(":/fonts.conf");
     QFile file(m_folder.filePath("fonts.conf"));
     if (!form.open(QIODevice::ReadOnly) || !file.open(QIODevice::WriteOnly))

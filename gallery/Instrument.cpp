@@ -16,6 +16,7 @@ Instrument::Instrument(const QString &program, QObject *parent)
     , m_program(program)
     , m_restartDelay(firstRestartDelay)
 {
+    m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     m_restartTimer.setSingleShot(true);
     connect(&m_restartTimer, &QTimer::timeout, this, &Instrument::start);
     connect(&m_process, &QProcess::readyReadStandardOutput, this, &Instrument::readOutput);

@@ -17,7 +17,7 @@ PageList availablePages(const Options &options)
     };
     if (!options.replayFile.isEmpty()) {
         pages.append({ "replay", "Replay", QFileInfo(options.replayFile).fileName(), "ReplayPage.qml", "replay",
-                       { "--instrument", "replay", "--replay", QFileInfo(options.replayFile).absoluteFilePath() } });
+                       { "--replay", QFileInfo(options.replayFile).absoluteFilePath() } });
     }
     return pages;
 }

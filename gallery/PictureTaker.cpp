@@ -55,6 +55,10 @@ void PictureTaker::look()
         fail(reason.isEmpty() ? "it was not ready in time" : reason);
         return;
     }
+    if (m_view->rootObject()->property("pageBroken").toBool()) {
+        fail("its document cannot be loaded");
+        return;
+    }
     if (!m_view->rootObject()->property("pageReady").toBool()) {
         m_lookTimer.start();
         return;

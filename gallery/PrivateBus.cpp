@@ -83,7 +83,7 @@ QString PrivateBus::startedBusAddress()
     while (!output.contains('\n') && m_daemon.waitForReadyRead(startTimeout))
         output += m_daemon.readAllStandardOutput();
     if (!output.contains('\n'))
-        m_errorText = "There is no session bus, and the dbus-daemon that was started does not answer.";
+        m_errorText = "There is no session bus, and dbus-daemon does not answer: " + m_daemon.readAllStandardError();
     return QString::fromLocal8Bit(output.left(output.indexOf('\n')));
 }
 

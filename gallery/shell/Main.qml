@@ -7,6 +7,7 @@ Rectangle {
 
     // The page that is open has everything on the screen that belongs there.
     readonly property bool pageReady: pageLoader.status === Loader.Ready && pageLoader.item.ready
+    readonly property bool pageBroken: pageLoader.status === Loader.Error
 
     color: Theme.window
 
