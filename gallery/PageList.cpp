@@ -14,6 +14,10 @@ PageList availablePages(const Options &options)
           "analyzer", { "--instrument", "analyzer", "--samples", "2001", "--rate", "20" } },
         { "axes", "Axes", "Tick modes, all four sides, staggered, decreasing, feet and metres", "AxesPage.qml", "",
           {} },
+        { "scope", "Oscilloscope", "Two channels of a million samples each, down to single ones", "ScopePage.qml",
+          "scope", { "--instrument", "scope", "--samples", "1000000", "--rate", "2" } },
+        { "fibre", "Fibre", "Backscatter trace of a fibre, zoomed to its events", "FibrePage.qml", "otdr",
+          { "--instrument", "otdr" } },
     };
     if (!options.replayFile.isEmpty()) {
         pages.append({ "replay", "Replay", QFileInfo(options.replayFile).fileName(), "ReplayPage.qml", "replay",

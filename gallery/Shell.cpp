@@ -1,5 +1,7 @@
 #include "Shell.h"
 
+#include "RecordingHeader.h"
+
 #include <QQuickWindow>
 
 namespace gallery {
@@ -21,6 +23,7 @@ Shell::Shell(const Options &options, const QString &simulator, QObject *parent)
     : QObject(parent)
     , m_options(options)
     , m_pages(availablePages(options))
+    , m_recording(recordingHeader(options.replayFile))
     , m_page("home")
     , m_instrument(simulator)
 {

@@ -17,6 +17,7 @@ class Shell : public QObject
     Q_PROPERTY(QVariantMap pageInfo READ pageInfo NOTIFY pageChanged)
     Q_PROPERTY(bool takesPictures READ takesPictures CONSTANT)
     Q_PROPERTY(bool softwareRendering READ softwareRendering CONSTANT)
+    Q_PROPERTY(QVariantMap recording READ recording CONSTANT)
     Q_PROPERTY(bool instrumentReady READ instrumentReady NOTIFY instrumentChanged)
     Q_PROPERTY(QString instrumentError READ instrumentError NOTIFY instrumentChanged)
 
@@ -28,6 +29,8 @@ public:
     QVariantMap pageInfo() const;
     bool takesPictures() const { return m_options.takesPictures(); }
     bool softwareRendering() const;
+    // The head of the recording that is replayed.
+    QVariantMap recording() const { return m_recording; }
     // True at once for a page that needs none.
     bool instrumentReady() const;
     QString instrumentError() const { return m_instrument.errorText(); }
@@ -42,6 +45,7 @@ signals:
 private:
     Options m_options;
     PageList m_pages;
+    QVariantMap m_recording;
     QString m_page;
     Instrument m_instrument;
 };

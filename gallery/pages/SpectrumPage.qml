@@ -9,13 +9,9 @@ Page {
 
     ready: series.size > 1
 
-    controls: [
-        SegmentedSelector {
-            choices: ["Fill", "Line", "Max", "Min", "Bars", "Points"]
-            currentIndex: trace.plotStyle
-            onActivated: trace.plotStyle = index
-        }
-    ]
+    controls: StyleSelector {
+        plot: trace
+    }
     endControls: ZoomButtons {
         zoomArea: zoomArea
     }
@@ -175,7 +171,7 @@ Page {
             z: 3
             plots: [trace]
             textColor: Theme.text
-            backgroundColor: "#c012171d"
+            backgroundColor: Theme.overlay
             pixelSize: Theme.smallText
             fontFamily: Theme.family
         }

@@ -32,6 +32,8 @@ QtObject {
     readonly property color text: "#e9eef3"
     readonly property color quietText: "#93a1af"
     readonly property color axisLabel: "#b9c4cf"
+    // Behind texts that lie over a trace.
+    readonly property color overlay: "#c012171d"
     readonly property color accent: "#4db8ff"
     readonly property color good: "#5fd38d"
     readonly property color warning: "#ffb454"

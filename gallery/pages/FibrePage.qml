@@ -1,0 +1,116 @@
+import QtQuick 2.15
+import graph_plugin 1.0
+import graph_controls 1.0
+import "../controls"
+import "../theme"
+
+Page {
+    id: page
+
+    ready: series.size > 1 && events.size > 1
+
+    // Shows the fibre around an event, with a tenth of its length.
+    function showEvent(index) {
+        var length = series.xRangeEnd - series.xRangeBegin;
+        var rect = chart.zoomRect;
+        var middle = rect.top + rect.height / 2;
+        rect.setCenterAndZoom(Qt.vector2d(0.1, rect.height), Qt.point((events.x(index) - series.xRangeBegin) / length, middle));
+        chosenEvent.value = index;
+    }
+
+    controls: Stepper {
+        id: chosenEvent
+
+        label: "Event"
+        to: events.size - 1
+        onActivated: page.showEvent(value)
+    }
+    endControls: ZoomButtons {
+        zoomArea: chart.zoomArea
+    }
+    readings: [
+        Reading {
+            label: "Event at"
+            value: events.size > 0 ? series.formattedXValue(events.x(chosenEvent.value)) : ""
+            widestValue: "88.888 km"
+        },
+        Reading {
+            label: "Level"
+            value: events.size > 0 ? series.formattedYValue(events.y(chosenEvent.value)) : ""
+            widestValue: "\u221288.88 dB"
+        },
+        Reading {
+            label: "Points"
+            value: series.size
+        }
+    ]
+
+    TraceChart {
+        id: chart
+
+        axisX {
+            minValue: series.xRangeBegin
+            maxValue: series.xRangeEnd
+            formatter: series.xFormatter
+        }
+        axisY {
+            minValue: series.yRangeBegin
+            maxValue: series.yRangeEnd
+            unit: series.yUnits
+        }
+        zoomRect.minWidth: 0.0005
+        series: [
+            PlotSeries {
+                id: series
+                dbusAddress: "otdr,trace"
+                xFirstValue: xRangeBegin
+                xInterval: size > 1 ? (xRangeEnd - xRangeBegin) / (size - 1) : 1
+            },
+            PlotPoints {
+                id: events
+                dbusAddress: "otdr,events"
+            }
+        ]
+
+        GraphPlot {
+            id: trace
+
+            renderTarget: Theme.plotTarget
+            plotStyle: GraphPlot.LinePlot
+            plotData: series
+            axisX: chart.axisX
+            axisY: chart.axisY
+            penColor: Theme.traces[2]
+            minLineWidth: 1
+            maxLineWidth: 2
+        }
+
+        GraphPlot {
+            id: marks
+
+            renderTarget: Theme.plotTarget
+            plotStyle: GraphPlot.ScatterPlot
+            plotData: events
+            axisX: chart.axisX
+            axisY: chart.axisY
+            penColor: Theme.traces[1]
+            selectedPoint: chosenEvent.value
+            minLineWidth: 2
+            maxLineWidth: 2
+            graphPoint: GraphPointReflections {
+                pointSize: 22
+                labelColor: Theme.text
+                labelFontSize: 10
+            }
+        }
+
+        Legend {
+            z: 4
+            plots: [trace, marks]
+            textColor: Theme.text
+            backgroundColor: Theme.overlay
+            pixelSize: Theme.smallText
+            fontFamily: Theme.family
+        }
+    }
+}
