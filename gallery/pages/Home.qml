@@ -29,26 +29,26 @@ Item {
 
                 PushButton {
                     width: home.tileWidth
-                    height: Math.round(width * 0.78)
+                    height: Math.round(width * 0.7)
                     onClicked: shell.page = modelData.name
 
                     Item {
                         anchors.centerIn: parent
                         width: home.tileWidth
-                        height: Math.round(width * 0.78)
+                        height: Math.round(width * 0.7)
 
                         TilePreview {
                             x: 1
                             y: 1
                             width: parent.width - 2
-                            height: Math.round(parent.height * 0.52)
+                            height: Math.round(parent.height * 0.56)
                             page: modelData.name
                             penColor: Theme.traces[index % Theme.traces.length]
                         }
 
                         Label {
                             x: Theme.gap
-                            y: Math.round(parent.height * 0.52) + 8
+                            y: Math.round(parent.height * 0.56) + 8
                             width: parent.width - 2 * Theme.gap
                             text: modelData.title
                             font.pixelSize: Theme.compact ? 16 : 18
@@ -56,7 +56,7 @@ Item {
 
                         Label {
                             x: Theme.gap
-                            y: Math.round(parent.height * 0.52) + (Theme.compact ? 30 : 36)
+                            y: Math.round(parent.height * 0.56) + (Theme.compact ? 30 : 36)
                             width: parent.width - 2 * Theme.gap
                             wrapMode: Text.Wrap
                             maximumLineCount: 2
