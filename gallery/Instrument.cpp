@@ -1,9 +1,13 @@
 #include "Instrument.h"
 
+#include <QDBusConnection>
+#include <QDBusConnectionInterface>
+
 namespace gallery {
 
 namespace {
 
+const QString busPrefix = "org.toskorn.";
 const int firstRestartDelay = 1000;
 const int longestRestartDelay = 30000;
 // An instrument that ran this long did not fail at its start: the next delay is the first one again.
@@ -19,7 +23,9 @@ Instrument::Instrument(const QString &program, QObject *parent)
     m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     m_restartTimer.setSingleShot(true);
     connect(&m_restartTimer, &QTimer::timeout, this, &Instrument::start);
-    connect(&m_process, &QProcess::readyReadStandardOutput, this, &Instrument::readOutput);
+    m_watcher.setConnection(QDBusConnection::sessionBus());
+    connect(&m_watcher, &QDBusServiceWatcher::serviceRegistered, this, &Instrument::handleRegistered);
+    connect(&m_watcher, &QDBusServiceWatcher::serviceUnregistered, this, &Instrument::handleUnregistered);
     connect(&m_process, QOverload<int, QProcess::ExitStatus>::of(&QProcess::finished), this, &Instrument::handleEnd);
     connect(&m_process, &QProcess::errorOccurred, this, [this](QProcess::ProcessError error) {
         if (error == QProcess::FailedToStart)
@@ -27,34 +33,36 @@ Instrument::Instrument(const QString &program, QObject *parent)
     });
 }
 
-void Instrument::run(const QStringList &arguments)
+void Instrument::run(const QString &service, const QStringList &simulatorArguments)
 {
     m_restartTimer.stop();
     m_process.stop();
-    m_arguments = arguments;
+    m_arguments = simulatorArguments;
     m_restartDelay = firstRestartDelay;
     m_ready = false;
     m_errorText.clear();
-    if (!m_arguments.isEmpty())
-        start();
+    m_watcher.setWatchedServices({});
+    const QDBusConnectionInterface *bus = QDBusConnection::sessionBus().interface();
+    if (!service.isEmpty() && !bus)
+        m_errorText = "There is no session bus.";
+    if (!service.isEmpty() && bus) {
+        const QString name = busPrefix + service;
+        m_watcher.addWatchedService(name);
+        // The name of a simulator that has just ended may still be there; its going is then the time to start.
+        m_ready = bus->isServiceRegistered(name);
+        if (!m_ready)
+            start();
+    }
     emit changed();
 }
 
 void Instrument::start()
 {
+    // Someone else's instrument of that name may have come first.
+    if (m_ready)
+        return;
     m_runTime.start();
     m_process.start(m_program, m_arguments);
-}
-
-void Instrument::readOutput()
-{
-    // Its first line says that everything is on the bus.
-    const bool saidReady = m_process.readAllStandardOutput().contains('\n');
-    if (m_ready || !saidReady)
-        return;
-    m_ready = true;
-    m_errorText.clear();
-    emit changed();
 }
 
 void Instrument::handleEnd()
@@ -63,10 +71,24 @@ void Instrument::handleEnd()
         m_restartDelay = firstRestartDelay;
     m_restartTimer.start(m_restartDelay);
     m_restartDelay = qMin(2 * m_restartDelay, longestRestartDelay);
-    m_ready = false;
     m_errorText = m_process.error() == QProcess::FailedToStart
         ? QString("The simulated instrument cannot be started: %1").arg(m_process.errorString())
         : QString("The simulated instrument ended with status %1.").arg(m_process.exitCode());
+    emit changed();
+}
+
+void Instrument::handleRegistered()
+{
+    m_ready = true;
+    m_errorText.clear();
+    emit changed();
+}
+
+void Instrument::handleUnregistered()
+{
+    m_ready = false;
+    if (m_process.state() == QProcess::NotRunning && !m_restartTimer.isActive())
+        start();
     emit changed();
 }
 

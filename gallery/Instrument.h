@@ -2,6 +2,7 @@
 
 #include "ChildProcess.h"
 
+#include <QDBusServiceWatcher>
 #include <QElapsedTimer>
 #include <QObject>
 #include <QStringList>
@@ -9,7 +10,8 @@
 
 namespace gallery {
 
-// The simulated instrument of the page that is open: a process of its own, started again when it dies.
+// The instrument of the page that is open. One that is on the bus already is used as it is, otherwise a simulated one
+// starts as a process of its own, and again when it dies.
 class Instrument : public QObject
 {
     Q_OBJECT
@@ -17,8 +19,8 @@ class Instrument : public QObject
 public:
     explicit Instrument(const QString &program, QObject *parent = nullptr);
 
-    // Ends the instrument that runs and starts one with these arguments; none starts for an empty list.
-    void run(const QStringList &arguments);
+    // Ends the simulator that runs and sees to it that `service` is on the bus; an empty name means none is wanted.
+    void run(const QString &service, const QStringList &simulatorArguments);
     // True once its values can be read from the bus.
     bool isReady() const { return m_ready; }
     // Why there is no instrument; empty when there is one, or when it is about to be there.
@@ -29,13 +31,15 @@ signals:
 
 private slots:
     void start();
-    void readOutput();
     void handleEnd();
+    void handleRegistered();
+    void handleUnregistered();
 
 private:
     QString m_program;
     QStringList m_arguments;
     ChildProcess m_process;
+    QDBusServiceWatcher m_watcher;
     QTimer m_restartTimer;
     QElapsedTimer m_runTime;
     int m_restartDelay = 0;

@@ -66,7 +66,7 @@ void Shell::setPage(const QString &name)
             arguments << "--hold" << "1";
     }
     m_page = name;
-    m_instrument.run(arguments);
+    m_instrument.run(page->service, arguments);
     emit pageChanged();
 }
 
