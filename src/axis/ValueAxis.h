@@ -16,6 +16,10 @@
 class QPainter;
 class XYScale;
 
+namespace graph {
+struct AxisGeometry;
+}
+
 // One value axis: its full and its visible range, its ticks and their texts, and how a plane draws them. With a zoom
 // rectangle the visible range follows the rectangle's edges, and writes to it go there.
 class ValueAxis : public QObject
@@ -201,6 +205,12 @@ protected:
     void timerEvent(QTimerEvent *event) override;
 
 private:
+    graph::AxisGeometry geometryIn(const QRectF &rect) const;
+    QRectF planeRect(const QRectF &rect) const;
+    QList<qreal> visibleTicks(const graph::AxisGeometry &geometry);
+    double tickSpacing() const;
+    qint64 labelNumber(double value, int index) const;
+    void updateLabelTexts(const QList<qreal> &values);
     void updateRequiredMargin();
 
     Qt::Alignment m_alignment = Qt::AlignBottom;
@@ -242,4 +252,7 @@ private:
     int m_axisChangedTimer = 0;
     QString m_unit;
     int m_notifiedMargin = -1;
+    // The labels of the ticks painted last.
+    QList<qreal> m_labelValues;
+    QStringList m_labelTexts;
 };
