@@ -1,5 +1,7 @@
 #include "plots/ColumnEnvelope.h"
 
+#include "data/LeadingCount.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -8,28 +10,12 @@ namespace graph {
 namespace {
 
 // The first index after `from` whose sample lies right of `column`. Columns never fall along ascending samples, so this
-// gallops from a guess; it asks for exactly the column that is drawn, whatever the rounding.
+// can search; it asks for exactly the column that is drawn, whatever the rounding.
 int columnEnd(const SampleSpan &samples, const PixelMapping &mapping, int from, int column, int guess)
 {
-    const auto isBeyond = [&](int i) { return mapping.column(samples.x(i)) > column; };
-    int below = from; // known to lie in the column
-    int beyond = std::clamp(from + guess, from + 1, samples.size());
-    for (int step = 1; beyond < samples.size() && !isBeyond(beyond); step *= 2) {
-        below = beyond;
-        beyond = step < samples.size() - beyond ? beyond + step : samples.size();
-    }
-    for (int step = 1; beyond - step > below; step *= 2) {
-        if (!isBeyond(beyond - step)) {
-            below = beyond - step;
-            break;
-        }
-        beyond -= step;
-    }
-    while (beyond - below > 1) {
-        const int middle = below + (beyond - below) / 2;
-        (isBeyond(middle) ? beyond : below) = middle;
-    }
-    return beyond;
+    return from + leadingCount(samples.size() - from, guess, [&](int i) {
+               return mapping.column(samples.x(from + i)) <= column;
+           });
 }
 
 // The extremes of the finite values among samples first..end-1.

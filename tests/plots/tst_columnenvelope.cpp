@@ -12,7 +12,7 @@ using graph::SampleSpan;
 
 namespace {
 
-const double nan = std::nan("");
+const double notANumber = std::nan("");
 
 // The reduction said in the plainest words, one sample after the other.
 struct PlainEnvelope
@@ -57,7 +57,7 @@ struct PlainEnvelope
 
 SampleSpan series(const QVector<double> &y, double first = 0.0, double interval = 1.0)
 {
-    return SampleSpan(y, first, interval, 0, y.size());
+    return SampleSpan(y, first, interval);
 }
 
 // x 0..columns-1 and y 0..100 on an item of that width and 101 rows.
@@ -91,14 +91,14 @@ void tst_columnenvelope::equalsPlainReduction()
         const int width = int(uniform(2, 300));
         QVector<double> y(n);
         for (double &value : y)
-            value = chance(0.02) ? nan : chance(0.01) ? std::numeric_limits<double>::infinity() : uniform(-50, 50);
+            value = chance(0.02) ? notANumber : chance(0.01) ? std::numeric_limits<double>::infinity() : uniform(-50, 50);
         SampleSpan samples;
         double xMin = uniform(-1e6, 1e6);
         double range = uniform(1e-3, 1e3);
         if (chance(0.5)) {
             // Steps that make samples fall on column borders exactly are as likely as odd ones.
             const double step = chance(0.5) ? range / (width - 1) / int(uniform(1, 9)) : uniform(0.2, 2) * range / n;
-            samples = SampleSpan(y, xMin, chance(0.8) ? step : -step, 0, n);
+            samples = SampleSpan(y, xMin, chance(0.8) ? step : -step);
         } else {
             QVector<QPointF> points(n);
             double x = xMin;
@@ -106,7 +106,7 @@ void tst_columnenvelope::equalsPlainReduction()
                 points[i] = QPointF(x, y[i]);
                 x += chance(0.2) ? 0.0 : chance(0.05) ? range * uniform(0, 0.3) : range / n * uniform(0, 2);
             }
-            samples = SampleSpan(points, 0, n);
+            samples = SampleSpan(points);
         }
         if (chance(0.3)) {
             xMin += uniform(-0.5, 0.5) * range; // samples left and right of the item
@@ -129,7 +129,7 @@ void tst_columnenvelope::equalsPlainReduction()
 void tst_columnenvelope::missingValuesLeaveHoles()
 {
     // Two samples a column, all above the baseline; the second column has one value, the third and fourth none.
-    const QVector<double> y{50, 60, nan, 52, nan, nan, nan, nan, 40, 41, 90, 91};
+    const QVector<double> y{50, 60, notANumber, 52, notANumber, notANumber, notANumber, notANumber, 40, 41, 90, 91};
     ColumnEnvelope envelope = graph::columnEnvelope(series(y, 0, 0.5), unitMapping(6), 6, 0.0, false);
     QCOMPARE(envelope.max, (std::vector<double>{60, 52, 0, 0, 41, 91}));
     graph::joinColumns(envelope, 0.0, false);
