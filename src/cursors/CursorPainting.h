@@ -17,13 +17,14 @@ struct CursorBand
     PixelStretch glowBehind;
 };
 
-// The columns of a cursor at pixel position with a band of paintedWidth pixels. Above 5 pixels core and glow are a
-// third of the width each, cut to whole pixels, and start two thirds before the position; below, the core is one line.
+// The columns of a cursor at pixel position with a band of paintedWidth pixels. Above 5 pixels core and glow
+// are a third of the width each, cut to whole pixels, and start two thirds before the position; below, the
+// core is one line.
 CursorBand cursorBand(int position, int paintedWidth);
 
-// The pixel column where the text of the distance between cursor and marker starts: centred between the two lines, or,
-// where textWidth pixels do not fit there, beside both on the side with more room in an item of width pixels. A marker
-// outside the item counts as standing on its edge.
+// The pixel column where the text of the distance between cursor and marker starts: centred between the two
+// lines, or, where textWidth pixels do not fit there, beside both on the side with more room in an item of
+// width pixels. A marker outside the item counts as standing on its edge.
 int deltaTextX(int cursor, int marker, int textWidth, double width);
 
 } // namespace graph

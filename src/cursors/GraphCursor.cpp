@@ -20,8 +20,8 @@
     \brief A vertical line over the plots of a GraphView that snaps to the samples of the primary plot.
 
     The position has four forms: posIndex (sample), posValue (data value), position (fraction of the axis) and
-    posOnScreen (pixel column). Writing one of them moves the cursor to the nearest sample and updates all. A NaN is
-    ignored, and so is a position outside the data.
+    posOnScreen (pixel column). Writing one of them moves the cursor to the nearest sample and updates all. A
+    NaN is ignored, and so is a position outside the data.
 
     Direct child items read the values of one plot through the attached properties:
 
@@ -60,15 +60,16 @@ void GraphCursor::componentComplete()
     QQuickPaintedItem::componentComplete();
     const QList<QQuickItem *> children = childItems();
     for (QQuickItem *child : children) {
-        if (auto *attached = qobject_cast<GraphCursorAttached *>(qmlAttachedPropertiesObject<GraphCursor>(child)))
+        if (auto *attached =
+                qobject_cast<GraphCursorAttached *>(qmlAttachedPropertiesObject<GraphCursor>(child)))
             attached->setCursor(this);
     }
 }
 
 /*!
     \qmlproperty double GraphCursor::position
-    The place of the cursor's sample between the ends of the axis, 0 to 1. Writing needs the zoom rectangle of a
-    GraphView and takes the fraction of the whole extent.
+    The place of the cursor's sample between the ends of the axis, 0 to 1. Writing needs the zoom rectangle of
+    a GraphView and takes the fraction of the whole extent.
 */
 void GraphCursor::setPosition(double position)
 {
@@ -207,8 +208,8 @@ void GraphCursor::placeOnScreen(double coordinate, double extent)
 
 /*!
     \qmlproperty int GraphCursor::posOnScreen
-    The pixel column of the line in the item, 0 by default. Reads back the column of the sample nearest to what was
-    written.
+    The pixel column of the line in the item, 0 by default. Reads back the column of the sample nearest to
+    what was written.
 */
 void GraphCursor::setPosOnScreen(int pixel)
 {
@@ -279,7 +280,8 @@ void GraphCursor::setStaysOnScreen(bool staysOnScreen)
 
 /*!
     \qmlproperty bool GraphCursor::visible
-    Whether the line and the markers are drawn. False until the view has found a primary plot; without a notify signal.
+    Whether the line and the markers are drawn. False until the view has found a primary plot; without a
+    notify signal.
 */
 void GraphCursor::setVisible(bool visible)
 {
@@ -289,7 +291,8 @@ void GraphCursor::setVisible(bool visible)
 
 /*!
     \qmlproperty color GraphCursor::color
-    The colour of the line, red by default. Its alpha is the cursor's own: after a paint it reads 127, the glow's.
+    The colour of the line, red by default. Its alpha is the cursor's own: after a paint it reads 127, the
+    glow's.
 */
 void GraphCursor::setColor(QColor color)
 {
@@ -302,8 +305,8 @@ void GraphCursor::setColor(QColor color)
 
 /*!
     \qmlproperty bool GraphCursor::autoPrimaryPlot
-    Makes the plot whose active data contains the written value the primary plot, else the first one with active data;
-    false by default.
+    Makes the plot whose active data contains the written value the primary plot, else the first one with
+    active data; false by default.
 */
 void GraphCursor::setAutoPrimaryPlot(bool automatic)
 {
@@ -334,8 +337,8 @@ int GraphCursor::cursorAccel(bool autoRepeat)
 
 /*!
     \qmlmethod void GraphCursor::moveLeft(bool autoRepeat)
-    Moves the cursor to the left for one key press, by at least one sample and the farther the quicker the presses
-    follow one another; pans the view near its edge. \a autoRepeat tells a held key, false by default.
+    Moves the cursor to the left for one key press, by at least one sample and the farther the quicker the
+    presses follow one another; pans the view near its edge. \a autoRepeat tells a held key, false by default.
 */
 void GraphCursor::moveLeft(bool autoRepeat)
 {

@@ -18,8 +18,8 @@ class PlotData;
 class ValueAxis;
 class ZoomRect;
 
-// A line over the plots of a view that always stands on a sample of the primary plot's data. Whatever form of the
-// position is written becomes a sample index, and every other form is derived from that index.
+// A line over the plots of a view that always stands on a sample of the primary plot's data. Whatever form of
+// the position is written becomes a sample index, and every other form is derived from that index.
 class GraphCursor : public QQuickPaintedItem
 {
     Q_OBJECT
@@ -37,10 +37,11 @@ class GraphCursor : public QQuickPaintedItem
     Q_PROPERTY(QList<qreal> yValues READ yValues NOTIFY yValuesChanged)
     Q_PROPERTY(QStringList formattedYValues READ formattedYValues NOTIFY yValuesChanged)
     Q_PROPERTY(bool staysOnScreen READ staysOnScreen WRITE setStaysOnScreen NOTIFY staysOnScreenChanged)
-    // The cursor's own flag beside that of the item, which stays true; it has no notify signal.
+    // The cursor's own flag beside that of the item, which stays true.
     Q_PROPERTY(bool visible READ isCursorVisible WRITE setVisible)
     Q_PROPERTY(QColor color READ color WRITE setColor NOTIFY colorChanged)
-    Q_PROPERTY(bool autoPrimaryPlot READ autoPrimaryPlot WRITE setAutoPrimaryPlot NOTIFY sgnAutoPrimaryPlotChanged)
+    Q_PROPERTY(bool autoPrimaryPlot READ autoPrimaryPlot WRITE setAutoPrimaryPlot NOTIFY
+                   sgnAutoPrimaryPlotChanged)
     Q_PROPERTY(int primaryPlotIndex READ primaryPlotIndex NOTIFY sgnPrimaryPlotIndexChanged)
     Q_PROPERTY(int paintedWidth READ paintedWidth WRITE setPaintedWidth NOTIFY sgnPaintedWidthChanged)
 
@@ -88,7 +89,8 @@ public:
                                 double max) const;
     Q_INVOKABLE double computePeakTolerance(const QVector<double> &y, int first, int last, double min,
                                             double max) const;
-    Q_INVOKABLE bool getMinMaxY(const QVector<double> &y, int first, int last, double &min, double &max) const;
+    Q_INVOKABLE bool getMinMaxY(const QVector<double> &y, int first, int last, double &min,
+                                double &max) const;
     Q_INVOKABLE static int getPositionIndex(double value, int count, double min, double max);
 
 public slots:
@@ -111,8 +113,8 @@ public slots:
 
 signals:
     void posIndexChanged();
-    void positionChanged();
     void posValueChanged();
+    void positionChanged();
     void posOnScreenChanged(int posOnScreen);
     void fontChanged();
     void primaryPlotChanged();
@@ -140,12 +142,10 @@ protected:
     void itemChange(ItemChange change, const ItemChangeData &data) override;
     void componentComplete() override;
 
-    // False: the cursor follows the y axis and is painted as a horizontal line.
-    bool m_followsX = true;
+    bool m_followsX = true; // false: follows the y axis and is painted as a horizontal line
 
 private:
     struct ListFunctions;
-
     void setPositionOX(double position);
     void setPositionOY(double position);
     void setPosValueOX(double value);
@@ -156,7 +156,6 @@ private:
     void setPosOnScreenOY(int pixel);
     void handleYAxesChangedOX(ValueAxis *axis);
     void handleYAxesChangedOY(ValueAxis *axis);
-
     void publishPosition(int index, double value);
     void placeOnScreen(double coordinate, double extent);
     int cursorAccel(bool autoRepeat);
@@ -165,7 +164,6 @@ private:
     void adoptPlot(AbstractPlot *plot);
     void followPrimaryPlot();
     int senderPlotIndex() const;
-
     void paintMarkers(QPainter *painter);
     void paintMarker(QPainter *painter, const GraphMarker *marker);
     void paintBand(QPainter *painter);

@@ -74,7 +74,8 @@ AbstractPlot *GraphCursorAttached::plot() const
 
 /*!
     \qmlattachedproperty AbstractPlot GraphCursor::plot
-    The plot whose values are read, null by default. Values stay as they are while it is not one of the cursor's plots.
+    The plot whose values are read, null by default. Values stay as they are while it is not one of the
+    cursor's plots.
 */
 void GraphCursorAttached::setPlot(AbstractPlot *plot)
 {
@@ -137,7 +138,8 @@ void GraphCursorAttached::handleYPosOnScreenChanged(int y)
     if (m_index < 0 || m_index >= positions.size())
         return;
     const double position = positions.at(m_index);
-    setPeak(std::none_of(positions.begin(), positions.end(), [position](double other) { return position > other; }));
+    setPeak(std::none_of(positions.begin(), positions.end(),
+                         [position](double other) { return position > other; }));
     setYPosOnScreen(graph::pixel(position));
 }
 

@@ -13,8 +13,8 @@
 
 namespace {
 
-// The index in y of the next peak to one side of sample `start`, which takes part itself, within first..last; -1 when
-// there is none.
+// The index in y of the next peak to one side of sample `start`, which takes part itself, within first..last;
+// -1 when there is none.
 int peakBeside(bool right, const QVector<double> &y, int first, int last, int start, double tolerance)
 {
     const int begin = right ? start : first;
@@ -58,8 +58,9 @@ void GraphCursor::setPeak()
 
 /*!
     \qmlmethod void GraphCursor::setPeakLeft()
-    Moves the cursor to the next significant peak on its left in the visible range: one that rises and falls by a tenth
-    of the data's span there, or of the visible span of the vertical axis if that is smaller. Stays when there is none.
+    Moves the cursor to the next significant peak on its left in the visible range: one that rises and falls
+    by a tenth of the data's span there, or of the visible span of the vertical axis if that is smaller. Stays
+    when there is none.
 */
 void GraphCursor::setPeakLeft()
 {
@@ -81,8 +82,9 @@ void GraphCursor::setPeakRight()
 
 /*!
     \qmlmethod int GraphCursor::findPeak(PeakType type)
-    The index of the sample that setPeakLeft (\c GraphCursor.PeakLeft) or setPeakRight (\c GraphCursor.PeakRight) would
-    move to, -1 if there is none. The samples are taken as equally spaced over the whole range of the axis.
+    The index of the sample that setPeakLeft (type \c GraphCursor.PeakLeft) or setPeakRight (type
+    \c GraphCursor.PeakRight) would move to, -1 if there is none. The samples are taken as equally spaced
+    over the whole range of the axis.
 */
 int GraphCursor::findPeak(PeakType type) const
 {
@@ -106,7 +108,8 @@ int GraphCursor::findPeak(PeakType type) const
     return peak < 0 ? -1 : first + peak;
 }
 
-int GraphCursor::getNextPeak(bool right, const QVector<double> &y, int first, int last, double min, double max) const
+int GraphCursor::getNextPeak(bool right, const QVector<double> &y, int first, int last, double min,
+                             double max) const
 {
     const int end = std::min(last, y.size() - 1);
     if (first < 0 || first > end)
@@ -116,7 +119,8 @@ int GraphCursor::getNextPeak(bool right, const QVector<double> &y, int first, in
     return peakBeside(right, y, first, end, start, tolerance);
 }
 
-double GraphCursor::computePeakTolerance(const QVector<double> &y, int first, int last, double min, double max) const
+double GraphCursor::computePeakTolerance(const QVector<double> &y, int first, int last, double min,
+                                         double max) const
 {
     double lowest = 0.0;
     double highest = 0.0;

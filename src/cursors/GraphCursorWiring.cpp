@@ -14,11 +14,11 @@
 
 namespace {
 
-// Puts `entry` in the place of entry `index` of a list whose objects are connected once each to `receiver`, however
-// often they occur.
+// Puts `entry` in the place of entry `index` of a list whose objects are connected once each to `receiver`,
+// however often they occur.
 template <typename T>
-void replaceEntry(QVector<QPointer<T>> &list, int index, T *entry, const QObject *receiver, const char *signal,
-                  const char *slot)
+void replaceEntry(QVector<QPointer<T>> &list, int index, T *entry, const QObject *receiver,
+                  const char *signal, const char *slot)
 {
     // Plots that a document appended to the list have no entries here.
     if (index >= list.size())
@@ -37,8 +37,7 @@ void replaceEntry(QVector<QPointer<T>> &list, int index, T *entry, const QObject
 // The functions behind the list properties.
 struct GraphCursor::ListFunctions
 {
-    template <typename T>
-    using List = QVector<QPointer<T>> GraphCursor::*;
+    template <typename T> using List = QVector<QPointer<T>> GraphCursor::*;
     using Signal = void (GraphCursor::*)();
 
     static GraphCursor *cursor(QObject *object) { return static_cast<GraphCursor *>(object); }
@@ -58,31 +57,28 @@ struct GraphCursor::ListFunctions
         emit cursor(property->object)->markersChanged();
     }
 
-    template <typename T, List<T> list>
-    static int count(QQmlListProperty<T> *property)
+    template <typename T, List<T> list> static int count(QQmlListProperty<T> *property)
     {
         return (cursor(property->object)->*list).size();
     }
 
-    template <typename T, List<T> list>
-    static T *at(QQmlListProperty<T> *property, int index)
+    template <typename T, List<T> list> static T *at(QQmlListProperty<T> *property, int index)
     {
         return (cursor(property->object)->*list).value(index);
     }
 
-    template <typename T, List<T> list, Signal changed>
-    static void clear(QQmlListProperty<T> *property)
+    template <typename T, List<T> list, Signal changed> static void clear(QQmlListProperty<T> *property)
     {
         (cursor(property->object)->*list).clear();
-        emit (cursor(property->object)->*changed)();
+        emit(cursor(property->object)->*changed)();
     }
 };
 
 /*!
     \qmlproperty list<AbstractPlot> GraphCursor::plots
     \readonly
-    The visible plots of the view, which the view keeps up to date. A plot that a document appends is listed but not
-    followed.
+    The visible plots of the view, which the view keeps up to date. A plot that a document appends is listed
+    but not followed.
 */
 QQmlListProperty<AbstractPlot> GraphCursor::plots()
 {
@@ -103,7 +99,8 @@ QQmlListProperty<AbstractPlot> GraphCursor::plots()
 QQmlListProperty<PlotData> GraphCursor::series()
 {
     using F = ListFunctions;
-    return {this, nullptr, F::count<PlotData, &GraphCursor::m_series>, F::at<PlotData, &GraphCursor::m_series>};
+    return {this, nullptr, F::count<PlotData, &GraphCursor::m_series>,
+            F::at<PlotData, &GraphCursor::m_series>};
 }
 
 /*!
@@ -191,16 +188,19 @@ void GraphCursor::adoptPlot(AbstractPlot *plot)
     m_series.append(data);
     if (data) {
         connect(data, SIGNAL(plotChanged()), this, SLOT(handlePlotValuesChanged()), Qt::UniqueConnection);
-        connect(data, SIGNAL(sgnActiveChanged()), this, SLOT(handlePlotActiveChanged()), Qt::UniqueConnection);
+        connect(data, SIGNAL(sgnActiveChanged()), this, SLOT(handlePlotActiveChanged()),
+                Qt::UniqueConnection);
     }
     ValueAxis *axis = plot->axisY();
     m_yAxes.append(axis);
     if (axis)
-        connect(axis, SIGNAL(visibleRangeChanged()), this, SLOT(handlePlotValuesChanged()), Qt::UniqueConnection);
+        connect(axis, SIGNAL(visibleRangeChanged()), this, SLOT(handlePlotValuesChanged()),
+                Qt::UniqueConnection);
     m_plots.append(plot);
-    connect(plot, SIGNAL(plotDataChanged(PlotData*)), this, SLOT(handlePlotDataChanged(PlotData*)),
+    connect(plot, SIGNAL(plotDataChanged(PlotData *)), this, SLOT(handlePlotDataChanged(PlotData *)),
             Qt::UniqueConnection);
-    connect(plot, SIGNAL(axisYChanged(ValueAxis*)), this, SLOT(handleYAxesChanged(ValueAxis*)), Qt::UniqueConnection);
+    connect(plot, SIGNAL(axisYChanged(ValueAxis *)), this, SLOT(handleYAxesChanged(ValueAxis *)),
+            Qt::UniqueConnection);
 }
 
 void GraphCursor::followPrimaryPlot()
@@ -213,11 +213,11 @@ void GraphCursor::followPrimaryPlot()
     }
     // A primary plot that is not among the plots is still connected from the last time.
     if (m_followsX) {
-        connect(plot, SIGNAL(axisXChanged(ValueAxis*)), this, SLOT(handleXAxisChanged(ValueAxis*)),
+        connect(plot, SIGNAL(axisXChanged(ValueAxis *)), this, SLOT(handleXAxisChanged(ValueAxis *)),
                 Qt::UniqueConnection);
         handleXAxisChanged(plot->axisX());
     } else {
-        connect(plot, SIGNAL(axisYChanged(ValueAxis*)), this, SLOT(handleYAxesChanged(ValueAxis*)),
+        connect(plot, SIGNAL(axisYChanged(ValueAxis *)), this, SLOT(handleYAxesChanged(ValueAxis *)),
                 Qt::UniqueConnection);
         handleYAxesChanged(plot->axisY());
     }

@@ -28,10 +28,12 @@ QString formattedDifference(const PlotData &data, double a, double b)
 /*!
     \qmltype GraphMarker
     \inqmlmodule graph_plugin
-    \brief A fixed position in a GraphCursor's \c markers, drawn as a thin line with its distance to the cursor.
+    \brief A fixed position in a GraphCursor's \c markers, drawn as a thin line with its distance to the
+    cursor.
 
-    A marker stands on a sample of the cursor's primary plot. One that is moved to a sample outside the data becomes
-    invisible and stays so until it is shown again. Deltas are absolute and kept up to date only while it is visible.
+    A marker stands on a sample of the cursor's primary plot. One that is moved to a sample outside the data
+    becomes invisible and stays so until it is shown again. Deltas are absolute and kept up to date only while
+    it is visible.
 */
 GraphMarker::GraphMarker(QObject *parent)
     : QObject(parent)
@@ -77,7 +79,8 @@ void GraphMarker::update()
 
 /*!
     \qmlproperty double GraphMarker::posValue
-    The data value of the marker's sample, in the unit of the axis; 0 by default. Ignored until the cursor has data.
+    The data value of the marker's sample, in the unit of the axis; 0 by default. Ignored until the cursor has
+    data.
 */
 void GraphMarker::setPosValue(double value)
 {
@@ -185,8 +188,8 @@ void GraphMarker::setDeltaY(int deltaY)
 /*!
     \qmlproperty Item GraphMarker::label
     \default
-    An item to show with the marker, placed into the cursor. Its property \c _parentMarker, if it has one, is set to
-    the marker.
+    An item to show with the marker, placed into the cursor. Its property \c _parentMarker, if it has one, is
+    set to the marker.
 */
 void GraphMarker::setLabel(QQuickItem *label)
 {
@@ -233,7 +236,7 @@ void GraphMarker::handleDeltaChanged()
         if (member == value)
             return;
         member = value;
-        emit (this->*changed)();
+        emit(this->*changed)();
     };
     publish(m_formattedDeltaX, deltaX, &GraphMarker::formattedDeltaXChanged);
     publish(m_yValue, y, &GraphMarker::yValueChanged);

@@ -12,8 +12,8 @@ class GraphCursor;
 class PlotData;
 class ValueAxis;
 
-// A fixed reference position on a cursor: a sample of the primary plot's data whose distance to the cursor is shown.
-// The cursor paints it.
+// A fixed reference position on a cursor: a sample of the primary plot's data whose distance to the cursor is
+// shown. The cursor paints it.
 class GraphMarker : public QObject
 {
     Q_OBJECT

@@ -32,7 +32,8 @@ public:
         if (elapsedMs > quickPressMs)
             m_step = slowest;
         else
-            m_step = std::min(quickPressMs * m_step / static_cast<int>(std::max<qint64>(elapsedMs, 1)), fastest);
+            m_step =
+                std::min(quickPressMs * m_step / static_cast<int>(std::max<qint64>(elapsedMs, 1)), fastest);
         return m_step;
     }
 

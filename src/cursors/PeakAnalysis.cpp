@@ -125,7 +125,8 @@ bool PeakAnalysis::getNextPeak(bool forward, double tolerance, long &begin, long
     return true;
 }
 
-// Runs that stay within the tolerance of their first sample are noise; straight, they give the passes less to do.
+// Runs that stay within the tolerance of their first sample are noise; straight, they give the passes less to
+// do.
 void PeakAnalysis::prepareSamples(double tolerance)
 {
     if (m_count < 3)
@@ -146,9 +147,9 @@ void PeakAnalysis::prepareSamples(double tolerance)
     }
 }
 
-// One walk over the samples 0..last. Bumps that are too small are straightened on the way; settled becomes false
-// when that may have joined slopes to a peak that another pass would find. Moves last to the end of the walkable
-// samples when it meets a NaN.
+// One walk over the samples 0..last. Bumps that are too small are straightened on the way; settled becomes
+// false when that may have joined slopes to a peak that another pass would find. Moves last to the end of the
+// walkable samples when it meets a NaN.
 PeakAnalysis::PassResult PeakAnalysis::runPass(double tolerance, long &last, bool &settled, Bump &bump)
 {
     long from = 0;

@@ -2,8 +2,9 @@
 
 #include <memory>
 
-// Finds the first significant peak of a sampled curve: one that rises from the valley before it, and falls to the
-// valley behind it, by at least a tolerance. Smaller wiggles are replaced by straight lines and so ignored.
+// Finds the first significant peak of a sampled curve: one that rises from the valley before it, and falls to
+// the valley behind it, by at least a tolerance. Smaller wiggles are replaced by straight lines and so
+// ignored.
 class PeakAnalysis
 {
 public:
@@ -40,13 +41,14 @@ public:
     static double defaultYToleranceForPowerRange(double range);
     static double defaultYToleranceForPowerRange(double a, double b);
 
-    // Walks count samples from the first (forward) or the last one to the nearest peak and gives the index and the
-    // position of its highest sample, the first of equal ones. False, with -1, 0 and 0, when there is none. A NaN
-    // ends the walk.
-    bool getNextPeak(bool forward, double tolerance, long count, const double *x, const double *y, long &peakIndex,
-                     double &peakX, double &peakY);
+    // Walks count samples from the first (forward) or the last one to the nearest peak and gives the index
+    // and the position of its highest sample, the first of equal ones. False, with -1, 0 and 0, when there is
+    // none. A NaN ends the walk.
+    bool getNextPeak(bool forward, double tolerance, long count, const double *x, const double *y,
+                     long &peakIndex, double &peakX, double &peakY);
 
-    // The same walk over the samples that were last loaded: the valleys before and behind the peak, in their order.
+    // The same walk over the samples that were last loaded: the valleys before and behind the peak, in their
+    // order.
     bool getNextPeak(bool forward, double tolerance, long &begin, long &end);
 
     // Flattens the loaded samples up to the first summit where they stay within the tolerance.

@@ -48,8 +48,8 @@ public:
     void paint(QPainter *) override {}
 };
 
-// A cursor over plots of 101 x 51 pixels on axes 0..100 and 0..50. In the data of the first plot sample, value and
-// pixel column i are the same, and y is half of it.
+// A cursor over plots of 101 x 51 pixels on axes 0..100 and 0..50. In the data of the first plot sample,
+// value and pixel column i are the same, and y is half of it.
 struct CursorBench
 {
     explicit CursorBench(GraphCursor *benchCursor = new GraphCursor)
@@ -118,7 +118,7 @@ struct CursorBench
     QVector<QPointer<QObject>> objects;
 };
 
-// The alphas of the pixels of a row from column `first` to `last`.
+// The alphas of the pixels of a row, columns first to last.
 inline QVector<int> alphas(const QImage &image, int row, int first, int last)
 {
     QVector<int> result;

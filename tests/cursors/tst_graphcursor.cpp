@@ -35,439 +35,403 @@ class tst_graphcursor : public QObject
 
 private slots:
     void initTestCase() { Plugin().registerTypes("graph_plugin"); }
-    void snaps_data();
-    void snaps();
-    void staysOnScreen();
-    void tellsInOrder();
-    void keysAccelerate();
-    void keysMoveAtLeastOneSample();
-    void pansNearEdge();
-    void followsNewData();
-    void followsAxesAndZoom();
-    void choosesPrimaryPlot();
-    void ignoresForeignSenders();
-    void findsPeaksInView();
-    void searchesGivenSamples();
-    void horizontalCursor();
-    void paintsBand_data();
-    void paintsBand();
-    void readingsOfItems();
-    void survivesDestruction();
-};
 
-void tst_graphcursor::snaps_data()
-{
-    QTest::addColumn<QByteArray>("setter");
-    QTest::addColumn<double>("value");
-    QTest::addColumn<int>("index");
-    QTest::newRow("value") << QByteArray("setPosValue") << 33.4 << 33;
-    QTest::newRow("value half way") << QByteArray("setPosValue") << 33.5 << 34;
-    QTest::newRow("index") << QByteArray("setPosIndex") << 33.9 << 33;
-    // The fraction counts the width of the item, the samples its last column.
-    QTest::newRow("fraction") << QByteArray("setPosition") << 0.5 << 51;
-    QTest::newRow("no number") << QByteArray("setPosValue") << missing << 10;
-    QTest::newRow("beyond the last sample") << QByteArray("setPosValue") << inf << 100;
-    QTest::newRow("before the first sample") << QByteArray("setPosIndex") << -1e300 << 0;
-}
-
-void tst_graphcursor::snaps()
-{
-    QFETCH(QByteArray, setter);
-    QFETCH(double, value);
-    QFETCH(int, index);
-    CursorBench bench;
-    QVERIFY(QMetaObject::invokeMethod(bench.cursor, setter, Q_ARG(double, value)));
-    QCOMPARE(bench.cursor->posIndex(), -1);
-    bench.place(10);
-    QVERIFY(QMetaObject::invokeMethod(bench.cursor, setter, Q_ARG(double, value)));
-    QCOMPARE(bench.cursor->posIndex(), index);
-    QCOMPARE(bench.cursor->posValue(), double(index));
-    QCOMPARE(bench.cursor->position(), index / 100.0);
-    QCOMPARE(bench.cursor->posOnScreen(), index);
-}
-
-void tst_graphcursor::staysOnScreen()
-{
-    CursorBench bench;
-    bench.place(10);
-    bench.zoom->setRight(0.4);
-    bench.zoom->setLeft(0.2);
-    QCOMPARE(bench.cursor->posIndex(), 20);
-    bench.cursor->setPosIndex(90);
-    QCOMPARE(bench.cursor->posIndex(), 40);
-    QCOMPARE(bench.cursor->posOnScreen(), 100);
-    bench.cursor->setPosOnScreen(52);
-    QCOMPARE(bench.cursor->posIndex(), 30);
-    QCOMPARE(bench.cursor->posOnScreen(), 50);
-    bench.cursor->setStaysOnScreen(false);
-    bench.cursor->setPosIndex(90);
-    QCOMPARE(bench.cursor->posOnScreen(), 100);
-    bench.cursor->setPosIndex(101);
-    bench.cursor->setPosIndex(-1);
-    QCOMPARE(bench.cursor->posIndex(), 90);
-}
-
-void tst_graphcursor::tellsInOrder()
-{
-    CursorBench bench;
-    SignalLog log(bench.cursor);
-    bench.cursor->setPlots(bench.plots);
-    // Wiring places the cursor on the sample at 0.
-    QCOMPARE(log.take(), QString("yValues yPositions plotValues posIndex posValue position plotValues plots series"));
-    bench.cursor->setPlots(bench.plots);
-    bench.cursor->setPosIndex(0);
-    QCOMPARE(log.take(), QString());
-    bench.cursor->setPosValue(7.2);
-    QCOMPARE(log.take(), QString("yValues yPositions plotValues posIndex posValue position posOnScreen"));
-}
-
-void tst_graphcursor::keysAccelerate()
-{
-    CursorBench bench;
-    bench.cursor->moveLeft();
-    bench.place(90);
-    bench.cursor->setPanMargin(std::numeric_limits<int>::min());
-    QVector<int> places;
-    for (int i = 0; i < 6; ++i) {
-        bench.cursor->moveLeft(true);
-        places.append(bench.cursor->posOnScreen());
+    void snaps_data()
+    {
+        QTest::addColumn<QByteArray>("setter");
+        QTest::addColumn<double>("value");
+        QTest::addColumn<int>("index");
+        QTest::newRow("value half way") << QByteArray("setPosValue") << 33.5 << 34;
+        QTest::newRow("index") << QByteArray("setPosIndex") << 33.9 << 33;
+        // The fraction counts the width of the item, the samples its last column.
+        QTest::newRow("fraction") << QByteArray("setPosition") << 0.5 << 51;
+        QTest::newRow("no number") << QByteArray("setPosValue") << missing << 10;
+        QTest::newRow("beyond the last sample") << QByteArray("setPosValue") << inf << 100;
+        QTest::newRow("before the first sample") << QByteArray("setPosIndex") << -1e300 << 0;
     }
-    QCOMPARE(places, (QVector<int>{88, 84, 78, 69, 56, 37}));
-    // Another direction starts from the slowest step.
-    bench.cursor->moveRight(true);
-    QCOMPARE(bench.cursor->posOnScreen(), 39);
-}
 
-void tst_graphcursor::keysMoveAtLeastOneSample()
-{
-    CursorBench bench;
-    bench.data->setYData({1, 2, 3, 4, 5});
-    bench.data->setXInterval(25.0);
-    bench.place(1);
-    bench.cursor->moveRight(true);
-    QCOMPARE(bench.cursor->posOnScreen(), 50);
-    bench.cursor->moveLeft(true);
-    bench.cursor->moveLeft(true);
-    bench.cursor->moveLeft(true);
-    QCOMPARE(bench.cursor->posIndex(), 0);
-}
-
-void tst_graphcursor::pansNearEdge()
-{
-    CursorBench bench;
-    bench.cursor->setPanMargin(20);
-    bench.place(50);
-    bench.zoom->setRight(0.75);
-    bench.zoom->setLeft(0.25);
-    bench.cursor->moveLeft(true);
-    QCOMPARE(bench.zoom->left(), 0.25);
-    // Two pixels are a sample here. The edge goes to where the margin left of the cursor begins.
-    bench.cursor->setPosIndex(26);
-    bench.cursor->moveLeft(true);
-    QCOMPARE(bench.cursor->posIndex(), 25);
-    QCOMPARE(bench.zoom->left(), 0.25 + (2 - 4 - 20) * 0.5 / 101);
-    bench.zoom->moveRight(0.75);
-    bench.cursor->setPosIndex(74);
-    bench.cursor->moveRight(true);
-    QCOMPARE(bench.zoom->right(), 0.25 + (98 + 2 + 20) * 0.5 / 101);
-
-    // The first sample is where the cursor ends, but the view may go on.
-    bench.cursor->setStaysOnScreen(false);
-    bench.zoom->setBoundingRect(QRectF(-1, 0, 3, 1));
-    bench.zoom->moveLeft(0.0);
-    bench.cursor->setPosIndex(0);
-    bench.cursor->moveLeft(true);
-    QCOMPARE(bench.cursor->posIndex(), 0);
-    QVERIFY(bench.zoom->left() < 0.0);
-}
-
-void tst_graphcursor::followsNewData()
-{
-    CursorBench bench;
-    TracePlot *second = bench.addPlot(nullptr);
-    bench.place(20);
-    QCOMPARE(seriesOf(bench.cursor), (QVector<PlotData *>{bench.data, nullptr}));
-    QCOMPARE(bench.cursor->yPositions(), (QList<qreal>{40.0, 0.0}));
-    QCOMPARE(bench.cursor->formattedYValues(), (QStringList{"10", "---"}));
-
-    // The same data in both plots, then away from one of them: the other still follows it.
-    second->setPlotData(bench.data);
-    PlotSeries other;
-    second->setPlotData(&other);
-    QCOMPARE(seriesOf(bench.cursor), (QVector<PlotData *>{bench.data, &other}));
-    QSignalSpy plotValues(bench.cursor, SIGNAL(plotValuesChanged()));
-    bench.data->setYData(QVector<double>(101, 7.0));
-    other.setYData({missing});
-    QTRY_COMPARE(plotValues.count(), 2);
-    QCOMPARE(bench.cursor->formattedYValues(), (QStringList{"7", "nan"}));
-
-    // Plots that were taken away are not heard any more.
-    bench.cursor->setPlots({nullptr, second});
-    plotValues.clear();
-    bench.data->setYData({});
-    bench.plot->setPlotData(nullptr);
-    other.setYData({4.0});
-    QTRY_COMPARE(bench.cursor->yValues(), QList<qreal>{4.0});
-    QCOMPARE(plotValues.count(), 1);
-    bench.cursor->setPlots({});
-    QVERIFY(!bench.cursor->isCursorVisible() && !bench.cursor->followedAxis());
-}
-
-void tst_graphcursor::followsAxesAndZoom()
-{
-    CursorBench bench;
-    bench.place(50);
-    bench.zoom->setWidth(0.75);
-    QCOMPARE(bench.cursor->posOnScreen(), 66);
-    bench.zoom->setWidth(1.0);
-    bench.x->setMaxValue(200.0);
-    QCOMPARE(bench.cursor->posOnScreen(), 25);
-    bench.plot->setWidth(21);
-    bench.cursor->setWidth(21);
-    QCOMPARE(bench.cursor->posOnScreen(), 5);
-    bench.y->setMaxValue(100.0);
-    QCOMPARE(bench.cursor->yPositions(), (QList<qreal>{37.5}));
-    ValueAxis axis;
-    axis.setAlignment(Qt::AlignLeft);
-    axis.setMaxValue(25.0);
-    bench.plot->setAxisY(&axis);
-    QCOMPARE(bench.cursor->yPositions(), (QList<qreal>{0.0}));
-    QSignalSpy plotValues(bench.cursor, SIGNAL(plotValuesChanged()));
-    bench.y->setMaxValue(200.0);
-    QCOMPARE(plotValues.count(), 0);
-}
-
-void tst_graphcursor::choosesPrimaryPlot()
-{
-    CursorBench bench;
-    PlotPoints points;
-    points.setXData({60.0, 70.0, 80.0});
-    points.setYData({1.0, 2.0, 3.0});
-    AbstractPlot *second = bench.addPlot(&points);
-    bench.cursor->setAutoPrimaryPlot(true);
-    bench.cursor->setPlots(bench.plots);
-    SignalLog log(bench.cursor);
-    bench.cursor->setPosValue(72.0);
-    QCOMPARE(log.take(), QString());
-    bench.data->setActive(true);
-    points.setActive(true);
-    bench.cursor->setPosValue(72.0);
-    QCOMPARE(bench.cursor->primaryPlot(), second);
-    QCOMPARE(bench.cursor->primaryPlotIndex(), 1);
-    QCOMPARE(bench.cursor->posIndex(), 1);
-    QVERIFY(log.take().startsWith("primaryPlot sgnPrimaryPlotIndex "));
-    // A value that nobody contains goes to the first active plot.
-    bench.cursor->setPosValue(30.0);
-    QCOMPARE(bench.cursor->primaryPlot(), bench.plot);
-    bench.cursor->setPosIndex(65);
-    points.setActive(false);
-    points.setActive(true);
-    QCOMPARE(bench.cursor->primaryPlot(), second);
-    bench.cursor->setPrimaryPlot(nullptr);
-    QCOMPARE(bench.cursor->primaryPlot(), bench.plot);
-    QCOMPARE(bench.cursor->primaryPlotIndex(), -1);
-}
-
-void tst_graphcursor::ignoresForeignSenders()
-{
-    CursorBench bench;
-    bench.place(20);
-    for (const char *slot : {"handlePlotDataChanged", "handleYAxesChanged"}) {
-        QTest::ignoreMessage(QtDebugMsg, "        sender() not found!");
-        QVERIFY(QMetaObject::invokeMethod(bench.cursor, slot));
+    void snaps()
+    {
+        QFETCH(QByteArray, setter);
+        QFETCH(double, value);
+        QFETCH(int, index);
+        CursorBench bench;
+        QVERIFY(QMetaObject::invokeMethod(bench.cursor, setter, Q_ARG(double, value)));
+        QCOMPARE(bench.cursor->posIndex(), -1);
+        bench.place(10);
+        QVERIFY(QMetaObject::invokeMethod(bench.cursor, setter, Q_ARG(double, value)));
+        QCOMPARE(bench.cursor->posIndex(), index);
+        QCOMPARE(bench.cursor->posValue(), double(index));
+        QCOMPARE(bench.cursor->position(), index / 100.0);
+        QCOMPARE(bench.cursor->posOnScreen(), index);
     }
-    QVERIFY(QMetaObject::invokeMethod(bench.cursor, "handlePlotActiveChanged"));
-    QCOMPARE(seriesOf(bench.cursor), QVector<PlotData *>{bench.data});
-}
 
-void tst_graphcursor::findsPeaksInView()
-{
-    CursorBench bench;
-    QVector<double> samples(101, 0.0);
-    for (int peak : {15, 35, 55, 75, 95})
-        samples[peak] = samples[peak + 1] = 40.0;
-    bench.data->setYData(samples);
-    bench.place(50);
-    QVector<int> visited;
-    const auto visit = [&](void (GraphCursor::*step)()) {
-        (bench.cursor->*step)();
-        visited.append(bench.cursor->posIndex());
-    };
-    visit(&GraphCursor::setPeak);
-    for (int i = 0; i < 5; ++i)
-        visit(&GraphCursor::setPeakRight);
-    QCOMPARE(visited, (QVector<int>{15, 35, 55, 75, 95, 95}));
-    bench.zoom->setRight(0.8);
-    bench.zoom->setLeft(0.3);
-    visited.clear();
-    visit(&GraphCursor::setPeakRight);
-    for (int i = 0; i < 4; ++i)
-        visit(&GraphCursor::setPeakLeft);
-    QCOMPARE(visited, (QVector<int>{80, 75, 55, 35, 35}));
-    QCOMPARE(bench.cursor->findPeak(GraphCursor::NoPeak), -1);
-    bench.plot->setAxisY(nullptr);
-    QCOMPARE(bench.cursor->findPeak(GraphCursor::PeakLeft), -1);
-}
+    void staysOnScreen()
+    {
+        CursorBench bench;
+        bench.place(10);
+        bench.zoom->setRight(0.4);
+        bench.zoom->setLeft(0.2);
+        QCOMPARE(bench.cursor->posIndex(), 20);
+        bench.cursor->setPosIndex(90);
+        QCOMPARE(bench.cursor->posIndex(), 40);
+        QCOMPARE(bench.cursor->posOnScreen(), 100);
+        bench.cursor->setPosOnScreen(52);
+        QCOMPARE(bench.cursor->posOnScreen(), 50);
+        bench.cursor->setStaysOnScreen(false);
+        bench.cursor->setPosIndex(90);
+        QCOMPARE(bench.cursor->posOnScreen(), 100);
+        bench.cursor->setPosIndex(101);
+        bench.cursor->setPosIndex(-1);
+        QCOMPARE(bench.cursor->posIndex(), 90);
+    }
 
-void tst_graphcursor::searchesGivenSamples()
-{
-    const QVector<double> y{5, 1, 9, 2, 30};
-    GraphCursor cursor;
-    // The last sample takes no part in the tolerance.
-    QCOMPARE(cursor.computePeakTolerance(y, 0, 4, 0.0, 100.0), 0.8);
-    QCOMPARE(cursor.computePeakTolerance(y, 0, 4, 0.0, 2.0), 0.2);
-    QCOMPARE(cursor.computePeakTolerance({missing, 4, 3}, 0, 9, 0.0, 100.0), 0.1);
-    QCOMPARE(cursor.computePeakTolerance(y, 5, 5, 0.0, 100.0), 0.0);
-    QCOMPARE(cursor.getNextPeak(true, y, 1, 99, 0.0, 100.0), 2);
-    QCOMPARE(cursor.getNextPeak(true, y, -1, 4, 0.0, 100.0), -1);
-    QCOMPARE(cursor.getNextPeak(false, {}, 0, 0, 0.0, 1.0), -1);
-    QCOMPARE(GraphCursor::getPositionIndex(-1.0, 11, 0.0, 10.0), 0);
-    QCOMPARE(GraphCursor::getPositionIndex(99.0, 11, 0.0, 10.0), 10);
-    QCOMPARE(GraphCursor::getPositionIndex(4.5, 11, 0.0, 10.0), 5);
-    QCOMPARE(GraphCursor::getPositionIndex(3.0, 11, 3.0, 3.0), 0);
-}
+    void tellsInOrder()
+    {
+        CursorBench bench;
+        SignalLog log(bench.cursor);
+        bench.cursor->setPlots(bench.plots);
+        // Wiring places the cursor on the sample at 0.
+        QCOMPARE(log.take(),
+                 QString("yValues yPositions plotValues posIndex posValue position plotValues plots series"));
+        bench.cursor->setPlots(bench.plots);
+        bench.cursor->setPosIndex(0);
+        QCOMPARE(log.take(), QString());
+        bench.cursor->setPosValue(7.2);
+        QCOMPARE(log.take(), QString("yValues yPositions plotValues posIndex posValue position posOnScreen"));
+    }
 
-void tst_graphcursor::horizontalCursor()
-{
-    CursorBench bench(new GraphCursorY);
-    GraphCursorAttachedY reading;
-    reading.setCursor(bench.cursor);
-    bench.place(12);
-    QCOMPARE(bench.cursor->posValue(), 12.0);
-    QCOMPARE(bench.cursor->posOnScreen(), 38);
-    QCOMPARE(bench.cursor->position(), 0.24);
-    QCOMPARE(reading.yPosOnScreen(), 38);
-    QCOMPARE(reading.formattedYValue(), QString("12"));
-    bench.cursor->setPosOnScreen(10);
-    QCOMPARE(bench.cursor->posValue(), 40.0);
-    bench.cursor->setPosValue(20.9);
-    QCOMPARE(bench.cursor->posValue(), 20.0);
-    bench.cursor->setStaysOnScreen(false);
-    bench.cursor->setPosValue(-7.5);
-    QCOMPARE(bench.cursor->posIndex(), -7);
-    QCOMPARE(bench.cursor->posValue(), -7.5);
-    QCOMPARE(bench.cursor->posOnScreen(), 50);
-    // Its axis is one of the plots' y axes as well and goes on moving it when these have changed.
-    bench.addPlot(nullptr);
-    bench.place(25);
-    bench.y->setMaxValue(100.0);
-    QCOMPARE(bench.cursor->posOnScreen(), 37);
-    const QImage image = bench.painted();
-    QCOMPARE(alphas(image, 37, 0, 100), QVector<int>(101, 255));
-    QCOMPARE(alphas(image, 38, 0, 100), QVector<int>(101, 127));
-    QCOMPARE(alphas(image, 39, 0, 100), QVector<int>(101, 0));
-}
-
-void tst_graphcursor::paintsBand_data()
-{
-    QTest::addColumn<int>("width");
-    QTest::addColumn<QVector<int>>("expected");
-    // The alphas of the columns 23 to 33; the cursor stands on 30.
-    QTest::newRow("none") << 0 << QVector<int>{0, 0, 0, 0, 0, 0, 0, 255, 0, 0, 0};
-    QTest::newRow("three") << 3 << QVector<int>{0, 0, 0, 0, 0, 0, 127, 255, 127, 0, 0};
-    QTest::newRow("five") << 5 << QVector<int>{0, 0, 0, 0, 0, 0, 127, 255, 127, 0, 0};
-    QTest::newRow("eight") << 8 << QVector<int>{0, 0, 0, 127, 127, 255, 255, 127, 127, 0, 0};
-    QTest::newRow("nine") << 9 << QVector<int>{0, 127, 127, 127, 255, 255, 255, 127, 127, 127, 0};
-    const int huge = std::numeric_limits<int>::max();
-    QTest::newRow("huge") << huge << QVector<int>{255, 255, 255, 255, 255, 255, 255, 127, 127, 127, 127};
-}
-
-void tst_graphcursor::paintsBand()
-{
-    QFETCH(int, width);
-    QFETCH(QVector<int>, expected);
-    CursorBench bench;
-    bench.place(30);
-    bench.cursor->setColor(Qt::blue);
-    bench.cursor->setPaintedWidth(width);
-    const QImage image = bench.painted();
-    QCOMPARE(alphas(image, 0, 23, 33), expected);
-    QCOMPARE(alphas(image, 50, 23, 33), expected);
-    QCOMPARE(bench.cursor->color(), QColor(0, 0, 255, 127));
-    bench.cursor->setVisible(false);
-    QCOMPARE(alphas(bench.painted(), 0, 0, 100), QVector<int>(101, 0));
-    bench.cursor->setVisible(true);
-    bench.cursor->setZoomRect(nullptr);
-    QCOMPARE(alphas(bench.painted(), 0, 0, 100), QVector<int>(101, 0));
-}
-
-void tst_graphcursor::readingsOfItems()
-{
-    QQmlEngine engine;
-    QQmlComponent component(&engine);
-    component.setData("import QtQuick 2.15; import graph_plugin 1.0\n"
-                      "GraphCursor { width: 101; height: 51; Item {} Item {} Item {} }", QUrl());
-    CursorBench bench(qobject_cast<GraphCursor *>(component.create()));
-    QVector<GraphCursorAttached *> readings;
-    for (QQuickItem *item : bench.cursor->childItems())
-        readings.append(item->findChild<GraphCursorAttached *>());
-    QCOMPARE(readings.size(), 3);
-    GraphCursorAttached *low = readings.at(0);
-    GraphCursorAttached *high = readings.at(1);
-    QVERIFY(low->objectName().startsWith("GCA"));
-    QCOMPARE(high->objectName().mid(3).toInt(), low->objectName().mid(3).toInt() + 1);
-
-    PlotSeries data;
-    data.setYData(QVector<double>(101, 20.0));
-    TracePlot elsewhere;
-    low->setPlot(bench.plot);
-    high->setPlot(bench.addPlot(&data));
-    readings.at(2)->setPlot(&elsewhere);
-    bench.place(25);
-    QCOMPARE(low->index(), 0);
-    QCOMPARE(low->xPosOnScreen(), 25);
-    QCOMPARE(low->yPosOnScreen(), 37);
-    QCOMPARE(low->formattedXValue(), QString("25"));
-    QCOMPARE(low->formattedYValue(), QString("12.5"));
-    QVERIFY(!low->peak() && high->peak());
-    bench.cursor->setPosIndex(40);
-    QVERIFY(low->peak() && high->peak());
-    QCOMPARE(readings.at(2)->index(), -1);
-    QCOMPARE(readings.at(2)->yValue(), 0.0);
-
-    // A change in the fourteenth digit is none.
-    QSignalSpy xValue(low, SIGNAL(xValueChanged()));
-    bench.data->setXFirstValue(1e-12);
-    bench.cursor->setPosIndex(41);
-    bench.data->setXFirstValue(0.0);
-    bench.cursor->updateCursorPos();
-    QCOMPARE(xValue.count(), 1);
-}
-
-void tst_graphcursor::survivesDestruction()
-{
-    std::mt19937 random(4);
-    for (int round = 0; round < 300; ++round) {
-        CursorBench bench(round % 2 ? new GraphCursor : new GraphCursorY);
-        bench.addPlot(bench.data);
-        bench.addPlot(nullptr);
-        bench.data->setActive(true);
-        bench.cursor->setAutoPrimaryPlot(round % 3 == 0);
-        bench.cursor->setPrimaryPlot(bench.plots.at(round % 3));
-        GraphMarker *marker = bench.addMarker();
-        marker->setLabel(new QQuickItem(&bench.area));
-        marker->setVisible(true);
-        auto *reading = new GraphCursorAttached;
-        reading->setCursor(bench.cursor);
-        reading->setPlot(bench.plot);
-        bench.objects.append(reading);
-        bench.objects.append(marker->label());
-        bench.place(round % 101);
-        std::shuffle(bench.objects.begin(), bench.objects.end(), random);
-        while (!bench.objects.isEmpty()) {
-            delete bench.objects.takeLast();
-            if (!bench.cursor)
-                continue;
-            bench.cursor->updateCursorPos();
+    void keysAccelerate()
+    {
+        CursorBench bench;
+        bench.cursor->moveLeft();
+        bench.place(90);
+        bench.cursor->setPanMargin(std::numeric_limits<int>::min());
+        for (int place : {88, 84, 78, 69, 56, 37}) {
             bench.cursor->moveLeft(true);
-            bench.cursor->moveRight();
-            bench.cursor->setPosition(0.3);
-            bench.cursor->setPeak();
-            bench.cursor->setPeakLeft();
-            bench.painted();
+            QCOMPARE(bench.cursor->posOnScreen(), place);
+        }
+        // Another direction starts from the slowest step.
+        bench.cursor->moveRight(true);
+        QCOMPARE(bench.cursor->posOnScreen(), 39);
+        bench.cursor->moveLeft(true);
+        QCOMPARE(bench.cursor->posOnScreen(), 37);
+        // Wide samples are walked one by one.
+        bench.data->setYData({1, 2, 3, 4, 5});
+        bench.data->setXInterval(25.0);
+        for (int index : {2, 3, 4, 4}) {
+            bench.cursor->moveRight(true);
+            QCOMPARE(bench.cursor->posIndex(), index);
         }
     }
-}
+
+    void pansNearEdge()
+    {
+        CursorBench bench;
+        bench.cursor->setPanMargin(20);
+        bench.place(36);
+        bench.zoom->setRight(0.75);
+        bench.zoom->setLeft(0.25);
+        // Two pixels are a sample here: this is just at the margin.
+        bench.cursor->moveLeft(true);
+        QCOMPARE(bench.zoom->left(), 0.25);
+        bench.cursor->setPosIndex(26);
+        bench.cursor->moveLeft(true);
+        QCOMPARE(bench.cursor->posIndex(), 25);
+        QCOMPARE(bench.zoom->left(), 0.25 + (2 - 4 - 20) * 0.5 / 101);
+        bench.zoom->moveRight(0.75);
+        bench.cursor->setPosIndex(74);
+        bench.cursor->moveRight(true);
+        QCOMPARE(bench.zoom->right(), 0.25 + (98 + 2 + 20) * 0.5 / 101);
+        // The first sample is where the cursor ends, but the view may go on.
+        bench.cursor->setStaysOnScreen(false);
+        bench.zoom->setBoundingRect(QRectF(-1, 0, 3, 1));
+        bench.zoom->moveLeft(0.0);
+        bench.cursor->setPosIndex(0);
+        bench.cursor->moveLeft(true);
+        QCOMPARE(bench.cursor->posIndex(), 0);
+        QVERIFY(bench.zoom->left() < 0.0);
+    }
+
+    void followsNewData()
+    {
+        CursorBench bench;
+        TracePlot *second = bench.addPlot(nullptr);
+        bench.addPlot(bench.data);
+        bench.place(20);
+        QCOMPARE(seriesOf(bench.cursor), (QVector<PlotData *>{bench.data, nullptr, bench.data}));
+        QCOMPARE(bench.cursor->yPositions(), (QList<qreal>{40.0, 0.0, 40.0}));
+        QCOMPARE(bench.cursor->formattedYValues(), (QStringList{"10", "---", "10"}));
+        // Data of two plots is heard once, and still when one of them has dropped it.
+        PlotSeries other;
+        second->setPlotData(&other);
+        bench.plot->setPlotData(nullptr);
+        QCOMPARE(seriesOf(bench.cursor), (QVector<PlotData *>{nullptr, &other, bench.data}));
+        QSignalSpy plotValues(bench.cursor, SIGNAL(plotValuesChanged()));
+        bench.data->setYData(QVector<double>(101, 7.0));
+        other.setYData({missing});
+        QTRY_COMPARE(bench.cursor->formattedYValues(), (QStringList{"---", "nan", "7"}));
+        QCOMPARE(plotValues.count(), 2);
+        // Plots that were taken away are not heard any more.
+        bench.cursor->setPlots({nullptr, second});
+        plotValues.clear();
+        bench.data->setYData({});
+        bench.plot->setPlotData(bench.data);
+        other.setYData({4.0});
+        QTRY_COMPARE(bench.cursor->yValues(), QList<qreal>{4.0});
+        QCOMPARE(plotValues.count(), 1);
+        bench.cursor->setPlots({});
+        QVERIFY(!bench.cursor->isCursorVisible() && !bench.cursor->followedAxis());
+    }
+
+    void followsAxesAndZoom()
+    {
+        CursorBench bench;
+        bench.place(50);
+        bench.zoom->setWidth(0.75);
+        QCOMPARE(bench.cursor->posOnScreen(), 66);
+        bench.zoom->setWidth(1.0);
+        bench.x->setMaxValue(200.0);
+        QCOMPARE(bench.cursor->posOnScreen(), 25);
+        bench.plot->setWidth(21);
+        bench.cursor->setWidth(21);
+        QCOMPARE(bench.cursor->posOnScreen(), 5);
+        bench.y->setMaxValue(100.0);
+        QCOMPARE(bench.cursor->yPositions(), (QList<qreal>{37.5}));
+        ValueAxis axis;
+        axis.setAlignment(Qt::AlignLeft);
+        axis.setMaxValue(25.0);
+        bench.plot->setAxisY(&axis);
+        QCOMPARE(bench.cursor->yPositions(), (QList<qreal>{0.0}));
+        QSignalSpy plotValues(bench.cursor, SIGNAL(plotValuesChanged()));
+        bench.y->setMaxValue(200.0);
+        QCOMPARE(plotValues.count(), 0);
+    }
+
+    void choosesPrimaryPlot()
+    {
+        CursorBench bench;
+        PlotPoints points;
+        points.setXData({60.0, 70.0, 80.0});
+        AbstractPlot *second = bench.addPlot(&points);
+        bench.cursor->setAutoPrimaryPlot(true);
+        bench.cursor->setPlots(bench.plots);
+        SignalLog log(bench.cursor);
+        bench.cursor->setPosValue(72.0);
+        QCOMPARE(log.take(), QString());
+        bench.data->setActive(true);
+        points.setActive(true);
+        bench.cursor->setPosValue(72.0);
+        QVERIFY(log.take().startsWith("primaryPlot sgnPrimaryPlotIndex "));
+        QCOMPARE(bench.cursor->primaryPlotIndex(), 1);
+        QCOMPARE(bench.cursor->posIndex(), 1);
+        // A value that nobody contains goes to the first active plot.
+        bench.cursor->setPosValue(30.0);
+        QCOMPARE(bench.cursor->primaryPlot(), bench.plot);
+        bench.cursor->setPosIndex(65);
+        points.setActive(false);
+        points.setActive(true);
+        QCOMPARE(bench.cursor->primaryPlot(), second);
+        bench.cursor->setPrimaryPlot(nullptr);
+        QCOMPARE(bench.cursor->primaryPlot(), bench.plot);
+        QCOMPARE(bench.cursor->primaryPlotIndex(), -1);
+    }
+
+    void ignoresForeignSenders()
+    {
+        CursorBench bench;
+        bench.place(20);
+        for (const char *slot : {"handlePlotDataChanged", "handleYAxesChanged"}) {
+            QTest::ignoreMessage(QtDebugMsg, "        sender() not found!");
+            QVERIFY(QMetaObject::invokeMethod(bench.cursor, slot));
+        }
+        QVERIFY(QMetaObject::invokeMethod(bench.cursor, "handlePlotActiveChanged"));
+        QCOMPARE(seriesOf(bench.cursor), QVector<PlotData *>{bench.data});
+    }
+
+    void findsPeaksInView()
+    {
+        CursorBench bench;
+        QVector<double> samples(101, 0.0);
+        for (int peak : {15, 35, 55, 75, 95})
+            samples[peak] = samples[peak + 1] = 40.0;
+        bench.data->setYData(samples);
+        bench.place(50);
+        const auto visit = [&](void (GraphCursor::*step)(), int times) {
+            QVector<int> visited;
+            for (int i = 0; i < times; ++i) {
+                (bench.cursor->*step)();
+                visited.append(bench.cursor->posIndex());
+            }
+            return visited;
+        };
+        QCOMPARE(visit(&GraphCursor::setPeak, 1), QVector<int>{15});
+        QCOMPARE(visit(&GraphCursor::setPeakRight, 5), (QVector<int>{35, 55, 75, 95, 95}));
+        bench.zoom->setRight(0.8);
+        bench.zoom->setLeft(0.3);
+        QCOMPARE(visit(&GraphCursor::setPeakRight, 1), QVector<int>{80});
+        QCOMPARE(visit(&GraphCursor::setPeakLeft, 4), (QVector<int>{75, 55, 35, 35}));
+        bench.plot->setAxisY(nullptr);
+        QCOMPARE(bench.cursor->findPeak(GraphCursor::PeakRight), -1);
+    }
+
+    void searchesGivenSamples()
+    {
+        const QVector<double> y{5, 1, 9, 2, 30};
+        GraphCursor cursor;
+        // The last sample takes no part in the tolerance.
+        QCOMPARE(cursor.computePeakTolerance(y, 0, 4, 0.0, 100.0), 0.8);
+        QCOMPARE(cursor.computePeakTolerance(y, 0, 4, 0.0, 2.0), 0.2);
+        QCOMPARE(cursor.computePeakTolerance({missing, 4, 3}, 0, 9, 0.0, 100.0), 0.1);
+        QCOMPARE(cursor.computePeakTolerance(y, 5, 5, 0.0, 100.0), 0.0);
+        QCOMPARE(cursor.getNextPeak(true, y, 1, 99, 0.0, 100.0), 2);
+        QCOMPARE(cursor.getNextPeak(true, y, -1, 4, 0.0, 100.0), -1);
+        QCOMPARE(cursor.getNextPeak(false, {}, 0, 0, 0.0, 1.0), -1);
+        QCOMPARE(GraphCursor::getPositionIndex(99.0, 11, 0.0, 10.0), 10);
+        QCOMPARE(GraphCursor::getPositionIndex(4.5, 11, 0.0, 10.0), 5);
+        QCOMPARE(GraphCursor::getPositionIndex(3.0, 11, 3.0, 3.0), 0);
+    }
+
+    void horizontalCursor()
+    {
+        CursorBench bench(new GraphCursorY);
+        GraphCursorAttachedY reading;
+        reading.setCursor(bench.cursor);
+        bench.place(12);
+        QCOMPARE(bench.cursor->posOnScreen(), 38);
+        QCOMPARE(bench.cursor->position(), 0.24);
+        QCOMPARE(reading.yPosOnScreen(), 38);
+        QCOMPARE(reading.formattedYValue(), QString("12"));
+        bench.cursor->setPosOnScreen(10);
+        QCOMPARE(bench.cursor->posValue(), 40.0);
+        bench.cursor->setPosValue(20.9);
+        QCOMPARE(bench.cursor->posValue(), 20.0);
+        bench.cursor->setStaysOnScreen(false);
+        bench.cursor->setPosValue(-7.5);
+        QCOMPARE(bench.cursor->posIndex(), -7);
+        QCOMPARE(bench.cursor->posValue(), -7.5);
+        QCOMPARE(bench.cursor->posOnScreen(), 50);
+        bench.cursor->setPosValue(-inf);
+        QVERIFY(std::isfinite(bench.cursor->posValue()));
+        // Its axis is one of the plots' y axes as well and goes on moving it when these have changed.
+        bench.addPlot(nullptr);
+        bench.place(25);
+        bench.y->setMaxValue(100.0);
+        QCOMPARE(bench.cursor->posOnScreen(), 37);
+        const QImage image = bench.painted();
+        QCOMPARE(alphas(image, 37, 0, 100), QVector<int>(101, 255));
+        QCOMPARE(alphas(image, 38, 0, 100), QVector<int>(101, 127));
+        QCOMPARE(alphas(image, 39, 0, 100), QVector<int>(101, 0));
+    }
+
+    void paintsBand_data()
+    {
+        QTest::addColumn<int>("width");
+        QTest::addColumn<QVector<int>>("expected");
+        // The alphas of the columns 23 to 33; the cursor stands on 30.
+        QTest::newRow("none") << 0 << QVector<int>{0, 0, 0, 0, 0, 0, 0, 255, 0, 0, 0};
+        QTest::newRow("five") << 5 << QVector<int>{0, 0, 0, 0, 0, 0, 127, 255, 127, 0, 0};
+        QTest::newRow("eight") << 8 << QVector<int>{0, 0, 0, 127, 127, 255, 255, 127, 127, 0, 0};
+        QTest::newRow("nine") << 9 << QVector<int>{0, 127, 127, 127, 255, 255, 255, 127, 127, 127, 0};
+        const int huge = std::numeric_limits<int>::max();
+        QTest::newRow("huge") << huge << QVector<int>{255, 255, 255, 255, 255, 255, 255, 127, 127, 127, 127};
+    }
+
+    void paintsBand()
+    {
+        QFETCH(int, width);
+        QFETCH(QVector<int>, expected);
+        CursorBench bench;
+        bench.place(30);
+        bench.cursor->setColor(Qt::blue);
+        bench.cursor->setPaintedWidth(width);
+        const QImage image = bench.painted();
+        QCOMPARE(alphas(image, 0, 23, 33), expected);
+        QCOMPARE(alphas(image, 50, 23, 33), expected);
+        QCOMPARE(bench.cursor->color(), QColor(0, 0, 255, 127));
+        bench.cursor->setVisible(false);
+        QCOMPARE(alphas(bench.painted(), 0, 0, 100), QVector<int>(101, 0));
+        bench.cursor->setVisible(true);
+        bench.cursor->setZoomRect(nullptr);
+        QCOMPARE(alphas(bench.painted(), 0, 0, 100), QVector<int>(101, 0));
+    }
+
+    void readingsOfItems()
+    {
+        QQmlEngine engine;
+        QQmlComponent component(&engine);
+        component.setData("import QtQuick 2.15; import graph_plugin 1.0\n"
+                          "GraphCursor { width: 101; height: 51; Item {} Item {} Item {} }",
+                          QUrl());
+        CursorBench bench(qobject_cast<GraphCursor *>(component.create()));
+        QVector<GraphCursorAttached *> readings;
+        for (QQuickItem *item : bench.cursor->childItems())
+            readings.append(item->findChild<GraphCursorAttached *>());
+        GraphCursorAttached *low = readings.at(0);
+        GraphCursorAttached *high = readings.at(1);
+        GraphCursorAttached *stray = readings.at(2);
+        QCOMPARE(high->objectName(), "GCA" + QString::number(low->objectName().mid(3).toInt() + 1));
+        PlotSeries data;
+        data.setYData(QVector<double>(101, 20.0));
+        TracePlot elsewhere;
+        low->setPlot(bench.plot);
+        high->setPlot(bench.addPlot(&data));
+        stray->setPlot(&elsewhere);
+        bench.place(25);
+        QCOMPARE(low->xPosOnScreen(), 25);
+        QCOMPARE(low->yPosOnScreen(), 37);
+        QCOMPARE(low->formattedXValue(), QString("25"));
+        QCOMPARE(low->formattedYValue(), QString("12.5"));
+        QVERIFY(!low->peak() && high->peak());
+        bench.cursor->setPosIndex(40);
+        QVERIFY(low->peak() && high->peak());
+        QVERIFY(stray->index() == -1 && stray->yValue() == 0.0);
+        // A change in the fourteenth digit is none.
+        QSignalSpy xValue(low, SIGNAL(xValueChanged()));
+        bench.data->setXFirstValue(1e-12);
+        bench.cursor->setPosIndex(41);
+        bench.data->setXFirstValue(0.0);
+        bench.cursor->updateCursorPos();
+        QCOMPARE(xValue.count(), 1);
+    }
+
+    void survivesDestruction()
+    {
+        std::mt19937 random(4);
+        for (int round = 0; round < 300; ++round) {
+            CursorBench bench(round % 2 ? new GraphCursor : new GraphCursorY);
+            bench.addPlot(bench.data);
+            bench.addPlot(nullptr);
+            bench.data->setActive(true);
+            bench.cursor->setAutoPrimaryPlot(round % 3 == 0);
+            bench.cursor->setPrimaryPlot(bench.plots.at(round % 3));
+            GraphMarker *marker = bench.addMarker();
+            marker->setLabel(new QQuickItem(&bench.area));
+            marker->setVisible(true);
+            auto *reading = new GraphCursorAttached;
+            reading->setCursor(bench.cursor);
+            reading->setPlot(bench.plot);
+            bench.objects << reading << marker->label();
+            bench.place(round % 101);
+            // Whoever hears of a move may take the data away.
+            if (round % 5 == 0)
+                connect(bench.cursor, &GraphCursor::posValueChanged, bench.data, [&] { delete bench.data; });
+            std::shuffle(bench.objects.begin(), bench.objects.end(), random);
+            while (!bench.objects.isEmpty()) {
+                if (bench.cursor) {
+                    bench.cursor->updateCursorPos();
+                    bench.cursor->setPosition(0.3);
+                    bench.cursor->moveLeft(true);
+                    bench.cursor->moveRight();
+                    bench.cursor->setPeak();
+                    bench.cursor->setPeakLeft();
+                    bench.painted();
+                }
+                delete bench.objects.takeLast();
+            }
+        }
+    }
+};
 
 QTEST_MAIN(tst_graphcursor)
 #include "tst_graphcursor.moc"

@@ -14,136 +14,133 @@ class tst_graphmarker : public QObject
 
 private slots:
     void initTestCase() { Plugin().registerTypes("graph_plugin"); }
-    void snapsAndTellsInOrder();
-    void hidesOutsideTheData();
-    void deltasAreAbsolute();
-    void followsZoomAndAxis();
-    void paintsLineAndDelta();
-    void labelJoinsTheCursor();
-};
 
-void tst_graphmarker::snapsAndTellsInOrder()
-{
-    CursorBench bench;
-    GraphMarker *marker = bench.addMarker();
-    marker->setPosValue(5.0);
-    QCOMPARE(marker->posIndex(), -1);
-    bench.place(10);
-    // Hidden markers compute no deltas.
-    marker->setPosIndex(50);
-    QCOMPARE(marker->formattedDeltaX(), QString());
-    marker->setVisible(true);
-    QCOMPARE(marker->formattedDeltaX(), QString("\u0394 40"));
-    SignalLog log(marker);
-    marker->setPosValue(29.6);
-    QCOMPARE(marker->posIndex(), 30);
-    QCOMPARE(marker->posOnScreen(), 30);
-    QCOMPARE(log.take(), QString("formattedDeltaX yValue yPosOnScreen formattedYValue formattedDeltaY formattedDeltasY "
-                                 "posIndex posValue formattedPosValue posOnScreen"));
-    marker->setPosOnScreen(30);
-    QCOMPARE(log.take(), QString());
-}
-
-void tst_graphmarker::hidesOutsideTheData()
-{
-    CursorBench bench;
-    GraphMarker *marker = bench.addMarker();
-    bench.place(10);
-    marker->setPosIndex(30);
-    marker->setVisible(true);
-    marker->setPosIndex(101);
-    QCOMPARE(marker->posIndex(), 30);
-    // Only the document shows it again.
-    marker->setPosIndex(31);
-    QVERIFY(!marker->isVisible());
-}
-
-void tst_graphmarker::deltasAreAbsolute()
-{
-    CursorBench bench;
-    PlotSeries constant;
-    constant.setYData(QVector<double>(101, 3.0));
-    bench.addPlot(nullptr);
-    bench.addPlot(&constant);
-    GraphMarker *marker = bench.addMarker();
-    bench.place(60);
-    marker->setVisible(true);
-    marker->setPosIndex(50);
-    for (int index : {60, 40}) {
-        bench.cursor->setPosIndex(index);
-        QCOMPARE(marker->formattedDeltaX(), QString("\u0394 10"));
-        QCOMPARE(marker->formattedDeltaY(), QString("\u0394 5"));
-        QCOMPARE(marker->formattedDeltasY(), (QStringList{"\u0394 5", "\u0394 ---", "\u0394 0"}));
+    void snapsAndTellsInOrder()
+    {
+        CursorBench bench;
+        GraphMarker *marker = bench.addMarker();
+        marker->setPosValue(5.0);
+        QCOMPARE(marker->posIndex(), -1);
+        bench.place(10);
+        // Hidden markers compute no deltas.
+        marker->setPosIndex(50);
+        QCOMPARE(marker->formattedDeltaX(), QString());
+        marker->setVisible(true);
+        QCOMPARE(marker->formattedDeltaX(), QString("\u0394 40"));
+        SignalLog log(marker);
+        marker->setPosValue(29.6);
+        QCOMPARE(marker->posIndex(), 30);
+        QCOMPARE(marker->posOnScreen(), 30);
+        QCOMPARE(
+            log.take(),
+            QString("formattedDeltaX yValue yPosOnScreen formattedYValue formattedDeltaY formattedDeltasY "
+                    "posIndex posValue formattedPosValue posOnScreen"));
+        marker->setPosOnScreen(30);
+        QCOMPARE(log.take(), QString());
     }
-    QCOMPARE(marker->yPosOnScreen(), 25);
-    // New data under a resting cursor counts as well.
-    bench.data->setYData(QVector<double>(101, 4.0));
-    QTRY_COMPARE(marker->formattedDeltaY(), QString("\u0394 0"));
-    QCOMPARE(marker->formattedYValue(), QString("4"));
-}
 
-void tst_graphmarker::followsZoomAndAxis()
-{
-    CursorBench bench;
-    GraphMarker *marker = bench.addMarker();
-    bench.place(10);
-    marker->setPosIndex(50);
-    bench.zoom->setWidth(0.25);
-    QCOMPARE(marker->posOnScreen(), 200);
-    bench.zoom->setWidth(1.0);
-    bench.x->setMaxValue(200.0);
-    QCOMPARE(marker->posOnScreen(), 25);
-    QCOMPARE(marker->posIndex(), 50);
-}
+    void hidesOutsideTheData()
+    {
+        CursorBench bench;
+        GraphMarker *marker = bench.addMarker();
+        bench.place(10);
+        marker->setPosIndex(30);
+        marker->setVisible(true);
+        marker->setPosIndex(101);
+        QCOMPARE(marker->posIndex(), 30);
+        // Only the document shows it again.
+        marker->setPosIndex(31);
+        QVERIFY(!marker->isVisible());
+    }
 
-void tst_graphmarker::paintsLineAndDelta()
-{
-    CursorBench bench;
-    GraphMarker *marker = bench.addMarker();
-    bench.place(90);
-    marker->setPosIndex(30);
-    marker->setDeltaY(30);
-    QCOMPARE(alphas(bench.painted(), 0, 27, 33), QVector<int>(7, 0));
-    marker->setVisible(true);
-    const QImage image = bench.painted();
-    const QVector<int> glow{0, 127, 191, 255, 191, 127, 0};
-    QCOMPARE(alphas(image, 0, 27, 33), glow);
-    QCOMPARE(alphas(image, 50, 27, 33), glow);
-    QCOMPARE(image.pixelColor(30, 0), QColor(Qt::darkYellow));
-    const auto inkBetween = [](const QImage &painted) {
-        int ink = 0;
-        for (int row = 20; row <= 30; ++row) {
-            const QVector<int> pixels = alphas(painted, row, 33, 88);
-            ink += std::accumulate(pixels.begin(), pixels.end(), 0);
+    void deltasAreAbsolute()
+    {
+        CursorBench bench;
+        PlotSeries constant;
+        constant.setYData(QVector<double>(101, 3.0));
+        bench.addPlot(nullptr);
+        bench.addPlot(&constant);
+        GraphMarker *marker = bench.addMarker();
+        bench.place(60);
+        marker->setVisible(true);
+        marker->setPosIndex(50);
+        for (int index : {60, 40}) {
+            bench.cursor->setPosIndex(index);
+            QCOMPARE(marker->formattedDeltaX(), QString("\u0394 10"));
+            QCOMPARE(marker->formattedDeltaY(), QString("\u0394 5"));
+            QCOMPARE(marker->formattedDeltasY(), (QStringList{"\u0394 5", "\u0394 ---", "\u0394 0"}));
         }
-        return ink;
-    };
-    QVERIFY(inkBetween(image) > 0);
-    marker->setShowDelta(false);
-    QCOMPARE(inkBetween(bench.painted()), 0);
-}
+        QCOMPARE(marker->yPosOnScreen(), 25);
+        // New data under a resting cursor counts as well.
+        bench.data->setYData(QVector<double>(101, 4.0));
+        QTRY_COMPARE(marker->formattedDeltaY(), QString("\u0394 0"));
+        QCOMPARE(marker->formattedYValue(), QString("4"));
+    }
 
-void tst_graphmarker::labelJoinsTheCursor()
-{
-    QQmlEngine engine;
-    QQmlComponent component(&engine);
-    component.setData("import QtQuick 2.15; import graph_plugin 1.0\n"
-                      "GraphCursor { markers: [\n"
-                      "    GraphMarker { Item { property GraphMarker _parentMarker } },\n"
-                      "    GraphMarker { Item {} }\n"
-                      "] }", QUrl());
-    const std::unique_ptr<QObject> object(component.create());
-    auto *cursor = qobject_cast<GraphCursor *>(object.get());
-    QVERIFY2(cursor, qPrintable(component.errorString()));
-    QQmlListProperty<GraphMarker> markers = cursor->markers();
-    QCOMPARE(markers.count(&markers), 2);
-    GraphMarker *tagged = markers.at(&markers, 0);
-    QCOMPARE(tagged->label()->property("_parentMarker").value<GraphMarker *>(), tagged);
-    QCOMPARE(markers.at(&markers, 1)->label()->parentItem(), cursor);
-    QVERIFY(!markers.at(&markers, 2) && !markers.at(&markers, -1));
-    markers.clear(&markers);
-    QCOMPARE(markers.count(&markers), 0);
-}
+    void followsZoomAndAxis()
+    {
+        CursorBench bench;
+        GraphMarker *marker = bench.addMarker();
+        bench.place(10);
+        marker->setPosIndex(50);
+        bench.zoom->setWidth(0.25);
+        QCOMPARE(marker->posOnScreen(), 200);
+        bench.zoom->setWidth(1.0);
+        bench.x->setMaxValue(200.0);
+        QCOMPARE(marker->posOnScreen(), 25);
+        QCOMPARE(marker->posIndex(), 50);
+    }
+
+    void paintsLineAndDelta()
+    {
+        CursorBench bench;
+        GraphMarker *marker = bench.addMarker();
+        bench.place(90);
+        marker->setPosIndex(30);
+        marker->setDeltaY(30);
+        QCOMPARE(alphas(bench.painted(), 0, 27, 33), QVector<int>(7, 0));
+        marker->setVisible(true);
+        const QImage image = bench.painted();
+        const QVector<int> glow{0, 127, 191, 255, 191, 127, 0};
+        QCOMPARE(alphas(image, 0, 27, 33), glow);
+        QCOMPARE(alphas(image, 50, 27, 33), glow);
+        QCOMPARE(image.pixelColor(30, 0), QColor(Qt::darkYellow));
+        const auto inkBetween = [](const QImage &painted) {
+            int ink = 0;
+            for (int row = 20; row <= 30; ++row) {
+                const QVector<int> pixels = alphas(painted, row, 33, 88);
+                ink += std::accumulate(pixels.begin(), pixels.end(), 0);
+            }
+            return ink;
+        };
+        QVERIFY(inkBetween(image) > 0);
+        marker->setShowDelta(false);
+        QCOMPARE(inkBetween(bench.painted()), 0);
+    }
+
+    void labelJoinsTheCursor()
+    {
+        QQmlEngine engine;
+        QQmlComponent component(&engine);
+        component.setData("import QtQuick 2.15; import graph_plugin 1.0\n"
+                          "GraphCursor { markers: [\n"
+                          "    GraphMarker { Item { property GraphMarker _parentMarker } },\n"
+                          "    GraphMarker { Item {} }\n"
+                          "] }",
+                          QUrl());
+        const std::unique_ptr<QObject> object(component.create());
+        auto *cursor = qobject_cast<GraphCursor *>(object.get());
+        QVERIFY2(cursor, qPrintable(component.errorString()));
+        QQmlListProperty<GraphMarker> markers = cursor->markers();
+        QCOMPARE(markers.count(&markers), 2);
+        GraphMarker *tagged = markers.at(&markers, 0);
+        QCOMPARE(tagged->label()->property("_parentMarker").value<GraphMarker *>(), tagged);
+        QCOMPARE(markers.at(&markers, 1)->label()->parentItem(), cursor);
+        QVERIFY(!markers.at(&markers, 2) && !markers.at(&markers, -1));
+        markers.clear(&markers);
+        QCOMPARE(markers.count(&markers), 0);
+    }
+};
 
 QTEST_MAIN(tst_graphmarker)
 #include "tst_graphmarker.moc"
