@@ -1,176 +1,368 @@
-#include "axis/AxisGeometry.h"
-#include "axis/LabelBand.h"
-#include "axis/TickSearch.h"
-#include "axis/ValueAxis.h"
+#include "axis/AxisPainting.h"
 
-#include <QFontMetrics>
+#include "axis/PlaneAccess.h"
+#include "axis/ValueAxis.h"
+#include "common/SafeInteger.h"
+
 #include <QPainter>
 
 #include <algorithm>
 #include <cmath>
 
+namespace graph {
+
 namespace {
 
-class PainterSaver
-{
-public:
-    explicit PainterSaver(QPainter *painter)
-        : m_painter(painter)
-    {
-        m_painter->save();
-    }
-    ~PainterSaver() { m_painter->restore(); }
-    Q_DISABLE_COPY(PainterSaver)
+// Distances of the texts from the plot rectangle, in pixels.
+constexpr int rowDistance = 2;
+constexpr int bandDistance = 4;
+constexpr int marginSlack = 6;
 
-private:
-    QPainter *m_painter;
-};
+enum class Side { Begin, Middle, End };
+
+// Left and top are the begin. Combined alignments belong to the side that they name.
+Side axisSide(const ValueAxis &axis)
+{
+    const bool horizontal = axis.orientation() == Qt::Horizontal;
+    const Qt::Alignment alignment = axis.alignment();
+    if (alignment & (horizontal ? Qt::AlignBottom : Qt::AlignRight))
+        return Side::End;
+    return alignment & (horizontal ? Qt::AlignTop : Qt::AlignLeft) ? Side::Begin : Side::Middle;
+}
+
+// The labels stand in a margin only where the plane keeps one free: for the four plain alignments.
+bool hasBand(const ValueAxis &axis)
+{
+    const int alignment = int(axis.alignment());
+    const bool plain = alignment == Qt::AlignLeft || alignment == Qt::AlignRight || alignment == Qt::AlignTop
+        || alignment == Qt::AlignBottom;
+    return plain && axis.margin() > 0;
+}
+
+bool showsLabels(const ValueAxis &axis)
+{
+    return axis.visible() && axis.axisStyle() != ValueAxis::TicksOnly;
+}
+
+// Dashes that cannot be drawn, or that would be so short that a line takes for ever, become a solid line.
+QPen drawablePen(QPen pen)
+{
+    if (pen.style() != Qt::CustomDashLine)
+        return pen;
+    double sum = 0.0;
+    bool drawable = true;
+    for (const double length : pen.dashPattern()) {
+        drawable = drawable && length >= 0.0 && length < 1e4;
+        sum += length;
+    }
+    if (!drawable || sum < 0.1)
+        pen.setStyle(Qt::SolidLine);
+    return pen;
+}
+
+double clampedPlace(double wanted, double lowest, double highest)
+{
+    return std::max(std::min(wanted, highest), lowest);
+}
 
 } // namespace
 
-graph::AxisGeometry ValueAxis::geometryIn(const QRectF &rect) const
+AxisPainting::AxisPainting(ValueAxis &axis, const QRectF &rect)
+    : m_axis(axis)
+    , m_rect(rect)
+    , m_bounds(rect)
+    , m_horizontal(axis.orientation() == Qt::Horizontal)
+    , m_mapping(axis.minVisible(), axis.maxVisible(), axis.maxVisible() - axis.minVisible(),
+                axis.maxVisible() - axis.minVisible(), rect.size())
+    , m_metrics(axis.labelFont())
 {
-    return {rect,         m_orientation == Qt::Horizontal, m_minVisible,
-            m_maxVisible, m_rangeOrder == Decreasing,      m_minValue + m_maxValue};
+    if (const QQuickItem *plane = planeItem(axis.labelsPlane()))
+        m_bounds = plane->boundingRect().united(rect);
 }
 
-void ValueAxis::paintLines(QPainter *painter, const QRectF &rect)
+void AxisPainting::paintLines(QPainter *painter)
 {
-    const graph::AxisGeometry geometry = geometryIn(rect);
-    if (!m_visible || m_axisStyle == LabelsOnly || !geometry.isDrawable())
+    if (!m_axis.visible() || m_axis.axisStyle() == ValueAxis::LabelsOnly || !m_mapping.isDrawable())
         return;
-    const QRect pixels = rect.toRect();
-    QVector<QLine> lines;
-    const QList<qreal> values = visibleTicks(geometry);
-    for (const double value : values) {
-        int position = 0;
-        if (!geometry.position(value, &position))
-            continue;
-        if (geometry.horizontal)
-            lines.append(QLine(position, pixels.top(), position, pixels.bottom()));
-        else
-            lines.append(QLine(pixels.left(), position, pixels.right(), position));
-    }
-    const PainterSaver saver(painter);
-    painter->setRenderHint(QPainter::Antialiasing, false);
-    painter->setPen(m_linePen);
-    painter->drawLines(lines);
-}
-
-void ValueAxis::paintLabels(QPainter *painter, const QRectF &rect)
-{
-    const graph::AxisGeometry geometry = geometryIn(rect);
-    if (!m_visible || m_axisStyle == TicksOnly || !geometry.isDrawable())
-        return;
-    const QList<qreal> values = visibleTicks(geometry);
-    updateLabelTexts(values);
-
-    const QFontMetrics metrics(m_labelFont);
-    const graph::LabelBand band(*this, metrics, geometry, planeRect(rect));
-    QVector<graph::LabelCandidate> candidates;
-    for (int i = 0; i < values.size(); ++i) {
-        int position = 0;
-        if (!m_labelTexts[i].isEmpty() && geometry.position(values[i], &position))
-            candidates.append({i, labelNumber(values[i], i), position + 0.5, band.extent(m_labelTexts[i])});
-    }
-
-    const PainterSaver saver(painter);
-    painter->setFont(m_labelFont);
-    painter->setPen(m_labelColor);
-    const QVector<graph::LabelPlace> places = graph::labelPlaces(candidates, band.track());
-    for (const graph::LabelPlace &place : places)
-        painter->drawText(band.textPosition(place, m_labelTexts[place.index]), m_labelTexts[place.index]);
-    if (m_unit.isEmpty())
-        return;
-    if (!geometry.horizontal && m_verticalUnitLabelColor.isValid())
-        painter->setPen(m_verticalUnitLabelColor);
-    painter->drawText(band.unitPosition(), m_unit);
-}
-
-// The room in which labels have to stay whole: the plane's, or that of the plot area while there is no plane.
-QRectF ValueAxis::planeRect(const QRectF &rect) const
-{
-    const QQuickItem *plane = m_labelsPlane;
-    return plane ? plane->boundingRect().united(rect) : rect;
-}
-
-QList<qreal> ValueAxis::visibleTicks(const graph::AxisGeometry &geometry)
-{
-    return ticks(geometry.horizontal ? computeTickCountH(geometry.rect.width())
-                                     : computeTickCountV(geometry.rect.height()));
-}
-
-// Counts ticks from the axis' zero, or along the list of fixed ones: it stays with a tick while the axis is panned.
-qint64 ValueAxis::labelNumber(double value, int index) const
-{
-    if (m_tickInterval == FixedTicks)
-        return m_ticks.indexOf(value);
-    const double number = std::round(value / tickSpacing());
-    return std::abs(number) < 1e15 ? static_cast<qint64>(number) : index;
-}
-
-double ValueAxis::tickSpacing() const
-{
-    if (m_customInterval != 0.0)
-        return m_customInterval;
-    const int count = m_lastTickCount < 1 ? m_numTicks : m_lastTickCount;
-    return m_tickInterval == ScaledBinary ? interval2(count) : interval10(count);
-}
-
-void ValueAxis::updateLabelTexts(const QList<qreal> &values)
-{
-    if (m_labelValues == values && m_labelTexts.size() == values.size())
-        return;
-    m_labelValues = values;
-    m_labelTexts.clear();
-    // Sums of spacings miss zero by a hair, which would be written as a tiny number.
-    const double nothing = m_tickInterval == FixedTicks ? 0.0 : 1e-9 * tickSpacing();
-    for (const double value : values)
-        m_labelTexts.append(formattedValue(std::abs(value) < nothing ? 0.0 : value));
-}
-
-/*!
-    \qmlproperty int ValueAxis::requiredMargin
-    \readonly
-    The margin in pixels in which the labels of the full range and the unit have room. It does not change while the
-    chart is zoomed.
-*/
-int ValueAxis::requiredMargin() const
-{
-    constexpr int distances = 6; // from the plot area and from the edge of the plane
-    const QFontMetrics metrics(m_labelFont);
-    if (m_orientation == Qt::Horizontal) {
-        const int rows = (m_staggered ? 2 : 1) + (m_unit.isEmpty() ? 0 : 1);
-        return rows * metrics.height() + distances;
-    }
-    int width = metrics.horizontalAdvance(m_unit);
-    const auto include = [&](double value) {
-        if (std::isfinite(value))
-            width = std::max(width, metrics.horizontalAdvance(formattedValue(value)));
-    };
-    include(m_minValue);
-    include(m_maxValue);
-    if (m_tickInterval == FixedTicks) {
-        for (const double tick : m_ticks)
-            include(tick);
-    } else {
-        // The ticks at both ends of the range, and those of one zoom step further in, have the longest numbers.
-        const double interval = graph::decimalInterval(m_maxValue - m_minValue, m_numTicks, m_ticks);
-        for (const double step : {interval, interval / 10}) {
-            for (int i = 0; step > 0.0 && i <= 10; ++i) {
-                include(std::ceil(m_minValue / step) * step + i * step);
-                include(std::floor(m_maxValue / step) * step - i * step);
-            }
+    QVector<QLineF> lines;
+    const QVector<Mark> visible = marks(m_axis.ticks(tickCount()));
+    lines.reserve(visible.size());
+    for (const Mark &mark : visible) {
+        if (m_horizontal) {
+            const double x = m_rect.left() + pixel(mark.place);
+            lines.append(QLineF(x, m_rect.top(), x, m_rect.bottom() - 1.0));
+        } else {
+            const double y = m_rect.top() + pixel(mark.place);
+            lines.append(QLineF(m_rect.left(), y, m_rect.right() - 1.0, y));
         }
     }
-    return width + distances;
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing, false);
+    painter->setPen(drawablePen(m_axis.gridPen()));
+    painter->drawLines(lines);
+    painter->restore();
 }
 
-void ValueAxis::updateRequiredMargin()
+void AxisPainting::paintLabels(QPainter *painter, AxisTexts &texts)
 {
-    const int margin = requiredMargin();
-    if (m_notifiedMargin == margin)
+    if (!showsLabels(m_axis) || !m_mapping.isDrawable())
         return;
-    m_notifiedMargin = margin;
-    emit requiredMarginChanged();
+    const int count = tickCount();
+    m_ticks = m_axis.ticks(count);
+    m_interval = m_axis.tickSpacing(count, m_axis.maxVisible() - m_axis.minVisible());
+    m_ordinals = tickOrdinals(m_ticks, m_interval);
+    if (m_ordinals.size() < m_ticks.size()) {
+        m_positions = m_axis.tickInterval() == ValueAxis::FixedTicks ? m_axis.ticks() : m_ticks;
+        m_ordinals = tickOrdinals(m_ticks, m_positions);
+    }
+    const QList<qreal> &known = m_positions.isEmpty() ? m_ticks : m_positions;
+    if (texts.ticks != known)
+        texts = {known, {}};
+    m_texts = &texts;
+    painter->save();
+    painter->setFont(m_axis.labelFont());
+    painter->setPen(m_axis.labelColor());
+    if (m_horizontal)
+        paintHorizontalLabels(painter);
+    else
+        paintVerticalLabels(painter);
+    painter->restore();
 }
+
+int AxisPainting::requiredMargin(const ValueAxis &axis)
+{
+    const QFontMetrics metrics(axis.labelFont());
+    if (axis.orientation() == Qt::Horizontal) {
+        const bool twoRows = axis.staggered() || !axis.unit().isEmpty();
+        return (twoRows ? 2 : 1) * metrics.height() + marginSlack;
+    }
+    QList<qreal> values{axis.minValue(), axis.maxValue()};
+    if (axis.tickInterval() == ValueAxis::FixedTicks) {
+        values += axis.ticks();
+    } else {
+        // The ends may be shorter than what stands between them: 0 and 1, but 0.2.
+        const double step = axis.tickSpacing(axis.numTicks(), axis.valueRange());
+        const double first = step > 0.0 ? std::ceil(axis.minValue() / step) * step : 0.0;
+        const double last = step > 0.0 ? std::floor(axis.maxValue() / step) * step : 0.0;
+        values << first << first + step << last - step << last;
+    }
+    int widest = metrics.horizontalAdvance(axis.unit());
+    for (const double value : std::as_const(values)) {
+        if (value >= axis.minValue() && value <= axis.maxValue())
+            widest = std::max(widest, metrics.horizontalAdvance(axis.formattedValue(value)));
+    }
+    return widest + marginSlack;
+}
+
+QVector<AxisPainting::Mark> AxisPainting::marks(const QList<qreal> &ticks) const
+{
+    const double length = m_horizontal ? m_rect.width() : m_rect.height();
+    QVector<Mark> visible;
+    visible.reserve(ticks.size());
+    for (int i = 0; i < ticks.size(); ++i) {
+        const double at = place(ticks.at(i));
+        if (at > -1.0 && at <= length - 1.0)
+            visible.append({i, at});
+    }
+    return visible;
+}
+
+// A decreasing axis shows the mirrored values, where the plots draw the plain ones.
+double AxisPainting::place(double value) const
+{
+    const bool mirrored = m_axis.rangeOrder() == ValueAxis::Decreasing;
+    const double shown = mirrored ? m_axis.minValue() + m_axis.maxValue() - value : value;
+    return m_horizontal ? m_mapping.x(shown) : m_mapping.y(shown);
+}
+
+int AxisPainting::tickCount() const
+{
+    return m_horizontal ? m_axis.computeTickCountH(m_rect.width()) : m_axis.computeTickCountV(m_rect.height());
+}
+
+const AxisTexts::Text &AxisPainting::text(double tick)
+{
+    const auto known = m_texts->texts.constFind(tick);
+    if (known != m_texts->texts.constEnd())
+        return *known;
+    // What repeated adding leaves of a zero would read 1.4e-17.
+    const double value = std::abs(tick) < 1e-9 * m_interval ? 0.0 : tick;
+    const QString text = m_axis.formattedValue(value);
+    return *m_texts->texts.insert(tick, {text, m_metrics.horizontalAdvance(text)});
+}
+
+void AxisPainting::paintHorizontalLabels(QPainter *painter)
+{
+    const bool band = hasBand(m_axis);
+    const QRectF &bounds = band ? m_bounds : m_rect;
+    const Side side = axisSide(m_axis);
+    const int height = m_metrics.height();
+    // Rows follow each other away from the plot in a margin, and into the plot inside it.
+    const bool downwards = (side == Side::End) == band || side == Side::Middle;
+    double top = m_rect.center().y() - height / 2;
+    if (side == Side::Begin)
+        top = band ? m_rect.top() - rowDistance - height : m_rect.top() + rowDistance;
+    else if (side == Side::End)
+        top = band ? m_rect.bottom() + rowDistance : m_rect.bottom() - rowDistance - height;
+    const double secondTop = downwards ? top + height : top - height;
+    const bool roomForTwo = secondTop >= bounds.top() && secondTop + height <= bounds.bottom();
+    const int rows = m_axis.staggered() && roomForTwo ? 2 : 1;
+    const auto rowTop = [&](int row) {
+        return clampedPlace(row == 0 ? top : secondTop, bounds.top(), bounds.bottom() - height);
+    };
+
+    const int gap = m_metrics.horizontalAdvance(QLatin1Char('0'));
+    LabelRoom room;
+    room.begin = roundedPixel(bounds.left() - m_rect.left());
+    room.end = roundedPixel(bounds.right() - m_rect.left());
+    room.gap = gap;
+    if (!m_axis.unit().isEmpty()) {
+        const int width = m_metrics.horizontalAdvance(m_axis.unit());
+        const bool ownRow = band && roomForTwo && rows == 1;
+        const double right = ownRow ? m_rect.right() : bounds.right();
+        const double left = std::max(right - width, bounds.left());
+        room.takenRow = ownRow ? -1 : rows - 1;
+        room.takenBegin = roundedPixel(left - m_rect.left());
+        room.takenEnd = room.takenBegin + width;
+        drawText(painter, left, rowTop(ownRow ? 1 : rows - 1), m_axis.unit());
+    }
+
+    const QVector<LabelSpan> labels = chosenSpans(marks(m_ticks), rows, room);
+    for (const PlacedLabel &label : placedLabels(labels, room))
+        drawText(painter, m_rect.left() + label.start, rowTop(label.row), text(m_ticks.at(label.index)).text);
+}
+
+void AxisPainting::paintVerticalLabels(QPainter *painter)
+{
+    const bool band = hasBand(m_axis);
+    const QRectF bounds = band ? m_bounds : roomForVerticalLabels();
+    const Side side = axisSide(m_axis);
+    const int height = m_metrics.height();
+    const auto left = [&](int width) {
+        double wanted = m_rect.center().x() - width / 2;
+        if (side == Side::Begin)
+            wanted = band ? m_rect.left() - bandDistance - width : m_rect.left() + rowDistance;
+        else if (side == Side::End)
+            wanted = band ? m_rect.right() + bandDistance : m_rect.right() - rowDistance - width;
+        return clampedPlace(wanted, bounds.left(), bounds.right() - width);
+    };
+
+    LabelRoom room;
+    room.begin = roundedPixel(bounds.top() - m_rect.top());
+    room.end = roundedPixel(bounds.bottom() - m_rect.top());
+    room.gap = height / 4;
+    const QString unit = m_axis.unit();
+    if (!unit.isEmpty() && bounds.height() >= height) {
+        room.takenRow = 0;
+        room.takenBegin = std::max(room.begin, -height / 2 - height);
+        room.takenEnd = room.takenBegin + height;
+        const QColor color = m_axis.verticalUnitLabelColor();
+        painter->setPen(color.isValid() ? color : m_axis.labelColor());
+        drawText(painter, left(m_metrics.horizontalAdvance(unit)), m_rect.top() + room.takenBegin, unit);
+        painter->setPen(m_axis.labelColor());
+    }
+
+    QVector<Mark> visible = marks(m_ticks);
+    const auto outside = [&](const Mark &mark) { return mark.place < room.begin || mark.place > room.end; };
+    visible.erase(std::remove_if(visible.begin(), visible.end(), outside), visible.end());
+    const QVector<LabelSpan> labels = chosenSpans(visible, 1, room);
+    for (const PlacedLabel &label : placedLabels(labels, room)) {
+        const AxisTexts::Text &shown = text(m_ticks.at(label.index));
+        drawText(painter, left(shown.width), m_rect.top() + label.start, shown.text);
+    }
+}
+
+// The labels of every stride-th tick, in as many rows.
+QVector<LabelSpan> AxisPainting::spans(const QVector<Mark> &marks, double stride, int rows)
+{
+    QVector<LabelSpan> labels;
+    for (const Mark &mark : marks) {
+        const double ordinal = m_ordinals.at(mark.index);
+        if (!(std::fmod(ordinal, stride) == 0.0))
+            continue;
+        const double tick = m_ticks.at(mark.index);
+        const int row = rows == 2 && std::fmod(ordinal / stride, 2.0) != 0.0 ? 1 : 0;
+        if (!text(tick).text.isEmpty())
+            labels.append({mark.index, mark.place, extent(tick), row});
+    }
+    return labels;
+}
+
+QVector<LabelSpan> AxisPainting::chosenSpans(const QVector<Mark> &marks, int rows, const LabelRoom &room)
+{
+    const int length = pixel(m_horizontal ? m_rect.width() : m_rect.height());
+    const int overhang = std::max(std::min(-room.begin, room.end - length), 0);
+    const double stride = m_positions.isEmpty() ? gridStride(marks, rows, room.gap, overhang)
+                                                : listStride(rows, room.gap);
+    return stride > 0.0 ? spans(marks, stride, rows) : QVector<LabelSpan>();
+}
+
+// The stride for evenly spaced ticks. It depends on nothing that changes while the axis is panned, apart from the
+// widths of the labels themselves: these count all alike, as if all of them were moved inside at the ends.
+double AxisPainting::gridStride(const QVector<Mark> &marks, int rows, int gap, int overhang)
+{
+    const double distance = rows * std::abs(place(m_interval) - place(0.0));
+    const int rounding = 2;
+    int widest = m_horizontal ? gap : m_metrics.height();
+    for (const double end : {std::ceil(m_axis.minValue() / m_interval), std::floor(m_axis.maxValue() / m_interval)}) {
+        if (m_horizontal && std::isfinite(end * m_interval))
+            widest = std::max(widest, text(end * m_interval).width);
+    }
+    for (;;) {
+        const int moved = std::max(widest / 2 - overhang, 0);
+        const double stride = labelStride(distance, widest + moved + gap + rounding);
+        int found = widest;
+        for (const LabelSpan &label : stride > 0.0 ? spans(marks, stride, rows) : QVector<LabelSpan>())
+            found = std::max(found, label.extent);
+        if (found == widest)
+            return stride;
+        widest = found;
+    }
+}
+
+// The stride for ticks from a list. All of them count, not only the visible ones, so that it stays while panning.
+double AxisPainting::listStride(int rows, int gap)
+{
+    double stride = 1.0;
+    for (; stride < m_positions.size(); stride = labelStride(1.0, stride + 1.0)) {
+        QVector<LabelSpan> labels;
+        for (int i = 0; i < m_positions.size(); i += truncatedIndex(stride)) {
+            const double position = m_positions.at(i);
+            const int row = rows == 2 && std::fmod(i / stride, 2.0) != 0.0 ? 1 : 0;
+            if (std::isfinite(position) && !text(position).text.isEmpty())
+                labels.append({i, place(position), extent(position), row});
+        }
+        if (keepsGap(labels, gap))
+            break;
+    }
+    return stride;
+}
+
+int AxisPainting::extent(double tick)
+{
+    return m_horizontal ? text(tick).width : m_metrics.height();
+}
+
+// Inside the plot area the rows of horizontal axes are kept free, or the numbers of both would meet in the corner.
+QRectF AxisPainting::roomForVerticalLabels() const
+{
+    QRectF room = m_rect;
+    for (const ValueAxis *axis : planeAxes(m_axis.labelsPlane())) {
+        if (!axis || axis->orientation() != Qt::Horizontal || !showsLabels(*axis) || hasBand(*axis))
+            continue;
+        const int rows = axis->staggered() ? 2 : 1;
+        const int height = rows * QFontMetrics(axis->labelFont()).height() + rowDistance;
+        if (axisSide(*axis) == Side::End)
+            room.setBottom(std::min(room.bottom(), m_rect.bottom() - height));
+        else if (axisSide(*axis) == Side::Begin)
+            room.setTop(std::max(room.top(), m_rect.top() + height));
+    }
+    return room;
+}
+
+void AxisPainting::drawText(QPainter *painter, double left, double top, const QString &text) const
+{
+    painter->drawText(QPointF(left, top + m_metrics.ascent()), text);
+}
+
+} // namespace graph

@@ -1,97 +1,159 @@
 #include "axis/LabelLayout.h"
 
+#include "common/SafeInteger.h"
+
 #include <algorithm>
+#include <cmath>
 
 namespace graph {
 
 namespace {
 
-// A label on the track, with the room it takes.
-struct Slot
-{
-    LabelPlace place;
-    double end;
-    bool isShifted;
-};
+// Above this a double cannot count by ones.
+constexpr double greatestOrdinal = 9e15;
 
-// Row by row, in ascending order along the axis.
-using Rows = QVector<QVector<Slot>>;
-
-Rows rowsOf(const QVector<LabelCandidate> &sorted, const LabelTrack &track, qint64 stride)
+void sortAlongRows(QVector<LabelSpan> &labels)
 {
-    Rows rows(std::max(1, track.rows));
-    for (const LabelCandidate &label : sorted) {
-        if (label.number % stride != 0 || label.extent > track.highest - track.lowest)
-            continue;
-        const int row = rows.size() > 1 && label.number / stride % 2 != 0 ? 1 : 0;
-        const double wanted = label.position - label.extent / 2;
-        const double start = std::clamp(wanted, track.lowest, track.highest - label.extent);
-        rows[row].append({{label.index, start, row}, start + label.extent, start != wanted});
-    }
-    return rows;
-}
-
-bool areTooClose(const Slot &left, const Slot &right, double gap)
-{
-    return right.place.start - left.end < gap;
-}
-
-// Labels that stand where they belong have to keep the gap; those shifted in from the ends are settled afterwards.
-bool keepsGap(const Rows &rows, double gap)
-{
-    return std::all_of(rows.begin(), rows.end(), [gap](const QVector<Slot> &row) {
-        return std::adjacent_find(row.begin(), row.end(), [gap](const Slot &left, const Slot &right) {
-                   return !left.isShifted && !right.isShifted && areTooClose(left, right, gap);
-               }) == row.end();
+    std::stable_sort(labels.begin(), labels.end(), [](const LabelSpan &a, const LabelSpan &b) {
+        return a.row != b.row ? a.row < b.row : a.center < b.center;
     });
 }
 
-void displaceByEnds(QVector<Slot> &row, double gap)
+QVector<double> countedOrdinals(int size)
 {
-    while (row.size() > 1 && row.first().isShifted && areTooClose(row[0], row[1], gap))
-        row.removeAt(1);
-    while (row.size() > 1 && row.last().isShifted && areTooClose(row[row.size() - 2], row.last(), gap))
-        row.removeAt(row.size() - 2);
+    QVector<double> ordinals;
+    ordinals.reserve(size);
+    for (int i = 0; i < size; ++i)
+        ordinals.append(i);
+    return ordinals;
 }
 
-bool touches(const Slot &slot, const LabelSpan &span, double gap)
+// Places the labels begin..end of one row.
+class RowPlacement
 {
-    return (span.row == -1 || span.row == slot.place.row) && slot.end + gap > span.start
-           && slot.place.start < span.end + gap;
-}
+public:
+    RowPlacement(const QVector<LabelSpan> &labels, const LabelRoom &room)
+        : m_labels(labels)
+        , m_room(room)
+    {
+    }
+
+    void place(int begin, int end, QVector<PlacedLabel> &placed)
+    {
+        m_kept.clear();
+        keepIfFree(begin);
+        if (end - begin > 1)
+            keepIfFree(end - 1);
+        for (int i = begin + 1; i < end - 1; ++i)
+            keepIfFree(i);
+        std::sort(m_kept.begin(), m_kept.end(), [](const Kept &a, const Kept &b) { return a.begin < b.begin; });
+        for (const Kept &kept : std::as_const(m_kept))
+            placed.append({m_labels.at(kept.label).index, kept.begin, m_labels.at(kept.label).row});
+    }
+
+private:
+    struct Kept
+    {
+        int label;
+        int begin;
+        int end;
+    };
+
+    void keepIfFree(int label)
+    {
+        const LabelSpan &span = m_labels.at(label);
+        if (span.extent > m_room.end - m_room.begin)
+            return;
+        const int centered = pixel(span.center) - span.extent / 2;
+        const int begin = std::max(std::min(centered, m_room.end - span.extent), m_room.begin);
+        const Kept wanted{label, begin, begin + span.extent};
+        const auto touches = [&](int otherBegin, int otherEnd) {
+            return wanted.begin < otherEnd + m_room.gap && otherBegin < wanted.end + m_room.gap;
+        };
+        if (span.row == m_room.takenRow && touches(m_room.takenBegin, m_room.takenEnd))
+            return;
+        for (const Kept &kept : std::as_const(m_kept)) {
+            if (touches(kept.begin, kept.end))
+                return;
+        }
+        m_kept.append(wanted);
+    }
+
+    const QVector<LabelSpan> &m_labels;
+    const LabelRoom &m_room;
+    QVector<Kept> m_kept;
+};
 
 } // namespace
 
-QVector<LabelPlace> labelPlaces(const QVector<LabelCandidate> &candidates, const LabelTrack &track)
+double labelStride(double distance, double extent)
 {
-    QVector<LabelCandidate> sorted = candidates;
-    std::stable_sort(sorted.begin(), sorted.end(), [](const LabelCandidate &a, const LabelCandidate &b) {
-        return a.position < b.position;
-    });
-
-    // 1, 2, 5, 10, 20, 50, ...
-    Rows rows = rowsOf(sorted, track, 1);
-    const qint64 factors[] = {2, 5, 10};
-    for (qint64 decade = 1; !keepsGap(rows, track.gap) && decade < 1000000; decade *= 10) {
-        for (const qint64 factor : factors) {
-            rows = rowsOf(sorted, track, factor * decade);
-            if (keepsGap(rows, track.gap))
-                break;
+    if (!(distance > 0.0) || !std::isfinite(distance) || !std::isfinite(extent))
+        return 0.0;
+    for (double power = 1.0; power < greatestOrdinal; power *= 10.0) {
+        for (const double stride : {power, 2.0 * power, 5.0 * power}) {
+            if (stride * distance >= extent)
+                return stride;
         }
     }
+    return 0.0;
+}
 
-    QVector<LabelPlace> places;
-    for (QVector<Slot> &row : rows) {
-        displaceByEnds(row, track.gap);
-        for (const Slot &slot : qAsConst(row)) {
-            const bool isFree = std::none_of(track.reserved.begin(), track.reserved.end(), [&](const LabelSpan &span) {
-                return touches(slot, span, track.gap);
-            });
-            if (isFree)
-                places.append(slot.place);
+QVector<double> tickOrdinals(const QList<qreal> &ticks, double interval)
+{
+    QVector<double> ordinals;
+    ordinals.reserve(ticks.size());
+    for (const double tick : ticks) {
+        const double place = tick / interval;
+        const double ordinal = std::round(place);
+        if (!(std::abs(ordinal) < greatestOrdinal) || std::abs(place - ordinal) > 0.01)
+            return {};
+        ordinals.append(ordinal);
+    }
+    return ordinals;
+}
+
+QVector<double> tickOrdinals(const QList<qreal> &ticks, const QList<qreal> &positions)
+{
+    QVector<double> ordinals;
+    ordinals.reserve(ticks.size());
+    int place = 0;
+    for (const double tick : ticks) {
+        while (place < positions.size() && positions.at(place) != tick)
+            ++place;
+        if (place == positions.size())
+            return countedOrdinals(ticks.size());
+        ordinals.append(place++);
+    }
+    return ordinals;
+}
+
+bool keepsGap(QVector<LabelSpan> labels, int gap)
+{
+    sortAlongRows(labels);
+    for (int i = 1; i < labels.size(); ++i) {
+        const LabelSpan &a = labels.at(i - 1);
+        const LabelSpan &b = labels.at(i);
+        const double distance = b.center - a.center;
+        if (a.row == b.row && distance >= 1.0 && distance < (a.extent + b.extent) / 2.0 + gap)
+            return false;
+    }
+    return true;
+}
+
+QVector<PlacedLabel> placedLabels(QVector<LabelSpan> labels, const LabelRoom &room)
+{
+    sortAlongRows(labels);
+    QVector<PlacedLabel> placed;
+    RowPlacement placement(labels, room);
+    int begin = 0;
+    for (int i = 1; i <= labels.size(); ++i) {
+        if (i == labels.size() || labels.at(i).row != labels.at(begin).row) {
+            placement.place(begin, i, placed);
+            begin = i;
         }
     }
-    return places;
+    return placed;
 }
 
 } // namespace graph

@@ -1,45 +1,52 @@
 #pragma once
 
+#include <QList>
 #include <QVector>
 
 namespace graph {
 
-// A label that wants to stand centred at a position along its axis. All lengths are pixels.
-struct LabelCandidate
-{
-    int index;      // of the caller
-    qint64 number;  // counts the ticks from a fixed origin, so that a choice among them does not depend on the view
-    double position;
-    double extent;  // along the axis
-};
-
+// One label along its axis, in pixels from the begin of the axis: its tick, its length there, and its row.
 struct LabelSpan
 {
-    double start;
-    double end;
-    int row = -1; // -1: all rows
+    int index = 0;
+    double center = 0.0;
+    int extent = 0;
+    int row = 0;
 };
 
-// Where labels may stand.
-struct LabelTrack
+// Where labels may stand: within begin..end, gap apart, and not where something else stands in one of the rows.
+struct LabelRoom
 {
-    double lowest;
-    double highest;
-    double gap;                  // least distance between neighbours in a row
-    int rows = 1;                // 2: labels alternate by their number
-    QVector<LabelSpan> reserved; // nothing may touch these
+    int begin = 0;
+    int end = 0;
+    int gap = 0;
+    int takenRow = -1;
+    int takenBegin = 0;
+    int takenEnd = 0;
 };
 
-struct LabelPlace
+struct PlacedLabel
 {
-    int index;
-    double start;
-    int row;
+    int index = 0;
+    int start = 0;
+    int row = 0;
 };
 
-// Chooses which labels are drawn and where. All of them if neighbours keep the gap, else every second, fifth, tenth, ...
-// by number. Labels that stick out of the track are shifted into it, and displace the neighbours they then touch;
-// labels wider than the track, and those that touch reserved room, are left out. Candidates in any order.
-QVector<LabelPlace> labelPlaces(const QVector<LabelCandidate> &candidates, const LabelTrack &track);
+// The least of 1, 2, 5, 10, 20, 50 ... that, times the distance of ticks, leaves room for extent; 0 when there is
+// none, as for a distance that is 0 or not finite.
+double labelStride(double distance, double extent);
+
+// The places of ticks on the grid of interval, counted from 0; empty when they do not stand on it.
+QVector<double> tickOrdinals(const QList<qreal> &ticks, double interval);
+
+// The places of ticks in positions, of which they are a part in the same order; else the places in their own list.
+QVector<double> tickOrdinals(const QList<qreal> &ticks, const QList<qreal> &positions);
+
+// Whether labels that follow each other in a row stay gap apart. Labels on one and the same pixel count as one.
+bool keepsGap(QVector<LabelSpan> labels, int gap);
+
+// The labels that can stand whole and apart, by their places. Those beyond the room are moved inside; the first and
+// the last of a row go before the others, what is taken before all.
+QVector<PlacedLabel> placedLabels(QVector<LabelSpan> labels, const LabelRoom &room);
 
 } // namespace graph

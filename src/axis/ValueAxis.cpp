@@ -1,49 +1,88 @@
 #include "axis/ValueAxis.h"
 
+#include "axis/AxisPainting.h"
 #include "axis/PlaneAccess.h"
 #include "axis/TickSearch.h"
+#include "common/FuzzyEqual.h"
 #include "data/AxisAccess.h"
 #include "platform/ui/SystemLocale.h"
-#include "view/zoom/ZoomRect.h"
 
 #include <QDebug>
 #include <QFontMetrics>
+#include <QMetaMethod>
 #include <QTimerEvent>
 
 #include <algorithm>
 
-QObject *graph::axisObject(ValueAxis *axis)
+namespace graph {
+
+QObject *axisObject(ValueAxis *axis)
 {
     return axis;
 }
 
-double graph::axisBaseline(ValueAxis *axis)
+double axisBaseline(ValueAxis *axis)
 {
     return axis ? axis->baseline() : 0.0;
 }
 
+} // namespace graph
+
 /*!
     \qmltype ValueAxis
     \inqmlmodule graph_plugin
-    \brief A horizontal or vertical axis: its full and visible range, its ticks, and how they are drawn.
+    \brief One value axis: its range, what of it is visible, its ticks and its labels.
 
-    Plots hand the zoom rectangle of their view to their axes; from then on minVisible and maxVisible follow it, and a
-    value written to them goes to the rectangle, which may clamp it: write the edge that moves away first. Without a
-    zoom rectangle, a change of the full range sets the visible range to it.
+    Two axes on one side of a plane would cover each other's labels, because a margin is shared: put one of them on
+    the other side.
+
+    An axis whose plot is zoomed takes its visible range from the zoom rectangle; what was written to minVisible and
+    maxVisible before is lost then.
 */
 ValueAxis::ValueAxis(QObject *parent)
     : QObject(parent)
     , m_labelFont(QStringLiteral("Roboto"))
 {
     m_labelFont.setPixelSize(16);
-    // Moved visible edges are not among these: they come with each frame of a flick.
-    for (const char *change :
-         {SIGNAL(alignmentChanged(Qt::Alignment)), SIGNAL(orientationChanged(Qt::Orientation)),
-          SIGNAL(minValueChanged(double)), SIGNAL(maxValueChanged(double)), SIGNAL(marginChanged()),
-          SIGNAL(visibleChanged(bool)), SIGNAL(formatterChanged()), SIGNAL(ticksChanged(QList<qreal>)),
-          SIGNAL(labelFontChanged()), SIGNAL(verticalUnitLabelColorChanged()), SIGNAL(unitChanged()),
-          SIGNAL(axisStyleChanged()), SIGNAL(rangeOrderChanged())})
-        connect(this, change, this, SLOT(emitAxisChanged()));
+    connect(this, SIGNAL(alignmentChanged(Qt::Alignment)), SLOT(emitAxisChanged()));
+    connect(this, SIGNAL(orientationChanged(Qt::Orientation)), SLOT(emitAxisChanged()));
+    connect(this, SIGNAL(minValueChanged(double)), SLOT(emitAxisChanged()));
+    connect(this, SIGNAL(maxValueChanged(double)), SLOT(emitAxisChanged()));
+    connect(this, SIGNAL(marginChanged()), SLOT(emitAxisChanged()));
+    connect(this, SIGNAL(visibleChanged(bool)), SLOT(emitAxisChanged()));
+    connect(this, SIGNAL(formatterChanged()), SLOT(emitAxisChanged()));
+    connect(this, SIGNAL(ticksChanged(QList<qreal>)), SLOT(emitAxisChanged()));
+    connect(this, SIGNAL(labelFontChanged()), SLOT(emitAxisChanged()));
+    connect(this, SIGNAL(verticalUnitLabelColorChanged()), SLOT(emitAxisChanged()));
+    connect(this, SIGNAL(unitChanged()), SLOT(emitAxisChanged()));
+    connect(this, SIGNAL(axisStyleChanged()), SLOT(emitAxisChanged()));
+    connect(this, SIGNAL(rangeOrderChanged()), SLOT(emitAxisChanged()));
+}
+
+QList<qreal> ValueAxis::ticks(int count)
+{
+    if (count != m_lastTickCount) {
+        m_ticksDirty = true;
+        m_lastTickCount = count;
+    }
+    if (m_ticksDirty) {
+        m_cachedTicks = buildTicks(count < 1 ? m_numTicks : count);
+        m_ticksDirty = false;
+    }
+    return m_cachedTicks;
+}
+
+QString ValueAxis::formattedValue(double value) const
+{
+    if (m_formatter)
+        return m_formatter->formatValue(value);
+    const int index = m_ticks.indexOf(value);
+    if (index >= 0) {
+        const QStringList labels = tickLabels();
+        if (index < labels.size())
+            return labels.at(index);
+    }
+    return QString::number(value, 'g', 6);
 }
 
 XYScale *ValueAxis::labelsPlane() const
@@ -57,90 +96,37 @@ XYScale *ValueAxis::linesPlane() const
 }
 
 /*!
-    \qmlproperty enumeration ValueAxis::alignment
-    The side of the view on which the axis stands, Qt.AlignBottom by default; it decides the orientation. Give it as a
-    plain literal: plots refuse an axis of the wrong orientation while a binding is still to be evaluated.
+    \qmlproperty int ValueAxis::requiredMargin
+    The margin in pixels that the labels of the full range need; write \c {margin: requiredMargin} to have it. It does
+    not change while zooming.
 */
-void ValueAxis::setAlignment(Qt::Alignment alignment)
+int ValueAxis::requiredMargin() const
 {
-    if (m_alignment == alignment)
-        return;
-    m_alignment = alignment;
-    const Qt::Alignment horizontal = Qt::AlignTop | Qt::AlignBottom | Qt::AlignVCenter | Qt::AlignBaseline;
-    const Qt::Orientation orientation = alignment & horizontal ? Qt::Horizontal : Qt::Vertical;
-    if (m_orientation != orientation) {
-        m_orientation = orientation;
-        emit orientationChanged(orientation);
-    }
-    emit alignmentChanged(alignment);
-    emit marginChanged();
-    updateRequiredMargin();
+    return graph::AxisPainting::requiredMargin(*this);
 }
 
-/*!
-    \qmlproperty double ValueAxis::minValue
-    The start of the full range, 0 by default. While a finger moves the zoom rectangle a new value is kept back until
-    the movement ends.
-*/
-void ValueAxis::setMinValue(double minValue)
+void ValueAxis::setZoomRect(ZoomRect *zoomRect)
 {
-    m_pendingMinValue = minValue;
-    if (m_minValue == minValue || (zoomRect() && zoomRect()->isMoving()))
+    if (zoomRect == m_zoomRect)
         return;
-    if (m_visibleRange > 0.0 && qFuzzyCompare(m_minValue, m_minVisible)) {
-        // The visible span is pinned to the start of the range and moves with it.
-        m_minVisible = minValue;
-        m_maxVisible = std::min(m_maxValue, minValue + m_visibleRange);
-        m_ticksDirty = true;
-        m_minValue = minValue;
-        handleValueRangeChanged();
-        emit minValueChanged(m_minValue);
-        emit minVisibleChanged(m_minVisible);
-        emit maxVisibleChanged(m_maxVisible);
+    if (m_zoomRect)
+        m_zoomRect->disconnect(this);
+    m_zoomRect = zoomRect;
+    if (!zoomRect)
+        return;
+    connect(zoomRect, SIGNAL(rectChanged(QRectF)), SLOT(handleRectChanged()));
+    connect(zoomRect, SIGNAL(movingChanged()), SLOT(handleMovingChanged()));
+    if (m_orientation == Qt::Horizontal) {
+        connect(zoomRect, SIGNAL(leftChanged(double)), SLOT(setLowerBound(double)));
+        connect(zoomRect, SIGNAL(rightChanged(double)), SLOT(setUpperBound(double)));
+        setLowerBound(zoomRect->left());
+        setUpperBound(zoomRect->right());
     } else {
-        m_minValue = minValue;
-        m_ticksDirty = true;
-        handleValueRangeChanged();
-        emit minValueChanged(m_minValue);
+        connect(zoomRect, SIGNAL(topChanged(double)), SLOT(setLowerBound(double)));
+        connect(zoomRect, SIGNAL(bottomChanged(double)), SLOT(setUpperBound(double)));
+        setLowerBound(zoomRect->top());
+        setUpperBound(zoomRect->bottom());
     }
-    updateRequiredMargin();
-    emit valueRangeChanged();
-}
-
-/*!
-    \qmlproperty double ValueAxis::maxValue
-    The end of the full range, 1 by default. See minValue.
-*/
-void ValueAxis::setMaxValue(double maxValue)
-{
-    m_pendingMaxValue = maxValue;
-    if (m_maxValue == maxValue || (zoomRect() && zoomRect()->isMoving()))
-        return;
-    if (m_visibleRange > 0.0 && qFuzzyCompare(m_maxValue, m_maxVisible)) {
-        m_maxVisible = maxValue;
-        m_minVisible = std::max(m_minValue, maxValue - m_visibleRange);
-        m_ticksDirty = true;
-        m_maxValue = maxValue;
-        handleValueRangeChanged();
-        emit maxValueChanged(m_maxValue);
-        emit minVisibleChanged(m_minVisible);
-        emit maxVisibleChanged(m_maxVisible);
-    } else {
-        m_maxValue = maxValue;
-        m_ticksDirty = true;
-        handleValueRangeChanged();
-        emit maxValueChanged(m_maxValue);
-    }
-    updateRequiredMargin();
-    emit valueRangeChanged();
-}
-
-void ValueAxis::handleMovingChanged()
-{
-    if (!zoomRect() || zoomRect()->isMoving())
-        return;
-    setMinValue(m_pendingMinValue);
-    setMaxValue(m_pendingMaxValue);
 }
 
 void ValueAxis::handleValueRangeChanged()
@@ -155,134 +141,6 @@ void ValueAxis::handleValueRangeChanged()
     emit visibleRangeChanged();
 }
 
-void ValueAxis::setLowerBound(double bound)
-{
-    m_lowerBound = bound;
-    const double minVisible = m_scalable ? m_minValue + (m_maxValue - m_minValue) * bound : m_minValue;
-    if (m_minVisible == minVisible)
-        return;
-    m_minVisible = minVisible;
-    m_ticksDirty = true;
-    m_rectChangePending = true;
-    emit minVisibleChanged(minVisible);
-}
-
-void ValueAxis::setUpperBound(double bound)
-{
-    m_upperBound = bound;
-    const double maxVisible = m_scalable ? m_minValue + (m_maxValue - m_minValue) * bound : m_maxValue;
-    if (m_maxVisible == maxVisible)
-        return;
-    m_maxVisible = maxVisible;
-    m_ticksDirty = true;
-    m_rectChangePending = true;
-    emit maxVisibleChanged(maxVisible);
-}
-
-void ValueAxis::handleRectChanged()
-{
-    if (!m_rectChangePending)
-        return;
-    m_rectChangePending = false;
-    emit visibleRangeChanged();
-}
-
-/*!
-    \qmlproperty double ValueAxis::minVisible
-    The start of the visible range. With a zoom rectangle a write moves the rectangle's edge.
-*/
-void ValueAxis::setMinVisible(double minVisible)
-{
-    if (ZoomRect *rect = zoomRect()) {
-        if (m_maxValue == m_minValue)
-            return;
-        const double fraction = (minVisible - m_minValue) / (m_maxValue - m_minValue);
-        if (m_orientation == Qt::Horizontal)
-            rect->setLeft(fraction);
-        else
-            rect->setTop(fraction);
-        return;
-    }
-    m_minVisible = minVisible;
-    m_ticksDirty = true;
-    emit minVisibleChanged(minVisible);
-}
-
-/*!
-    \qmlproperty double ValueAxis::maxVisible
-    The end of the visible range. With a zoom rectangle a write moves the rectangle's edge.
-*/
-void ValueAxis::setMaxVisible(double maxVisible)
-{
-    if (ZoomRect *rect = zoomRect()) {
-        if (m_maxValue == m_minValue)
-            return;
-        const double fraction = (maxVisible - m_minValue) / (m_maxValue - m_minValue);
-        if (m_orientation == Qt::Horizontal)
-            rect->setRight(fraction);
-        else
-            rect->setBottom(fraction);
-        return;
-    }
-    m_maxVisible = maxVisible;
-    m_ticksDirty = true;
-    emit maxVisibleChanged(maxVisible);
-}
-
-/*!
-    \qmlproperty double ValueAxis::visibleRange
-    A width that the visible range keeps, in axis units; 0, the default, leaves it free.
-*/
-void ValueAxis::setVisibleRange(double visibleRange)
-{
-    if (m_visibleRange == visibleRange)
-        return;
-    m_visibleRange = visibleRange;
-    if (visibleRange > 0.0) {
-        setMaxVisible(std::min(m_minVisible + visibleRange, m_maxValue));
-        setMinVisible(std::max(m_maxVisible - visibleRange, m_minValue));
-    }
-    emit visibleRangeChanged();
-}
-
-void ValueAxis::setZoomRect(ZoomRect *zoomRect)
-{
-    if (m_zoomRect == zoomRect)
-        return;
-    if (m_zoomRect)
-        disconnect(m_zoomRect, nullptr, this, nullptr);
-    m_zoomRect = zoomRect;
-    if (!zoomRect)
-        return;
-    connect(zoomRect, SIGNAL(rectChanged(QRectF)), this, SLOT(handleRectChanged()));
-    connect(zoomRect, SIGNAL(movingChanged()), this, SLOT(handleMovingChanged()));
-    if (m_orientation == Qt::Horizontal) {
-        connect(zoomRect, SIGNAL(leftChanged(double)), this, SLOT(setLowerBound(double)));
-        connect(zoomRect, SIGNAL(rightChanged(double)), this, SLOT(setUpperBound(double)));
-        setLowerBound(zoomRect->left());
-        setUpperBound(zoomRect->right());
-    } else {
-        connect(zoomRect, SIGNAL(topChanged(double)), this, SLOT(setLowerBound(double)));
-        connect(zoomRect, SIGNAL(bottomChanged(double)), this, SLOT(setUpperBound(double)));
-        setLowerBound(zoomRect->top());
-        setUpperBound(zoomRect->bottom());
-    }
-}
-
-/*!
-    \qmlproperty bool ValueAxis::scalable
-    Whether the visible range follows the zoom (true, the default) or stays the full range.
-*/
-void ValueAxis::setScalable(bool scalable)
-{
-    if (m_scalable == scalable)
-        return;
-    m_scalable = scalable;
-    setLowerBound(m_lowerBound);
-    setUpperBound(m_upperBound);
-    emit scalableChanged();
-}
-
 double ValueAxis::localizationFactor() const
 {
     if (!m_formatter)
@@ -290,30 +148,8 @@ double ValueAxis::localizationFactor() const
     const QString type = m_formatter->getType();
     if (type != QLatin1String("FeetFormatter") && type != QLatin1String("FeetFormatterScaled"))
         return 1.0;
-    return SystemLocale::instance().getMeasurementSystem() == 0 ? 0.3048 : 1.0;
-}
-
-QString ValueAxis::formattedValue(double value) const
-{
-    if (m_formatter)
-        return m_formatter->formatValue(value);
-    const int index = m_ticks.indexOf(value);
-    if (index >= 0 && index < m_tickLabels.size())
-        return m_tickLabels[index];
-    return QString::number(value, 'g', 6);
-}
-
-QList<qreal> ValueAxis::ticks(int count)
-{
-    if (m_lastTickCount != count) {
-        m_ticksDirty = true;
-        m_lastTickCount = count;
-    }
-    if (m_ticksDirty) {
-        m_cachedTicks = buildTicks(count < 1 ? m_numTicks : count);
-        m_ticksDirty = false;
-    }
-    return m_cachedTicks;
+    const bool metric = SystemLocale::instance().getMeasurementSystem() == 0;
+    return metric ? 0.3048 : 1.0;
 }
 
 QList<qreal> ValueAxis::buildTicks(int count) const
@@ -326,15 +162,16 @@ QList<qreal> ValueAxis::buildTicks(int count) const
         highest = sum - m_minVisible;
     }
     if (m_tickInterval == FixedTicks)
-        return graph::ticksBetween(m_ticks, lowest, highest);
-    double interval = m_customInterval;
-    if (interval == 0.0)
-        interval = m_tickInterval == ScaledBinary ? interval2(count) : interval10(count);
+        return graph::ticksWithin(m_ticks, lowest, highest);
+    const double interval = tickSpacing(count, m_maxVisible - m_minVisible);
     if (!(interval > 0.0)) {
         qDebug() << this << "buildTicks() interval = 0!!!";
         return {};
     }
-    return graph::tickValues(lowest, highest, interval);
+    const QList<qreal> built = graph::spacedTicks(lowest, highest, interval);
+    if (built.size() == graph::tickLimit)
+        qDebug() << this << "buildTicks() ends after" << graph::tickLimit << "ticks";
+    return built;
 }
 
 double ValueAxis::interval10(int count) const
@@ -349,22 +186,35 @@ double ValueAxis::interval2(int count) const
     return graph::binaryInterval((m_maxVisible - m_minVisible) * factor, count) / factor;
 }
 
+double ValueAxis::tickSpacing(int count, double range) const
+{
+    if (m_tickInterval == FixedTicks)
+        return 0.0;
+    if (m_customInterval != 0.0)
+        return m_customInterval;
+    const double factor = localizationFactor();
+    const double spacing = m_tickInterval == ScaledBinary ? graph::binaryInterval(range * factor, count)
+                                                          : graph::decimalInterval(range * factor, count, m_ticks);
+    return spacing / factor;
+}
+
 int ValueAxis::computeTickCountH(double width) const
 {
-    return m_tickInterval == DisplayDynamic
-               ? computeTickCount(width, estimateAverageLabelWidth(), m_dynamicTicksRatio)
-               : m_numTicks;
+    if (m_tickInterval != DisplayDynamic)
+        return m_numTicks;
+    return computeTickCount(width, estimateAverageLabelWidth(), m_dynamicTicksRatio);
 }
 
 int ValueAxis::computeTickCountV(double height) const
 {
-    return m_tickInterval == DisplayDynamic ? computeTickCount(height, getLabelHeight(), m_dynamicTicksRatio)
-                                            : m_numTicks;
+    if (m_tickInterval != DisplayDynamic)
+        return m_numTicks;
+    return computeTickCount(height, getLabelHeight(), m_dynamicTicksRatio);
 }
 
 int ValueAxis::computeTickCount(double length, double labelSize, double ratio)
 {
-    if (!(labelSize > 0.0)) {
+    if (labelSize <= 0.0) {
         qWarning("%s - labelSize is %g, expected value > 0", "computeTickCount", labelSize);
         return 5;
     }
@@ -381,245 +231,150 @@ int ValueAxis::getLabelHeight() const
     return QFontMetrics(m_labelFont).height();
 }
 
-void ValueAxis::emitAxisChanged()
+void ValueAxis::paintLines(QPainter *painter, const QRectF &rect)
 {
-    if (m_axisChangedTimer != 0)
-        killTimer(m_axisChangedTimer);
-    m_axisChangedTimer = startTimer(0, Qt::CoarseTimer);
+    graph::AxisPainting(*this, rect).paintLines(painter);
 }
 
-void ValueAxis::timerEvent(QTimerEvent *event)
+void ValueAxis::paintLabels(QPainter *painter, const QRectF &rect)
 {
-    if (m_axisChangedTimer == 0 || event->timerId() != m_axisChangedTimer) {
-        QObject::timerEvent(event);
-        return;
-    }
-    killTimer(m_axisChangedTimer);
-    m_axisChangedTimer = 0;
-    emit axisChanged();
+    graph::AxisPainting(*this, rect).paintLabels(painter, m_texts);
 }
-
-// Setters that store a differing value and announce it.
 
 /*!
-    \qmlproperty int ValueAxis::margin
-    The room in pixels beside the plot area that the labels get, 0 by default: then they are drawn inside the area.
-    \c {margin: requiredMargin} fits.
+    \qmlproperty enumeration ValueAxis::alignment
+    The side of the plane: Qt.AlignBottom (default), AlignTop, AlignVCenter and AlignBaseline make the axis horizontal,
+    all others vertical. Give it as a plain literal, so that it is known before plots take the axis.
 */
-void ValueAxis::setMargin(int margin)
+void ValueAxis::setAlignment(Qt::Alignment alignment)
 {
-    if (m_margin == margin)
+    if (alignment == m_alignment)
         return;
-    m_margin = margin;
+    m_alignment = alignment;
+    const Qt::Alignment horizontal = Qt::AlignTop | Qt::AlignBottom | Qt::AlignVCenter | Qt::AlignBaseline;
+    const Qt::Orientation orientation = alignment & horizontal ? Qt::Horizontal : Qt::Vertical;
+    if (orientation != m_orientation) {
+        m_orientation = orientation;
+        emit orientationChanged(m_orientation);
+    }
+    emit alignmentChanged(m_alignment);
     emit marginChanged();
 }
 
 /*!
-    \qmlproperty bool ValueAxis::staggered
-    Whether the labels of a horizontal axis alternate between two rows; false by default.
+    \qmlproperty double ValueAxis::minValue
+    The begin of the full range, 0 by default. While the chart is being flicked the write waits for the end.
 */
-void ValueAxis::setStaggered(bool staggered)
+void ValueAxis::setMinValue(double minValue)
 {
-    if (m_staggered == staggered)
+    m_pendingMinValue = minValue;
+    if (minValue == m_minValue || (m_zoomRect && m_zoomRect->isMoving()))
         return;
-    m_staggered = staggered;
-    emit staggeredChanged();
-    updateRequiredMargin();
-}
-
-void ValueAxis::setVisible(bool visible)
-{
-    if (m_visible == visible)
-        return;
-    m_visible = visible;
-    emit visibleChanged(visible);
-}
-
-/*!
-    \qmlproperty enumeration ValueAxis::axisStyle
-    TicksAndLabels (default), TicksOnly or LabelsOnly.
-*/
-void ValueAxis::setAxisStyle(AxisStyle style)
-{
-    if (m_axisStyle == style)
-        return;
-    m_axisStyle = style;
+    const bool pinned = m_visibleRange > 0.0 && graph::fuzzyEqual(m_minValue, m_minVisible);
+    if (pinned) {
+        m_minVisible = minValue;
+        m_maxVisible = std::min(m_maxValue, minValue + m_visibleRange);
+    }
     m_ticksDirty = true;
-    emit axisStyleChanged();
+    m_minValue = minValue;
+    handleValueRangeChanged();
+    emit minValueChanged(m_minValue);
+    if (pinned) {
+        emit minVisibleChanged(m_minVisible);
+        emit maxVisibleChanged(m_maxVisible);
+    }
+    emit valueRangeChanged();
 }
 
 /*!
-    \qmlproperty enumeration ValueAxis::rangeOrder
-    Increasing (default), or Decreasing: the axis counts backwards over its full range. Plots are not mirrored.
+    \qmlproperty double ValueAxis::maxValue
+    The end of the full range, 1 by default. While the chart is being flicked the write waits for the end.
 */
-void ValueAxis::setRangeOrder(AxisRangeOrder order)
+void ValueAxis::setMaxValue(double maxValue)
 {
-    if (m_rangeOrder == order)
+    m_pendingMaxValue = maxValue;
+    if (maxValue == m_maxValue || (m_zoomRect && m_zoomRect->isMoving()))
         return;
-    m_rangeOrder = order;
+    const bool pinned = m_visibleRange > 0.0 && graph::fuzzyEqual(m_maxValue, m_maxVisible);
+    if (pinned) {
+        m_maxVisible = maxValue;
+        m_minVisible = std::max(m_minValue, maxValue - m_visibleRange);
+    }
     m_ticksDirty = true;
-    emit rangeOrderChanged();
+    m_maxValue = maxValue;
+    handleValueRangeChanged();
+    emit maxValueChanged(m_maxValue);
+    if (pinned) {
+        emit minVisibleChanged(m_minVisible);
+        emit maxVisibleChanged(m_maxVisible);
+    }
+    emit valueRangeChanged();
 }
 
 /*!
-    \qmlproperty string ValueAxis::unit
-    Shown once, at the end of the labels; empty by default.
+    \qmlproperty double ValueAxis::minVisible
+    The begin of the visible range. On a zoomed chart a write goes through the zoom rectangle, which clamps it against
+    the other edge: write the farther edge first.
 */
-void ValueAxis::setUnit(const QString &unit)
+void ValueAxis::setMinVisible(double minVisible)
 {
-    if (m_unit == unit)
+    if (!m_zoomRect) {
+        m_minVisible = minVisible;
+        m_ticksDirty = true;
+        emit minVisibleChanged(m_minVisible);
         return;
-    m_unit = unit;
-    emit unitChanged();
-    updateRequiredMargin();
-}
-
-/*!
-    \qmlproperty color ValueAxis::verticalUnitLabelColor
-    The colour of the unit of a vertical axis; the labels' colour while it is not valid, as by default.
-*/
-void ValueAxis::setVerticalUnitLabelColor(const QColor &color)
-{
-    if (m_verticalUnitLabelColor == color)
+    }
+    if (valueRange() == 0.0)
         return;
-    m_verticalUnitLabelColor = color;
-    emit verticalUnitLabelColorChanged();
+    const double fraction = (minVisible - m_minValue) / valueRange();
+    if (m_orientation == Qt::Horizontal)
+        m_zoomRect->setLeft(fraction);
+    else
+        m_zoomRect->setTop(fraction);
 }
 
 /*!
-    \qmlproperty list<real> ValueAxis::ticks
-    Where FixedTicks stand, in axis units; in the other modes the mantissas from which decimal spacings are chosen:
-    1, 1.5, 2, 2.5, 5 and 10 by default. An empty list leaves decimal axes without ticks.
+    \qmlproperty double ValueAxis::maxVisible
+    The end of the visible range, see minVisible.
 */
-void ValueAxis::setTicks(const QList<qreal> &ticks)
+void ValueAxis::setMaxVisible(double maxVisible)
 {
-    if (m_ticks == ticks)
+    if (!m_zoomRect) {
+        m_maxVisible = maxVisible;
+        m_ticksDirty = true;
+        emit maxVisibleChanged(m_maxVisible);
         return;
-    m_ticks = ticks;
-    m_ticksDirty = true;
-    emit ticksChanged(ticks);
-}
-
-/*!
-    \qmlproperty BaseFormatter ValueAxis::formatter
-    Writes the labels, null by default. A formatter without a parent becomes the axis' own.
-*/
-void ValueAxis::setFormatter(BaseFormatter *formatter)
-{
-    if (m_formatter == formatter)
+    }
+    if (valueRange() == 0.0)
         return;
-    m_formatter = formatter;
-    if (formatter && !formatter->parent())
-        formatter->setParent(this);
-    m_labelTexts.clear();
-    emit formatterChanged();
-    updateRequiredMargin();
+    const double fraction = (maxVisible - m_minValue) / valueRange();
+    if (m_orientation == Qt::Horizontal)
+        m_zoomRect->setRight(fraction);
+    else
+        m_zoomRect->setBottom(fraction);
 }
 
-// Setters that change the ticks and are not announced; the next repaint shows them.
-
 /*!
-    \qmlproperty enumeration ValueAxis::tickInterval
-    ScaledDecimal (default), ScaledBinary, FixedTicks (at the positions in ticks) or DisplayDynamic, decimal ticks
-    whose number follows the length of the axis.
+    \qmlproperty double ValueAxis::visibleRange
+    The width of the visible span in axis units; 0, the default, leaves it free.
 */
-void ValueAxis::setTickInterval(TickInterval interval)
+void ValueAxis::setVisibleRange(double visibleRange)
 {
-    if (m_tickInterval == interval)
+    if (visibleRange == m_visibleRange)
         return;
-    m_tickInterval = interval;
-    m_ticksDirty = true;
+    m_visibleRange = visibleRange;
+    if (m_visibleRange > 0.0) {
+        setMaxVisible(std::min(m_minVisible + m_visibleRange, m_maxValue));
+        setMinVisible(std::max(m_maxVisible - m_visibleRange, m_minValue));
+    }
+    emit visibleRangeChanged();
 }
 
 /*!
-    \qmlproperty int ValueAxis::numTicks
-    About how many ticks are wanted, 5 by default; DisplayDynamic does without it.
+    \qmlproperty color ValueAxis::lineColor
+    The colour of the grid lines, black by default. Like the other line properties it shows with the next repaint;
+    linePen is another name for it.
 */
-void ValueAxis::setNumTicks(int count)
-{
-    if (m_numTicks == count)
-        return;
-    m_numTicks = count;
-    m_ticksDirty = true;
-}
-
-/*!
-    \qmlproperty double ValueAxis::dynamicTicksRatio
-    The part of the length of the axis that labels may fill in DisplayDynamic, 0.5 by default.
-*/
-void ValueAxis::setDynamicTicksRatio(double ratio)
-{
-    if (m_dynamicTicksRatio == ratio)
-        return;
-    m_dynamicTicksRatio = ratio;
-    m_ticksDirty = true;
-}
-
-/*!
-    \qmlproperty double ValueAxis::baseline
-    The value from which bars and fills start, 0 by default.
-*/
-void ValueAxis::setBaseline(double baseline)
-{
-    if (m_baseline == baseline)
-        return;
-    m_baseline = baseline;
-    m_ticksDirty = true;
-}
-
-/*!
-    \qmlproperty double ValueAxis::customInterval
-    A spacing of the ticks in axis units; 0, the default, has one computed, a negative one leaves none.
-*/
-void ValueAxis::setCustomInterval(double interval)
-{
-    m_customInterval = interval;
-    m_ticksDirty = true;
-}
-
-// Setters that are silent altogether.
-
-void ValueAxis::setLabelColor(const QColor &color)
-{
-    m_labelColor = color;
-}
-
-/*!
-    \qmlproperty font ValueAxis::labelFont
-    The font of labels and unit, Roboto of 16 pixels by default.
-*/
-void ValueAxis::setLabelFont(const QFont &font)
-{
-    if (m_labelFont == font)
-        return;
-    m_labelFont = font;
-    updateRequiredMargin();
-}
-
-/*!
-    \qmlproperty list<string> ValueAxis::tickLabels
-    Texts for the entries of ticks, paired by index; values without one are written as numbers.
-*/
-void ValueAxis::setTickLabels(const QStringList &labels)
-{
-    m_tickLabels = labels;
-    m_labelTexts.clear();
-}
-
-/*!
-    \qmlproperty XYScale ValueAxis::labelsPlane
-    The plane that draws the labels; the view's default plane when none was named.
-*/
-void ValueAxis::setLabelsPlane(XYScale *plane)
-{
-    m_labelsPlane = graph::planeItem(plane);
-}
-
-void ValueAxis::setLinesPlane(XYScale *plane)
-{
-    m_linesPlane = graph::planeItem(plane);
-}
-
 void ValueAxis::setLineColor(const QColor &color)
 {
     m_linePen.setColor(color);
@@ -630,6 +385,10 @@ void ValueAxis::setLineJoinStyle(Qt::PenJoinStyle style)
     m_linePen.setJoinStyle(style);
 }
 
+/*!
+    \qmlproperty list<real> ValueAxis::lineDashPattern
+    Lengths of dashes and gaps in turn, in units of the line width.
+*/
 void ValueAxis::setLineDashPattern(const QVector<qreal> &pattern)
 {
     m_linePen.setDashPattern(pattern);
@@ -637,10 +396,298 @@ void ValueAxis::setLineDashPattern(const QVector<qreal> &pattern)
 
 void ValueAxis::setLineWidth(int width)
 {
-    m_linePen.setWidth(std::max(0, width));
+    m_linePen.setWidth(std::max(width, 0));
 }
 
 void ValueAxis::setLineStyle(Qt::PenStyle style)
 {
     m_linePen.setStyle(style);
+}
+
+void ValueAxis::setLabelColor(const QColor &color)
+{
+    m_labelColor = color;
+}
+
+/*!
+    \qmlproperty color ValueAxis::verticalUnitLabelColor
+    The colour of the unit of a vertical axis; labelColor unless set.
+*/
+void ValueAxis::setVerticalUnitLabelColor(const QColor &color)
+{
+    if (color == m_verticalUnitLabelColor)
+        return;
+    m_verticalUnitLabelColor = color;
+    emit verticalUnitLabelColorChanged();
+}
+
+void ValueAxis::setLabelFont(const QFont &font)
+{
+    m_labelFont = font;
+    m_texts = {};
+    updateRequiredMargin();
+}
+
+/*!
+    \qmlproperty int ValueAxis::margin
+    The room beside the plot area for the labels, in pixels. With 0, the default, they stand inside the plot area.
+*/
+void ValueAxis::setMargin(int margin)
+{
+    if (margin == m_margin)
+        return;
+    m_margin = margin;
+    emit marginChanged();
+}
+
+/*!
+    \qmlproperty bool ValueAxis::staggered
+    Whether the labels of a horizontal axis take turns in two rows, where there is room for two.
+*/
+void ValueAxis::setStaggered(bool staggered)
+{
+    if (staggered == m_staggered)
+        return;
+    m_staggered = staggered;
+    emit staggeredChanged();
+    updateRequiredMargin();
+}
+
+void ValueAxis::setVisible(bool visible)
+{
+    if (visible == m_visible)
+        return;
+    m_visible = visible;
+    emit visibleChanged(m_visible);
+}
+
+/*!
+    \qmlproperty bool ValueAxis::scalable
+    Whether the visible range follows the zoom rectangle, true by default; else the full range is visible.
+*/
+void ValueAxis::setScalable(bool scalable)
+{
+    if (scalable == m_scalable)
+        return;
+    m_scalable = scalable;
+    setLowerBound(m_lowerBound);
+    setUpperBound(m_upperBound);
+    emit scalableChanged();
+}
+
+/*!
+    \qmlproperty enumeration ValueAxis::axisStyle
+    TicksAndLabels (default), TicksOnly or LabelsOnly.
+*/
+void ValueAxis::setAxisStyle(AxisStyle style)
+{
+    if (style == m_axisStyle)
+        return;
+    m_axisStyle = style;
+    m_ticksDirty = true;
+    emit axisStyleChanged();
+}
+
+/*!
+    \qmlproperty enumeration ValueAxis::tickInterval
+    ScaledDecimal (default) and ScaledBinary search a round spacing for numTicks ticks, DisplayDynamic for as many as
+    dynamicTicksRatio of the axis' length has room for; FixedTicks shows those of the ticks that are visible.
+*/
+void ValueAxis::setTickInterval(TickInterval interval)
+{
+    if (interval == m_tickInterval)
+        return;
+    m_tickInterval = interval;
+    m_ticksDirty = true;
+    updateRequiredMargin();
+}
+
+void ValueAxis::setNumTicks(int count)
+{
+    if (count == m_numTicks)
+        return;
+    m_numTicks = count;
+    m_ticksDirty = true;
+    updateRequiredMargin();
+}
+
+void ValueAxis::setDynamicTicksRatio(double ratio)
+{
+    if (ratio == m_dynamicTicksRatio)
+        return;
+    m_dynamicTicksRatio = ratio;
+    m_ticksDirty = true;
+}
+
+/*!
+    \qmlproperty double ValueAxis::baseline
+    Where bars and filled plots begin, in axis units, 0 by default.
+*/
+void ValueAxis::setBaseline(double baseline)
+{
+    if (baseline == m_baseline)
+        return;
+    m_baseline = baseline;
+    m_ticksDirty = true;
+}
+
+/*!
+    \qmlproperty list<real> ValueAxis::ticks
+    The positions of FixedTicks. Otherwise the mantissas that a decimal spacing may have, ascending: 1, 1.5, 2, 2.5, 5
+    and 10 by default.
+*/
+void ValueAxis::setTicks(const QList<qreal> &ticks)
+{
+    if (ticks == m_ticks)
+        return;
+    m_ticks = ticks;
+    m_ticksDirty = true;
+    emit ticksChanged(m_ticks);
+}
+
+/*!
+    \qmlproperty list<string> ValueAxis::tickLabels
+    The texts of the values that stand at the same place in ticks; an empty text shows none.
+*/
+void ValueAxis::setTickLabels(const QStringList &labels)
+{
+    m_tickLabels = labels;
+    m_texts = {};
+    updateRequiredMargin();
+}
+
+/*!
+    \qmlproperty BaseFormatter ValueAxis::formatter
+    Makes the texts of the labels; null, the default, shows tickLabels and plain numbers. The axis adopts a formatter
+    that has no parent.
+*/
+void ValueAxis::setFormatter(BaseFormatter *formatter)
+{
+    if (formatter == m_formatter)
+        return;
+    m_formatter = formatter;
+    m_ticksDirty = true;
+    if (formatter && !formatter->parent())
+        formatter->setParent(this);
+    emit formatterChanged();
+}
+
+/*!
+    \qmlproperty double ValueAxis::customInterval
+    The distance of the ticks in axis units; 0, the default, has one searched.
+*/
+void ValueAxis::setCustomInterval(double interval)
+{
+    m_customInterval = interval;
+    m_ticksDirty = true;
+    updateRequiredMargin();
+}
+
+/*!
+    \qmlproperty enumeration ValueAxis::rangeOrder
+    Increasing (default) or Decreasing: the ticks and labels are mirrored, the plots are not.
+*/
+void ValueAxis::setRangeOrder(AxisRangeOrder order)
+{
+    if (order == m_rangeOrder)
+        return;
+    m_rangeOrder = order;
+    m_ticksDirty = true;
+    emit rangeOrderChanged();
+}
+
+void ValueAxis::setLabelsPlane(XYScale *plane)
+{
+    m_labelsPlane = graph::planeItem(plane);
+}
+
+void ValueAxis::setLinesPlane(XYScale *plane)
+{
+    m_linesPlane = graph::planeItem(plane);
+}
+
+/*!
+    \qmlproperty string ValueAxis::unit
+    Shown once beside the labels.
+*/
+void ValueAxis::setUnit(const QString &unit)
+{
+    if (unit == m_unit)
+        return;
+    m_unit = unit;
+    emit unitChanged();
+}
+
+void ValueAxis::setLowerBound(double bound)
+{
+    m_lowerBound = bound;
+    const double minVisible = m_scalable ? m_minValue + valueRange() * bound : m_minValue;
+    if (minVisible == m_minVisible)
+        return;
+    m_minVisible = minVisible;
+    m_ticksDirty = true;
+    m_rectChangePending = true;
+    emit minVisibleChanged(m_minVisible);
+}
+
+void ValueAxis::setUpperBound(double bound)
+{
+    m_upperBound = bound;
+    const double maxVisible = m_scalable ? m_minValue + valueRange() * bound : m_maxValue;
+    if (maxVisible == m_maxVisible)
+        return;
+    m_maxVisible = maxVisible;
+    m_ticksDirty = true;
+    m_rectChangePending = true;
+    emit maxVisibleChanged(m_maxVisible);
+}
+
+void ValueAxis::handleRectChanged()
+{
+    if (!m_rectChangePending)
+        return;
+    m_rectChangePending = false;
+    emit visibleRangeChanged();
+}
+
+void ValueAxis::handleMovingChanged()
+{
+    if (!m_zoomRect || m_zoomRect->isMoving())
+        return;
+    setMinValue(m_pendingMinValue);
+    setMaxValue(m_pendingMaxValue);
+}
+
+// Also what to call when a formatter has changed how it formats.
+void ValueAxis::emitAxisChanged()
+{
+    m_texts = {};
+    if (m_axisChangedTimer != 0)
+        killTimer(m_axisChangedTimer);
+    m_axisChangedTimer = startTimer(0, Qt::CoarseTimer);
+}
+
+void ValueAxis::timerEvent(QTimerEvent *event)
+{
+    if (event->timerId() != m_axisChangedTimer) {
+        QObject::timerEvent(event);
+        return;
+    }
+    // Before the timer is killed: a margin that follows the required one then needs no second pass.
+    updateRequiredMargin();
+    killTimer(m_axisChangedTimer);
+    m_axisChangedTimer = 0;
+    emit axisChanged();
+}
+
+// Measuring texts is not free: only for those who listen.
+void ValueAxis::updateRequiredMargin()
+{
+    if (!isSignalConnected(QMetaMethod::fromSignal(&ValueAxis::requiredMarginChanged)))
+        return;
+    const int required = requiredMargin();
+    if (required == m_notifiedMargin)
+        return;
+    m_notifiedMargin = required;
+    emit requiredMarginChanged();
 }

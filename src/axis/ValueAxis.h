@@ -1,5 +1,6 @@
 #pragma once
 
+#include "axis/AxisTexts.h"
 #include "platform/ui/BaseFormatter.h"
 #include "view/zoom/ZoomRect.h"
 
@@ -15,10 +16,6 @@
 
 class QPainter;
 class XYScale;
-
-namespace graph {
-struct AxisGeometry;
-}
 
 // One value axis: its full and its visible range, its ticks and their texts, and how a plane draws them. With a zoom
 // rectangle the visible range follows the rectangle's edges, and writes to it go there.
@@ -110,6 +107,7 @@ public:
     AxisRangeOrder rangeOrder() const { return m_rangeOrder; }
     XYScale *labelsPlane() const;
     XYScale *linesPlane() const;
+    QPen gridPen() const { return m_linePen; }
     QColor linePen() const { return lineColor(); }
     QColor labelPen() const { return labelColor(); }
     QString unit() const { return m_unit; }
@@ -125,6 +123,8 @@ public:
     QList<qreal> buildTicks(int count) const;
     double interval10(int count) const;
     double interval2(int count) const;
+    // The distance of ticks when count of them share range; 0 for fixed ticks and where there is none.
+    double tickSpacing(int count, double range) const;
     int computeTickCountH(double width) const;
     int computeTickCountV(double height) const;
     static int computeTickCount(double length, double labelSize, double ratio);
@@ -205,12 +205,6 @@ protected:
     void timerEvent(QTimerEvent *event) override;
 
 private:
-    graph::AxisGeometry geometryIn(const QRectF &rect) const;
-    QRectF planeRect(const QRectF &rect) const;
-    QList<qreal> visibleTicks(const graph::AxisGeometry &geometry);
-    double tickSpacing() const;
-    qint64 labelNumber(double value, int index) const;
-    void updateLabelTexts(const QList<qreal> &values);
     void updateRequiredMargin();
 
     Qt::Alignment m_alignment = Qt::AlignBottom;
@@ -252,7 +246,5 @@ private:
     int m_axisChangedTimer = 0;
     QString m_unit;
     int m_notifiedMargin = -1;
-    // The labels of the ticks painted last.
-    QList<qreal> m_labelValues;
-    QStringList m_labelTexts;
+    graph::AxisTexts m_texts;
 };
