@@ -7,6 +7,7 @@
 #include "Shell.h"
 
 #include <QDir>
+#include <QFont>
 #include <QGuiApplication>
 #include <QQmlContext>
 #include <QQmlEngine>
@@ -83,5 +84,9 @@ int main(int argc, char **argv)
         qWarning("%s", qPrintable(bus.errorText()));
 
     QGuiApplication application(argc, argv);
+    // Also what plots write into themselves.
+    QFont font("Roboto");
+    font.setPixelSize(15);
+    QGuiApplication::setFont(font);
     return runGallery(&application, options);
 }

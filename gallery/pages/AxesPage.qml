@@ -128,7 +128,7 @@ Page {
                         minValue: 470000
                         maxValue: 862000
                         tickInterval: ValueAxis.DisplayDynamic
-                        dynamicTicksRatio: 1
+                        dynamicTicksRatio: 1.5
                         staggered: true
                     },
                     ExampleAxis {
@@ -159,7 +159,7 @@ Page {
                         example: decreasing
                         minValue: 400
                         maxValue: 4000
-                        numTicks: 3
+                        customInterval: 1000
                         rangeOrder: ValueAxis.Decreasing
                         labelFont.pixelSize: page.smallFont + 8
                     },
@@ -167,6 +167,7 @@ Page {
                         id: decreasingY
                         example: decreasing
                         alignment: Qt.AlignLeft
+                        minValue: 10
                         maxValue: 100
                         customInterval: 30
                         unit: "%"

@@ -94,13 +94,30 @@ Page {
             axisX: chart.axisX
             axisY: chart.axisY
             penColor: Theme.traces[1]
-            selectedPoint: chosenEvent.value
             minLineWidth: 2
             maxLineWidth: 2
             graphPoint: GraphPointReflections {
                 pointSize: 22
                 labelColor: Theme.text
                 labelFontSize: 10
+            }
+        }
+
+        // A ring around the event whose readings are shown.
+        GraphPlot {
+            renderTarget: Theme.plotTarget
+            plotStyle: GraphPlot.ScatterPlot
+            plotData: PlotPoints {
+                xData: events.size > 0 ? [events.x(chosenEvent.value)] : []
+                yData: events.size > 0 ? [events.y(chosenEvent.value)] : []
+            }
+            axisX: chart.axisX
+            axisY: chart.axisY
+            penColor: Theme.text
+            minLineWidth: 2
+            maxLineWidth: 2
+            graphPoint: GraphPointCircle {
+                pointSize: 9
             }
         }
 

@@ -10,6 +10,8 @@ Item {
 
     readonly property int columns: width < 960 ? 3 : 4
     readonly property real tileWidth: Math.floor((width - (columns + 1) * Theme.gap) / columns)
+    readonly property real previewHeight: Math.round(tileWidth * 0.44)
+    readonly property real textHeight: Theme.compact ? 66 : 80
 
     Flickable {
         anchors.fill: parent
@@ -29,40 +31,43 @@ Item {
 
                 PushButton {
                     width: home.tileWidth
-                    height: Math.round(width * 0.7)
+                    height: home.previewHeight + home.textHeight
                     onClicked: shell.page = modelData.name
 
                     Item {
                         anchors.centerIn: parent
                         width: home.tileWidth
-                        height: Math.round(width * 0.7)
+                        height: home.previewHeight + home.textHeight
 
                         TilePreview {
                             x: 1
                             y: 1
                             width: parent.width - 2
-                            height: Math.round(parent.height * 0.56)
+                            height: home.previewHeight
                             page: modelData.name
                             penColor: Theme.traces[index % Theme.traces.length]
                         }
 
-                        Label {
+                        Column {
                             x: Theme.gap
-                            y: Math.round(parent.height * 0.56) + 8
+                            y: home.previewHeight + (Theme.compact ? 6 : 8)
                             width: parent.width - 2 * Theme.gap
-                            text: modelData.title
-                            font.pixelSize: Theme.compact ? 16 : 18
-                        }
+                            spacing: 2
 
-                        Label {
-                            x: Theme.gap
-                            y: Math.round(parent.height * 0.56) + (Theme.compact ? 30 : 36)
-                            width: parent.width - 2 * Theme.gap
-                            wrapMode: Text.Wrap
-                            maximumLineCount: 2
-                            text: modelData.summary
-                            font.pixelSize: Theme.smallText
-                            color: Theme.quietText
+                            Label {
+                                width: parent.width
+                                text: modelData.title
+                                font.pixelSize: Theme.compact ? 16 : 18
+                            }
+
+                            Label {
+                                width: parent.width
+                                wrapMode: Text.Wrap
+                                maximumLineCount: 2
+                                text: modelData.summary
+                                font.pixelSize: Theme.smallText
+                                color: Theme.quietText
+                            }
                         }
                     }
                 }

@@ -9,6 +9,20 @@ Page {
 
     ready: first.size > 1 && second.size > 1
 
+    // Shows this share of the capture around the middle of what is shown now.
+    function showShare(share) {
+        var rect = chart.zoomRect;
+        rect.setCenterAndZoom(Qt.vector2d(share, rect.height),
+                              Qt.point(rect.left + rect.width / 2, rect.top + rect.height / 2));
+    }
+
+    controls: SegmentedSelector {
+        readonly property var shares: [1, 0.1, 0.01, 0.001, 0.0001]
+
+        choices: shares.map(function (share) { return first.formattedXValue(share * (first.xRangeEnd - first.xRangeBegin)); })
+        currentIndex: shares.findIndex(function (share) { return Math.abs(chart.zoomRect.width / share - 1) < 0.01; })
+        onActivated: page.showShare(shares[index])
+    }
     endControls: ZoomButtons {
         zoomArea: chart.zoomArea
     }
@@ -25,7 +39,7 @@ Page {
         },
         Reading {
             label: "Samples per channel"
-            value: first.size.toLocaleString(Qt.locale("C"), "f", 0)
+            value: first.size.toLocaleString(Qt.locale("en_US"), "f", 0)
         }
     ]
 
@@ -42,7 +56,7 @@ Page {
             maxValue: Math.max(first.yRangeEnd, second.yRangeEnd)
             unit: first.yUnits
         }
-        zoomRect.minWidth: 0.00001
+        zoomRect.minWidth: 0.00002
         series: [
             PlotSeries {
                 id: first

@@ -25,6 +25,11 @@ Rectangle {
         switch (page) {
         case "spectrum":
             return spectrum(i);
+        case "scope":
+            return 0.5 + 0.36 * Math.sin(i / 6) * (0.6 + 0.4 * Math.cos(i / 34));
+        case "fibre":
+            return i > 196 ? 0.06 + 0.08 * noise(i) : i > 192 ? 0.9 : (i > 118 && i < 121 ? 0.85 : 0)
+                || 0.75 - i * 0.0011 - (i > 60 ? 0.07 : 0) - (i > 120 ? 0.09 : 0);
         case "replay":
             return 0.5 + 0.4 * Math.sin(i / 9) * Math.exp(-Math.abs(i - 110) / 50) + 0.05 * (noise(i) - 0.5);
         default:
@@ -62,7 +67,7 @@ Rectangle {
 
         anchors { fill: parent; margins: 4 }
         renderTarget: Theme.plotTarget
-        plotStyle: GraphPlot.FillPlot
+        plotStyle: preview.page === "scope" || preview.page === "axes" ? GraphPlot.LinePlot : GraphPlot.FillPlot
         plotData: series
         axisX: xAxis
         axisY: yAxis
