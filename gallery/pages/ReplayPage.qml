@@ -10,7 +10,8 @@ Page {
     readonly property var recording: shell.recording
     // Equally spaced samples need no x values.
     readonly property PlotData trace: recording["x-step"] ? series : points
-    readonly property real headroom: trace.yRangeEnd > trace.yRangeBegin ? 0.05 * (trace.yRangeEnd - trace.yRangeBegin) : 1
+    // A little room above and below the trace, in steps of few digits, so that the labels stay short.
+    readonly property real yStep: Math.pow(10, Math.floor(Math.log(Math.max(1e-12, trace.yRangeEnd - trace.yRangeBegin)) / Math.LN10) - 1)
 
     function reading(value, unit) {
         return Number(value.toPrecision(6)) + (unit ? " " + unit : "");
@@ -62,8 +63,8 @@ Page {
             unit: page.recording["x-unit"] || ""
         }
         axisY {
-            minValue: page.trace.yRangeBegin - page.headroom
-            maxValue: page.trace.yRangeEnd + page.headroom
+            minValue: (Math.floor(page.trace.yRangeBegin / page.yStep) - 1) * page.yStep
+            maxValue: (Math.ceil(page.trace.yRangeEnd / page.yStep) + 1) * page.yStep
             unit: page.recording["y-unit"] || ""
         }
 
