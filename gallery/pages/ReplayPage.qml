@@ -11,7 +11,8 @@ Page {
     // Equally spaced samples need no x values.
     readonly property PlotData trace: recording["x-step"] ? series : points
     // A little room above and below the trace, in steps of few digits, so that the labels stay short.
-    readonly property real yStep: Math.pow(10, Math.floor(Math.log(Math.max(1e-12, trace.yRangeEnd - trace.yRangeBegin)) / Math.LN10) - 1)
+    readonly property real yRange: trace.yRangeEnd - trace.yRangeBegin
+    readonly property real yStep: yRange > 0 ? Math.pow(10, Math.floor(Math.log(yRange) / Math.LN10) - 1) : 1
 
     function reading(value, unit) {
         return Number(value.toPrecision(6)) + (unit ? " " + unit : "");
