@@ -48,12 +48,12 @@ TestCase {
                 plotData: PlotPoints { label: "Trace 1"; xData: [0, 1000]; yData: [0, 0]; axisX: xAxis; axisY: yAxis }
             }
 
-            Legend {
-                plots: [trace]
-            }
-
             ZoomArea {
                 id: area
+            }
+
+            Legend {
+                plots: [trace]
             }
         }
     }
@@ -69,9 +69,9 @@ TestCase {
         return Qt.point(view.plot.mapFromItemX(x), view.plot.mapFromItemY(y));
     }
 
-    function compareValue(actual, expected) {
-        fuzzyCompare(actual.x, expected.x, 1e-6);
-        fuzzyCompare(actual.y, expected.y, 1e-6);
+    function compareValue(actual, expected, pixels) {
+        fuzzyCompare(actual.x, expected.x, 1e-6 + pixels * view.plot.visibleRangeX() / view.plot.width);
+        fuzzyCompare(actual.y, expected.y, 1e-6 + pixels * view.plot.visibleRangeY() / view.plot.height);
     }
 
     function test_wheelKeepsTheValueUnderThePointer_data() {
@@ -87,14 +87,12 @@ TestCase {
         mouseWheel(view.zoomArea, 100, 60, 0, 120, Qt.NoButton, data.modifier);
         fuzzyCompare(view.zoomRect.width, data.width, 1e-9);
         fuzzyCompare(view.zoomRect.height, data.height, 1e-9);
-        compareValue(valueAt(100, 60), before);
+        compareValue(valueAt(100, 60), before, 0);
     }
 
-    function pinch(fromX, fromY, toX, toY, spreadX, spreadY, factor) {
+    function pinch(x, y, spreadX, spreadY, factor) {
         var touch = touchEvent(view.zoomArea);
         function points(action, share) {
-            var x = fromX + share * (toX - fromX);
-            var y = fromY + share * (toY - fromY);
             var scale = 1 + share * (factor - 1);
             touch[action](0, view.zoomArea, x - spreadX * scale / 2, y - spreadY * scale / 2);
             touch[action](1, view.zoomArea, x + spreadX * scale / 2, y + spreadY * scale / 2);
@@ -115,11 +113,13 @@ TestCase {
     }
 
     function test_pinchZoomsWhereTheFingersAre(data) {
-        pinch(200, 150, 200, 150, data.spreadX, data.spreadY, 2);
+        var before = valueAt(200, 150);
+        pinch(200, 150, data.spreadX, data.spreadY, 2);
         // The first move only starts the pinch, so the zoom is a little less than the fingers' way.
         compare(view.zoomRect.width < 0.6, data.zoomsX);
         compare(view.zoomRect.height < 0.6, data.zoomsY);
-        compareValue(valueAt(200, 150), Qt.point(500, -49.5 - 0));
+        // Half a pixel of rounding at the start of a pinch has grown by the zoom at its end.
+        compareValue(valueAt(200, 150), before, 1.5);
         verify(!view.zoomArea.pinching);
     }
 
