@@ -1,0 +1,478 @@
+#include "data/PlotPoints.h"
+#include "data/PlotSeries.h"
+#include "painters/CrossPainter.h"
+#include "painters/CustomPainter.h"
+#include "painters/IntegralPainter.h"
+#include "painters/SegmentPainter.h"
+#include "painters/TextPainter.h"
+#include "plots/ContainerPlot.h"
+
+#include <QFontMetrics>
+#include <QPainter>
+#include <QQuickWindow>
+#include <QtTest>
+
+#include <limits>
+#include <memory>
+
+namespace {
+
+constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
+
+// One pixel per data unit: x is the column, 100 - y the row.
+const QRectF range(0.0, 0.0, 100.0, 100.0);
+
+QImage painted(BasePainter &figure, const QRectF &visible = range, float scale = 1.0f)
+{
+    QImage image(101, 101, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::white);
+    QPainter painter(&image);
+    figure.paint(&painter, visible, scale, scale);
+    return image;
+}
+
+QRect inkBox(const QImage &image)
+{
+    QRect box;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            if (image.pixel(x, y) != 0xffffffff)
+                box |= QRect(x, y, 1, 1);
+        }
+    }
+    return box;
+}
+
+// A plot of one pixel per data unit whose data begin at 0 and end at 100, without axes; counts its paints.
+class Plot : public ContainerPlot
+{
+public:
+    explicit Plot(QQuickItem *parent = nullptr)
+        : ContainerPlot(parent)
+    {
+        setSize(QSizeF(101, 101));
+    }
+
+    void paint(QPainter *painter) override
+    {
+        ++paints;
+        ContainerPlot::paint(painter);
+    }
+    double minValueX() const override { return 0.0; }
+    double maxValueX() const override { return 100.0; }
+    double visibleRangeX() const override { return range_; }
+    double visibleRangeY() const override { return 100.0; }
+
+    int paints = 0;
+    double range_ = 100.0;
+};
+
+QImage painted(ContainerPlot &plot)
+{
+    QImage image(101, 101, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::white);
+    QPainter painter(&image);
+    plot.paint(&painter);
+    return image;
+}
+
+} // namespace
+
+class tst_painters : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void cross_data();
+    void cross();
+    void crossLeavesItsPen();
+    void textIsSeenFromAfar();
+    void textIsPlacedByItsAlignment();
+    void textIsNudgedAtBothEnds();
+    void segmentIsClipped();
+    void shapes();
+    void shapesBeyondTheEdges();
+    void shapeAsMask();
+    void integralArea();
+    void integralIsTheSameWhenDense();
+    void integralValueFollowsItsSource();
+    void containerPaintsItsChildren();
+    void containerRepaintsOncePerFrame();
+    void extremeNumbers();
+};
+
+void tst_painters::cross_data()
+{
+    QTest::addColumn<QPointF>("point");
+    QTest::addColumn<int>("size");
+    QTest::addColumn<QRect>("box");
+    QTest::newRow("inside") << QPointF(50, 50) << 4 << QRect(48, 48, 5, 5);
+    QTest::newRow("odd size") << QPointF(50, 50) << 5 << QRect(48, 48, 5, 5);
+    QTest::newRow("dot") << QPointF(50, 50) << 1 << QRect(50, 50, 1, 1);
+    QTest::newRow("truncated") << QPointF(50.9, 50.1) << 2 << QRect(49, 48, 3, 3);
+    QTest::newRow("top right edge") << QPointF(100, 100) << 2 << QRect(99, 0, 2, 2);
+    QTest::newRow("bottom left edge") << QPointF(0, 0) << 2 << QRect(0, 99, 2, 2);
+    QTest::newRow("a hair outside") << QPointF(100.001, 50) << 8 << QRect();
+    QTest::newRow("a hair below") << QPointF(50, -0.001) << 8 << QRect();
+    QTest::newRow("nowhere") << QPointF(50, notANumber) << 8 << QRect();
+}
+
+void tst_painters::cross()
+{
+    QFETCH(QPointF, point);
+    QFETCH(int, size);
+    CrossPainter figure;
+    figure.setPoint1X(point.x());
+    figure.setPoint1Y(point.y());
+    figure.setCrossSize(size);
+    QTEST(inkBox(painted(figure)), "box");
+}
+
+void tst_painters::crossLeavesItsPen()
+{
+    QImage image(101, 101, QImage::Format_ARGB32_Premultiplied);
+    QPainter painter(&image);
+    CrossPainter figure;
+    figure.setCrossColor(Qt::red);
+    figure.setLineWidth(3);
+    figure.paint(&painter, range, 1.0f, 1.0f);
+    QCOMPARE(painter.pen().color(), QColor(Qt::red));
+    QCOMPARE(painter.pen().width(), 3);
+    QCOMPARE(painter.pen().capStyle(), Qt::RoundCap);
+}
+
+void tst_painters::textIsSeenFromAfar()
+{
+    TextPainter figure;
+    figure.setLabel("MMMMMMMM");
+    figure.setOrigin({-10.0, 50.0});
+    QVERIFY(!inkBox(painted(figure)).isEmpty());
+    figure.setOrigin({-10.5, 50.0});
+    QVERIFY(inkBox(painted(figure)).isEmpty());
+}
+
+void tst_painters::textIsPlacedByItsAlignment()
+{
+    TextPainter figure;
+    figure.setLabel("M");
+    figure.setOrigin({50.0, 50.0});
+    const QRect leftBottom = inkBox(painted(figure));
+    QVERIFY(leftBottom.left() >= 50 && leftBottom.bottom() <= 50);
+    figure.setLabelOffset(7.0);
+    QCOMPARE(inkBox(painted(figure)), leftBottom.translated(0, -7));
+    figure.setLabelOffset(0.0);
+    figure.setHTextAlignment(Qt::AlignRight);
+    figure.setVTextAlignment(Qt::AlignTop);
+    const QRect rightTop = inkBox(painted(figure));
+    QVERIFY(rightTop.right() <= 50 && rightTop.top() >= 50);
+
+    QImage image(101, 101, QImage::Format_ARGB32_Premultiplied);
+    QPainter painter(&image);
+    painter.setPen(Qt::green);
+    const QFont font = painter.font();
+    figure.paint(&painter, range, 1.0f, 1.0f);
+    QCOMPARE(painter.pen().color(), QColor(Qt::green));
+    QCOMPARE(painter.font(), font);
+}
+
+void tst_painters::textIsNudgedAtBothEnds()
+{
+    Plot plot;
+    TextPainter figure;
+    figure.setLabel("MM");
+    figure.setHTextAlignment(Qt::AlignHCenter);
+    const int width = QFontMetrics(figure.font()).horizontalAdvance("MM");
+    const QMap<double, int> nudges{{0.0, width / 2}, {50.0, 0}, {100.0, -(width / 2)}};
+    // Wide enough to see the whole text on both sides of the plot.
+    const auto leftmostInk = [&figure](AbstractPlot *parent) {
+        figure.setPlotParent(parent);
+        QImage image(301, 101, QImage::Format_ARGB32_Premultiplied);
+        image.fill(Qt::white);
+        QPainter painter(&image);
+        painter.translate(100, 0);
+        figure.paint(&painter, range, 1.0f, 1.0f);
+        return inkBox(image).left();
+    };
+    for (auto nudge = nudges.begin(); nudge != nudges.end(); ++nudge) {
+        figure.setOrigin({nudge.key(), 50.0});
+        QCOMPARE(leftmostInk(&plot) - leftmostInk(nullptr), nudge.value());
+    }
+}
+
+void tst_painters::segmentIsClipped()
+{
+    SegmentPainter figure;
+    const auto drawn = [&](double x1, double y1, double x2, double y2) {
+        figure.setPoint1X(x1);
+        figure.setPoint1Y(y1);
+        figure.setPoint2X(x2);
+        figure.setPoint2Y(y2);
+        return inkBox(painted(figure));
+    };
+    QCOMPARE(drawn(20, 50, 80, 50), QRect(20, 50, 61, 1));
+    QCOMPARE(drawn(-50, 50, 150, 50), QRect(0, 50, 101, 1));
+    QCOMPARE(drawn(50, 20, 50, 1e18), QRect(50, 0, 1, 81));
+    // Clipped only after the conversion to whole pixels, this one would not keep its slope.
+    QCOMPARE(drawn(-1e12, -1e12, 1e12, 1e12), QRect(0, 0, 101, 101));
+    QCOMPARE(drawn(-50, 101, 150, 101), QRect());
+    QCOMPARE(drawn(notANumber, 50, 150, 50), QRect());
+    figure.setEndSize(4);
+    QCOMPARE(drawn(20, 50, 150, 50), QRect(20, 46, 81, 9));
+    QVERIFY(painted(figure).pixel(100, 46) == 0xffffffff);
+    QCOMPARE(drawn(-20, 50, 150, 50), QRect(0, 50, 101, 1));
+}
+
+void tst_painters::shapes()
+{
+    CustomPainter figure;
+    figure.setXData({10, 30, 30, 10, notANumber, 15, 25, 25, 15});
+    figure.setYData({90, 90, 70, 70, 0, 85, 85, 75, 75, 1234});
+    figure.setFillColor(Qt::red);
+    figure.setFillOpacity(1.0);
+    figure.setLineWidth(0);
+    QImage image = painted(figure);
+    QCOMPARE(inkBox(image), QRect(10, 10, 20, 20));
+    QCOMPARE(image.pixelColor(12, 20), QColor(Qt::red));
+    QCOMPARE(image.pixelColor(20, 20), QColor(Qt::white));
+
+    figure.setOrigin({50.0, -50.0});
+    QCOMPARE(inkBox(painted(figure)), QRect(60, 60, 20, 20));
+    // A symbol stays as large as it is and grows upwards.
+    figure.setPixelShape(true);
+    figure.setOrigin({20.0, 10.0});
+    figure.setYData({0, 0, 20, 20});
+    QCOMPARE(inkBox(painted(figure, QRectF(0, 0, 50, 50), 2.0f)), QRect(50, 60, 20, 20));
+
+    figure.setFillColor(Qt::transparent);
+    figure.setLineWidth(1);
+    figure.setClosed(false);
+    image = painted(figure, QRectF(0, 0, 50, 50), 2.0f);
+    QVERIFY(image.pixel(60, 80) != 0xffffffff && image.pixel(50, 70) == 0xffffffff);
+    figure.setClosed(true);
+    QVERIFY(painted(figure, QRectF(0, 0, 50, 50), 2.0f).pixel(50, 70) != 0xffffffff);
+    figure.setYData({5});
+    QVERIFY(inkBox(painted(figure)).isEmpty());
+}
+
+void tst_painters::shapesBeyondTheEdges()
+{
+    CustomPainter figure;
+    figure.setFillColor(Qt::red);
+    for (bool closed : {true, false}) {
+        figure.setClosed(closed);
+        // A mask that reaches far out of sight: its edge at y = 40 is all that is seen.
+        figure.setXData({-1e300, 1e300, 1e300, -1e300});
+        figure.setYData({40, 40, -1e300, -1e300});
+        const QImage image = painted(figure);
+        QCOMPARE(inkBox(image), QRect(0, 60, 101, 41));
+        QCOMPARE(image.pixelColor(50, 60), QColor(Qt::black));
+        QVERIFY(image.pixelColor(0, 100).red() == 255 && image.pixelColor(0, 100).blue() > 100);
+        figure.setYData({140, 140, 120, 120});
+        QVERIFY(inkBox(painted(figure)).isEmpty());
+    }
+}
+
+void tst_painters::shapeAsMask()
+{
+    CustomPainter figure;
+    figure.setOrigin({1e9, 0.0});
+    figure.setXData({0, 10, 5, notANumber, 4, 6, 5});
+    figure.setYData({0, 0, 10, 0, 2, 2, 4});
+    QVERIFY(figure.containsPoint(1e9 + 2.0, 1.0));
+    QVERIFY(!figure.containsPoint(1e9 + 5.0, 3.0) && !figure.containsPoint(2.0, 1.0));
+    figure.setPixelShape(true);
+    QVERIFY(!figure.containsPoint(1e9 + 2.0, 1.0));
+}
+
+void tst_painters::integralArea()
+{
+    PlotPoints data;
+    data.setXData({-500.0, 20.0, 40.0, 60.0, 500.0});
+    data.setYData({50.0, 50.0, notANumber, 50.0, 50.0});
+    IntegralPainter figure;
+    figure.setPlotData(&data);
+    figure.setBaseline(30.0);
+    figure.setFillOpacity(1.0);
+    figure.setLineWidth(0);
+    figure.setBegin(10.0);
+    figure.setEnd(20.0);
+    QCOMPARE(inkBox(painted(figure)), QRect(10, 50, 10, 20));
+    figure.setEnd(70.0);
+    QCOMPARE(inkBox(painted(figure)), QRect(10, 50, 10, 20) | QRect(60, 50, 10, 20));
+    QCOMPARE(painted(figure).pixel(40, 60), 0xffffffff);
+    figure.setBegin(-1e9);
+    figure.setEnd(1e9);
+    figure.setBaseline(-1e300);
+    QCOMPARE(inkBox(painted(figure)), QRect(0, 50, 101, 51));
+
+    // The upright lines stand at the limits that are in sight.
+    figure.setBaseline(30.0);
+    figure.setFillOpacity(0.0);
+    figure.setLineWidth(1);
+    figure.setEnd(10.0);
+    QCOMPARE(inkBox(painted(figure)), QRect(10, 50, 1, 20));
+}
+
+void tst_painters::integralIsTheSameWhenDense()
+{
+    // The same steep ramp, once with a sample every 2 pixels and once with 20 in a pixel.
+    IntegralPainter figure;
+    figure.setBegin(10.0);
+    figure.setEnd(90.0);
+    figure.setBaseline(20.0);
+    figure.setFillOpacity(1.0);
+    QVector<QRect> boxes;
+    QVector<int> colouredPixels;
+    for (double interval : {2.0, 0.05}) {
+        QVector<double> y;
+        for (double x = 0.0; x <= 100.0; x += interval)
+            y.append(1.3 * x - 0.4);
+        PlotSeries data;
+        data.setXInterval(interval);
+        data.setYData(y);
+        figure.setPlotData(&data);
+        const QImage image = painted(figure);
+        boxes.append(inkBox(image));
+        int count = 0;
+        for (int pixel = 0; pixel < 101 * 101; ++pixel)
+            count += image.pixel(pixel % 101, pixel / 101) != 0xffffffff;
+        colouredPixels.append(count);
+        figure.setPlotData(nullptr);
+    }
+    QCOMPARE(boxes[0], QRect(QPoint(10, 0), QPoint(90, 86)));
+    QCOMPARE(boxes[1], boxes[0]);
+    // A stroke covers its whole last pixel, an area only one whose middle it covers: at most one pixel per
+    // column.
+    QVERIFY(qAbs(colouredPixels[0] - colouredPixels[1]) <= 2 * 81);
+}
+
+void tst_painters::integralValueFollowsItsSource()
+{
+    auto series = std::make_unique<PlotSeries>();
+    series->setYData({1.0, 1.0, 1.0, 1.0});
+    Plot plot;
+    IntegralPainter figure;
+    QSignalSpy valueSpy(&figure, SIGNAL(valueChanged()));
+    QSignalSpy updateSpy(&figure, SIGNAL(updateNeeded()));
+    figure.setPlotParent(&plot);
+    figure.setEnd(2.0);
+    figure.setBegin(0.5);
+    plot.setPlotData(series.get());
+    QTRY_COMPARE(figure.value(), 1.5);
+    QCOMPARE(valueSpy.count(), 1);
+    updateSpy.clear();
+    series->setYData({3.0, 3.0, 3.0, 3.0});
+    QTRY_COMPARE(figure.value(), 4.5);
+    QVERIFY(updateSpy.count() > 0);
+
+    // Data of its own take precedence; after them those of the plot count again, although both were one
+    // object.
+    PlotSeries own;
+    own.setYData({2.0, 2.0, 2.0});
+    figure.setPlotData(&own);
+    QTRY_COMPARE(figure.value(), 3.0);
+    figure.setPlotData(series.get());
+    figure.setPlotData(nullptr);
+    series->setYData({4.0, 4.0, 4.0});
+    QTRY_COMPARE(figure.value(), 6.0);
+    series.reset();
+    QTRY_COMPARE(figure.value(), 0.0);
+    painted(figure);
+}
+
+void tst_painters::containerPaintsItsChildren()
+{
+    Plot plot;
+    QVERIFY(inkBox(painted(plot)).isEmpty());
+    auto *lower = new CrossPainter(&plot);
+    new QQuickItem(&plot);
+    auto *upper = new SegmentPainter(&plot);
+    QVERIFY(qobject_cast<BasePainter *>(static_cast<QObject *>(lower)));
+    // Without a vertical axis the lowest visible value is 0.
+    lower->setPoint1X(50.0);
+    lower->setPoint1Y(50.0);
+    lower->setCrossSize(10);
+    lower->setCrossColor(Qt::red);
+    upper->setPoint1X(50.0);
+    upper->setPoint2X(50.0);
+    upper->setPoint2Y(100.0);
+    upper->setSegmentColor(Qt::blue);
+    QCOMPARE(painted(plot).pixelColor(50, 50), QColor(Qt::blue));
+    lower->setParentItem(nullptr);
+    lower->setParentItem(&plot);
+    QCOMPARE(painted(plot).pixelColor(50, 50), QColor(Qt::red));
+    lower->setVisible(false);
+    QCOMPARE(painted(plot).pixelColor(50, 50), QColor(Qt::blue));
+    plot.range_ = 0.0;
+    QVERIFY(inkBox(painted(plot)).isEmpty());
+}
+
+void tst_painters::containerRepaintsOncePerFrame()
+{
+    QQuickWindow window;
+    window.resize(101, 101);
+    Plot plot(window.contentItem());
+    QVector<CrossPainter *> figures;
+    for (int i = 0; i < 1000; ++i)
+        figures.append(new CrossPainter(&plot));
+    window.show();
+    QTRY_COMPARE(plot.paints, 1);
+
+    const auto paintsOnce = [&](auto change) {
+        const int before = plot.paints;
+        change();
+        QTest::qWait(50);
+        return plot.paints == before + 1;
+    };
+    QVERIFY(paintsOnce([&] {
+        for (CrossPainter *figure : qAsConst(figures))
+            figure->setPoint1X(20.0);
+    }));
+    QVERIFY(paintsOnce([&] { figures[0]->setVisible(false); }));
+    QVERIFY(paintsOnce([&] { delete figures.takeLast(); }));
+    QVERIFY(paintsOnce([&] { figures[1]->setParentItem(nullptr); }));
+    figures[1]->setPoint1X(30.0);
+    QTest::qWait(50);
+    QVERIFY(paintsOnce([&] { plot.scheduleRedraw(); }));
+    delete figures[1];
+}
+
+void tst_painters::extremeNumbers()
+{
+    PlotPoints data;
+    data.setXData({-1e308, 0.0, 1e308});
+    data.setYData({1e308, -1e308, 1e308});
+    const double infinity = std::numeric_limits<double>::infinity();
+    const std::unique_ptr<BasePainter> figures[] = {
+        std::make_unique<CrossPainter>(), std::make_unique<TextPainter>(), std::make_unique<SegmentPainter>(),
+        std::make_unique<IntegralPainter>(), std::make_unique<CustomPainter>()};
+    for (double number : {1e308, -1e308, infinity, -infinity, notANumber, 0.0}) {
+        for (const auto &figure : figures) {
+            const QMetaObject *type = figure->metaObject();
+            for (int i = BasePainter::staticMetaObject.propertyCount(); i < type->propertyCount(); ++i) {
+                const QMetaProperty property = type->property(i);
+                QVariant value;
+                if (property.userType() == QMetaType::Double)
+                    value = number;
+                else if (property.userType() == QMetaType::Int)
+                    value = number > 0.0 ? std::numeric_limits<int>::max() : std::numeric_limits<int>::min();
+                else if (property.userType() == QMetaType::QPointF)
+                    value = QPointF(number, number);
+                else if (property.userType() == qMetaTypeId<QVector<double>>())
+                    value = QVariant::fromValue(QVector<double>{number, 1.0, -number, 50.0, 60.0});
+                else if (property.userType() == qMetaTypeId<PlotData *>())
+                    value = QVariant::fromValue<PlotData *>(&data);
+                if (value.isValid())
+                    property.write(figure.get(), value);
+            }
+            figure->setProperty("label", "text");
+            for (const QRectF &visible : {range, QRectF(-1e308, -1e308, 1e308, 1e308), QRectF()}) {
+                for (float scale : {1.0f, 1e-38f, 3e38f})
+                    painted(*figure, visible, scale);
+            }
+        }
+    }
+}
+
+QTEST_MAIN(tst_painters)
+#include "tst_painters.moc"
