@@ -7,10 +7,6 @@
 
 namespace graph {
 
-namespace {
-
-// The first index after `from` whose sample lies right of `column`. Columns never fall along ascending samples, so this
-// can search; it asks for exactly the column that is drawn, whatever the rounding.
 int columnEnd(const SampleSpan &samples, const PixelMapping &mapping, int from, int column, int guess)
 {
     return from + leadingCount(samples.size() - from, guess, [&](int i) {
@@ -18,7 +14,6 @@ int columnEnd(const SampleSpan &samples, const PixelMapping &mapping, int from, 
            });
 }
 
-// The extremes of the finite values among samples first..end-1.
 MinMax finiteMinMax(const SampleSpan &samples, int first, int end)
 {
     MinMax extremes = samples.minMax(first, end);
@@ -32,6 +27,8 @@ MinMax finiteMinMax(const SampleSpan &samples, int first, int end)
     }
     return extremes;
 }
+
+namespace {
 
 class Scan
 {

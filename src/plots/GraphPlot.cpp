@@ -2,6 +2,7 @@
 
 #include "data/PlotData.h"
 #include "plots/ColumnEnvelope.h"
+#include "plots/SampleDensity.h"
 
 #include <QDebug>
 #include <QPainter>
@@ -14,19 +15,9 @@ namespace {
 
 constexpr int translucentAlpha = 96;
 
-// Samples per pixel column above which a trace is reduced to one stroke a column; a hair above 1, so that data with
-// exactly one sample a column is still drawn sample by sample.
-constexpr double densestDirectPaint = 1.001;
-
 bool isDrawable(const graph::SampleSpan &samples, int i)
 {
     return std::isfinite(samples.x(i)) && std::isfinite(samples.y(i));
-}
-
-// Samples per pixel column; NaN for a lone sample.
-double sampleDensity(const graph::SampleSpan &samples, double width, double visibleRangeX)
-{
-    return (samples.size() - 1) / ((width - 1.0) * ((samples.last().x() - samples.first().x()) / visibleRangeX));
 }
 
 // The width of one sample in pixels; a lone sample is as wide as can be.
@@ -220,8 +211,8 @@ void GraphPlot::paint(QPainter *painter)
     Frame frame{painter, samples, mapping, base, mapping.row(base), QPen(penColor())};
     frame.pen.setCapStyle(Qt::FlatCap);
 
-    const double density = sampleDensity(samples, width(), visibleRangeX());
-    if (density > densestDirectPaint && m_plotStyle != ScatterPlot && !plotData()->usePointsAsSegments())
+    const double density = graph::sampleDensity(samples, width(), visibleRangeX());
+    if (density > graph::densestDirectPaint && m_plotStyle != ScatterPlot && !plotData()->usePointsAsSegments())
         paintEnvelope(frame);
     else
         paintDirect(frame, density);

@@ -1,0 +1,131 @@
+#include "plots/AreaPlot.h"
+
+#include "plots/AreaStrokes.h"
+#include "plots/SampleDensity.h"
+
+#include <QPainter>
+#include <QPainterPath>
+
+#include <cmath>
+
+/*!
+    \qmltype AreaPlot
+    \inqmlmodule graph_plugin
+    \inherits AbstractPlot
+    \brief Fills the band between two traces, paired sample by sample.
+
+    It is valid, and drawn, while both traces have the same number of samples, at least one. Samples that are not
+    finite in either leave a gap.
+*/
+AreaPlot::AreaPlot(QQuickItem *parent)
+    : AbstractPlot(parent)
+{
+    // Giving up a data object drops all connections from it, also those of another role that it still has.
+    connect(this, SIGNAL(plotDataChanged(PlotData*)), this, SLOT(connectData()));
+}
+
+/*!
+    \qmlproperty PlotData AreaPlot::maxData
+    The upper trace, null by default. The samples' x is used for both traces, and the plot takes over the axes.
+*/
+void AreaPlot::setMaxData(PlotData *data)
+{
+    if (m_maxData == data)
+        return;
+    replace(m_maxData, data);
+    emit maxDataChanged(data);
+    handlePlotChanged();
+}
+
+/*!
+    \qmlproperty PlotData AreaPlot::minData
+    The lower trace, null by default. The plot takes over the axes.
+*/
+void AreaPlot::setMinData(PlotData *data)
+{
+    if (m_minData == data)
+        return;
+    replace(m_minData, data);
+    emit minDataChanged(data);
+    handlePlotChanged();
+}
+
+void AreaPlot::replace(QPointer<PlotData> &envelope, PlotData *data)
+{
+    if (envelope)
+        disconnect(envelope, nullptr, this, nullptr);
+    envelope = data;
+    connectData();
+    if (data && data->axisX())
+        setAxisX(data->axisX());
+    if (data && data->axisY())
+        setAxisY(data->axisY());
+}
+
+void AreaPlot::connectData()
+{
+    for (PlotData *data : {plotData(), maxData(), minData()}) {
+        if (!data)
+            continue;
+        // An envelope that is destroyed takes the plot's own data along and is announced no further.
+        connect(data, SIGNAL(destroyed()), this, SLOT(setPlotData()), Qt::UniqueConnection);
+        connect(data, SIGNAL(destroyed()), this, SLOT(update()), Qt::UniqueConnection);
+        connect(data, SIGNAL(plotChanged()), this, SLOT(handlePlotChanged()), Qt::UniqueConnection);
+        connect(data, SIGNAL(axisXChanged(ValueAxis*)), this, SLOT(setAxisX(ValueAxis*)), Qt::UniqueConnection);
+        connect(data, SIGNAL(axisYChanged(ValueAxis*)), this, SLOT(setAxisY(ValueAxis*)), Qt::UniqueConnection);
+    }
+}
+
+void AreaPlot::handlePlotChanged()
+{
+    setValid(m_maxData && m_minData && m_maxData->size() > 0 && m_maxData->size() == m_minData->size());
+    update();
+}
+
+void AreaPlot::paint(QPainter *painter)
+{
+    if (!isValid() || !m_maxData || !m_minData)
+        return;
+    const graph::SampleSpan upper = m_maxData->sampleSpan(visibleRect());
+    const graph::SampleSpan lower = m_minData->sampleSpan(visibleRect());
+    const graph::PixelMapping mapping = pixelMapping();
+    if (upper.isEmpty() || upper.size() != lower.size() || !mapping.isDrawable())
+        return;
+
+    if (renderTarget() != Image)
+        painter->translate(1.0, 1.0);
+    if (graph::sampleDensity(upper, width(), visibleRangeX()) <= graph::densestDirectPaint) {
+        fillPolygon(painter, upper, lower);
+        return;
+    }
+    QPen pen(penColor(), 1);
+    pen.setCapStyle(Qt::FlatCap);
+    painter->setPen(pen);
+    painter->drawLines(
+        graph::areaStrokes(upper, lower, mapping, graph::pixel(width()), !m_maxData->usePointsAsSegments()));
+}
+
+void AreaPlot::fillPolygon(QPainter *painter, const graph::SampleSpan &upper, const graph::SampleSpan &lower) const
+{
+    const graph::PixelMapping mapping = pixelMapping();
+    const auto isDrawable = [&](int i) {
+        return std::isfinite(upper.x(i)) && std::isfinite(upper.y(i)) && std::isfinite(lower.y(i));
+    };
+    const auto point = [&](int i, double y) {
+        return QPointF(graph::coordinate(mapping.x(upper.x(i))), graph::coordinate(mapping.y(y)));
+    };
+    QPainterPath path;
+    for (int begin = 0, end = 0; begin < upper.size(); begin = end + 1) {
+        for (end = begin; end < upper.size() && isDrawable(end); ++end) {
+            if (end == begin)
+                path.moveTo(point(end, upper.y(end)));
+            else
+                path.lineTo(point(end, upper.y(end)));
+        }
+        for (int i = end - 1; i >= begin; --i)
+            path.lineTo(point(i, lower.y(i)));
+        if (end > begin)
+            path.closeSubpath();
+    }
+    painter->fillPath(path, QBrush(penColor(), Qt::SolidPattern));
+}

@@ -1,0 +1,178 @@
+#include "support/QmlDocument.h"
+
+#include "data/PlotSeries.h"
+#include "plots/AreaPlot.h"
+#include "plots/AreaStrokes.h"
+
+#include <cmath>
+#include <random>
+
+namespace {
+
+using Rows = QPair<int, int>;
+const Rows nothing(-1, -1);
+const double notANumber = std::nan("");
+
+} // namespace
+
+class tst_areaplot : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { qmlRegisterType<AreaPlot>("charts", 1, 0, "AreaPlot"); }
+    void init();
+    void cleanup() { m_document.reset(); }
+
+    void strokesEqualPlainScan();
+    void bandIsFilled_data();
+    void bandIsFilled();
+    void validWhilePaired();
+    void destroyedEnvelope();
+    void oneObjectInEveryRole();
+
+private:
+    AreaPlot *plot() const { return m_document->object<AreaPlot>("plot"); }
+    PlotSeries *upper() const { return m_document->object<PlotSeries>("upper"); }
+    PlotSeries *lower() const { return m_document->object<PlotSeries>("lower"); }
+    QImage filled(double interval, const QVector<double> &above, const QVector<double> &below)
+    {
+        for (PlotSeries *series : {upper(), lower()})
+            series->setXInterval(interval);
+        upper()->setYData(above);
+        lower()->setYData(below);
+        return painted(plot());
+    }
+
+    std::unique_ptr<QmlDocument> m_document;
+};
+
+// 101 x 101 pixels, x and y 0..100: a value v stands in row 100 - v.
+void tst_areaplot::init()
+{
+    m_document = std::make_unique<QmlDocument>(R"(
+        Item {
+            property alias plot: plot
+            property var upper: PlotSeries { axisX: horizontal; axisY: vertical }
+            property var lower: PlotSeries {}
+            ValueAxis { id: horizontal; maxValue: 100; maxVisible: 100 }
+            ValueAxis { id: vertical; alignment: Qt.AlignLeft; maxValue: 100; maxVisible: 100 }
+            AreaPlot { id: plot; width: 101; height: 101; maxData: upper; minData: lower }
+        })");
+}
+
+void tst_areaplot::strokesEqualPlainScan()
+{
+    std::mt19937 random(5);
+    const auto uniform = [&](double low, double high) { return std::uniform_real_distribution<>(low, high)(random); };
+    for (int round = 0; round < 500; ++round) {
+        const int n = int(uniform(1, 600));
+        const int columns = int(uniform(2, 200));
+        QVector<QPointF> above(n), below(n);
+        double x = uniform(-20, 20);
+        for (int i = 0; i < n; ++i) {
+            above[i] = QPointF(x, uniform(0, 100));
+            below[i] = QPointF(x, uniform(0, 100));
+            x += random() % 4 ? 0.3 : uniform(0, 4);
+        }
+        const graph::PixelMapping mapping(0, 100, 100, 100, QSizeF(columns, 101));
+        std::vector<double> top(columns), bottom(columns);
+        int first = columns, last = -1;
+        for (int i = 0; i < n; ++i) {
+            const int c = mapping.column(above[i].x());
+            if (c < 0 || c >= columns)
+                continue;
+            if (c == last) {
+                top[c] = std::max(top[c], above[i].y());
+                bottom[c] = std::min(bottom[c], below[i].y());
+                continue;
+            }
+            for (int k = last + 1; last >= 0 && k < c; ++k) {
+                top[k] = top[last];
+                bottom[k] = bottom[last];
+            }
+            top[c] = above[i].y();
+            bottom[c] = below[i].y();
+            first = std::min(first, c);
+            last = c;
+        }
+        QVector<QLine> expected;
+        for (int c = first; c <= last; ++c)
+            expected.append(QLine(c, mapping.row(bottom[c]), c, mapping.row(top[c])));
+        QCOMPARE(graph::areaStrokes(graph::SampleSpan(above), graph::SampleSpan(below), mapping, columns, true),
+                 expected);
+    }
+}
+
+void tst_areaplot::bandIsFilled_data()
+{
+    QTest::addColumn<double>("interval");
+    QTest::addColumn<double>("missing"); // in place of the samples between x = 40 and x = 60
+    QTest::addColumn<bool>("swapped");
+    QTest::newRow("sparse") << 10.0 << 70.0 << false;
+    QTest::newRow("sparse, swapped") << 10.0 << 70.0 << true;
+    QTest::newRow("sparse, missing") << 10.0 << notANumber << false;
+    QTest::newRow("dense") << 0.25 << 70.0 << false;
+    QTest::newRow("dense, missing") << 0.25 << notANumber << false;
+    QTest::newRow("dense, infinite") << 0.25 << double(INFINITY) << false;
+}
+
+void tst_areaplot::bandIsFilled()
+{
+    QFETCH(double, interval);
+    QFETCH(double, missing);
+    QFETCH(bool, swapped);
+    const int n = int(80 / interval) + 1; // the traces end at x = 80
+    QVector<double> above(n, 70.0);
+    const QVector<double> below(n, 20.0);
+    for (int i = 0; i < n; ++i) {
+        if (i * interval >= 40 && i * interval <= 60)
+            above[i] = missing;
+    }
+    const QImage image = swapped ? filled(interval, below, above) : filled(interval, above, below);
+    QCOMPARE(paintedRows(image, 20), Rows(30, 79));
+    QCOMPARE(paintedRows(image, 50), std::isfinite(missing) ? Rows(30, 79) : nothing);
+    QCOMPARE(paintedRows(image, 90), nothing);
+}
+
+void tst_areaplot::validWhilePaired()
+{
+    QSignalSpy spy(plot(), SIGNAL(validChanged(bool)));
+    filled(10, {1, 2, 3}, {0, 1, 2});
+    QVERIFY(plot()->isValid() && spy.count() == 1);
+    QCOMPARE(plot()->axisX(), upper()->axisX());
+    const QImage image = filled(10, {1, 2, 3}, {0, 1});
+    QVERIFY(!plot()->isValid() && spy.count() == 2);
+    QCOMPARE(paintedRows(image, 5), nothing);
+    filled(10, {1, 2}, {0, 1});
+    plot()->setMinData(nullptr);
+    QVERIFY(!plot()->isValid());
+}
+
+void tst_areaplot::destroyedEnvelope()
+{
+    filled(10, {50, 50}, {20, 20});
+    plot()->setPlotData(lower());
+    QSignalSpy spy(plot(), SIGNAL(maxDataChanged(PlotData*)));
+    delete upper();
+    QVERIFY(!plot()->plotData()); // goes with it
+    QVERIFY(!plot()->maxData() && spy.isEmpty());
+    QCOMPARE(paintedRows(painted(plot()), 5), nothing);
+    QVERIFY(!plot()->isValid());
+}
+
+void tst_areaplot::oneObjectInEveryRole()
+{
+    for (const char *role : {"plotData", "minData"})
+        plot()->setProperty(role, QVariant::fromValue<PlotData *>(upper()));
+    plot()->setPlotData();
+    plot()->setMinData(lower());
+    // Still the upper trace: its changes count.
+    filled(10, {50, 50}, {20, 20});
+    QVERIFY(plot()->isValid());
+    upper()->setYData({});
+    QTRY_VERIFY(!plot()->isValid());
+}
+
+QTEST_MAIN(tst_areaplot)
+#include "tst_areaplot.moc"
