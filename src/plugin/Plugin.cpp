@@ -17,12 +17,14 @@
 #include "painters/TextPainter.h"
 #include "platform/bus/OrnData.h"
 #include "platform/ui/BaseFormatter.h"
+#include "plots/AreaPlot.h"
 #include "plots/ContainerPlot.h"
 #include "plots/GraphPlot.h"
 #include "plots/GraphPointActiveMarker.h"
 #include "plots/GraphPointPictogramMarker.h"
 #include "plots/GraphPointReflections.h"
 #include "plots/GraphPointShapes.h"
+#include "plots/HeatmapPlot.h"
 #include "plugin/Test.h"
 #include "view/base/XYScale.h"
 #include "view/frame/GraphView.h"
@@ -59,6 +61,7 @@ void Plugin::registerTypes(const char *uri)
     // The order is part of the interface: the attached type has to be known before the cursor that hands it out.
     qmlRegisterUncreatableType<AbstractPlot>(
         uri, 1, 0, "AbstractPlot", "Trying to create uncreatable: AbstractPlot. Use specific types of plots instead.");
+    qmlRegisterType<AreaPlot>(uri, 1, 0, "AreaPlot");
     qmlRegisterAnonymousType<GraphCursorAttached>(uri, 1);
     qmlRegisterType<GraphCursor>(uri, 1, 0, "GraphCursor");
     qmlRegisterType<GraphCursorY>(uri, 1, 0, "GraphCursorY");
@@ -76,6 +79,7 @@ void Plugin::registerTypes(const char *uri)
     qmlRegisterType<GraphPointActiveMarker>(uri, 1, 0, "GraphPointActiveMarker");
     qmlRegisterType<GraphPointPictogramMarker>(uri, 1, 0, "GraphPointPictogramMarker");
     qmlRegisterType<GraphView>(uri, 1, 0, "GraphView");
+    qmlRegisterType<HeatmapPlot>(uri, 1, 0, "HeatmapPlot");
     qmlRegisterType<WorldPlot>(uri, 1, 0, "WorldPlot");
     qmlRegisterType<WorldView>(uri, 1, 0, "WorldView");
     qmlRegisterType<ValueAxis>(uri, 1, 0, "ValueAxis");
