@@ -34,7 +34,7 @@ class tst_graphcursor : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase() { Plugin().registerTypes("graph_plugin"); }
+    void initTestCase() { Plugin().registerTypes("charts"); }
 
     void snaps_data()
     {
@@ -360,7 +360,7 @@ private slots:
     {
         QQmlEngine engine;
         QQmlComponent component(&engine);
-        component.setData("import QtQuick 2.15; import graph_plugin 1.0\n"
+        component.setData("import QtQuick 2.15; import charts 1.0\n"
                           "GraphCursor { width: 101; height: 51; Item {} Item {} Item {} }",
                           QUrl());
         CursorBench bench(qobject_cast<GraphCursor *>(component.create()));

@@ -1,11 +1,7 @@
 #include "cursors/CursorBench.h"
-#include "plugin/Plugin.h"
 
-#include <QQmlComponent>
-#include <QQmlEngine>
 #include <QtTest>
 
-#include <memory>
 #include <numeric>
 
 class tst_graphmarker : public QObject
@@ -13,8 +9,6 @@ class tst_graphmarker : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase() { Plugin().registerTypes("graph_plugin"); }
-
     void snapsAndTellsInOrder()
     {
         CursorBench bench;
@@ -116,29 +110,6 @@ private slots:
         QVERIFY(inkBetween(image) > 0);
         marker->setShowDelta(false);
         QCOMPARE(inkBetween(bench.painted()), 0);
-    }
-
-    void labelJoinsTheCursor()
-    {
-        QQmlEngine engine;
-        QQmlComponent component(&engine);
-        component.setData("import QtQuick 2.15; import graph_plugin 1.0\n"
-                          "GraphCursor { markers: [\n"
-                          "    GraphMarker { Item { property GraphMarker _parentMarker } },\n"
-                          "    GraphMarker { Item {} }\n"
-                          "] }",
-                          QUrl());
-        const std::unique_ptr<QObject> object(component.create());
-        auto *cursor = qobject_cast<GraphCursor *>(object.get());
-        QVERIFY2(cursor, qPrintable(component.errorString()));
-        QQmlListProperty<GraphMarker> markers = cursor->markers();
-        QCOMPARE(markers.count(&markers), 2);
-        GraphMarker *tagged = markers.at(&markers, 0);
-        QCOMPARE(tagged->label()->property("_parentMarker").value<GraphMarker *>(), tagged);
-        QCOMPARE(markers.at(&markers, 1)->label()->parentItem(), cursor);
-        QVERIFY(!markers.at(&markers, 2) && !markers.at(&markers, -1));
-        markers.clear(&markers);
-        QCOMPARE(markers.count(&markers), 0);
     }
 };
 

@@ -1,0 +1,106 @@
+import QtQuick 2.15
+import QtTest 1.15
+import graph_plugin 1.0
+
+Item {
+    id: root
+    width: 101
+    height: 51
+
+    Component {
+        id: chart
+
+        GraphView {
+            property alias cursor: cursor
+            property alias marker: marker
+            property alias reading: reading
+            property alias plot: plot
+            property alias other: other
+
+            anchors.fill: parent
+            axes: [
+                ValueAxis { id: axisX; maxValue: 10; labelsPlane: scale; linesPlane: scale },
+                ValueAxis { id: axisY; alignment: Qt.AlignLeft; maxValue: 50; labelsPlane: scale; linesPlane: scale }
+            ]
+            XYScale { id: scale }
+            GraphPlot {
+                id: plot
+                plotData: PlotSeries { axisX: axisX; axisY: axisY; yData: [0, 10, 0, 20, 0, 30, 0, 40, 0, 10, 0] }
+            }
+            GraphPlot {
+                id: other
+                plotData: PlotPoints { axisX: axisX; axisY: axisY; xData: [6, 9]; yData: [5, 15] }
+            }
+            GraphCursor {
+                id: cursor
+                markers: GraphMarker {
+                    id: marker
+                    visible: true
+                    Text { property GraphMarker _parentMarker; text: _parentMarker ? _parentMarker.formattedDelta : "" }
+                }
+                Text {
+                    id: reading
+                    GraphCursor.plot: other
+                    text: GraphCursor.formattedXValue + ": " + GraphCursor.formattedYValue
+                    x: GraphCursor.xPosOnScreen
+                    y: GraphCursor.yPosOnScreen
+                }
+            }
+        }
+    }
+
+    TestCase {
+        name: "cursor"
+        when: windowShown
+
+        function test_followsTheView() {
+            const view = createTemporaryObject(chart, root)
+            const cursor = view.cursor
+            verify(cursor.visible)
+            compare(cursor.plots.length, 2)
+            cursor.posValue = 8.2
+            compare(view.reading.text, "8: 15")
+            compare(view.reading.x, 80)
+            compare(view.reading.y, 35)
+            view.plot.visible = false
+            compare(cursor.primaryPlot, view.other)
+            compare(cursor.yValues, [15])
+            view.other.visible = false
+            verify(!cursor.visible)
+            view.plot.visible = true
+            view.plot.plotData.yData = [1, 2, 3]
+            tryCompare(cursor, "formattedYValues", ["3"])
+        }
+
+        function test_movesByKeysAndPeaks() {
+            const cursor = createTemporaryObject(chart, root).cursor
+            cursor.setPeak()
+            compare(cursor.posIndex, 7)
+            cursor.setPeakLeft()
+            compare(cursor.posIndex, 5)
+            compare(cursor.findPeak(GraphCursor.PeakRight), 7)
+            cursor.moveRight(true)
+            cursor.moveRight(true)
+            compare(cursor.posIndex, 7)
+            cursor.posIndex = 0.9
+            cursor.moveLeft()
+            compare(cursor.posIndex, 0)
+        }
+
+        function test_marksDistances() {
+            const view = createTemporaryObject(chart, root)
+            const label = view.marker.label
+            compare(label._parentMarker, view.marker)
+            compare(label.parent, view.cursor)
+            view.marker.posValue = 2
+            view.cursor.posValue = 5
+            compare(label.text, "\u0394 3")
+            compare(view.marker.formattedDeltaY, "\u0394 30")
+            view.marker.destroy()
+            tryCompare(view, "marker", null)
+            view.cursor.posValue = 6
+            verify(view.cursor.grabToImage(() => {}))
+            tryCompare(view.cursor, "color", Qt.rgba(1, 0, 0, 127 / 255))
+        }
+    }
+}
