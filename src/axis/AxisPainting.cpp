@@ -34,8 +34,8 @@ Side axisSide(const ValueAxis &axis)
 bool hasBand(const ValueAxis &axis)
 {
     const int alignment = int(axis.alignment());
-    const bool plain = alignment == Qt::AlignLeft || alignment == Qt::AlignRight || alignment == Qt::AlignTop
-        || alignment == Qt::AlignBottom;
+    const bool plain = alignment == Qt::AlignLeft || alignment == Qt::AlignRight ||
+                       alignment == Qt::AlignTop || alignment == Qt::AlignBottom;
     return plain && axis.margin() > 0;
 }
 
@@ -161,7 +161,8 @@ QVector<AxisPainting::Mark> AxisPainting::marks(const QList<qreal> &ticks) const
     visible.reserve(ticks.size());
     for (int i = 0; i < ticks.size(); ++i) {
         const double at = place(ticks.at(i));
-        if (at > -1.0 && at <= length - 1.0)
+        // Rounding may put the last tick a hair behind the last pixel, where it belongs.
+        if (at > -1.0 && at < length)
             visible.append({i, at});
     }
     return visible;
@@ -177,7 +178,8 @@ double AxisPainting::place(double value) const
 
 int AxisPainting::tickCount() const
 {
-    return m_horizontal ? m_axis.computeTickCountH(m_rect.width()) : m_axis.computeTickCountV(m_rect.height());
+    return m_horizontal ? m_axis.computeTickCountH(m_rect.width())
+                        : m_axis.computeTickCountV(m_rect.height());
 }
 
 const AxisTexts::Text &AxisPainting::text(double tick)
@@ -197,9 +199,11 @@ void AxisPainting::paintHorizontalLabels(QPainter *painter)
     const QRectF &bounds = band ? m_bounds : m_rect;
     const Side side = axisSide(m_axis);
     const int height = m_metrics.height();
+    if (height > bounds.height())
+        return;
     // Rows follow each other away from the plot in a margin, and into the plot inside it.
     const bool downwards = (side == Side::End) == band || side == Side::Middle;
-    double top = m_rect.center().y() - height / 2;
+    double top = std::floor(m_rect.center().y()) + rowDistance;
     if (side == Side::Begin)
         top = band ? m_rect.top() - rowDistance - height : m_rect.top() + rowDistance;
     else if (side == Side::End)
@@ -216,8 +220,8 @@ void AxisPainting::paintHorizontalLabels(QPainter *painter)
     room.begin = roundedPixel(bounds.left() - m_rect.left());
     room.end = roundedPixel(bounds.right() - m_rect.left());
     room.gap = gap;
-    if (!m_axis.unit().isEmpty()) {
-        const int width = m_metrics.horizontalAdvance(m_axis.unit());
+    const int width = m_metrics.horizontalAdvance(m_axis.unit());
+    if (width > 0 && width <= bounds.width()) {
         const bool ownRow = band && roomForTwo && rows == 1;
         const double right = ownRow ? m_rect.right() : bounds.right();
         const double left = std::max(right - width, bounds.left());
@@ -235,11 +239,11 @@ void AxisPainting::paintHorizontalLabels(QPainter *painter)
 void AxisPainting::paintVerticalLabels(QPainter *painter)
 {
     const bool band = hasBand(m_axis);
-    const QRectF bounds = band ? m_bounds : roomForVerticalLabels();
+    const QRectF bounds = roomForVerticalLabels(band);
     const Side side = axisSide(m_axis);
     const int height = m_metrics.height();
     const auto left = [&](int width) {
-        double wanted = m_rect.center().x() - width / 2;
+        double wanted = std::floor(m_rect.center().x()) - bandDistance - width;
         if (side == Side::Begin)
             wanted = band ? m_rect.left() - bandDistance - width : m_rect.left() + rowDistance;
         else if (side == Side::End)
@@ -251,14 +255,14 @@ void AxisPainting::paintVerticalLabels(QPainter *painter)
     room.begin = roundedPixel(bounds.top() - m_rect.top());
     room.end = roundedPixel(bounds.bottom() - m_rect.top());
     room.gap = height / 4;
-    const QString unit = m_axis.unit();
-    if (!unit.isEmpty() && bounds.height() >= height) {
+    const int unitWidth = m_metrics.horizontalAdvance(m_axis.unit());
+    if (unitWidth > 0 && unitWidth <= bounds.width() && height <= bounds.height()) {
         room.takenRow = 0;
         room.takenBegin = std::max(room.begin, -height / 2 - height);
         room.takenEnd = room.takenBegin + height;
         const QColor color = m_axis.verticalUnitLabelColor();
         painter->setPen(color.isValid() ? color : m_axis.labelColor());
-        drawText(painter, left(m_metrics.horizontalAdvance(unit)), m_rect.top() + room.takenBegin, unit);
+        drawText(painter, left(unitWidth), m_rect.top() + room.takenBegin, m_axis.unit());
         painter->setPen(m_axis.labelColor());
     }
 
@@ -268,7 +272,8 @@ void AxisPainting::paintVerticalLabels(QPainter *painter)
     const QVector<LabelSpan> labels = chosenSpans(visible, 1, room);
     for (const PlacedLabel &label : placedLabels(labels, room)) {
         const AxisTexts::Text &shown = text(m_ticks.at(label.index));
-        drawText(painter, left(shown.width), m_rect.top() + label.start, shown.text);
+        if (shown.width <= bounds.width())
+            drawText(painter, left(shown.width), m_rect.top() + label.start, shown.text);
     }
 }
 
@@ -283,7 +288,7 @@ QVector<LabelSpan> AxisPainting::spans(const QVector<Mark> &marks, double stride
         const double tick = m_ticks.at(mark.index);
         const int row = rows == 2 && std::fmod(ordinal / stride, 2.0) != 0.0 ? 1 : 0;
         if (!text(tick).text.isEmpty())
-            labels.append({mark.index, mark.place, extent(tick), row});
+            labels.append({mark.index, labelCenter(mark.place, extent(tick)), extent(tick), row});
     }
     return labels;
 }
@@ -292,25 +297,31 @@ QVector<LabelSpan> AxisPainting::chosenSpans(const QVector<Mark> &marks, int row
 {
     const int length = pixel(m_horizontal ? m_rect.width() : m_rect.height());
     const int overhang = std::max(std::min(-room.begin, room.end - length), 0);
-    const double stride = m_positions.isEmpty() ? gridStride(marks, rows, room.gap, overhang)
-                                                : listStride(rows, room.gap);
+    const double stride =
+        m_positions.isEmpty() ? gridStride(marks, rows, room.gap, overhang) : listStride(rows, room.gap);
     return stride > 0.0 ? spans(marks, stride, rows) : QVector<LabelSpan>();
 }
 
-// The stride for evenly spaced ticks. It depends on nothing that changes while the axis is panned, apart from the
-// widths of the labels themselves: these count all alike, as if all of them were moved inside at the ends.
+// The stride for evenly spaced ticks. It depends on nothing that changes while the axis is panned, apart from
+// the widths of the labels themselves: these count all alike, as if all of them were moved inside at the
+// ends.
 double AxisPainting::gridStride(const QVector<Mark> &marks, int rows, int gap, int overhang)
 {
+    const double length = m_horizontal ? m_rect.width() : m_rect.height();
     const double distance = rows * std::abs(place(m_interval) - place(0.0));
     const int rounding = 2;
     int widest = m_horizontal ? gap : m_metrics.height();
-    for (const double end : {std::ceil(m_axis.minValue() / m_interval), std::floor(m_axis.maxValue() / m_interval)}) {
+    for (const double end :
+         {std::ceil(m_axis.minValue() / m_interval), std::floor(m_axis.maxValue() / m_interval)}) {
         if (m_horizontal && std::isfinite(end * m_interval))
             widest = std::max(widest, text(end * m_interval).width);
     }
     for (;;) {
-        const int moved = std::max(widest / 2 - overhang, 0);
-        const double stride = labelStride(distance, widest + moved + gap + rounding);
+        const int moved = std::max((labelStandsOnLine() ? widest : widest / 2) - overhang, 0);
+        double stride = labelStride(distance, widest + moved + gap + rounding);
+        if (stride * distance > rows * length)
+            stride = labelStride(distance,
+                                 widest + gap + rounding); // better one label less at an end than one in all
         int found = widest;
         for (const LabelSpan &label : stride > 0.0 ? spans(marks, stride, rows) : QVector<LabelSpan>())
             found = std::max(found, label.extent);
@@ -320,7 +331,8 @@ double AxisPainting::gridStride(const QVector<Mark> &marks, int rows, int gap, i
     }
 }
 
-// The stride for ticks from a list. All of them count, not only the visible ones, so that it stays while panning.
+// The stride for ticks from a list. All of them count, not only the visible ones, so that it stays while
+// panning.
 double AxisPainting::listStride(int rows, int gap)
 {
     double stride = 1.0;
@@ -343,19 +355,33 @@ int AxisPainting::extent(double tick)
     return m_horizontal ? text(tick).width : m_metrics.height();
 }
 
-// Inside the plot area the rows of horizontal axes are kept free, or the numbers of both would meet in the corner.
-QRectF AxisPainting::roomForVerticalLabels() const
+// Inside the plot area a grid line would strike the number of a vertical axis through.
+bool AxisPainting::labelStandsOnLine() const
 {
-    QRectF room = m_rect;
+    return !m_horizontal && !hasBand(m_axis);
+}
+
+double AxisPainting::labelCenter(double place, int extent) const
+{
+    return labelStandsOnLine() ? place - extent / 2 : place;
+}
+
+// The numbers of horizontal axes have their rows to themselves, or those of both would meet in the corner.
+// Outside the plot area rows may be entered as far as they and the digits leave free.
+QRectF AxisPainting::roomForVerticalLabels(bool band) const
+{
+    QRectF room = band ? m_bounds : m_rect;
+    const int free = m_metrics.descent() + m_metrics.ascent() - m_metrics.capHeight();
     for (const ValueAxis *axis : planeAxes(m_axis.labelsPlane())) {
-        if (!axis || axis->orientation() != Qt::Horizontal || !showsLabels(*axis) || hasBand(*axis))
+        if (!axis || axis->orientation() != Qt::Horizontal || !showsLabels(*axis) || hasBand(*axis) != band)
             continue;
         const int rows = axis->staggered() ? 2 : 1;
         const int height = rows * QFontMetrics(axis->labelFont()).height() + rowDistance;
+        const int inset = band ? -free : height;
         if (axisSide(*axis) == Side::End)
-            room.setBottom(std::min(room.bottom(), m_rect.bottom() - height));
+            room.setBottom(std::min(room.bottom(), m_rect.bottom() - inset));
         else if (axisSide(*axis) == Side::Begin)
-            room.setTop(std::max(room.top(), m_rect.top() + height));
+            room.setTop(std::max(room.top(), m_rect.top() + inset));
     }
     return room;
 }

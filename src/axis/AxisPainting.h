@@ -44,7 +44,9 @@ private:
     double listStride(int rows, int gap);
     int extent(double tick);
 
-    QRectF roomForVerticalLabels() const;
+    bool labelStandsOnLine() const;
+    double labelCenter(double place, int extent) const;
+    QRectF roomForVerticalLabels(bool band) const;
     void drawText(QPainter *painter, double left, double top, const QString &text) const;
 
     ValueAxis &m_axis;

@@ -46,7 +46,8 @@ public:
             keepIfFree(end - 1);
         for (int i = begin + 1; i < end - 1; ++i)
             keepIfFree(i);
-        std::sort(m_kept.begin(), m_kept.end(), [](const Kept &a, const Kept &b) { return a.begin < b.begin; });
+        std::sort(m_kept.begin(), m_kept.end(),
+                  [](const Kept &a, const Kept &b) { return a.begin < b.begin; });
         for (const Kept &kept : std::as_const(m_kept))
             placed.append({m_labels.at(kept.label).index, kept.begin, m_labels.at(kept.label).row});
     }

@@ -14,7 +14,8 @@ struct LabelSpan
     int row = 0;
 };
 
-// Where labels may stand: within begin..end, gap apart, and not where something else stands in one of the rows.
+// Where labels may stand: within begin..end, gap apart, and not where something else stands in one of the
+// rows.
 struct LabelRoom
 {
     int begin = 0;
@@ -32,21 +33,23 @@ struct PlacedLabel
     int row = 0;
 };
 
-// The least of 1, 2, 5, 10, 20, 50 ... that, times the distance of ticks, leaves room for extent; 0 when there is
-// none, as for a distance that is 0 or not finite.
+// The least of 1, 2, 5, 10, 20, 50 ... that, times the distance of ticks, leaves room for extent; 0 when
+// there is none, as for a distance that is 0 or not finite.
 double labelStride(double distance, double extent);
 
 // The places of ticks on the grid of interval, counted from 0; empty when they do not stand on it.
 QVector<double> tickOrdinals(const QList<qreal> &ticks, double interval);
 
-// The places of ticks in positions, of which they are a part in the same order; else the places in their own list.
+// The places of ticks in positions, of which they are a part in the same order; else the places in their own
+// list.
 QVector<double> tickOrdinals(const QList<qreal> &ticks, const QList<qreal> &positions);
 
-// Whether labels that follow each other in a row stay gap apart. Labels on one and the same pixel count as one.
+// Whether labels that follow each other in a row stay gap apart. Labels on one and the same pixel count as
+// one.
 bool keepsGap(QVector<LabelSpan> labels, int gap);
 
-// The labels that can stand whole and apart, by their places. Those beyond the room are moved inside; the first and
-// the last of a row go before the others, what is taken before all.
+// The labels that can stand whole and apart, by their places. Those beyond the room are moved inside; the
+// first and the last of a row go before the others, what is taken before all.
 QVector<PlacedLabel> placedLabels(QVector<LabelSpan> labels, const LabelRoom &room);
 
 } // namespace graph

@@ -6,8 +6,8 @@ class QQuickItem;
 class ValueAxis;
 class XYScale;
 
-// Axes refer to the planes they are drawn on without knowing their class, which is built on top of the axes; the
-// plane's own source file answers these questions for them.
+// Axes refer to the planes they are drawn on without knowing their class, which is built on top of the axes;
+// the plane's own source file answers these questions for them.
 namespace graph {
 
 // The plane as an item, to watch its lifetime and read its size; null for null.

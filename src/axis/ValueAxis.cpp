@@ -33,11 +33,11 @@ double axisBaseline(ValueAxis *axis)
     \inqmlmodule graph_plugin
     \brief One value axis: its range, what of it is visible, its ticks and its labels.
 
-    Two axes on one side of a plane would cover each other's labels, because a margin is shared: put one of them on
-    the other side.
+    Two axes on one side of a plane would cover each other's labels, because a margin is shared: put one of
+   them on the other side.
 
-    An axis whose plot is zoomed takes its visible range from the zoom rectangle; what was written to minVisible and
-    maxVisible before is lost then.
+    An axis whose plot is zoomed takes its visible range from the zoom rectangle; what was written to
+   minVisible and maxVisible before is lost then.
 */
 ValueAxis::ValueAxis(QObject *parent)
     : QObject(parent)
@@ -97,8 +97,8 @@ XYScale *ValueAxis::linesPlane() const
 
 /*!
     \qmlproperty int ValueAxis::requiredMargin
-    The margin in pixels that the labels of the full range need; write \c {margin: requiredMargin} to have it. It does
-    not change while zooming.
+    The margin in pixels that the labels of the full range need; write \c {margin: requiredMargin} to have it.
+   It does not change while zooming.
 */
 int ValueAxis::requiredMargin() const
 {
@@ -193,8 +193,9 @@ double ValueAxis::tickSpacing(int count, double range) const
     if (m_customInterval != 0.0)
         return m_customInterval;
     const double factor = localizationFactor();
-    const double spacing = m_tickInterval == ScaledBinary ? graph::binaryInterval(range * factor, count)
-                                                          : graph::decimalInterval(range * factor, count, m_ticks);
+    const double spacing = m_tickInterval == ScaledBinary
+                               ? graph::binaryInterval(range * factor, count)
+                               : graph::decimalInterval(range * factor, count, m_ticks);
     return spacing / factor;
 }
 
@@ -243,8 +244,9 @@ void ValueAxis::paintLabels(QPainter *painter, const QRectF &rect)
 
 /*!
     \qmlproperty enumeration ValueAxis::alignment
-    The side of the plane: Qt.AlignBottom (default), AlignTop, AlignVCenter and AlignBaseline make the axis horizontal,
-    all others vertical. Give it as a plain literal, so that it is known before plots take the axis.
+    The side of the plane: Qt.AlignBottom (default), AlignTop, AlignVCenter and AlignBaseline make the axis
+   horizontal, all others vertical. Give it as a plain literal, so that it is known before plots take the
+   axis.
 */
 void ValueAxis::setAlignment(Qt::Alignment alignment)
 {
@@ -313,8 +315,8 @@ void ValueAxis::setMaxValue(double maxValue)
 
 /*!
     \qmlproperty double ValueAxis::minVisible
-    The begin of the visible range. On a zoomed chart a write goes through the zoom rectangle, which clamps it against
-    the other edge: write the farther edge first.
+    The begin of the visible range. On a zoomed chart a write goes through the zoom rectangle, which clamps it
+   against the other edge: write the farther edge first.
 */
 void ValueAxis::setMinVisible(double minVisible)
 {
@@ -372,8 +374,8 @@ void ValueAxis::setVisibleRange(double visibleRange)
 
 /*!
     \qmlproperty color ValueAxis::lineColor
-    The colour of the grid lines, black by default. Like the other line properties it shows with the next repaint;
-    linePen is another name for it.
+    The colour of the grid lines, black by default. Like the other line properties it shows with the next
+   repaint; linePen is another name for it.
 */
 void ValueAxis::setLineColor(const QColor &color)
 {
@@ -430,7 +432,8 @@ void ValueAxis::setLabelFont(const QFont &font)
 
 /*!
     \qmlproperty int ValueAxis::margin
-    The room beside the plot area for the labels, in pixels. With 0, the default, they stand inside the plot area.
+    The room beside the plot area for the labels, in pixels. With 0, the default, they stand inside the plot
+   area.
 */
 void ValueAxis::setMargin(int margin)
 {
@@ -490,8 +493,9 @@ void ValueAxis::setAxisStyle(AxisStyle style)
 
 /*!
     \qmlproperty enumeration ValueAxis::tickInterval
-    ScaledDecimal (default) and ScaledBinary search a round spacing for numTicks ticks, DisplayDynamic for as many as
-    dynamicTicksRatio of the axis' length has room for; FixedTicks shows those of the ticks that are visible.
+    ScaledDecimal (default) and ScaledBinary search a round spacing for numTicks ticks, DisplayDynamic for as
+   many as dynamicTicksRatio of the axis' length has room for; FixedTicks shows those of the ticks that are
+   visible.
 */
 void ValueAxis::setTickInterval(TickInterval interval)
 {
@@ -533,8 +537,8 @@ void ValueAxis::setBaseline(double baseline)
 
 /*!
     \qmlproperty list<real> ValueAxis::ticks
-    The positions of FixedTicks. Otherwise the mantissas that a decimal spacing may have, ascending: 1, 1.5, 2, 2.5, 5
-    and 10 by default.
+    The positions of FixedTicks. Otherwise the mantissas that a decimal spacing may have, ascending: 1, 1.5,
+   2, 2.5, 5 and 10 by default.
 */
 void ValueAxis::setTicks(const QList<qreal> &ticks)
 {
@@ -558,8 +562,8 @@ void ValueAxis::setTickLabels(const QStringList &labels)
 
 /*!
     \qmlproperty BaseFormatter ValueAxis::formatter
-    Makes the texts of the labels; null, the default, shows tickLabels and plain numbers. The axis adopts a formatter
-    that has no parent.
+    Makes the texts of the labels; null, the default, shows tickLabels and plain numbers. The axis adopts a
+   formatter that has no parent.
 */
 void ValueAxis::setFormatter(BaseFormatter *formatter)
 {

@@ -17,8 +17,8 @@
 class QPainter;
 class XYScale;
 
-// One value axis: its full and its visible range, its ticks and their texts, and how a plane draws them. With a zoom
-// rectangle the visible range follows the rectangle's edges, and writes to it go there.
+// One value axis: its full and its visible range, its ticks and their texts, and how a plane draws them. With
+// a zoom rectangle the visible range follows the rectangle's edges, and writes to it go there.
 class ValueAxis : public QObject
 {
     Q_OBJECT
@@ -37,8 +37,8 @@ class ValueAxis : public QObject
     Q_PROPERTY(int lineWidth READ lineWidth WRITE setLineWidth)
     Q_PROPERTY(Qt::PenStyle lineStyle READ lineStyle WRITE setLineStyle)
     Q_PROPERTY(QColor labelColor READ labelColor WRITE setLabelColor)
-    Q_PROPERTY(QColor verticalUnitLabelColor READ verticalUnitLabelColor WRITE setVerticalUnitLabelColor NOTIFY
-                   verticalUnitLabelColorChanged)
+    Q_PROPERTY(QColor verticalUnitLabelColor READ verticalUnitLabelColor WRITE setVerticalUnitLabelColor
+                   NOTIFY verticalUnitLabelColorChanged)
     Q_PROPERTY(QFont labelFont READ labelFont WRITE setLabelFont NOTIFY labelFontChanged)
     Q_PROPERTY(int margin READ margin WRITE setMargin NOTIFY marginChanged)
     Q_PROPERTY(bool staggered READ staggered WRITE setStaggered NOTIFY staggeredChanged)

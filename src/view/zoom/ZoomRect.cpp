@@ -41,10 +41,11 @@ void follow(QObject *sender, const char *signal, QObject *receiver, const char *
 /*!
     \qmltype ZoomRect
     \inqmlmodule graph_plugin
-    \brief The visible part of a chart as a rectangle in the unit square that stands for the whole data extent.
+    \brief The visible part of a chart as a rectangle in the unit square that stands for the whole data
+   extent.
 
-    A GraphView creates one and gives it to its plots, which give it to their axes. NaN is ignored by every operation;
-    values out of range, also infinite ones, are clamped.
+    A GraphView creates one and gives it to its plots, which give it to their axes. NaN is ignored by every
+   operation; values out of range, also infinite ones, are clamped.
 */
 ZoomRect::ZoomRect(QObject *parent)
     : QObject(parent)
@@ -120,9 +121,10 @@ bool ZoomRect::setChanging(bool changing)
 void ZoomRect::emitRectChanged()
 {
     const QRectF rect(m_left, m_top, m_width, m_height);
-    const bool same = graph::fuzzyEqual(rect.x(), m_lastRect.x()) && graph::fuzzyEqual(rect.y(), m_lastRect.y())
-        && graph::fuzzyEqual(rect.width(), m_lastRect.width())
-        && graph::fuzzyEqual(rect.height(), m_lastRect.height());
+    const bool same = graph::fuzzyEqual(rect.x(), m_lastRect.x()) &&
+                      graph::fuzzyEqual(rect.y(), m_lastRect.y()) &&
+                      graph::fuzzyEqual(rect.width(), m_lastRect.width()) &&
+                      graph::fuzzyEqual(rect.height(), m_lastRect.height());
     if (same)
         return;
     m_lastRect = rect;
@@ -155,8 +157,8 @@ void ZoomRect::updateFlickableContentY()
 
 /*!
     \qmlmethod double ZoomRect::mapToItemX(double x)
-    Pixels of the parent item; like all mappings 0 without a parent item or where its size or the visible part is 0.
-    The vertical item mappings do not flip, the vertical content mappings do.
+    Pixels of the parent item; like all mappings 0 without a parent item or where its size or the visible part
+   is 0. The vertical item mappings do not flip, the vertical content mappings do.
 */
 double ZoomRect::mapToItemX(double x) const
 {
@@ -236,7 +238,8 @@ QRectF ZoomRect::mapRectFromItem(const QRectF &rect) const
 
 /*!
     \qmlproperty double ZoomRect::width
-    The visible fraction of the horizontal extent, 1 by default, at least minWidth. A write keeps the left edge.
+    The visible fraction of the horizontal extent, 1 by default, at least minWidth. A write keeps the left
+   edge.
 */
 void ZoomRect::setWidth(double width)
 {
@@ -338,8 +341,8 @@ void ZoomRect::setBottom(double bottom)
 
 /*!
     \qmlproperty rect ZoomRect::boundingRect
-    What the visible rectangle must stay inside from its next change on, the unit square by default. Ignored unless
-    all of it is finite.
+    What the visible rectangle must stay inside from its next change on, the unit square by default. Ignored
+   unless all of it is finite.
 */
 void ZoomRect::setBoundingRect(const QRectF &rect)
 {
@@ -385,8 +388,8 @@ void ZoomRect::setZoomAxis(Qt::Orientations zoomAxis)
 
 /*!
     \qmlmethod ZoomRect::zoomX(double width, double center)
-    Makes \a width visible; the point \a center keeps its place. scaleX() moves that point to the middle instead, but
-    not when the width stays the same.
+    Makes \a width visible; the point \a center keeps its place. scaleX() moves that point to the middle
+   instead, but not when the width stays the same.
 */
 void ZoomRect::zoomX(double width, double center)
 {
@@ -434,8 +437,8 @@ void ZoomRect::scale(const QVector2D &scale, const QPointF &center)
 
 /*!
     \qmlmethod bool ZoomRect::moveLeft(double left)
-    Pans as far as the bounds allow; like moveRight(), moveTop(), moveBottom() and setPosition() it tells whether
-    anything moved.
+    Pans as far as the bounds allow; like moveRight(), moveTop(), moveBottom() and setPosition() it tells
+   whether anything moved.
 */
 bool ZoomRect::moveLeft(double left)
 {
@@ -508,7 +511,8 @@ bool ZoomRect::setPosition(const QPointF &position)
 
 /*!
     \qmlmethod ZoomRect::setCenterAndZoom(vector2d scale, point center)
-    Shows a part of the size \a scale around \a center, whatever zoomAxis says. Ignored when any of the four is NaN.
+    Shows a part of the size \a scale around \a center, whatever zoomAxis says. Ignored when any of the four
+   is NaN.
 */
 void ZoomRect::setCenterAndZoom(const QVector2D &scale, const QPointF &center)
 {

@@ -7,8 +7,8 @@
 #include <QRectF>
 #include <QVector2D>
 
-// The visible part of a chart, in fractions of the whole data extent. Axes and plots follow it, a flickable may be
-// kept in step with it, and the item it is parented to supplies the pixel size of the mappings.
+// The visible part of a chart, in fractions of the whole data extent. Axes and plots follow it, a flickable
+// may be kept in step with it, and the item it is parented to supplies the pixel size of the mappings.
 class ZoomRect : public QObject
 {
     Q_OBJECT

@@ -1,0 +1,129 @@
+#include "axis/LabelLayout.h"
+
+#include <QRandomGenerator>
+#include <QtTest>
+
+#include <cmath>
+#include <limits>
+
+using namespace graph;
+
+class tst_labellayout : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void strides_data();
+    void strides();
+    void ordinals();
+    void gapsCountPerRow();
+    void endsComeFirst();
+    void takenRoomStaysFree();
+    void neverOverlapping();
+};
+
+void tst_labellayout::strides_data()
+{
+    QTest::addColumn<double>("distance");
+    QTest::addColumn<double>("extent");
+    QTest::addColumn<double>("stride");
+    QTest::newRow("room for all") << 40.0 << 40.0 << 1.0;
+    QTest::newRow("a little too narrow") << 39.9 << 40.0 << 2.0;
+    QTest::newRow("every fifth") << 10.0 << 40.0 << 5.0;
+    QTest::newRow("every fiftieth") << 1.0 << 40.0 << 50.0;
+    QTest::newRow("finer than pixels") << 0.0004 << 40.0 << 100000.0;
+    QTest::newRow("no distance") << 0.0 << 40.0 << 0.0;
+    QTest::newRow("NaN") << std::nan("") << 40.0 << 0.0;
+    QTest::newRow("too far apart to count") << std::numeric_limits<double>::infinity() << 40.0 << 0.0;
+    QTest::newRow("too near to count") << 1e-300 << 40.0 << 0.0;
+}
+
+void tst_labellayout::strides()
+{
+    QFETCH(double, distance);
+    QFETCH(double, extent);
+    QTEST(labelStride(distance, extent), "stride");
+}
+
+void tst_labellayout::ordinals()
+{
+    double sum = 2.4e9;
+    QList<qreal> grid;
+    for (int i = 0; i < 100; ++i, sum += 0.2)
+        grid.append(sum);
+    QCOMPARE(tickOrdinals(grid, 0.2).last(), 1.2e10 + 99);
+    QCOMPARE(tickOrdinals({-2, 0, 2}, 2.0), (QVector<double>{-1, 0, 1}));
+    QVERIFY(tickOrdinals({0, 1, 2.5}, 1.0).isEmpty());
+    QVERIFY(tickOrdinals({1.0}, 0.0).isEmpty());
+    QCOMPARE(tickOrdinals({1, 2, 2}, QList<qreal>{3, 1, 7, 2, 2}), (QVector<double>{1, 3, 4}));
+    QCOMPARE(tickOrdinals({1, 9}, QList<qreal>{3, 1, 7}), (QVector<double>{0, 1}));
+}
+
+void tst_labellayout::gapsCountPerRow()
+{
+    QVERIFY(keepsGap({{0, 0.0, 20, 0}, {1, 25.0, 20, 0}}, 5));
+    QVERIFY(!keepsGap({{1, 24.9, 20, 0}, {0, 0.0, 20, 0}}, 5));
+    QVERIFY(keepsGap({{0, 0.0, 20, 0}, {1, 10.0, 20, 1}, {2, 25.0, 20, 0}}, 5));
+    QVERIFY(keepsGap({{0, 10.0, 20, 0}, {1, 10.5, 20, 0}}, 5));
+}
+
+void tst_labellayout::endsComeFirst()
+{
+    LabelRoom room;
+    room.end = 100;
+    room.gap = 4;
+    // The labels at both ends are moved inside and push their neighbours out.
+    const auto placed = placedLabels(
+        {{0, 0.0, 20, 0}, {1, 22.0, 16, 0}, {2, 50.0, 16, 0}, {3, 78.0, 16, 0}, {4, 99.0, 20, 0}}, room);
+    QCOMPARE(placed.size(), 3);
+    QCOMPARE(placed.at(0).start, 0);
+    QCOMPARE(placed.at(1).start, 42);
+    QCOMPARE(placed.at(2).start, 80);
+    // With room beyond the ends nothing moves.
+    room.begin = -10;
+    room.end = 110;
+    QCOMPARE(placedLabels({{0, 0.0, 20, 0}, {1, 99.0, 20, 0}}, room).at(0).start, -10);
+    QCOMPARE(placedLabels({{0, 50.0, 200, 0}}, room).size(), 0);
+    QCOMPARE(placedLabels({}, room).size(), 0);
+}
+
+void tst_labellayout::takenRoomStaysFree()
+{
+    LabelRoom room;
+    room.end = 100;
+    room.gap = 4;
+    room.takenRow = 1;
+    room.takenBegin = 70;
+    room.takenEnd = 100;
+    const auto placed =
+        placedLabels({{0, 90.0, 20, 0}, {1, 57.0, 20, 1}, {2, 56.0, 20, 1}, {3, 90.0, 20, 1}}, room);
+    QCOMPARE(placed.size(), 2);
+    QCOMPARE(placed.at(0).index, 0);
+    QCOMPARE(placed.at(1).index, 2);
+}
+
+void tst_labellayout::neverOverlapping()
+{
+    QRandomGenerator random(5);
+    for (int round = 0; round < 2000; ++round) {
+        LabelRoom room;
+        room.begin = -random.bounded(30);
+        room.end = 300 + random.bounded(30);
+        room.gap = random.bounded(10);
+        QVector<LabelSpan> labels;
+        const int count = random.bounded(40);
+        for (int i = 0; i < count; ++i)
+            labels.append({i, random.bounded(300.0), 1 + random.bounded(60), random.bounded(2)});
+        const QVector<PlacedLabel> placed = placedLabels(labels, room);
+        QCOMPARE(placed.isEmpty(), labels.isEmpty());
+        for (int i = 0; i < placed.size(); ++i) {
+            const int end = placed.at(i).start + labels.at(placed.at(i).index).extent;
+            QVERIFY(placed.at(i).start >= room.begin && end <= room.end);
+            if (i + 1 < placed.size() && placed.at(i + 1).row == placed.at(i).row)
+                QVERIFY(placed.at(i + 1).start >= end + room.gap);
+        }
+    }
+}
+
+QTEST_MAIN(tst_labellayout)
+#include "tst_labellayout.moc"
