@@ -4,7 +4,8 @@
 
 namespace gallery {
 
-// A process that never outlives this program: asked to end by stop(), and by the system if this program is killed.
+// A process that never outlives this program: asked to end by stop(), and by the system if this program is
+// killed.
 class ChildProcess : public QProcess
 {
     Q_OBJECT

@@ -16,8 +16,8 @@ void setDefaultVariable(const char *name, const QByteArray &value)
 
 bool hasNoDisplay()
 {
-    return qEnvironmentVariableIsEmpty("DISPLAY") && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY")
-        && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM");
+    return qEnvironmentVariableIsEmpty("DISPLAY") && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") &&
+           qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM");
 }
 
 HeadlessDrawing::HeadlessDrawing()

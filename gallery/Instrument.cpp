@@ -26,7 +26,8 @@ Instrument::Instrument(const QString &program, QObject *parent)
     m_watcher.setConnection(QDBusConnection::sessionBus());
     connect(&m_watcher, &QDBusServiceWatcher::serviceRegistered, this, &Instrument::handleRegistered);
     connect(&m_watcher, &QDBusServiceWatcher::serviceUnregistered, this, &Instrument::handleUnregistered);
-    connect(&m_process, QOverload<int, QProcess::ExitStatus>::of(&QProcess::finished), this, &Instrument::handleEnd);
+    connect(&m_process, QOverload<int, QProcess::ExitStatus>::of(&QProcess::finished), this,
+            &Instrument::handleEnd);
     connect(&m_process, &QProcess::errorOccurred, this, [this](QProcess::ProcessError error) {
         if (error == QProcess::FailedToStart)
             handleEnd();
@@ -48,7 +49,8 @@ void Instrument::run(const QString &service, const QStringList &simulatorArgumen
     if (!service.isEmpty() && bus) {
         const QString name = busPrefix + service;
         m_watcher.addWatchedService(name);
-        // The name of a simulator that has just ended may still be there; its going is then the time to start.
+        // The name of a simulator that has just ended may still be there; its going is then the time to
+        // start.
         m_ready = bus->isServiceRegistered(name);
         if (!m_ready)
             start();
@@ -72,8 +74,8 @@ void Instrument::handleEnd()
     m_restartTimer.start(m_restartDelay);
     m_restartDelay = qMin(2 * m_restartDelay, longestRestartDelay);
     m_errorText = m_process.error() == QProcess::FailedToStart
-        ? QString("The simulated instrument cannot be started: %1").arg(m_process.errorString())
-        : QString("The simulated instrument ended with status %1.").arg(m_process.exitCode());
+                      ? QString("The simulated instrument cannot be started: %1").arg(m_process.errorString())
+                      : QString("The simulated instrument ended with status %1.").arg(m_process.exitCode());
     emit changed();
 }
 

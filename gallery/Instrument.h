@@ -10,8 +10,8 @@
 
 namespace gallery {
 
-// The instrument of the page that is open. One that is on the bus already is used as it is, otherwise a simulated one
-// starts as a process of its own, and again when it dies.
+// The instrument of the page that is open. One that is on the bus already is used as it is, otherwise a
+// simulated one starts as a process of its own, and again when it dies.
 class Instrument : public QObject
 {
     Q_OBJECT
@@ -19,7 +19,8 @@ class Instrument : public QObject
 public:
     explicit Instrument(const QString &program, QObject *parent = nullptr);
 
-    // Ends the simulator that runs and sees to it that `service` is on the bus; an empty name means none is wanted.
+    // Ends the simulator that runs and sees to it that `service` is on the bus; an empty name means none is
+    // wanted.
     void run(const QString &service, const QStringList &simulatorArguments);
     // True once its values can be read from the bus.
     bool isReady() const { return m_ready; }

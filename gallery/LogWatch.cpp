@@ -9,7 +9,7 @@ namespace gallery {
 
 namespace {
 
-std::atomic<int> warnings{ 0 };
+std::atomic<int> warnings{0};
 
 void countedMessage(QtMsgType type, const QMessageLogContext &context, const QString &text)
 {

@@ -29,43 +29,46 @@ CommandLineAnswer parsedCommandLine(const QStringList &arguments, Options *optio
     const QCommandLineOption page("page", "Open this page.", "name");
     const QCommandLineOption shot("shot", "Draw the page to a picture and leave.", "file");
     const QCommandLineOption shots("shots", "Draw every page to a picture and leave.", "folder");
-    const QCommandLineOption size("size", "Size of the screen: 1024x600 (default), 800x480, ...", "WxH", "1024x600");
+    const QCommandLineOption size("size", "Size of the screen: 1024x600 (default), 800x480, ...", "WxH",
+                                  "1024x600");
     const QCommandLineOption seed("seed", "Start value of the simulated instruments.", "number", "1");
     const QCommandLineOption replay("replay", "Open a page that shows this recording.", "file");
     const QCommandLineOption list("list", "Name the pages and leave.");
     QCommandLineParser parser;
     parser.setApplicationDescription("Shows what the chart items do, fed by simulated instruments.");
-    parser.addOptions({ page, shot, shots, size, seed, replay, list });
+    parser.addOptions({page, shot, shots, size, seed, replay, list});
     const QCommandLineOption help = parser.addHelpOption();
 
     if (!parser.parse(arguments))
-        return { parser.errorText(), badUsage };
+        return {parser.errorText(), badUsage};
     if (parser.isSet(help))
-        return { parser.helpText(), 0 };
+        return {parser.helpText(), 0};
     if (!parser.positionalArguments().isEmpty())
-        return { "Unexpected argument: " + parser.positionalArguments().first(), badUsage };
+        return {"Unexpected argument: " + parser.positionalArguments().first(), badUsage};
 
     options->list = parser.isSet(list);
     options->pictureFile = parser.value(shot);
     options->pictureFolder = parser.value(shots);
     options->replayFile = parser.value(replay);
     if (parser.isSet(shot) && parser.isSet(shots))
-        return { "--shot draws one page, --shots all of them: give one of the two.", badUsage };
+        return {"--shot draws one page, --shots all of them: give one of the two.", badUsage};
     if (!options->replayFile.isEmpty() && !QFileInfo(options->replayFile).isReadable())
-        return { "Cannot read the recording " + options->replayFile, badUsage };
+        return {"Cannot read the recording " + options->replayFile, badUsage};
 
     options->size = parsedSize(parser.value(size));
     if (!options->size.isValid())
-        return { "--size wants WIDTHxHEIGHT, at least 480x320.", badUsage };
+        return {"--size wants WIDTHxHEIGHT, at least 480x320.", badUsage};
     bool isNumber = false;
     options->seed = parser.value(seed).toInt(&isNumber);
     if (!isNumber)
-        return { "--seed wants a whole number.", badUsage };
+        return {"--seed wants a whole number.", badUsage};
 
-    options->page = parser.isSet(page) ? parser.value(page) : options->replayFile.isEmpty() ? "home" : "replay";
+    options->page = parser.isSet(page)              ? parser.value(page)
+                    : options->replayFile.isEmpty() ? "home"
+                                                    : "replay";
     const PageList pages = availablePages(*options);
     if (!pageNamed(pages, options->page))
-        return { "There is no page " + options->page + ". Pages: " + pageNames(pages).join(", "), badUsage };
+        return {"There is no page " + options->page + ". Pages: " + pageNames(pages).join(", "), badUsage};
     return {};
 }
 

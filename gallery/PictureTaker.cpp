@@ -74,7 +74,8 @@ void PictureTaker::handleGrab()
 {
     const QImage picture = m_grab->image().convertToFormat(QImage::Format_RGB32);
     m_grab.reset();
-    // Layout and coalesced changes settle over a few passes of the event loop: the picture that comes twice counts.
+    // Layout and coalesced changes settle over a few passes of the event loop: the picture that comes twice
+    // counts.
     if (picture.isNull() || picture != m_lastPicture) {
         m_lastPicture = picture;
         m_lookTimer.start();

@@ -13,7 +13,8 @@ namespace gallery {
 
 class Shell;
 
-// Opens one page after the other and saves each as a picture as soon as it is ready and does not change any more.
+// Opens one page after the other and saves each as a picture as soon as it is ready and does not change any
+// more.
 class PictureTaker : public QObject
 {
     Q_OBJECT
@@ -21,7 +22,8 @@ class PictureTaker : public QObject
 public:
     PictureTaker(Shell *shell, QQuickView *view, QObject *parent = nullptr);
 
-    // With `file` given the one page of the list goes there, else every page into `folder` under its own name.
+    // With `file` given the one page of the list goes there, else every page into `folder` under its own
+    // name.
     void start(const QStringList &pages, const QString &file, const QString &folder);
 
 signals:

@@ -44,8 +44,8 @@ bool isReachable(const QByteArray &address)
 {
     if (!address.startsWith("unix:"))
         return !address.isEmpty();
-    return acceptsConnection(addressValue(address, "path"), false)
-        || acceptsConnection(addressValue(address, "abstract"), true);
+    return acceptsConnection(addressValue(address, "path"), false) ||
+           acceptsConnection(addressValue(address, "abstract"), true);
 }
 
 bool hasSessionBus()
@@ -73,8 +73,8 @@ PrivateBus::PrivateBus()
 
 QString PrivateBus::startedBusAddress()
 {
-    m_daemon.start("dbus-daemon",
-                   { "--session", "--nofork", "--nosyslog", "--print-address", "--address=unix:dir=" + m_folder.path() });
+    m_daemon.start("dbus-daemon", {"--session", "--nofork", "--nosyslog", "--print-address",
+                                   "--address=unix:dir=" + m_folder.path()});
     if (!m_daemon.waitForStarted(startTimeout)) {
         m_errorText = "There is no session bus, and dbus-daemon cannot be started: " + m_daemon.errorString();
         return QString();
@@ -83,7 +83,8 @@ QString PrivateBus::startedBusAddress()
     while (!output.contains('\n') && m_daemon.waitForReadyRead(startTimeout))
         output += m_daemon.readAllStandardOutput();
     if (!output.contains('\n'))
-        m_errorText = "There is no session bus, and dbus-daemon does not answer: " + m_daemon.readAllStandardError();
+        m_errorText =
+            "There is no session bus, and dbus-daemon does not answer: " + m_daemon.readAllStandardError();
     return QString::fromLocal8Bit(output.left(output.indexOf('\n')));
 }
 

@@ -6,8 +6,9 @@
 
 namespace gallery {
 
-// Makes sure that there is a session bus: uses the one of the session, or starts one for this program alone that ends
-// with this object. To be made before the application object, because parts of Qt ask for the bus on start.
+// Makes sure that there is a session bus: uses the one of the session, or starts one for this program alone
+// that ends with this object. To be made before the application object, because parts of Qt ask for the bus
+// on start.
 class PrivateBus
 {
 public:

@@ -10,11 +10,11 @@ namespace {
 
 QVariantMap description(const Page &page)
 {
-    return { { "name", page.name },
-             { "title", page.title },
-             { "summary", page.summary },
-             { "document", "qrc:/pages/" + page.document },
-             { "service", page.service } };
+    return {{"name", page.name},
+            {"title", page.title},
+            {"summary", page.summary},
+            {"document", "qrc:/pages/" + page.document},
+            {"service", page.service}};
 }
 
 } // namespace
@@ -63,7 +63,8 @@ void Shell::setPage(const QString &name)
         arguments << "--seed" << QString::number(m_options.seed);
         // A picture shows one sweep and no other, whenever it is taken.
         if (takesPictures())
-            arguments << "--hold" << "1";
+            arguments << "--hold"
+                      << "1";
     }
     m_page = name;
     m_instrument.run(page->service, arguments);

@@ -51,8 +51,8 @@ int runGallery(QGuiApplication *application, const gallery::Options &options)
     PictureTaker taker(&shell, &view);
     QObject::connect(&taker, &PictureTaker::finished, application,
                      [](bool allTaken) { QCoreApplication::exit(allTaken ? 0 : 1); });
-    const QStringList pages = options.pictureFile.isEmpty() ? pageNames(availablePages(options))
-                                                            : QStringList(options.page);
+    const QStringList pages =
+        options.pictureFile.isEmpty() ? pageNames(availablePages(options)) : QStringList(options.page);
     taker.start(pages, options.pictureFile, options.pictureFolder);
     const int status = application->exec();
     return status == 0 && warningCount() > 0 ? 1 : status;

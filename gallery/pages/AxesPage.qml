@@ -207,7 +207,6 @@ Page {
                         example: sides
                         alignment: Qt.AlignLeft
                         maxValue: 50
-                        unit: "dB"
                     },
                     // Values in feet, shown in the unit of the system's locale at round values of that unit.
                     ExampleAxis {
