@@ -67,12 +67,12 @@ void tst_simulator::exitStatusAndMessages_data()
     row("--rate nan", 2, "--rate: \"nan\"");
     row("--seed -1", 2, "--seed: \"-1\"");
     row("--hold 1.5", 2, "--hold: \"1.5\"");
-    row("--heatmap /nonexistent", 2, "\"/nonexistent\" is not a directory");
+    row("--heatmap /proc/nowhere", 2, "\"/proc/nowhere\" is not a directory");
     row("--heatmap . --instrument scope", 2, "the analyzer is not among the instruments");
     row("--heatmap-sweeps 0", 2, "--heatmap-sweeps: \"0\"");
     row("--frobnicate", 2, "frobnicate");
     row("file.csv", 2, "\"file.csv\" is not an option");
-    row("--replay /nonexistent", 1, "/nonexistent: No such file");
+    row("--replay /proc/nowhere", 1, "/proc/nowhere: No such file");
     row("--check .", 1, ".: this is a directory");
 }
 
