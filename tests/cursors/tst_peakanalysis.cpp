@@ -128,28 +128,24 @@ class tst_peakanalysis : public QObject
     Q_OBJECT
 
 private slots:
-    void findsPeaks_data()
-    {
-        QTest::addColumn<Trace>("y");
-        QTest::addColumn<double>("tolerance");
-        QTest::addColumn<int>("forward");
-        QTest::addColumn<int>("backward");
-        QTest::newRow("one sample") << Trace{1} << 0.0 << -1 << -1;
-        QTest::newRow("nearest of two") << Trace{0, 5, 0, 9, 0} << 1.0 << 1 << 3;
-        QTest::newRow("flat top gives its first sample") << Trace{0, 4, 9, 9, 9, 4, 0} << 1.0 << 2 << 2;
-        QTest::newRow("fall of exactly the tolerance") << Trace{0, 2, 1} << 1.0 << 1 << 1;
-        QTest::newRow("fall just below the tolerance") << Trace{0, 2, 1.001} << 1.0 << -1 << -1;
-        QTest::newRow("from the top of a peak to the next") << Trace{9, 4, 0, 4, 7, 3, 0} << 1.0 << 4 << 4;
-        QTest::newRow("shoulder of a slope is no peak") << Trace{0, 3, 2.8, 6, 9, 5, 0} << 1.0 << 4 << 4;
-        QTest::newRow("flat without tolerance goes to the far end") << Trace{3, 3, 3, 3} << 0.0 << 3 << 0;
-    }
-
     void findsPeaks()
     {
-        QFETCH(Trace, y);
-        QFETCH(double, tolerance);
-        QTEST(peakOf(y, true, tolerance), "forward");
-        QTEST(peakOf(y, false, tolerance), "backward");
+        const auto peaks = [](const Trace &y, double tolerance) {
+            return QPair<int, int>(peakOf(y, true, tolerance), peakOf(y, false, tolerance));
+        };
+        const auto both = [](int forward, int backward) { return QPair<int, int>(forward, backward); };
+        QCOMPARE(peaks({1}, 0.0), both(-1, -1));
+        QCOMPARE(peaks({0, 5, 0, 9, 0}, 1.0), both(1, 3));
+        // A flat top gives its first sample.
+        QCOMPARE(peaks({0, 4, 9, 9, 9, 4, 0}, 1.0), both(2, 2));
+        // A fall of exactly the tolerance counts.
+        QCOMPARE(peaks({0, 2, 1}, 1.0), both(1, 1));
+        QCOMPARE(peaks({0, 2, 1.001}, 1.0), both(-1, -1));
+        // From the top of a peak to the next; a shoulder of a slope is none.
+        QCOMPARE(peaks({9, 4, 0, 4, 7, 3, 0}, 1.0), both(4, 4));
+        QCOMPARE(peaks({0, 3, 2.8, 6, 9, 5, 0}, 1.0), both(4, 4));
+        // Flat samples without a tolerance lead to the far end.
+        QCOMPARE(peaks({3, 3, 3, 3}, 0.0), both(3, 0));
     }
 
     void matchesReference()

@@ -16,7 +16,6 @@ Item {
             property alias reading: reading
             property alias plot: plot
             property alias other: other
-
             anchors.fill: parent
             axes: [
                 ValueAxis { id: axisX; maxValue: 10; labelsPlane: scale; linesPlane: scale },
@@ -44,6 +43,8 @@ Item {
                     text: GraphCursor.formattedXValue + ": " + GraphCursor.formattedYValue
                     x: GraphCursor.xPosOnScreen
                     y: GraphCursor.yPosOnScreen
+                    property bool peak: GraphCursor.peak
+                    property string name: GraphCursor.objectName
                 }
             }
         }
@@ -62,6 +63,11 @@ Item {
             compare(view.reading.text, "8: 15")
             compare(view.reading.x, 80)
             compare(view.reading.y, 35)
+            verify(view.reading.peak)
+            cursor.posValue = 7
+            verify(!view.reading.peak)
+            verify(/^GCA\d+$/.test(view.reading.name))
+            cursor.posValue = 8
             view.plot.visible = false
             compare(cursor.primaryPlot, view.other)
             compare(cursor.yValues, [15])
