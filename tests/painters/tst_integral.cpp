@@ -60,8 +60,6 @@ private slots:
     void totalPower();
     void interpolation();
     void randomLinesAreClipped();
-    void polygonsAreClipped();
-    void oddEvenRule();
 };
 
 void tst_integral::randomCurves()
@@ -173,36 +171,6 @@ void tst_integral::randomLinesAreClipped()
         QPointF to(bad, 0.0);
         QVERIFY(!graph::clipLine(from, to, rect));
     }
-}
-
-void tst_integral::polygonsAreClipped()
-{
-    const auto area = [](const QPolygonF &polygon) {
-        double sum = 0.0;
-        for (int i = 0; i < polygon.size(); ++i) {
-            const QPointF a = polygon[i];
-            const QPointF b = polygon[(i + 1) % polygon.size()];
-            sum += 0.5 * (a.x() * b.y() - b.x() * a.y());
-        }
-        return std::abs(sum);
-    };
-    const QRectF rect(0.0, 0.0, 10.0, 10.0);
-    const QPolygonF diamond{{{0.0, 5.0}, {5.0, 0.0}, {10.0, 5.0}, {5.0, 10.0}}};
-    QCOMPARE(graph::clippedPolygon(diamond, rect), diamond);
-    QCOMPARE(area(graph::clippedPolygon(diamond.translated(5.0, 0.0), rect)), 25.0);
-    QVERIFY(std::abs(area(graph::clippedPolygon(QPolygonF(QRectF(-1e15, -1e15, 2e15, 2e15)), rect)) - 100.0) <
-            1.0);
-    QVERIFY(graph::clippedPolygon(diamond.translated(20.0, 0.0), rect).isEmpty());
-}
-
-void tst_integral::oddEvenRule()
-{
-    const QPolygonF outer{{{0.0, 0.0}, {10.0, 0.0}, {10.0, 10.0}, {0.0, 10.0}}};
-    const QPolygonF hole{{{4.0, 4.0}, {4.0, 6.0}, {6.0, 6.0}, {6.0, 4.0}}};
-    const auto contains = [&](double x, double y) { return graph::containsOddEven({outer, hole}, {x, y}); };
-    QVERIFY(contains(1.0, 5.0) && contains(0.0, 0.0));
-    QVERIFY(!contains(5.0, 5.0) && !contains(10.0, 5.0) && !contains(5.0, 10.0) && !contains(-1.0, 5.0));
-    QVERIFY(!contains(notANumber, 5.0) && !contains(5.0, notANumber));
 }
 
 QTEST_APPLESS_MAIN(tst_integral)

@@ -22,10 +22,16 @@ constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 // One pixel per data unit: x is the column, 100 - y the row.
 const QRectF range(0.0, 0.0, 100.0, 100.0);
 
+QImage canvas(int width = 101)
+{
+    QImage image(width, 101, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::white);
+    return image;
+}
+
 QImage painted(BasePainter &figure, const QRectF &visible = range, float scale = 1.0f)
 {
-    QImage image(101, 101, QImage::Format_ARGB32_Premultiplied);
-    image.fill(Qt::white);
+    QImage image = canvas();
     QPainter painter(&image);
     figure.paint(&painter, visible, scale, scale);
     return image;
@@ -69,8 +75,7 @@ public:
 
 QImage painted(ContainerPlot &plot)
 {
-    QImage image(101, 101, QImage::Format_ARGB32_Premultiplied);
-    image.fill(Qt::white);
+    QImage image = canvas();
     QPainter painter(&image);
     plot.paint(&painter);
     return image;
@@ -85,7 +90,6 @@ class tst_painters : public QObject
 private slots:
     void cross_data();
     void cross();
-    void crossLeavesItsPen();
     void textIsSeenFromAfar();
     void textIsPlacedByItsAlignment();
     void textIsNudgedAtBothEnds();
@@ -95,6 +99,7 @@ private slots:
     void shapeAsMask();
     void integralArea();
     void integralIsTheSameWhenDense();
+    void integralColumns();
     void integralValueFollowsItsSource();
     void containerPaintsItsChildren();
     void containerRepaintsOncePerFrame();
@@ -125,20 +130,14 @@ void tst_painters::cross()
     figure.setPoint1X(point.x());
     figure.setPoint1Y(point.y());
     figure.setCrossSize(size);
-    QTEST(inkBox(painted(figure)), "box");
-}
-
-void tst_painters::crossLeavesItsPen()
-{
-    QImage image(101, 101, QImage::Format_ARGB32_Premultiplied);
-    QPainter painter(&image);
-    CrossPainter figure;
     figure.setCrossColor(Qt::red);
-    figure.setLineWidth(3);
+    QImage image = canvas();
+    QPainter painter(&image);
     figure.paint(&painter, range, 1.0f, 1.0f);
-    QCOMPARE(painter.pen().color(), QColor(Qt::red));
-    QCOMPARE(painter.pen().width(), 3);
-    QCOMPARE(painter.pen().capStyle(), Qt::RoundCap);
+    QTEST(inkBox(image), "box");
+    // The pen stays set.
+    QFETCH(QRect, box);
+    QCOMPARE(painter.pen().color() == QColor(Qt::red), !box.isEmpty());
 }
 
 void tst_painters::textIsSeenFromAfar()
@@ -166,7 +165,7 @@ void tst_painters::textIsPlacedByItsAlignment()
     const QRect rightTop = inkBox(painted(figure));
     QVERIFY(rightTop.right() <= 50 && rightTop.top() >= 50);
 
-    QImage image(101, 101, QImage::Format_ARGB32_Premultiplied);
+    QImage image = canvas();
     QPainter painter(&image);
     painter.setPen(Qt::green);
     const QFont font = painter.font();
@@ -186,8 +185,7 @@ void tst_painters::textIsNudgedAtBothEnds()
     // Wide enough to see the whole text on both sides of the plot.
     const auto leftmostInk = [&figure](AbstractPlot *parent) {
         figure.setPlotParent(parent);
-        QImage image(301, 101, QImage::Format_ARGB32_Premultiplied);
-        image.fill(Qt::white);
+        QImage image = canvas(301);
         QPainter painter(&image);
         painter.translate(100, 0);
         figure.paint(&painter, range, 1.0f, 1.0f);
@@ -305,6 +303,15 @@ void tst_painters::integralArea()
     figure.setBaseline(-1e300);
     QCOMPARE(inkBox(painted(figure)), QRect(0, 50, 101, 51));
 
+    // A line that leaves the range upwards keeps its slope.
+    PlotPoints steep;
+    steep.setXData({0.0, 100.0});
+    steep.setYData({50.0, 250.0});
+    figure.setPlotData(&steep);
+    QImage image = painted(figure);
+    QVERIFY(image.pixel(26, 0) != 0xffffffff && image.pixel(20, 5) == 0xffffffff);
+    figure.setPlotData(&data);
+
     // The upright lines stand at the limits that are in sight.
     figure.setBaseline(30.0);
     figure.setFillOpacity(0.0);
@@ -333,17 +340,41 @@ void tst_painters::integralIsTheSameWhenDense()
         figure.setPlotData(&data);
         const QImage image = painted(figure);
         boxes.append(inkBox(image));
-        int count = 0;
+        colouredPixels.append(0);
         for (int pixel = 0; pixel < 101 * 101; ++pixel)
-            count += image.pixel(pixel % 101, pixel / 101) != 0xffffffff;
-        colouredPixels.append(count);
-        figure.setPlotData(nullptr);
+            colouredPixels.last() += image.pixel(pixel % 101, pixel / 101) != 0xffffffff;
     }
     QCOMPARE(boxes[0], QRect(QPoint(10, 0), QPoint(90, 86)));
     QCOMPARE(boxes[1], boxes[0]);
     // A stroke covers its whole last pixel, an area only one whose middle it covers: at most one pixel per
     // column.
     QVERIFY(qAbs(colouredPixels[0] - colouredPixels[1]) <= 2 * 81);
+}
+
+void tst_painters::integralColumns()
+{
+    // Many samples around the baseline, then a line to a distant one.
+    QVector<double> x;
+    QVector<double> y;
+    for (int i = 0; i < 1000; ++i) {
+        x.append(i * 0.04);
+        y.append(i % 2 ? 65.0 : 40.0);
+    }
+    PlotPoints data;
+    data.setXData(x << 200.0);
+    data.setYData(y << 65.0);
+    IntegralPainter figure;
+    figure.setPlotData(&data);
+    figure.setBaseline(60.0);
+    figure.setLineWidth(0);
+    figure.setBegin(-5.0);
+    figure.setEnd(1e3);
+    const QImage image = painted(figure);
+    for (int column = 0; column <= 100; ++column) {
+        const bool fillsDown = image.pixel(column, 58) != 0xffffffff;
+        const bool fillsUp = image.pixel(column, 38) != 0xffffffff;
+        QVERIFY(fillsDown == (column < 40) && fillsUp == (column >= 40));
+    }
 }
 
 void tst_painters::integralValueFollowsItsSource()
@@ -367,12 +398,15 @@ void tst_painters::integralValueFollowsItsSource()
 
     // Data of its own take precedence; after them those of the plot count again, although both were one
     // object.
-    PlotSeries own;
-    own.setYData({2.0, 2.0, 2.0});
-    figure.setPlotData(&own);
+    auto own = std::make_unique<PlotSeries>();
+    own->setYData({2.0, 2.0, 2.0});
+    figure.setPlotData(own.get());
     QTRY_COMPARE(figure.value(), 3.0);
+    own.reset();
+    QTRY_COMPARE(figure.value(), 4.5);
     figure.setPlotData(series.get());
     figure.setPlotData(nullptr);
+    QTRY_COMPARE(figure.value(), 4.5);
     series->setYData({4.0, 4.0, 4.0});
     QTRY_COMPARE(figure.value(), 6.0);
     series.reset();
@@ -419,10 +453,10 @@ void tst_painters::containerRepaintsOncePerFrame()
     QTRY_COMPARE(plot.paints, 1);
 
     const auto paintsOnce = [&](auto change) {
-        const int before = plot.paints;
+        const int paints = plot.paints;
         change();
         QTest::qWait(50);
-        return plot.paints == before + 1;
+        return plot.paints == paints + 1;
     };
     QVERIFY(paintsOnce([&] {
         for (CrossPainter *figure : qAsConst(figures))
@@ -431,8 +465,10 @@ void tst_painters::containerRepaintsOncePerFrame()
     QVERIFY(paintsOnce([&] { figures[0]->setVisible(false); }));
     QVERIFY(paintsOnce([&] { delete figures.takeLast(); }));
     QVERIFY(paintsOnce([&] { figures[1]->setParentItem(nullptr); }));
+    const int before = plot.paints;
     figures[1]->setPoint1X(30.0);
     QTest::qWait(50);
+    QCOMPARE(plot.paints, before);
     QVERIFY(paintsOnce([&] { plot.scheduleRedraw(); }));
     delete figures[1];
 }
