@@ -33,7 +33,8 @@ int runGallery(QGuiApplication *application, const gallery::Options &options)
     const QDir folder(QCoreApplication::applicationDirPath());
     Shell shell(options, folder.filePath("simulator"));
     QQuickView view;
-    view.engine()->addImportPath(folder.filePath("../qml"));
+    view.engine()->addImportPath(folder.filePath(INSTALLED_QML_DIR));
+    view.engine()->addImportPath(folder.filePath("../qml")); // in the build tree
     view.rootContext()->setContextProperty("shell", &shell);
     view.setTitle("Gallery");
     view.setColor(Qt::black);
