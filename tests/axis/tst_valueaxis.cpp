@@ -16,33 +16,13 @@
 
 namespace {
 
-class FakeFormatter : public BaseFormatter
+class FeetFormatter : public BaseFormatter
 {
 public:
-    explicit FakeFormatter(const QString &type)
-        : m_type(type)
-    {
-    }
     QString formatValue(const QVariant &value) const override { return "<" + value.toString() + ">"; }
-    QString getType() const override { return m_type; }
+    QString getType() const override { return "FeetFormatter"; }
     void setSigDigs(int) override {}
     void setPrecision(int) override {}
-
-private:
-    QString m_type;
-};
-
-// Stands for a flickable that is being dragged or not.
-class FakeFlickable : public QQuickItem
-{
-    Q_OBJECT
-    Q_PROPERTY(bool moving MEMBER m_moving NOTIFY movingChanged)
-
-signals:
-    void movingChanged();
-
-private:
-    bool m_moving = false;
 };
 
 struct Text
@@ -73,19 +53,9 @@ public:
 protected:
     int metric(PaintDeviceMetric which) const override
     {
-        switch (which) {
-        case PdmDpiX:
-        case PdmDpiY:
-        case PdmPhysicalDpiX:
-        case PdmPhysicalDpiY:
-            return 96;
-        case PdmDevicePixelRatio:
+        if (which == PdmDevicePixelRatio)
             return 1;
-        case PdmDevicePixelRatioScaled:
-            return int(QPaintDevice::devicePixelRatioFScale());
-        default:
-            return 1000;
-        }
+        return which == PdmDevicePixelRatioScaled ? int(devicePixelRatioFScale()) : 96;
     }
 };
 
@@ -241,7 +211,7 @@ void tst_valueaxis::followsTheZoomRect()
 
 void tst_valueaxis::waitsForTheEndOfMovement()
 {
-    FakeFlickable flickable;
+    QQuickItem flickable;
     ZoomRect zoom;
     zoom.setFlickable(&flickable);
     ValueAxis axis;
@@ -253,6 +223,7 @@ void tst_valueaxis::waitsForTheEndOfMovement()
     axis.setMinValue(0.0);
     QCOMPARE(axis.valueRange(), 1.0);
     flickable.setProperty("moving", false);
+    emit zoom.movingChanged();
     QCOMPARE(axis.minValue(), 0.0);
     QCOMPARE(axis.maxValue(), 7.0);
 }
@@ -266,7 +237,7 @@ void tst_valueaxis::textsOfValues()
     QCOMPARE(axis.formattedValue(1234567.0), QString("1.23457e+06"));
     QCOMPARE(axis.localizationFactor(), 1.0);
 
-    QPointer<BaseFormatter> adopted = new FakeFormatter("FeetFormatter");
+    QPointer<BaseFormatter> adopted = new FeetFormatter;
     axis.setFormatter(adopted);
     QCOMPARE(adopted->parent(), &axis);
     QCOMPARE(axis.formattedValue(2.0), QString("<2>"));
@@ -354,7 +325,7 @@ void tst_valueaxis::labelsKeepTheirPlaceWhilePanning()
     axis.setCustomInterval(2.5);
     const QRectF rect(0, 0, 480, 100);
     QHash<QString, double> before;
-    double pannedPixels = 0.0;
+    const double pannedPixels = 0.13 * 479.0 / 50.0;
     for (int frame = 0; frame < 400; ++frame) {
         const double minVisible = 80.0 + frame * 0.13;
         axis.setMinVisible(minVisible);
@@ -368,7 +339,6 @@ void tst_valueaxis::labelsKeepTheirPlaceWhilePanning()
             const int tick = int((text.text.toDouble() - minVisible) * 479.0 / 50.0);
             QVERIFY2(atAnEnd || center == tick, qPrintable(text.text));
         }
-        pannedPixels = 0.13 * 479.0 / 50.0;
         for (auto it = before.cbegin(); it != before.cend(); ++it) {
             if (it.value() > pannedPixels + 30.0)
                 QVERIFY2(now.contains(it.key()), qPrintable(it.key()));

@@ -1,0 +1,108 @@
+#include "view/zoom/ZoomRect.h"
+
+// The mappings to the pixels of the parent item and of the flickable's content. Everything else of the class
+// stands in ZoomRect.cpp.
+
+double ZoomRect::contentWidth() const
+{
+    const QQuickItem *item = parentItem();
+    return item && m_width != 0.0 ? item->width() / m_width : 0.0;
+}
+
+double ZoomRect::contentHeight() const
+{
+    const QQuickItem *item = parentItem();
+    return item && m_height != 0.0 ? item->height() / m_height : 0.0;
+}
+
+double ZoomRect::contentX() const
+{
+    return contentWidth() * m_left;
+}
+
+// The content runs downwards from the top of the chart, which is the end of the vertical axis.
+double ZoomRect::contentY() const
+{
+    return (1.0 - m_bottom) * contentHeight();
+}
+
+/*!
+    \qmlmethod double ZoomRect::mapToItemX(double x)
+    Pixels of the parent item; like all mappings 0 without a parent item or where its size or the visible part
+   is 0. The vertical item mappings do not flip, the vertical content mappings do.
+*/
+double ZoomRect::mapToItemX(double x) const
+{
+    const QQuickItem *item = parentItem();
+    return item && m_width != 0.0 ? (x - m_left) * item->width() / m_width : 0.0;
+}
+
+double ZoomRect::mapFromItemX(double x) const
+{
+    const QQuickItem *item = parentItem();
+    return item && item->width() != 0.0 ? x * m_width / item->width() + m_left : 0.0;
+}
+
+double ZoomRect::mapToContentX(double x) const
+{
+    return contentWidth() * x;
+}
+
+double ZoomRect::mapFromContentX(double x) const
+{
+    const double span = contentWidth();
+    return span != 0.0 ? x / span : 0.0;
+}
+
+double ZoomRect::mapToItemY(double y) const
+{
+    const QQuickItem *item = parentItem();
+    return item && m_height != 0.0 ? (y - m_top) * item->height() / m_height : 0.0;
+}
+
+double ZoomRect::mapFromItemY(double y) const
+{
+    const QQuickItem *item = parentItem();
+    return item && item->height() != 0.0 ? y * m_height / item->height() + m_top : 0.0;
+}
+
+double ZoomRect::mapToContentY(double y) const
+{
+    return (1.0 - y) * contentHeight();
+}
+
+double ZoomRect::mapFromContentY(double y) const
+{
+    const double span = contentHeight();
+    return span != 0.0 ? 1.0 - y / span : 0.0;
+}
+
+QPointF ZoomRect::mapToItem(const QPointF &point) const
+{
+    return {mapToItemX(point.x()), mapToItemY(point.y())};
+}
+
+QPointF ZoomRect::mapFromItem(const QPointF &point) const
+{
+    return {mapFromItemX(point.x()), mapFromItemY(point.y())};
+}
+
+QPointF ZoomRect::mapToContent(const QPointF &point) const
+{
+    return {mapToContentX(point.x()), mapToContentY(point.y())};
+}
+
+QPointF ZoomRect::mapFromContent(const QPointF &point) const
+{
+    return {mapFromContentX(point.x()), mapFromContentY(point.y())};
+}
+
+QRectF ZoomRect::mapRectToItem(const QRectF &rect) const
+{
+    return {mapToItem(rect.topLeft()), mapToItem(rect.bottomRight())};
+}
+
+QRectF ZoomRect::mapRectFromItem(const QRectF &rect) const
+{
+    return {mapFromItem(rect.topLeft()), mapFromItem(rect.bottomRight())};
+}
