@@ -79,6 +79,7 @@ Page {
             axisY: chart.axisY
             penColor: Theme.traces[0]
             minLineWidth: 1
+            maxLineWidth: plotStyle === GraphPlot.BarPlot ? 64 : 2
             graphPoint: GraphPointCircle {
                 pointSize: 2
             }

@@ -118,6 +118,8 @@ Page {
                 maxValue: series.yRangeEnd
                 numTicks: Theme.compact ? 6 : 8
                 unit: series.yUnits
+                // Where fills and bars stand: zero dBm would hang them from the top.
+                baseline: minValue
                 margin: requiredMargin
                 labelFont { family: Theme.family; pixelSize: Theme.axisText }
                 labelColor: Theme.axisLabel
@@ -156,6 +158,8 @@ Page {
             plotStyle: GraphPlot.LinePlot
             plotData: series
             penColor: Theme.traces[0]
+            // Bars may be as wide as their samples are apart; lines stay lines.
+            maxLineWidth: plotStyle === GraphPlot.BarPlot ? 64 : 2
             graphPoint: GraphPointCircle {
                 pointSize: 2
             }
