@@ -295,19 +295,14 @@ QVector<LabelSpan> AxisPainting::spans(const QVector<Mark> &marks, double stride
 
 QVector<LabelSpan> AxisPainting::chosenSpans(const QVector<Mark> &marks, int rows, const LabelRoom &room)
 {
-    const int length = pixel(m_horizontal ? m_rect.width() : m_rect.height());
-    const int overhang = std::max(std::min(-room.begin, room.end - length), 0);
-    const double stride =
-        m_positions.isEmpty() ? gridStride(marks, rows, room.gap, overhang) : listStride(rows, room.gap);
+    const double stride = m_positions.isEmpty() ? gridStride(marks, rows, room.gap) : listStride(rows, room.gap);
     return stride > 0.0 ? spans(marks, stride, rows) : QVector<LabelSpan>();
 }
 
 // The stride for evenly spaced ticks. It depends on nothing that changes while the axis is panned, apart from
-// the widths of the labels themselves: these count all alike, as if all of them were moved inside at the
-// ends.
-double AxisPainting::gridStride(const QVector<Mark> &marks, int rows, int gap, int overhang)
+// the widths of the labels themselves. A label moved inside at an end may still cost the one beside it.
+double AxisPainting::gridStride(const QVector<Mark> &marks, int rows, int gap)
 {
-    const double length = m_horizontal ? m_rect.width() : m_rect.height();
     const double distance = rows * std::abs(place(m_interval) - place(0.0));
     const int rounding = 2;
     int widest = m_horizontal ? gap : m_metrics.height();
@@ -317,11 +312,7 @@ double AxisPainting::gridStride(const QVector<Mark> &marks, int rows, int gap, i
             widest = std::max(widest, text(end * m_interval).width);
     }
     for (;;) {
-        const int moved = std::max((labelStandsOnLine() ? widest : widest / 2) - overhang, 0);
-        double stride = labelStride(distance, widest + moved + gap + rounding);
-        if (stride * distance > rows * length)
-            stride = labelStride(distance,
-                                 widest + gap + rounding); // better one label less at an end than one in all
+        const double stride = labelStride(distance, widest + gap + rounding);
         int found = widest;
         for (const LabelSpan &label : stride > 0.0 ? spans(marks, stride, rows) : QVector<LabelSpan>())
             found = std::max(found, label.extent);

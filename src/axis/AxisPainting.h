@@ -40,7 +40,7 @@ private:
     void paintVerticalLabels(QPainter *painter);
     QVector<LabelSpan> spans(const QVector<Mark> &marks, double stride, int rows);
     QVector<LabelSpan> chosenSpans(const QVector<Mark> &marks, int rows, const LabelRoom &room);
-    double gridStride(const QVector<Mark> &marks, int rows, int gap, int overhang);
+    double gridStride(const QVector<Mark> &marks, int rows, int gap);
     double listStride(int rows, int gap);
     int extent(double tick);
 

@@ -340,7 +340,8 @@ void tst_valueaxis::labelsKeepTheirPlaceWhilePanning()
             QVERIFY2(atAnEnd || center == tick, qPrintable(text.text));
         }
         for (auto it = before.cbegin(); it != before.cend(); ++it) {
-            if (it.value() > pannedPixels + 30.0)
+            // Only where a label is moved inside at an end may the one beside it give way.
+            if (it.value() > pannedPixels + 80.0 && it.value() < 400.0 - 80.0)
                 QVERIFY2(now.contains(it.key()), qPrintable(it.key()));
         }
         before = now;
