@@ -21,8 +21,14 @@ double logarithmicIntegral(const Curve &curve, double begin, double end)
         return logarithmicIntegral(curve, end, begin);
     const auto power = [](double decibels) { return std::exp(decibels * (M_LN10 / 10.0)); };
     double sum = 0.0;
+    // Mostly the end of the line before: each power is computed once.
+    double knownY = 0.0;
+    double knownPower = 1.0;
     visitLines(curve, begin, end, [&](const QPointF &from, const QPointF &to) {
-        sum += (to.x() - from.x()) * 0.5 * (power(from.y()) + power(to.y()));
+        const double fromPower = from.y() == knownY ? knownPower : power(from.y());
+        knownY = to.y();
+        knownPower = power(knownY);
+        sum += (to.x() - from.x()) * 0.5 * (fromPower + knownPower);
     });
     return sum > 0.0 ? 10.0 * std::log10(sum) : 0.0;
 }
