@@ -83,7 +83,8 @@ void TextPainter::setOrigin(const QPointF &origin)
 
 /*!
     \qmlproperty font TextPainter::font
-    Verdana with 12 points by default.
+    Verdana with 12 points by default. As the size is one in points, QML warns when only font.pixelSize is written; use
+    font.pointSize, or assign a whole font with Qt.font().
 */
 void TextPainter::setFont(const QFont &font)
 {
