@@ -16,7 +16,7 @@ class PlotRegion : public QObject
     Q_PROPERTY(PlotStyle plotStyle READ plotStyle WRITE setPlotStyle NOTIFY plotStyleChanged)
 
 public:
-    enum PlotStyle { Ellipse = 0, Trapezoid = 1, Rectangle = 2, LabelOnly = 3 };
+    enum PlotStyle : int { Ellipse = 0, Trapezoid = 1, Rectangle = 2, LabelOnly = 3 };
     Q_ENUM(PlotStyle)
 
     explicit PlotRegion(QObject *parent = nullptr);

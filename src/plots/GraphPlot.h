@@ -24,7 +24,7 @@ class GraphPlot : public AbstractPlot
     Q_PROPERTY(GraphPoint *graphPoint READ graphPoint WRITE setGraphPoint NOTIFY graphPointChanged)
 
 public:
-    enum PlotStyle { FillPlot, LinePlot, MaxLinePlot, MinLinePlot, BarPlot, ScatterPlot };
+    enum PlotStyle : int { FillPlot, LinePlot, MaxLinePlot, MinLinePlot, BarPlot, ScatterPlot };
     Q_ENUM(PlotStyle)
 
     explicit GraphPlot(QQuickItem *parent = nullptr);
