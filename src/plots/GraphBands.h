@@ -1,0 +1,82 @@
+#pragma once
+
+#include "plots/RegionPlot.h"
+
+#include <QImage>
+#include <QPointer>
+#include <QTransform>
+
+#include <atomic>
+
+// Draws regions as translucent bands with their names on top: the services of a band plan.
+class GraphBands : public RegionPlot
+{
+    Q_OBJECT
+    Q_PROPERTY(int lineWidth READ lineWidth WRITE setLineWidth NOTIFY lineWidthChanged)
+    Q_PROPERTY(bool renderToImage READ renderToImage WRITE setRenderToImage NOTIFY renderToImageChanged)
+
+public:
+    using RegionPlot::RegionPlot;
+
+    int lineWidth() const { return m_lineWidth; }
+    bool renderToImage() const { return m_renderToImage; }
+
+    void paint(QPainter *painter) override;
+
+public slots:
+    void setLineWidth(int width);
+    void setRenderToImage(bool on);
+
+signals:
+    void lineWidthChanged(int lineWidth);
+    void renderToImageChanged(bool renderToImage);
+
+protected slots:
+    void handlePlotChanged() override;
+
+private:
+    struct Band
+    {
+        const PlotRegion *region;
+        int left;
+        int right;
+        int base;
+        int level;
+
+        int height() const { return qAbs(level - base); }
+        int top() const { return qMin(level, base); }
+    };
+    // All that the picture depends on, the data apart.
+    struct Look
+    {
+        QSizeF size;
+        double pixelRatio = 0.0;
+        QRectF visible;
+        double baseline = 0.0;
+        QFont font;
+        QColor labelPen;
+        QColor penColor;
+        double opacity = 0.0;
+        int lineWidth = 0;
+        QVector<int> styles; // no change of the data announces these
+
+        bool operator==(const Look &other) const;
+    };
+
+    Look look(double pixelRatio) const;
+    bool updateImage(const QPainter *painter);
+    void paintBands(QPainter *painter);
+    QVector<Band> bands() const;
+    void paintShape(QPainter *painter, const Band &band) const;
+    void paintLabels(QPainter *painter, const QVector<Band> &bands);
+    void prepareTexts(const QTransform &transform);
+
+    int m_lineWidth = 1;
+    bool m_renderToImage = false;
+    QImage m_image;
+    Look m_imageLook;
+    std::atomic<bool> m_dataChanged{true}; // paint may run on another thread
+    QPointer<PlotRegions> m_preparedRegions;
+    QTransform m_preparedTransform;
+    QFont m_preparedFont;
+};
