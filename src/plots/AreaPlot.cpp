@@ -14,19 +14,20 @@
     \inherits AbstractPlot
     \brief Fills the band between two traces, paired sample by sample.
 
-    It is valid, and drawn, while both traces have the same number of samples, at least one. Samples that are not
-    finite in either leave a gap.
+    It is valid, and drawn, while both traces have the same number of samples, at least one. Samples that are
+    not finite in either leave a gap.
 */
 AreaPlot::AreaPlot(QQuickItem *parent)
     : AbstractPlot(parent)
 {
     // Giving up a data object drops all connections from it, also those of another role that it still has.
-    connect(this, SIGNAL(plotDataChanged(PlotData*)), this, SLOT(connectData()));
+    connect(this, SIGNAL(plotDataChanged(PlotData *)), this, SLOT(connectData()));
 }
 
 /*!
     \qmlproperty PlotData AreaPlot::maxData
-    The upper trace, null by default. The samples' x is used for both traces, and the plot takes over the axes.
+    The upper trace, null by default. The samples' x is used for both traces, and the plot takes over the
+    axes.
 */
 void AreaPlot::setMaxData(PlotData *data)
 {
@@ -71,8 +72,10 @@ void AreaPlot::connectData()
         connect(data, SIGNAL(destroyed()), this, SLOT(setPlotData()), Qt::UniqueConnection);
         connect(data, SIGNAL(destroyed()), this, SLOT(update()), Qt::UniqueConnection);
         connect(data, SIGNAL(plotChanged()), this, SLOT(handlePlotChanged()), Qt::UniqueConnection);
-        connect(data, SIGNAL(axisXChanged(ValueAxis*)), this, SLOT(setAxisX(ValueAxis*)), Qt::UniqueConnection);
-        connect(data, SIGNAL(axisYChanged(ValueAxis*)), this, SLOT(setAxisY(ValueAxis*)), Qt::UniqueConnection);
+        connect(data, SIGNAL(axisXChanged(ValueAxis *)), this, SLOT(setAxisX(ValueAxis *)),
+                Qt::UniqueConnection);
+        connect(data, SIGNAL(axisYChanged(ValueAxis *)), this, SLOT(setAxisY(ValueAxis *)),
+                Qt::UniqueConnection);
     }
 }
 
@@ -105,7 +108,8 @@ void AreaPlot::paint(QPainter *painter)
         graph::areaStrokes(upper, lower, mapping, graph::pixel(width()), !m_maxData->usePointsAsSegments()));
 }
 
-void AreaPlot::fillPolygon(QPainter *painter, const graph::SampleSpan &upper, const graph::SampleSpan &lower) const
+void AreaPlot::fillPolygon(QPainter *painter, const graph::SampleSpan &upper,
+                           const graph::SampleSpan &lower) const
 {
     const graph::PixelMapping mapping = pixelMapping();
     const auto isDrawable = [&](int i) {

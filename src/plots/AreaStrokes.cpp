@@ -26,8 +26,8 @@ struct Band
 
 } // namespace
 
-QVector<QLine> areaStrokes(const SampleSpan &upper, const SampleSpan &lower, const PixelMapping &mapping, int columns,
-                           bool ascending)
+QVector<QLine> areaStrokes(const SampleSpan &upper, const SampleSpan &lower, const PixelMapping &mapping,
+                           int columns, bool ascending)
 {
     std::vector<Band> bands(std::size_t(qMax(0, columns)));
     const bool runs = ascending && mapping.scaleX() > 0.0;

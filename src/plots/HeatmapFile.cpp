@@ -43,7 +43,8 @@ Heatmap readHeatmap(QIODevice &device)
     const std::size_t claimed = std::size_t(heatmap.columnCount) * heatmap.rowCount;
     const auto available = std::size_t(std::max<qint64>(device.bytesAvailable(), 0));
     heatmap.cells.resize(std::min(claimed, available));
-    heatmap.cells.resize(readBytes(stream, reinterpret_cast<char *>(heatmap.cells.data()), heatmap.cells.size()));
+    heatmap.cells.resize(
+        readBytes(stream, reinterpret_cast<char *>(heatmap.cells.data()), heatmap.cells.size()));
     return heatmap;
 }
 

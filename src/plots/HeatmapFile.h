@@ -12,16 +12,16 @@ struct Heatmap
 {
     std::uint16_t columnCount = 0;
     std::uint16_t rowCount = 0;
-    double referenceLevel = 0.0; // of the top row
-    double rowStep = 0.0;        // level span of one row
+    double referenceLevel = 0.0;                 // of the top row
+    double rowStep = 0.0;                        // level span of one row
     std::vector<unsigned int> columnFrequencies; // Hz, one per column
-    // Row by row from the top, lowest frequency first. May hold fewer than columnCount x rowCount: cells beyond
-    // its end have code 0.
+    // Row by row from the top, lowest frequency first. May hold fewer than columnCount x rowCount: cells
+    // beyond its end have code 0.
     std::vector<unsigned char> cells;
 };
 
-// The heat map that an open device holds from its position on; what a short device does not hold is 0. Takes no
-// more memory than the device can fill, the frequencies apart (256 KiB at most). Throws std::bad_alloc.
+// The heat map that an open device holds from its position on; what a short device does not hold is 0. Takes
+// no more memory than the device can fill, the frequencies apart (256 KiB at most). Throws std::bad_alloc.
 Heatmap readHeatmap(QIODevice &device);
 
 } // namespace graph

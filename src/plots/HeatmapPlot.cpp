@@ -27,8 +27,8 @@ void printTime(const QElapsedTimer &timer, const char *purpose)
 
 } // namespace
 
-const std::vector<unsigned int> HeatmapPlot::m_heatMapColors = {0x00000000, 0xFF00E6E6, 0xFF00A8E6, 0xFF0044B3,
-                                                                0xFF5CFF00, 0xFF2F8000, 0xFFFFFF00, 0xFFFF0000};
+const std::vector<unsigned int> HeatmapPlot::m_heatMapColors = {
+    0x00000000, 0xFF00E6E6, 0xFF00A8E6, 0xFF0044B3, 0xFF5CFF00, 0xFF2F8000, 0xFFFFFF00, 0xFFFF0000};
 
 /*!
     \qmltype HeatmapPlot
@@ -36,8 +36,8 @@ const std::vector<unsigned int> HeatmapPlot::m_heatMapColors = {0x00000000, 0xFF
     \inherits AbstractPlot
     \brief A spectrum over time: the colour of a cell tells how often a level was seen at a frequency.
 
-    The horizontal axis is in MHz, the vertical one in the level unit of \l units. The map is 650 by 525 pixels
-    at most, whatever the size of the item.
+    The horizontal axis is in MHz, the vertical one in the level unit of \l units. The map is 650 by 525
+    pixels at most, whatever the size of the item.
 */
 HeatmapPlot::HeatmapPlot(QQuickItem *parent)
     : AbstractPlot(parent)
@@ -76,7 +76,8 @@ void HeatmapPlot::setMapEnabled(bool enabled)
 
 /*!
     \qmlproperty string HeatmapPlot::units
-    The unit of the vertical axis: "DBUV", "DBM" or, with any other text, that of the file, dBmV. Empty by default.
+    The unit of the vertical axis: "DBUV", "DBM" or, with any other text, that of the file, dBmV. Empty by
+    default.
 */
 void HeatmapPlot::setUnits(const QString &units)
 {
@@ -88,9 +89,9 @@ void HeatmapPlot::setUnits(const QString &units)
 
 /*!
     \qmlproperty string HeatmapPlot::dataFilePath
-    The heat map file; each write reads it, the same path as well. The file and older ones are then deleted from
-    dataDirectory. A file that cannot be opened for reading and writing, or that is empty, leaves the map as it
-    is; in a file that is too short, what is missing is transparent.
+    The heat map file; each write reads it, the same path as well. The file and older ones are then deleted
+    from dataDirectory. A file that cannot be opened for reading and writing, or that is empty, leaves the map
+    as it is; in a file that is too short, what is missing is transparent.
 */
 void HeatmapPlot::setDataFilePath(const QString &path)
 {
@@ -201,7 +202,8 @@ void HeatmapPlot::draw(QPainter *painter)
     std::fill(m_imageBuffer.begin(), m_imageBuffer.end(), 0);
     graph::rasterizeHeatmap(*map, dBmVLevelConversion(m_offset + map->referenceLevel), pixelMapping(),
                             m_heatMapColors, {m_imageBuffer.data(), imageWidth, imageHeight});
-    // All colours are opaque or entirely transparent, so they are the same premultiplied, which is drawn faster.
+    // All colours are opaque or entirely transparent, so they are the same premultiplied, which is drawn
+    // faster.
     const QImage image(reinterpret_cast<const uchar *>(m_imageBuffer.data()), imageWidth, imageHeight,
                        imageWidth * int(sizeof(unsigned int)), QImage::Format_ARGB32_Premultiplied);
     painter->drawImage(0, 0, image);

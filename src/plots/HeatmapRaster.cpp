@@ -83,7 +83,8 @@ float singlePrecision(double value)
     return float(value);
 }
 
-// Item coordinates of the borders between rows. Neighbours share theirs, so that rounding leaves no line free.
+// Item coordinates of the borders between rows. Neighbours share theirs, so that rounding leaves no line
+// free.
 std::vector<double> rowEdges(const Heatmap &heatmap, double topLevel, const PixelMapping &mapping)
 {
     const float step = singlePrecision(heatmap.rowStep);
@@ -94,7 +95,8 @@ std::vector<double> rowEdges(const Heatmap &heatmap, double topLevel, const Pixe
     return edges;
 }
 
-// out[i] = the larger of a[i] and b[i]. In blocks of a fixed size, which compilers turn into single instructions.
+// out[i] = the larger of a[i] and b[i]. In blocks of a fixed size, which compilers turn into single
+// instructions.
 void largerOf(const Code *a, const Code *b, Code *out, int count)
 {
     constexpr int blockSize = 16;
@@ -112,8 +114,8 @@ void largerOf(const Code *a, const Code *b, Code *out, int count)
         out[i] = std::max(a[i], b[i]);
 }
 
-// Finds the largest code among the columns of each pixel of a line, by a ladder of rows: level k holds at i the
-// largest of 2^k columns from i on, so that any number of columns takes two look-ups.
+// Finds the largest code among the columns of each pixel of a line, by a ladder of rows: level k holds at i
+// the largest of 2^k columns from i on, so that any number of columns takes two look-ups.
 class LineMerger
 {
 public:
@@ -214,8 +216,8 @@ void mergeRows(const Heatmap &heatmap, const CellRange &rows, const CellRange &c
 void rasterizeHeatmap(const Heatmap &heatmap, double topLevel, const PixelMapping &mapping,
                       const std::vector<unsigned int> &colors, const PixelBuffer &buffer)
 {
-    if (!mapping.isDrawable() || heatmap.columnCount == 0 || heatmap.rowCount == 0
-        || heatmap.columnFrequencies.size() != heatmap.columnCount)
+    if (!mapping.isDrawable() || heatmap.columnCount == 0 || heatmap.rowCount == 0 ||
+        heatmap.columnFrequencies.size() != heatmap.columnCount)
         return;
     LineMerger merger(coveringCells(columnEdges(heatmap, mapping), buffer.width, mapping.width() - 1.0));
     if (merger.columns().count() == 0)
