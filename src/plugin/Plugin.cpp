@@ -18,7 +18,9 @@
 #include "platform/bus/OrnData.h"
 #include "platform/ui/BaseFormatter.h"
 #include "plots/AreaPlot.h"
+#include "plots/ChannelPlot.h"
 #include "plots/ContainerPlot.h"
+#include "plots/GraphBands.h"
 #include "plots/GraphPlot.h"
 #include "plots/GraphPointActiveMarker.h"
 #include "plots/GraphPointPictogramMarker.h"
@@ -62,6 +64,8 @@ void Plugin::registerTypes(const char *uri)
     qmlRegisterUncreatableType<AbstractPlot>(
         uri, 1, 0, "AbstractPlot", "Trying to create uncreatable: AbstractPlot. Use specific types of plots instead.");
     qmlRegisterType<AreaPlot>(uri, 1, 0, "AreaPlot");
+    qmlRegisterType<ChannelPlot>(uri, 1, 0, "ChannelPlot");
+    qmlRegisterType<GraphBands>(uri, 1, 0, "GraphBands");
     qmlRegisterAnonymousType<GraphCursorAttached>(uri, 1);
     qmlRegisterType<GraphCursor>(uri, 1, 0, "GraphCursor");
     qmlRegisterType<GraphCursorY>(uri, 1, 0, "GraphCursorY");
