@@ -30,10 +30,32 @@ double axisBaseline(ValueAxis *axis)
     \brief One value axis: its range, what of it is visible, its ticks and its labels.
 
     Two axes on one side of a plane would cover each other's labels, because a margin is shared: put one of
-   them on the other side.
+    them on the other side.
 
     An axis whose plot is zoomed takes its visible range from the zoom rectangle; what was written to
-   minVisible and maxVisible before is lost then.
+    minVisible and maxVisible before is lost then.
+
+    \qmlproperty enumeration ValueAxis::orientation
+    \readonly
+    Qt.Horizontal or Qt.Vertical, as the alignment has it; horizontal by default.
+
+    \qmlproperty double ValueAxis::valueRange
+    \readonly
+    maxValue - minValue, in axis units.
+
+    \qmlsignal ValueAxis::axisChanged()
+    The axis has to be drawn anew: the properties with a notify signal changed, but not the visible range. Comes once for
+    all changes within one pass of the event loop.
+
+    \qmlmethod void ValueAxis::setLowerBound(double bound)
+    \qmlmethod void ValueAxis::setUpperBound(double bound)
+    Put an edge of the visible range to a fraction of the full range, 0 to 1, as the zoom rectangle does; not while
+    scalable is false.
+
+    \qmlmethod void ValueAxis::handleRectChanged()
+    \qmlmethod void ValueAxis::handleMovingChanged()
+    \internal
+    Answers to the zoom rectangle.
 */
 ValueAxis::ValueAxis(QObject *parent)
     : QObject(parent)
@@ -81,7 +103,7 @@ XYScale *ValueAxis::linesPlane() const
 /*!
     \qmlproperty int ValueAxis::requiredMargin
     The margin in pixels that the labels of the full range need; write \c {margin: requiredMargin} to have it.
-   It does not change while zooming.
+    It does not change while zooming.
 */
 int ValueAxis::requiredMargin() const
 {
@@ -137,8 +159,8 @@ void ValueAxis::paintLabels(QPainter *painter, const QRectF &rect)
 /*!
     \qmlproperty enumeration ValueAxis::alignment
     The side of the plane: Qt.AlignBottom (default), AlignTop, AlignVCenter and AlignBaseline make the axis
-   horizontal, all others vertical. Give it as a plain literal, so that it is known before plots take the
-   axis.
+    horizontal, all others vertical. Give it as a plain literal, so that it is known before plots take the
+    axis.
 */
 void ValueAxis::setAlignment(Qt::Alignment alignment)
 {
@@ -207,8 +229,8 @@ void ValueAxis::setMaxValue(double maxValue)
 
 /*!
     \qmlproperty double ValueAxis::minVisible
-    The begin of the visible range. On a zoomed chart a write goes through the zoom rectangle, which clamps it
-   against the other edge: write the farther edge first.
+    The begin of the visible range, 0 by default. On a zoomed chart a write goes through the zoom rectangle, which clamps it
+    against the other edge: write the farther edge first.
 */
 void ValueAxis::setMinVisible(double minVisible)
 {
@@ -229,7 +251,7 @@ void ValueAxis::setMinVisible(double minVisible)
 
 /*!
     \qmlproperty double ValueAxis::maxVisible
-    The end of the visible range, see minVisible.
+    The end of the visible range, 1 by default. See minVisible.
 */
 void ValueAxis::setMaxVisible(double maxVisible)
 {
@@ -266,8 +288,18 @@ void ValueAxis::setVisibleRange(double visibleRange)
 
 /*!
     \qmlproperty color ValueAxis::lineColor
-    The colour of the grid lines, black by default. Like the other line properties it shows with the next
-   repaint; linePen is another name for it.
+    \qmlproperty color ValueAxis::linePen
+    The colour of the grid lines under two names, black by default. Like the other line properties it shows with the
+    next repaint and has no notify signal.
+
+    \qmlproperty enumeration ValueAxis::lineJoinStyle
+    The join of the lines' pen, Qt.BevelJoin by default; straight lines do not show it.
+
+    \qmlproperty int ValueAxis::lineWidth
+    The width of the lines in pixels, 1 by default; 0 is a line of one pixel too, negative values count as 0.
+
+    \qmlproperty enumeration ValueAxis::lineStyle
+    Qt.SolidLine (default), Qt.DashLine and the other pen styles; Qt.NoPen hides the lines.
 */
 void ValueAxis::setLineColor(const QColor &color)
 {
@@ -281,7 +313,7 @@ void ValueAxis::setLineJoinStyle(Qt::PenJoinStyle style)
 
 /*!
     \qmlproperty list<real> ValueAxis::lineDashPattern
-    Lengths of dashes and gaps in turn, in units of the line width.
+    Lengths of dashes and gaps in turn, in units of the line width; empty by default.
 */
 void ValueAxis::setLineDashPattern(const QVector<qreal> &pattern)
 {
@@ -298,6 +330,12 @@ void ValueAxis::setLineStyle(Qt::PenStyle style)
     m_linePen.setStyle(style);
 }
 
+/*!
+    \qmlproperty color ValueAxis::labelColor
+    \qmlproperty color ValueAxis::labelPen
+    The colour of labels and unit under two names, black by default. Shows with the next repaint; without a notify
+    signal.
+*/
 void ValueAxis::setLabelColor(const QColor &color)
 {
     m_labelColor = color;
@@ -305,7 +343,7 @@ void ValueAxis::setLabelColor(const QColor &color)
 
 /*!
     \qmlproperty color ValueAxis::verticalUnitLabelColor
-    The colour of the unit of a vertical axis; labelColor unless set.
+    The colour of the unit of a vertical axis; labelColor unless set, as by default.
 */
 void ValueAxis::setVerticalUnitLabelColor(const QColor &color)
 {
@@ -315,6 +353,11 @@ void ValueAxis::setVerticalUnitLabelColor(const QColor &color)
     emit verticalUnitLabelColorChanged();
 }
 
+/*!
+    \qmlproperty font ValueAxis::labelFont
+    The font of labels and unit, Roboto of 16 pixels by default. Shows with the next repaint; its signal is never
+    emitted.
+*/
 void ValueAxis::setLabelFont(const QFont &font)
 {
     m_labelFont = font;
@@ -325,7 +368,7 @@ void ValueAxis::setLabelFont(const QFont &font)
 /*!
     \qmlproperty int ValueAxis::margin
     The room beside the plot area for the labels, in pixels. With 0, the default, they stand inside the plot
-   area.
+    area.
 */
 void ValueAxis::setMargin(int margin)
 {
@@ -337,7 +380,7 @@ void ValueAxis::setMargin(int margin)
 
 /*!
     \qmlproperty bool ValueAxis::staggered
-    Whether the labels of a horizontal axis take turns in two rows, where there is room for two.
+    Whether the labels of a horizontal axis take turns in two rows, where there is room for two; false by default.
 */
 void ValueAxis::setStaggered(bool staggered)
 {
@@ -348,6 +391,10 @@ void ValueAxis::setStaggered(bool staggered)
     updateRequiredMargin();
 }
 
+/*!
+    \qmlproperty bool ValueAxis::visible
+    Whether lines and labels are drawn, true by default. A hidden axis keeps its margin.
+*/
 void ValueAxis::setVisible(bool visible)
 {
     if (visible == m_visible)
@@ -386,8 +433,8 @@ void ValueAxis::setAxisStyle(AxisStyle style)
 /*!
     \qmlproperty enumeration ValueAxis::tickInterval
     ScaledDecimal (default) and ScaledBinary search a round spacing for numTicks ticks, DisplayDynamic for as
-   many as dynamicTicksRatio of the axis' length has room for; FixedTicks shows those of the ticks that are
-   visible.
+    many as dynamicTicksRatio of the axis' length has room for; FixedTicks shows those of the ticks that are
+    visible. Without a notify signal.
 */
 void ValueAxis::setTickInterval(TickInterval interval)
 {
@@ -398,6 +445,10 @@ void ValueAxis::setTickInterval(TickInterval interval)
     updateRequiredMargin();
 }
 
+/*!
+    \qmlproperty int ValueAxis::numTicks
+    About how many ticks are wanted, 5 by default; DisplayDynamic does not ask. Without a notify signal.
+*/
 void ValueAxis::setNumTicks(int count)
 {
     if (count == m_numTicks)
@@ -407,6 +458,10 @@ void ValueAxis::setNumTicks(int count)
     updateRequiredMargin();
 }
 
+/*!
+    \qmlproperty double ValueAxis::dynamicTicksRatio
+    The share of the axis' length that labels may fill with DisplayDynamic, 0.5 by default. Without a notify signal.
+*/
 void ValueAxis::setDynamicTicksRatio(double ratio)
 {
     if (ratio == m_dynamicTicksRatio)
@@ -417,7 +472,7 @@ void ValueAxis::setDynamicTicksRatio(double ratio)
 
 /*!
     \qmlproperty double ValueAxis::baseline
-    Where bars and filled plots begin, in axis units, 0 by default.
+    Where bars and filled plots begin, in axis units, 0 by default. Without a notify signal.
 */
 void ValueAxis::setBaseline(double baseline)
 {
@@ -430,7 +485,7 @@ void ValueAxis::setBaseline(double baseline)
 /*!
     \qmlproperty list<real> ValueAxis::ticks
     The positions of FixedTicks. Otherwise the mantissas that a decimal spacing may have, ascending: 1, 1.5,
-   2, 2.5, 5 and 10 by default.
+    2, 2.5, 5 and 10 by default.
 */
 void ValueAxis::setTicks(const QList<qreal> &ticks)
 {
@@ -444,6 +499,7 @@ void ValueAxis::setTicks(const QList<qreal> &ticks)
 /*!
     \qmlproperty list<string> ValueAxis::tickLabels
     The texts of the values that stand at the same place in ticks; an empty text shows none.
+    Empty by default. Without a notify signal.
 */
 void ValueAxis::setTickLabels(const QStringList &labels)
 {
@@ -455,7 +511,7 @@ void ValueAxis::setTickLabels(const QStringList &labels)
 /*!
     \qmlproperty BaseFormatter ValueAxis::formatter
     Makes the texts of the labels; null, the default, shows tickLabels and plain numbers. The axis adopts a
-   formatter that has no parent.
+    formatter that has no parent.
 */
 void ValueAxis::setFormatter(BaseFormatter *formatter)
 {
@@ -470,7 +526,8 @@ void ValueAxis::setFormatter(BaseFormatter *formatter)
 
 /*!
     \qmlproperty double ValueAxis::customInterval
-    The distance of the ticks in axis units; 0, the default, has one searched.
+    The distance of the ticks in axis units; 0, the default, has one searched, and a negative one
+    leaves no ticks. Without a notify signal.
 */
 void ValueAxis::setCustomInterval(double interval)
 {
@@ -492,6 +549,13 @@ void ValueAxis::setRangeOrder(AxisRangeOrder order)
     emit rangeOrderChanged();
 }
 
+/*!
+    \qmlproperty XYScale ValueAxis::labelsPlane
+    \qmlproperty XYScale ValueAxis::linesPlane
+    The planes that draw the labels and the grid lines. The view gives its default plane to an axis that names none,
+    with a warning. Without notify signals; later changes count from the next change of the view's visible plots or
+    their axes.
+*/
 void ValueAxis::setLabelsPlane(XYScale *plane)
 {
     m_labelsPlane = graph::planeItem(plane);
@@ -504,7 +568,7 @@ void ValueAxis::setLinesPlane(XYScale *plane)
 
 /*!
     \qmlproperty string ValueAxis::unit
-    Shown once beside the labels.
+    Shown once beside the labels; empty by default.
 */
 void ValueAxis::setUnit(const QString &unit)
 {
@@ -554,7 +618,10 @@ void ValueAxis::handleMovingChanged()
     setMaxValue(m_pendingMaxValue);
 }
 
-// Also what to call when a formatter has changed how it formats.
+/*!
+    \qmlmethod void ValueAxis::emitAxisChanged()
+    Has the axis drawn anew, for example after its formatter has changed how it formats.
+*/
 void ValueAxis::emitAxisChanged()
 {
     m_texts = {};

@@ -35,6 +35,13 @@
         }
     }
     \endcode
+
+    \qmlproperty int GraphCursor::primaryPlotIndex
+    \readonly
+    The place of the chosen primary plot in plots; -1 before a choice and for a plot that is not there.
+
+    \qmlsignal GraphCursor::plotValuesChanged()
+    The values of the plots at the cursor have been read anew, because the cursor moved or their data changed.
 */
 GraphCursor::GraphCursor(QQuickItem *parent)
     : QQuickPaintedItem(parent)
@@ -234,6 +241,7 @@ void GraphCursor::setPosOnScreenOY(int pixel)
 /*!
     \qmlproperty int GraphCursor::panMargin
     How near the edge of the item, in pixels, a key move pans the view; 48 by default.
+    Without a notify signal.
 */
 void GraphCursor::setPanMargin(int margin)
 {
@@ -242,7 +250,7 @@ void GraphCursor::setPanMargin(int margin)
 
 /*!
     \qmlproperty font GraphCursor::font
-    The font of the distances to the markers. Takes effect with the next repaint.
+    The font of the distances to the markers, that of the application by default. Takes effect with the next repaint.
 */
 void GraphCursor::setFont(QFont font)
 {
@@ -271,7 +279,8 @@ void GraphCursor::setPrimaryPlot(AbstractPlot *plot)
 
 /*!
     \qmlproperty bool GraphCursor::staysOnScreen
-    Keeps the cursor on the visible samples, true by default. Takes effect with the next move or zoom.
+    Keeps the cursor on the visible samples, true by default. Takes effect with the next move or zoom; a change is not
+    announced.
 */
 void GraphCursor::setStaysOnScreen(bool staysOnScreen)
 {

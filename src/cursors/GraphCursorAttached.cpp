@@ -28,6 +28,25 @@ graph::ObjectCounter &counter()
     \qmltype GraphCursorAttached
     \inqmlmodule graph_plugin
     \brief The reading of a GraphCursor for one plot, attached to a direct child item of the cursor.
+
+    \qmlattachedproperty GraphCursor GraphCursor::cursor
+    \readonly
+    The cursor whose child the item is; null for any other item, whose readings then stay 0 and empty.
+
+    \qmlattachedproperty int GraphCursor::xPosOnScreen
+    \qmlattachedproperty int GraphCursor::yPosOnScreen
+    \readonly
+    The pixel in the cursor's item of the plot's value at the cursor.
+
+    \qmlattachedproperty double GraphCursor::xValue
+    \qmlattachedproperty double GraphCursor::yValue
+    \readonly
+    The data value at the cursor and the plot's value there, in the units of the axes.
+
+    \qmlattachedproperty string GraphCursor::formattedXValue
+    \qmlattachedproperty string GraphCursor::formattedYValue
+    \readonly
+    The same as texts: x as the data of the primary plot writes it, y as the plot's own data does.
 */
 GraphCursorAttached::GraphCursorAttached(QObject *parent)
     : QObject(parent)

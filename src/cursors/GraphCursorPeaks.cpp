@@ -108,6 +108,12 @@ int GraphCursor::findPeak(PeakType type) const
     return peak < 0 ? -1 : first + peak;
 }
 
+/*!
+    \qmlmethod int GraphCursor::getNextPeak(bool right, list<real> y, int first, int last, double min, double max)
+    The index in \a y of the peak next to the cursor's posIndex on one side, within \a first to \a last; -1 when there
+    is none and for indices outside of \a y. \a min and \a max are the visible range of the vertical axis, see
+    computePeakTolerance.
+*/
 int GraphCursor::getNextPeak(bool right, const QVector<double> &y, int first, int last, double min,
                              double max) const
 {
@@ -119,6 +125,11 @@ int GraphCursor::getNextPeak(bool right, const QVector<double> &y, int first, in
     return peakBeside(right, y, first, end, start, tolerance);
 }
 
+/*!
+    \qmlmethod double GraphCursor::computePeakTolerance(list<real> y, int first, int last, double min, double max)
+    How far a sample must stand out to be a peak, in units of y: a tenth of the span of \a y from \a first to \a last,
+    or of \a max - \a min if that is smaller. 0 for an index outside of \a y.
+*/
 double GraphCursor::computePeakTolerance(const QVector<double> &y, int first, int last, double min,
                                          double max) const
 {
@@ -129,6 +140,11 @@ double GraphCursor::computePeakTolerance(const QVector<double> &y, int first, in
     return PeakAnalysis::defaultYToleranceForPowerRange(highest - lowest, max - min);
 }
 
+/*!
+    \qmlmethod bool GraphCursor::getMinMaxY(list<real> y, int first, int last, double min, double max)
+    \internal
+    Returns its result through references, which scripts cannot give.
+*/
 // The sample at `last` does not count.
 bool GraphCursor::getMinMaxY(const QVector<double> &y, int first, int last, double &min, double &max) const
 {
@@ -145,6 +161,11 @@ bool GraphCursor::getMinMaxY(const QVector<double> &y, int first, int last, doub
     return true;
 }
 
+/*!
+    \qmlmethod int GraphCursor::getPositionIndex(double value, int count, double min, double max)
+    The index of the sample at \a value when \a count samples lie equally spaced from \a min to \a max; values outside
+    give the first or the last one, NaN and an empty range 0.
+*/
 int GraphCursor::getPositionIndex(double value, int count, double min, double max)
 {
     if (value < min)

@@ -277,6 +277,11 @@ int GraphCursor::senderPlotIndex() const
     return index;
 }
 
+/*!
+    \qmlmethod void GraphCursor::handlePlotActiveChanged()
+    \internal
+    Answers a data object that has become active.
+*/
 void GraphCursor::handlePlotActiveChanged()
 {
     auto *data = qobject_cast<PlotData *>(sender());
@@ -295,12 +300,12 @@ void GraphCursor::handlePlotActiveChanged()
 /*!
     \qmlproperty list<string> GraphCursor::formattedYValues
     \readonly
-    The same as texts in the units of the data, "---" for a plot without data.
+    yValues as texts in the units of the data, "---" for a plot without data.
 */
 /*!
     \qmlproperty list<real> GraphCursor::yPositions
     \readonly
-    The same in pixels of the plots, not rounded.
+    yValues in pixels of the plots, not rounded.
 */
 void GraphCursor::handlePlotValuesChanged()
 {
@@ -334,6 +339,11 @@ void GraphCursor::handlePlotValuesChanged()
     emit plotValuesChanged();
 }
 
+/*!
+    \qmlmethod void GraphCursor::updateCursorPos()
+    Puts the cursor and its markers back on their samples after the range of the axis changed; those that never stood
+    anywhere come to the sample nearest to 0.
+*/
 void GraphCursor::updateCursorPos()
 {
     setPosValue(m_posValue);

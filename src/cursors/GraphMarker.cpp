@@ -81,6 +81,20 @@ void GraphMarker::update()
     \qmlproperty double GraphMarker::posValue
     The data value of the marker's sample, in the unit of the axis; 0 by default. Ignored until the cursor has
     data.
+
+    \qmlproperty double GraphMarker::xValue
+    \readonly
+    posValue for documents that only read it.
+
+    \qmlproperty string GraphMarker::formattedPosValue
+    \qmlproperty string GraphMarker::formattedXValue
+    \readonly
+    posValue as the primary plot's data writes it; empty by default.
+
+    \qmlproperty double GraphMarker::yValue
+    \qmlproperty string GraphMarker::formattedYValue
+    \readonly
+    The primary plot's value at the marker, as a number in the unit of the axis and as text; 0 and empty by default.
 */
 void GraphMarker::setPosValue(double value)
 {
@@ -90,7 +104,13 @@ void GraphMarker::setPosValue(double value)
 
 /*!
     \qmlproperty int GraphMarker::posOnScreen
-    The pixel column of the marker in the cursor's item, which may lie outside of it.
+    The pixel column of the marker in the cursor's item, which may lie outside of it; 0 by default. A write moves the
+    marker to the sample nearest to that column.
+
+    \qmlproperty int GraphMarker::xPosOnScreen
+    \qmlproperty int GraphMarker::yPosOnScreen
+    \readonly
+    The pixel of the marker's sample in the cursor's item, for labels; 0 by default.
 */
 void GraphMarker::setPosOnScreen(int pixel)
 {
@@ -205,8 +225,9 @@ void GraphMarker::setLabel(QQuickItem *label)
 
 /*!
     \qmlproperty string GraphMarker::formattedDelta
+    \qmlproperty string GraphMarker::formattedDeltaX
     \readonly
-    The distance to the cursor along the axis, such as "Δ 2.5 km"; formattedDeltaX is the same.
+    The distance to the cursor along the axis, such as "Δ 2.5 km". The signal is \c formattedDeltaXChanged for both.
 */
 /*!
     \qmlproperty string GraphMarker::formattedDeltaY

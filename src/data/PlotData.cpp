@@ -43,6 +43,23 @@ template <typename T> bool store(T &member, const T &value)
 
     \qmlproperty int PlotData::size
     The number of samples.
+
+    \qmlsignal PlotData::plotChanged()
+    See above: what plots and cursors repaint on.
+
+    \qmlmethod rect PlotData::boundingRect()
+    The extent of the finite samples, in the units of the data; empty without any.
+
+    \qmlmethod point PlotData::sample(int index)
+    \qmlmethod double PlotData::y(int index)
+    A sample or its value. (0, 0) and 0 for an index that does not exist.
+
+    \qmlmethod double PlotData::x(int index)
+    The x of a sample. For an index that does not exist a PlotSeries gives where that sample would be, all others 0.
+
+    \qmlmethod point PlotData::first()
+    \qmlmethod point PlotData::last()
+    The first and the last sample, (0, 0) without any.
 */
 PlotData::PlotData(QObject *parent)
     : QObject(parent)
@@ -89,8 +106,8 @@ graph::SampleSpan PlotData::sampleSpan(double xMin, double xMax) const
 /*!
     \qmlproperty string PlotData::dbusAddress
     Where the data comes from: the name of a bus client, a comma and the prefix of its item names. Each
-    property follows the item of its name, as far as the bus has one. An address without a comma is ignored.
-    Default: empty.
+    property follows the item of its name, as far as the bus has one. An address without a comma is ignored, and so
+    is, with a line in the log, a service that does not answer. Default: empty. A change is not announced.
 */
 void PlotData::setDbusAddress(const QString &address)
 {
@@ -232,7 +249,8 @@ void PlotData::setYRangeEnd(double value)
 /*!
     \qmlproperty string PlotData::xUnits
     \qmlproperty string PlotData::yUnits
-    The unit that chooses the formatter of the values. A unit that no formatter knows reads back empty.
+    The unit that chooses the formatter of the values, for example "Hz" or "dBm". A unit that no formatter knows reads
+    back empty. Default: empty.
 
     \qmlproperty BaseFormatter PlotData::xFormatter
     \qmlproperty BaseFormatter PlotData::yFormatter
@@ -283,7 +301,8 @@ void PlotData::replaceFormatter(QPointer<BaseFormatter> &formatter, const QStrin
 /*!
     \qmlproperty ValueAxis PlotData::axisX
     \qmlproperty ValueAxis PlotData::axisY
-    The axes that the data is drawn against; plots of the data take them over. Null once the axis is gone.
+    The axes that the data is drawn against; plots of the data take them over. Null by default and once the axis is
+    gone.
 */
 void PlotData::setAxisX(ValueAxis *axis)
 {
@@ -308,7 +327,11 @@ bool PlotData::AxisReference::set(ValueAxis *newAxis)
 
 /*!
     \qmlproperty bool PlotData::usePointsAsSegments
-    Points are the two ends of separate segments, pair by pair. Used by \l PlotPoints. Default: false.
+    Points are the two ends of separate segments, pair by pair. Used by \l PlotPoints. Default: false. The signal is
+    sgnUsePointsAsSignalsChanged().
+
+    \qmlsignal PlotData::sgnUsePointsAsSignalsChanged()
+    Tells a change of usePointsAsSegments.
 */
 void PlotData::setUsePointsAsSegments(bool use)
 {
@@ -356,6 +379,10 @@ QString PlotData::formattedYValueByPosIndex(int posIndex) const
     return formattedYValue(y(posIndex));
 }
 
+/*!
+    \qmlmethod void PlotData::emitPlotChanged()
+    Announces a change of the data: one plotChanged() follows in the next pass of the event loop.
+*/
 void PlotData::emitPlotChanged()
 {
     if (m_plotChangedTimer != 0)

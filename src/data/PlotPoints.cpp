@@ -29,7 +29,7 @@ bool isAscending(const QVector<QPointF> &points)
     \inherits PlotData
     \inqmlmodule graph_plugin
     \brief Points with an x and a y of their own, drawn in ascending order of x; or separate segments, see
-    \l {PlotData::}{usePointsAsSegments}.
+    \c usePointsAsSegments.
 
     Points whose x is NaN are never drawn.
 */
@@ -127,10 +127,7 @@ void PlotPoints::setDbusAddress(const QString &address)
     connectOrnVecDoubleItem(QStringLiteral("yData"));
 }
 
-/*!
-    \qmlmethod bool PlotData::containsPoint(double x)
-    Whether x lies between the first and the last point, or in one of the segments.
-*/
+// Between the first and the last point, or in one of the segments.
 bool PlotPoints::containsPoint(double x)
 {
     if (!usePointsAsSegments())

@@ -21,7 +21,7 @@ PlotRegion::PlotRegion(QObject *parent)
 
 /*!
     \qmlproperty bool PlotRegion::valid
-    The region's value is a measured one. Default: false.
+    The region's value is a measured one; plots draw other regions without it. Default: false.
 */
 void PlotRegion::setValid(bool valid)
 {
@@ -112,6 +112,13 @@ bool PlotRegion::overlaps(double xMin, double xMax) const
     return (m_begin <= xMax && m_end >= xMin) || (m_end <= xMax && m_begin >= xMin);
 }
 
+/*!
+    \qmlmethod void PlotRegion::emitRegionChanged()
+    Announces a change of the region: one regionChanged() follows in the next pass of the event loop.
+
+    \qmlsignal PlotRegion::regionChanged()
+    Follows every change of the properties but plotStyle, once for all changes within one pass of the event loop.
+*/
 void PlotRegion::emitRegionChanged()
 {
     if (m_regionChangedTimer != 0)

@@ -164,7 +164,8 @@ void PlotSeries::setXFirstValue(double value)
 
 /*!
     \qmlproperty list<real> PlotSeries::yData
-    The values, read and written as a whole. NaN leaves a gap. Default: empty.
+    The values, read and written as a whole. NaN leaves a gap. Default: empty. Without a notify signal:
+    plotChanged() and sizeChanged() tell of new values.
 */
 void PlotSeries::setYData(const QVector<double> &yData)
 {

@@ -5,7 +5,10 @@
     \brief What all figures of a ContainerPlot have in common.
 
     An interface: use CrossPainter, TextPainter and the other figures. Declare them as children of a
-   ContainerPlot.
+    ContainerPlot.
+
+    \qmlsignal BasePainter::updateNeeded()
+    The figure looks different now; its container repaints.
 */
 BasePainter::BasePainter(QQuickItem *parent)
     // QQuickItem would announce the child to its container before it is a painter.

@@ -59,7 +59,7 @@ QPainterPath clippedLine(const QPolygonF &points, const QRectF &clip)
     \brief A shape of any number of points: a limit mask, a symbol, an outline.
 
     A point that is not finite splits the shape in two. Where parts overlap an even number of times, the shape
-   has a hole.
+    has a hole.
 */
 CustomPainter::CustomPainter(QQuickItem *parent)
     : BasePainter(parent)
@@ -78,7 +78,7 @@ CustomPainter::CustomPainter(QQuickItem *parent)
 /*!
     \qmlmethod bool CustomPainter::containsPoint(double x, double y)
     Whether a data point lies inside the shape, by the odd-even rule; an open shape counts as closed. Always
-   false for a shape in pixels, whose extent in data units depends on the zoom.
+    false for a shape in pixels, whose extent in data units depends on the zoom.
 */
 bool CustomPainter::containsPoint(double x, double y) const
 {
@@ -147,7 +147,7 @@ void CustomPainter::stroke(QPainter *painter, const QVector<QPolygonF> &shapes, 
 /*!
     \qmlproperty list<real> CustomPainter::xData
     X of the points relative to the origin, in units of the horizontal axis, or in pixels, see pixelShape. Of
-   xData and yData the shorter length counts; fewer than two points draw nothing.
+    xData and yData the shorter length counts; fewer than two points draw nothing.
 */
 void CustomPainter::setXData(const QVector<double> &xData)
 {
@@ -160,7 +160,7 @@ void CustomPainter::setXData(const QVector<double> &xData)
 /*!
     \qmlproperty list<real> CustomPainter::yData
     Y of the points relative to the origin, in units of the vertical axis, or in pixels upwards, see
-   pixelShape.
+    pixelShape.
 */
 void CustomPainter::setYData(const QVector<double> &yData)
 {
@@ -186,7 +186,7 @@ void CustomPainter::setOrigin(const QPointF &origin)
 /*!
     \qmlproperty bool CustomPainter::pixelShape
     True for a symbol that keeps its size: the points are pixels around the origin, y upwards. False by
-   default.
+    default.
 */
 void CustomPainter::setPixelShape(bool pixelShape)
 {

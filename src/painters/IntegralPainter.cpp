@@ -113,7 +113,7 @@ void IntegralPainter::setBegin(double begin)
 /*!
     \qmlproperty double IntegralPainter::end
     Second limit in units of the horizontal axis, 0 by default. Left of the first one it makes the value
-   negative.
+    negative.
 */
 void IntegralPainter::setEnd(double end)
 {
@@ -177,7 +177,7 @@ void IntegralPainter::setLineWidth(int width)
 /*!
     \qmlproperty bool IntegralPainter::logarithmic
     True for a trace in decibels: its powers are summed, and the value is their total in decibels. The
-   baseline and the order of the limits then do not count. False by default.
+    baseline and the order of the limits then do not count. False by default.
 */
 void IntegralPainter::setLogarithmic(bool logarithmic)
 {
@@ -192,7 +192,7 @@ void IntegralPainter::setLogarithmic(bool logarithmic)
     \qmlproperty double IntegralPainter::value
     \readonly
     The area in x units times y units, or the total in decibels; 0 without data. It follows a change with the
-   next pass of the event loop.
+    next pass of the event loop.
 */
 void IntegralPainter::updateValue()
 {

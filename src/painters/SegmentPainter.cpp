@@ -146,7 +146,7 @@ void SegmentPainter::setLineStyle(Qt::PenStyle style)
 /*!
     \qmlproperty int SegmentPainter::endSize
     Length in pixels to which an upright bar reaches up and down at each visible end; 0, the default, draws
-   none.
+    none.
 */
 void SegmentPainter::setEndSize(int size)
 {

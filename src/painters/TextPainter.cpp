@@ -13,8 +13,8 @@
     \brief A text at a data point.
 
     With \c plotParent set, a text that would reach over the first or last value of the horizontal axis is
-   moved inwards by half its width. A text is drawn up to 10 data units outside the visible range, as it may
-   reach into it.
+    moved inwards by half its width. A text is drawn up to 10 data units outside the visible range, as it may
+    reach into it.
 */
 TextPainter::TextPainter(QQuickItem *parent)
     : BasePainter(parent)

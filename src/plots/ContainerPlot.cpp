@@ -9,7 +9,7 @@
     \qmltype ContainerPlot
     \inherits AbstractPlot
     \brief Holds figures such as CrossPainter and TextPainter, declared as its children, and draws them in
-   data coordinates: the first child lowest, hidden ones not at all.
+    data coordinates: the first child lowest, hidden ones not at all.
 */
 
 /*!

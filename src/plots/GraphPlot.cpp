@@ -127,7 +127,7 @@ void GraphPlot::setUseTransparencyForFillPlot(bool on)
 
 /*!
     \qmlproperty int GraphPlot::selectedPoint
-    The index of the scattered point that is drawn as selected, -1 for none.
+    The index of the scattered point that is drawn as selected; -1, the default, for none.
 */
 void GraphPlot::setSelectedPoint(int index)
 {

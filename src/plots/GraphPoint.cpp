@@ -9,6 +9,9 @@
     \brief What a scatter plot draws at each of its points.
 
     Not an item: give one of its kinds to \c GraphPlot.graphPoint. Colour and line width come from the plot.
+
+    \qmlsignal GraphPoint::pointChanged()
+    The point looks different now; follows the signal of the property that changed. The plot repaints.
 */
 GraphPoint::GraphPoint(QObject *parent)
     : QObject(parent)
@@ -31,7 +34,13 @@ void GraphPoint::setPointSize(int size)
 /*!
     \qmlproperty bool GraphPoint::isSelected
     Whether the point drawn last is the plot's selected one; false by default. The plot writes it for each
-   point.
+    point. The slot is setSelected(), the signal selectedChanged().
+
+    \qmlmethod void GraphPoint::setSelected(bool selected)
+    Writes isSelected.
+
+    \qmlsignal GraphPoint::selectedChanged(bool isSelected)
+    Tells a change of isSelected that a document made; those that the plot makes while it paints are silent.
 */
 void GraphPoint::setSelected(bool selected)
 {

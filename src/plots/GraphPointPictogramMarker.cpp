@@ -22,7 +22,7 @@ void GraphPointPictogramMarker::paint(QPainter *painter, int x, int y)
 /*!
     \qmlproperty OrnData GraphPointPictogramMarker::labels
     The texts, one for each point; null by default. A single value serves every point; nothing is drawn for a
-   point without a text.
+    point without a text.
 */
 void GraphPointPictogramMarker::setLabels(OrnData *labels)
 {

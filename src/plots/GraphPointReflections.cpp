@@ -27,7 +27,7 @@ QString localPath(const QString &path)
     \qmltype GraphPointReflections
     \inherits GraphPointMarker
     \brief An upright line with the number of the point beside it, and an icon above it when the point is
-   selected.
+    selected.
 
     The number stands above the line, or below it when the point is selected or too near to the upper edge.
 */
@@ -91,7 +91,7 @@ void GraphPointReflections::setInvertColors(bool invert)
 /*!
     \qmlproperty OrnData GraphPointReflections::iconPaths
     Image files, one for each point; null by default. A single path serves every point. Without it, with an
-   empty array, or when a file cannot be read, a warning is logged and the icon left out.
+    empty array, or when a file cannot be read, a warning is logged and the icon left out.
 */
 void GraphPointReflections::setIconPaths(OrnData *paths)
 {

@@ -52,7 +52,7 @@ HeatmapPlot::HeatmapPlot(QQuickItem *parent)
 
 /*!
     \qmlproperty int HeatmapPlot::offset
-    Is added to the levels of the file, in dB; 0 by default.
+    Is added to the levels of the file, in dB; 0 by default. Without a notify signal.
 */
 void HeatmapPlot::setOffset(int offset)
 {
@@ -64,7 +64,10 @@ void HeatmapPlot::setOffset(int offset)
 
 /*!
     \qmlproperty bool HeatmapPlot::enabled
-    False hides the map; true by default. It does not enable or disable the item's input.
+    False hides the map; true by default. It does not enable or disable the item's input. Without a notify signal.
+
+    \qmlmethod void HeatmapPlot::setMapEnabled(bool enabled)
+    Writes \c enabled.
 */
 void HeatmapPlot::setMapEnabled(bool enabled)
 {
@@ -76,8 +79,8 @@ void HeatmapPlot::setMapEnabled(bool enabled)
 
 /*!
     \qmlproperty string HeatmapPlot::units
-    The unit of the vertical axis: "DBUV", "DBM" or, with any other text, that of the file, dBmV. Empty by
-    default.
+    The unit of the vertical axis: "DBUV", "DBM" or, with any other text, that of the file, dBmV. Empty by default.
+    Without a notify signal.
 */
 void HeatmapPlot::setUnits(const QString &units)
 {
@@ -129,6 +132,10 @@ void HeatmapPlot::setDataDirectory(const QString &directory)
     m_dataDirectory = directory;
 }
 
+/*!
+    \qmlmethod double HeatmapPlot::dBmVLevelConversion(double level)
+    A level in dBmV in the unit of \c units, at 75 ohms for dBm.
+*/
 double HeatmapPlot::dBmVLevelConversion(double level) const
 {
     if (m_units == QLatin1String("DBUV"))

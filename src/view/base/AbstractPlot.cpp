@@ -9,9 +9,14 @@
     \inqmlmodule graph_plugin
     \brief What all plots have in common: data, two axes, a pen colour and the mapping between data and pixels.
 
-    Cannot be created; use GraphPlot, AreaPlot and the other plots. Inside a GraphView a plot joins the view's zoom.
+    Use GraphPlot, AreaPlot and the other plots. Inside a GraphView a plot joins the view's zoom.
     The mapping functions mapToItem and mapFromItem take one point in data units; they hide the functions of the same
     names of Item.
+
+    \qmlproperty ZoomRect AbstractPlot::zoomRect
+    \readonly
+    The zoom rectangle of the item that the plot stands in; null where that has no property of this name. Without a
+    notify signal.
 */
 AbstractPlot::AbstractPlot(QQuickItem *parent)
     : QQuickPaintedItem(parent)
@@ -63,6 +68,24 @@ graph::PixelMapping AbstractPlot::pixelMapping() const
 
 // Without an axis the defaults of x and y differ; documents rely on each of them.
 
+/*!
+    \qmlmethod double AbstractPlot::minValueX()
+    \qmlmethod double AbstractPlot::maxValueX()
+    \qmlmethod double AbstractPlot::minValueY()
+    \qmlmethod double AbstractPlot::maxValueY()
+    The full range of an axis in its unit. Without the axis 1 and 1 for x, 0 and 0 for y.
+
+    \qmlmethod double AbstractPlot::minVisibleX()
+    \qmlmethod double AbstractPlot::maxVisibleX()
+    \qmlmethod double AbstractPlot::minVisibleY()
+    \qmlmethod double AbstractPlot::maxVisibleY()
+    The range of values that the item shows, in the unit of the axis; 0 and 0 without the axis. A WorldPlot shows the
+    full range unless its scaleAxisX or scaleAxisY is set.
+
+    \qmlmethod double AbstractPlot::visibleRangeX()
+    \qmlmethod double AbstractPlot::visibleRangeY()
+    The extent of that range; 1 without the axis.
+*/
 double AbstractPlot::maxValueX() const
 {
     return m_axisX ? m_axisX->maxValue() : 1.0;
@@ -115,8 +138,19 @@ double AbstractPlot::visibleRangeY() const
 
 /*!
     \qmlmethod double AbstractPlot::mapToItemX(double x)
-    The item coordinate in pixels, not rounded, of a value of the horizontal axis. The visible minimum falls on pixel
-    0, the visible maximum on the last pixel column. A zero visible range gives an infinity or NaN.
+    \qmlmethod double AbstractPlot::mapToItemY(double y)
+    The item coordinate in pixels, not rounded, of a value of an axis. The smallest visible x falls on pixel column 0
+    and the greatest on the last one; the greatest visible y falls on pixel row 0. A zero visible range gives an
+    infinity or NaN.
+
+    \qmlmethod double AbstractPlot::mapFromItemX(double px)
+    \qmlmethod double AbstractPlot::mapFromItemY(double py)
+    The value at an item coordinate in pixels, in the unit of the axis. An item of one pixel gives an infinity or NaN.
+
+    \qmlmethod point AbstractPlot::mapToItem(point point)
+    \qmlmethod point AbstractPlot::mapFromItem(point point)
+    The same for both coordinates of a point. They take the place of the functions of Item that name a second item:
+    for those call \c {other.mapFromItem(plot, x, y)}.
 */
 double AbstractPlot::mapToItemX(double x) const
 {
@@ -150,6 +184,7 @@ QPointF AbstractPlot::mapFromItem(QPointF point) const
 
 /*!
     \qmlmethod rect AbstractPlot::mapRectToItem(rect rect)
+    \qmlmethod rect AbstractPlot::mapRectFromItem(rect rect)
     Maps two opposite corners. The result is not normalised: y grows upwards in the data and downwards in the item, so
     a positive height becomes a negative one.
 */

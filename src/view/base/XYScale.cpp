@@ -46,6 +46,17 @@ QList<ValueAxis *> graph::planeAxes(XYScale *plane)
 
     Declare it as a child of the view and name it as an axis' \c linesPlane or \c labelsPlane. Several planes can be
     stacked by their \c z, for example one below the plots for the grid and one above them for the labels.
+
+    \qmlsignal XYScale::marginsChanged(int left, int right, int top, int bottom)
+    The room in pixels that the plane's axes need on each side: the greatest \c margin of the axes there.
+
+    \qmlmethod void XYScale::handleAxesChanged()
+    \internal
+    Collects the axes of the plots anew.
+
+    \qmlmethod void XYScale::handleMarginsChanged()
+    \internal
+    Computes the margins anew.
 */
 XYScale::XYScale(QQuickItem *parent)
     : QQuickPaintedItem(parent)

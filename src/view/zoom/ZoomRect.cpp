@@ -42,10 +42,25 @@ void follow(QObject *sender, const char *signal, QObject *receiver, const char *
     \qmltype ZoomRect
     \inqmlmodule graph_plugin
     \brief The visible part of a chart as a rectangle in the unit square that stands for the whole data
-   extent.
+    extent.
 
     A GraphView creates one and gives it to its plots, which give it to their axes. NaN is ignored by every
-   operation; values out of range, also infinite ones, are clamped.
+    operation; values out of range, also infinite ones, are clamped.
+
+    Vertical values grow upwards, like those of an axis: \c top is the smallest visible value, \c bottom the greatest.
+
+    \qmlsignal ZoomRect::rectChanged(rect rect)
+    The visible rectangle changed; once for all edges that an operation moves.
+
+    \qmlsignal ZoomRect::contentWidthChanged(double width)
+    \qmlsignal ZoomRect::contentHeightChanged(double height)
+    \qmlsignal ZoomRect::contentXChanged(double x)
+    \qmlsignal ZoomRect::contentYChanged(double y)
+    Never emitted.
+
+    \qmlproperty double ZoomRect::x
+    \qmlproperty double ZoomRect::y
+    Read as left and top, 0 by default; a write pans.
 */
 ZoomRect::ZoomRect(QObject *parent)
     : QObject(parent)
@@ -135,7 +150,7 @@ void ZoomRect::updateFlickableContentY()
 /*!
     \qmlproperty double ZoomRect::width
     The visible fraction of the horizontal extent, 1 by default, at least minWidth. A write keeps the left
-   edge.
+    edge.
 */
 void ZoomRect::setWidth(double width)
 {
@@ -204,7 +219,7 @@ void ZoomRect::setRight(double right)
 
 /*!
     \qmlproperty double ZoomRect::top
-    The smaller vertical edge, 0 by default. A write pans; call setTop() to resize.
+    The smaller vertical edge, 0 by default. A write pans; the slot setTop() resizes and keeps the other edge.
 */
 void ZoomRect::setTop(double top)
 {
@@ -221,7 +236,7 @@ void ZoomRect::setTop(double top)
 
 /*!
     \qmlproperty double ZoomRect::bottom
-    The greater vertical edge, 1 by default. A write pans; call setBottom() to resize.
+    The greater vertical edge, 1 by default. A write pans; the slot setBottom() resizes and keeps the other edge.
 */
 void ZoomRect::setBottom(double bottom)
 {
@@ -238,7 +253,7 @@ void ZoomRect::setBottom(double bottom)
 /*!
     \qmlproperty rect ZoomRect::boundingRect
     What the visible rectangle must stay inside from its next change on, the unit square by default. Ignored
-   unless all of it is finite.
+    unless all of it is finite. Without a notify signal.
 */
 void ZoomRect::setBoundingRect(const QRectF &rect)
 {
@@ -284,8 +299,15 @@ void ZoomRect::setZoomAxis(Qt::Orientations zoomAxis)
 
 /*!
     \qmlmethod ZoomRect::zoomX(double width, double center)
-    Makes \a width visible; the point \a center keeps its place. scaleX() moves that point to the middle
-   instead, but not when the width stays the same.
+    \qmlmethod ZoomRect::zoomY(double height, double center)
+    \qmlmethod ZoomRect::zoom(vector2d scale, point center)
+    Make that part of the extent visible; the point \a center, 0 unless given, keeps its place. Only in the directions
+    that zoomAxis allows.
+
+    \qmlmethod ZoomRect::scaleX(double width, double center)
+    \qmlmethod ZoomRect::scaleY(double height, double center)
+    \qmlmethod ZoomRect::scale(vector2d scale, point center)
+    The same, but \a center comes to the middle; nothing happens when the size stays the same.
 */
 void ZoomRect::zoomX(double width, double center)
 {
@@ -333,8 +355,11 @@ void ZoomRect::scale(const QVector2D &scale, const QPointF &center)
 
 /*!
     \qmlmethod bool ZoomRect::moveLeft(double left)
-    Pans as far as the bounds allow; like moveRight(), moveTop(), moveBottom() and setPosition() it tells
-   whether anything moved.
+    \qmlmethod bool ZoomRect::moveRight(double right)
+    \qmlmethod bool ZoomRect::moveTop(double top)
+    \qmlmethod bool ZoomRect::moveBottom(double bottom)
+    \qmlmethod bool ZoomRect::setPosition(point position)
+    Pan, as far as the bounds allow, until that edge, or left and top, stand there; tell whether anything moved.
 */
 bool ZoomRect::moveLeft(double left)
 {
@@ -408,7 +433,7 @@ bool ZoomRect::setPosition(const QPointF &position)
 /*!
     \qmlmethod ZoomRect::setCenterAndZoom(vector2d scale, point center)
     Shows a part of the size \a scale around \a center, whatever zoomAxis says. Ignored when any of the four
-   is NaN.
+    is NaN.
 */
 void ZoomRect::setCenterAndZoom(const QVector2D &scale, const QPointF &center)
 {

@@ -28,8 +28,25 @@ double ZoomRect::contentY() const
 
 /*!
     \qmlmethod double ZoomRect::mapToItemX(double x)
-    Pixels of the parent item; like all mappings 0 without a parent item or where its size or the visible part
-   is 0. The vertical item mappings do not flip, the vertical content mappings do.
+    \qmlmethod double ZoomRect::mapToItemY(double y)
+    \qmlmethod point ZoomRect::mapToItem(point point)
+    \qmlmethod rect ZoomRect::mapRectToItem(rect rect)
+    Fractions of the whole extent as pixels of the parent item, the plot area of a view. Like all mappings 0 without a
+    parent item or where its size or the visible part is 0. The vertical item mappings do not flip.
+
+    \qmlmethod double ZoomRect::mapFromItemX(double x)
+    \qmlmethod double ZoomRect::mapFromItemY(double y)
+    \qmlmethod point ZoomRect::mapFromItem(point point)
+    \qmlmethod rect ZoomRect::mapRectFromItem(rect rect)
+    The other way round.
+
+    \qmlmethod double ZoomRect::mapToContentX(double x)
+    \qmlmethod double ZoomRect::mapToContentY(double y)
+    \qmlmethod point ZoomRect::mapToContent(point point)
+    \qmlmethod double ZoomRect::mapFromContentX(double x)
+    \qmlmethod double ZoomRect::mapFromContentY(double y)
+    \qmlmethod point ZoomRect::mapFromContent(point point)
+    The same for pixels of a flickable's content, which is the whole extent; the vertical ones flip.
 */
 double ZoomRect::mapToItemX(double x) const
 {
