@@ -1,0 +1,74 @@
+#include "CommentTexts.h"
+
+#include <QRegularExpression>
+
+namespace reference {
+
+namespace {
+
+// The name that a topic command introduces; empty for every other line.
+QString topic(const QString &line)
+{
+    static const QRegularExpression type("^\\\\qmltype (\\w+)$");
+    static const QRegularExpression member(
+        "^\\\\qml(?:property|attachedproperty|method|signal)\\s[^(]*?(\\w+::\\w+)\\s*(?:\\(.*)?$");
+    const QRegularExpressionMatch typeMatch = type.match(line);
+    return typeMatch.hasMatch() ? typeMatch.captured(1) : member.match(line).captured(1);
+}
+
+QString markdown(QString line)
+{
+    static const QRegularExpression marked("\\\\[cal] (?:\\{([^}]*)\\}|([\\w.:()]+\\b(?:\\(\\))?))");
+    return line.replace(marked, "`\\1\\2`");
+}
+
+} // namespace
+
+void CommentTexts::add(const QString &source)
+{
+    static const QRegularExpression comment("/\\*!\\n(.*?)\\*/",
+                                            QRegularExpression::DotMatchesEverythingOption);
+    for (auto comments = comment.globalMatch(source); comments.hasNext();) {
+        CommentText text;
+        bool inCode = false;
+        for (const QString &indented : comments.next().captured(1).split('\n')) {
+            const QString line = indented.trimmed();
+            if (line == "\\code" || line == "\\endcode") {
+                inCode = line == "\\code";
+                text.body += inCode ? "```qml\n" : "```\n";
+            } else if (inCode) {
+                text.body += indented.mid(4) + "\n";
+            } else if (!topic(line).isEmpty()) {
+                if (!text.body.trimmed().isEmpty() || !text.brief.isEmpty()) {
+                    store(text);
+                    text = CommentText();
+                }
+                text.topics.append(topic(line));
+            } else if (line == "\\internal") {
+                text.internal = true;
+            } else if (line == "\\default") {
+                text.body += "The default property. ";
+            } else if (line.startsWith("\\brief ")) {
+                text.brief = markdown(line.mid(7));
+            } else if (!text.brief.isEmpty() && text.body.isEmpty() && !line.isEmpty()) {
+                text.brief += " " + markdown(line); // the second line of the brief
+            } else if (!line.startsWith("\\inherits") && !line.startsWith("\\inqmlmodule") &&
+                       line != "\\readonly") {
+                text.body += markdown(line) + "\n";
+            }
+        }
+        store(text);
+    }
+}
+
+void CommentTexts::store(CommentText text)
+{
+    text.body = text.body.trimmed();
+    for (const QString &topic : qAsConst(text.topics)) {
+        if (texts.contains(topic))
+            repeated.append(topic);
+        texts.insert(topic, text);
+    }
+}
+
+} // namespace reference

@@ -1,0 +1,110 @@
+#include "Page.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QDirIterator>
+#include <QFile>
+
+#include <algorithm>
+#include <cstdio>
+
+using namespace reference;
+
+namespace {
+
+QString contents(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+}
+
+CommentTexts commentTexts(const QString &folder)
+{
+    CommentTexts texts;
+    QStringList paths;
+    for (QDirIterator files(folder, {"*.cpp"}, QDir::Files, QDirIterator::Subdirectories); files.hasNext();)
+        paths.append(files.next());
+    paths.sort();
+    for (const QString &path : qAsConst(paths))
+        texts.add(contents(path));
+    return texts;
+}
+
+// Texts about what the module does not have, most often misspelled.
+QStringList strayTopics(const QmlTypes &types, const CommentTexts &texts)
+{
+    QStringList stray;
+    for (const QString &topic : texts.texts.keys()) {
+        const QString member = topic.section("::", 1);
+        const QmlType type = types.value(topic.section("::", 0, 0));
+        const auto isMember = [&member](const Function &function) { return function.name == member; };
+        const bool known = member.isEmpty() || type.hasProperty(member) ||
+                           types.value(type.attachedType).hasProperty(member) ||
+                           std::any_of(type.methods.begin(), type.methods.end(), isMember) ||
+                           std::any_of(type.signalList.begin(), type.signalList.end(), isMember);
+        if (type.name.isEmpty() || !known)
+            stray.append(topic);
+    }
+    return stray;
+}
+
+int complaints(const char *problem, const QStringList &names)
+{
+    for (const QString &name : names)
+        std::fprintf(stderr, "%s: %s\n", problem, qPrintable(name));
+    return names.size();
+}
+
+// Writes the page, or with `check` tells that it differs.
+bool publish(const QString &path, const QString &text, bool check)
+{
+    if (contents(path) == text)
+        return true;
+    if (check) {
+        std::fprintf(stderr, "%s is out of date; build the target `reference`\n", qPrintable(path));
+        return false;
+    }
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly) && file.write(text.toUtf8()) >= 0;
+}
+
+} // namespace
+
+// make_reference [--check] TYPES SOURCES PAGES: TYPES is a plugins.qmltypes file, SOURCES the folder whose
+// .cpp files hold the comments, PAGES the folder of the pages. Fails when something public has no text;
+// --check writes nothing and fails when a page is not up to date.
+int main(int argc, char **argv)
+{
+    const QCoreApplication application(argc, argv);
+    QStringList arguments = QCoreApplication::arguments().mid(1);
+    const bool check = arguments.removeAll("--check") > 0;
+    if (arguments.size() != 3) {
+        std::fprintf(stderr, "usage: make_reference [--check] TYPES SOURCES PAGES\n");
+        return 2;
+    }
+    const QmlTypes types = qmlTypes(contents(arguments.at(0)));
+    const CommentTexts texts = commentTexts(arguments.at(1));
+    const QDir folder(arguments.at(2));
+    if (types.isEmpty() || texts.texts.isEmpty() || !folder.mkpath(".")) {
+        std::fprintf(stderr, "nothing to read or nowhere to write\n");
+        return 2;
+    }
+
+    QStringList missing;
+    QStringList unexpected = folder.entryList({"*.md"});
+    int problems = 0;
+    const auto write = [&](const QString &name, const QString &text) {
+        unexpected.removeAll(name);
+        problems += !publish(folder.filePath(name), text, check);
+    };
+    for (const QmlType &type : types) {
+        if (hasPage(type, types))
+            write(type.name + ".md", page(type, types, texts, &missing));
+    }
+    write("README.md", index(types, texts));
+    problems += complaints("no text for", missing);
+    problems += complaints("text for something unknown", strayTopics(types, texts));
+    problems += complaints("more than one text for", texts.repeated);
+    problems += complaints("page of no type", unexpected);
+    return problems == 0 ? 0 : 1;
+}
