@@ -1,0 +1,76 @@
+#include "platform/bus/BusPublisher.h"
+
+#include <QFile>
+#include <QQmlComponent>
+#include <QQmlEngine>
+#include <QQuickItem>
+#include <QQuickWindow>
+#include <QRegularExpression>
+#include <QtTest>
+
+#include <memory>
+
+// Every example of the guide and of the README works as it stands: it loads, says nothing in the log, and all
+// its plots with data show some.
+class TestExamples : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void example_data();
+    void example();
+};
+
+void TestExamples::example_data()
+{
+    static const QRegularExpression block("```qml\\n(.*?)```",
+                                          QRegularExpression::DotMatchesEverythingOption);
+    QTest::addColumn<QByteArray>("document");
+    for (const char *page : {"README.md", "docs/guide.md"}) {
+        QFile file(QStringLiteral(DOCUMENTS "/") + page);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const QString text = QString::fromUtf8(file.readAll());
+        QVERIFY(text.contains(block));
+        for (auto blocks = block.globalMatch(text); blocks.hasNext();) {
+            const QRegularExpressionMatch match = blocks.next();
+            const int line = text.left(match.capturedStart()).count('\n') + 1;
+            QTest::addRow("%s, line %d", page, line) << match.captured(1).toUtf8();
+        }
+    }
+}
+
+void TestExamples::example()
+{
+    QFETCH(QByteArray, document);
+    // What the simulator publishes, as far as the examples read it.
+    BusPublisher analyzer("analyzer");
+    analyzer.setValue("spectrum_xRangeBegin:", 700e6);
+    analyzer.setValue("spectrum_xRangeEnd:", 1000e6);
+    analyzer.setValue("spectrum_xUnits:", "Hz");
+    analyzer.setValue("spectrum_yRangeBegin:", -100.0);
+    analyzer.setValue("spectrum_yRangeEnd:", 0.0);
+    analyzer.setValue("spectrum_yUnits:", "dBm");
+    analyzer.setVector("spectrum_yData:doubleARRAY:", {-90.0, -20.0, -85.0});
+
+    QQmlEngine engine;
+    QQmlComponent component(&engine);
+    component.setData(document, QUrl("qrc:/chart.qml"));
+    QVERIFY2(component.isReady(), qPrintable(component.errorString()));
+    const std::unique_ptr<QObject> root(component.create());
+    auto *item = qobject_cast<QQuickItem *>(root.get());
+    QVERIFY(item);
+    QQuickWindow window;
+    window.resize(item->size().toSize());
+    item->setParentItem(window.contentItem());
+    QSignalSpy painted(&window, &QQuickWindow::afterRendering);
+    window.show();
+    QTRY_VERIFY(!painted.isEmpty());
+
+    for (const QQuickItem *child : root->findChildren<QQuickItem *>()) {
+        if (child->inherits("AbstractPlot") && child->property("plotData").value<QObject *>())
+            QVERIFY(child->property("valid").toBool());
+    }
+}
+
+QTEST_MAIN(TestExamples)
+#include "tst_examples.moc"
