@@ -36,6 +36,8 @@ Item {
         XYScale { id: plane }
         Flickable {}
         GraphPlot { id: trace; plotData: series; plotStyle: GraphPlot.LinePlot }
+        ChannelPlot { plotData: regions }
+        GraphBands { plotData: regions }
         AreaPlot { maxData: points; minData: bands }
         HeatmapPlot { axisX: xAxis; axisY: yAxis; dataDirectory: "" }
         ContainerPlot {

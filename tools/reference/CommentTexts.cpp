@@ -35,7 +35,7 @@ void CommentTexts::add(const QString &source)
             const QString line = indented.trimmed();
             if (line == "\\code" || line == "\\endcode") {
                 inCode = line == "\\code";
-                text.body += inCode ? "```qml\n" : "```\n";
+                text.body += inCode ? "```qml\n" : "```\n\n";
             } else if (inCode) {
                 text.body += indented.mid(4) + "\n";
             } else if (!topic(line).isEmpty()) {
@@ -52,9 +52,13 @@ void CommentTexts::add(const QString &source)
                 text.brief = markdown(line.mid(7));
             } else if (!text.brief.isEmpty() && text.body.isEmpty() && !line.isEmpty()) {
                 text.brief += " " + markdown(line); // the second line of the brief
+            } else if (line.isEmpty()) {
+                text.body += "\n\n";
             } else if (!line.startsWith("\\inherits") && !line.startsWith("\\inqmlmodule") &&
                        line != "\\readonly") {
-                text.body += markdown(line) + "\n";
+                // A paragraph becomes one line: where the comment is wrapped does not matter.
+                text.body +=
+                    text.body.isEmpty() || text.body.back().isSpace() ? markdown(line) : " " + markdown(line);
             }
         }
         store(text);
@@ -63,7 +67,8 @@ void CommentTexts::add(const QString &source)
 
 void CommentTexts::store(CommentText text)
 {
-    text.body = text.body.trimmed();
+    static const QRegularExpression emptyLines("\n{3,}");
+    text.body = text.body.replace(emptyLines, "\n\n").trimmed();
     for (const QString &topic : qAsConst(text.topics)) {
         if (texts.contains(topic))
             repeated.append(topic);

@@ -30,6 +30,27 @@ CommentTexts commentTexts(const QString &folder)
     return texts;
 }
 
+// Documents do not see a base that is neither exported nor described: its members count as those of the
+// types.
+void absorbHiddenBases(QmlTypes *types, const CommentTexts &texts)
+{
+    QStringList hidden;
+    for (QmlType &type : *types) {
+        while (types->contains(type.base) && !types->value(type.base).exported &&
+               !texts.texts.contains(type.base)) {
+            const QmlType base = types->value(type.base);
+            hidden.append(base.name);
+            type.base = base.base;
+            type.properties += base.properties;
+            type.methods += base.methods;
+            type.signalList += base.signalList;
+            type.enumerations += base.enumerations;
+        }
+    }
+    for (const QString &name : qAsConst(hidden))
+        types->remove(name);
+}
+
 // Texts about what the module does not have, most often misspelled.
 QStringList strayTopics(const QmlTypes &types, const CommentTexts &texts)
 {
@@ -82,13 +103,15 @@ int main(int argc, char **argv)
         std::fprintf(stderr, "usage: make_reference [--check] TYPES SOURCES PAGES\n");
         return 2;
     }
-    const QmlTypes types = qmlTypes(contents(arguments.at(0)));
+    QmlTypes types = qmlTypes(contents(arguments.at(0)));
     const CommentTexts texts = commentTexts(arguments.at(1));
     const QDir folder(arguments.at(2));
     if (types.isEmpty() || texts.texts.isEmpty() || !folder.mkpath(".")) {
         std::fprintf(stderr, "nothing to read or nowhere to write\n");
         return 2;
     }
+
+    absorbHiddenBases(&types, texts);
 
     QStringList missing;
     QStringList unexpected = folder.entryList({"*.md"});
