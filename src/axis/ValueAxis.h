@@ -62,11 +62,12 @@ class ValueAxis : public QObject
     Q_PROPERTY(int requiredMargin READ requiredMargin NOTIFY requiredMarginChanged)
 
 public:
-    enum AxisStyle { TicksAndLabels, TicksOnly, LabelsOnly };
+    // Of a fixed type: documents can write any number, and a plain enumeration may not hold it.
+    enum AxisStyle : int { TicksAndLabels, TicksOnly, LabelsOnly };
     Q_ENUM(AxisStyle)
-    enum TickInterval { ScaledDecimal, ScaledBinary, FixedTicks, DisplayDynamic };
+    enum TickInterval : int { ScaledDecimal, ScaledBinary, FixedTicks, DisplayDynamic };
     Q_ENUM(TickInterval)
-    enum AxisRangeOrder { Increasing, Decreasing };
+    enum AxisRangeOrder : int { Increasing, Decreasing };
     Q_ENUM(AxisRangeOrder)
 
     explicit ValueAxis(QObject *parent = nullptr);

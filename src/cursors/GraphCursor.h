@@ -46,7 +46,7 @@ class GraphCursor : public QQuickPaintedItem
     Q_PROPERTY(int paintedWidth READ paintedWidth WRITE setPaintedWidth NOTIFY sgnPaintedWidthChanged)
 
 public:
-    enum PeakType { NoPeak = 0, PeakLeft = 3, PeakRight = 4 };
+    enum PeakType : int { NoPeak = 0, PeakLeft = 3, PeakRight = 4 };
     Q_ENUM(PeakType)
 
     explicit GraphCursor(QQuickItem *parent = nullptr);
