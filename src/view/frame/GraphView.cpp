@@ -90,6 +90,12 @@ GraphView::~GraphView()
         if (plot)
             disconnect(plot, nullptr, this, nullptr);
     }
+    // The plots of a Repeater go with it: deleted behind its back, they would leave in memory what it keeps of each.
+    const QList<QQuickItem *> children = childItems();
+    for (QQuickItem *child : children) {
+        if (child->inherits("QQuickRepeater") && child->parent() == this)
+            delete child;
+    }
     while (!m_plots.isEmpty())
         delete m_plots.takeFirst().data();
 }
