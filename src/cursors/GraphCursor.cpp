@@ -167,10 +167,7 @@ void GraphCursor::setPosIndexOX(int index)
         return;
     if (index != m_posIndex)
         publishPosition(index, data->x(index));
-    // Whoever heard of the new position may have replaced the data.
-    data = primarySeries();
-    if (data)
-        placeOnScreen(primaryPlot()->mapToItemX(data->x(m_posIndex)), width());
+    placeOnScreen();
 }
 
 // A horizontal cursor has no sample of its own: the value counts as the index.
@@ -188,8 +185,7 @@ void GraphCursor::setPosIndexOY(double value)
         value = index;
     if (index < data->size() && m_posIndex != value)
         publishPosition(index, value);
-    if (AbstractPlot *plot = primaryPlot())
-        placeOnScreen(plot->mapToItemY(m_posValue), height());
+    placeOnScreen();
 }
 
 void GraphCursor::publishPosition(int index, double value)
@@ -203,9 +199,17 @@ void GraphCursor::publishPosition(int index, double value)
     emit positionChanged();
 }
 
-void GraphCursor::placeOnScreen(double coordinate, double extent)
+void GraphCursor::placeOnScreen()
 {
-    const int place = std::max(std::min(graph::pixel(coordinate), graph::pixel(extent) - 1), 0);
+    const AbstractPlot *plot = primaryPlot();
+    // Whoever heard of the new position may have replaced the data.
+    const PlotData *data = primarySeries();
+    if (!data)
+        return;
+    const double coordinate =
+        m_followsX ? plot->mapToItemX(data->x(m_posIndex)) : plot->mapToItemY(m_posValue);
+    const int extent = graph::pixel(m_followsX ? width() : height());
+    const int place = std::max(std::min(graph::pixel(coordinate), extent - 1), 0);
     if (place == m_posOnScreen)
         return;
     m_posOnScreen = place;
@@ -398,6 +402,8 @@ void GraphCursor::geometryChanged(const QRectF &newGeometry, const QRectF &oldGe
     QQuickPaintedItem::geometryChanged(newGeometry, oldGeometry);
     if (newGeometry.width() > 0.0 && newGeometry.height() > 0.0 && newGeometry.width() != oldGeometry.width())
         setPosIndex(m_posIndex);
+    else if (newGeometry.height() != oldGeometry.height())
+        handlePlotSizeChanged();
 }
 
 void GraphCursor::paint(QPainter *painter)

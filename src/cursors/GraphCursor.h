@@ -136,6 +136,7 @@ protected slots:
     void handleYAxesChanged(ValueAxis *axis = nullptr);
     void handlePlotValuesChanged();
     void handleRectChanged();
+    void handlePlotSizeChanged();
 
 protected:
     void geometryChanged(const QRectF &newGeometry, const QRectF &oldGeometry) override;
@@ -157,7 +158,7 @@ private:
     void handleYAxesChangedOX(ValueAxis *axis);
     void handleYAxesChangedOY(ValueAxis *axis);
     void publishPosition(int index, double value);
-    void placeOnScreen(double coordinate, double extent);
+    void placeOnScreen();
     int cursorAccel(bool autoRepeat);
     void adoptZoomRectOf(QQuickItem *parent);
     void releasePlots();

@@ -201,6 +201,8 @@ void GraphCursor::adoptPlot(AbstractPlot *plot)
             Qt::UniqueConnection);
     connect(plot, SIGNAL(axisYChanged(ValueAxis *)), this, SLOT(handleYAxesChanged(ValueAxis *)),
             Qt::UniqueConnection);
+    connect(plot, SIGNAL(widthChanged()), this, SLOT(handlePlotSizeChanged()), Qt::UniqueConnection);
+    connect(plot, SIGNAL(heightChanged()), this, SLOT(handlePlotSizeChanged()), Qt::UniqueConnection);
 }
 
 void GraphCursor::followPrimaryPlot()
@@ -360,6 +362,20 @@ void GraphCursor::handleRectChanged()
     const auto markers = m_markers;
     for (GraphMarker *marker : markers) {
         if (marker)
+            marker->setPosIndex(marker->posIndex());
+    }
+}
+
+// The samples stay, their pixels move; the plots may be given their size before the cursor or after it.
+void GraphCursor::handlePlotSizeChanged()
+{
+    handlePlotValuesChanged();
+    if (m_posIndex >= 0 || !m_followsX)
+        placeOnScreen();
+    const auto markers = m_markers;
+    for (GraphMarker *marker : markers) {
+        // One that has no place yet would be hidden.
+        if (marker && marker->posIndex() >= 0)
             marker->setPosIndex(marker->posIndex());
     }
 }

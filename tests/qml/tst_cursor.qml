@@ -78,6 +78,19 @@ Item {
             tryCompare(cursor, "formattedYValues", ["3"])
         }
 
+        function test_keepsItsSamplesWhenResized() {
+            const view = createTemporaryObject(chart, root)
+            view.cursor.posValue = 8
+            view.marker.posValue = 5
+            view.anchors.fill = undefined
+            view.width = 201
+            view.height = 101
+            compare(view.cursor.posOnScreen, 160)
+            compare(view.cursor.yPositions, [100, 70])
+            compare([view.reading.x, view.reading.y], [160, 70])
+            compare([view.marker.posOnScreen, view.marker.yPosOnScreen], [100, 40])
+        }
+
         function test_movesByKeysAndPeaks() {
             const cursor = createTemporaryObject(chart, root).cursor
             cursor.setPeak()
