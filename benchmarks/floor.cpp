@@ -1,0 +1,127 @@
+// The least that a frame can cost: one pass over the samples where they lie, a cleared layer, strokes written straight
+// into it, one blit to the window's image. No scene, no painter for the strokes, no generality.
+
+#include "benchmarks/Measurement.h"
+#include "data/MinMaxPyramid.h"
+
+#include <QImage>
+#include <QPainter>
+
+#include <algorithm>
+#include <memory>
+
+using benchmark::Job;
+
+namespace {
+
+class Floor : public benchmark::Contender
+{
+public:
+    void prepare(const Job &job, const QVector<QVector<double>> &sets) override
+    {
+        m_sets = sets;
+        m_pen = job.pen;
+        m_pans = job.work == QLatin1String("pan") || job.work == QLatin1String("window");
+        m_layer = QImage(job.size, QImage::Format_ARGB32_Premultiplied);
+        m_window = QImage(job.size, QImage::Format_RGB32);
+        m_window.fill(Qt::white);
+    }
+
+    void useSet(int set) override
+    {
+        m_samples = m_sets.at(set);
+        m_pyramid.reset();
+    }
+
+    void setVisible(double first, double last) override
+    {
+        m_first = first;
+        m_last = last;
+        if (m_pans && !m_pyramid)
+            m_pyramid = std::make_unique<graph::MinMaxPyramid>(m_samples.constData(), m_samples.size());
+    }
+
+    void frame() override
+    {
+        m_layer.fill(Qt::transparent);
+        const int columns = m_layer.width();
+        const double samplesPerPixel = (m_last - m_first) / (columns - 1);
+        const auto firstSampleOf = [&](int column) {
+            return std::min(m_samples.size(), std::max(0, int(m_first + column * samplesPerPixel + 1)));
+        };
+        graph::MinMax before;
+        int begin = std::max(0, int(m_first));
+        for (int column = 0; column < columns; ++column) {
+            const int end = firstSampleOf(column + 1);
+            graph::MinMax extremes = m_pyramid ? m_pyramid->minMax(m_samples.constData(), begin, end)
+                                               : graph::minMax(m_samples.constData() + begin, end - begin);
+            begin = end;
+            if (extremes.isEmpty())
+                continue;
+            const graph::MinMax own = extremes;
+            if (!before.isEmpty()) {
+                extremes.min = std::min(extremes.min, before.max);
+                extremes.max = std::max(extremes.max, before.min);
+            }
+            before = own;
+            writeStroke(column, row(extremes.max), row(extremes.min));
+        }
+        QPainter painter(&m_window);
+        painter.drawImage(0, 0, m_layer);
+    }
+
+private:
+    int row(double value) const { return int((50.0 - value) * (m_layer.height() - 1) / 100.0); }
+
+    void writeStroke(int column, int top, int bottom)
+    {
+        const int left = std::max(0, column - m_pen / 2);
+        const int right = std::min(m_layer.width(), column - m_pen / 2 + m_pen);
+        top = std::max(0, top);
+        bottom = std::min(m_layer.height(), std::max(bottom, top + m_pen));
+        const int stride = m_layer.bytesPerLine() / int(sizeof(QRgb));
+        QRgb *line = reinterpret_cast<QRgb *>(m_layer.bits()) + top * stride;
+        for (int y = top; y < bottom; ++y, line += stride) {
+            for (int x = left; x < right; ++x)
+                line[x] = 0xff000000;
+        }
+    }
+
+    QVector<QVector<double>> m_sets;
+    QVector<double> m_samples;
+    std::unique_ptr<graph::MinMaxPyramid> m_pyramid;
+    bool m_pans = false;
+    int m_pen = 2;
+    double m_first = 0.0;
+    double m_last = 1.0;
+    QImage m_layer;
+    QImage m_window;
+};
+
+// Each cell of a heat map read once, each pixel written once, one blit.
+int runHeatmap(const Job &job)
+{
+    const QVector<unsigned char> cells(4096 * 512, 3);
+    QImage map(650, 525, QImage::Format_ARGB32_Premultiplied);
+    QImage window(job.size, QImage::Format_RGB32);
+    window.fill(Qt::white);
+    return benchmark::run("floor", job, [&](int) {
+        unsigned char largest = 0;
+        for (const unsigned char code : cells)
+            largest = std::max(largest, code);
+        map.fill(0xff000000u + largest);
+        QPainter painter(&window);
+        painter.drawImage(0, 0, map);
+    });
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    const Job job = Job::fromArguments(argc, argv);
+    if (job.work == QLatin1String("heat"))
+        return runHeatmap(job);
+    Floor contender;
+    return benchmark::run("floor", job, contender);
+}
