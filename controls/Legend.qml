@@ -9,6 +9,8 @@ Item {
     property var plots: []
     property bool atRight: true
     property bool atBottom: false
+    // One beside the other instead of one below the other.
+    property bool inARow: false
     property color textColor: "white"
     property color backgroundColor: "transparent"
     property int pixelSize: 14
@@ -16,7 +18,9 @@ Item {
     property real entryHeight: 40
     property real inset: 4
 
-    Column {
+    Grid {
+        columns: legend.inARow ? entries.count : 1
+        horizontalItemAlignment: legend.atRight ? Grid.AlignRight : Grid.AlignLeft
         anchors {
             left: legend.atRight ? undefined : legend.left
             right: legend.atRight ? legend.right : undefined
@@ -26,6 +30,8 @@ Item {
         }
 
         Repeater {
+            id: entries
+
             model: legend.plots
 
             Item {
@@ -33,7 +39,6 @@ Item {
 
                 readonly property var plot: modelData
 
-                anchors.right: legend.atRight ? parent.right : undefined
                 width: chip.width
                 height: legend.entryHeight
                 opacity: plot && plot.visible ? 1 : 0.4

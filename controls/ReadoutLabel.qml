@@ -14,9 +14,20 @@ Item {
     property int labelPixelSize: 13
     property int valuePixelSize: 17
     property real spacing: 8
+    // Milliseconds between changes of the value, and what lets it follow at once, as SteadyText has them.
+    property int interval: 0
+    property var key
 
     implicitWidth: name.implicitWidth + spacing + Math.ceil(Math.max(room.width, number.implicitWidth))
     implicitHeight: number.implicitHeight
+
+    SteadyText {
+        id: steady
+
+        source: readout.value
+        interval: readout.interval
+        key: readout.key
+    }
 
     TextMetrics {
         id: room
@@ -41,7 +52,7 @@ Item {
 
         x: name.implicitWidth + readout.spacing
         anchors.verticalCenter: parent.verticalCenter
-        text: readout.value
+        text: steady.text
         color: readout.valueColor
         font.family: readout.fontFamily
         font.pixelSize: readout.valuePixelSize

@@ -1,0 +1,102 @@
+import QtQuick 2.15
+import graph_plugin 1.0
+
+// The reading of one trace at a cursor: a dot where the cursor crosses the trace, and the value beside it. Declare one
+// per trace as a direct child of the GraphCursor; labels stay inside of the plot and clear of each other.
+Item {
+    id: readout
+
+    property AbstractPlot plot: null
+    property string text: GraphCursor.formattedYValue
+    property color color: plot ? plot.penColor : "white"
+    property color backgroundColor: "transparent"
+    property string fontFamily: "Roboto"
+    property int pixelSize: 14
+    property real dotSize: 9
+    // Rows at the top that are kept free, for example for flags.
+    property real topInset: 0
+    // Milliseconds between changes of a text that a live trace changes.
+    property int interval: 0
+
+    // False while there is nothing to read: the plot is hidden, empty or gone, or its sample is missing.
+    readonly property bool shown: GraphCursor.index >= 0 && Boolean(plot) && Boolean(plot.plotData)
+                                  && plot.plotData.size > 0 && !isNaN(GraphCursor.yValue)
+    readonly property real crossingX: GraphCursor.xPosOnScreen
+    readonly property real crossingY: GraphCursor.yPosOnScreen
+    readonly property real labelHeight: chip.height
+    // Above the crossing, where a peak leaves room; below it at the top of the plot.
+    readonly property real wantedY: crossingY - labelHeight - 6 >= topInset ? crossingY - labelHeight - 6 : crossingY + 6
+    readonly property real labelY: shown ? placeAmongSiblings() : 0
+
+    // From the top down each label moves below the one above it; those that do not fit any more move up again.
+    function placeAmongSiblings() {
+        var labels = [];
+        for (var i = 0; i < parent.children.length; ++i) {
+            // Null while it is being destroyed.
+            var other = parent.children[i];
+            if (other && other.wantedY !== undefined && other.shown)
+                labels.push({ item: other, order: labels.length, y: other.wantedY, height: other.labelHeight + 2 });
+        }
+        labels.sort(function (a, b) { return a.y - b.y || a.order - b.order; });
+        var free = topInset;
+        labels.forEach(function (label) {
+            label.y = Math.max(label.y, free);
+            free = label.y + label.height;
+        });
+        free = height;
+        labels.reverse().forEach(function (label) {
+            label.y = Math.min(label.y, free - label.height);
+            free = label.y;
+        });
+        return labels.find(function (label) { return label.item === readout; }).y;
+    }
+
+    anchors.fill: parent
+    GraphCursor.plot: plot
+
+    SteadyText {
+        id: steady
+
+        source: readout.text
+        interval: readout.interval
+        key: readout.GraphCursor.xValue
+    }
+
+    Rectangle {
+        visible: readout.shown && readout.crossingY >= 0 && readout.crossingY < readout.height
+        x: readout.crossingX - Math.floor(width / 2)
+        y: readout.crossingY - Math.floor(height / 2)
+        width: readout.dotSize
+        height: readout.dotSize
+        radius: readout.dotSize / 2
+        color: readout.color
+        border.color: readout.backgroundColor
+    }
+
+    Rectangle {
+        id: chip
+
+        readonly property real rightX: readout.crossingX + 10
+        readonly property real leftX: readout.crossingX - 9 - width
+
+        visible: readout.shown
+        x: rightX + width <= readout.width || leftX < 0 ? rightX : leftX
+        y: Math.round(readout.labelY)
+        width: Math.ceil(value.implicitWidth) + 10
+        height: Math.ceil(value.implicitHeight) + 2
+        radius: 3
+        color: readout.backgroundColor
+
+        Text {
+            id: value
+
+            x: 5
+            y: 1
+            text: steady.text
+            color: readout.color
+            font.family: readout.fontFamily
+            font.pixelSize: readout.pixelSize
+            renderType: Text.NativeRendering
+        }
+    }
+}

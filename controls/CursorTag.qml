@@ -1,0 +1,47 @@
+import QtQuick 2.15
+import graph_plugin 1.0
+import "cursors.js" as Cursors
+
+// The cursor's own position in words: at the bottom of the line of a GraphCursor, at an end of that of a GraphCursorY.
+// Declare it as a child of the cursor.
+Item {
+    id: tag
+
+    property GraphCursor cursor: parent
+    property color color: cursor ? Qt.rgba(cursor.color.r, cursor.color.g, cursor.color.b, 1) : "transparent"
+    property color textColor: "black"
+    property string fontFamily: "Roboto"
+    property int pixelSize: 13
+    // At which end of a horizontal line.
+    property bool atRight: false
+    readonly property bool horizontal: cursor instanceof GraphCursorY
+    readonly property PlotData series: Cursors.primaryData(cursor)
+    property string text: !series ? "" : horizontal ? series.formattedYValue(cursor.posValue)
+                         : series.formattedXValue(cursor.posValue)
+
+    anchors.fill: parent
+    visible: text !== ""
+
+    Rectangle {
+        readonly property real line: tag.cursor ? tag.cursor.posOnScreen : 0
+
+        x: !tag.horizontal ? Math.max(0, Math.min(line - (width - 1) / 2, tag.width - width))
+           : tag.atRight ? tag.width - width - 2 : 2
+        y: tag.horizontal ? Math.max(0, Math.min(line - (height - 1) / 2, tag.height - height)) : tag.height - height - 2
+        width: Math.ceil(name.implicitWidth + 10) | 1
+        height: Math.ceil(name.implicitHeight + 3) | 1
+        radius: 3
+        color: tag.color
+
+        Text {
+            id: name
+
+            anchors.centerIn: parent
+            text: tag.text
+            color: tag.textColor
+            font.family: tag.fontFamily
+            font.pixelSize: tag.pixelSize
+            renderType: Text.NativeRendering
+        }
+    }
+}

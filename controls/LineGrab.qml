@@ -1,0 +1,157 @@
+import QtQuick 2.15
+import graph_plugin 1.0
+
+// What CursorGrab and MarkerGrab share: a strip along a line that can be dragged with a finger, panning near the edges,
+// and a small flag with a name. Taps and double taps go through to what lies below.
+Item {
+    id: grab
+
+    // The column of a vertical line, the row of a horizontal one.
+    property real line: 0
+    property bool horizontal: false
+    property bool shown: true
+    property ZoomRect zoomRect: null
+    // Width of the strip, in pixels.
+    property real grabSize: 44
+    // A finger this near to an edge pans the view; at the edge itself by panSpeed times the visible range per second.
+    property real panMargin: 40
+    property real panSpeed: 1
+    // Name on the flag; none, no flag.
+    property string text
+    property color color: "white"
+    property color textColor: "black"
+    property string fontFamily: "Roboto"
+    property int pixelSize: 13
+    // Flags in different rows do not cover each other.
+    property int row: 0
+    readonly property bool dragging: touch.dragging
+    readonly property alias flagWidth: flag.width
+
+    // The finger asks for the line to be at this place.
+    signal movedTo(real place)
+
+    // How far away a press at the point is; the flag belongs to the line.
+    function grabDistance(x, y) {
+        if (flag.visible && flag.contains(flag.mapFromItem(grab, x, y)))
+            return 0;
+        return Math.abs((horizontal ? y : x) - line);
+    }
+
+    // Of lines that lie close together a press takes the nearest.
+    function isNearest(x, y) {
+        var siblings = parent ? parent.children : [];
+        for (var i = 0; i < siblings.length; ++i) {
+            var other = siblings[i];
+            if (other && other !== grab && other.grabDistance !== undefined && other.shown && other.horizontal === horizontal
+                    && other.grabDistance(x, y) < grabDistance(x, y))
+                return false;
+        }
+        return true;
+    }
+
+    anchors.fill: parent
+
+    Rectangle {
+        id: flag
+
+        visible: grab.shown && grab.text !== ""
+        // Odd, so that it stands evenly on the line.
+        width: Math.ceil(Math.max(height, name.implicitWidth + 8)) | 1
+        height: Math.ceil(name.implicitHeight) + 4
+        x: grab.horizontal ? 2 : Math.max(0, Math.min(grab.line - (width - 1) / 2, grab.width - width))
+        y: grab.horizontal ? Math.max(0, Math.min(grab.line - Math.floor(height / 2), grab.height - height))
+                           : 2 + grab.row * (height + 2)
+        radius: 3
+        color: grab.color
+
+        Text {
+            id: name
+
+            anchors.centerIn: parent
+            text: grab.text
+            color: grab.textColor
+            font.family: grab.fontFamily
+            font.pixelSize: grab.pixelSize
+            renderType: Text.NativeRendering
+        }
+    }
+
+    MouseArea {
+        id: touch
+
+        readonly property real length: grab.horizontal ? grab.height : grab.width
+        readonly property real margin: Math.min(grab.panMargin, length / 4)
+        property bool dragging: false
+        property bool dragged: false
+        property real finger: 0
+        property real start: 0
+        // From the line to the finger.
+        property real offset: 0
+        // -1 to 1, how deep in the margin of an edge the finger is, and how deep it may be without panning: a drag
+        // that starts in there and leads out of it does not pan.
+        readonly property real depth: Math.max(-1, Math.min(1, finger < margin ? (finger - margin) / margin
+                : finger > length - 1 - margin ? (finger - (length - 1 - margin)) / margin : 0))
+        property real allowedDepth: 0
+
+        function place(mouse) {
+            var point = grab.mapFromItem(touch, mouse.x, mouse.y);
+            return grab.horizontal ? point.y : point.x;
+        }
+
+        function follow() {
+            grab.movedTo(Math.max(0, Math.min(finger - offset, length - 1)));
+        }
+
+        function pan(share) {
+            if (grab.horizontal)
+                grab.zoomRect.moveBottom(grab.zoomRect.bottom - share * grab.zoomRect.height);
+            else
+                grab.zoomRect.moveLeft(grab.zoomRect.left + share * grab.zoomRect.width);
+        }
+
+        x: grab.horizontal ? 0 : Math.round(grab.line - grab.grabSize / 2)
+        y: grab.horizontal ? Math.round(grab.line - grab.grabSize / 2) : 0
+        width: grab.horizontal ? grab.width : grab.grabSize
+        height: grab.horizontal ? grab.grabSize : grab.height
+        enabled: grab.shown
+        preventStealing: true
+        propagateComposedEvents: true
+        cursorShape: grab.horizontal ? Qt.SizeVerCursor : Qt.SizeHorCursor
+        onPressed: {
+            var point = grab.mapFromItem(touch, mouse.x, mouse.y);
+            mouse.accepted = grab.isNearest(point.x, point.y);
+            start = place(mouse);
+            dragged = false;
+        }
+        onPositionChanged: {
+            finger = place(mouse);
+            if (!dragging) {
+                if (Math.abs(finger - start) < Qt.styleHints.startDragDistance)
+                    return;
+                offset = finger - grab.line;
+                allowedDepth = Math.abs(depth);
+                dragging = true;
+                dragged = true;
+            }
+            allowedDepth = Math.min(allowedDepth, Math.abs(depth));
+            follow();
+        }
+        onReleased: dragging = false
+        onCanceled: dragging = false
+        onClicked: mouse.accepted = dragged
+        onDoubleClicked: mouse.accepted = false
+        onEnabledChanged: dragging = dragging && enabled
+
+        Timer {
+            interval: 16
+            repeat: true
+            running: touch.dragging && Math.abs(touch.depth) > touch.allowedDepth
+            onTriggered: {
+                if (!grab.zoomRect)
+                    return;
+                touch.pan(touch.depth * grab.panSpeed * interval / 1000);
+                touch.follow();
+            }
+        }
+    }
+}

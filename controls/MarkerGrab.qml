@@ -1,0 +1,75 @@
+import QtQuick 2.15
+import graph_plugin 1.0
+import "cursors.js" as Cursors
+
+// Moves a GraphMarker with a finger and shows its name on a flag. Declare it inside the marker, as its label:
+//     GraphMarker { MarkerGrab { text: "A" } }
+LineGrab {
+    id: grab
+
+    // Written by the marker that this is the label of.
+    property GraphMarker _parentMarker: null
+    property GraphMarker marker: _parentMarker
+    readonly property GraphCursor cursor: parent
+    // Behind the distance that the cursor writes, so that it stays readable over a trace.
+    property color deltaBackground: "transparent"
+
+    function freeRow() {
+        var used = [];
+        for (var i = 0; cursor && i < cursor.markers.length && cursor.markers[i] !== marker; ++i) {
+            var other = cursor.markers[i].label;
+            if (other && other.flagWidth !== undefined && other.shown && Math.abs(other.line - line) < other.flagWidth + 2)
+                used.push(other.row);
+        }
+        var free = 0;
+        while (used.indexOf(free) >= 0)
+            ++free;
+        return free;
+    }
+
+    line: marker ? marker.posOnScreen : 0
+    shown: Boolean(marker) && marker.visible && line >= 0 && line < width
+    zoomRect: Cursors.zoomRect(cursor)
+    color: marker ? marker.color : "transparent"
+    row: freeRow()
+    onMovedTo: Cursors.moveMarker(cursor, marker, place)
+
+    Rectangle {
+        id: background
+
+        // As the cursor places its text: between the lines if it fits, else beside both of them.
+        function textX(first, second, textWidth) {
+            if (textWidth + 11 < Math.abs(first - second))
+                return Math.floor((first + second - textWidth - 1) / 2);
+            return first + second >= grab.width ? Math.min(first, second) - 5 - textWidth : Math.max(first, second) + 5;
+        }
+
+        // The cursor's own measure of its text.
+        readonly property int textWidth: Math.ceil(delta.boundingRect.width) - 1
+
+        // Below what the cursor paints.
+        parent: grab.cursor
+        z: -1
+        visible: Boolean(grab.cursor && grab.marker) && grab.marker.visible && grab.marker.showDelta
+        x: visible ? textX(grab.cursor.posOnScreen, Math.max(0, Math.min(grab.line, grab.width - 1)),
+                           textWidth) - 4 : 0
+        y: grab.marker ? grab.marker.deltaY - Math.ceil(metrics.ascent) - 1 : 0
+        width: Math.ceil(delta.advanceWidth) + 8
+        height: Math.ceil(metrics.height) + 2
+        radius: 3
+        color: grab.deltaBackground
+
+        TextMetrics {
+            id: delta
+
+            font: metrics.font
+            text: grab.marker ? grab.marker.formattedDelta : ""
+        }
+
+        FontMetrics {
+            id: metrics
+
+            font: grab.cursor ? grab.cursor.font : Qt.font({})
+        }
+    }
+}

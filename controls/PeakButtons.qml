@@ -1,0 +1,60 @@
+import QtQuick 2.15
+import graph_plugin 1.0
+import "cursors.js" as Cursors
+
+// The next peak to the left, the highest one, the next one to the right.
+Row {
+    id: buttons
+
+    property GraphCursor cursor: null
+    property color color: "#26303a"
+    property color pressedColor: "#33404d"
+    property color textColor: "white"
+    property string fontFamily: "Roboto"
+    property int pixelSize: 15
+    property real buttonHeight: 40
+    property real leastWidth: 44
+    property real radius: 5
+
+    function press(index) {
+        if (!cursor)
+            return;
+        if (index === 0)
+            cursor.setPeakLeft();
+        else if (index === 1)
+            Cursors.goToPeak(cursor);
+        else
+            cursor.setPeakRight();
+    }
+
+    spacing: 6
+
+    Repeater {
+        model: ["\u2039", "Peak", "\u203a"]
+
+        Rectangle {
+            width: Math.max(buttons.leastWidth, Math.ceil(name.implicitWidth) + 24)
+            height: buttons.buttonHeight
+            radius: buttons.radius
+            color: touch.pressed ? buttons.pressedColor : buttons.color
+
+            Text {
+                id: name
+
+                anchors.centerIn: parent
+                text: modelData
+                color: buttons.textColor
+                font.family: buttons.fontFamily
+                font.pixelSize: buttons.pixelSize
+                renderType: Text.NativeRendering
+            }
+
+            MouseArea {
+                id: touch
+
+                anchors.fill: parent
+                onClicked: buttons.press(index)
+            }
+        }
+    }
+}
