@@ -1,9 +1,12 @@
 #include "simulator/Oscilloscope.h"
 
+#include "common/SafeInteger.h"
 #include "simulator/NoiseSource.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <limits>
 
 namespace simulation {
 
@@ -16,12 +19,21 @@ constexpr double modulationFrequency = 2.3e3;
 constexpr double modulationDepth = 0.6;
 constexpr double sineNoise = 0.012; // V
 constexpr double pulsePeriod = 50e-6;
-constexpr double highLevel = 3.3;
+constexpr double highLevel = 3.3; // A
 constexpr double pulseNoise = 0.015;
 constexpr double edgeDecay = 0.25e-6; // s
 constexpr double edgeRinging = 1.6e6; // Hz
 // An edge has settled to better than the noise after this time.
 constexpr double settled = 12.0 * edgeDecay;
+
+struct Stretch
+{
+    double begin; // s after the start of the window
+    double end;
+};
+
+// When the current probe is overloaded.
+constexpr std::array<Stretch, 3> overloads = {{{184e-6, 221e-6}, {545e-6, 574e-6}, {782e-6, 790e-6}}};
 
 double stepResponse(double seconds)
 {
@@ -32,14 +44,15 @@ double stepResponse(double seconds)
     return 1.0 - std::exp(-seconds / edgeDecay) * std::cos(2.0 * pi * edgeRinging * seconds);
 }
 
-TraceDescription channelDescription(const QString &label, double step, double lowest, double highest)
+TraceDescription channelDescription(const QString &label, const QString &quantity, const QString &unit,
+                                    double step, double lowest, double highest)
 {
     TraceDescription description;
     description.label = label;
     description.xLabel = QStringLiteral("Time");
-    description.yLabel = QStringLiteral("Voltage");
+    description.yLabel = quantity;
     description.xUnits = QStringLiteral("s");
-    description.yUnits = QStringLiteral("V");
+    description.yUnits = unit;
     description.xSigDigs = 4;
     description.xRangeBegin = -0.5 * window;
     description.xRangeEnd = 0.5 * window;
@@ -68,14 +81,27 @@ QString Oscilloscope::serviceName() const
 
 QVector<Trace> Oscilloscope::traces() const
 {
-    return {
-        {QStringLiteral("ch1"), channelDescription(QStringLiteral("Channel 1"), m_step, -2.0, 2.0), {}, {}},
-        {QStringLiteral("ch2"), channelDescription(QStringLiteral("Channel 2"), m_step, -2.0, 6.0), {}, {}}};
+    return {{QStringLiteral("ch1"),
+             channelDescription(QStringLiteral("Channel 1"), QStringLiteral("Voltage"), QStringLiteral("V"),
+                                m_step, -2.0, 2.0),
+             {},
+             {}},
+            {QStringLiteral("ch2"),
+             channelDescription(QStringLiteral("Channel 2"), QStringLiteral("Current"), QStringLiteral("A"),
+                                m_step, -2.0, 6.0),
+             {},
+             {}}};
 }
 
 QVector<SweptTrace> Oscilloscope::sweep(quint64 number) const
 {
-    return {{QStringLiteral("ch1"), modulatedSine(number)}, {QStringLiteral("ch2"), pulseTrain(number)}};
+    QVector<double> current = pulseTrain(number);
+    for (const Stretch &overload : overloads) {
+        const int end = std::min(graph::truncatedIndex(overload.end / m_step), m_samples);
+        for (int i = std::min(graph::truncatedIndex(overload.begin / m_step), end); i < end; ++i)
+            current[i] = std::numeric_limits<double>::quiet_NaN();
+    }
+    return {{QStringLiteral("ch1"), modulatedSine(number)}, {QStringLiteral("ch2"), current}};
 }
 
 SweepTimes Oscilloscope::times() const

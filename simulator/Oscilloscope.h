@@ -4,8 +4,9 @@
 
 namespace simulation {
 
-// Two channels over one millisecond: an amplitude-modulated sine with noise, and a train of logic pulses of
-// varying width whose edges overshoot and ring.
+// Two channels over one millisecond: the voltage of an amplitude-modulated sine with noise, and a train of
+// current pulses of varying width whose edges overshoot and ring. The current probe is overloaded now and
+// then: samples of that time are missing from the sweeps.
 class Oscilloscope : public Instrument
 {
 public:
@@ -18,6 +19,7 @@ public:
     SweepTimes times() const override;
 
     QVector<double> modulatedSine(quint64 sweep) const;
+    // All of it, also what the sweeps lack.
     QVector<double> pulseTrain(quint64 sweep) const;
     double timeStep() const { return m_step; }
 
