@@ -11,6 +11,9 @@ GraphView {
     property alias axisX: xAxis
     property alias axisY: yAxis
     readonly property alias zoomArea: area
+    // For further axes of a page.
+    readonly property alias labelPlane: labelPlane
+    readonly property alias gridPlane: gridPlane
 
     anchors.fill: parent
     zoomRect.zoomAxis: Qt.Horizontal | Qt.Vertical

@@ -18,13 +18,42 @@ Page {
         chosenEvent.value = index;
     }
 
-    controls: Stepper {
-        id: chosenEvent
-
-        label: "Event"
-        to: events.size - 1
-        onActivated: page.showEvent(value)
+    // The markers before and behind a splice and a bend, the cursor clear of them.
+    function placeCursors() {
+        cursor.posValue = 13300;
+        markerA.place(5750);
+        markerB.place(9000);
     }
+
+    readonly property real distance: Math.abs(markerB.posValue - markerA.posValue)
+    // What the light loses on its way from the nearer marker to the farther one.
+    readonly property real loss: (markerA.yValue - markerB.yValue) * (markerA.posValue <= markerB.posValue ? 1 : -1)
+
+    Component.onCompleted: if (ready) placeCursors()
+    onReadyChanged: if (ready) placeCursors()
+
+    CursorKeys {
+        cursor: cursor
+        focus: true
+    }
+
+    controls: [
+        Stepper {
+            id: chosenEvent
+
+            label: "Event"
+            to: events.size - 1
+            onActivated: page.showEvent(value)
+        },
+        PushButton {
+            text: "Set A"
+            onClicked: markerA.place(cursor.posValue)
+        },
+        PushButton {
+            text: "Set B"
+            onClicked: markerB.place(cursor.posValue)
+        }
+    ]
     endControls: ZoomButtons {
         zoomArea: chart.zoomArea
     }
@@ -40,8 +69,29 @@ Page {
             widestValue: "\u221288.88 dB"
         },
         Reading {
+            label: "A\u2013B"
+            value: series.formattedXValue(page.distance)
+            widestValue: "88.888 km"
+            valueColor: Theme.markers[0]
+        },
+        Reading {
+            label: "Loss A\u2013B"
+            value: series.formattedYValue(page.loss)
+            widestValue: "\u221288.888 dB"
+            valueColor: Theme.markers[0]
+            interval: shell.takesPictures ? 0 : 250
+            key: page.distance
+        },
+        Reading {
+            label: "Cursor"
+            value: series.formattedXValue(cursor.posValue)
+            widestValue: "88.888 km"
+            valueColor: Theme.cursor
+        },
+        Reading {
             label: "Points"
             value: series.size
+            visible: !Theme.compact
         }
     ]
 
@@ -128,6 +178,32 @@ Page {
             backgroundColor: Theme.overlay
             pixelSize: Theme.smallText
             fontFamily: Theme.family
+        }
+
+        ChartCursor {
+            id: cursor
+
+            zoomArea: chart.zoomArea
+            primaryPlot: trace
+            markers: [
+                ChartMarker {
+                    id: markerA
+                    name: "A"
+                    color: Theme.markers[0]
+                    showDelta: false
+                },
+                ChartMarker {
+                    id: markerB
+                    name: "B"
+                    color: Theme.markers[1]
+                    showDelta: false
+                }
+            ]
+
+            TraceReadout {
+                plot: trace
+                topInset: 28
+            }
         }
     }
 }

@@ -9,6 +9,11 @@ Page {
 
     ready: first.size > 1 && second.size > 1
 
+    // Whether missing samples stay empty. The plot neither tells of a change nor draws it on its own.
+    property bool gaps: true
+
+    onGapsChanged: secondTrace.update()
+
     // Shows this share of the capture around the middle of what is shown now.
     function showShare(share) {
         var rect = chart.zoomRect;
@@ -16,30 +21,86 @@ Page {
                               Qt.point(rect.left + rect.width / 2, rect.top + rect.height / 2));
     }
 
-    controls: SegmentedSelector {
-        readonly property var shares: [1, 0.1, 0.01, 0.001, 0.0001]
-
-        choices: shares.map(function (share) { return first.formattedXValue(share * (first.xRangeEnd - first.xRangeBegin)); })
-        currentIndex: shares.findIndex(function (share) { return Math.abs(chart.zoomRect.width / share - 1) < 0.01; })
-        onActivated: page.showShare(shares[index])
+    function placeCursors() {
+        cursor.posValue = first.xRangeBegin + 0.4 * (first.xRangeEnd - first.xRangeBegin);
+        levelCursor.posValue = 0.55 * first.yRangeEnd;
     }
+
+    // The line stays where it is and reads on the axis of the other channel.
+    function measureOn(plot) {
+        var row = levelCursor.posOnScreen;
+        levelCursor.primaryPlot = plot;
+        levelCursor.posOnScreen = row;
+    }
+
+    Component.onCompleted: if (ready) placeCursors()
+    onReadyChanged: if (ready) placeCursors()
+
+    CursorKeys {
+        cursor: cursor
+        horizontalCursor: levelCursor
+        focus: true
+    }
+
+    controls: [
+        SegmentedSelector {
+            readonly property var shares: [1, 0.1, 0.01, 0.001]
+
+            choices: shares.map(function (share) {
+                return first.formattedXValue(share * (first.xRangeEnd - first.xRangeBegin));
+            })
+            currentIndex: shares.findIndex(function (share) { return Math.abs(chart.zoomRect.width / share - 1) < 0.01; })
+            onActivated: page.showShare(shares[index])
+        },
+        // Which channel the level is read on.
+        SegmentedSelector {
+            choices: ["CH1", "CH2"]
+            currentIndex: levelCursor.primaryPlot === secondTrace ? 1 : 0
+            onActivated: page.measureOn(index === 1 ? secondTrace : firstTrace)
+        },
+        ToggleButton {
+            text: "Gaps"
+            on: page.gaps
+            onClicked: page.gaps = !page.gaps
+        }
+    ]
     endControls: ZoomButtons {
         zoomArea: chart.zoomArea
     }
     readings: [
         Reading {
-            label: "Time in view"
-            value: first.formattedXValue(chart.axisX.maxVisible - chart.axisX.minVisible)
-            widestValue: "888.888 ms"
+            label: "Cursor"
+            value: first.formattedXValue(cursor.posValue)
+            widestValue: "\u2212888.8 \u00b5s"
+            valueColor: Theme.cursor
         },
         Reading {
-            label: "Per division"
-            value: first.formattedXValue((chart.axisX.maxVisible - chart.axisX.minVisible) / 10)
+            label: "CH1"
+            value: cursor.reading(firstTrace)
+            widestValue: "\u2212888.88 mV"
+            valueColor: firstTrace.penColor
+        },
+        Reading {
+            label: "CH2"
+            value: cursor.reading(secondTrace)
+            widestValue: "\u2212888.88 mA"
+            valueColor: secondTrace.penColor
+        },
+        Reading {
+            label: "Level"
+            value: levelCursor.primaryPlot ? levelCursor.primaryPlot.plotData.formattedYValue(levelCursor.posValue) : ""
+            widestValue: "\u2212888.88 mA"
+            valueColor: Theme.secondCursor
+        },
+        Reading {
+            label: "In view"
+            value: first.formattedXValue(chart.axisX.maxVisible - chart.axisX.minVisible)
             widestValue: "888.888 ms"
         },
         Reading {
             label: "Samples per channel"
             value: first.size.toLocaleString(Qt.locale("en_US"), "f", 0)
+            visible: !Theme.compact
         }
     ]
 
@@ -52,9 +113,25 @@ Page {
             formatter: first.xFormatter
         }
         axisY {
-            minValue: Math.min(first.yRangeBegin, second.yRangeBegin)
-            maxValue: Math.max(first.yRangeEnd, second.yRangeEnd)
+            minValue: first.yRangeBegin
+            maxValue: first.yRangeEnd
             unit: first.yUnits
+            labelColor: firstTrace.penColor
+        }
+        axes: ValueAxis {
+            id: rightAxis
+            alignment: Qt.AlignRight
+            minValue: second.yRangeBegin
+            maxValue: second.yRangeEnd
+            unit: second.yUnits
+            numTicks: Theme.compact ? 6 : 8
+            // The left axis has drawn the grid.
+            axisStyle: ValueAxis.LabelsOnly
+            margin: requiredMargin
+            labelFont { family: Theme.family; pixelSize: Theme.axisText }
+            labelColor: secondTrace.penColor
+            labelsPlane: chart.labelPlane
+            linesPlane: chart.gridPlane
         }
         zoomRect.minWidth: 0.00002
         series: [
@@ -78,8 +155,9 @@ Page {
             renderTarget: Theme.plotTarget
             plotStyle: GraphPlot.LinePlot
             plotData: second
+            useIntermittentPlot: page.gaps
             axisX: chart.axisX
-            axisY: chart.axisY
+            axisY: rightAxis
             penColor: Theme.traces[1]
             minLineWidth: 1
             maxLineWidth: 2
@@ -101,10 +179,35 @@ Page {
         Legend {
             z: 4
             plots: [firstTrace, secondTrace]
+            // Above the peaks of the first channel.
+            inARow: true
+            entryHeight: Theme.compact ? 30 : 40
             textColor: Theme.text
             backgroundColor: Theme.overlay
             pixelSize: Theme.smallText
             fontFamily: Theme.family
+        }
+
+        LevelCursor {
+            id: levelCursor
+
+            primaryPlot: firstTrace
+            tagAtRight: primaryPlot === secondTrace
+        }
+
+        ChartCursor {
+            id: cursor
+
+            zoomArea: chart.zoomArea
+            primaryPlot: firstTrace
+
+            TraceReadout {
+                plot: firstTrace
+            }
+
+            TraceReadout {
+                plot: secondTrace
+            }
         }
     }
 }

@@ -12,26 +12,44 @@ Page {
     controls: StyleSelector {
         plot: trace
     }
-    endControls: ZoomButtons {
-        zoomArea: zoomArea
-    }
+    endControls: [
+        PeakButtons {
+            cursor: cursor
+            color: Theme.raised
+            pressedColor: Theme.pressed
+            textColor: Theme.text
+            fontFamily: Theme.family
+            pixelSize: Theme.bodyText
+            radius: Theme.radius
+        },
+        ZoomButtons {
+            zoomArea: zoomArea
+        }
+    ]
     readings: [
         Reading {
-            label: "Peak in view"
-            value: page.peakLevel
-            widestValue: "\u2212100.00 dBm"
-            valueColor: trace.penColor
+            label: "Cursor"
+            value: series.formattedXValue(cursor.posValue) + "  " + cursor.reading(trace)
+            widestValue: "888.888 MHz  \u2212100.00 dBm"
+            valueColor: Theme.cursor
+            interval: page.readingInterval
+            key: cursor.posIndex
         },
         Reading {
-            label: "at"
-            value: page.peakFrequency
-            widestValue: "888.888 MHz"
-            valueColor: trace.penColor
+            label: "M1"
+            value: firstMarker.formattedDelta + "  " + firstMarker.formattedDeltaY
+            widestValue: "\u0394 888.888 MHz  \u0394 88.88 dB"
+            valueColor: firstMarker.color
+            interval: page.readingInterval
+            key: firstMarker.formattedDelta
         },
         Reading {
-            label: "Span"
-            value: series.formattedXValue(xAxis.maxVisible - xAxis.minVisible)
-            widestValue: "888.888 MHz"
+            label: "M2"
+            value: secondMarker.formattedDelta + "  " + secondMarker.formattedDeltaY
+            widestValue: "\u0394 888.888 MHz  \u0394 88.88 dB"
+            valueColor: secondMarker.color
+            interval: page.readingInterval
+            key: secondMarker.formattedDelta
         },
         Reading {
             label: "Points"
@@ -47,39 +65,24 @@ Page {
         }
     ]
 
-    property string peakLevel
-    property string peakFrequency
+    // Numbers that change with every sweep cannot be read: at most four a second.
+    readonly property int readingInterval: shell.takesPictures ? 0 : 250
     property int sweeps: 0
     property real sweepRate: 0
 
-    // The largest sample in view.
-    function readPeak() {
-        var last = Math.min(series.size - 1, series.indexOf(xAxis.maxVisible));
-        var peak = Math.max(0, series.indexOf(xAxis.minVisible));
-        for (var i = peak; i <= last; ++i) {
-            if (series.y(i) > series.y(peak))
-                peak = i;
-        }
-        peakLevel = series.size > 0 ? series.formattedYValueByPosIndex(peak) : "";
-        peakFrequency = series.size > 0 ? series.formattedXValueByPosIndex(peak) : "";
+    // To where there is something to see in the first sweep.
+    function placeCursors() {
+        cursor.setPeak();
+        firstMarker.place(855e6);
+        secondMarker.place(889.5e6);
     }
 
-    // Numbers that change with every sweep cannot be read: at most four a second.
-    Timer {
-        id: readingPause
+    Component.onCompleted: if (ready) placeCursors()
+    onReadyChanged: if (ready) placeCursors()
 
-        property bool pending: false
-
-        function request() {
-            pending = running;
-            if (!running) {
-                page.readPeak();
-                start();
-            }
-        }
-
-        interval: shell.takesPictures ? 0 : 250
-        onTriggered: if (pending) request()
+    CursorKeys {
+        cursor: cursor
+        focus: true
     }
 
     Timer {
@@ -136,10 +139,7 @@ Page {
             xInterval: size > 1 ? (xRangeEnd - xRangeBegin) / (size - 1) : 1
             axisX: xAxis
             axisY: yAxis
-            onPlotChanged: {
-                ++page.sweeps;
-                readingPause.request();
-            }
+            onPlotChanged: ++page.sweeps
         }
 
         PlotBackground {
@@ -165,6 +165,25 @@ Page {
             }
         }
 
+        // What the levels have to stay below.
+        GraphPlot {
+            id: limit
+
+            renderTarget: Theme.plotTarget
+            plotStyle: GraphPlot.LinePlot
+            penColor: Theme.warning
+            minLineWidth: 2
+            maxLineWidth: 2
+            plotData: PlotPoints {
+                label: "Limit"
+                yUnits: series.yUnits
+                xData: [700e6, 756e6, 756e6, 825e6, 825e6, 878e6, 878e6, 1000e6]
+                yData: [-30, -30, -48, -48, -42, -42, -38, -38]
+                axisX: xAxis
+                axisY: yAxis
+            }
+        }
+
         XYScale {
             id: labelPlane
 
@@ -173,7 +192,8 @@ Page {
 
         Legend {
             z: 3
-            plots: [trace]
+            plots: [trace, limit]
+            inARow: true
             textColor: Theme.text
             backgroundColor: Theme.overlay
             pixelSize: Theme.smallText
@@ -184,9 +204,35 @@ Page {
             id: zoomArea
         }
 
-        Connections {
-            target: view.zoomRect
-            function onRectChanged() { readingPause.request(); }
+        ChartCursor {
+            id: cursor
+
+            zoomArea: zoomArea
+            primaryPlot: trace
+            markers: [
+                ChartMarker {
+                    id: firstMarker
+                    name: "M1"
+                    color: Theme.markers[0]
+                    deltaY: 44
+                },
+                ChartMarker {
+                    id: secondMarker
+                    name: "M2"
+                    color: Theme.markers[1]
+                    deltaY: 66
+                }
+            ]
+
+            TraceReadout {
+                plot: trace
+                topInset: 76
+            }
+
+            TraceReadout {
+                plot: limit
+                topInset: 76
+            }
         }
     }
 }

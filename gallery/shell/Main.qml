@@ -33,6 +33,8 @@ Rectangle {
         property string loadedPage
 
         anchors { left: parent.left; right: parent.right; top: titleBar.bottom; bottom: parent.bottom }
+        // Pages hear keys.
+        focus: true
         source: mayLoad ? shell.pageInfo.document : ""
         onLoaded: loadedPage = shell.page
     }

@@ -34,9 +34,15 @@ QtObject {
     readonly property color axisLabel: "#b9c4cf"
     // Behind texts that lie over a trace.
     readonly property color overlay: "#c012171d"
+    // The same for values that are read while the trace runs.
+    readonly property color readoutOverlay: "#e612171d"
     readonly property color accent: "#4db8ff"
     readonly property color good: "#5fd38d"
     readonly property color warning: "#ffb454"
+
+    readonly property color cursor: "#ff6b6b"
+    readonly property color secondCursor: "#f2f2f2"
+    readonly property var markers: ["#c6a5ff", "#8fe3a4"]
 
     // Told apart also without red and green; the first is the main trace.
     readonly property var traces: ["#3fd0ff", "#ffb02e", "#62e08a", "#ff77c8", "#b79cff", "#fff176"]

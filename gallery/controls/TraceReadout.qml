@@ -1,0 +1,10 @@
+import QtQuick 2.15
+import graph_controls 1.0
+import "../theme"
+
+CursorReadout {
+    backgroundColor: Theme.readoutOverlay
+    fontFamily: Theme.family
+    pixelSize: Theme.bodyText
+    interval: shell.takesPictures ? 0 : 250
+}
