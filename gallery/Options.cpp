@@ -33,10 +33,11 @@ CommandLineAnswer parsedCommandLine(const QStringList &arguments, Options *optio
                                   "1024x600");
     const QCommandLineOption seed("seed", "Start value of the simulated instruments.", "number", "1");
     const QCommandLineOption replay("replay", "Open a page that shows this recording.", "file");
+    const QCommandLineOption light("light", "Light colours, for bright surroundings.");
     const QCommandLineOption list("list", "Name the pages and leave.");
     QCommandLineParser parser;
     parser.setApplicationDescription("Shows what the chart items do, fed by simulated instruments.");
-    parser.addOptions({page, shot, shots, size, seed, replay, list});
+    parser.addOptions({page, shot, shots, size, seed, replay, light, list});
     const QCommandLineOption help = parser.addHelpOption();
 
     if (!parser.parse(arguments))
@@ -47,6 +48,7 @@ CommandLineAnswer parsedCommandLine(const QStringList &arguments, Options *optio
         return {"Unexpected argument: " + parser.positionalArguments().first(), badUsage};
 
     options->list = parser.isSet(list);
+    options->light = parser.isSet(light);
     options->pictureFile = parser.value(shot);
     options->pictureFolder = parser.value(shots);
     options->replayFile = parser.value(replay);

@@ -16,6 +16,7 @@ struct Options
     QSize size = QSize(1024, 600);
     int seed = 1;
     bool list = false;
+    bool light = false;
 
     bool takesPictures() const { return !pictureFile.isEmpty() || !pictureFolder.isEmpty(); }
 };

@@ -17,6 +17,7 @@ class Shell : public QObject
     Q_PROPERTY(QVariantMap pageInfo READ pageInfo NOTIFY pageChanged)
     Q_PROPERTY(bool takesPictures READ takesPictures CONSTANT)
     Q_PROPERTY(bool softwareRendering READ softwareRendering CONSTANT)
+    Q_PROPERTY(bool light READ isLight CONSTANT)
     Q_PROPERTY(QVariantMap recording READ recording CONSTANT)
     Q_PROPERTY(bool instrumentReady READ instrumentReady NOTIFY instrumentChanged)
     Q_PROPERTY(QString instrumentError READ instrumentError NOTIFY instrumentChanged)
@@ -29,6 +30,7 @@ public:
     QVariantMap pageInfo() const;
     bool takesPictures() const { return m_options.takesPictures(); }
     bool softwareRendering() const;
+    bool isLight() const { return m_options.light; }
     // The head of the recording that is replayed.
     QVariantMap recording() const { return m_recording; }
     // True at once for a page that needs none.

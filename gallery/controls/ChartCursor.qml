@@ -26,7 +26,7 @@ GraphCursor {
     }
 
     CursorTag {
-        textColor: Theme.window
+        textColor: Theme.flagText
         fontFamily: Theme.family
         pixelSize: Theme.smallText
     }

@@ -17,7 +17,7 @@ GraphMarker {
     MarkerGrab {
         text: marker.name
         grabSize: Theme.touchSize
-        textColor: Theme.window
+        textColor: Theme.flagText
         fontFamily: Theme.family
         pixelSize: Theme.smallText
         deltaBackground: Theme.readoutOverlay

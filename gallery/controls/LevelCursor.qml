@@ -19,7 +19,7 @@ GraphCursorY {
     CursorTag {
         id: tag
 
-        textColor: Theme.window
+        textColor: Theme.flagText
         fontFamily: Theme.family
         pixelSize: Theme.smallText
     }
