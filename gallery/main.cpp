@@ -18,12 +18,12 @@
 
 namespace {
 
-QStringList argumentList(int argc, char **argv)
+// The window's application can only start when it is known whether there will be a window; the parser wants
+// one for its help.
+gallery::CommandLineAnswer commandLineAnswer(int argc, char **argv, gallery::Options *options)
 {
-    QStringList arguments;
-    for (int i = 0; i < argc; ++i)
-        arguments.append(QString::fromLocal8Bit(argv[i]));
-    return arguments;
+    const QCoreApplication application(argc, argv);
+    return gallery::parsedCommandLine(QCoreApplication::arguments(), options);
 }
 
 // Runs the window, or draws the pictures, and gives the exit status.
@@ -64,7 +64,7 @@ int runGallery(QGuiApplication *application, const gallery::Options &options)
 int main(int argc, char **argv)
 {
     gallery::Options options;
-    const gallery::CommandLineAnswer answer = gallery::parsedCommandLine(argumentList(argc, argv), &options);
+    const gallery::CommandLineAnswer answer = commandLineAnswer(argc, argv, &options);
     if (!answer.text.isEmpty()) {
         std::fprintf(answer.status ? stderr : stdout, "%s\n", qPrintable(answer.text));
         return answer.status;
