@@ -170,7 +170,8 @@ int GraphCursor::getPositionIndex(double value, int count, double min, double ma
 {
     if (value < min)
         return 0;
+    const double last = count - 1.0; // the difference may not fit into an int
     if (value > max)
-        return count - 1;
-    return graph::roundedIndex((value - min) / (max - min) * (count - 1));
+        return graph::truncatedIndex(last);
+    return graph::roundedIndex((value - min) / (max - min) * last);
 }

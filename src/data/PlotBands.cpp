@@ -11,7 +11,7 @@
 PlotBands::PlotBands(QObject *parent)
     : PlotPoints(parent)
 {
-    connect(this, SIGNAL(sizeChanged(int)), this, SLOT(dropNames(int)));
+    connect(this, SIGNAL(sizeChanged(int)), this, SLOT(dropNames()));
 }
 
 bool PlotBands::operator==(const PlotData &other) const
@@ -59,10 +59,11 @@ QVector<QString> PlotBands::allNames() const
     return names;
 }
 
-void PlotBands::dropNames(int size)
+// Asks for the size itself: documents can emit the signal, too, with any number.
+void PlotBands::dropNames()
 {
-    if (m_names.size() > size)
-        m_names.resize(size);
+    if (m_names.size() > size())
+        m_names.resize(size());
 }
 
 void PlotBands::write(QDataStream &stream) const

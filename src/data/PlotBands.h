@@ -23,7 +23,7 @@ protected:
     void read(QDataStream &stream) override;
 
 private slots:
-    void dropNames(int size);
+    void dropNames();
 
 private:
     // One for each point, empty where none was given.

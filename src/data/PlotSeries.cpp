@@ -3,6 +3,7 @@
 #include "common/SafeInteger.h"
 #include "data/VectorStream.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdlib>
 
@@ -179,14 +180,17 @@ void PlotSeries::setYData(const QVector<double> &yData)
 
 /*!
     \qmlmethod void PlotSeries::fillData(int count, double min, double max)
-    Appends \a count values that wander at random between \a min and \a max, for trying out a chart.
+    Appends \a count values that wander at random between \a min and \a max, for trying out a chart; up
+    to 16777216 values in all.
 */
 void PlotSeries::fillData(int count, double min, double max)
 {
     constexpr double randomMax = 2147483647.0;
+    constexpr int greatestSize = 1 << 24;
     const double span = max - min;
     double value = pseudoRandom() * span / randomMax + min;
-    for (int i = 0; i < count; ++i) {
+    const int end = std::min(count, greatestSize - m_yData.size());
+    for (int i = 0; i < end; ++i) {
         value = value + pseudoRandom() * (span * 0.25) / randomMax - span * 0.25 * 0.5;
         if (value > max)
             value = max;
