@@ -32,7 +32,9 @@ CommandLineAnswer parsedCommandLine(const QStringList &arguments, Options *optio
     const QCommandLineOption size("size", "Size of the screen: 1024x600 (default), 800x480, ...", "WxH",
                                   "1024x600");
     const QCommandLineOption seed("seed", "Start value of the simulated instruments.", "number", "1");
-    const QCommandLineOption replay("replay", "Open a page that shows this recording.", "file");
+    const QCommandLineOption replay(
+        "replay", "Show this recording; once each for a trace, a table of events and a table of regions.",
+        "file");
     const QCommandLineOption light("light", "Light colours, for bright surroundings.");
     const QCommandLineOption list("list", "Name the pages and leave.");
     QCommandLineParser parser;
@@ -51,11 +53,13 @@ CommandLineAnswer parsedCommandLine(const QStringList &arguments, Options *optio
     options->light = parser.isSet(light);
     options->pictureFile = parser.value(shot);
     options->pictureFolder = parser.value(shots);
-    options->replayFile = parser.value(replay);
+    options->replayFiles = parser.values(replay);
     if (parser.isSet(shot) && parser.isSet(shots))
         return {"--shot draws one page, --shots all of them: give one of the two.", badUsage};
-    if (!options->replayFile.isEmpty() && !QFileInfo(options->replayFile).isReadable())
-        return {"Cannot read the recording " + options->replayFile, badUsage};
+    for (const QString &file : qAsConst(options->replayFiles)) {
+        if (!QFileInfo(file).isReadable())
+            return {"Cannot read the recording " + file, badUsage};
+    }
 
     options->size = parsedSize(parser.value(size));
     if (!options->size.isValid())
@@ -65,10 +69,8 @@ CommandLineAnswer parsedCommandLine(const QStringList &arguments, Options *optio
     if (!isNumber)
         return {"--seed wants a whole number.", badUsage};
 
-    options->page = parser.isSet(page)              ? parser.value(page)
-                    : options->replayFile.isEmpty() ? "home"
-                                                    : "replay";
     const PageList pages = availablePages(*options);
+    options->page = parser.isSet(page) ? parser.value(page) : pageNamed(pages, "replay") ? "replay" : "home";
     if (!pageNamed(pages, options->page))
         return {"There is no page " + options->page + ". Pages: " + pageNames(pages).join(", "), badUsage};
     return {};

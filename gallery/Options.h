@@ -12,7 +12,7 @@ struct Options
     QString page;
     QString pictureFile;
     QString pictureFolder;
-    QString replayFile;
+    QStringList replayFiles;
     QSize size = QSize(1024, 600);
     int seed = 1;
     bool list = false;

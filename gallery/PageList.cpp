@@ -1,27 +1,37 @@
 #include "PageList.h"
 
+#include "RecordingHeader.h"
+
 #include <QFileInfo>
 
 #include <algorithm>
 
 namespace gallery {
 
-PageList availablePages(const Options &options)
+namespace {
+
+const char replayService[] = "replay";
+
+PageList simulatedPages()
 {
-    PageList pages = {
-        {"home", "Home", "", "Home.qml", "", {}},
-        {"spectrum",
-         "Spectrum",
-         "Live trace over the bus, cursor, markers, peaks and six plot styles",
-         "SpectrumPage.qml",
+    // The instrument that is named last is on the bus last: it stands for all.
+    const QStringList allInstruments = {"--instrument", "analyzer", "--instrument", "otdr",
+                                        "--instrument", "scope",    "--rate",       "10"};
+    const QStringList analyzer = {"--instrument", "analyzer", "--samples", "2001", "--rate", "20"};
+    return {
+        {"home", "Home", "", "Home.qml", "scope", allInstruments, true},
+        {"spectrum", "Spectrum", "Live trace over the bus, six plot styles, pinch to zoom",
+         "SpectrumPage.qml", "analyzer", analyzer},
+        {"persistence", "Persistence", "Heat map of many sweeps under the live trace", "PersistencePage.qml",
+         "analyzer", analyzer, true},
+        {"hold", "Hold", "Everything between the highest and the lowest level so far", "HoldPage.qml",
+         "analyzer", analyzer},
+        {"masks",
+         "Masks",
+         "Limit masks that judge every sweep",
+         "MasksPage.qml",
          "analyzer",
-         {"--instrument", "analyzer", "--samples", "2001", "--rate", "20"}},
-        {"axes",
-         "Axes",
-         "Tick modes, all four sides, staggered, decreasing, feet and metres",
-         "AxesPage.qml",
-         "",
-         {}},
+         {"--instrument", "analyzer", "--samples", "1001", "--rate", "10"}},
         {"scope",
          "Oscilloscope",
          "A million samples a channel on two axes, with two cursors and gaps",
@@ -34,15 +44,58 @@ PageList availablePages(const Options &options)
          "FibrePage.qml",
          "otdr",
          {"--instrument", "otdr"}},
+        {"events",
+         "Events",
+         "Fitted sections, reflections and notes, with the whole fibre below",
+         "EventsPage.qml",
+         "otdr",
+         {"--instrument", "otdr"}},
+        {"points", "Points", "Eight marks for the points of a scatter plot", "PointsPage.qml", "", {}},
+        {"axes",
+         "Axes",
+         "Tick modes, all four sides, staggered, decreasing, feet and metres",
+         "AxesPage.qml",
+         "",
+         {}},
     };
-    if (!options.replayFile.isEmpty()) {
-        pages.append({"replay",
-                      "Replay",
-                      QFileInfo(options.replayFile).fileName(),
-                      "ReplayPage.qml",
-                      "replay",
-                      {"--replay", QFileInfo(options.replayFile).absoluteFilePath()}});
+}
+
+Page *pageNamed(PageList *pages, const QString &name)
+{
+    const auto found =
+        std::find_if(pages->begin(), pages->end(), [&name](const Page &page) { return page.name == name; });
+    return found == pages->end() ? nullptr : &*found;
+}
+
+} // namespace
+
+PageList availablePages(const Options &options)
+{
+    PageList pages = simulatedPages();
+    QStringList arguments;
+    QString traceFile;
+    QStringList replayedPages;
+    for (const QString &file : options.replayFiles) {
+        arguments << "--replay" << QFileInfo(file).absoluteFilePath();
+        const QString kind = recordingHeader(file).value("kind").toString();
+        if (kind == "events")
+            replayedPages << "events";
+        else if (kind == "regions")
+            replayedPages << "channels"
+                          << "bands";
+        else
+            traceFile = file;
     }
+    for (const QString &name : qAsConst(replayedPages)) {
+        Page *page = pageNamed(&pages, name);
+        if (!page)
+            continue;
+        page->service = replayService;
+        page->simulatorArguments = arguments;
+    }
+    if (!traceFile.isEmpty())
+        pages.append({"replay", "Replay", QFileInfo(traceFile).fileName(), "ReplayPage.qml", replayService,
+                      arguments});
     return pages;
 }
 

@@ -18,6 +18,8 @@ struct Page
     // Bus service that the page's data objects read; empty for a page with data of its own.
     QString service;
     QStringList simulatorArguments;
+    // The instrument also writes heat maps.
+    bool hasHeatmaps = false;
 };
 
 using PageList = QVector<Page>;

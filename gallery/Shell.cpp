@@ -8,6 +8,17 @@ namespace gallery {
 
 namespace {
 
+// Tables of events and regions come with a trace, whose head says what the axes show.
+QVariantMap traceHeader(const QStringList &files)
+{
+    for (const QString &file : files) {
+        const QVariantMap header = recordingHeader(file);
+        if (header.value("kind") != "events" && header.value("kind") != "regions")
+            return header;
+    }
+    return {};
+}
+
 QVariantMap description(const Page &page)
 {
     return {{"name", page.name},
@@ -23,11 +34,12 @@ Shell::Shell(const Options &options, const QString &simulator, QObject *parent)
     : QObject(parent)
     , m_options(options)
     , m_pages(availablePages(options))
-    , m_recording(recordingHeader(options.replayFile))
-    , m_page("home")
+    , m_recording(traceHeader(options.replayFiles))
+    , m_page(options.page)
     , m_instrument(simulator)
 {
     connect(&m_instrument, &Instrument::changed, this, &Shell::instrumentChanged);
+    runInstrument(1);
 }
 
 QVariantList Shell::pages() const
@@ -53,22 +65,36 @@ bool Shell::instrumentReady() const
     return pageNamed(m_pages, m_page)->service.isEmpty() || m_instrument.isReady();
 }
 
+void Shell::holdSweep(int number)
+{
+    if (takesPictures())
+        runInstrument(number);
+}
+
 void Shell::setPage(const QString &name)
 {
-    const Page *page = pageNamed(m_pages, name);
-    if (!page || m_page == name)
+    if (!pageNamed(m_pages, name) || m_page == name)
         return;
+    m_page = name;
+    runInstrument(1);
+    emit pageChanged();
+}
+
+void Shell::runInstrument(int heldSweep)
+{
+    const Page *page = pageNamed(m_pages, m_page);
     QStringList arguments = page->simulatorArguments;
+    if (page->hasHeatmaps) {
+        m_heatmaps.clear();
+        arguments << "--heatmap" << m_heatmaps.path();
+    }
     if (!arguments.isEmpty()) {
         arguments << "--seed" << QString::number(m_options.seed);
         // A picture shows one sweep and no other, whenever it is taken.
         if (takesPictures())
-            arguments << "--hold"
-                      << "1";
+            arguments << "--hold" << QString::number(heldSweep);
     }
-    m_page = name;
     m_instrument.run(page->service, arguments);
-    emit pageChanged();
 }
 
 } // namespace gallery

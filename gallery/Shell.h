@@ -1,5 +1,6 @@
 #pragma once
 
+#include "HeatmapFolder.h"
 #include "Instrument.h"
 #include "PageList.h"
 
@@ -19,6 +20,7 @@ class Shell : public QObject
     Q_PROPERTY(bool softwareRendering READ softwareRendering CONSTANT)
     Q_PROPERTY(bool light READ isLight CONSTANT)
     Q_PROPERTY(QVariantMap recording READ recording CONSTANT)
+    Q_PROPERTY(gallery::HeatmapFolder *heatmaps READ heatmaps CONSTANT)
     Q_PROPERTY(bool instrumentReady READ instrumentReady NOTIFY instrumentChanged)
     Q_PROPERTY(QString instrumentError READ instrumentError NOTIFY instrumentChanged)
 
@@ -31,11 +33,15 @@ public:
     bool takesPictures() const { return m_options.takesPictures(); }
     bool softwareRendering() const;
     bool isLight() const { return m_options.light; }
-    // The head of the recording that is replayed.
+    // The head of the trace that is replayed.
     QVariantMap recording() const { return m_recording; }
+    HeatmapFolder *heatmaps() { return &m_heatmaps; }
     // True at once for a page that needs none.
     bool instrumentReady() const;
     QString instrumentError() const { return m_instrument.errorText(); }
+
+    // For pages whose picture shows what more than one sweep adds up to: has the instrument hold this one next.
+    Q_INVOKABLE void holdSweep(int number);
 
 public slots:
     void setPage(const QString &page);
@@ -45,10 +51,13 @@ signals:
     void instrumentChanged();
 
 private:
+    void runInstrument(int heldSweep);
+
     Options m_options;
     PageList m_pages;
     QVariantMap m_recording;
     QString m_page;
+    HeatmapFolder m_heatmaps;
     Instrument m_instrument;
 };
 

@@ -4,6 +4,7 @@
 #include "PageList.h"
 #include "PictureTaker.h"
 #include "PrivateBus.h"
+#include "QmlTypes.h"
 #include "Shell.h"
 
 #include <QDir>
@@ -31,6 +32,7 @@ int runGallery(QGuiApplication *application, const gallery::Options &options)
 {
     using namespace gallery;
     const QDir folder(QCoreApplication::applicationDirPath());
+    registerQmlTypes();
     Shell shell(options, folder.filePath("simulator"));
     QQuickView view;
     view.engine()->addImportPath(folder.filePath(INSTALLED_QML_DIR));
@@ -44,10 +46,8 @@ int runGallery(QGuiApplication *application, const gallery::Options &options)
     if (view.status() != QQuickView::Ready)
         return 1;
     view.show();
-    if (!options.takesPictures()) {
-        shell.setPage(options.page);
+    if (!options.takesPictures())
         return application->exec();
-    }
 
     PictureTaker taker(&shell, &view);
     QObject::connect(&taker, &PictureTaker::finished, application,

@@ -79,7 +79,7 @@ Rectangle {
 
         anchors { right: parent.right; rightMargin: Theme.gap; verticalCenter: parent.verticalCenter }
         spacing: 8
-        visible: Boolean(shell.pageInfo.service)
+        visible: Boolean(shell.pageInfo.service) && shell.page !== "home"
         width: visible ? implicitWidth : 0
 
         Rectangle {

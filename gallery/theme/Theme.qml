@@ -36,6 +36,8 @@ QtObject {
     readonly property color axisLabel: light ? "#3a4651" : "#b9c4cf"
     // Behind texts that lie over a trace.
     readonly property color overlay: light ? "#c0ffffff" : "#c012171d"
+    // Over what is not in use.
+    readonly property color veil: light ? "#80ffffff" : "#8012171d"
     // The same for values that are read while the trace runs.
     readonly property color readoutOverlay: light ? "#e6ffffff" : "#e612171d"
     // On a flag in one of the colours of cursors and markers.

@@ -1,0 +1,21 @@
+#include "QmlTypes.h"
+
+#include "BusValue.h"
+#include "HeatmapFolder.h"
+#include "TraceHold.h"
+
+#include <QtQml>
+
+namespace gallery {
+
+void registerQmlTypes()
+{
+    const char *module = "gallery";
+    // Known by name, so that a property of the base type takes the derived one.
+    qmlRegisterAnonymousType<OrnData>(module, 1);
+    qmlRegisterAnonymousType<HeatmapFolder>(module, 1);
+    qmlRegisterType<BusValue>(module, 1, 0, "BusValue");
+    qmlRegisterType<TraceHold>(module, 1, 0, "TraceHold");
+}
+
+} // namespace gallery
