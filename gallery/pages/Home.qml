@@ -1,17 +1,36 @@
 import QtQuick 2.15
+import QtQml 2.15
 import "../controls"
 import "../theme"
 
-// One tile per page.
+// One tile per page, all of them on one screen.
 Item {
     id: home
 
-    property bool ready: true
+    property bool ready: feedLoader.item !== null && feedLoader.item.ready && shell.heatmaps.newestFile !== ""
 
-    readonly property int columns: width < 960 ? 3 : 4
+    readonly property var pages: shell.pages.slice(1)
+    readonly property int columns: width < 640 ? 3 : 4
+    readonly property int rows: Math.ceil(pages.length / columns)
+    readonly property real textHeight: Theme.compact ? 60 : 74
     readonly property real tileWidth: Math.floor((width - (columns + 1) * Theme.gap) / columns)
-    readonly property real previewHeight: Math.round(tileWidth * 0.44)
-    readonly property real textHeight: Theme.compact ? 66 : 80
+    readonly property real tileHeight: Math.max(textHeight + 50, Math.floor((height - (rows + 1) * Theme.gap) / rows))
+
+    Loader {
+        id: feedLoader
+
+        property bool seen: false
+
+        active: seen
+        source: "HomeFeeds.qml"
+
+        // Once made the data stay, also while an instrument starts again.
+        Binding on seen {
+            when: shell.instrumentReady
+            value: true
+            restoreMode: Binding.RestoreNone
+        }
+    }
 
     Flickable {
         anchors.fill: parent
@@ -27,37 +46,37 @@ Item {
             spacing: Theme.gap
 
             Repeater {
-                model: shell.pages.slice(1)
+                model: home.pages
 
                 PushButton {
                     width: home.tileWidth
-                    height: home.previewHeight + home.textHeight
+                    height: home.tileHeight
                     onClicked: shell.page = modelData.name
 
                     Item {
                         anchors.centerIn: parent
                         width: home.tileWidth
-                        height: home.previewHeight + home.textHeight
+                        height: home.tileHeight
 
                         TilePreview {
                             x: 1
                             y: 1
                             width: parent.width - 2
-                            height: home.previewHeight
+                            height: home.tileHeight - home.textHeight
                             page: modelData.name
-                            penColor: Theme.traces[index % Theme.traces.length]
+                            feeds: feedLoader.item
                         }
 
                         Column {
                             x: Theme.gap
-                            y: home.previewHeight + (Theme.compact ? 6 : 8)
+                            y: home.tileHeight - home.textHeight + (Theme.compact ? 4 : 6)
                             width: parent.width - 2 * Theme.gap
-                            spacing: 2
+                            spacing: Theme.compact ? 0 : 1
 
                             Label {
                                 width: parent.width
                                 text: modelData.title
-                                font.pixelSize: Theme.compact ? 16 : 18
+                                font.pixelSize: Theme.compact ? 15 : 18
                             }
 
                             Label {

@@ -37,12 +37,18 @@ Rectangle {
     }
 
     ListView {
+        id: tabs
+
         anchors { left: home.right; right: status.left; top: parent.top; bottom: parent.bottom }
         orientation: ListView.Horizontal
         boundsBehavior: Flickable.StopAtBounds
         clip: true
         model: shell.pages.slice(1)
         currentIndex: model.findIndex(function (page) { return page.name === shell.page; })
+        // The open page's tab stays away from the ends, where its neighbours are half hidden.
+        highlightRangeMode: ListView.ApplyRange
+        preferredHighlightBegin: 0.2 * width
+        preferredHighlightEnd: 0.8 * width
         highlightMoveDuration: 0
 
         delegate: Item {
@@ -74,11 +80,23 @@ Rectangle {
         }
     }
 
+    TabFade {
+        anchors { left: tabs.left; top: tabs.top; bottom: tabs.bottom }
+        visible: !tabs.atXBeginning
+    }
+
+    TabFade {
+        anchors { right: tabs.right; top: tabs.top; bottom: tabs.bottom }
+        visible: !tabs.atXEnd
+        mirrored: true
+    }
+
     Row {
         id: status
 
-        anchors { right: parent.right; rightMargin: Theme.gap; verticalCenter: parent.verticalCenter }
+        anchors { right: parent.right; rightMargin: visible ? Theme.gap : 0; verticalCenter: parent.verticalCenter }
         spacing: 8
+        leftPadding: 8
         visible: Boolean(shell.pageInfo.service) && shell.page !== "home"
         width: visible ? implicitWidth : 0
 

@@ -45,6 +45,7 @@ QtObject {
     readonly property color accent: light ? "#0a6fc2" : "#4db8ff"
     readonly property color good: light ? "#1d8a4e" : "#5fd38d"
     readonly property color warning: light ? "#b45f06" : "#ffb454"
+    readonly property color bad: light ? "#c8201e" : "#ff6b6b"
 
     readonly property color cursor: light ? "#c81e1e" : "#ff6b6b"
     readonly property color secondCursor: light ? "#20262c" : "#f2f2f2"

@@ -1,0 +1,28 @@
+import QtQuick 2.15
+import QtQml 2.15
+import graph_plugin 1.0
+
+// Regions made from a list of {begin, end, value, name, color, style}. A value that is not a number marks a region
+// without a measurement.
+PlotRegions {
+    id: table
+
+    property var rows: []
+    // Where a plot that draws all regions alike puts those without a measurement.
+    property real missingValue: 0
+    property Instantiator maker: Instantiator {
+        model: table.rows
+        onObjectAdded: table.append(object)
+        onObjectRemoved: table.remove(object)
+
+        PlotRegion {
+            valid: !isNaN(modelData.value)
+            begin: modelData.begin
+            end: modelData.end
+            value: valid ? modelData.value : table.missingValue
+            name: modelData.name
+            color: modelData.color
+            plotStyle: modelData.style
+        }
+    }
+}
