@@ -18,6 +18,8 @@ Page {
     // What each event reflects.
     property var peaks: []
     property int chosen: 0
+    // From afar numbers and notes of close events would overlap.
+    readonly property bool isNear: chart.zoomRect.width * (series.xRangeEnd - series.xRangeBegin) < 2500 * metre
     readonly property var peak: peaks[chosen] || {x: 0, y: 0, end: 0, isHigh: false}
 
     function distanceText(distance) {
@@ -339,7 +341,7 @@ Page {
                 }
 
                 CrossPainter {
-                    visible: page.peak.isHigh
+                    visible: page.isNear && page.peak.isHigh
                     point1X: page.peak.x
                     point1Y: page.peak.y
                     crossColor: Theme.text
@@ -349,7 +351,7 @@ Page {
 
                 TextPainter {
                     plotParent: notes
-                    visible: page.peak.isHigh
+                    visible: page.isNear && page.peak.isHigh
                     origin: Qt.point(page.peak.x, page.peak.y)
                     // Beside the cross.
                     label: page.decibelText(page.peak.y, 1) + "\u2003"
@@ -376,8 +378,7 @@ Page {
                 graphPoint: GraphPointReflections {
                     pointSize: 40
                     labelColor: Theme.text
-                    // From afar the numbers of close events would overlap.
-                    labelFontSize: chart.zoomRect.width * (series.xRangeEnd - series.xRangeBegin) < 2500 * page.metre ? 10 : 0
+                    labelFontSize: page.isNear ? 10 : 0
                     iconPaths: icons
                     iconSize: 26
                     iconBackgroundColor: Theme.raised

@@ -52,6 +52,8 @@ Item {
                     unit: "MHz"
                 }
                 axisY {
+                    // The same for both units, so that the chart stays in its place.
+                    margin: Theme.compact ? 46 : 52
                     minValue: series.yRangeBegin + levelAxis.offset
                     maxValue: series.yRangeEnd + levelAxis.offset
                     unit: page.inMicrovolts ? "dB\u00b5V" : "dBm"

@@ -82,6 +82,11 @@ Rectangle {
             trace: preview.feeds.spectrum
             penColor: Theme.traces[0]
             plotStyle: GraphPlot.FillPlot
+            // The fill stands on the baseline of the data's axis.
+            Component.onCompleted: {
+                trace.axisX = axisX;
+                trace.axisY = axisY;
+            }
             minX: trace.xRangeBegin
             maxX: trace.xRangeEnd
             minY: trace.yRangeBegin
