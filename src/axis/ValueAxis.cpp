@@ -3,6 +3,7 @@
 #include "axis/AxisPainting.h"
 #include "axis/PlaneAccess.h"
 #include "common/FuzzyEqual.h"
+#include "common/SafeInteger.h"
 #include "data/AxisAccess.h"
 
 #include <QMetaMethod>
@@ -322,7 +323,7 @@ void ValueAxis::setLineDashPattern(const QVector<qreal> &pattern)
 
 void ValueAxis::setLineWidth(int width)
 {
-    m_linePen.setWidth(std::max(width, 0));
+    m_linePen.setWidth(graph::penWidth(width));
 }
 
 void ValueAxis::setLineStyle(Qt::PenStyle style)
