@@ -10,6 +10,7 @@
 #include <QTimerEvent>
 
 #include <algorithm>
+#include <cmath>
 
 namespace graph {
 
@@ -314,10 +315,20 @@ void ValueAxis::setLineJoinStyle(Qt::PenJoinStyle style)
 
 /*!
     \qmlproperty list<real> ValueAxis::lineDashPattern
-    Lengths of dashes and gaps in turn, in units of the line width; empty by default.
+    Lengths of dashes and gaps in turn, in units of the line width. Ignored when a length is negative or not
+   finite, or when they are shorter than half a unit on average.
 */
 void ValueAxis::setLineDashPattern(const QVector<qreal> &pattern)
 {
+    // The painter would take minutes, or for ever, to cut a line into such dashes.
+    double sum = 0.0;
+    for (const double length : pattern) {
+        if (!(length >= 0.0))
+            return;
+        sum += length;
+    }
+    if (!std::isfinite(sum) || sum < 0.5 * pattern.size())
+        return;
     m_linePen.setDashPattern(pattern);
 }
 

@@ -390,7 +390,7 @@ void GraphPlot::paintEnvelope(Frame &frame)
         return; // a number that names no style
     }
     graph::joinColumns(envelope, frame.baseline, m_plotBaseline);
-    const int lineWidth = qMax(0, m_minLineWidth);
+    const int lineWidth = graph::penWidth(m_minLineWidth);
     frame.pen.setWidth(lineWidth);
     frame.painter->setPen(frame.pen);
     frame.painter->drawLines(graph::envelopeStrokes(envelope, frame.mapping, lineWidth / frame.mapping.scaleY(),
@@ -400,7 +400,7 @@ void GraphPlot::paintEnvelope(Frame &frame)
 int GraphPlot::clampedLineWidth(int width) const
 {
     // The lower limit wins where the two contradict each other.
-    return qMax(0, qMax(m_minLineWidth, qMin(m_maxLineWidth, width)));
+    return graph::penWidth(qMax(m_minLineWidth, qMin(m_maxLineWidth, width)));
 }
 
 QColor GraphPlot::fillColor() const

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "hostile/NastyValues.h"
+
+#include <QMetaMethod>
+#include <QObject>
+#include <QPointer>
+#include <QQmlEngine>
+#include <QQuickItem>
+#include <QQuickPaintedItem>
+#include <QTemporaryDir>
+
+#include <memory>
+
+// A chart with one more object of every type of the module, and random steps that mistreat it.
+class HostileChart : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit HostileChart(quint32 seed);
+    ~HostileChart() override;
+
+    void step();
+    void paintAll();
+
+public slots:
+    // Called by signals of the chart's objects: does something to the chart in the middle of a change.
+    void interfere();
+
+private:
+    QObject *created(QQmlComponent &component);
+    void createEveryType();
+    void listen();
+    QObject *any(const QMetaObject *wanted = nullptr);
+    void writeProperty();
+    void changeList();
+    void callMethod();
+    void runScript();
+    void loadHeatmap();
+    void destroyOne();
+    void moveItem();
+    void resizeItem();
+    void paintOne();
+    void paint(QQuickPaintedItem *item);
+    void log(const QObject *object, const char *what, const QVariant &value = {}) const;
+
+    QVector<QPointer<QObject>> m_objects;
+    NastyValues m_values;
+    QTemporaryDir m_directory;
+    QQmlEngine m_engine;
+    std::unique_ptr<QObject> m_root;
+    int m_interferences = 0;
+};
