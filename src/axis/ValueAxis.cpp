@@ -316,7 +316,7 @@ void ValueAxis::setLineJoinStyle(Qt::PenJoinStyle style)
 /*!
     \qmlproperty list<real> ValueAxis::lineDashPattern
     Lengths of dashes and gaps in turn, in units of the line width. Ignored when a length is negative or not
-   finite, or when they are shorter than half a unit on average.
+    finite, or when they are shorter than half a unit on average.
 */
 void ValueAxis::setLineDashPattern(const QVector<qreal> &pattern)
 {
