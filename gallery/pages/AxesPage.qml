@@ -157,8 +157,8 @@ Page {
                     ExampleAxis {
                         id: decreasingX
                         example: decreasing
-                        minValue: 400
-                        maxValue: 4000
+                        minValue: 600
+                        maxValue: 4200
                         customInterval: 1000
                         rangeOrder: ValueAxis.Decreasing
                         labelFont.pixelSize: page.smallFont + 8

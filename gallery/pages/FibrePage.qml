@@ -146,10 +146,8 @@ Page {
             penColor: Theme.traces[1]
             minLineWidth: 2
             maxLineWidth: 2
-            graphPoint: GraphPointReflections {
+            graphPoint: GraphPointVerticalLine {
                 pointSize: 22
-                labelColor: Theme.text
-                labelFontSize: 10
             }
         }
 

@@ -196,7 +196,7 @@ const AxisTexts::Text &AxisPainting::text(double tick)
 void AxisPainting::paintHorizontalLabels(QPainter *painter)
 {
     const bool band = hasBand(m_axis);
-    const QRectF &bounds = band ? m_bounds : m_rect;
+    const QRectF bounds = band ? roomForHorizontalLabels() : m_rect;
     const Side side = axisSide(m_axis);
     const int height = m_metrics.height();
     if (height > bounds.height())
@@ -355,6 +355,22 @@ bool AxisPainting::labelStandsOnLine() const
 double AxisPainting::labelCenter(double place, int extent) const
 {
     return labelStandsOnLine() ? place - extent / 2 : place;
+}
+
+// Labels below or above the plot area end where the columns of numbers beside it begin: two texts that touch in a
+// corner read as one.
+QRectF AxisPainting::roomForHorizontalLabels() const
+{
+    QRectF room = m_bounds;
+    for (const ValueAxis *axis : planeAxes(m_axis.labelsPlane())) {
+        if (!axis || axis->orientation() != Qt::Vertical || !showsLabels(*axis) || !hasBand(*axis))
+            continue;
+        if (axisSide(*axis) == Side::Begin)
+            room.setLeft(std::max(room.left(), m_rect.left() - bandDistance));
+        else
+            room.setRight(std::min(room.right(), m_rect.right() + bandDistance));
+    }
+    return room;
 }
 
 // The numbers of horizontal axes have their rows to themselves, or those of both would meet in the corner.

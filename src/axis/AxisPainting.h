@@ -46,6 +46,7 @@ private:
 
     bool labelStandsOnLine() const;
     double labelCenter(double place, int extent) const;
+    QRectF roomForHorizontalLabels() const;
     QRectF roomForVerticalLabels(bool band) const;
     void drawText(QPainter *painter, double left, double top, const QString &text) const;
 
