@@ -88,6 +88,8 @@ PageList availablePages(const Options &options)
                           << "bands";
         else
             traceFile = file;
+        if (kind == "sweeps")
+            replayedPages << "persistence";
     }
     for (const QString &name : qAsConst(replayedPages)) {
         Page *page = pageNamed(&pages, name);

@@ -36,7 +36,7 @@ QList<QCommandLineOption> options()
          "instruments only start if they are named too.",
          "file"},
         {"check", "Read the recording in <file>, print what it holds, and end.", "file"},
-        {"heatmap", "Write heat map files of the analyzer's sweeps into <directory>.", "directory"},
+        {"heatmap", "Write heat map files of the analyzer's sweeps, or of replayed ones, into <directory>.", "directory"},
         {"heatmap-sweeps", "Sweeps in each heat map file (default 25).", "number", "25"}};
 }
 
@@ -102,9 +102,9 @@ bool readHeatmap(const QCommandLineParser &parser, CommandLine *line, QString *e
     const QFileInfo directory(line->heatmapDirectory);
     if (!directory.isDir() || !directory.isWritable())
         return fail("heatmap", line->heatmapDirectory, QStringLiteral("a directory to write into"), error);
-    if (line->instruments.contains("analyzer"))
+    if (line->instruments.contains("analyzer") || !line->replayFiles.isEmpty())
         return true;
-    *error = QStringLiteral("--heatmap: the analyzer is not among the instruments");
+    *error = QStringLiteral("--heatmap: the analyzer is not among the instruments, and there is no replay");
     return false;
 }
 

@@ -19,6 +19,7 @@ public:
     explicit InstrumentService(std::unique_ptr<simulation::Instrument> instrument, QObject *parent = nullptr);
 
     QString name() const { return m_instrument->serviceName(); }
+    const simulation::Instrument &instrument() const { return *m_instrument; }
 
     // All items are there before the service appears on the bus, so that clients find them with their first
     // request. With `held` that sweep stays; otherwise sweeps run from number 0. False when the bus does not

@@ -16,6 +16,25 @@ constexpr double usualRate = 25.0;
 // A reflectometer averages many pulses before it shows a trace.
 constexpr double reflectometerRate = 4.0;
 
+// Cells in the range of the levels of recorded sweeps; about the steps that recorders round to.
+constexpr int replayedRows = 70;
+
+// One unit of frequency; 0 for units of something else.
+double hertz(const QString &unit)
+{
+    static const QMap<QString, double> units{{"Hz", 1.0}, {"kHz", 1e3}, {"MHz", 1e6}, {"GHz", 1e9}};
+    return units.value(unit, 0.0);
+}
+
+HeatmapCounter::Grid gridOf(const TraceDescription &description, double rowStep)
+{
+    HeatmapCounter::Grid grid;
+    grid.topLevel = description.yRangeEnd;
+    grid.rowStep = rowStep > 0.0 ? rowStep : 1.0;
+    grid.rows = qRound((description.yRangeEnd - description.yRangeBegin) / grid.rowStep) + 1;
+    return grid;
+}
+
 } // namespace
 
 InstrumentSet::InstrumentSet(const CommandLine &line)
@@ -71,9 +90,11 @@ ExitStatus InstrumentSet::makeReplay()
         prefixes.append(prefix);
         recordings.append(*recording);
     }
-    if (!recordings.isEmpty())
-        add(std::make_unique<RecordedInstrument>(recordings, m_line.rate.value_or(0.0)));
-    return Done;
+    if (recordings.isEmpty())
+        return Done;
+    add(std::make_unique<RecordedInstrument>(recordings, m_line.rate.value_or(0.0)));
+    const bool isRecorded = m_line.heatmapDirectory.isEmpty() || m_line.instruments.contains("analyzer");
+    return isRecorded ? Done : recordReplay(recordings);
 }
 
 void InstrumentSet::makeAnalyzer()
@@ -85,14 +106,33 @@ void InstrumentSet::makeAnalyzer()
     if (m_line.heatmapDirectory.isEmpty())
         return;
     const TraceDescription description = analyzer.traces().first().description;
-    HeatmapCounter::Grid grid;
-    grid.topLevel = description.yRangeEnd;
-    grid.rows = qRound((description.yRangeEnd - description.yRangeBegin) / grid.rowStep) + 1;
-    const HeatmapCounter counter(analyzer.samples(), analyzer.firstFrequency(), analyzer.frequencyStep(),
-                                 grid);
+    recordSweeps(analyzer, HeatmapCounter(analyzer.samples(), analyzer.firstFrequency(), analyzer.frequencyStep(),
+                                          gridOf(description, 1.0)));
+}
+
+ExitStatus InstrumentSet::recordReplay(const QVector<Recording> &recordings)
+{
+    const auto sweeps = std::find_if(recordings.begin(), recordings.end(), [](const Recording &recording) {
+        return recording.header.kind == RecordingKind::Sweeps && hertz(recording.header.xUnits) > 0.0;
+    });
+    if (sweeps == recordings.end())
+        return complain(QStringLiteral("--heatmap: no analyzer, and no recorded sweeps over a frequency"),
+                        NotUnderstood);
+    const Instrument &replay = m_services.back()->instrument();
+    const QVector<Trace> traces = replay.traces();
+    const TraceDescription description = traces.at(int(sweeps - recordings.begin())).description;
+    const double toHertz = hertz(sweeps->header.xUnits);
+    const double span = description.yRangeEnd - description.yRangeBegin;
+    recordSweeps(replay, HeatmapCounter(sweeps->header.points, sweeps->header.xFirst * toHertz,
+                                        sweeps->header.xStep * toHertz, gridOf(description, span / replayedRows)));
+    return Done;
+}
+
+void InstrumentSet::recordSweeps(const Instrument &instrument, const HeatmapCounter &counter)
+{
     m_recorder = std::make_unique<HeatmapRecorder>(m_line.heatmapDirectory, counter, m_line.heatmapSweeps);
     if (m_line.held) {
-        recordHeldSweeps(analyzer);
+        recordHeldSweeps(instrument);
         return;
     }
     InstrumentService *service = m_services.back().get();
@@ -101,13 +141,13 @@ void InstrumentSet::makeAnalyzer()
         [this](quint64 sweep, const QVector<SweptTrace> &traces) { record(sweep, traces.first().y); });
 }
 
-void InstrumentSet::recordHeldSweeps(const SpectrumAnalyzer &analyzer)
+void InstrumentSet::recordHeldSweeps(const Instrument &instrument)
 {
     // One file, of the sweeps that would have led up to the held one.
     const quint64 before = quint64(m_line.heatmapSweeps) - 1;
     const quint64 first = *m_line.held - std::min(*m_line.held, before);
     for (quint64 sweep = first; sweep <= first + before; ++sweep)
-        record(sweep, analyzer.levels(sweep));
+        record(sweep, instrument.sweep(sweep).first().y);
 }
 
 void InstrumentSet::record(quint64 sweep, const QVector<double> &levels)

@@ -4,13 +4,10 @@
 #include "Complaint.h"
 #include "InstrumentService.h"
 #include "simulator/HeatmapRecorder.h"
+#include "simulator/Recording.h"
 
 #include <memory>
 #include <vector>
-
-namespace simulation {
-class SpectrumAnalyzer;
-}
 
 // The instruments and recordings that the command line asks for.
 class InstrumentSet
@@ -27,7 +24,10 @@ private:
     void add(std::unique_ptr<simulation::Instrument> instrument);
     ExitStatus makeReplay();
     void makeAnalyzer();
-    void recordHeldSweeps(const simulation::SpectrumAnalyzer &analyzer);
+    ExitStatus recordReplay(const QVector<simulation::Recording> &recordings);
+    // Sweeps of the instrument that was added last go into heat map files.
+    void recordSweeps(const simulation::Instrument &instrument, const simulation::HeatmapCounter &counter);
+    void recordHeldSweeps(const simulation::Instrument &instrument);
     void record(quint64 sweep, const QVector<double> &levels);
 
     CommandLine m_line;

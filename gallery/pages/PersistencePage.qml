@@ -9,6 +9,9 @@ Item {
 
     property bool ready: series.size > 1 && mapCount > 0
 
+    // Recorded sweeps instead of the analyzer's.
+    readonly property bool isReplay: shell.pageInfo.service === "replay"
+    readonly property var megahertz: ({ "Hz": 1e-6, "kHz": 1e-3, "MHz": 1, "GHz": 1e3 })
     property int mapCount: 0
     readonly property bool inMicrovolts: unitSelector.currentIndex === 1
     readonly property real panelWidth: Theme.compact ? 176 : 262
@@ -30,7 +33,8 @@ Item {
     LiveSpectrum {
         id: series
 
-        xScale: 1e-6
+        dbusAddress: page.isReplay ? "replay,trace" : "analyzer,spectrum"
+        xScale: page.isReplay ? page.megahertz[shell.recording["x-unit"]] || 1 : 1e-6
     }
 
     Row {
@@ -56,7 +60,7 @@ Item {
                     margin: Theme.compact ? 46 : 52
                     minValue: series.yRangeBegin + levelAxis.offset
                     maxValue: series.yRangeEnd + levelAxis.offset
-                    unit: page.inMicrovolts ? "dB\u00b5V" : "dBm"
+                    unit: page.isReplay ? shell.recording["y-unit"] : page.inMicrovolts ? "dB\u00b5V" : "dBm"
                 }
 
                 HeatmapPlot {
@@ -114,6 +118,7 @@ Item {
                 SegmentedSelector {
                     id: unitSelector
 
+                    visible: !page.isReplay
                     choices: ["dBm", "dB\u00b5V"]
                     onActivated: currentIndex = index
                 }
