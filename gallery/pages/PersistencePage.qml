@@ -33,7 +33,7 @@ Item {
     LiveSpectrum {
         id: series
 
-        dbusAddress: page.isReplay ? "replay,trace" : "analyzer,spectrum"
+        address: page.isReplay ? "replay,trace" : "analyzer,spectrum"
         xScale: page.isReplay ? page.megahertz[shell.recording["x-unit"]] || 1 : 1e-6
     }
 
