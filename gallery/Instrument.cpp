@@ -2,6 +2,7 @@
 
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
+#include <QDBusReply>
 
 namespace gallery {
 
@@ -37,6 +38,7 @@ Instrument::Instrument(const QString &program, QObject *parent)
 void Instrument::run(const QString &service, const QStringList &simulatorArguments)
 {
     m_restartTimer.stop();
+    const qint64 stoppedProcess = m_process.processId();
     m_process.stop();
     m_arguments = simulatorArguments;
     m_restartDelay = firstRestartDelay;
@@ -49,10 +51,11 @@ void Instrument::run(const QString &service, const QStringList &simulatorArgumen
     if (!service.isEmpty() && bus) {
         const QString name = busPrefix + service;
         m_watcher.addWatchedService(name);
-        // The name of a simulator that has just ended may still be there; its going is then the time to
-        // start.
-        m_ready = bus->isServiceRegistered(name);
-        if (!m_ready)
+        const QDBusReply<uint> owner = bus->servicePid(name);
+        // The name of a simulator that has just ended may still be there; its going is then the time to start.
+        const bool isEnding = owner.isValid() && stoppedProcess != 0 && owner.value() == stoppedProcess;
+        m_ready = owner.isValid() && !isEnding;
+        if (!owner.isValid())
             start();
     }
     emit changed();

@@ -24,8 +24,9 @@ PageList simulatedPages()
          "analyzer", analyzer},
         {"persistence", "Persistence", "Heat map of many sweeps under the live trace", "PersistencePage.qml",
          "analyzer", analyzer, true},
+        // Not the sweep that other pages hold: it waits for its own.
         {"hold", "Hold", "Everything between the highest and the lowest level so far", "HoldPage.qml",
-         "analyzer", analyzer},
+         "analyzer", analyzer, false, 2},
         {"masks",
          "Masks",
          "Limit masks that judge every sweep",

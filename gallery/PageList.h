@@ -20,6 +20,8 @@ struct Page
     QStringList simulatorArguments;
     // The instrument also writes heat maps.
     bool hasHeatmaps = false;
+    // The sweep of a picture.
+    int heldSweep = 1;
 };
 
 using PageList = QVector<Page>;

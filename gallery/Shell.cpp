@@ -39,7 +39,7 @@ Shell::Shell(const Options &options, const QString &simulator, QObject *parent)
     , m_instrument(simulator)
 {
     connect(&m_instrument, &Instrument::changed, this, &Shell::instrumentChanged);
-    runInstrument(1);
+    runInstrument(pageNamed(m_pages, m_page)->heldSweep);
 }
 
 QVariantList Shell::pages() const
@@ -73,10 +73,11 @@ void Shell::holdSweep(int number)
 
 void Shell::setPage(const QString &name)
 {
-    if (!pageNamed(m_pages, name) || m_page == name)
+    const Page *page = pageNamed(m_pages, name);
+    if (!page || m_page == name)
         return;
     m_page = name;
-    runInstrument(1);
+    runInstrument(page->heldSweep);
     emit pageChanged();
 }
 

@@ -381,6 +381,7 @@ Page {
                     labelFontSize: page.isNear ? 10 : 0
                     iconPaths: icons
                     iconSize: 26
+                    invertColors: Theme.light
                     iconBackgroundColor: Theme.raised
                 }
             }

@@ -9,7 +9,7 @@ Page {
 
     // Sweeps of a picture, far enough apart to catch what comes and goes.
     readonly property int picturedSweeps: 10
-    readonly property int nextSweep: 1 + 60 * hold.sweeps
+    readonly property int nextSweep: 2 + 60 * hold.sweeps
     property string spread
     property string spreadAt
 

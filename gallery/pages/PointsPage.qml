@@ -130,6 +130,7 @@ Page {
                 labelFontSize: 10
                 iconPaths: icons
                 iconSize: 28
+                invertColors: Theme.light
                 iconBackgroundColor: Theme.raised
             }
         }
