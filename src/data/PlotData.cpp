@@ -8,6 +8,8 @@
 #include <QTextStream>
 #include <QTimerEvent>
 
+#include <cmath>
+#include <limits>
 #include <ostream>
 
 namespace {
@@ -101,6 +103,18 @@ QString PlotData::toString() const
 graph::SampleSpan PlotData::sampleSpan(double xMin, double xMax) const
 {
     return graph::SampleSpan(samples(QRectF(xMin, 0.0, xMax - xMin, 0.0)));
+}
+
+graph::SampleSpan PlotData::sampleSpan(const QRectF &rect) const
+{
+    double begin = rect.x();
+    double end = rect.x() + rect.width();
+    if (begin > end)
+        std::swap(begin, end);
+    // Both the end of a range and the x of a sample are sums of rounded numbers: 3 * 0.1 lies beyond 0.3, and the
+    // sample at the end of the axis would be missing from its trace.
+    const double rounding = 4.0 * std::numeric_limits<double>::epsilon() * qMax(qAbs(begin), qAbs(end));
+    return std::isfinite(rounding) ? sampleSpan(begin - rounding, end + rounding) : sampleSpan(begin, end);
 }
 
 /*!

@@ -65,10 +65,8 @@ public:
     // The samples with xMin <= x <= xMax in ascending order of x, in place; the ends may be swapped, NaN
     // gives none. Of points used as segments: the pairs that overlap the range, in the order of the data.
     virtual graph::SampleSpan sampleSpan(double xMin, double xMax) const;
-    graph::SampleSpan sampleSpan(const QRectF &rect) const
-    {
-        return sampleSpan(rect.x(), rect.x() + rect.width());
-    }
+    // Those in the x range of a visible rectangle, a rounding error at its ends included.
+    graph::SampleSpan sampleSpan(const QRectF &rect) const;
 
     QString dbusAddress() const { return m_bus.address(); }
     QString label() const { return m_label; }

@@ -46,6 +46,7 @@ private slots:
     void changesAreAnnouncedOnce();
     void unitsChooseTheFormatter();
     void seriesIndices();
+    void rangesAreRounded();
     void fillDataWanders();
     void arraysInQml();
     void textAndStreams();
@@ -148,6 +149,18 @@ void tst_plotdata::seriesIndices()
     QCOMPARE(indexOf(qQNaN(), 2.0), -1);
     QCOMPARE(PlotSeries().indexOf(0.0), -1);
     QCOMPARE(PlotSeries().last(), QPointF());
+}
+
+void tst_plotdata::rangesAreRounded()
+{
+    PlotSeries series;
+    series.setXInterval(0.1);
+    series.setYData({0, 1, 2, 3, 4, 5, 6});
+    // 3 * 0.1 is greater than 0.3, 6 * 0.1 greater than 0.6.
+    QCOMPARE(series.samples(QRectF(0, 0, 0.3, 0)).size(), 4);
+    QCOMPARE(series.samples(QRectF(0.6, 0, -0.6, 0)).size(), 7);
+    QCOMPARE(series.samples(QRectF(3 * 0.1 + 1e-14, 0, 0.3 - 2e-14, 0)).size(), 2);
+    QCOMPARE(series.samples(QRectF(0.25, 0, qInf(), 0)).size(), 4);
 }
 
 void tst_plotdata::fillDataWanders()
