@@ -16,7 +16,7 @@ const QRegularExpression knownMessages(
     "\".*\" (cannot be reached|is no name)|"
     // Qt, of values that have no meaning for a property, and of items in each other's way.
     ".*(Unable to assign |TypeError: Cannot read property)|\"Could not convert argument|\"Passing incompatible|\"This will throw|\t *\"%entry|"
-    ".*(Binding|Possible anchor) loop detected|QPen::setDashPattern: Pattern not of even length|"
+    ".*(Binding|Possible anchor) loop detected|QFont::fromString: Invalid description|QPen::setDashPattern: Pattern not of even length|"
     "QQuickItem::setParentItem: Parent .* is already part of the subtree)");
 
 QStringList unknownMessages;
