@@ -3,6 +3,7 @@
 #include "data/PlotData.h"
 #include "plots/ColumnEnvelope.h"
 #include "plots/SampleDensity.h"
+#include "plots/Strokes.h"
 
 #include <QDebug>
 #include <QPainter>
@@ -292,7 +293,7 @@ void GraphPlot::paintLine(Frame &frame, int lineWidth) const
     }
     frame.pen.setWidth(lineWidth);
     frame.painter->setPen(frame.pen);
-    frame.painter->strokePath(path, frame.pen);
+    graph::drawLinePath(frame.painter, path);
 }
 
 void GraphPlot::paintBars(Frame &frame, int lineWidth) const
@@ -311,7 +312,7 @@ void GraphPlot::paintBars(Frame &frame, int lineWidth) const
         drawBaseline(frame, lineWidth);
     frame.pen.setWidth(clampedLineWidth(lineWidth));
     frame.painter->setPen(frame.pen);
-    frame.painter->drawLines(bars);
+    graph::drawUprightLines(frame.painter, bars);
 }
 
 void GraphPlot::paintPoints(Frame &frame, int lineWidth) const
@@ -366,14 +367,14 @@ void GraphPlot::paintEnvelope(Frame &frame)
     if (m_plotStyle == BarPlot) {
         const graph::BarStrokes strokes = graph::barStrokes(envelope, frame.mapping, frame.baseRow);
         frame.painter->setPen(frame.pen);
-        frame.painter->drawLines(strokes.bars);
+        graph::drawUprightLines(frame.painter, strokes.bars);
         if (m_plotBaseline && columns >= 1)
             frame.painter->drawLine(0, frame.baseRow, columns - 1, frame.baseRow);
         QColor spreadColor = penColor();
         spreadColor.setAlpha(translucentAlpha);
         frame.pen.setColor(spreadColor);
         frame.painter->setPen(frame.pen);
-        frame.painter->drawLines(strokes.spreads);
+        graph::drawUprightLines(frame.painter, strokes.spreads);
         return;
     }
 
@@ -381,7 +382,7 @@ void GraphPlot::paintEnvelope(Frame &frame)
         QPen fillPen = penOfWidth(frame.pen, 1);
         fillPen.setColor(fillColor());
         frame.painter->setPen(fillPen);
-        frame.painter->drawLines(graph::fillStrokes(envelope, frame.mapping, frame.baseRow));
+        graph::drawUprightLines(frame.painter, graph::fillStrokes(envelope, frame.mapping, frame.baseRow));
     } else if (m_plotStyle == MaxLinePlot) {
         envelope.min = envelope.max;
     } else if (m_plotStyle == MinLinePlot) {
@@ -393,8 +394,9 @@ void GraphPlot::paintEnvelope(Frame &frame)
     const int lineWidth = graph::penWidth(m_minLineWidth);
     frame.pen.setWidth(lineWidth);
     frame.painter->setPen(frame.pen);
-    frame.painter->drawLines(graph::envelopeStrokes(envelope, frame.mapping, lineWidth / frame.mapping.scaleY(),
-                                                    frame.baseline, m_plotBaseline));
+    const double minSpan = lineWidth / frame.mapping.scaleY();
+    graph::drawUprightLines(frame.painter, graph::envelopeStrokes(envelope, frame.mapping, minSpan, frame.baseline,
+                                                                  m_plotBaseline));
 }
 
 int GraphPlot::clampedLineWidth(int width) const

@@ -1,0 +1,155 @@
+#include "plots/Strokes.h"
+
+#include <QPaintEngine>
+#include <QPainter>
+#include <QPainterPath>
+
+#include <algorithm>
+#include <cmath>
+
+namespace graph {
+
+namespace {
+
+// Enough to make up for the lines that are drawn for two bands, few enough for the engine's sorting of edges.
+constexpr int pointsOfBand = 16;
+
+// In pixels. Outlines that reach farther are clipped by the engine before it fills them, each in a way of its own.
+constexpr double nearPicture = 1 << 14;
+
+// Whether each pixel is either painted or not, in device coordinates that are those of the item but for a whole number.
+bool paintsWholePixels(const QPainter &painter)
+{
+    const QTransform &transform = painter.deviceTransform();
+    const auto isWhole = [](double offset) { return offset == std::floor(offset); };
+    return painter.paintEngine()->type() == QPaintEngine::Raster && !painter.testRenderHint(QPainter::Antialiasing)
+           && transform.type() <= QTransform::TxTranslate && isWhole(transform.dx()) && isWhole(transform.dy())
+           && painter.pen().style() == Qt::SolidLine && painter.pen().capStyle() == Qt::FlatCap;
+}
+
+// The raster engine fills the pixels whose centres lie inside an outline, and that of a flat-capped line of even width
+// runs along pixel borders. Outlines of odd widths run through the centres, where rounding decides; thin lines have
+// rules of their own, and are quick.
+bool areLinesRectangles(const QPainter &painter)
+{
+    const int width = painter.pen().width();
+    return paintsWholePixels(painter) && width > 0 && width % 2 == 0;
+}
+
+QVector<QRect> rectangles(const QVector<QLine> &lines, int width)
+{
+    QVector<QRect> rects;
+    rects.reserve(lines.size());
+    for (const QLine &line : lines) {
+        const int top = std::min(line.y1(), line.y2());
+        const int height = std::abs(line.y2() - line.y1()); // the lower end is not drawn
+        if (height > 0)
+            rects.append(QRect(line.x1() - width / 2, top, width, height));
+    }
+    return rects;
+}
+
+bool isAscending(const QPainterPath &path)
+{
+    for (int i = 1; i < path.elementCount(); ++i) {
+        if (path.elementAt(i).x < path.elementAt(i - 1).x)
+            return false;
+    }
+    return true;
+}
+
+// The engine draws them by other rules, and quickly.
+bool isOfSeparateLines(const QPainterPath &path)
+{
+    for (int i = 0; i < path.elementCount(); ++i) {
+        if (path.elementAt(i).isMoveTo() != (i % 2 == 0))
+            return false;
+    }
+    return true;
+}
+
+// Whether the stroke of a path is the same when it is painted in upright bands, one after the other.
+bool isDivisible(const QPainter &painter, const QPainterPath &path)
+{
+    if (path.elementCount() <= pointsOfBand || painter.pen().width() < 2 || painter.hasClipping()
+        || !paintsWholePixels(painter) || !isAscending(path) || isOfSeparateLines(path))
+        return false;
+    const QRectF bounds = painter.deviceTransform().mapRect(path.controlPointRect());
+    return bounds.left() > -nearPicture && bounds.right() < nearPicture && bounds.top() > -nearPicture
+           && bounds.bottom() < nearPicture;
+}
+
+// The elements first..end-1 of a path.
+QPainterPath partOf(const QPainterPath &path, int first, int end, const QPointF &farLeft)
+{
+    // A bend outside the picture keeps the part from being separate lines.
+    QPainterPath part(farLeft);
+    part.lineTo(farLeft.x() + 1.0, farLeft.y());
+    part.lineTo(farLeft.x() + 2.0, farLeft.y());
+    for (int i = first; i < end; ++i) {
+        const QPainterPath::Element element = path.elementAt(i);
+        if (i == first || element.isMoveTo())
+            part.moveTo(element);
+        else
+            part.lineTo(element);
+    }
+    return part;
+}
+
+// Each band is painted with all lines that reach into it, ends and joints outside, so that what falls into the band is
+// the same as of the whole path.
+void strokeInBands(QPainter *painter, const QPainterPath &path)
+{
+    constexpr int outside = 1 << 15;
+    const double reach = painter->pen().width() / 2.0 + 1.0;
+    const int count = path.elementCount();
+    const auto x = [&path](int i) { return path.elementAt(i).x; };
+    const QPointF farLeft(-nearPicture - painter->deviceTransform().dx(), 0.0);
+    int left = -outside;
+    for (int begin = 0; begin < count;) {
+        // Points in the column of the border belong to the band before it.
+        int end = std::min(begin + pointsOfBand, count - 1);
+        const int border = int(std::floor(x(end)));
+        while (end < count && x(end) <= border)
+            ++end;
+        const int right = end < count ? border : outside;
+        int first = begin;
+        while (first > 0 && x(first) > left - reach)
+            --first;
+        int last = end;
+        while (last < count && x(last) < right + reach)
+            ++last;
+        painter->setClipRect(left, -outside, right - left, 2 * outside);
+        painter->strokePath(partOf(path, first, std::min(last + 1, count), farLeft), painter->pen());
+        begin = end;
+        left = right;
+    }
+    painter->setClipping(false);
+}
+
+} // namespace
+
+void drawUprightLines(QPainter *painter, const QVector<QLine> &lines)
+{
+    if (!areLinesRectangles(*painter)) {
+        painter->drawLines(lines);
+        return;
+    }
+    const QPen pen = painter->pen();
+    const QBrush brush = painter->brush();
+    painter->setPen(Qt::NoPen);
+    painter->setBrush(pen.brush());
+    painter->drawRects(rectangles(lines, pen.width()));
+    painter->setBrush(brush);
+    painter->setPen(pen);
+}
+
+void drawLinePath(QPainter *painter, const QPainterPath &path)
+{
+    if (isDivisible(*painter, path))
+        strokeInBands(painter, path);
+    else
+        painter->strokePath(path, painter->pen());
+}
+
+} // namespace graph
