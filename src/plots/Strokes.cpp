@@ -36,18 +36,88 @@ bool areLinesRectangles(const QPainter &painter)
     return paintsWholePixels(painter) && width > 0 && width % 2 == 0;
 }
 
-QVector<QRect> rectangles(const QVector<QLine> &lines, int width)
+struct Rows
 {
-    QVector<QRect> rects;
-    rects.reserve(lines.size());
-    for (const QLine &line : lines) {
-        const int top = std::min(line.y1(), line.y2());
-        const int height = std::abs(line.y2() - line.y1()); // the lower end is not drawn
-        if (height > 0)
-            rects.append(QRect(line.x1() - width / 2, top, width, height));
+    explicit Rows(const QLine &line)
+        : top(std::min(line.y1(), line.y2()))
+        , end(std::max(line.y1(), line.y2())) // the lower end is not drawn
+    {
     }
-    return rects;
-}
+
+    int count() const { return end - top; }
+    Rows common(Rows other) const
+    {
+        other.top = std::max(top, other.top);
+        other.end = std::min(end, other.end);
+        return other;
+    }
+
+    int top;
+    int end;
+};
+
+class Rectangles
+{
+public:
+    Rectangles(const QVector<QLine> &lines, int width)
+        : m_lines(lines)
+        , m_width(width)
+    {
+        m_rects.reserve(2 * lines.size());
+    }
+
+    QVector<QRect> separate()
+    {
+        for (const QLine &line : m_lines)
+            add(line.x1(), line.x1(), Rows(line));
+        return m_rects;
+    }
+
+    // The rows that neighbours have in common are filled once across them, as long as more are saved than are lost by
+    // what the next one does not share.
+    QVector<QRect> merged()
+    {
+        for (int first = 0; first < m_lines.size();) {
+            Rows shared(m_lines[first]);
+            int end = first + 1;
+            for (; end < m_lines.size() && m_lines[end].x1() == m_lines[end - 1].x1() + 1; ++end) {
+                const Rows next = shared.common(Rows(m_lines[end]));
+                if (next.count() <= (end - first) * (shared.count() - next.count()))
+                    break;
+                shared = next;
+            }
+            addGroup(first, end, shared);
+            first = end;
+        }
+        return m_rects;
+    }
+
+private:
+    void add(int left, int right, const Rows &rows)
+    {
+        if (rows.count() > 0)
+            m_rects.append(QRect(left - m_width / 2, rows.top, right - left + m_width, rows.count()));
+    }
+
+    void addGroup(int first, int end, const Rows &shared)
+    {
+        add(m_lines[first].x1(), m_lines[end - 1].x1(), shared);
+        if (end - first == 1)
+            return;
+        for (int i = first; i < end; ++i) {
+            Rows above(m_lines[i]);
+            Rows below(m_lines[i]);
+            above.end = shared.top;
+            below.top = shared.end;
+            add(m_lines[i].x1(), m_lines[i].x1(), above);
+            add(m_lines[i].x1(), m_lines[i].x1(), below);
+        }
+    }
+
+    const QVector<QLine> &m_lines;
+    int m_width;
+    QVector<QRect> m_rects;
+};
 
 bool isAscending(const QPainterPath &path)
 {
@@ -137,9 +207,12 @@ void drawUprightLines(QPainter *painter, const QVector<QLine> &lines)
     }
     const QPen pen = painter->pen();
     const QBrush brush = painter->brush();
+    const bool isOpaque = pen.brush().isOpaque() && painter->opacity() == 1.0
+                          && painter->compositionMode() == QPainter::CompositionMode_SourceOver;
     painter->setPen(Qt::NoPen);
     painter->setBrush(pen.brush());
-    painter->drawRects(rectangles(lines, pen.width()));
+    Rectangles rectangles(lines, pen.width());
+    painter->drawRects(isOpaque ? rectangles.merged() : rectangles.separate());
     painter->setBrush(brush);
     painter->setPen(pen);
 }

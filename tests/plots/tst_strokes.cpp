@@ -29,10 +29,12 @@ void tst_strokes::uprightLines()
     const QSize size(61, 47);
     constexpr int far = 1 << 24;
     for (int round = 0; round < 4000; ++round) {
-        QVector<QLine> lines(whole(0, 40));
-        for (QLine &line : lines) {
-            const int x = whole(-4, size.width() + 4);
-            const int y = whole(-6, size.height() + 6);
+        QVector<QLine> lines(whole(0, 60));
+        const bool areColumns = oneIn(2);
+        for (int i = 0; i < lines.size(); ++i) {
+            QLine &line = lines[i];
+            const int x = areColumns && !oneIn(20) ? i : whole(-4, size.width() + 4);
+            const int y = areColumns ? whole(30, 40) : whole(-6, size.height() + 6);
             const int end = oneIn(8) ? y : oneIn(20) ? (oneIn(2) ? far : -far) : whole(-6, size.height() + 6);
             line = QLine(x, y, x, end);
         }
