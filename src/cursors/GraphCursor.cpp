@@ -2,6 +2,7 @@
 
 #include "axis/ValueAxis.h"
 #include "common/SafeInteger.h"
+#include "common/SceneExit.h"
 #include "cursors/CursorPainting.h"
 #include "cursors/GraphCursorAttached.h"
 #include "cursors/GraphMarker.h"
@@ -55,6 +56,11 @@ GraphCursor::GraphCursor(QQuickItem *parent)
     // A parent given here was announced before this class could hear of it.
     if (parent)
         adoptZoomRectOf(parent);
+}
+
+GraphCursor::~GraphCursor()
+{
+    graph::leaveScene(this);
 }
 
 GraphCursorAttached *GraphCursor::qmlAttachedProperties(QObject *object)

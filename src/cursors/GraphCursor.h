@@ -50,6 +50,7 @@ public:
     Q_ENUM(PeakType)
 
     explicit GraphCursor(QQuickItem *parent = nullptr);
+    ~GraphCursor() override;
 
     static GraphCursorAttached *qmlAttachedProperties(QObject *object);
 

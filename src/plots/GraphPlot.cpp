@@ -1,5 +1,6 @@
 #include "plots/GraphPlot.h"
 
+#include "common/SceneExit.h"
 #include "data/PlotData.h"
 #include "plots/ColumnEnvelope.h"
 #include "plots/SampleDensity.h"
@@ -47,6 +48,11 @@ QPen penOfWidth(QPen pen, int width)
 GraphPlot::GraphPlot(QQuickItem *parent)
     : AbstractPlot(parent)
 {
+}
+
+GraphPlot::~GraphPlot()
+{
+    graph::leaveScene(this);
 }
 
 /*!

@@ -28,6 +28,7 @@ public:
     Q_ENUM(PlotStyle)
 
     explicit GraphPlot(QQuickItem *parent = nullptr);
+    ~GraphPlot() override;
 
     PlotStyle plotStyle() const { return m_plotStyle; }
     bool plotBaseline() const { return m_plotBaseline; }

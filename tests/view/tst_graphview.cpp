@@ -32,6 +32,7 @@ private slots:
     void pansWithAFlickable();
     void listsForgetWhatIsDestroyed();
     void destructionInAnyOrder();
+    void scriptsRunWhileAPlotGoes();
     void overviewMirrorsItsPlot();
     void overviewSurvivesItsSource();
 };
@@ -207,6 +208,32 @@ void tst_graphview::destructionInAnyOrder()
                 view->zoomRect()->setCenterAndZoom(QVector2D(0.5f, 0.5f), QPointF(0.1 * i, 0.5));
         }
     }
+}
+
+// What is inside a hidden plot becomes visible when the plot is destroyed, and its script reaches the plot by the cursor.
+void tst_graphview::scriptsRunWhileAPlotGoes()
+{
+    QmlDocument document(R"(
+        Item {
+            id: root
+            visible: false
+            property alias plot: plot
+            property int heard: 0
+            PlotSeries { id: trace; axisX: axis; yData: [1, 2, 3] }
+            GraphView {
+                axes: ValueAxis { id: axis; linesPlane: plane; labelsPlane: plane }
+                XYScale { id: plane }
+                GraphPlot {
+                    id: plot
+                    plotData: trace
+                    Item { onVisibleChanged: { cursor.posOnScreen = 1; overview.graphPlot = cursor.primaryPlot; ++root.heard } }
+                }
+                GraphCursor { id: cursor; primaryPlot: plot }
+            }
+            WorldPlot { id: overview }
+        })");
+    delete document.object("plot");
+    QCOMPARE(document.root()->property("heard").toInt(), 1);
 }
 
 void tst_graphview::overviewMirrorsItsPlot()

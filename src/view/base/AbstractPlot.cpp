@@ -1,6 +1,7 @@
 #include "view/base/AbstractPlot.h"
 
 #include "axis/ValueAxis.h"
+#include "common/SceneExit.h"
 #include "data/PlotData.h"
 #include "view/zoom/ZoomRect.h"
 
@@ -28,6 +29,11 @@ AbstractPlot::AbstractPlot(QQuickItem *parent)
     // A parent given here was announced before this class could hear of it.
     if (parent)
         adoptZoomRectOf(parent);
+}
+
+AbstractPlot::~AbstractPlot()
+{
+    graph::leaveScene(this);
 }
 
 ZoomRect *AbstractPlot::zoomRect() const

@@ -25,6 +25,7 @@ class AbstractPlot : public QQuickPaintedItem
 
 public:
     explicit AbstractPlot(QQuickItem *parent = nullptr);
+    ~AbstractPlot() override;
 
     ZoomRect *zoomRect() const;
     PlotData *plotData() const;

@@ -2,6 +2,7 @@
 
 #include "axis/PlaneAccess.h"
 #include "axis/ValueAxis.h"
+#include "common/SceneExit.h"
 #include "view/base/AbstractPlot.h"
 
 #include <QPainter>
@@ -65,6 +66,11 @@ XYScale::XYScale(QQuickItem *parent)
     setRenderTarget(Image);
     setOpaquePainting(false);
     setAntialiasing(false);
+}
+
+XYScale::~XYScale()
+{
+    graph::leaveScene(this);
 }
 
 void XYScale::setPlots(const QList<AbstractPlot *> &plots)

@@ -16,6 +16,7 @@ class XYScale : public QQuickPaintedItem
 
 public:
     explicit XYScale(QQuickItem *parent = nullptr);
+    ~XYScale() override;
 
     void setPlots(const QList<AbstractPlot *> &plots);
     QList<ValueAxis *> axes() const;

@@ -1,6 +1,7 @@
 #include "view/frame/GraphView.h"
 
 #include "axis/ValueAxis.h"
+#include "common/SceneExit.h"
 #include "cursors/GraphCursor.h"
 #include "data/PlotData.h"
 #include "view/base/AbstractPlot.h"
@@ -91,13 +92,14 @@ GraphView::~GraphView()
             disconnect(plot, nullptr, this, nullptr);
     }
     // The plots of a Repeater go with it: deleted behind its back, they would leave in memory what it keeps of each.
-    const QList<QQuickItem *> children = childItems();
-    for (QQuickItem *child : children) {
-        if (child->inherits("QQuickRepeater") && child->parent() == this)
+    const QObjectList owned = QObject::children();
+    for (QObject *child : owned) {
+        if (child->inherits("QQuickRepeater"))
             delete child;
     }
     while (!m_plots.isEmpty())
         delete m_plots.takeFirst().data();
+    graph::leaveScene(this);
 }
 
 /*!
