@@ -226,7 +226,14 @@ void tst_graphview::scriptsRunWhileAPlotGoes()
                 GraphPlot {
                     id: plot
                     plotData: trace
-                    Item { onVisibleChanged: { cursor.posOnScreen = 1; overview.graphPlot = cursor.primaryPlot; ++root.heard } }
+                    Item {
+                        // While the document is made the overview is still to come.
+                        onVisibleChanged: if (overview) {
+                            cursor.posOnScreen = 1
+                            overview.graphPlot = cursor.primaryPlot
+                            ++root.heard
+                        }
+                    }
                 }
                 GraphCursor { id: cursor; primaryPlot: plot }
             }
