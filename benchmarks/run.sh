@@ -1,0 +1,131 @@
+#!/bin/sh
+# Builds the benchmarks, runs them in rounds, one process per case and one case after the other, and prints the tables.
+# The single results stay in build/benchmarks/results.tsv.
+#   --quick        one round of short runs and fewer cases
+#   --rounds N     3 unless told otherwise
+#   --work "A B"   only these: new pan window first-pan large thin sparse heat ten idle units
+#   --tables       only the tables of the last run
+set -eu
+cd "$(dirname "$0")/.."
+build=build/benchmarks
+results=$build/results.tsv
+rounds=3
+seconds=0.7
+quick=no
+works="new pan window first-pan large thin sparse heat ten idle units"
+tables_only=no
+while [ $# -gt 0 ]; do
+    case $1 in
+    --quick) quick=yes rounds=1 seconds=0.2 ;;
+    --rounds) rounds=$2; shift ;;
+    --work) works=$2; shift ;;
+    --tables) tables_only=yes ;;
+    *) echo "Not understood: $1" >&2; exit 2 ;;
+    esac
+    shift
+done
+
+if [ $tables_only = no ]; then
+    cmake -S . -B $build -G Ninja -DCMAKE_BUILD_TYPE=Release -DBUILD_TESTING=OFF -DGRAPH_BENCHMARKS=ON >/dev/null
+    # The plugin itself is not needed: the benchmarks link its classes.
+    cmake --build $build --target benchmarks
+    : >$results
+fi
+
+contenders="floor items"
+for peer in qcustomplot qwt qtcharts; do
+    if [ -x $build/bin/benchmark_$peer ]; then
+        contenders="$contenders $peer"
+    else
+        echo "Left out, because its Debian package is not installed: $peer"
+    fi
+done
+
+# What a chart is not asked for: from there on a frame takes seconds.
+too_many() {
+    case $1 in
+    qwt) [ "$2" -gt 1000000 ] ;;
+    qtcharts) [ "$2" -gt 1000000 ] || { [ $quick = yes ] && [ "$2" -gt 100000 ]; } ;;
+    *) false ;;
+    esac
+}
+
+# measure ROUND TABLE CONTENDER SAMPLES ARGUMENTS...
+measure() {
+    round=$1 table=$2 contender=$3 samples=$4
+    shift 4
+    [ -x $build/bin/benchmark_"$contender" ] || return 0
+    if too_many "$contender" "$samples"; then return 0; fi
+    if ! timeout 120 $build/bin/benchmark_"$contender" --samples "$samples" --seconds $seconds "$@" \
+        2>$build/log | sed "s/^/$table	$round	/" >>$results; then
+        echo "$contender, $samples samples, $*: failed" >&2
+        cat $build/log >&2
+    fi
+}
+
+sizes="1000 10000 100000 1000000 10000000"
+sparse_sizes="100 200 500 1000 1500 1900"
+if [ $quick = yes ]; then
+    sizes="1000 100000 1000000"
+    sparse_sizes="100 500 1900"
+fi
+
+run_work() {
+    round=$1 work=$2
+    case $work in
+    new | pan)
+        for n in $sizes; do
+            for c in $contenders; do measure "$round" "$work" "$c" "$n" --work "$work"; done
+        done ;;
+    thin)
+        for n in $sizes; do
+            for c in items qcustomplot qwt; do
+                pen=1
+                [ $c != items ] || pen=2
+                measure "$round" thin $c "$n" --work new --pen $pen
+            done
+        done ;;
+    large)
+        for n in $sizes; do
+            for c in $contenders; do
+                [ "$c" = qtcharts ] && [ "$n" -gt 100000 ] && continue
+                measure "$round" large "$c" "$n" --work new --size 1920x1080
+            done
+        done ;;
+    window | first-pan)
+        for n in 1000000 10000000; do
+            for c in floor items; do measure "$round" "$work" $c $n --work "$work"; done
+        done ;;
+    sparse)
+        for pen in 2 8 16; do
+            for n in $sparse_sizes 100000; do
+                measure "$round" "sparse, pen $pen" items "$n" --work new --size 1920x1080 --pen $pen
+            done
+        done ;;
+    heat)
+        for c in floor items; do measure "$round" heat $c 2097152 --work heat; done ;;
+    ten | idle)
+        measure "$round" "$work" items 100000 --work "$work" ;;
+    units)
+        for n in $sizes; do measure "$round" units units "$n"; done ;;
+    *) echo "Not understood: $work" >&2; exit 2 ;;
+    esac
+}
+
+if [ $tables_only = no ]; then
+    load_before=$(cut -d ' ' -f 1-3 /proc/loadavg)
+    round=1
+    while [ $round -le "$rounds" ]; do
+        for work in $works; do
+            echo "round $round of $rounds: $work" >&2
+            run_work $round "$work"
+        done
+        round=$((round + 1))
+    done
+    {
+        grep -m 1 'model name' /proc/cpuinfo | sed 's/.*: //' || uname -m
+        echo "$(nproc) cores, load before $load_before, after $(cut -d ' ' -f 1-3 /proc/loadavg); $rounds rounds, $(date -u +%Y-%m-%d)"
+    } >$build/machine.txt
+fi
+cat $build/machine.txt
+awk -f benchmarks/tables.awk $results
