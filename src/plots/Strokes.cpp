@@ -82,7 +82,7 @@ public:
             int end = first + 1;
             for (; end < m_lines.size() && m_lines[end].x1() == m_lines[end - 1].x1() + 1; ++end) {
                 const Rows next = shared.common(Rows(m_lines[end]));
-                if (next.count() <= (end - first) * (shared.count() - next.count()))
+                if (next.count() <= qint64(end - first) * (shared.count() - next.count()))
                     break;
                 shared = next;
             }
