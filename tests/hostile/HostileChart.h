@@ -8,6 +8,7 @@
 #include <QQmlEngine>
 #include <QQuickItem>
 #include <QQuickPaintedItem>
+#include <QQuickWindow>
 #include <QTemporaryDir>
 
 #include <memory>
@@ -18,7 +19,8 @@ class HostileChart : public QObject
     Q_OBJECT
 
 public:
-    explicit HostileChart(quint32 seed);
+    // In a window the scene graph paints the items as well.
+    HostileChart(quint32 seed, bool inWindow);
     ~HostileChart() override;
 
     void step();
@@ -49,6 +51,7 @@ private:
     NastyValues m_values;
     QTemporaryDir m_directory;
     QQmlEngine m_engine;
+    std::unique_ptr<QQuickWindow> m_window;
     std::unique_ptr<QObject> m_root;
     int m_interferences = 0;
 };

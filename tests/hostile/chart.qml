@@ -39,6 +39,8 @@ Item {
         }
         GraphPlot { id: scatter; plotStyle: GraphPlot.ScatterPlot; plotData: points; graphPoint: icons }
         AreaPlot { plotData: series; minData: series; maxData: points }
+        ChannelPlot { plotData: regions }
+        GraphBands { plotData: regions; renderToImage: true }
         HeatmapPlot { axisX: xAxis; axisY: yAxis; dataDirectory: "" }
         ContainerPlot {
             id: container
