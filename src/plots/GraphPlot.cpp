@@ -254,28 +254,21 @@ void GraphPlot::paintDirect(Frame &frame, double density)
 void GraphPlot::paintFill(const Frame &frame) const
 {
     QPainterPath path;
-    bool open = false;
-    double px = 0.0;
-    const auto closeArea = [&] {
-        path.lineTo(px, frame.baseRow);
-        path.closeSubpath();
-        open = false;
-    };
+    bool connected = false;
     for (int i = 0; i < frame.samples.size(); ++i) {
         if (!isDrawable(frame.samples, i)) {
-            if (open)
-                closeArea();
+            connected = false;
             continue;
         }
-        px = graph::coordinate(frame.mapping.x(frame.samples.x(i)));
-        if (!open)
-            path.moveTo(px, frame.baseRow);
-        path.lineTo(px, graph::coordinate(frame.mapping.y(frame.samples.y(i))));
-        open = true;
+        const QPointF point(graph::coordinate(frame.mapping.x(frame.samples.x(i))),
+                            graph::coordinate(frame.mapping.y(frame.samples.y(i))));
+        if (connected)
+            path.lineTo(point);
+        else
+            path.moveTo(point);
+        connected = true;
     }
-    if (open)
-        closeArea();
-    frame.painter->fillPath(path, QBrush(fillColor(), Qt::SolidPattern));
+    graph::fillToRow(frame.painter, path, frame.baseRow, QBrush(fillColor(), Qt::SolidPattern));
 }
 
 void GraphPlot::paintLine(Frame &frame, int lineWidth) const

@@ -23,8 +23,12 @@ bool paintsWholePixels(const QPainter &painter)
     const QTransform &transform = painter.deviceTransform();
     const auto isWhole = [](double offset) { return offset == std::floor(offset); };
     return painter.paintEngine()->type() == QPaintEngine::Raster && !painter.testRenderHint(QPainter::Antialiasing)
-           && transform.type() <= QTransform::TxTranslate && isWhole(transform.dx()) && isWhole(transform.dy())
-           && painter.pen().style() == Qt::SolidLine && painter.pen().capStyle() == Qt::FlatCap;
+           && transform.type() <= QTransform::TxTranslate && isWhole(transform.dx()) && isWhole(transform.dy());
+}
+
+bool isPlain(const QPen &pen)
+{
+    return pen.style() == Qt::SolidLine && pen.capStyle() == Qt::FlatCap;
 }
 
 // The raster engine fills the pixels whose centres lie inside an outline, and that of a flat-capped line of even width
@@ -33,7 +37,7 @@ bool paintsWholePixels(const QPainter &painter)
 bool areLinesRectangles(const QPainter &painter)
 {
     const int width = painter.pen().width();
-    return paintsWholePixels(painter) && width > 0 && width % 2 == 0;
+    return paintsWholePixels(painter) && isPlain(painter.pen()) && width > 0 && width % 2 == 0;
 }
 
 struct Rows
@@ -138,51 +142,38 @@ bool isOfSeparateLines(const QPainterPath &path)
     return true;
 }
 
-// Whether the stroke of a path is the same when it is painted in upright bands, one after the other.
-bool isDivisible(const QPainter &painter, const QPainterPath &path)
+// Whether what follows a path looks the same when it is painted in upright bands, one after the other. bounds: of all
+// that is painted.
+bool isDivisible(const QPainter &painter, const QPainterPath &path, const QRectF &bounds)
 {
-    if (path.elementCount() <= pointsOfBand || painter.pen().width() < 2 || painter.hasClipping()
-        || !paintsWholePixels(painter) || !isAscending(path) || isOfSeparateLines(path))
+    if (path.elementCount() <= pointsOfBand || painter.hasClipping() || !paintsWholePixels(painter)
+        || !isAscending(path))
         return false;
-    const QRectF bounds = painter.deviceTransform().mapRect(path.controlPointRect());
-    return bounds.left() > -nearPicture && bounds.right() < nearPicture && bounds.top() > -nearPicture
-           && bounds.bottom() < nearPicture;
+    const QRectF mapped = painter.deviceTransform().mapRect(bounds);
+    return mapped.left() > -nearPicture && mapped.right() < nearPicture && mapped.top() > -nearPicture
+           && mapped.bottom() < nearPicture;
 }
 
-// The elements first..end-1 of a path.
-QPainterPath partOf(const QPainterPath &path, int first, int end, const QPointF &farLeft)
-{
-    // A bend outside the picture keeps the part from being separate lines.
-    QPainterPath part(farLeft);
-    part.lineTo(farLeft.x() + 1.0, farLeft.y());
-    part.lineTo(farLeft.x() + 2.0, farLeft.y());
-    for (int i = first; i < end; ++i) {
-        const QPainterPath::Element element = path.elementAt(i);
-        if (i == first || element.isMoveTo())
-            part.moveTo(element);
-        else
-            part.lineTo(element);
-    }
-    return part;
-}
-
-// Each band is painted with all lines that reach into it, ends and joints outside, so that what falls into the band is
-// the same as of the whole path.
-void strokeInBands(QPainter *painter, const QPainterPath &path)
+// Paints each band with all lines that reach into it, ends and joints outside, so that what falls into the band is the
+// same as of the whole path. paintPart(first, end) is to paint what belongs to these elements.
+template <typename PaintPart>
+void paintInBands(QPainter *painter, const QPainterPath &path, double reach, PaintPart paintPart)
 {
     constexpr int outside = 1 << 15;
-    const double reach = painter->pen().width() / 2.0 + 1.0;
     const int count = path.elementCount();
     const auto x = [&path](int i) { return path.elementAt(i).x; };
-    const QPointF farLeft(-nearPicture - painter->deviceTransform().dx(), 0.0);
     int left = -outside;
     for (int begin = 0; begin < count;) {
-        // Points in the column of the border belong to the band before it.
-        int end = std::min(begin + pointsOfBand, count - 1);
-        const int border = int(std::floor(x(end)));
-        while (end < count && x(end) <= border)
-            ++end;
-        const int right = end < count ? border : outside;
+        int end = std::min(begin + pointsOfBand, count);
+        int right = outside;
+        if (end < count) {
+            right = int(std::floor(x(end)));
+            // Points on the border belong to the band before it.
+            while (end < count && x(end) <= right)
+                ++end;
+        }
+        if (end == count)
+            right = outside;
         int first = begin;
         while (first > 0 && x(first) > left - reach)
             --first;
@@ -190,11 +181,49 @@ void strokeInBands(QPainter *painter, const QPainterPath &path)
         while (last < count && x(last) < right + reach)
             ++last;
         painter->setClipRect(left, -outside, right - left, 2 * outside);
-        painter->strokePath(partOf(path, first, std::min(last + 1, count), farLeft), painter->pen());
+        paintPart(first, std::min(last + 1, count));
         begin = end;
         left = right;
     }
     painter->setClipping(false);
+}
+
+// A path to which parts are added. A bend outside the picture keeps it from being a mere line or rectangle, for which the
+// engine has other rules.
+QPainterPath beginOfPart(const QPainter &painter)
+{
+    const QPointF farLeft(-nearPicture - painter.deviceTransform().dx(), 0.0);
+    QPainterPath part(farLeft);
+    part.lineTo(farLeft.x() + 1.0, farLeft.y());
+    part.lineTo(farLeft.x() + 2.0, farLeft.y());
+    return part;
+}
+
+// Adds the lines between the elements first..end-1 of a path.
+void addLines(QPainterPath &part, const QPainterPath &path, int first, int end)
+{
+    for (int i = first; i < end; ++i) {
+        const QPainterPath::Element element = path.elementAt(i);
+        if (i == first || element.isMoveTo())
+            part.moveTo(element);
+        else
+            part.lineTo(element);
+    }
+}
+
+// Adds the areas between the elements first..end-1 of a path and a row.
+void addAreas(QPainterPath &part, const QPainterPath &path, int first, int end, double row)
+{
+    for (int i = first; i < end; ++i) {
+        const QPainterPath::Element element = path.elementAt(i);
+        if (i == first || element.isMoveTo())
+            part.moveTo(element.x, row);
+        part.lineTo(element);
+        if (i + 1 == end || path.elementAt(i + 1).isMoveTo()) {
+            part.lineTo(element.x, row);
+            part.closeSubpath();
+        }
+    }
 }
 
 } // namespace
@@ -219,10 +248,34 @@ void drawUprightLines(QPainter *painter, const QVector<QLine> &lines)
 
 void drawLinePath(QPainter *painter, const QPainterPath &path)
 {
-    if (isDivisible(*painter, path))
-        strokeInBands(painter, path);
-    else
-        painter->strokePath(path, painter->pen());
+    const QPen pen = painter->pen();
+    if (!isPlain(pen) || pen.width() < 2 || isOfSeparateLines(path)
+        || !isDivisible(*painter, path, path.controlPointRect())) {
+        painter->strokePath(path, pen);
+        return;
+    }
+    paintInBands(painter, path, pen.width() / 2.0 + 1.0, [&](int first, int end) {
+        QPainterPath part = beginOfPart(*painter);
+        addLines(part, path, first, end);
+        painter->strokePath(part, pen);
+    });
+}
+
+void fillToRow(QPainter *painter, const QPainterPath &path, double row, const QBrush &brush)
+{
+    const QRectF bounds = path.controlPointRect();
+    const QRectF both = bounds.united(QRectF(bounds.left(), row, 1.0, 1.0));
+    if (!isDivisible(*painter, path, both)) {
+        QPainterPath areas;
+        addAreas(areas, path, 0, path.elementCount(), row);
+        painter->fillPath(areas, brush);
+        return;
+    }
+    paintInBands(painter, path, 1.0, [&](int first, int end) {
+        QPainterPath part = beginOfPart(*painter);
+        addAreas(part, path, first, end, row);
+        painter->fillPath(part, brush);
+    });
 }
 
 } // namespace graph

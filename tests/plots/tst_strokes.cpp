@@ -14,10 +14,13 @@ class tst_strokes : public QObject
 private slots:
     void uprightLines();
     void linePaths();
+    void areas();
 
 private:
     int whole(int low, int high) { return std::uniform_int_distribution<>(low, high)(m_random); }
     bool oneIn(int n) { return whole(1, n) == 1; }
+    QPainterPath randomPath();
+    template <typename Draw> static QImage picture(Draw draw);
 
     std::mt19937 m_random{11};
 };
@@ -74,42 +77,80 @@ void tst_strokes::uprightLines()
     }
 }
 
-// Paths of ascending x, long enough to be divided: steep and flat, with gaps and lone points, reaching out of the picture
-// a little or beyond what the engine can hold.
+// A path of ascending x, mostly long enough to be divided: steep or flat, with gaps and lone points, reaching out of the
+// picture a little or beyond what the engine can hold.
+QPainterPath tst_strokes::randomPath()
+{
+    const int farthest = oneIn(8) ? 1 << whole(10, 24) : 60;
+    const int steepest = oneIn(4) ? 3 : farthest;
+    const int widestStep = oneIn(3) ? 1 : 7;
+    const int gap = oneIn(3) ? whole(1, 4) : 1000;
+    const double fraction = oneIn(2) ? 1.0 : 0.37;
+    QPainterPath path(QPointF(whole(-9, 9), whole(0, 40)));
+    for (int i = whole(2, 90); i > 0; --i) {
+        const QPointF last = path.currentPosition();
+        const double y = qBound(-1.0 * farthest, last.y() + whole(-steepest, steepest), 1.0 * farthest);
+        const QPointF next(last.x() + whole(0, widestStep) * fraction, oneIn(9) ? whole(-9, 60) : y * fraction);
+        if (oneIn(gap))
+            path.moveTo(next);
+        else
+            path.lineTo(next);
+    }
+    return path;
+}
+
+template <typename Draw> QImage tst_strokes::picture(Draw draw)
+{
+    QImage image(101, 47, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    QPainter painter(&image);
+    painter.translate(1, 1);
+    draw(&painter);
+    painter.drawRect(20, 20, 9, 9); // the painter is as it was
+    return image;
+}
+
 void tst_strokes::linePaths()
 {
     for (int round = 0; round < 3000; ++round) {
-        const int farthest = oneIn(8) ? 1 << whole(10, 24) : 60;
-        const int steepest = oneIn(4) ? 3 : farthest;
-        const int widestStep = oneIn(3) ? 1 : 7;
-        const int gap = whole(1, 3) == 1 ? whole(1, 4) : 1000;
-        QPainterPath path(QPointF(whole(-9, 9), whole(0, 40)));
-        for (int i = whole(2, 90); i > 0; --i) {
-            const QPointF last = path.currentPosition();
-            const double y = qBound(-1.0 * farthest, last.y() + whole(-steepest, steepest), 1.0 * farthest);
-            const QPointF next(last.x() + whole(0, widestStep), oneIn(9) ? whole(-9, 60) : y);
-            if (oneIn(gap))
-                path.moveTo(next);
-            else
-                path.lineTo(next);
-        }
+        const QPainterPath path = randomPath();
         QPen pen(QColor(10, 200, 30, oneIn(3) ? 120 : 255));
         pen.setWidth(whole(0, oneIn(3) ? 17 : 5));
         pen.setCapStyle(Qt::FlatCap);
-        const auto picture = [&](auto draw) {
-            QImage image(101, 47, QImage::Format_ARGB32_Premultiplied);
-            image.fill(Qt::transparent);
-            QPainter painter(&image);
-            painter.translate(1, 1);
-            painter.setPen(pen);
-            draw(&painter);
-            painter.drawRect(20, 20, 9, 9);
-            return image;
+        const auto drawn = [&](QPainter *painter) {
+            painter->setPen(pen);
+            graph::drawLinePath(painter, path);
         };
-        if (picture([&](QPainter *painter) { graph::drawLinePath(painter, path); })
-            != picture([&](QPainter *painter) { painter->strokePath(path, pen); }))
-            QFAIL(qPrintable(QStringLiteral("round %1: pen %2, %3 points, up to row %4, gaps one in %5")
-                                 .arg(round).arg(pen.width()).arg(path.elementCount()).arg(farthest).arg(gap)));
+        const auto stroked = [&](QPainter *painter) {
+            painter->setPen(pen);
+            painter->strokePath(path, pen);
+        };
+        if (picture(drawn) != picture(stroked))
+            QFAIL(qPrintable(QStringLiteral("round %1: pen %2, %3 points").arg(round).arg(pen.width())
+                                 .arg(path.elementCount())));
+    }
+}
+
+void tst_strokes::areas()
+{
+    for (int round = 0; round < 3000; ++round) {
+        const QPainterPath path = randomPath();
+        const int row = oneIn(8) ? whole(-100000, 100000) : whole(-20, 60);
+        QPainterPath outline;
+        for (int i = 0; i < path.elementCount(); ++i) {
+            const QPainterPath::Element point = path.elementAt(i);
+            if (point.isMoveTo())
+                outline.moveTo(point.x, row);
+            outline.lineTo(point);
+            if (i + 1 == path.elementCount() || path.elementAt(i + 1).isMoveTo()) {
+                outline.lineTo(point.x, row);
+                outline.closeSubpath();
+            }
+        }
+        const QBrush brush(QColor(10, 200, 30, 120));
+        if (picture([&](QPainter *painter) { graph::fillToRow(painter, path, row, brush); })
+            != picture([&](QPainter *painter) { painter->fillPath(outline, brush); }))
+            QFAIL(qPrintable(QStringLiteral("round %1: %2 points").arg(round).arg(path.elementCount())));
     }
 }
 
