@@ -56,7 +56,7 @@ private slots:
 // again with its seed and one round, GRAPH_HOSTILE_TRACE writes its steps.
 void tst_hostile::survivesAnything()
 {
-    const int rounds = environmentNumber("GRAPH_HOSTILE_ROUNDS", 12);
+    const int rounds = environmentNumber("GRAPH_HOSTILE_ROUNDS", 40);
     const int firstSeed = environmentNumber("GRAPH_HOSTILE_SEED", 1);
     for (int seed = firstSeed; seed < firstSeed + rounds; ++seed) {
         unknownMessages.clear();
