@@ -48,9 +48,9 @@ public:
             m_graph->data()->set(data, true);
             m_graph->data()->squeeze();
         }
-        const double *value = values.constData();
-        for (auto sample = m_graph->data()->begin(); sample != m_graph->data()->end(); ++sample)
-            sample->value = *value++;
+        QCPGraphData *samples = &*m_graph->data()->begin();
+        for (int i = 0; i < values.size(); ++i)
+            samples[i].value = values.at(i);
     }
 
     void setVisible(double first, double last) override { m_x->setRange(first, last); }
