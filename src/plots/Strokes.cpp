@@ -1,5 +1,8 @@
 #include "plots/Strokes.h"
 
+#include "plots/OutlineFill.h"
+#include "plots/RectangleSweep.h"
+
 #include <QPaintEngine>
 #include <QPainter>
 #include <QPainterPath>
@@ -11,8 +14,8 @@ namespace graph {
 
 namespace {
 
-// Enough to make up for the lines that are drawn for two bands, few enough for the engine's sorting of edges.
-constexpr int pointsOfBand = 16;
+// Shorter paths cost the engine little, and it has rules of its own for some of them.
+constexpr int fewPoints = 16;
 
 // In pixels. Outlines that reach farther are clipped by the engine before it fills them, each in a way of its own.
 constexpr double nearPicture = 1 << 14;
@@ -31,102 +34,81 @@ bool isPlain(const QPen &pen)
     return pen.style() == Qt::SolidLine && pen.capStyle() == Qt::FlatCap;
 }
 
-// The raster engine fills the pixels whose centres lie inside an outline, and that of a flat-capped line of even width
-// runs along pixel borders. Outlines of odd widths run through the centres, where rounding decides; thin lines have
-// rules of their own, and are quick.
-bool areLinesRectangles(const QPainter &painter)
+// The engine paints one more pixel of a thin line up that follows one down.
+bool haveOneDirection(const QVector<QLine> &lines)
 {
-    const int width = painter.pen().width();
-    return paintsWholePixels(painter) && isPlain(painter.pen()) && width > 0 && width % 2 == 0;
+    const bool isDownward = !lines.isEmpty() && lines.first().y2() > lines.first().y1();
+    return std::all_of(lines.begin(), lines.end(), [isDownward](const QLine &line) {
+        return isDownward ? line.y2() > line.y1() : line.y2() < line.y1();
+    });
 }
 
-struct Rows
+// The outlines of flat-capped lines of even width run along pixel borders, between the centres that decide what is
+// filled; those of odd widths run through the centres, where rounding decides. Thin lines are not outlined.
+bool areLinesRectangles(const QPainter &painter, const QVector<QLine> &lines)
 {
-    explicit Rows(const QLine &line)
-        : top(std::min(line.y1(), line.y2()))
-        , end(std::max(line.y1(), line.y2())) // the lower end is not drawn
-    {
-    }
+    const int width = painter.pen().width();
+    return paintsWholePixels(painter) && isPlain(painter.pen())
+           && (width == 1 ? haveOneDirection(lines) : width > 0 && width % 2 == 0);
+}
 
-    int count() const { return end - top; }
-    Rows common(Rows other) const
-    {
-        other.top = std::max(top, other.top);
-        other.end = std::min(end, other.end);
-        return other;
-    }
-
-    int top;
-    int end;
-};
-
-class Rectangles
+// The rows that a line paints: the lower end is not one of them.
+Rows rowsOf(const QLine &line)
 {
-public:
-    Rectangles(const QVector<QLine> &lines, int width)
-        : m_lines(lines)
-        , m_width(width)
-    {
-        m_rects.reserve(2 * lines.size());
-    }
+    return {std::min(line.y1(), line.y2()), std::max(line.y1(), line.y2())};
+}
 
-    QVector<QRect> separate()
-    {
-        for (const QLine &line : m_lines)
-            add(line.x1(), line.x1(), Rows(line));
-        return m_rects;
+QVector<QRect> separateRectangles(const QVector<QLine> &lines, int width)
+{
+    QVector<QRect> rectangles;
+    rectangles.reserve(lines.size());
+    for (const QLine &line : lines) {
+        const Rows rows = rowsOf(line);
+        if (!rows.isEmpty())
+            rectangles.append(QRect(line.x1() - width / 2, rows.top, width, rows.count()));
     }
+    return rectangles;
+}
 
-    // The rows that neighbours have in common are filled once across them, as long as more are saved than are lost by
-    // what the next one does not share.
-    QVector<QRect> merged()
-    {
-        for (int first = 0; first < m_lines.size();) {
-            Rows shared(m_lines[first]);
-            int end = first + 1;
-            for (; end < m_lines.size() && m_lines[end].x1() == m_lines[end - 1].x1() + 1; ++end) {
-                const Rows next = shared.common(Rows(m_lines[end]));
-                if (next.count() <= qint64(end - first) * (shared.count() - next.count()))
-                    break;
-                shared = next;
-            }
-            addGroup(first, end, shared);
-            first = end;
+bool isChain(const QLine &line, const QLine &next)
+{
+    return next.x1() == line.x1() + 1 && rowsOf(line).touches(rowsOf(next));
+}
+
+// The lines first..end-1 stand in neighbouring columns and touch, so that each column of what they cover is one run.
+void addChain(RectangleSweep &sweep, const QVector<QLine> &lines, int first, int end, int width)
+{
+    for (int nearest = first; nearest < end + width - 1; ++nearest) {
+        const int leftmost = std::max(first, nearest - width + 1);
+        Rows rows = rowsOf(lines[leftmost]);
+        for (int i = leftmost + 1; i <= std::min(nearest, end - 1); ++i)
+            rows.unite(rowsOf(lines[i]));
+        sweep.add(lines[first].x1() - width / 2 + nearest - first, rows);
+    }
+}
+
+// For opaque lines, which may cover each other.
+QVector<QRect> sharedRectangles(const QVector<QLine> &lines, int width)
+{
+    RectangleSweep sweep;
+    for (int first = 0; first < lines.size();) {
+        int end = first + 1;
+        if (!rowsOf(lines[first]).isEmpty()) {
+            while (end < lines.size() && !rowsOf(lines[end]).isEmpty()
+                   && isChain(lines[end - 1], lines[end]))
+                ++end;
+            addChain(sweep, lines, first, end, width);
         }
-        return m_rects;
+        first = end;
     }
+    return sweep.takeRectangles();
+}
 
-private:
-    void add(int left, int right, const Rows &rows)
-    {
-        if (rows.count() > 0)
-            m_rects.append(QRect(left - m_width / 2, rows.top, right - left + m_width, rows.count()));
-    }
-
-    void addGroup(int first, int end, const Rows &shared)
-    {
-        add(m_lines[first].x1(), m_lines[end - 1].x1(), shared);
-        if (end - first == 1)
-            return;
-        for (int i = first; i < end; ++i) {
-            Rows above(m_lines[i]);
-            Rows below(m_lines[i]);
-            above.end = shared.top;
-            below.top = shared.end;
-            add(m_lines[i].x1(), m_lines[i].x1(), above);
-            add(m_lines[i].x1(), m_lines[i].x1(), below);
-        }
-    }
-
-    const QVector<QLine> &m_lines;
-    int m_width;
-    QVector<QRect> m_rects;
-};
-
-bool isAscending(const QPainterPath &path)
+// Whether no two lines paint the same pixel.
+bool areDisjoint(const QVector<QLine> &lines, int width)
 {
-    for (int i = 1; i < path.elementCount(); ++i) {
-        if (path.elementAt(i).x < path.elementAt(i - 1).x)
+    for (int i = 1; i < lines.size(); ++i) {
+        if (qint64(lines[i].x1()) - lines[i - 1].x1() < width)
             return false;
     }
     return true;
@@ -142,140 +124,92 @@ bool isOfSeparateLines(const QPainterPath &path)
     return true;
 }
 
-// Whether what follows a path looks the same when it is painted in upright bands, one after the other. bounds: of all
-// that is painted.
-bool isDivisible(const QPainter &painter, const QPainterPath &path, const QRectF &bounds)
+// Whether the engine fills what lies within bounds as filledRectangles does.
+bool fillsByCentres(const QPainter &painter, const QRectF &bounds)
 {
-    if (path.elementCount() <= pointsOfBand || painter.hasClipping() || !paintsWholePixels(painter)
-        || !isAscending(path))
+    if (painter.hasClipping() || !painter.paintEngine()->systemClip().isEmpty() || !paintsWholePixels(painter))
         return false;
     const QRectF mapped = painter.deviceTransform().mapRect(bounds);
     return mapped.left() > -nearPicture && mapped.right() < nearPicture && mapped.top() > -nearPicture
            && mapped.bottom() < nearPicture;
 }
 
-// Paints each band with all lines that reach into it, ends and joints outside, so that what falls into the band is the
-// same as of the whole path. paintPart(first, end) is to paint what belongs to these elements.
-template <typename PaintPart>
-void paintInBands(QPainter *painter, const QPainterPath &path, double reach, PaintPart paintPart)
+void drawRectangles(QPainter *painter, const QVector<QRect> &rectangles, const QBrush &brush)
 {
-    constexpr int outside = 1 << 15;
+    const QPen pen = painter->pen();
+    const QBrush before = painter->brush();
+    painter->setPen(Qt::NoPen);
+    painter->setBrush(brush);
+    painter->drawRects(rectangles);
+    painter->setBrush(before);
+    painter->setPen(pen);
+}
+
+void fillRectangles(QPainter *painter, const QPainterPath &path, const QBrush &brush)
+{
+    const QTransform transform = painter->deviceTransform();
+    const QPoint offset(int(transform.dx()), int(transform.dy()));
+    const QRect device(0, 0, painter->device()->width(), painter->device()->height());
+    QVector<QRect> rectangles = filledRectangles(path, offset, device);
+    for (QRect &rectangle : rectangles)
+        rectangle.translate(-offset);
+    drawRectangles(painter, rectangles, brush);
+}
+
+// The areas between the lines of a path and a row.
+QPainterPath areasToRow(const QPainterPath &path, double row)
+{
+    QPainterPath areas;
     const int count = path.elementCount();
-    const auto x = [&path](int i) { return path.elementAt(i).x; };
-    int left = -outside;
-    for (int begin = 0; begin < count;) {
-        int end = std::min(begin + pointsOfBand, count);
-        int right = outside;
-        if (end < count) {
-            right = int(std::floor(x(end)));
-            // Points on the border belong to the band before it.
-            while (end < count && x(end) <= right)
-                ++end;
-        }
-        if (end == count)
-            right = outside;
-        int first = begin;
-        while (first > 0 && x(first) > left - reach)
-            --first;
-        int last = end;
-        while (last < count && x(last) < right + reach)
-            ++last;
-        painter->setClipRect(left, -outside, right - left, 2 * outside);
-        paintPart(first, std::min(last + 1, count));
-        begin = end;
-        left = right;
-    }
-    painter->setClipping(false);
-}
-
-// A path to which parts are added. A bend outside the picture keeps it from being a mere line or rectangle, for which the
-// engine has other rules.
-QPainterPath beginOfPart(const QPainter &painter)
-{
-    const QPointF farLeft(-nearPicture - painter.deviceTransform().dx(), 0.0);
-    QPainterPath part(farLeft);
-    part.lineTo(farLeft.x() + 1.0, farLeft.y());
-    part.lineTo(farLeft.x() + 2.0, farLeft.y());
-    return part;
-}
-
-// Adds the lines between the elements first..end-1 of a path.
-void addLines(QPainterPath &part, const QPainterPath &path, int first, int end)
-{
-    for (int i = first; i < end; ++i) {
+    for (int i = 0; i < count; ++i) {
         const QPainterPath::Element element = path.elementAt(i);
-        if (i == first || element.isMoveTo())
-            part.moveTo(element);
-        else
-            part.lineTo(element);
-    }
-}
-
-// Adds the areas between the elements first..end-1 of a path and a row.
-void addAreas(QPainterPath &part, const QPainterPath &path, int first, int end, double row)
-{
-    for (int i = first; i < end; ++i) {
-        const QPainterPath::Element element = path.elementAt(i);
-        if (i == first || element.isMoveTo())
-            part.moveTo(element.x, row);
-        part.lineTo(element);
-        if (i + 1 == end || path.elementAt(i + 1).isMoveTo()) {
-            part.lineTo(element.x, row);
-            part.closeSubpath();
+        if (element.isMoveTo())
+            areas.moveTo(element.x, row);
+        areas.lineTo(element);
+        if (i + 1 == count || path.elementAt(i + 1).isMoveTo()) {
+            areas.lineTo(element.x, row);
+            areas.closeSubpath();
         }
     }
+    return areas;
 }
 
 } // namespace
 
 void drawUprightLines(QPainter *painter, const QVector<QLine> &lines)
 {
-    if (!areLinesRectangles(*painter)) {
+    if (!areLinesRectangles(*painter, lines)) {
         painter->drawLines(lines);
         return;
     }
-    const QPen pen = painter->pen();
-    const QBrush brush = painter->brush();
-    const bool isOpaque = pen.brush().isOpaque() && painter->opacity() == 1.0
+    const QBrush brush = painter->pen().brush();
+    const int width = painter->pen().width();
+    const bool isOpaque = brush.isOpaque() && painter->opacity() == 1.0
                           && painter->compositionMode() == QPainter::CompositionMode_SourceOver;
-    painter->setPen(Qt::NoPen);
-    painter->setBrush(pen.brush());
-    Rectangles rectangles(lines, pen.width());
-    painter->drawRects(isOpaque ? rectangles.merged() : rectangles.separate());
-    painter->setBrush(brush);
-    painter->setPen(pen);
+    const bool mayShare = isOpaque || areDisjoint(lines, width);
+    drawRectangles(painter, mayShare ? sharedRectangles(lines, width) : separateRectangles(lines, width), brush);
 }
 
 void drawLinePath(QPainter *painter, const QPainterPath &path)
 {
     const QPen pen = painter->pen();
-    if (!isPlain(pen) || pen.width() < 2 || isOfSeparateLines(path)
-        || !isDivisible(*painter, path, path.controlPointRect())) {
+    const double reach = pen.width() / 2.0 + 1.0;
+    const QRectF bounds = path.controlPointRect().adjusted(-reach, -reach, reach, reach);
+    if (!isPlain(pen) || pen.width() < 2 || path.elementCount() <= fewPoints || isOfSeparateLines(path)
+        || !fillsByCentres(*painter, bounds)) {
         painter->strokePath(path, pen);
         return;
     }
-    paintInBands(painter, path, pen.width() / 2.0 + 1.0, [&](int first, int end) {
-        QPainterPath part = beginOfPart(*painter);
-        addLines(part, path, first, end);
-        painter->strokePath(part, pen);
-    });
+    fillRectangles(painter, QPainterPathStroker(pen).createStroke(path), pen.brush());
 }
 
 void fillToRow(QPainter *painter, const QPainterPath &path, double row, const QBrush &brush)
 {
-    const QRectF bounds = path.controlPointRect();
-    const QRectF both = bounds.united(QRectF(bounds.left(), row, 1.0, 1.0));
-    if (!isDivisible(*painter, path, both)) {
-        QPainterPath areas;
-        addAreas(areas, path, 0, path.elementCount(), row);
+    const QPainterPath areas = areasToRow(path, row);
+    if (path.elementCount() <= fewPoints || !fillsByCentres(*painter, areas.controlPointRect()))
         painter->fillPath(areas, brush);
-        return;
-    }
-    paintInBands(painter, path, 1.0, [&](int first, int end) {
-        QPainterPath part = beginOfPart(*painter);
-        addAreas(part, path, first, end, row);
-        painter->fillPath(part, brush);
-    });
+    else
+        fillRectangles(painter, areas, brush);
 }
 
 } // namespace graph

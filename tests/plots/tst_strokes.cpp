@@ -20,9 +20,12 @@ private:
     int whole(int low, int high) { return std::uniform_int_distribution<>(low, high)(m_random); }
     bool oneIn(int n) { return whole(1, n) == 1; }
     QPainterPath randomPath();
-    template <typename Draw> static QImage picture(Draw draw);
+    template <typename Draw> QImage picture(Draw draw);
+    QColor randomColor(int alpha) { return QColor(whole(0, 255), whole(0, 255), whole(0, 255), alpha); }
+    void newBackdrop() { m_backdrop = randomColor(oneIn(2) ? 0 : whole(0, 255)); }
 
     std::mt19937 m_random{11};
+    QColor m_backdrop;
 };
 
 // Random strokes, as plots have them and as they had better not be: of any length and direction, beside the picture,
@@ -32,16 +35,18 @@ void tst_strokes::uprightLines()
     const QSize size(61, 47);
     constexpr int far = 1 << 24;
     for (int round = 0; round < 4000; ++round) {
+        newBackdrop();
         QVector<QLine> lines(whole(0, 60));
         const bool areColumns = oneIn(2);
+        const bool areUpward = oneIn(2);
         for (int i = 0; i < lines.size(); ++i) {
             QLine &line = lines[i];
             const int x = areColumns && !oneIn(20) ? i : whole(-4, size.width() + 4);
             const int y = areColumns ? whole(30, 40) : whole(-6, size.height() + 6);
             const int end = oneIn(8) ? y : oneIn(20) ? (oneIn(2) ? far : -far) : whole(-6, size.height() + 6);
-            line = QLine(x, y, x, end);
+            line = areUpward ? QLine(x, qMax(y, end), x, qMin(y, end)) : QLine(x, y, x, end);
         }
-        QPen pen(QColor(whole(0, 255), whole(0, 255), whole(0, 255), oneIn(2) ? 255 : whole(0, 255)));
+        QPen pen(randomColor(oneIn(2) ? 255 : whole(0, 255)));
         pen.setWidth(whole(0, oneIn(10) ? 17 : 5));
         pen.setCapStyle(oneIn(20) ? Qt::SquareCap : Qt::FlatCap);
         const QPoint shift = oneIn(2) ? QPoint(1, 1) : QPoint();
@@ -53,7 +58,7 @@ void tst_strokes::uprightLines()
 
         const auto picture = [&](auto draw) {
             QImage image(size, QImage::Format_ARGB32_Premultiplied);
-            image.fill(Qt::transparent);
+            image.fill(m_backdrop);
             QPainter painter(&image);
             painter.setRenderHint(QPainter::Antialiasing, smooth);
             painter.setOpacity(opacity);
@@ -102,7 +107,7 @@ QPainterPath tst_strokes::randomPath()
 template <typename Draw> QImage tst_strokes::picture(Draw draw)
 {
     QImage image(101, 47, QImage::Format_ARGB32_Premultiplied);
-    image.fill(Qt::transparent);
+    image.fill(m_backdrop);
     QPainter painter(&image);
     painter.translate(1, 1);
     draw(&painter);
@@ -113,6 +118,7 @@ template <typename Draw> QImage tst_strokes::picture(Draw draw)
 void tst_strokes::linePaths()
 {
     for (int round = 0; round < 3000; ++round) {
+        newBackdrop();
         const QPainterPath path = randomPath();
         QPen pen(QColor(10, 200, 30, oneIn(3) ? 120 : 255));
         pen.setWidth(whole(0, oneIn(3) ? 17 : 5));
@@ -134,6 +140,7 @@ void tst_strokes::linePaths()
 void tst_strokes::areas()
 {
     for (int round = 0; round < 3000; ++round) {
+        newBackdrop();
         const QPainterPath path = randomPath();
         const int row = oneIn(8) ? whole(-100000, 100000) : whole(-20, 60);
         QPainterPath outline;

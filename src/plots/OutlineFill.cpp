@@ -1,0 +1,173 @@
+#include "plots/OutlineFill.h"
+
+#include "plots/RectangleSweep.h"
+
+#include <QPainterPath>
+
+#include <algorithm>
+#include <limits>
+#include <vector>
+
+namespace graph {
+
+namespace {
+
+// The engine's arithmetic, which decides the pixels along an edge: points lie on a grid of 1/64 pixel, an edge is
+// followed from row to row in steps of 1/65536 pixel, and pixels are taken at their centres.
+constexpr int pointBits = 6;
+constexpr int edgeBits = 16;
+
+qint64 gridPoint(double coordinate)
+{
+    return qRound(coordinate * (1 << pointBits));
+}
+
+// Edges, sorted by the columns in which they change the winding number of what lies to their right.
+class Edges
+{
+public:
+    explicit Edges(const QRect &clip)
+        : m_clip(clip)
+        , m_lastOfColumn(clip.width(), none)
+    {
+    }
+
+    void add(const QPointF &from, const QPointF &to);
+    QVector<QRect> rectangles(Qt::FillRule rule) const;
+
+private:
+    static constexpr int none = -1;
+
+    // From this row of the column on, downwards, the winding number differs.
+    struct Change
+    {
+        int row;
+        int winding;
+        int previous; // of the same column
+    };
+
+    void addChange(int column, int row, int winding);
+    void addRun(qint64 column, const Rows &rows, int winding);
+    void advance(std::vector<Change> &profile, int column) const;
+
+    QRect m_clip;
+    std::vector<int> m_lastOfColumn;
+    std::vector<Change> m_changes;
+};
+
+void Edges::add(const QPointF &from, const QPointF &to)
+{
+    qint64 x = gridPoint(from.x());
+    qint64 y = gridPoint(from.y());
+    qint64 endX = gridPoint(to.x());
+    qint64 endY = gridPoint(to.y());
+    int winding = 1;
+    if (y > endY) {
+        std::swap(x, endX);
+        std::swap(y, endY);
+        winding = -1;
+    }
+    constexpr int half = 1 << (pointBits - 1);
+    int row = int(std::max<qint64>(m_clip.top(), (y + half) >> pointBits));
+    const int end = int(std::min<qint64>(m_clip.bottom(), (endY - half) >> pointBits)) + 1;
+    if (row >= end)
+        return;
+
+    constexpr int finer = edgeBits - pointBits;
+    constexpr qint64 longestStep = std::numeric_limits<int>::max();
+    const qint64 step = qBound(-longestStep, (endX - x) * (1 << edgeBits) / (endY - y), longestStep);
+    constexpr qint64 centre = 1 << (edgeBits - 1);
+    const qint64 down = qint64(row) * (1 << edgeBits) + centre - y * (1 << finer);
+    qint64 position = x * (1 << finer) + centre + ((step * down) >> edgeBits);
+    // Steep edges stay in a column for many rows.
+    while (row < end) {
+        const qint64 column = position >> edgeBits;
+        qint64 rows = end - row;
+        if (step > 0)
+            rows = ((column + 1) * (1 << edgeBits) - position + step - 1) / step;
+        else if (step < 0)
+            rows = (position - column * (1 << edgeBits)) / -step + 1;
+        rows = std::min<qint64>(rows, end - row);
+        addRun(column, {row, row + int(rows)}, winding);
+        row += int(rows);
+        position += rows * step;
+    }
+}
+
+void Edges::addRun(qint64 column, const Rows &rows, int winding)
+{
+    if (column > m_clip.right())
+        return;
+    const int inside = int(std::max<qint64>(column, m_clip.left())) - m_clip.left();
+    addChange(inside, rows.top, winding);
+    addChange(inside, rows.end, -winding);
+}
+
+void Edges::addChange(int column, int row, int winding)
+{
+    m_changes.push_back({row, winding, m_lastOfColumn[column]});
+    m_lastOfColumn[column] = int(m_changes.size()) - 1;
+}
+
+// profile: the changes down a column, from top to bottom, one a row; moved on from the column before.
+void Edges::advance(std::vector<Change> &profile, int column) const
+{
+    for (int i = m_lastOfColumn[column]; i != none; i = m_changes[i].previous) {
+        const Change &change = m_changes[i];
+        auto next = profile.end();
+        while (next != profile.begin() && (next - 1)->row >= change.row)
+            --next;
+        if (next != profile.end() && next->row == change.row)
+            next->winding += change.winding;
+        else
+            profile.insert(next, change);
+    }
+    profile.erase(std::remove_if(profile.begin(), profile.end(), [](const Change &c) { return c.winding == 0; }),
+                  profile.end());
+}
+
+QVector<QRect> Edges::rectangles(Qt::FillRule rule) const
+{
+    const auto isInside = [rule](int winding) { return rule == Qt::WindingFill ? winding != 0 : winding % 2 != 0; };
+    RectangleSweep sweep;
+    std::vector<Change> profile;
+    for (int column = 0; column < m_clip.width(); ++column) {
+        if (m_lastOfColumn[column] != none)
+            advance(profile, column);
+        int winding = 0;
+        int top = 0;
+        for (const Change &change : profile) {
+            const bool wasInside = isInside(winding);
+            winding += change.winding;
+            if (!wasInside)
+                top = change.row;
+            else if (!isInside(winding))
+                sweep.add(m_clip.left() + column, {top, change.row});
+        }
+    }
+    return sweep.takeRectangles();
+}
+
+} // namespace
+
+QVector<QRect> filledRectangles(const QPainterPath &path, const QPoint &offset, const QRect &clip)
+{
+    Edges edges(clip);
+    QPointF start;
+    QPointF last;
+    for (int i = 0; i < path.elementCount(); ++i) {
+        const QPainterPath::Element element = path.elementAt(i);
+        const QPointF point = QPointF(element) + offset;
+        if (element.isMoveTo()) {
+            edges.add(last, start);
+            start = point;
+        } else {
+            edges.add(last, point);
+        }
+        last = point;
+    }
+    edges.add(last, start);
+    return edges.rectangles(path.fillRule());
+}
+
+} // namespace graph
