@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -43,10 +44,13 @@ inline double coordinate(double value)
     return value < pixelLimit ? value : pixelLimit;
 }
 
-// As pixel, but rounded half away from zero.
+// As pixel, but rounded half away from zero. The difference is exact, and quicker than std::round, which is a call.
 inline int roundedPixel(double coordinate)
 {
-    return pixel(std::round(coordinate));
+    const int whole = pixel(coordinate);
+    const double rest = coordinate - whole;
+    const int rounded = whole + (rest >= 0.5) - (rest <= -0.5);
+    return std::min(std::max(rounded, -pixelLimit), pixelLimit);
 }
 
 // A width that QPen takes without a warning: negative ones give 0, too large ones its greatest.

@@ -30,6 +30,14 @@ MinMax finiteMinMax(const SampleSpan &samples, int first, int end)
 
 namespace {
 
+// Samples a column from which on it is quicker to search the end of a column than to look at each sample.
+constexpr qint64 fewestToSearch = 4;
+
+MinMax finiteMinMax(double y)
+{
+    return std::isfinite(y) ? MinMax{y, y} : MinMax();
+}
+
 class Scan
 {
 public:
@@ -95,11 +103,12 @@ ColumnEnvelope columnEnvelope(const SampleSpan &samples, const PixelMapping &map
 
     Scan scan(envelope, bridgeGaps);
     const bool ascending = mapping.scaleX() > 0.0;
+    const bool byColumn = ascending && samples.size() >= fewestToSearch * columns;
     int run = 1;
     for (int i = 0; i < samples.size();) {
         const int column = mapping.column(samples.x(i));
-        const int end = ascending ? columnEnd(samples, mapping, i, column, run) : i + 1;
-        scan.add(column, finiteMinMax(samples, i, end));
+        const int end = byColumn ? columnEnd(samples, mapping, i, column, run) : i + 1;
+        scan.add(column, byColumn ? finiteMinMax(samples, i, end) : finiteMinMax(samples.y(i)));
         if (ascending && column >= columns)
             break; // nothing that follows is inside the item
         run = end - i;

@@ -5,6 +5,7 @@
 #include <QPainterPath>
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
 #include <vector>
 
@@ -26,10 +27,12 @@ qint64 gridPoint(double coordinate)
 class Edges
 {
 public:
-    explicit Edges(const QRect &clip)
+    Edges(const QRect &clip, int expectedCount)
         : m_clip(clip)
         , m_lastOfColumn(clip.width(), none)
     {
+        constexpr int usualChanges = 4; // a steep edge crosses two columns
+        m_changes.reserve(std::size_t(usualChanges) * expectedCount);
     }
 
     void add(const QPointF &from, const QPointF &to);
@@ -148,11 +151,83 @@ QVector<QRect> Edges::rectangles(Qt::FillRule rule) const
     return sweep.takeRectangles();
 }
 
+// Adds the outline of a line along points, as wide as the pen: corners are cut off outside and lead through the point
+// inside, the ends are flat unless they meet.
+class Stroke
+{
+public:
+    Stroke(Edges &edges, double width)
+        : m_edges(edges)
+        , m_reach(width / 2.0)
+    {
+    }
+
+    void moveTo(const QPointF &point)
+    {
+        finish();
+        m_start = m_point = point;
+    }
+
+    void lineTo(const QPointF &point)
+    {
+        const QPointF way = point - m_point;
+        if (way.isNull())
+            return;
+        const QPointF side = QPointF(way.y(), -way.x()) * (m_reach / std::hypot(way.x(), way.y()));
+        if (m_any)
+            addCorner(m_side, side);
+        else
+            m_firstSide = side;
+        m_any = true;
+        m_edges.add(m_point + side, point + side);
+        m_edges.add(point - side, m_point - side);
+        m_side = side;
+        m_point = point;
+    }
+
+    void finish()
+    {
+        if (m_any && m_point == m_start) {
+            addCorner(m_side, m_firstSide);
+        } else if (m_any) {
+            m_edges.add(m_start - m_firstSide, m_start + m_firstSide);
+            m_edges.add(m_point + m_side, m_point - m_side);
+        }
+        m_any = false;
+    }
+
+private:
+    void addCorner(const QPointF &before, const QPointF &after)
+    {
+        const double turn = before.x() * after.y() - before.y() * after.x();
+        addSide(m_point + before, m_point + after, turn < 0.0);
+        addSide(m_point - after, m_point - before, turn > 0.0);
+    }
+
+    void addSide(const QPointF &from, const QPointF &to, bool isInside)
+    {
+        if (!isInside) {
+            m_edges.add(from, to);
+            return;
+        }
+        m_edges.add(from, m_point);
+        m_edges.add(m_point, to);
+    }
+
+    Edges &m_edges;
+    double m_reach;
+    bool m_any = false;
+    QPointF m_start;
+    QPointF m_point;
+    QPointF m_firstSide;
+    QPointF m_side; // from the line to its left edge, seen along it
+};
+
 } // namespace
 
 QVector<QRect> filledRectangles(const QPainterPath &path, const QPoint &offset, const QRect &clip)
 {
-    Edges edges(clip);
+    Edges edges(clip, path.elementCount());
     QPointF start;
     QPointF last;
     for (int i = 0; i < path.elementCount(); ++i) {
@@ -168,6 +243,22 @@ QVector<QRect> filledRectangles(const QPainterPath &path, const QPoint &offset, 
     }
     edges.add(last, start);
     return edges.rectangles(path.fillRule());
+}
+
+QVector<QRect> strokedRectangles(const QPainterPath &path, double width, const QPoint &offset, const QRect &clip)
+{
+    Edges edges(clip, 4 * path.elementCount());
+    Stroke stroke(edges, width);
+    for (int i = 0; i < path.elementCount(); ++i) {
+        const QPainterPath::Element element = path.elementAt(i);
+        const QPointF point = QPointF(element) + offset;
+        if (element.isMoveTo())
+            stroke.moveTo(point);
+        else
+            stroke.lineTo(point);
+    }
+    stroke.finish();
+    return edges.rectangles(Qt::WindingFill);
 }
 
 } // namespace graph

@@ -13,4 +13,7 @@ namespace graph {
 // path's fill rule says what is inside. Coordinates are pixels, within +-(1 << 14) after the move.
 QVector<QRect> filledRectangles(const QPainterPath &path, const QPoint &offset, const QRect &clip);
 
+// The same for the line of that width in pixels along such a path, with bevelled joins and flat ends.
+QVector<QRect> strokedRectangles(const QPainterPath &path, double width, const QPoint &offset, const QRect &clip);
+
 } // namespace graph

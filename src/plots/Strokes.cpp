@@ -145,12 +145,14 @@ void drawRectangles(QPainter *painter, const QVector<QRect> &rectangles, const Q
     painter->setPen(pen);
 }
 
-void fillRectangles(QPainter *painter, const QPainterPath &path, const QBrush &brush)
+// rectanglesInside(offset, device) is to give them in device coordinates.
+template <typename RectanglesInside>
+void drawDeviceRectangles(QPainter *painter, const QBrush &brush, RectanglesInside rectanglesInside)
 {
     const QTransform transform = painter->deviceTransform();
     const QPoint offset(int(transform.dx()), int(transform.dy()));
     const QRect device(0, 0, painter->device()->width(), painter->device()->height());
-    QVector<QRect> rectangles = filledRectangles(path, offset, device);
+    QVector<QRect> rectangles = rectanglesInside(offset, device);
     for (QRect &rectangle : rectangles)
         rectangle.translate(-offset);
     drawRectangles(painter, rectangles, brush);
@@ -195,21 +197,26 @@ void drawLinePath(QPainter *painter, const QPainterPath &path)
     const QPen pen = painter->pen();
     const double reach = pen.width() / 2.0 + 1.0;
     const QRectF bounds = path.controlPointRect().adjusted(-reach, -reach, reach, reach);
-    if (!isPlain(pen) || pen.width() < 2 || path.elementCount() <= fewPoints || isOfSeparateLines(path)
+    if (!isPlain(pen) || pen.joinStyle() != Qt::BevelJoin || pen.width() < 2 || path.elementCount() <= fewPoints || isOfSeparateLines(path)
         || !fillsByCentres(*painter, bounds)) {
         painter->strokePath(path, pen);
         return;
     }
-    fillRectangles(painter, QPainterPathStroker(pen).createStroke(path), pen.brush());
+    drawDeviceRectangles(painter, pen.brush(), [&](const QPoint &offset, const QRect &device) {
+        return strokedRectangles(path, pen.width(), offset, device);
+    });
 }
 
 void fillToRow(QPainter *painter, const QPainterPath &path, double row, const QBrush &brush)
 {
     const QPainterPath areas = areasToRow(path, row);
-    if (path.elementCount() <= fewPoints || !fillsByCentres(*painter, areas.controlPointRect()))
+    if (path.elementCount() <= fewPoints || !fillsByCentres(*painter, areas.controlPointRect())) {
         painter->fillPath(areas, brush);
-    else
-        fillRectangles(painter, areas, brush);
+        return;
+    }
+    drawDeviceRectangles(painter, brush, [&](const QPoint &offset, const QRect &device) {
+        return filledRectangles(areas, offset, device);
+    });
 }
 
 } // namespace graph

@@ -82,20 +82,21 @@ void tst_strokes::uprightLines()
     }
 }
 
-// A path of ascending x, mostly long enough to be divided: steep or flat, with gaps and lone points, reaching out of the
-// picture a little or beyond what the engine can hold.
+// A path, mostly a long one: steep or flat, with gaps and lone points, now and then going back, reaching out of the picture
+// a little or beyond what the engine can hold.
 QPainterPath tst_strokes::randomPath()
 {
     const int farthest = oneIn(8) ? 1 << whole(10, 24) : 60;
     const int steepest = oneIn(4) ? 3 : farthest;
     const int widestStep = oneIn(3) ? 1 : 7;
+    const int widestStepBack = oneIn(5) ? 7 : 0;
     const int gap = oneIn(3) ? whole(1, 4) : 1000;
     const double fraction = oneIn(2) ? 1.0 : 0.37;
     QPainterPath path(QPointF(whole(-9, 9), whole(0, 40)));
     for (int i = whole(2, 90); i > 0; --i) {
         const QPointF last = path.currentPosition();
         const double y = qBound(-1.0 * farthest, last.y() + whole(-steepest, steepest), 1.0 * farthest);
-        const QPointF next(last.x() + whole(0, widestStep) * fraction, oneIn(9) ? whole(-9, 60) : y * fraction);
+        const QPointF next(last.x() + whole(-widestStepBack, widestStep) * fraction, oneIn(9) ? whole(-9, 60) : y * fraction);
         if (oneIn(gap))
             path.moveTo(next);
         else
