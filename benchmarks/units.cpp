@@ -3,8 +3,8 @@
 
 #include "benchmarks/Measurement.h"
 #include "data/MinMaxPyramid.h"
+#include "painters/Strokes.h"
 #include "plots/ColumnEnvelope.h"
-#include "plots/Strokes.h"
 
 #include <QGuiApplication>
 #include <QPainter>

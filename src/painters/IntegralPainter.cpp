@@ -2,6 +2,7 @@
 
 #include "common/Opacity.h"
 #include "common/SafeInteger.h"
+#include "painters/Strokes.h"
 
 #include <QPainter>
 #include <QPainterPath>
@@ -290,7 +291,7 @@ void IntegralPainter::fillLines(QPainter *painter, const graph::Curve &curve, co
         path.lineTo(b.x(), base);
         path.closeSubpath();
     });
-    painter->fillPath(path, graph::translucent(m_integralColor, m_fillOpacity));
+    graph::fillOutline(painter, path, graph::translucent(m_integralColor, m_fillOpacity));
 }
 
 void IntegralPainter::fillColumns(QPainter *painter, const graph::Curve &curve, const Frame &frame) const
@@ -327,7 +328,7 @@ void IntegralPainter::fillColumns(QPainter *painter, const graph::Curve &curve, 
             strokes.append(QLine(column, baseRow, column, row));
     }
     painter->setPen(QPen(graph::translucent(m_integralColor, m_fillOpacity), 1, Qt::SolidLine, Qt::FlatCap));
-    painter->drawLines(strokes);
+    graph::drawUprightLines(painter, strokes);
 }
 
 void IntegralPainter::drawEdges(QPainter *painter, const graph::Curve &curve, const Frame &frame) const

@@ -1,5 +1,6 @@
 #include "plots/AreaPlot.h"
 
+#include "painters/Strokes.h"
 #include "plots/AreaStrokes.h"
 #include "plots/SampleDensity.h"
 
@@ -104,8 +105,9 @@ void AreaPlot::paint(QPainter *painter)
     QPen pen(penColor(), 1);
     pen.setCapStyle(Qt::FlatCap);
     painter->setPen(pen);
-    painter->drawLines(
-        graph::areaStrokes(upper, lower, mapping, graph::pixel(width()), !m_maxData->usePointsAsSegments()));
+    const bool ascending = !m_maxData->usePointsAsSegments();
+    graph::drawUprightLines(painter,
+                            graph::areaStrokes(upper, lower, mapping, graph::pixel(width()), ascending));
 }
 
 void AreaPlot::fillPolygon(QPainter *painter, const graph::SampleSpan &upper,
@@ -131,5 +133,5 @@ void AreaPlot::fillPolygon(QPainter *painter, const graph::SampleSpan &upper,
         if (end > begin)
             path.closeSubpath();
     }
-    painter->fillPath(path, QBrush(penColor(), Qt::SolidPattern));
+    graph::fillOutline(painter, path, QBrush(penColor(), Qt::SolidPattern));
 }

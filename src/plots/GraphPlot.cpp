@@ -2,9 +2,9 @@
 
 #include "common/SceneExit.h"
 #include "data/PlotData.h"
+#include "painters/Strokes.h"
 #include "plots/ColumnEnvelope.h"
 #include "plots/SampleDensity.h"
-#include "plots/Strokes.h"
 
 #include <QDebug>
 #include <QPainter>

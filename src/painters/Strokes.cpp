@@ -1,7 +1,7 @@
-#include "plots/Strokes.h"
+#include "painters/Strokes.h"
 
-#include "plots/OutlineFill.h"
-#include "plots/RectangleSweep.h"
+#include "painters/OutlineFill.h"
+#include "painters/RectangleSweep.h"
 
 #include <QPaintEngine>
 #include <QPainter>
@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 
 namespace graph {
 
@@ -37,10 +38,10 @@ bool isPlain(const QPen &pen)
 // The engine paints one more pixel of a thin line up that follows one down.
 bool haveOneDirection(const QVector<QLine> &lines)
 {
-    const bool isDownward = !lines.isEmpty() && lines.first().y2() > lines.first().y1();
-    return std::all_of(lines.begin(), lines.end(), [isDownward](const QLine &line) {
-        return isDownward ? line.y2() > line.y1() : line.y2() < line.y1();
-    });
+    const auto is = [&lines](auto direction) {
+        return std::all_of(lines.begin(), lines.end(), [&](const QLine &l) { return direction(l.y2(), l.y1()); });
+    };
+    return is(std::less_equal<int>()) || is(std::greater_equal<int>());
 }
 
 // The outlines of flat-capped lines of even width run along pixel borders, between the centres that decide what is
@@ -52,10 +53,12 @@ bool areLinesRectangles(const QPainter &painter, const QVector<QLine> &lines)
            && (width == 1 ? haveOneDirection(lines) : width > 0 && width % 2 == 0);
 }
 
-// The rows that a line paints: the lower end is not one of them.
-Rows rowsOf(const QLine &line)
+// The rows that a line paints: the lower end is not one of them, save for a thin line without length.
+Rows rowsOf(const QLine &line, int width)
 {
-    return {std::min(line.y1(), line.y2()), std::max(line.y1(), line.y2())};
+    const int top = std::min(line.y1(), line.y2());
+    const int end = std::max(line.y1(), line.y2());
+    return {top, width == 1 ? std::max(end, top + 1) : end};
 }
 
 QVector<QRect> separateRectangles(const QVector<QLine> &lines, int width)
@@ -63,16 +66,16 @@ QVector<QRect> separateRectangles(const QVector<QLine> &lines, int width)
     QVector<QRect> rectangles;
     rectangles.reserve(lines.size());
     for (const QLine &line : lines) {
-        const Rows rows = rowsOf(line);
+        const Rows rows = rowsOf(line, width);
         if (!rows.isEmpty())
             rectangles.append(QRect(line.x1() - width / 2, rows.top, width, rows.count()));
     }
     return rectangles;
 }
 
-bool isChain(const QLine &line, const QLine &next)
+bool isChain(const QLine &line, const QLine &next, int width)
 {
-    return next.x1() == line.x1() + 1 && rowsOf(line).touches(rowsOf(next));
+    return next.x1() == line.x1() + 1 && rowsOf(line, width).touches(rowsOf(next, width));
 }
 
 // The lines first..end-1 stand in neighbouring columns and touch, so that each column of what they cover is one run.
@@ -80,9 +83,9 @@ void addChain(RectangleSweep &sweep, const QVector<QLine> &lines, int first, int
 {
     for (int nearest = first; nearest < end + width - 1; ++nearest) {
         const int leftmost = std::max(first, nearest - width + 1);
-        Rows rows = rowsOf(lines[leftmost]);
+        Rows rows = rowsOf(lines[leftmost], width);
         for (int i = leftmost + 1; i <= std::min(nearest, end - 1); ++i)
-            rows.unite(rowsOf(lines[i]));
+            rows.unite(rowsOf(lines[i], width));
         sweep.add(lines[first].x1() - width / 2 + nearest - first, rows);
     }
 }
@@ -93,9 +96,9 @@ QVector<QRect> sharedRectangles(const QVector<QLine> &lines, int width)
     RectangleSweep sweep;
     for (int first = 0; first < lines.size();) {
         int end = first + 1;
-        if (!rowsOf(lines[first]).isEmpty()) {
-            while (end < lines.size() && !rowsOf(lines[end]).isEmpty()
-                   && isChain(lines[end - 1], lines[end]))
+        if (!rowsOf(lines[first], width).isEmpty()) {
+            while (end < lines.size() && !rowsOf(lines[end], width).isEmpty()
+                   && isChain(lines[end - 1], lines[end], width))
                 ++end;
             addChain(sweep, lines, first, end, width);
         }
@@ -207,16 +210,20 @@ void drawLinePath(QPainter *painter, const QPainterPath &path)
     });
 }
 
-void fillToRow(QPainter *painter, const QPainterPath &path, double row, const QBrush &brush)
+void fillOutline(QPainter *painter, const QPainterPath &path, const QBrush &brush)
 {
-    const QPainterPath areas = areasToRow(path, row);
-    if (path.elementCount() <= fewPoints || !fillsByCentres(*painter, areas.controlPointRect())) {
-        painter->fillPath(areas, brush);
+    if (path.elementCount() <= fewPoints || !fillsByCentres(*painter, path.controlPointRect())) {
+        painter->fillPath(path, brush);
         return;
     }
     drawDeviceRectangles(painter, brush, [&](const QPoint &offset, const QRect &device) {
-        return filledRectangles(areas, offset, device);
+        return filledRectangles(path, offset, device);
     });
+}
+
+void fillToRow(QPainter *painter, const QPainterPath &path, double row, const QBrush &brush)
+{
+    fillOutline(painter, areasToRow(path, row), brush);
 }
 
 } // namespace graph

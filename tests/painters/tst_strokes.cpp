@@ -1,4 +1,5 @@
-#include "plots/Strokes.h"
+#include "painters/RectangleSweep.h"
+#include "painters/Strokes.h"
 
 #include <QImage>
 #include <QPainter>
@@ -15,6 +16,7 @@ private slots:
     void uprightLines();
     void linePaths();
     void areas();
+    void rectanglesAreWide();
 
 private:
     int whole(int low, int high) { return std::uniform_int_distribution<>(low, high)(m_random); }
@@ -142,7 +144,7 @@ void tst_strokes::areas()
 {
     for (int round = 0; round < 3000; ++round) {
         newBackdrop();
-        const QPainterPath path = randomPath();
+        QPainterPath path = randomPath();
         const int row = oneIn(8) ? whole(-100000, 100000) : whole(-20, 60);
         QPainterPath outline;
         for (int i = 0; i < path.elementCount(); ++i) {
@@ -159,6 +161,42 @@ void tst_strokes::areas()
         if (picture([&](QPainter *painter) { graph::fillToRow(painter, path, row, brush); })
             != picture([&](QPainter *painter) { painter->fillPath(outline, brush); }))
             QFAIL(qPrintable(QStringLiteral("round %1: %2 points").arg(round).arg(path.elementCount())));
+        path.setFillRule(oneIn(2) ? Qt::WindingFill : Qt::OddEvenFill);
+        if (picture([&](QPainter *painter) { graph::fillOutline(painter, path, brush); })
+            != picture([&](QPainter *painter) { painter->fillPath(path, brush); }))
+            QFAIL(qPrintable(QStringLiteral("round %1: outline of %2 points").arg(round).arg(path.elementCount())));
+    }
+}
+
+// Runs of pixels are covered exactly once, by no more rows of rectangles than there are stretches of pixels side by side.
+void tst_strokes::rectanglesAreWide()
+{
+    constexpr int columns = 40;
+    constexpr int rows = 30;
+    for (int round = 0; round < 1000; ++round) {
+        graph::RectangleSweep sweep;
+        std::vector<int> covered(columns * rows, 0);
+        for (int column = 0; column < columns; ++column) {
+            const int top = whole(0, rows - 1);
+            const int end = oneIn(10) ? top : whole(top, rows);
+            sweep.add(column, {top, end});
+            for (int row = top; row < end; ++row)
+                --covered[row * columns + column];
+        }
+        int stretches = 0;
+        for (int i = 0; i < columns * rows; ++i)
+            stretches += covered[i] != 0 && (i % columns == 0 || covered[i - 1] == 0);
+
+        const QVector<QRect> rectangles = sweep.takeRectangles();
+        for (const QRect &rectangle : rectangles) {
+            stretches -= rectangle.height();
+            for (int row = rectangle.top(); row <= rectangle.bottom(); ++row) {
+                for (int column = rectangle.left(); column <= rectangle.right(); ++column)
+                    ++covered[row * columns + column];
+            }
+        }
+        QCOMPARE(stretches, 0);
+        QCOMPARE(std::count(covered.begin(), covered.end(), 0), columns * rows);
     }
 }
 

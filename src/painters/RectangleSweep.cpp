@@ -1,4 +1,4 @@
-#include "plots/RectangleSweep.h"
+#include "painters/RectangleSweep.h"
 
 namespace graph {
 

@@ -1,6 +1,6 @@
-#include "plots/OutlineFill.h"
+#include "painters/OutlineFill.h"
 
-#include "plots/RectangleSweep.h"
+#include "painters/RectangleSweep.h"
 
 #include <QPainterPath>
 
