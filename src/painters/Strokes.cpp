@@ -9,7 +9,7 @@
 
 #include <algorithm>
 #include <cmath>
-#include <functional>
+#include <vector>
 
 namespace graph {
 
@@ -35,13 +35,22 @@ bool isPlain(const QPen &pen)
     return pen.style() == Qt::SolidLine && pen.capStyle() == Qt::FlatCap;
 }
 
-// The engine paints one more pixel of a thin line up that follows one down.
-bool haveOneDirection(const QVector<QLine> &lines)
+// Which pixels a thin line paints may depend on the line before it, see rowsOf, if that is not beside the picture.
+bool isSequenceClear(const QPainter &painter, const QVector<QLine> &lines)
 {
-    const auto is = [&lines](auto direction) {
-        return std::all_of(lines.begin(), lines.end(), [&](const QLine &l) { return direction(l.y2(), l.y1()); });
+    const QRect picture = painter.deviceTransform().inverted().mapRect(
+        QRect(0, 0, painter.device()->width(), painter.device()->height()));
+    const auto isVisible = [&picture](const QLine &line) {
+        return line.x1() >= picture.left() && line.x1() <= picture.right()
+               && std::max(line.y1(), line.y2()) > picture.top()
+               && std::min(line.y1(), line.y2()) <= picture.bottom();
     };
-    return is(std::less_equal<int>()) || is(std::greater_equal<int>());
+    auto end = lines.end();
+    while (end != lines.begin() && !isVisible(*(end - 1)))
+        --end;
+    const auto areAll = [&](auto is) { return std::all_of(lines.begin(), end, is); };
+    return areAll([](const QLine &line) { return line.y2() <= line.y1(); })
+           || areAll([](const QLine &line) { return line.y2() >= line.y1(); }) || areAll(isVisible);
 }
 
 // The outlines of flat-capped lines of even width run along pixel borders, between the centres that decide what is
@@ -50,57 +59,63 @@ bool areLinesRectangles(const QPainter &painter, const QVector<QLine> &lines)
 {
     const int width = painter.pen().width();
     return paintsWholePixels(painter) && isPlain(painter.pen())
-           && (width == 1 ? haveOneDirection(lines) : width > 0 && width % 2 == 0);
+           && (width == 1 ? isSequenceClear(painter, lines) : width > 0 && width % 2 == 0);
 }
 
-// The rows that a line paints: the lower end is not one of them, save for a thin line without length.
-Rows rowsOf(const QLine &line, int width)
+// The rows that each line paints: the lower end is not one of them, save for a thin line without length and for one
+// that goes up after one that went down.
+std::vector<Rows> rowsOf(const QVector<QLine> &lines, int width)
 {
-    const int top = std::min(line.y1(), line.y2());
-    const int end = std::max(line.y1(), line.y2());
-    return {top, width == 1 ? std::max(end, top + 1) : end};
+    std::vector<Rows> rows;
+    rows.reserve(lines.size());
+    bool wentDown = false;
+    for (const QLine &line : lines) {
+        Rows own{std::min(line.y1(), line.y2()), std::max(line.y1(), line.y2())};
+        if (width == 1 && (own.isEmpty() || (wentDown && line.y2() < line.y1())))
+            ++own.end;
+        if (line.y1() != line.y2())
+            wentDown = line.y2() > line.y1();
+        rows.push_back(own);
+    }
+    return rows;
 }
 
-QVector<QRect> separateRectangles(const QVector<QLine> &lines, int width)
+QVector<QRect> separateRectangles(const QVector<QLine> &lines, const std::vector<Rows> &rows, int width)
 {
     QVector<QRect> rectangles;
     rectangles.reserve(lines.size());
-    for (const QLine &line : lines) {
-        const Rows rows = rowsOf(line, width);
-        if (!rows.isEmpty())
-            rectangles.append(QRect(line.x1() - width / 2, rows.top, width, rows.count()));
+    for (int i = 0; i < lines.size(); ++i) {
+        if (!rows[i].isEmpty())
+            rectangles.append(QRect(lines[i].x1() - width / 2, rows[i].top, width, rows[i].count()));
     }
     return rectangles;
 }
 
-bool isChain(const QLine &line, const QLine &next, int width)
+// What lines in neighbouring columns that touch cover together: a run in each column, from the given one on.
+void addChain(RectangleSweep &sweep, int column, const Rows *rows, int count, int width)
 {
-    return next.x1() == line.x1() + 1 && rowsOf(line, width).touches(rowsOf(next, width));
-}
-
-// The lines first..end-1 stand in neighbouring columns and touch, so that each column of what they cover is one run.
-void addChain(RectangleSweep &sweep, const QVector<QLine> &lines, int first, int end, int width)
-{
-    for (int nearest = first; nearest < end + width - 1; ++nearest) {
-        const int leftmost = std::max(first, nearest - width + 1);
-        Rows rows = rowsOf(lines[leftmost], width);
-        for (int i = leftmost + 1; i <= std::min(nearest, end - 1); ++i)
-            rows.unite(rowsOf(lines[i], width));
-        sweep.add(lines[first].x1() - width / 2 + nearest - first, rows);
+    for (int nearest = 0; nearest < count + width - 1; ++nearest, ++column) {
+        const int leftmost = std::max(0, nearest - width + 1);
+        Rows run = rows[leftmost];
+        for (int i = leftmost + 1; i <= std::min(nearest, count - 1); ++i)
+            run.unite(rows[i]);
+        sweep.add(column, run);
     }
 }
 
-// For opaque lines, which may cover each other.
-QVector<QRect> sharedRectangles(const QVector<QLine> &lines, int width)
+// For opaque lines, which may cover each other, and for disjoint ones.
+QVector<QRect> sharedRectangles(const QVector<QLine> &lines, const std::vector<Rows> &rows, int width)
 {
+    const auto isChain = [&](int i) {
+        return lines[i].x1() == lines[i - 1].x1() + 1 && !rows[i].isEmpty() && rows[i].touches(rows[i - 1]);
+    };
     RectangleSweep sweep;
     for (int first = 0; first < lines.size();) {
         int end = first + 1;
-        if (!rowsOf(lines[first], width).isEmpty()) {
-            while (end < lines.size() && !rowsOf(lines[end], width).isEmpty()
-                   && isChain(lines[end - 1], lines[end], width))
+        if (!rows[first].isEmpty()) {
+            while (end < lines.size() && isChain(end))
                 ++end;
-            addChain(sweep, lines, first, end, width);
+            addChain(sweep, lines[first].x1() - width / 2, &rows[first], end - first, width);
         }
         first = end;
     }
@@ -192,7 +207,9 @@ void drawUprightLines(QPainter *painter, const QVector<QLine> &lines)
     const bool isOpaque = brush.isOpaque() && painter->opacity() == 1.0
                           && painter->compositionMode() == QPainter::CompositionMode_SourceOver;
     const bool mayShare = isOpaque || areDisjoint(lines, width);
-    drawRectangles(painter, mayShare ? sharedRectangles(lines, width) : separateRectangles(lines, width), brush);
+    const std::vector<Rows> rows = rowsOf(lines, width);
+    drawRectangles(
+        painter, mayShare ? sharedRectangles(lines, rows, width) : separateRectangles(lines, rows, width), brush);
 }
 
 void drawLinePath(QPainter *painter, const QPainterPath &path)
