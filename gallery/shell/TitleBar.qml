@@ -36,46 +36,64 @@ Rectangle {
         }
     }
 
-    ListView {
+    Flickable {
         id: tabs
 
+        readonly property var pages: shell.pages.slice(1)
+        readonly property int openPage: pages.findIndex(function (page) { return page.name === shell.page; })
+
+        // The open page's tab stays away from the ends, where its neighbours are half hidden.
+        function showOpenTab() {
+            var tab = tabItems.itemAt(openPage);
+            if (!tab || width <= 0)
+                return;
+            var place = Math.max(tab.x + tab.width - 0.8 * width, Math.min(tab.x - 0.2 * width, contentX));
+            contentX = Math.max(0, Math.min(place, contentWidth - width));
+        }
+
         anchors { left: home.right; right: status.left; top: parent.top; bottom: parent.bottom }
-        orientation: ListView.Horizontal
         boundsBehavior: Flickable.StopAtBounds
         clip: true
-        model: shell.pages.slice(1)
-        currentIndex: model.findIndex(function (page) { return page.name === shell.page; })
-        // The open page's tab stays away from the ends, where its neighbours are half hidden.
-        highlightRangeMode: ListView.ApplyRange
-        preferredHighlightBegin: 0.2 * width
-        preferredHighlightEnd: 0.8 * width
-        highlightMoveDuration: 0
+        contentWidth: tabRow.width
+        onOpenPageChanged: showOpenTab()
+        onWidthChanged: showOpenTab()
+        onContentWidthChanged: showOpenTab()
 
-        delegate: Item {
-            readonly property bool current: modelData.name === shell.page
+        Row {
+            id: tabRow
 
-            width: tab.implicitWidth + (Theme.compact ? 24 : 32)
-            height: bar.height
+            Repeater {
+                id: tabItems
 
-            Label {
-                id: tab
+                model: tabs.pages
 
-                anchors.centerIn: parent
-                text: modelData.title
-                color: parent.current ? Theme.text : Theme.quietText
-            }
+                Item {
+                    readonly property bool current: modelData.name === shell.page
 
-            Rectangle {
-                visible: parent.current
-                anchors { bottom: parent.bottom; horizontalCenter: parent.horizontalCenter }
-                width: tab.implicitWidth + 12
-                height: 3
-                color: Theme.accent
-            }
+                    width: tab.implicitWidth + 24
+                    height: bar.height
 
-            MouseArea {
-                anchors.fill: parent
-                onClicked: shell.page = modelData.name
+                    Label {
+                        id: tab
+
+                        anchors.centerIn: parent
+                        text: modelData.title
+                        color: parent.current ? Theme.text : Theme.quietText
+                    }
+
+                    Rectangle {
+                        visible: parent.current
+                        anchors { bottom: parent.bottom; horizontalCenter: parent.horizontalCenter }
+                        width: tab.implicitWidth + 12
+                        height: 3
+                        color: Theme.accent
+                    }
+
+                    MouseArea {
+                        anchors.fill: parent
+                        onClicked: shell.page = modelData.name
+                    }
+                }
             }
         }
     }
