@@ -61,6 +61,7 @@ PageList simulatedPages()
          {"--instrument", "otdr"}},
         {"points", "Points", "Eight marks for the points of a scatter plot", "PointsPage.qml", "", {}},
         {"axes", "Axes", "Tick modes, all four sides, feet and metres", "AxesPage.qml", "", {}},
+        {"stress", "Stress", "Up to ten million samples, new with every frame", "StressPage.qml", "", {}},
     };
 }
 

@@ -1,7 +1,9 @@
 #include "QmlTypes.h"
 
 #include "BusValue.h"
+#include "FrameMeter.h"
 #include "HeatmapFolder.h"
+#include "NoisyTraces.h"
 #include "TraceHold.h"
 
 #include <QtQml>
@@ -15,6 +17,8 @@ void registerQmlTypes()
     qmlRegisterAnonymousType<OrnData>(module, 1);
     qmlRegisterAnonymousType<HeatmapFolder>(module, 1);
     qmlRegisterType<BusValue>(module, 1, 0, "BusValue");
+    qmlRegisterType<FrameMeter>(module, 1, 0, "FrameMeter");
+    qmlRegisterType<NoisyTraces>(module, 1, 0, "NoisyTraces");
     qmlRegisterType<TraceHold>(module, 1, 0, "TraceHold");
 }
 

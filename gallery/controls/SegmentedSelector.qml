@@ -7,6 +7,8 @@ Rectangle {
 
     property var choices: []
     property int currentIndex: 0
+    // So many of the choices, from the first on, can be chosen.
+    property int usable: choices.length
 
     signal activated(int index)
 
@@ -47,12 +49,14 @@ Rectangle {
                     anchors.centerIn: parent
                     text: modelData
                     color: parent.current ? Theme.text : Theme.quietText
+                    opacity: touch.enabled ? 1 : 0.35
                 }
 
                 MouseArea {
                     id: touch
 
                     anchors.fill: parent
+                    enabled: index < selector.usable
                     onClicked: selector.activated(index)
                 }
             }

@@ -37,6 +37,10 @@ Rectangle {
         return 0.5 + 0.4 * Math.sin(i / 9) * Math.exp(-Math.abs(i - 110) / 50) + 0.05 * (noise(i) - 0.5);
     }
 
+    function noisySine(i, center) {
+        return center + 0.08 * Math.sin(i / 12 + 7 * center) + 0.09 * (noise(i + 1000 * center) - 0.5);
+    }
+
     function samples(level) {
         var values = [];
         for (var i = 0; i < 240; ++i)
@@ -62,6 +66,7 @@ Rectangle {
             events: events,
             points: points,
             axes: axes,
+            stress: stress,
             replay: replay
         }[preview.page]
     }
@@ -335,6 +340,37 @@ Rectangle {
             penColor: Theme.traces[4]
             trace: PlotSeries {
                 yData: preview.samples(preview.damped)
+            }
+        }
+    }
+
+    Component {
+        id: stress
+
+        TileTrace {
+            id: stressTile
+
+            penColor: Theme.traces[0]
+            trace: PlotSeries {
+                yData: preview.samples(function (i) { return preview.noisySine(i, 0.8); })
+            }
+
+            Repeater {
+                model: [0.5, 0.2]
+
+                GraphPlot {
+                    anchors.fill: parent
+                    renderTarget: Theme.plotTarget
+                    plotStyle: GraphPlot.LinePlot
+                    plotData: PlotSeries {
+                        yData: preview.samples(function (i) { return preview.noisySine(i, modelData); })
+                    }
+                    axisX: stressTile.axisX
+                    axisY: stressTile.axisY
+                    penColor: Theme.traces[index + 1]
+                    minLineWidth: 1
+                    maxLineWidth: 1
+                }
             }
         }
     }

@@ -1,0 +1,25 @@
+import QtQuick 2.15
+import "../theme"
+
+// A selector of choices that do not tell by themselves what they are.
+Row {
+    property alias name: name.text
+    property alias choices: selector.choices
+    property alias currentIndex: selector.currentIndex
+
+    spacing: Theme.compact ? 6 : 8
+
+    Label {
+        id: name
+
+        height: parent.height
+        font.pixelSize: Theme.smallText
+        color: Theme.quietText
+    }
+
+    SegmentedSelector {
+        id: selector
+
+        onActivated: currentIndex = index
+    }
+}
