@@ -13,8 +13,8 @@ namespace graph {
 
 namespace {
 
-// The engine's arithmetic, which decides the pixels along an edge: points lie on a grid of 1/64 pixel, an edge is
-// followed from row to row in steps of 1/65536 pixel, and pixels are taken at their centres.
+// The engine's arithmetic, which decides the pixels along an edge: points lie on a grid of 1/64 pixel, an
+// edge is followed from row to row in steps of 1/65536 pixel, and pixels are taken at their centres.
 constexpr int pointBits = 6;
 constexpr int edgeBits = 16;
 
@@ -23,16 +23,14 @@ qint64 gridPoint(double coordinate)
     return qRound(coordinate * (1 << pointBits));
 }
 
-// Edges, sorted by the columns in which they change the winding number of what lies to their right.
+// Edges, sorted by the columns in which they change the winding number of all that lies to their right.
 class Edges
 {
 public:
-    Edges(const QRect &clip, int expectedCount)
+    explicit Edges(const QRect &clip)
         : m_clip(clip)
         , m_lastOfColumn(clip.width(), none)
     {
-        constexpr int usualChanges = 4; // a steep edge crosses two columns
-        m_changes.reserve(std::size_t(usualChanges) * expectedCount);
     }
 
     void add(const QPointF &from, const QPointF &to);
@@ -115,23 +113,25 @@ void Edges::addChange(int column, int row, int winding)
 // profile: the changes down a column, from top to bottom, one a row; moved on from the column before.
 void Edges::advance(std::vector<Change> &profile, int column) const
 {
-    for (int i = m_lastOfColumn[column]; i != none; i = m_changes[i].previous) {
-        const Change &change = m_changes[i];
-        auto next = profile.end();
-        while (next != profile.begin() && (next - 1)->row >= change.row)
-            --next;
-        if (next != profile.end() && next->row == change.row)
-            next->winding += change.winding;
-        else
-            profile.insert(next, change);
+    for (int i = m_lastOfColumn[column]; i != none; i = m_changes[i].previous)
+        profile.push_back(m_changes[i]);
+    std::sort(profile.begin(), profile.end(), [](const Change &a, const Change &b) { return a.row < b.row; });
+    auto kept = profile.begin();
+    for (auto change = profile.begin(); change != profile.end();) {
+        *kept = *change;
+        while (++change != profile.end() && change->row == kept->row)
+            kept->winding += change->winding;
+        if (kept->winding != 0)
+            ++kept;
     }
-    profile.erase(std::remove_if(profile.begin(), profile.end(), [](const Change &c) { return c.winding == 0; }),
-                  profile.end());
+    profile.erase(kept, profile.end());
 }
 
 QVector<QRect> Edges::rectangles(Qt::FillRule rule) const
 {
-    const auto isInside = [rule](int winding) { return rule == Qt::WindingFill ? winding != 0 : winding % 2 != 0; };
+    const auto isInside = [rule](int winding) {
+        return rule == Qt::WindingFill ? winding != 0 : winding % 2 != 0;
+    };
     RectangleSweep sweep;
     std::vector<Change> profile;
     for (int column = 0; column < m_clip.width(); ++column) {
@@ -151,8 +151,8 @@ QVector<QRect> Edges::rectangles(Qt::FillRule rule) const
     return sweep.takeRectangles();
 }
 
-// Adds the outline of a line along points, as wide as the pen: corners are cut off outside and lead through the point
-// inside, the ends are flat unless they meet.
+// Adds the outline of a line along points, as wide as the pen: corners are cut off outside and lead through
+// the point inside, the ends are flat unless they meet.
 class Stroke
 {
 public:
@@ -227,7 +227,7 @@ private:
 
 QVector<QRect> filledRectangles(const QPainterPath &path, const QPoint &offset, const QRect &clip)
 {
-    Edges edges(clip, path.elementCount());
+    Edges edges(clip);
     QPointF start;
     QPointF last;
     for (int i = 0; i < path.elementCount(); ++i) {
@@ -245,9 +245,10 @@ QVector<QRect> filledRectangles(const QPainterPath &path, const QPoint &offset, 
     return edges.rectangles(path.fillRule());
 }
 
-QVector<QRect> strokedRectangles(const QPainterPath &path, double width, const QPoint &offset, const QRect &clip)
+QVector<QRect> strokedRectangles(const QPainterPath &path, double width, const QPoint &offset,
+                                 const QRect &clip)
 {
-    Edges edges(clip, 4 * path.elementCount());
+    Edges edges(clip);
     Stroke stroke(edges, width);
     for (int i = 0; i < path.elementCount(); ++i) {
         const QPainterPath::Element element = path.elementAt(i);

@@ -23,13 +23,13 @@ struct Rows
     }
 };
 
-// Covers upright runs of pixels with rectangles, each as wide as the runs allow: an engine that fills row by row pays for
-// each row of each rectangle. The rectangles are disjoint if the runs are.
+// Covers upright runs of pixels with rectangles, each as wide as the runs allow: an engine that fills row by
+// row pays for each row of each rectangle. The rectangles are disjoint if the runs are.
 class RectangleSweep
 {
 public:
-    // Runs of neighbouring columns, one after the other, are covered together where they share rows; of several runs
-    // in a column only the first.
+    // Runs of neighbouring columns, one after the other, are covered together where they share rows; of
+    // several runs in a column only the first.
     void add(int column, const Rows &rows);
     // What covers all runs so far, which are forgotten.
     QVector<QRect> takeRectangles();

@@ -18,16 +18,19 @@ namespace {
 // Shorter paths cost the engine little, and it has rules of its own for some of them.
 constexpr int fewPoints = 16;
 
-// In pixels. Outlines that reach farther are clipped by the engine before it fills them, each in a way of its own.
+// In pixels. Outlines that reach farther are clipped by the engine before it fills them, each in a way of its
+// own.
 constexpr double nearPicture = 1 << 14;
 
-// Whether each pixel is either painted or not, in device coordinates that are those of the item but for a whole number.
+// Whether each pixel is either painted or not, in device coordinates that are those of the item but for a
+// whole number.
 bool paintsWholePixels(const QPainter &painter)
 {
     const QTransform &transform = painter.deviceTransform();
     const auto isWhole = [](double offset) { return offset == std::floor(offset); };
-    return painter.paintEngine()->type() == QPaintEngine::Raster && !painter.testRenderHint(QPainter::Antialiasing)
-           && transform.type() <= QTransform::TxTranslate && isWhole(transform.dx()) && isWhole(transform.dy());
+    return painter.paintEngine()->type() == QPaintEngine::Raster &&
+           !painter.testRenderHint(QPainter::Antialiasing) && transform.type() <= QTransform::TxTranslate &&
+           isWhole(transform.dx()) && isWhole(transform.dy());
 }
 
 bool isPlain(const QPen &pen)
@@ -35,35 +38,37 @@ bool isPlain(const QPen &pen)
     return pen.style() == Qt::SolidLine && pen.capStyle() == Qt::FlatCap;
 }
 
-// Which pixels a thin line paints may depend on the line before it, see rowsOf, if that is not beside the picture.
+// Which pixels a thin line paints may depend on the line before it, see rowsOf, if that is not beside the
+// picture.
 bool isSequenceClear(const QPainter &painter, const QVector<QLine> &lines)
 {
     const QRect picture = painter.deviceTransform().inverted().mapRect(
         QRect(0, 0, painter.device()->width(), painter.device()->height()));
     const auto isVisible = [&picture](const QLine &line) {
-        return line.x1() >= picture.left() && line.x1() <= picture.right()
-               && std::max(line.y1(), line.y2()) > picture.top()
-               && std::min(line.y1(), line.y2()) <= picture.bottom();
+        return line.x1() >= picture.left() && line.x1() <= picture.right() &&
+               std::max(line.y1(), line.y2()) > picture.top() &&
+               std::min(line.y1(), line.y2()) <= picture.bottom();
     };
     auto end = lines.end();
     while (end != lines.begin() && !isVisible(*(end - 1)))
         --end;
     const auto areAll = [&](auto is) { return std::all_of(lines.begin(), end, is); };
-    return areAll([](const QLine &line) { return line.y2() <= line.y1(); })
-           || areAll([](const QLine &line) { return line.y2() >= line.y1(); }) || areAll(isVisible);
+    return areAll([](const QLine &line) { return line.y2() <= line.y1(); }) ||
+           areAll([](const QLine &line) { return line.y2() >= line.y1(); }) || areAll(isVisible);
 }
 
-// The outlines of flat-capped lines of even width run along pixel borders, between the centres that decide what is
-// filled; those of odd widths run through the centres, where rounding decides. Thin lines are not outlined.
+// The outlines of flat-capped lines of even width run along pixel borders, between the centres that decide
+// what is filled; those of odd widths run through the centres, where rounding decides. Thin lines are not
+// outlined.
 bool areLinesRectangles(const QPainter &painter, const QVector<QLine> &lines)
 {
     const int width = painter.pen().width();
-    return paintsWholePixels(painter) && isPlain(painter.pen())
-           && (width == 1 ? isSequenceClear(painter, lines) : width > 0 && width % 2 == 0);
+    return paintsWholePixels(painter) && isPlain(painter.pen()) &&
+           (width == 1 ? isSequenceClear(painter, lines) : width > 0 && width % 2 == 0);
 }
 
-// The rows that each line paints: the lower end is not one of them, save for a thin line without length and for one
-// that goes up after one that went down.
+// The rows that each line paints: the lower end is not one of them, save for a thin line without length and
+// for one that goes up after one that went down.
 std::vector<Rows> rowsOf(const QVector<QLine> &lines, int width)
 {
     std::vector<Rows> rows;
@@ -132,6 +137,16 @@ bool areDisjoint(const QVector<QLine> &lines, int width)
     return true;
 }
 
+// Paths that go to and fro cross too many columns to be followed by column.
+bool isAscending(const QPainterPath &path)
+{
+    for (int i = 1; i < path.elementCount(); ++i) {
+        if (path.elementAt(i).x < path.elementAt(i - 1).x)
+            return false;
+    }
+    return true;
+}
+
 // The engine draws them by other rules, and quickly.
 bool isOfSeparateLines(const QPainterPath &path)
 {
@@ -145,11 +160,12 @@ bool isOfSeparateLines(const QPainterPath &path)
 // Whether the engine fills what lies within bounds as filledRectangles does.
 bool fillsByCentres(const QPainter &painter, const QRectF &bounds)
 {
-    if (painter.hasClipping() || !painter.paintEngine()->systemClip().isEmpty() || !paintsWholePixels(painter))
+    if (painter.hasClipping() || !painter.paintEngine()->systemClip().isEmpty() ||
+        !paintsWholePixels(painter))
         return false;
     const QRectF mapped = painter.deviceTransform().mapRect(bounds);
-    return mapped.left() > -nearPicture && mapped.right() < nearPicture && mapped.top() > -nearPicture
-           && mapped.bottom() < nearPicture;
+    return mapped.left() > -nearPicture && mapped.right() < nearPicture && mapped.top() > -nearPicture &&
+           mapped.bottom() < nearPicture;
 }
 
 void drawRectangles(QPainter *painter, const QVector<QRect> &rectangles, const QBrush &brush)
@@ -204,12 +220,13 @@ void drawUprightLines(QPainter *painter, const QVector<QLine> &lines)
     }
     const QBrush brush = painter->pen().brush();
     const int width = painter->pen().width();
-    const bool isOpaque = brush.isOpaque() && painter->opacity() == 1.0
-                          && painter->compositionMode() == QPainter::CompositionMode_SourceOver;
+    const bool isOpaque = brush.isOpaque() && painter->opacity() == 1.0 &&
+                          painter->compositionMode() == QPainter::CompositionMode_SourceOver;
     const bool mayShare = isOpaque || areDisjoint(lines, width);
     const std::vector<Rows> rows = rowsOf(lines, width);
-    drawRectangles(
-        painter, mayShare ? sharedRectangles(lines, rows, width) : separateRectangles(lines, rows, width), brush);
+    drawRectangles(painter,
+                   mayShare ? sharedRectangles(lines, rows, width) : separateRectangles(lines, rows, width),
+                   brush);
 }
 
 void drawLinePath(QPainter *painter, const QPainterPath &path)
@@ -217,8 +234,9 @@ void drawLinePath(QPainter *painter, const QPainterPath &path)
     const QPen pen = painter->pen();
     const double reach = pen.width() / 2.0 + 1.0;
     const QRectF bounds = path.controlPointRect().adjusted(-reach, -reach, reach, reach);
-    if (!isPlain(pen) || pen.joinStyle() != Qt::BevelJoin || pen.width() < 2 || path.elementCount() <= fewPoints || isOfSeparateLines(path)
-        || !fillsByCentres(*painter, bounds)) {
+    if (!isPlain(pen) || pen.joinStyle() != Qt::BevelJoin || pen.width() < 2 ||
+        path.elementCount() <= fewPoints || !isAscending(path) || isOfSeparateLines(path) ||
+        !fillsByCentres(*painter, bounds)) {
         painter->strokePath(path, pen);
         return;
     }

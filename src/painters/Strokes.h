@@ -9,9 +9,10 @@ class QPainterPath;
 
 namespace graph {
 
-// Each of these paints the same pixels as the painter's own call for it, at a fraction of the cost where the raster
-// engine paints whole pixels: as rectangles, each as wide as the shape allows. Elsewhere they are that call. The engine's
-// own cost of a path grows with the square of its length, and that of upright lines with each of their rows.
+// Each of these paints the same pixels as the painter's own call for it, at a fraction of the cost where the
+// raster engine paints whole pixels: as rectangles, each as wide as the shape allows. Elsewhere they are that
+// call. The engine's own cost of a path grows with the square of its length, and that of upright lines with
+// each of their rows.
 
 // QPainter::drawLines for upright lines, with the painter's pen.
 void drawUprightLines(QPainter *painter, const QVector<QLine> &lines);
@@ -22,7 +23,8 @@ void drawLinePath(QPainter *painter, const QPainterPath &path);
 // QPainter::fillPath for a path without curves.
 void fillOutline(QPainter *painter, const QPainterPath &path, const QBrush &brush);
 
-// The same for the areas between such a path and a row, from the first to the last point of each of its lines.
+// The same for the areas between such a path and a row, from the first to the last point of each of its
+// lines.
 void fillToRow(QPainter *painter, const QPainterPath &path, double row, const QBrush &brush);
 
 } // namespace graph
