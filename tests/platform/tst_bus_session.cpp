@@ -81,9 +81,12 @@ private slots:
     void startedOnDemand();
     void hostile();
     void nameIsTaken();
+    void busKilledAndRestarted();
     void cleanupTestCase();
 
 private:
+    void startBus();
+
     QTemporaryDir m_home;
     std::unique_ptr<Process> m_daemon;
 };
@@ -96,9 +99,16 @@ void tst_bus_session::initTestCase()
     file.write("[D-BUS Service]\nName=org.toskorn.demand\nExec=" BUS_SERVICE " demand\n");
     file.close();
     qputenv("XDG_DATA_HOME", m_home.path().toLocal8Bit());
+    startBus();
+}
+
+// Always at the same place, and every time with an identity of its own.
+void tst_bus_session::startBus()
+{
+    const QString place = QStringLiteral("--address=unix:path=") + m_home.filePath(QStringLiteral("bus"));
     m_daemon = std::make_unique<Process>(QStringLiteral(DBUS_DAEMON),
                                          QStringList{QStringLiteral("--session"), QStringLiteral("--nofork"),
-                                                     QStringLiteral("--print-address")});
+                                                     QStringLiteral("--print-address"), place});
     const QByteArray address = m_daemon->line();
     QVERIFY2(address.startsWith("unix:"), address.constData());
     qputenv("DBUS_SESSION_BUS_ADDRESS", address);
@@ -232,9 +242,35 @@ void tst_bus_session::nameIsTaken()
     QCOMPARE(labelOf(clientOf(QStringLiteral("taken"))), QStringLiteral("own"));
 }
 
+void tst_bus_session::busKilledAndRestarted()
+{
+    // What a client says that asks while the bus is going depends on how much of it has gone.
+    QLoggingCategory::setFilterRules(QStringLiteral("toskorn.bus.warning=false"));
+    auto service = std::make_unique<Service>(QStringLiteral("survivor"));
+    auto *client = clientOf(QStringLiteral("survivor"));
+    ORNClientItem *item = client->getItem(label);
+    for (const char *newcomer : {"newcomer", "nextcomer"}) {
+        service->order(QStringLiteral("value t_label: last"));
+        QTRY_COMPARE_WITH_TIMEOUT(labelOf(client), QStringLiteral("last"), patience);
+        m_daemon->signal(SIGKILL);
+        service->waitForFinished(-1);
+        auto *lateClient = clientOf(QLatin1String(newcomer));
+        QTest::qWait(0);
+        QCOMPARE(labelOf(client), QStringLiteral("last"));
+        startBus();
+        service = std::make_unique<Service>(QStringLiteral("survivor"));
+        const Service late{QLatin1String(newcomer)};
+        QTRY_COMPARE_WITH_TIMEOUT(labelOf(client), QStringLiteral("first"), patience);
+        QTRY_COMPARE_WITH_TIMEOUT(labelOf(lateClient), QStringLiteral("first"), patience);
+        QCOMPARE(client->getItem(label), item);
+    }
+    QLoggingCategory::setFilterRules(QString());
+}
+
 void tst_bus_session::cleanupTestCase()
 {
-    // The bus goes before its clients, and with it the service that it started. Asked to, it removes its socket.
+    // The bus goes before its clients, and with it the service that it started. Asked to, it removes its
+    // socket.
     m_daemon->terminate();
     QVERIFY(m_daemon->waitForFinished(patience));
 }

@@ -22,7 +22,7 @@ void BusClient::connectToService()
         setItems(publisher->items());
         return;
     }
-    m_remote = new RemoteService(m_serviceName, this);
+    m_remote = new RemoteService(m_serviceName, &BusRegistry::instance().link(), this);
     m_remote->start();
 }
 

@@ -1,9 +1,9 @@
 #include "platform/bus/BusRegistry.h"
 
 #include "platform/bus/BusClient.h"
+#include "platform/bus/BusLink.h"
 #include "platform/bus/BusLog.h"
 #include "platform/bus/BusName.h"
-#include "platform/bus/RemoteService.h"
 
 #include <QCoreApplication>
 
@@ -12,6 +12,8 @@ BusRegistry &BusRegistry::instance()
     static BusRegistry registry;
     return registry;
 }
+
+BusRegistry::BusRegistry() = default;
 
 BusRegistry::~BusRegistry()
 {
@@ -30,6 +32,13 @@ BusClient *BusRegistry::sharedClient(const QString &serviceName)
     auto *added = new BusClient(serviceName);
     m_clients.insert(serviceName, added);
     return added;
+}
+
+BusLink &BusRegistry::link()
+{
+    if (!m_link)
+        m_link = std::make_unique<BusLink>();
+    return *m_link;
 }
 
 bool BusRegistry::addPublisher(const QString &serviceName, BusPublisher *publisher)
@@ -71,5 +80,5 @@ void BusRegistry::clear()
     // Taken out first: what listens to a client's end may ask for another one.
     const QHash<QString, BusClient *> clients = std::exchange(m_clients, {});
     qDeleteAll(clients);
-    RemoteService::closeBus();
+    m_link.reset();
 }

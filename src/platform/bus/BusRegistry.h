@@ -4,7 +4,10 @@
 #include <QSet>
 #include <QString>
 
+#include <memory>
+
 class BusClient;
+class BusLink;
 class BusPublisher;
 
 // The clients and publishers of this process by service name. This is how they meet without a bus daemon.
@@ -19,13 +22,16 @@ public:
     // The client for the name, made when first asked for; null for a name that no service can have.
     BusClient *sharedClient(const QString &serviceName);
 
+    // The way to the bus for clients whose service is in another process. Goes with the clients.
+    BusLink &link();
+
     BusPublisher *publisher(const QString &serviceName) const { return m_publishers.value(serviceName); }
     // False, with one log line, when the name is invalid or taken.
     bool addPublisher(const QString &serviceName, BusPublisher *publisher);
     void removePublisher(const QString &serviceName);
 
 private:
-    BusRegistry() = default;
+    BusRegistry();
     ~BusRegistry();
     Q_DISABLE_COPY(BusRegistry)
 
@@ -36,4 +42,5 @@ private:
     QHash<QString, BusClient *> m_clients;
     QHash<QString, BusPublisher *> m_publishers;
     QSet<QString> m_refusedNames;
+    std::unique_ptr<BusLink> m_link;
 };

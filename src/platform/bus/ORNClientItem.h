@@ -5,7 +5,7 @@
 #include <QVector>
 
 // One published value of a service, as its clients see it. Items belong to their client object and live as
-// long as it; when the service leaves the bus they keep their last value.
+// long as it; when the service leaves the bus, or the bus goes, they keep their last value.
 class ORNClientItem : public QObject
 {
     Q_OBJECT

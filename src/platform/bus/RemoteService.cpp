@@ -1,6 +1,7 @@
 #include "platform/bus/RemoteService.h"
 
 #include "platform/bus/BusClient.h"
+#include "platform/bus/BusLink.h"
 #include "platform/bus/BusLog.h"
 #include "platform/bus/BusMessage.h"
 #include "platform/bus/BusName.h"
@@ -15,36 +16,33 @@
 
 namespace {
 
-const char connectionName[] = "toskorn";
-bool isBusOpen = false;
-
 constexpr int firstWait = 2000; // ms
 // The call ends when the service answers or leaves the bus.
 constexpr int noLimit = std::numeric_limits<int>::max();
 
 } // namespace
 
-RemoteService::RemoteService(const QString &serviceName, BusClient *client)
+RemoteService::RemoteService(const QString &serviceName, BusLink *link, BusClient *client)
     : QObject(client)
     , m_serviceName(serviceName)
     , m_busName(graph::busName(serviceName))
     , m_client(client)
-    , m_bus(QDBusConnection::connectToBus(QDBusConnection::SessionBus, QLatin1String(connectionName)))
+    , m_link(link)
 {
 }
 
 void RemoteService::start()
 {
-    isBusOpen = true;
-    if (!m_bus.isConnected()) {
+    const bool isBusThere = m_link->open();
+    connect(m_link, SIGNAL(opened()), this, SLOT(handleBusOpened()));
+    connect(m_link, SIGNAL(lost()), this, SLOT(handleBusLost()));
+    if (!isBusThere) {
         qCWarning(busLog) << m_serviceName
-                          << "cannot be reached, there is no session bus:" << m_bus.lastError().message();
-        // Else a later client would be given the failed connection again.
-        closeBus();
+                          << "cannot be reached, there is no session bus:" << m_link->errorText();
         return;
     }
     follow();
-    const QDBusMessage answer = m_bus.call(request(), QDBus::Block, firstWait);
+    const QDBusMessage answer = m_link->bus().call(request(), QDBus::Block, firstWait);
     if (answer.type() == QDBusMessage::ReplyMessage) {
         takeAnswer(answer);
         return;
@@ -70,11 +68,21 @@ void RemoteService::stop()
     deleteLater();
 }
 
-void RemoteService::closeBus()
+void RemoteService::handleBusOpened()
 {
-    // A process that never asked for the bus need not start QtDBus to leave it.
-    if (std::exchange(isBusOpen, false))
-        QDBusConnection::disconnectFromBus(QLatin1String(connectionName));
+    if (!m_client)
+        return;
+    follow();
+    fetchLater();
+}
+
+void RemoteService::handleBusLost()
+{
+    // On another bus the same name may belong to someone else.
+    m_owner.clear();
+    m_assemblies.clear();
+    delete m_call;
+    delete m_watcher;
 }
 
 void RemoteService::handleOwnerChanged(const QString &, const QString &oldOwner, const QString &newOwner)
@@ -96,7 +104,8 @@ void RemoteService::handleFetched(QDBusPendingCallWatcher *call)
     const QDBusError error(answer);
     if (answer.type() == QDBusMessage::ReplyMessage)
         takeAnswer(answer);
-    else if (error.type() != QDBusError::NoReply && error.type() != QDBusError::ServiceUnknown)
+    else if (error.type() != QDBusError::NoReply && error.type() != QDBusError::ServiceUnknown &&
+             error.type() != QDBusError::Disconnected)
         qCWarning(busLog) << m_serviceName << "has no items:" << answer.errorMessage();
 }
 
@@ -125,12 +134,13 @@ void RemoteService::follow()
     // Matched by path: to match by the service's name, QtDBus would first wait for the bus to tell its owner.
     const QString path = graph::busPath(m_busName);
     const auto interface = QLatin1String(graph::itemsInterface);
-    m_bus.connect(QString(), path, interface, QLatin1String(graph::valueChangedSignal),
-                  QLatin1String(graph::valueChangedSignature), this, SLOT(handleValueChanged(QDBusMessage)));
-    m_bus.connect(QString(), path, interface, QLatin1String(graph::arrayChangedSignal),
-                  QLatin1String(graph::arrayChangedSignature), this, SLOT(handleArrayChanged(QDBusMessage)));
-    auto *watcher = new QDBusServiceWatcher(m_busName, m_bus, QDBusServiceWatcher::WatchForOwnerChange, this);
-    connect(watcher, SIGNAL(serviceOwnerChanged(QString, QString, QString)), this,
+    QDBusConnection bus = m_link->bus();
+    bus.connect(QString(), path, interface, QLatin1String(graph::valueChangedSignal),
+                QLatin1String(graph::valueChangedSignature), this, SLOT(handleValueChanged(QDBusMessage)));
+    bus.connect(QString(), path, interface, QLatin1String(graph::arrayChangedSignal),
+                QLatin1String(graph::arrayChangedSignature), this, SLOT(handleArrayChanged(QDBusMessage)));
+    m_watcher = new QDBusServiceWatcher(m_busName, bus, QDBusServiceWatcher::WatchForOwnerChange, this);
+    connect(m_watcher, SIGNAL(serviceOwnerChanged(QString, QString, QString)), this,
             SLOT(handleOwnerChanged(QString, QString, QString)));
 }
 
@@ -144,7 +154,7 @@ QDBusMessage RemoteService::request() const
 void RemoteService::fetchLater()
 {
     delete m_call;
-    m_call = new QDBusPendingCallWatcher(m_bus.asyncCall(request(), noLimit), this);
+    m_call = new QDBusPendingCallWatcher(m_link->bus().asyncCall(request(), noLimit), this);
     connect(m_call, SIGNAL(finished(QDBusPendingCallWatcher *)), this,
             SLOT(handleFetched(QDBusPendingCallWatcher *)));
 }

@@ -1,27 +1,28 @@
 #pragma once
 
-#include <QDBusConnection>
 #include <QHash>
 #include <QObject>
 #include <QPointer>
 #include <QVector>
 
 class BusClient;
+class BusLink;
 class QDBusMessage;
 class QDBusPendingCallWatcher;
+class QDBusServiceWatcher;
 
 namespace graph {
 struct ItemsAnswer;
 }
 
 // The service on the session bus that feeds a client: fetches all items at the start and whenever the service
-// comes back, and hands on the changes in between.
+// or the bus comes back, and hands on the changes in between.
 class RemoteService : public QObject
 {
     Q_OBJECT
 
 public:
-    RemoteService(const QString &serviceName, BusClient *client);
+    RemoteService(const QString &serviceName, BusLink *link, BusClient *client);
 
     // Follows the service and fetches its items, waiting for them for 2 s at most. A service that is not
     // there, or answers later, is one log line; its items come by themselves.
@@ -29,10 +30,9 @@ public:
     // Nothing reaches the client any more; the object goes with the next turn of the event loop.
     void stop();
 
-    // The connection that all remote services share; closed when the clients go.
-    static void closeBus();
-
 private slots:
+    void handleBusOpened();
+    void handleBusLost();
     void handleOwnerChanged(const QString &busName, const QString &oldOwner, const QString &newOwner);
     void handleFetched(QDBusPendingCallWatcher *call);
     void handleValueChanged(const QDBusMessage &message);
@@ -57,7 +57,8 @@ private:
     QString m_serviceName;
     QString m_busName;
     BusClient *m_client; // the parent; null once stopped
-    QDBusConnection m_bus;
+    BusLink *m_link;     // outlives the clients
+    QPointer<QDBusServiceWatcher> m_watcher;
     QPointer<QDBusPendingCallWatcher> m_call;
     // The process whose items the client has. Names on the bus pass from one to another, and anyone may send
     // signals.
