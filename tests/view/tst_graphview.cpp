@@ -172,13 +172,17 @@ void tst_graphview::listsForgetWhatIsDestroyed()
 
 void tst_graphview::destructionInAnyOrder()
 {
-    const QByteArrayList names{"view", "plane", "plot", "cursor", "flickable", "axisX", "axisY", "trace"};
+    const QByteArrayList names{"view",  "plane", "plot",     "cursor",     "flickable",
+                               "axisX", "axisY", "trace", "zoomRect", "contentItem"};
     for (int round = 0; round < 2 * names.size(); ++round) {
         QmlDocument document(R"(
             Item {
                 id: root
-                property var objects: ({ view: view, plane: plane, plot: plot, cursor: cursor, flickable: flickable,
-                                         axisX: axisX, axisY: axisY, trace: trace })
+                property var objects
+                Component.onCompleted: objects = {
+                    view: view, plane: plane, plot: plot, cursor: cursor, flickable: flickable, axisX: axisX,
+                    axisY: axisY, trace: trace, zoomRect: view.zoomRect, contentItem: view.children[0]
+                }
                 function take(name) { return objects[name] }
                 ValueAxis { id: axisX; maxValue: 9; linesPlane: plane; labelsPlane: plane; margin: 10 }
                 ValueAxis { id: axisY; alignment: Qt.AlignLeft; linesPlane: plane; labelsPlane: plane }
@@ -204,7 +208,8 @@ void tst_graphview::destructionInAnyOrder()
             QCoreApplication::processEvents();
             QMetaObject::invokeMethod(document.root(), "take", Q_RETURN_ARG(QVariant, object),
                                       Q_ARG(QVariant, QStringLiteral("view")));
-            if (auto *view = qobject_cast<GraphView *>(object.value<QObject *>()))
+            auto *view = qobject_cast<GraphView *>(object.value<QObject *>());
+            if (view && view->zoomRect())
                 view->zoomRect()->setCenterAndZoom(QVector2D(0.5f, 0.5f), QPointF(0.1 * i, 0.5));
         }
     }

@@ -107,6 +107,10 @@ GraphView::~GraphView()
     \readonly
     The visible part of the data extent. Plots, cursors and, through the plots, axes follow it.
 */
+ZoomRect *GraphView::zoomRect() const
+{
+    return m_zoomRect;
+}
 
 /*!
     \qmlproperty list<ValueAxis> GraphView::axes
@@ -187,7 +191,7 @@ void GraphView::adoptChild(QQuickItem *child)
     // Readable only once the document's engine knows the type of the anchors.
     if (auto *anchors = child->property("anchors").value<QObject *>()) {
         const bool fillsView = child == m_contentItem || m_scales.contains(qobject_cast<XYScale *>(child));
-        anchors->setProperty("fill", QVariant::fromValue<QQuickItem *>(fillsView ? this : m_contentItem));
+        anchors->setProperty("fill", QVariant::fromValue<QQuickItem *>(fillsView ? this : m_contentItem.data()));
     }
     if (auto *plot = qobject_cast<AbstractPlot *>(child)) {
         m_plots.append(plot);
@@ -199,7 +203,8 @@ void GraphView::adoptChild(QQuickItem *child)
         cursor->setZ(m_defaultScale->z() + 1.0);
         m_cursors.append(cursor);
     } else if (child->inherits("QQuickFlickable")) {
-        m_zoomRect->setFlickable(child);
+        if (m_zoomRect)
+            m_zoomRect->setFlickable(child);
     }
 }
 
@@ -226,7 +231,7 @@ void GraphView::handlePlotVisibilityChanged()
 
 void GraphView::handleMarginsChanged(int left, int right, int top, int bottom)
 {
-    auto *anchors = m_contentItem->property("anchors").value<QObject *>();
+    auto *anchors = m_contentItem ? m_contentItem->property("anchors").value<QObject *>() : nullptr;
     if (!anchors)
         return;
     anchors->setProperty("leftMargin", left);

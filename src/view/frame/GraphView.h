@@ -25,7 +25,7 @@ public:
     explicit GraphView(QQuickItem *parent = nullptr);
     ~GraphView() override;
 
-    ZoomRect *zoomRect() const { return m_zoomRect; }
+    ZoomRect *zoomRect() const;
     QQmlListProperty<ValueAxis> axes();
     QQmlListProperty<PlotData> series();
 
@@ -51,8 +51,9 @@ private:
 
     QVector<QPointer<ValueAxis>> m_axes;
     QVector<QPointer<PlotData>> m_series;
-    QQuickItem *m_contentItem;
-    ZoomRect *m_zoomRect;
+    // Both are the view's own, and yet whoever can reach them can delete them.
+    QPointer<QQuickItem> m_contentItem;
+    QPointer<ZoomRect> m_zoomRect;
     QPointer<XYScale> m_defaultScale;
     QVector<QPointer<XYScale>> m_scales;
     QPointer<GraphCursor> m_cursor;
