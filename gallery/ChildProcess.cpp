@@ -2,6 +2,7 @@
 
 #include <csignal>
 #include <sys/prctl.h>
+#include <unistd.h>
 
 namespace gallery {
 
@@ -37,6 +38,8 @@ void ChildProcess::stop()
 void ChildProcess::setupChildProcess()
 {
     ::prctl(PR_SET_PDEATHSIG, SIGTERM);
+    // The terminal's interrupt is for this program, which ends its children in their order.
+    ::setpgid(0, 0);
 }
 
 } // namespace gallery

@@ -7,6 +7,8 @@
 #include "QmlTypes.h"
 #include "Shell.h"
 
+#include "simulator/StopSignals.h"
+
 #include <QDir>
 #include <QFont>
 #include <QGuiApplication>
@@ -75,6 +77,8 @@ int main(int argc, char **argv)
     }
 
     gallery::startCountingWarnings();
+    // Before anything that has to be cleared away at the end.
+    StopSignals stopSignals;
     if (gallery::hasNoDisplay() && !options.takesPictures())
         options.pictureFolder = "pictures";
     std::unique_ptr<gallery::HeadlessDrawing> drawing;
@@ -85,6 +89,9 @@ int main(int argc, char **argv)
         qWarning("%s", qPrintable(bus.errorText()));
 
     QGuiApplication application(argc, argv);
+    stopSignals.listen();
+    QObject::connect(&stopSignals, &StopSignals::stopRequested, &application,
+                     [&options] { QCoreApplication::exit(options.takesPictures() ? 1 : 0); });
     // Also what plots write into themselves.
     QFont font("Roboto");
     font.setPixelSize(15);

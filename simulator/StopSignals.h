@@ -2,10 +2,12 @@
 
 #include <QObject>
 
+#include <memory>
+
 class QSocketNotifier;
 
-// Turns SIGINT and SIGTERM into a signal of the event loop. To be made before the bus starts its thread,
-// which takes over the signals that are blocked.
+// Turns SIGINT, SIGTERM and SIGHUP into a signal of the event loop, so that a program ends in order. Signals count from
+// the construction on, which needs no application object yet. The second one of a kind ends the process at once.
 class StopSignals : public QObject
 {
     Q_OBJECT
@@ -14,10 +16,12 @@ public:
     explicit StopSignals(QObject *parent = nullptr);
     ~StopSignals() override;
 
+    // Needs the application object. One that came before is told as soon as the event loop runs.
+    void listen();
+
 signals:
     void stopRequested();
 
 private:
-    int m_descriptor = -1;
-    QSocketNotifier *m_notifier = nullptr;
+    std::unique_ptr<QSocketNotifier> m_notifier;
 };

@@ -33,7 +33,8 @@ int run(QCoreApplication *application, const CommandLine &line)
     if (status != Done)
         return status;
 
-    const StopSignals stopSignals;
+    StopSignals stopSignals;
+    stopSignals.listen();
     QObject::connect(&stopSignals, &StopSignals::stopRequested, application, &QCoreApplication::quit);
     const BusWatch bus;
     if (!bus.problem().isEmpty())
