@@ -16,8 +16,11 @@ BusClient::~BusClient() = default;
 
 void BusClient::connectToService()
 {
-    if (std::exchange(m_isConnected, true))
+    if (std::exchange(m_isConnected, true)) {
+        if (m_remote)
+            m_remote->refresh();
         return;
+    }
     if (const BusPublisher *publisher = BusRegistry::instance().publisher(m_serviceName)) {
         setItems(publisher->items());
         return;

@@ -7,7 +7,6 @@
 #include "platform/bus/BusName.h"
 #include "platform/bus/ItemValue.h"
 
-#include <QDBusError>
 #include <QDBusPendingCallWatcher>
 #include <QDBusServiceWatcher>
 #include <QDBusVariant>
@@ -16,7 +15,7 @@
 
 namespace {
 
-constexpr int firstWait = 2000; // ms
+constexpr int longestWait = 2000; // ms
 // The call ends when the service answers or leaves the bus.
 constexpr int noLimit = std::numeric_limits<int>::max();
 
@@ -42,24 +41,14 @@ void RemoteService::start()
         return;
     }
     follow();
-    const QDBusMessage answer = m_link->bus().call(request(), QDBus::Block, firstWait);
-    if (answer.type() == QDBusMessage::ReplyMessage) {
-        takeAnswer(answer);
-        return;
-    }
-    switch (QDBusError(answer).type()) {
-    case QDBusError::ServiceUnknown:
+    if (fetchNow() == QDBusError::ServiceUnknown)
         qCWarning(busLog) << m_serviceName << "is not on the session bus";
-        break;
-    case QDBusError::NoReply:
-    case QDBusError::Timeout:
-    case QDBusError::TimedOut:
-        qCWarning(busLog) << m_serviceName << "does not answer";
-        fetchLater();
-        break;
-    default:
-        qCWarning(busLog) << m_serviceName << "has no items:" << answer.errorMessage();
-    }
+}
+
+void RemoteService::refresh()
+{
+    if (m_client && m_owner.isEmpty() && m_mayWait && m_link->bus().isConnected())
+        fetchNow();
 }
 
 void RemoteService::stop()
@@ -89,7 +78,7 @@ void RemoteService::handleOwnerChanged(const QString &, const QString &oldOwner,
 {
     if (m_owner == oldOwner)
         m_owner.clear();
-    // The first wait may have ended with the new owner's answer, before this news of it.
+    // A wait may have ended with the new owner's answer, before this news of it.
     if (m_client && !newOwner.isEmpty() && newOwner != m_owner)
         fetchLater();
 }
@@ -151,6 +140,31 @@ QDBusMessage RemoteService::request() const
                                           QLatin1String(graph::getItemsMethod));
 }
 
+QDBusError::ErrorType RemoteService::fetchNow()
+{
+    const QDBusMessage answer = m_link->bus().call(request(), QDBus::Block, longestWait);
+    if (answer.type() == QDBusMessage::ReplyMessage) {
+        delete m_call;
+        takeAnswer(answer);
+        return QDBusError::NoError;
+    }
+    const QDBusError::ErrorType error = QDBusError(answer).type();
+    m_mayWait = error == QDBusError::ServiceUnknown;
+    switch (error) {
+    case QDBusError::ServiceUnknown:
+        break;
+    case QDBusError::NoReply:
+    case QDBusError::Timeout:
+    case QDBusError::TimedOut:
+        qCWarning(busLog) << m_serviceName << "does not answer";
+        fetchLater();
+        break;
+    default:
+        qCWarning(busLog) << m_serviceName << "has no items:" << answer.errorMessage();
+    }
+    return error;
+}
+
 void RemoteService::fetchLater()
 {
     delete m_call;
@@ -168,6 +182,7 @@ void RemoteService::takeAnswer(const QDBusMessage &message)
         return;
     }
     m_owner = message.service();
+    m_mayWait = true;
     m_serial = answer->serial;
     m_assemblies.clear();
     m_malformedReported = false;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QDBusError>
 #include <QHash>
 #include <QObject>
 #include <QPointer>
@@ -27,6 +28,9 @@ public:
     // Follows the service and fetches its items, waiting for them for 2 s at most. A service that is not
     // there, or answers later, is one log line; its items come by themselves.
     void start();
+    // Waits in the same way for the items of a service that went and may be back: who asks for them now is not to
+    // be given those of its predecessor. Not a second time for one that did not answer in time.
+    void refresh();
     // Nothing reaches the client any more; the object goes with the next turn of the event loop.
     void stop();
 
@@ -48,6 +52,7 @@ private:
 
     void follow();
     QDBusMessage request() const;
+    QDBusError::ErrorType fetchNow();
     void fetchLater();
     void takeAnswer(const QDBusMessage &message);
     void takePart(const QDBusMessage &message, const QVector<double> &part);
@@ -65,5 +70,6 @@ private:
     QString m_owner;
     quint64 m_serial = 0;
     QHash<QString, Assembly> m_assemblies;
+    bool m_mayWait = true;
     bool m_malformedReported = false;
 };
