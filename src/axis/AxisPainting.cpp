@@ -288,7 +288,8 @@ QVector<LabelSpan> AxisPainting::spans(const QVector<Mark> &marks, double stride
         const double tick = m_ticks.at(mark.index);
         const int row = rows == 2 && std::fmod(ordinal / stride, 2.0) != 0.0 ? 1 : 0;
         if (!text(tick).text.isEmpty())
-            labels.append({mark.index, labelCenter(mark.place, extent(tick)), extent(tick), row});
+            labels.append(
+                {mark.index, labelCenter(mark.place, extent(tick)), extent(tick), row, isExtreme(tick)});
     }
     return labels;
 }
@@ -300,7 +301,7 @@ QVector<LabelSpan> AxisPainting::chosenSpans(const QVector<Mark> &marks, int row
 }
 
 // The stride for evenly spaced ticks. It depends on nothing that changes while the axis is panned, apart from
-// the widths of the labels themselves. A label moved inside at an end may still cost the one beside it.
+// the widths of the labels themselves.
 double AxisPainting::gridStride(const QVector<Mark> &marks, int rows, int gap)
 {
     const double distance = rows * std::abs(place(m_interval) - place(0.0));
@@ -339,6 +340,12 @@ double AxisPainting::listStride(int rows, int gap)
             break;
     }
     return stride;
+}
+
+bool AxisPainting::isExtreme(double tick) const
+{
+    const double tolerance = 1e-9 * std::abs(m_interval);
+    return std::abs(tick - m_axis.minValue()) <= tolerance || std::abs(tick - m_axis.maxValue()) <= tolerance;
 }
 
 int AxisPainting::extent(double tick)

@@ -42,6 +42,7 @@ private:
     QVector<LabelSpan> chosenSpans(const QVector<Mark> &marks, int rows, const LabelRoom &room);
     double gridStride(const QVector<Mark> &marks, int rows, int gap);
     double listStride(int rows, int gap);
+    bool isExtreme(double tick) const;
     int extent(double tick);
 
     bool labelStandsOnLine() const;

@@ -41,11 +41,12 @@ public:
     void place(int begin, int end, QVector<PlacedLabel> &placed)
     {
         m_kept.clear();
-        keepIfFree(begin);
-        if (end - begin > 1)
-            keepIfFree(end - 1);
-        for (int i = begin + 1; i < end - 1; ++i)
-            keepIfFree(i);
+        for (const int rank : {0, 1, 2}) {
+            for (int i = begin; i < end; ++i) {
+                if (rankOf(m_labels.at(i)) == rank)
+                    keepIfFree(i);
+            }
+        }
         std::sort(m_kept.begin(), m_kept.end(),
                   [](const Kept &a, const Kept &b) { return a.begin < b.begin; });
         for (const Kept &kept : std::as_const(m_kept))
@@ -60,14 +61,26 @@ private:
         int end;
     };
 
+    int begin(const LabelSpan &span) const
+    {
+        return std::max(std::min(centered(span), m_room.end - span.extent), m_room.begin);
+    }
+
+    static int centered(const LabelSpan &span) { return pixel(span.center) - span.extent / 2; }
+
+    int rankOf(const LabelSpan &span) const
+    {
+        if (span.isExtreme)
+            return 0;
+        return begin(span) == centered(span) ? 1 : 2;
+    }
+
     void keepIfFree(int label)
     {
         const LabelSpan &span = m_labels.at(label);
         if (span.extent > m_room.end - m_room.begin)
             return;
-        const int centered = pixel(span.center) - span.extent / 2;
-        const int begin = std::max(std::min(centered, m_room.end - span.extent), m_room.begin);
-        const Kept wanted{label, begin, begin + span.extent};
+        const Kept wanted{label, begin(span), begin(span) + span.extent};
         const auto touches = [&](int otherBegin, int otherEnd) {
             return wanted.begin < otherEnd + m_room.gap && otherBegin < wanted.end + m_room.gap;
         };

@@ -5,13 +5,15 @@
 
 namespace graph {
 
-// One label along its axis, in pixels from the begin of the axis: its tick, its length there, and its row.
+// One label along its axis, in pixels from the begin of the axis: its tick, its length there, its row, and whether it
+// names an end of the axis' full range.
 struct LabelSpan
 {
     int index = 0;
     double center = 0.0;
     int extent = 0;
     int row = 0;
+    bool isExtreme = false;
 };
 
 // Where labels may stand: within begin..end, gap apart, and not where something else stands in one of the
@@ -48,8 +50,9 @@ QVector<double> tickOrdinals(const QList<qreal> &ticks, const QList<qreal> &posi
 // one.
 bool keepsGap(QVector<LabelSpan> labels, int gap);
 
-// The labels that can stand whole and apart, by their places. Those beyond the room are moved inside; the
-// first and the last of a row go before the others, what is taken before all.
+// The labels that can stand whole and apart, by their places. Those beyond the room are moved inside. What is
+// taken goes before all, then the extremes, then those in their place: a label that is about to leave the
+// axis gives way to the one behind it, which so never blinks while the axis is panned.
 QVector<PlacedLabel> placedLabels(QVector<LabelSpan> labels, const LabelRoom &room);
 
 } // namespace graph

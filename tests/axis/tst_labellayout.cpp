@@ -17,7 +17,7 @@ private slots:
     void strides();
     void ordinals();
     void gapsCountPerRow();
-    void endsComeFirst();
+    void movedLabelsGiveWay();
     void takenRoomStaysFree();
     void neverOverlapping();
 };
@@ -67,16 +67,16 @@ void tst_labellayout::gapsCountPerRow()
     QVERIFY(keepsGap({{0, 10.0, 20, 0}, {1, 10.5, 20, 0}}, 5));
 }
 
-void tst_labellayout::endsComeFirst()
+void tst_labellayout::movedLabelsGiveWay()
 {
     LabelRoom room;
     room.end = 100;
     room.gap = 4;
-    // The labels at both ends are moved inside and push their neighbours out.
+    // Both ends are moved inside; only the right one is where the axis ends for good.
     const auto placed = placedLabels(
-        {{0, 0.0, 20, 0}, {1, 22.0, 16, 0}, {2, 50.0, 16, 0}, {3, 78.0, 16, 0}, {4, 99.0, 20, 0}}, room);
+        {{0, 0.0, 20, 0}, {1, 22.0, 16, 0}, {2, 50.0, 16, 0}, {3, 78.0, 16, 0}, {4, 99.0, 20, 0, true}}, room);
     QCOMPARE(placed.size(), 3);
-    QCOMPARE(placed.at(0).start, 0);
+    QCOMPARE(placed.at(0).start, 14);
     QCOMPARE(placed.at(1).start, 42);
     QCOMPARE(placed.at(2).start, 80);
     // With room beyond the ends nothing moves.
@@ -112,8 +112,10 @@ void tst_labellayout::neverOverlapping()
         room.gap = random.bounded(10);
         QVector<LabelSpan> labels;
         const int count = random.bounded(40);
-        for (int i = 0; i < count; ++i)
-            labels.append({i, random.bounded(300.0), 1 + random.bounded(60), random.bounded(2)});
+        for (int i = 0; i < count; ++i) {
+            const LabelSpan label{i, random.bounded(300.0), 1 + random.bounded(60), random.bounded(2), i % 9 == 0};
+            labels.append(label);
+        }
         const QVector<PlacedLabel> placed = placedLabels(labels, room);
         QCOMPARE(placed.isEmpty(), labels.isEmpty());
         for (int i = 0; i < placed.size(); ++i) {
