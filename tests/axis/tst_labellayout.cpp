@@ -1,6 +1,5 @@
 #include "axis/LabelLayout.h"
 
-#include <QRandomGenerator>
 #include <QtTest>
 
 #include <cmath>
@@ -19,7 +18,6 @@ private slots:
     void gapsCountPerRow();
     void movedLabelsGiveWay();
     void takenRoomStaysFree();
-    void neverOverlapping();
 };
 
 void tst_labellayout::strides_data()
@@ -100,31 +98,6 @@ void tst_labellayout::takenRoomStaysFree()
     QCOMPARE(placed.size(), 2);
     QCOMPARE(placed.at(0).index, 0);
     QCOMPARE(placed.at(1).index, 2);
-}
-
-void tst_labellayout::neverOverlapping()
-{
-    QRandomGenerator random(5);
-    for (int round = 0; round < 2000; ++round) {
-        LabelRoom room;
-        room.begin = -random.bounded(30);
-        room.end = 300 + random.bounded(30);
-        room.gap = random.bounded(10);
-        QVector<LabelSpan> labels;
-        const int count = random.bounded(40);
-        for (int i = 0; i < count; ++i) {
-            const LabelSpan label{i, random.bounded(300.0), 1 + random.bounded(60), random.bounded(2), i % 9 == 0};
-            labels.append(label);
-        }
-        const QVector<PlacedLabel> placed = placedLabels(labels, room);
-        QCOMPARE(placed.isEmpty(), labels.isEmpty());
-        for (int i = 0; i < placed.size(); ++i) {
-            const int end = placed.at(i).start + labels.at(placed.at(i).index).extent;
-            QVERIFY(placed.at(i).start >= room.begin && end <= room.end);
-            if (i + 1 < placed.size() && placed.at(i + 1).row == placed.at(i).row)
-                QVERIFY(placed.at(i + 1).start >= end + room.gap);
-        }
-    }
 }
 
 QTEST_MAIN(tst_labellayout)
