@@ -5,12 +5,11 @@
 #include "cursors/GraphMarker.h"
 #include "data/PlotPoints.h"
 #include "data/PlotSeries.h"
+#include "support/Pictures.h"
 #include "view/base/AbstractPlot.h"
 #include "view/zoom/ZoomRect.h"
 
-#include <QImage>
 #include <QMetaMethod>
-#include <QPainter>
 
 // Writes down the names of the signals of an object in the order in which they come.
 class SignalLog : public QObject
@@ -100,11 +99,8 @@ struct CursorBench
     }
     QImage painted() const
     {
-        QImage image(101, 51, QImage::Format_ARGB32_Premultiplied);
-        image.fill(Qt::transparent);
-        QPainter painter(&image);
-        cursor->paint(&painter);
-        return image;
+        const auto draw = [this](QPainter *painter) { cursor->paint(painter); };
+        return picture(draw, QSize(101, 51), Qt::transparent);
     }
 
     QQuickItem area;

@@ -1,17 +1,18 @@
 #pragma once
 
 #include "plugin/Plugin.h"
+#include "support/Pictures.h"
 
-#include <QImage>
-#include <QPainter>
 #include <QQmlComponent>
+#include <QQmlContext>
 #include <QQmlEngine>
 #include <QQuickPaintedItem>
 #include <QtTest>
 
 #include <memory>
 
-// Registers the types under a name of the tests' own: under its usual name the engine would load the plugin as well.
+// Registers the types under a name of the tests' own: under its usual name the engine would load the plugin
+// as well.
 inline void registerTypes()
 {
     static const bool once = (Plugin().registerTypes("charts"), true);
@@ -34,13 +35,12 @@ public:
     QObject *root() const { return m_root.get(); }
     void destroyRoot() { m_root.reset(); }
 
-    // The object that the root's property of that name, usually an alias or an id made visible, holds.
-    template <typename T = QObject>
-    T *object(const char *name) const
+    // The object of that id, or what a property of the root of that name holds.
+    template <typename T = QObject> T *object(const QString &id) const
     {
-        auto *found = qobject_cast<T *>(m_root->property(name).value<QObject *>());
+        auto *found = qobject_cast<T *>(qmlContext(root())->contextProperty(id).value<QObject *>());
         if (!found)
-            qFatal("no %s of that type", name);
+            qFatal("no %s of that type", qPrintable(id));
         return found;
     }
 
@@ -55,17 +55,17 @@ inline QImage painted(QQuickPaintedItem *item)
 {
     QCoreApplication::processEvents();
     item->setRenderTarget(QQuickPaintedItem::Image);
-    QImage image(qMax(1, int(item->width())), qMax(1, int(item->height())), QImage::Format_ARGB32_Premultiplied);
-    image.fill(Qt::transparent);
-    QPainter painter(&image);
-    item->paint(&painter);
-    return image;
+    const QSize size(qMax(1, int(item->width())), qMax(1, int(item->height())));
+    return picture([item](QPainter *painter) { item->paint(painter); }, size, Qt::transparent);
 }
 
-// The topmost and bottommost painted row of a column, (-1, -1) where there is none.
-inline QPair<int, int> paintedRows(const QImage &image, int column)
+using Rows = QPair<int, int>;
+const Rows nothing(-1, -1);
+
+// The topmost and bottommost painted row of a column.
+inline Rows paintedRows(const QImage &image, int column)
 {
-    QPair<int, int> rows(-1, -1);
+    Rows rows = nothing;
     for (int row = 0; row < image.height(); ++row) {
         if (qAlpha(image.pixel(column, row)) == 0)
             continue;
@@ -74,4 +74,10 @@ inline QPair<int, int> paintedRows(const QImage &image, int column)
         rows.second = row;
     }
     return rows;
+}
+
+// Whether both ends are the same but for the rounding of a slanted edge.
+inline bool isClose(const Rows &a, const Rows &b)
+{
+    return qAbs(a.first - b.first) <= 1 && qAbs(a.second - b.second) <= 1;
 }
