@@ -6,6 +6,8 @@
 #include "painters/SegmentPainter.h"
 #include "painters/TextPainter.h"
 #include "plots/ContainerPlot.h"
+#include "support/Pictures.h"
+#include "support/Properties.h"
 
 #include <QFontMetrics>
 #include <QPainter>
@@ -17,36 +19,12 @@
 
 namespace {
 
-constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
-
 // One pixel per data unit: x is the column, 100 - y the row.
 const QRectF range(0.0, 0.0, 100.0, 100.0);
 
-QImage canvas(int width = 101)
-{
-    QImage image(width, 101, QImage::Format_ARGB32_Premultiplied);
-    image.fill(Qt::white);
-    return image;
-}
-
 QImage painted(BasePainter &figure, const QRectF &visible = range, float scale = 1.0f)
 {
-    QImage image = canvas();
-    QPainter painter(&image);
-    figure.paint(&painter, visible, scale, scale);
-    return image;
-}
-
-QRect inkBox(const QImage &image)
-{
-    QRect box;
-    for (int y = 0; y < image.height(); ++y) {
-        for (int x = 0; x < image.width(); ++x) {
-            if (image.pixel(x, y) != 0xffffffff)
-                box |= QRect(x, y, 1, 1);
-        }
-    }
-    return box;
+    return picture([&](QPainter *painter) { figure.paint(painter, visible, scale, scale); });
 }
 
 // A plot of one pixel per data unit whose data begin at 0 and end at 100, without axes; counts its paints.
@@ -75,10 +53,7 @@ public:
 
 QImage painted(ContainerPlot &plot)
 {
-    QImage image = canvas();
-    QPainter painter(&image);
-    plot.paint(&painter);
-    return image;
+    return picture([&](QPainter *painter) { plot.paint(painter); });
 }
 
 } // namespace
@@ -88,429 +63,370 @@ class tst_painters : public QObject
     Q_OBJECT
 
 private slots:
-    void cross_data();
-    void cross();
-    void textIsSeenFromAfar();
-    void textIsPlacedByItsAlignment();
-    void textIsNudgedAtBothEnds();
-    void segmentIsClipped();
-    void shapes();
-    void shapesBeyondTheEdges();
-    void shapeAsMask();
-    void integralArea();
-    void integralIsTheSameWhenDense();
-    void integralColumns();
-    void integralValueFollowsItsSource();
-    void containerPaintsItsChildren();
-    void containerRepaintsOncePerFrame();
-    void extremeNumbers();
-};
-
-void tst_painters::cross_data()
-{
-    QTest::addColumn<QPointF>("point");
-    QTest::addColumn<int>("size");
-    QTest::addColumn<QRect>("box");
-    QTest::newRow("inside") << QPointF(50, 50) << 4 << QRect(48, 48, 5, 5);
-    QTest::newRow("odd size") << QPointF(50, 50) << 5 << QRect(48, 48, 5, 5);
-    QTest::newRow("dot") << QPointF(50, 50) << 1 << QRect(50, 50, 1, 1);
-    QTest::newRow("truncated") << QPointF(50.9, 50.1) << 2 << QRect(49, 48, 3, 3);
-    QTest::newRow("top right edge") << QPointF(100, 100) << 2 << QRect(99, 0, 2, 2);
-    QTest::newRow("bottom left edge") << QPointF(0, 0) << 2 << QRect(0, 99, 2, 2);
-    QTest::newRow("a hair outside") << QPointF(100.001, 50) << 8 << QRect();
-    QTest::newRow("a hair below") << QPointF(50, -0.001) << 8 << QRect();
-    QTest::newRow("nowhere") << QPointF(50, notANumber) << 8 << QRect();
-}
-
-void tst_painters::cross()
-{
-    QFETCH(QPointF, point);
-    QFETCH(int, size);
-    CrossPainter figure;
-    figure.setPoint1X(point.x());
-    figure.setPoint1Y(point.y());
-    figure.setCrossSize(size);
-    figure.setCrossColor(Qt::red);
-    QImage image = canvas();
-    QPainter painter(&image);
-    figure.paint(&painter, range, 1.0f, 1.0f);
-    QTEST(inkBox(image), "box");
-    // The pen stays set.
-    QFETCH(QRect, box);
-    QCOMPARE(painter.pen().color() == QColor(Qt::red), !box.isEmpty());
-}
-
-void tst_painters::textIsSeenFromAfar()
-{
-    TextPainter figure;
-    figure.setLabel("MMMMMMMM");
-    figure.setOrigin({-10.0, 50.0});
-    QVERIFY(!inkBox(painted(figure)).isEmpty());
-    figure.setOrigin({-10.5, 50.0});
-    QVERIFY(inkBox(painted(figure)).isEmpty());
-}
-
-void tst_painters::textIsPlacedByItsAlignment()
-{
-    TextPainter figure;
-    figure.setLabel("M");
-    figure.setOrigin({50.0, 50.0});
-    const QRect leftBottom = inkBox(painted(figure));
-    QVERIFY(leftBottom.left() >= 50 && leftBottom.bottom() <= 50);
-    figure.setLabelOffset(7.0);
-    QCOMPARE(inkBox(painted(figure)), leftBottom.translated(0, -7));
-    figure.setLabelOffset(0.0);
-    figure.setHTextAlignment(Qt::AlignRight);
-    figure.setVTextAlignment(Qt::AlignTop);
-    const QRect rightTop = inkBox(painted(figure));
-    QVERIFY(rightTop.right() <= 50 && rightTop.top() >= 50);
-
-    QImage image = canvas();
-    QPainter painter(&image);
-    painter.setPen(Qt::green);
-    const QFont font = painter.font();
-    figure.paint(&painter, range, 1.0f, 1.0f);
-    QCOMPARE(painter.pen().color(), QColor(Qt::green));
-    QCOMPARE(painter.font(), font);
-}
-
-void tst_painters::textIsNudgedAtBothEnds()
-{
-    Plot plot;
-    TextPainter figure;
-    figure.setLabel("MM");
-    figure.setHTextAlignment(Qt::AlignHCenter);
-    const int width = QFontMetrics(figure.font()).horizontalAdvance("MM");
-    const QMap<double, int> nudges{{0.0, width / 2}, {50.0, 0}, {100.0, -(width / 2)}};
-    // Wide enough to see the whole text on both sides of the plot.
-    const auto leftmostInk = [&figure](AbstractPlot *parent) {
-        figure.setPlotParent(parent);
-        QImage image = canvas(301);
-        QPainter painter(&image);
-        painter.translate(100, 0);
-        figure.paint(&painter, range, 1.0f, 1.0f);
-        return inkBox(image).left();
-    };
-    for (auto nudge = nudges.begin(); nudge != nudges.end(); ++nudge) {
-        figure.setOrigin({nudge.key(), 50.0});
-        QCOMPARE(leftmostInk(&plot) - leftmostInk(nullptr), nudge.value());
+    void cross_data()
+    {
+        QTest::addColumn<QPointF>("point");
+        QTest::addColumn<int>("size");
+        QTest::addColumn<QRect>("box");
+        QTest::newRow("inside") << QPointF(50, 50) << 4 << QRect(48, 48, 5, 5);
+        QTest::newRow("odd size") << QPointF(50, 50) << 5 << QRect(48, 48, 5, 5);
+        QTest::newRow("dot") << QPointF(50, 50) << 1 << QRect(50, 50, 1, 1);
+        QTest::newRow("truncated") << QPointF(50.9, 50.1) << 2 << QRect(49, 48, 3, 3);
+        QTest::newRow("top right edge") << QPointF(100, 100) << 2 << QRect(99, 0, 2, 2);
+        QTest::newRow("bottom left edge") << QPointF(0, 0) << 2 << QRect(0, 99, 2, 2);
+        QTest::newRow("a hair outside") << QPointF(100.001, 50) << 8 << QRect();
+        QTest::newRow("a hair below") << QPointF(50, -0.001) << 8 << QRect();
+        QTest::newRow("nowhere") << QPointF(50, qQNaN()) << 8 << QRect();
     }
-}
 
-void tst_painters::segmentIsClipped()
-{
-    SegmentPainter figure;
-    const auto drawn = [&](double x1, double y1, double x2, double y2) {
-        figure.setPoint1X(x1);
-        figure.setPoint1Y(y1);
-        figure.setPoint2X(x2);
-        figure.setPoint2Y(y2);
-        return inkBox(painted(figure));
-    };
-    QCOMPARE(drawn(20, 50, 80, 50), QRect(20, 50, 61, 1));
-    QCOMPARE(drawn(-50, 50, 150, 50), QRect(0, 50, 101, 1));
-    QCOMPARE(drawn(50, 20, 50, 1e18), QRect(50, 0, 1, 81));
-    // Clipped only after the conversion to whole pixels, this one would not keep its slope.
-    QCOMPARE(drawn(-1e12, -1e12, 1e12, 1e12), QRect(0, 0, 101, 101));
-    QCOMPARE(drawn(-50, 101, 150, 101), QRect());
-    QCOMPARE(drawn(notANumber, 50, 150, 50), QRect());
-    figure.setEndSize(4);
-    QCOMPARE(drawn(20, 50, 150, 50), QRect(20, 46, 81, 9));
-    QVERIFY(painted(figure).pixel(100, 46) == 0xffffffff);
-    QCOMPARE(drawn(-20, 50, 150, 50), QRect(0, 50, 101, 1));
-}
+    void cross()
+    {
+        QFETCH(QPointF, point);
+        QFETCH(int, size);
+        CrossPainter figure;
+        figure.setPoint1X(point.x());
+        figure.setPoint1Y(point.y());
+        figure.setCrossSize(size);
+        figure.setCrossColor(Qt::red);
+        QColor pen;
+        const QImage image = picture([&](QPainter *painter) {
+            figure.paint(painter, range, 1.0f, 1.0f);
+            pen = painter->pen().color(); // stays set
+        });
+        QTEST(inkBox(image), "box");
+        QCOMPARE(pen == QColor(Qt::red), !inkBox(image).isEmpty());
+    }
 
-void tst_painters::shapes()
-{
-    CustomPainter figure;
-    figure.setXData({10, 30, 30, 10, notANumber, 15, 25, 25, 15});
-    figure.setYData({90, 90, 70, 70, 0, 85, 85, 75, 75, 1234});
-    figure.setFillColor(Qt::red);
-    figure.setFillOpacity(1.0);
-    figure.setLineWidth(0);
-    QImage image = painted(figure);
-    QCOMPARE(inkBox(image), QRect(10, 10, 20, 20));
-    QCOMPARE(image.pixelColor(12, 20), QColor(Qt::red));
-    QCOMPARE(image.pixelColor(20, 20), QColor(Qt::white));
+    void textIsPlacedByItsAlignment()
+    {
+        TextPainter figure;
+        figure.setLabel("M");
+        figure.setOrigin({50.0, 50.0});
+        const QRect leftBottom = inkBox(painted(figure));
+        QVERIFY(leftBottom.left() >= 50 && leftBottom.bottom() <= 50);
+        figure.setLabelOffset(7.0);
+        QCOMPARE(inkBox(painted(figure)), leftBottom.translated(0, -7));
+        figure.setLabelOffset(0.0);
+        figure.setHTextAlignment(Qt::AlignRight);
+        figure.setVTextAlignment(Qt::AlignTop);
+        const QRect rightTop = inkBox(painted(figure));
+        QVERIFY(rightTop.right() <= 50 && rightTop.top() >= 50);
 
-    figure.setOrigin({50.0, -50.0});
-    QCOMPARE(inkBox(painted(figure)), QRect(60, 60, 20, 20));
-    // A symbol stays as large as it is and grows upwards.
-    figure.setPixelShape(true);
-    figure.setOrigin({20.0, 10.0});
-    figure.setYData({0, 0, 20, 20});
-    QCOMPARE(inkBox(painted(figure, QRectF(0, 0, 50, 50), 2.0f)), QRect(50, 60, 20, 20));
+        // Seen as long as it may reach into the range.
+        figure.setLabel("MMMMMMMM");
+        figure.setHTextAlignment(Qt::AlignLeft);
+        for (double x : {-10.0, -10.5}) {
+            figure.setOrigin({x, 50.0});
+            QCOMPARE(inkBox(painted(figure)).isEmpty(), x < -10.0);
+        }
 
-    figure.setFillColor(Qt::transparent);
-    figure.setLineWidth(1);
-    figure.setClosed(false);
-    image = painted(figure, QRectF(0, 0, 50, 50), 2.0f);
-    QVERIFY(image.pixel(60, 80) != 0xffffffff && image.pixel(50, 70) == 0xffffffff);
-    figure.setClosed(true);
-    QVERIFY(painted(figure, QRectF(0, 0, 50, 50), 2.0f).pixel(50, 70) != 0xffffffff);
-    figure.setYData({5});
-    QVERIFY(inkBox(painted(figure)).isEmpty());
-}
+        picture([&](QPainter *painter) {
+            painter->setPen(Qt::green);
+            const QFont font = painter->font();
+            figure.paint(painter, range, 1.0f, 1.0f);
+            QCOMPARE(painter->pen().color(), QColor(Qt::green));
+            QCOMPARE(painter->font(), font);
+        });
+    }
 
-void tst_painters::shapesBeyondTheEdges()
-{
-    CustomPainter figure;
-    figure.setFillColor(Qt::red);
-    for (bool closed : {true, false}) {
-        figure.setClosed(closed);
-        // A mask that reaches far out of sight: its edge at y = 40 is all that is seen.
-        figure.setXData({-1e300, 1e300, 1e300, -1e300});
-        figure.setYData({40, 40, -1e300, -1e300});
-        const QImage image = painted(figure);
-        QCOMPARE(inkBox(image), QRect(0, 60, 101, 41));
-        QCOMPARE(image.pixelColor(50, 60), QColor(Qt::black));
-        QVERIFY(image.pixelColor(0, 100).red() == 255 && image.pixelColor(0, 100).blue() > 100);
-        figure.setYData({140, 140, 120, 120});
+    void textIsNudgedAtBothEnds()
+    {
+        Plot plot;
+        TextPainter figure;
+        figure.setLabel("MM");
+        figure.setHTextAlignment(Qt::AlignHCenter);
+        const int width = QFontMetrics(figure.font()).horizontalAdvance("MM");
+        const QMap<double, int> nudges{{0.0, width / 2}, {50.0, 0}, {100.0, -(width / 2)}};
+        // Wide enough to see the whole text on both sides of the plot.
+        const auto leftmostInk = [&figure](AbstractPlot *parent) {
+            figure.setPlotParent(parent);
+            const auto draw = [&](QPainter *painter) {
+                painter->translate(100, 0);
+                figure.paint(painter, range, 1.0f, 1.0f);
+            };
+            return inkBox(picture(draw, QSize(301, 101))).left();
+        };
+        for (auto nudge = nudges.begin(); nudge != nudges.end(); ++nudge) {
+            figure.setOrigin({nudge.key(), 50.0});
+            QCOMPARE(leftmostInk(&plot) - leftmostInk(nullptr), nudge.value());
+        }
+    }
+
+    void segmentIsClipped()
+    {
+        SegmentPainter figure;
+        const auto drawn = [&](double x1, double y1, double x2, double y2) {
+            figure.setPoint1X(x1);
+            figure.setPoint1Y(y1);
+            figure.setPoint2X(x2);
+            figure.setPoint2Y(y2);
+            return inkBox(painted(figure));
+        };
+        QCOMPARE(drawn(20, 50, 80, 50), QRect(20, 50, 61, 1));
+        QCOMPARE(drawn(-50, 50, 150, 50), QRect(0, 50, 101, 1));
+        QCOMPARE(drawn(50, 20, 50, 1e18), QRect(50, 0, 1, 81));
+        // Clipped only after the conversion to whole pixels, this one would not keep its slope.
+        QCOMPARE(drawn(-1e12, -1e12, 1e12, 1e12), QRect(0, 0, 101, 101));
+        QCOMPARE(drawn(-50, 101, 150, 101), QRect());
+        QCOMPARE(drawn(qQNaN(), 50, 150, 50), QRect());
+        figure.setEndSize(4);
+        QCOMPARE(drawn(20, 50, 150, 50), QRect(20, 46, 81, 9));
+        QVERIFY(painted(figure).pixel(100, 46) == 0xffffffff);
+        QCOMPARE(drawn(-20, 50, 150, 50), QRect(0, 50, 101, 1));
+    }
+
+    void shapes()
+    {
+        CustomPainter figure;
+        figure.setXData({10, 30, 30, 10, qQNaN(), 15, 25, 25, 15});
+        figure.setYData({90, 90, 70, 70, 0, 85, 85, 75, 75, 1234});
+        figure.setFillColor(Qt::red);
+        figure.setFillOpacity(1.0);
+        figure.setLineWidth(0);
+        QImage image = painted(figure);
+        QCOMPARE(inkBox(image), QRect(10, 10, 20, 20));
+        QCOMPARE(image.pixelColor(12, 20), QColor(Qt::red));
+        QCOMPARE(image.pixelColor(20, 20), QColor(Qt::white));
+
+        figure.setOrigin({50.0, -50.0});
+        QCOMPARE(inkBox(painted(figure)), QRect(60, 60, 20, 20));
+        // A symbol stays as large as it is and grows upwards.
+        figure.setPixelShape(true);
+        figure.setOrigin({20.0, 10.0});
+        figure.setYData({0, 0, 20, 20});
+        QCOMPARE(inkBox(painted(figure, QRectF(0, 0, 50, 50), 2.0f)), QRect(50, 60, 20, 20));
+
+        figure.setFillColor(Qt::transparent);
+        figure.setLineWidth(1);
+        figure.setClosed(false);
+        image = painted(figure, QRectF(0, 0, 50, 50), 2.0f);
+        QVERIFY(image.pixel(60, 80) != 0xffffffff && image.pixel(50, 70) == 0xffffffff);
+        figure.setClosed(true);
+        QVERIFY(painted(figure, QRectF(0, 0, 50, 50), 2.0f).pixel(50, 70) != 0xffffffff);
+        figure.setYData({5});
         QVERIFY(inkBox(painted(figure)).isEmpty());
     }
-}
 
-void tst_painters::shapeAsMask()
-{
-    CustomPainter figure;
-    figure.setOrigin({1e9, 0.0});
-    figure.setXData({0, 10, 5, notANumber, 4, 6, 5});
-    figure.setYData({0, 0, 10, 0, 2, 2, 4});
-    QVERIFY(figure.containsPoint(1e9 + 2.0, 1.0));
-    QVERIFY(!figure.containsPoint(1e9 + 5.0, 3.0) && !figure.containsPoint(2.0, 1.0));
-    figure.setPixelShape(true);
-    QVERIFY(!figure.containsPoint(1e9 + 2.0, 1.0));
-}
+    void shapesBeyondTheEdges()
+    {
+        CustomPainter figure;
+        figure.setFillColor(Qt::red);
+        for (bool closed : {true, false}) {
+            figure.setClosed(closed);
+            // A mask that reaches far out of sight: its edge at y = 40 is all that is seen.
+            figure.setXData({-1e300, 1e300, 1e300, -1e300});
+            figure.setYData({40, 40, -1e300, -1e300});
+            const QImage image = painted(figure);
+            QCOMPARE(inkBox(image), QRect(0, 60, 101, 41));
+            QCOMPARE(image.pixelColor(50, 60), QColor(Qt::black));
+            QVERIFY(image.pixelColor(0, 100).red() == 255 && image.pixelColor(0, 100).blue() > 100);
+            figure.setYData({140, 140, 120, 120});
+            QVERIFY(inkBox(painted(figure)).isEmpty());
+        }
+    }
 
-void tst_painters::integralArea()
-{
-    PlotPoints data;
-    data.setXData({-500.0, 20.0, 40.0, 60.0, 500.0});
-    data.setYData({50.0, 50.0, notANumber, 50.0, 50.0});
-    IntegralPainter figure;
-    figure.setPlotData(&data);
-    figure.setBaseline(30.0);
-    figure.setFillOpacity(1.0);
-    figure.setLineWidth(0);
-    figure.setBegin(10.0);
-    figure.setEnd(20.0);
-    QCOMPARE(inkBox(painted(figure)), QRect(10, 50, 10, 20));
-    figure.setEnd(70.0);
-    QCOMPARE(inkBox(painted(figure)), QRect(10, 50, 10, 20) | QRect(60, 50, 10, 20));
-    QCOMPARE(painted(figure).pixel(40, 60), 0xffffffff);
-    figure.setBegin(-1e9);
-    figure.setEnd(1e9);
-    figure.setBaseline(-1e300);
-    QCOMPARE(inkBox(painted(figure)), QRect(0, 50, 101, 51));
+    void shapeAsMask()
+    {
+        CustomPainter figure;
+        figure.setOrigin({1e9, 0.0});
+        figure.setXData({0, 10, 5, qQNaN(), 4, 6, 5});
+        figure.setYData({0, 0, 10, 0, 2, 2, 4});
+        QVERIFY(figure.containsPoint(1e9 + 2.0, 1.0));
+        QVERIFY(!figure.containsPoint(1e9 + 5.0, 3.0) && !figure.containsPoint(2.0, 1.0));
+        figure.setPixelShape(true);
+        QVERIFY(!figure.containsPoint(1e9 + 2.0, 1.0));
+    }
 
-    // A line that leaves the range upwards keeps its slope.
-    PlotPoints steep;
-    steep.setXData({0.0, 100.0});
-    steep.setYData({50.0, 250.0});
-    figure.setPlotData(&steep);
-    QImage image = painted(figure);
-    QVERIFY(image.pixel(26, 0) != 0xffffffff && image.pixel(20, 5) == 0xffffffff);
-    figure.setPlotData(&data);
-
-    // The upright lines stand at the limits that are in sight.
-    figure.setBaseline(30.0);
-    figure.setFillOpacity(0.0);
-    figure.setLineWidth(1);
-    figure.setEnd(10.0);
-    QCOMPARE(inkBox(painted(figure)), QRect(10, 50, 1, 20));
-}
-
-void tst_painters::integralIsTheSameWhenDense()
-{
-    // The same steep ramp, once with a sample every 2 pixels and once with 20 in a pixel.
-    IntegralPainter figure;
-    figure.setBegin(10.0);
-    figure.setEnd(90.0);
-    figure.setBaseline(20.0);
-    figure.setFillOpacity(1.0);
-    QVector<QRect> boxes;
-    QVector<int> colouredPixels;
-    for (double interval : {2.0, 0.05}) {
-        QVector<double> y;
-        for (double x = 0.0; x <= 100.0; x += interval)
-            y.append(1.3 * x - 0.4);
-        PlotSeries data;
-        data.setXInterval(interval);
-        data.setYData(y);
+    void integralArea()
+    {
+        PlotPoints data;
+        data.setXData({-500.0, 20.0, 40.0, 60.0, 500.0});
+        data.setYData({50.0, 50.0, qQNaN(), 50.0, 50.0});
+        IntegralPainter figure;
         figure.setPlotData(&data);
+        figure.setBaseline(30.0);
+        figure.setFillOpacity(1.0);
+        figure.setLineWidth(0);
+        figure.setBegin(10.0);
+        figure.setEnd(20.0);
+        QCOMPARE(inkBox(painted(figure)), QRect(10, 50, 10, 20));
+        figure.setEnd(70.0);
+        QCOMPARE(inkBox(painted(figure)), QRect(10, 50, 10, 20) | QRect(60, 50, 10, 20));
+        QCOMPARE(painted(figure).pixel(40, 60), 0xffffffff);
+        figure.setBegin(-1e9);
+        figure.setEnd(1e9);
+        figure.setBaseline(-1e300);
+        QCOMPARE(inkBox(painted(figure)), QRect(0, 50, 101, 51));
+
+        // A line that leaves the range upwards keeps its slope.
+        PlotPoints steep;
+        steep.setXData({0.0, 100.0});
+        steep.setYData({50.0, 250.0});
+        figure.setPlotData(&steep);
+        QImage image = painted(figure);
+        QVERIFY(image.pixel(26, 0) != 0xffffffff && image.pixel(20, 5) == 0xffffffff);
+        figure.setPlotData(&data);
+
+        // The upright lines stand at the limits that are in sight.
+        figure.setBaseline(30.0);
+        figure.setFillOpacity(0.0);
+        figure.setLineWidth(1);
+        figure.setEnd(10.0);
+        QCOMPARE(inkBox(painted(figure)), QRect(10, 50, 1, 20));
+    }
+
+    void integralColumns()
+    {
+        // Many samples around the baseline, then a line to a distant one.
+        QVector<double> x, y;
+        for (int i = 0; i < 1000; ++i) {
+            x.append(i * 0.04);
+            y.append(i % 2 ? 65.0 : 40.0);
+        }
+        PlotPoints data;
+        data.setXData(x << 200.0);
+        data.setYData(y << 65.0);
+        IntegralPainter figure;
+        figure.setPlotData(&data);
+        figure.setBaseline(60.0);
+        figure.setFillOpacity(1.0);
+        figure.setLineWidth(0);
+        figure.setBegin(10.0);
+        figure.setEnd(1e3);
         const QImage image = painted(figure);
-        boxes.append(inkBox(image));
-        colouredPixels.append(0);
-        for (int pixel = 0; pixel < 101 * 101; ++pixel)
-            colouredPixels.last() += image.pixel(pixel % 101, pixel / 101) != 0xffffffff;
+        for (int column = 0; column <= 100; ++column) {
+            // A column goes to the farther of its samples.
+            const QRect ink = inkBox(image.copy(column, 0, 1, 101));
+            const QPair<int, int> rows = column < 10   ? qMakePair(0, -1)
+                                         : column < 40 ? qMakePair(40, 60)
+                                                       : qMakePair(35, 39);
+            QVERIFY(qAbs(ink.top() - rows.first) <= 1 && qAbs(ink.bottom() - rows.second) <= 1);
+        }
+        figure.setEnd(30.0);
+        QCOMPARE(inkBox(painted(figure)).right(), 30);
     }
-    QCOMPARE(boxes[0], QRect(QPoint(10, 0), QPoint(90, 86)));
-    QCOMPARE(boxes[1], boxes[0]);
-    // A stroke covers its whole last pixel, an area only one whose middle it covers: at most one pixel per
-    // column.
-    QVERIFY(qAbs(colouredPixels[0] - colouredPixels[1]) <= 2 * 81);
-}
 
-void tst_painters::integralColumns()
-{
-    // Many samples around the baseline, then a line to a distant one.
-    QVector<double> x;
-    QVector<double> y;
-    for (int i = 0; i < 1000; ++i) {
-        x.append(i * 0.04);
-        y.append(i % 2 ? 65.0 : 40.0);
+    void integralValueFollowsItsSource()
+    {
+        auto series = std::make_unique<PlotSeries>();
+        series->setYData({1.0, 1.0, 1.0, 1.0});
+        Plot plot;
+        IntegralPainter figure;
+        QSignalSpy valueSpy(&figure, SIGNAL(valueChanged()));
+        QSignalSpy updateSpy(&figure, SIGNAL(updateNeeded()));
+        figure.setPlotParent(&plot);
+        figure.setEnd(2.0);
+        figure.setBegin(0.5);
+        plot.setPlotData(series.get());
+        QTRY_COMPARE(figure.value(), 1.5);
+        QCOMPARE(valueSpy.count(), 1);
+        updateSpy.clear();
+        series->setYData({3.0, 3.0, 3.0, 3.0});
+        QTRY_COMPARE(figure.value(), 4.5);
+        QVERIFY(updateSpy.count() > 0);
+
+        // Data of its own take precedence; after them those of the plot count again, even the same ones.
+        auto own = std::make_unique<PlotSeries>();
+        own->setYData({2.0, 2.0, 2.0});
+        figure.setPlotData(own.get());
+        QTRY_COMPARE(figure.value(), 3.0);
+        own.reset();
+        QTRY_COMPARE(figure.value(), 4.5);
+        figure.setPlotData(series.get());
+        figure.setPlotData(nullptr);
+        QTRY_COMPARE(figure.value(), 4.5);
+        series->setYData({4.0, 4.0, 4.0});
+        QTRY_COMPARE(figure.value(), 6.0);
+        series.reset();
+        QTRY_COMPARE(figure.value(), 0.0);
+        painted(figure);
     }
-    PlotPoints data;
-    data.setXData(x << 200.0);
-    data.setYData(y << 65.0);
-    IntegralPainter figure;
-    figure.setPlotData(&data);
-    figure.setBaseline(60.0);
-    figure.setLineWidth(0);
-    figure.setBegin(-5.0);
-    figure.setEnd(1e3);
-    const QImage image = painted(figure);
-    for (int column = 0; column <= 100; ++column) {
-        const bool fillsDown = image.pixel(column, 58) != 0xffffffff;
-        const bool fillsUp = image.pixel(column, 38) != 0xffffffff;
-        QVERIFY(fillsDown == (column < 40) && fillsUp == (column >= 40));
+
+    void containerPaintsItsChildren()
+    {
+        Plot plot;
+        QVERIFY(inkBox(painted(plot)).isEmpty());
+        auto *lower = new CrossPainter(&plot);
+        new QQuickItem(&plot);
+        auto *upper = new SegmentPainter(&plot);
+        QVERIFY(qobject_cast<BasePainter *>(static_cast<QObject *>(lower)));
+        // Without a vertical axis the lowest visible value is 0.
+        lower->setPoint1X(50.0);
+        lower->setPoint1Y(50.0);
+        lower->setCrossSize(10);
+        lower->setCrossColor(Qt::red);
+        upper->setPoint1X(50.0);
+        upper->setPoint2X(50.0);
+        upper->setPoint2Y(100.0);
+        upper->setSegmentColor(Qt::blue);
+        QCOMPARE(painted(plot).pixelColor(50, 50), QColor(Qt::blue));
+        lower->setParentItem(nullptr);
+        lower->setParentItem(&plot);
+        QCOMPARE(painted(plot).pixelColor(50, 50), QColor(Qt::red));
+        lower->setVisible(false);
+        QCOMPARE(painted(plot).pixelColor(50, 50), QColor(Qt::blue));
+        plot.range_ = 0.0;
+        QVERIFY(inkBox(painted(plot)).isEmpty());
     }
-}
 
-void tst_painters::integralValueFollowsItsSource()
-{
-    auto series = std::make_unique<PlotSeries>();
-    series->setYData({1.0, 1.0, 1.0, 1.0});
-    Plot plot;
-    IntegralPainter figure;
-    QSignalSpy valueSpy(&figure, SIGNAL(valueChanged()));
-    QSignalSpy updateSpy(&figure, SIGNAL(updateNeeded()));
-    figure.setPlotParent(&plot);
-    figure.setEnd(2.0);
-    figure.setBegin(0.5);
-    plot.setPlotData(series.get());
-    QTRY_COMPARE(figure.value(), 1.5);
-    QCOMPARE(valueSpy.count(), 1);
-    updateSpy.clear();
-    series->setYData({3.0, 3.0, 3.0, 3.0});
-    QTRY_COMPARE(figure.value(), 4.5);
-    QVERIFY(updateSpy.count() > 0);
+    void containerRepaintsOncePerFrame()
+    {
+        QQuickWindow window;
+        window.resize(101, 101);
+        Plot plot(window.contentItem());
+        QVector<CrossPainter *> figures;
+        for (int i = 0; i < 1000; ++i)
+            figures.append(new CrossPainter(&plot));
+        window.show();
+        QTRY_COMPARE(plot.paints, 1);
 
-    // Data of its own take precedence; after them those of the plot count again, although both were one
-    // object.
-    auto own = std::make_unique<PlotSeries>();
-    own->setYData({2.0, 2.0, 2.0});
-    figure.setPlotData(own.get());
-    QTRY_COMPARE(figure.value(), 3.0);
-    own.reset();
-    QTRY_COMPARE(figure.value(), 4.5);
-    figure.setPlotData(series.get());
-    figure.setPlotData(nullptr);
-    QTRY_COMPARE(figure.value(), 4.5);
-    series->setYData({4.0, 4.0, 4.0});
-    QTRY_COMPARE(figure.value(), 6.0);
-    series.reset();
-    QTRY_COMPARE(figure.value(), 0.0);
-    painted(figure);
-}
-
-void tst_painters::containerPaintsItsChildren()
-{
-    Plot plot;
-    QVERIFY(inkBox(painted(plot)).isEmpty());
-    auto *lower = new CrossPainter(&plot);
-    new QQuickItem(&plot);
-    auto *upper = new SegmentPainter(&plot);
-    QVERIFY(qobject_cast<BasePainter *>(static_cast<QObject *>(lower)));
-    // Without a vertical axis the lowest visible value is 0.
-    lower->setPoint1X(50.0);
-    lower->setPoint1Y(50.0);
-    lower->setCrossSize(10);
-    lower->setCrossColor(Qt::red);
-    upper->setPoint1X(50.0);
-    upper->setPoint2X(50.0);
-    upper->setPoint2Y(100.0);
-    upper->setSegmentColor(Qt::blue);
-    QCOMPARE(painted(plot).pixelColor(50, 50), QColor(Qt::blue));
-    lower->setParentItem(nullptr);
-    lower->setParentItem(&plot);
-    QCOMPARE(painted(plot).pixelColor(50, 50), QColor(Qt::red));
-    lower->setVisible(false);
-    QCOMPARE(painted(plot).pixelColor(50, 50), QColor(Qt::blue));
-    plot.range_ = 0.0;
-    QVERIFY(inkBox(painted(plot)).isEmpty());
-}
-
-void tst_painters::containerRepaintsOncePerFrame()
-{
-    QQuickWindow window;
-    window.resize(101, 101);
-    Plot plot(window.contentItem());
-    QVector<CrossPainter *> figures;
-    for (int i = 0; i < 1000; ++i)
-        figures.append(new CrossPainter(&plot));
-    window.show();
-    QTRY_COMPARE(plot.paints, 1);
-
-    const auto paintsOnce = [&](auto change) {
-        const int paints = plot.paints;
-        change();
+        const auto paintsOnce = [&](auto change) {
+            const int paints = plot.paints;
+            change();
+            QTest::qWait(50);
+            return plot.paints == paints + 1;
+        };
+        QVERIFY(paintsOnce([&] {
+            for (CrossPainter *figure : qAsConst(figures))
+                figure->setPoint1X(20.0);
+        }));
+        QVERIFY(paintsOnce([&] { figures[0]->setVisible(false); }));
+        QVERIFY(paintsOnce([&] { delete figures.takeLast(); }));
+        QVERIFY(paintsOnce([&] { figures[1]->setParentItem(nullptr); }));
+        const int before = plot.paints;
+        figures[1]->setPoint1X(30.0);
         QTest::qWait(50);
-        return plot.paints == paints + 1;
-    };
-    QVERIFY(paintsOnce([&] {
-        for (CrossPainter *figure : qAsConst(figures))
-            figure->setPoint1X(20.0);
-    }));
-    QVERIFY(paintsOnce([&] { figures[0]->setVisible(false); }));
-    QVERIFY(paintsOnce([&] { delete figures.takeLast(); }));
-    QVERIFY(paintsOnce([&] { figures[1]->setParentItem(nullptr); }));
-    const int before = plot.paints;
-    figures[1]->setPoint1X(30.0);
-    QTest::qWait(50);
-    QCOMPARE(plot.paints, before);
-    QVERIFY(paintsOnce([&] { plot.scheduleRedraw(); }));
-    delete figures[1];
-}
+        QCOMPARE(plot.paints, before);
+        QVERIFY(paintsOnce([&] { plot.scheduleRedraw(); }));
+        delete figures[1];
+    }
 
-void tst_painters::extremeNumbers()
-{
-    PlotPoints data;
-    data.setXData({-1e308, 0.0, 1e308});
-    data.setYData({1e308, -1e308, 1e308});
-    const double infinity = std::numeric_limits<double>::infinity();
-    const std::unique_ptr<BasePainter> figures[] = {
-        std::make_unique<CrossPainter>(), std::make_unique<TextPainter>(), std::make_unique<SegmentPainter>(),
-        std::make_unique<IntegralPainter>(), std::make_unique<CustomPainter>()};
-    for (double number : {1e308, -1e308, infinity, -infinity, notANumber, 0.0}) {
-        for (const auto &figure : figures) {
-            const QMetaObject *type = figure->metaObject();
-            for (int i = BasePainter::staticMetaObject.propertyCount(); i < type->propertyCount(); ++i) {
-                const QMetaProperty property = type->property(i);
-                QVariant value;
-                if (property.isEnumType())
-                    continue;
-                if (property.userType() == QMetaType::Double)
-                    value = number;
-                else if (property.userType() == QMetaType::Int)
-                    value = number > 0.0 ? std::numeric_limits<int>::max() : std::numeric_limits<int>::min();
-                else if (property.userType() == QMetaType::QPointF)
-                    value = QPointF(number, number);
-                else if (property.userType() == qMetaTypeId<QVector<double>>())
-                    value = QVariant::fromValue(QVector<double>{number, 1.0, -number, 50.0, 60.0});
-                else if (property.userType() == qMetaTypeId<PlotData *>())
-                    value = QVariant::fromValue<PlotData *>(&data);
-                if (value.isValid())
-                    property.write(figure.get(), value);
-            }
-            figure->setProperty("label", "text");
-            for (const QRectF &visible : {range, QRectF(-1e308, -1e308, 1e308, 1e308), QRectF()}) {
-                for (float scale : {1.0f, 1e-38f, 3e38f})
-                    painted(*figure, visible, scale);
+    void extremeNumbers()
+    {
+        PlotPoints data;
+        data.setXData({-1e308, 0.0, 1e308});
+        data.setYData({1e308, -1e308, 1e308});
+        const std::unique_ptr<BasePainter> figures[] = {
+            std::make_unique<CrossPainter>(), std::make_unique<TextPainter>(),
+            std::make_unique<SegmentPainter>(), std::make_unique<IntegralPainter>(),
+            std::make_unique<CustomPainter>()};
+        for (double number : {1e308, -1e308, qInf(), -qInf(), qQNaN(), 0.0}) {
+            const int integer =
+                number > 0.0 ? std::numeric_limits<int>::max() : std::numeric_limits<int>::min();
+            const QVariantList values{number, integer, QPointF(number, number),
+                                      QVariant::fromValue(QVector<double>{number, 1.0, -number, 50.0, 60.0}),
+                                      QVariant::fromValue<PlotData *>(&data)};
+            for (const auto &figure : figures) {
+                writeProperties(figure.get(), BasePainter::staticMetaObject, values);
+                figure->setProperty("label", "text");
+                for (const QRectF &visible : {range, QRectF(-1e308, -1e308, 1e308, 1e308), QRectF()}) {
+                    for (float scale : {1.0f, 1e-38f, 3e38f})
+                        painted(*figure, visible, scale);
+                }
             }
         }
     }
-}
+};
 
 QTEST_MAIN(tst_painters)
 #include "tst_painters.moc"
