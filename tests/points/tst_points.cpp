@@ -3,6 +3,8 @@
 #include "plots/GraphPointPictogramMarker.h"
 #include "plots/GraphPointReflections.h"
 #include "plots/GraphPointShapes.h"
+#include "support/Pictures.h"
+#include "support/Properties.h"
 
 #include <QFontMetrics>
 #include <QPainter>
@@ -19,52 +21,38 @@ namespace {
 constexpr int pointX = 60;
 constexpr int pointY = 50;
 
-QImage painted(GraphPoint &point, int x = pointX, int y = pointY)
+QImage painted(GraphPoint &point, int x = pointX)
 {
-    QImage image(120, 120, QImage::Format_ARGB32_Premultiplied);
-    image.fill(Qt::white);
-    QPainter painter(&image);
-    point.paint(&painter, x, y);
-    return image;
+    return picture([&](QPainter *painter) { point.paint(painter, x, pointY); }, QSize(120, 120));
 }
 
-// The smallest rectangle around the pixels in which the colour's own channel prevails, or around all pixels
-// that are not white.
-QRect inkBox(const QImage &image, QColor colour = QColor())
+bool isRed(const QColor &pixel)
 {
-    QRect box;
-    for (int y = 0; y < image.height(); ++y) {
-        for (int x = 0; x < image.width(); ++x) {
-            const QColor pixel = image.pixelColor(x, y);
-            const bool found = colour == Qt::red
-                                   ? pixel.red() > pixel.green() + 60 && pixel.red() > pixel.blue() + 60
-                               : colour == Qt::blue ? pixel.blue() > pixel.red() + 60
-                                                    : pixel != QColor(Qt::white);
-            if (found)
-                box |= QRect(x, y, 1, 1);
-        }
-    }
-    return box;
+    return pixel.red() > pixel.green() + 60 && pixel.red() > pixel.blue() + 60;
 }
 
-QFont textFont()
+bool isBlue(const QColor &pixel)
+{
+    return pixel.blue() > pixel.red() + 60;
+}
+
+QFontMetrics textMetrics()
 {
     QFont font;
     font.setPointSize(12);
-    return font;
+    return QFontMetrics(font);
+}
+
+template <typename... Points> QVector<PointPointer> made()
+{
+    return {std::make_shared<Points>()...};
 }
 
 QVector<PointPointer> allPoints()
 {
-    return {PointPointer(new GraphPointDot),
-            PointPointer(new GraphPointCircle),
-            PointPointer(new GraphPointCross),
-            PointPointer(new GraphPointHorizontalLine),
-            PointPointer(new GraphPointVerticalLine),
-            PointPointer(new GraphPointMarker),
-            PointPointer(new GraphPointReflections),
-            PointPointer(new GraphPointActiveMarker),
-            PointPointer(new GraphPointPictogramMarker)};
+    return made<GraphPointDot, GraphPointCircle, GraphPointCross, GraphPointHorizontalLine,
+                GraphPointVerticalLine, GraphPointMarker, GraphPointReflections, GraphPointActiveMarker,
+                GraphPointPictogramMarker>();
 }
 
 } // namespace
@@ -74,285 +62,261 @@ class tst_points : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void shapesCoverTheirPixels_data();
-    void shapesCoverTheirPixels();
-    void propertiesAnnounceTheirChange();
-    void valuesAreFollowed();
-    void elementsOfArrays();
-    void reflectionLabel_data();
-    void reflectionLabel();
-    void missingIcons();
-    void iconsAreDecodedOnce();
-    void activeMarkerStacksItsLabels();
-    void pictogramStandsAtTheLowerEdge();
-    void extremeNumbers();
-};
+    void initTestCase() { qRegisterMetaType<OrnData *>(); }
 
-void tst_points::initTestCase()
-{
-    qRegisterMetaType<OrnData *>();
-}
-
-void tst_points::shapesCoverTheirPixels_data()
-{
-    QTest::addColumn<PointPointer>("point");
-    QTest::addColumn<QRect>("box");
-    QTest::newRow("dot") << PointPointer(new GraphPointDot) << QRect(60, 50, 8, 8);
-    QTest::newRow("circle") << PointPointer(new GraphPointCircle) << QRect(53, 43, 15, 15);
-    QTest::newRow("horizontal line") << PointPointer(new GraphPointHorizontalLine) << QRect(57, 50, 7, 1);
-    QTest::newRow("vertical line") << PointPointer(new GraphPointVerticalLine) << QRect(60, 47, 1, 7);
-    QTest::newRow("cross") << PointPointer(new GraphPointCross) << QRect(57, 47, 7, 7);
-    QTest::newRow("marker") << PointPointer(new GraphPointMarker) << QRect(60, 47, 1, 7);
-}
-
-void tst_points::shapesCoverTheirPixels()
-{
-    QFETCH(PointPointer, point);
-    QFETCH(QRect, box);
-    point->setPointSize(7);
-    point->setPenColor(Qt::red);
-    const QImage image = painted(*point);
-    QCOMPARE(inkBox(image), box);
-    QCOMPARE(inkBox(image, Qt::red), box);
-}
-
-void tst_points::propertiesAnnounceTheirChange()
-{
-    OrnData values;
-    for (const PointPointer &point : allPoints()) {
-        const QMetaObject *type = point->metaObject();
-        for (int i = QObject::staticMetaObject.propertyCount(); i < type->propertyCount(); ++i) {
-            const QMetaProperty property = type->property(i);
-            const QVariant before = property.read(point.get());
-            const QVariant after = before.userType() == QMetaType::Int      ? QVariant(before.toInt() + 1)
-                                   : before.userType() == QMetaType::Bool   ? QVariant(!before.toBool())
-                                   : before.userType() == QMetaType::QColor ? QVariant(QColor(Qt::green))
-                                                                            : QVariant::fromValue(&values);
-            QSignalSpy notified(point.get(), property.notifySignal());
-            QSignalSpy changed(point.get(), SIGNAL(pointChanged()));
-            QObject context;
-            bool notifyCameFirst = false;
-            connect(point.get(), &GraphPoint::pointChanged, &context,
-                    [&] { notifyCameFirst = notified.count() == 1; });
-            for (int write = 0; write < 2; ++write)
-                QVERIFY2(property.write(point.get(), after), property.name());
-            QVERIFY2(notified.count() == 1 && changed.count() == 1 && notifyCameFirst, property.name());
-            QCOMPARE(notified.first().first(), after);
-            QCOMPARE(property.read(point.get()), after);
-        }
+    void shapesCoverTheirPixels_data()
+    {
+        QTest::addColumn<PointPointer>("point");
+        QTest::addColumn<QRect>("box");
+        QTest::newRow("dot") << PointPointer(new GraphPointDot) << QRect(60, 50, 8, 8);
+        QTest::newRow("circle") << PointPointer(new GraphPointCircle) << QRect(53, 43, 15, 15);
+        QTest::newRow("horizontal line") << PointPointer(new GraphPointHorizontalLine) << QRect(57, 50, 7, 1);
+        QTest::newRow("vertical line") << PointPointer(new GraphPointVerticalLine) << QRect(60, 47, 1, 7);
+        QTest::newRow("cross") << PointPointer(new GraphPointCross) << QRect(57, 47, 7, 7);
+        QTest::newRow("marker") << PointPointer(new GraphPointMarker) << QRect(60, 47, 1, 7);
     }
-}
 
-void tst_points::valuesAreFollowed()
-{
-    GraphPointActiveMarker point;
-    auto both = std::make_unique<OrnData>();
-    OrnData other;
-    point.setFirstLabels(both.get());
-    point.setSecondLabels(both.get());
-    QSignalSpy first(&point, SIGNAL(firstLabelsChanged(OrnData *)));
-    QSignalSpy second(&point, SIGNAL(secondLabelsChanged(OrnData *)));
-    QSignalSpy changed(&point, SIGNAL(pointChanged()));
+    void shapesCoverTheirPixels()
+    {
+        QFETCH(PointPointer, point);
+        QFETCH(QRect, box);
+        point->setPointSize(7);
+        point->setPenColor(Qt::red);
+        const QImage image = painted(*point);
+        QCOMPARE(inkBox(image), box);
+        QCOMPARE(inkBox(image, isRed), box);
+    }
 
-    both->setValue("a");
-    QCOMPARE(first.count(), 1);
-    QCOMPARE(second.count(), 1);
-
-    // The object that is replaced in one role keeps the other.
-    point.setSecondLabels(&other);
-    both->setValue("b");
-    QCOMPARE(first.count(), 2);
-    QCOMPARE(second.count(), 2);
-
-    both.reset();
-    QCOMPARE(first.count(), 3);
-    QVERIFY(!point.firstLabels());
-    QCOMPARE(changed.count(), 5);
-    painted(point);
-}
-
-void tst_points::elementsOfArrays()
-{
-    using graph::arrayElement;
-    const QVariant list = QVariantList{1, "two"};
-    QCOMPARE(arrayElement(list, 1), QVariant("two"));
-    QCOMPARE(arrayElement(QStringList{"a", "b"}, 1), QVariant("b"));
-    QCOMPARE(arrayElement(QVariant::fromValue(QVector<double>{0.5, 2.5}), 1), QVariant(2.5));
-    QCOMPARE(arrayElement("text", 7), QVariant("text"));
-    for (int outside : {-1, 2})
-        QVERIFY(!arrayElement(list, outside).isValid());
-    QVERIFY(!arrayElement(QVariant(), 0).isValid());
-    QVERIFY(graph::isEmptyArray(QStringList()) && graph::isEmptyArray(QVariant()));
-    QVERIFY(!graph::isEmptyArray("") && !graph::isEmptyArray(list));
-    QCOMPARE(graph::valueText(0.1 + 0.2), QString("0.3"));
-}
-
-void tst_points::reflectionLabel_data()
-{
-    QTest::addColumn<bool>("selected");
-    QTest::addColumn<int>("marginTop");
-    QTest::addColumn<bool>("below");
-    QTest::newRow("room above") << false << 50 << false;
-    QTest::newRow("margin kept by -1") << false << -1 << false;
-    QTest::newRow("no room above") << false << 12 << true;
-    QTest::newRow("selected") << true << 50 << true;
-}
-
-void tst_points::reflectionLabel()
-{
-    QFETCH(bool, selected);
-    QFETCH(int, marginTop);
-    QFETCH(bool, below);
-    OrnData paths;
-    paths.setValue(QVariantList{"only the first point has an icon"});
-    GraphPointReflections point;
-    point.setPointSize(9);
-    point.setLineWidth(3);
-    point.setPointIndex(11);
-    point.setIconPaths(&paths);
-    point.setLabelColor(Qt::red);
-    point.setMargins(100, 59, 69, 60);
-    point.setMargins(marginTop, -1, -1, -1);
-    point.setSelected(selected);
-
-    const QImage image = painted(point);
-    const QRect text = inkBox(image, Qt::red);
-    QVERIFY(below ? text.top() >= pointY + 9 && text.bottom() < pointY + 30
-                  : text.bottom() < pointY - 9 && text.top() > pointY - 30);
-    // The text starts one line width left of the point; its first glyph has some space of its own.
-    QVERIFY(text.left() >= pointX - 3 && text.left() <= pointX + 1);
-    QCOMPARE(image.pixelColor(pointX, pointY), QColor(Qt::black));
-}
-
-void tst_points::missingIcons()
-{
-    OrnData paths;
-    GraphPointReflections point;
-    point.setSelected(true);
-    point.setLabelColor(Qt::red);
-    const auto paintsTheRest = [&] {
-        const QImage image = painted(point);
-        return image.pixelColor(pointX, pointY) == QColor(Qt::black) && !inkBox(image, Qt::red).isEmpty();
-    };
-
-    QTest::ignoreMessage(QtWarningMsg, "Icon path orn data is null");
-    QVERIFY(paintsTheRest());
-    point.setIconPaths(&paths);
-    QTest::ignoreMessage(QtWarningMsg, "Icon path array is empty");
-    QVERIFY(paintsTheRest());
-    paths.setValue(QStringList{"/nowhere/icon.png"});
-    QTest::ignoreMessage(QtWarningMsg, "Image file \"/nowhere/icon.png\" could not be opened");
-    QVERIFY(paintsTheRest());
-    point.setPointIndex(1);
-    QVERIFY(paintsTheRest());
-}
-
-void tst_points::iconsAreDecodedOnce()
-{
-    QTemporaryDir folder;
-    const QString path = folder.filePath("icon.png");
-    QImage file(40, 20, QImage::Format_ARGB32);
-    file.fill(Qt::cyan);
-    QVERIFY(file.save(path));
-
-    OrnData paths;
-    paths.setValue(QVariantList{path});
-    GraphPointReflections point;
-    point.setLabelFontSize(0);
-    point.setSelected(true);
-    point.setIconPaths(&paths);
-    point.setIconSize(20);
-    point.setIconBackgroundColor(Qt::blue);
-    point.setInvertColors(true);
-    const QImage image = painted(point);
-    // The square ends one line width above the line; the wide picture keeps its shape in the middle of it.
-    QCOMPARE(inkBox(image, Qt::blue), QRect(pointX - 10, pointY - 2 - 1 - 20, 20, 20));
-    QCOMPARE(inkBox(image, Qt::red), QRect(pointX - 10, pointY - 2 - 1 - 15, 20, 10));
-
-    QVERIFY(QFile::remove(path));
-    QCOMPARE(painted(point), image);
-    point.setInvertColors(false);
-    QTest::ignoreMessage(QtWarningMsg, qPrintable("Image file \"" + path + "\" could not be opened"));
-    painted(point);
-}
-
-void tst_points::activeMarkerStacksItsLabels()
-{
-    OrnData first;
-    OrnData second;
-    first.setValue(QStringList{"HHH"});
-    second.setValue(QVariantList{"HHHHH"});
-    GraphPointActiveMarker point;
-    point.setFirstLabels(&first);
-    point.setSecondLabels(&second);
-    point.setLabelColor(Qt::red);
-    point.setSecondLabelColor(Qt::blue);
-    point.setMargins(pointY, 119 - pointX, 119 - pointY, pointX);
-    QRect upper = inkBox(painted(point), Qt::red);
-    QRect lower = inkBox(painted(point), Qt::blue);
-    QVERIFY(upper.bottom() < lower.top() && lower.bottom() < pointY - 2);
-    QVERIFY(qAbs(upper.center().x() - pointX) <= 1 && qAbs(lower.center().x() - pointX) <= 1);
-    QCOMPARE(lower.top() - upper.top(), QFontMetrics(textFont()).height() + 2);
-
-    point.setMargins(10, -1, -1, -1);
-    upper = inkBox(painted(point), Qt::red);
-    QVERIFY(upper.top() > pointY + 2 && upper.bottom() < inkBox(painted(point), Qt::blue).top());
-
-    // At the left edge both texts stay whole.
-    point.setMargins(-1, 119, -1, 0);
-    QCOMPARE(inkBox(painted(point, 0), Qt::red).size(), upper.size());
-    QCOMPARE(inkBox(painted(point, 0), Qt::blue).size(), lower.size());
-
-    first.setValue(QVariant());
-    QCOMPARE(inkBox(painted(point), Qt::blue).top(), upper.top());
-}
-
-void tst_points::pictogramStandsAtTheLowerEdge()
-{
-    OrnData labels;
-    labels.setValue(QVariantList{4711});
-    GraphPointPictogramMarker point;
-    point.setLabels(&labels);
-    point.setPenColor(Qt::blue);
-    point.setLabelColor(Qt::red);
-    point.setLineWidth(2);
-    point.setMargins(pointY, 119 - pointX, 119 - pointY, pointX);
-    const QImage image = painted(point);
-    const QFontMetrics metrics(textFont());
-    const QRect text = inkBox(image, Qt::red);
-    QVERIFY(qAbs(text.bottom() + 1 - (119 - metrics.height() - 2 - 2)) <= 1);
-    QVERIFY(qAbs(text.center().x() - pointX) <= 1);
-    const QRect frame = inkBox(image);
-    QVERIFY(qAbs(frame.width() - (metrics.horizontalAdvance("4711") + 4 + 2)) <= 1);
-    QVERIFY(qAbs(frame.height() - (metrics.height() + 4 + 2)) <= 1);
-    QVERIFY(frame.contains(text, true));
-
-    point.setPointIndex(1);
-    QVERIFY(inkBox(painted(point)).isEmpty());
-}
-
-void tst_points::extremeNumbers()
-{
-    OrnData labels;
-    labels.setValue("text");
-    for (int number : {std::numeric_limits<int>::min(), -1, 0, std::numeric_limits<int>::max()}) {
+    void propertiesAnnounceTheirChange()
+    {
+        OrnData values;
         for (const PointPointer &point : allPoints()) {
             const QMetaObject *type = point->metaObject();
             for (int i = QObject::staticMetaObject.propertyCount(); i < type->propertyCount(); ++i) {
                 const QMetaProperty property = type->property(i);
-                if (property.userType() == QMetaType::Int)
-                    property.write(point.get(), number);
-                else if (property.userType() == qMetaTypeId<OrnData *>())
-                    property.write(point.get(), QVariant::fromValue(&labels));
+                const QVariant before = property.read(point.get());
+                const QMap<int, QVariant> others{{QMetaType::Int, before.toInt() + 1},
+                                                 {QMetaType::Bool, !before.toBool()},
+                                                 {QMetaType::QColor, QColor(Qt::green)}};
+                const QVariant after = others.value(before.userType(), QVariant::fromValue(&values));
+                QSignalSpy notified(point.get(), property.notifySignal());
+                QSignalSpy changed(point.get(), SIGNAL(pointChanged()));
+                QObject context;
+                bool notifyCameFirst = false;
+                connect(point.get(), &GraphPoint::pointChanged, &context,
+                        [&] { notifyCameFirst = notified.count() == 1; });
+                for (int write = 0; write < 2; ++write)
+                    QVERIFY2(property.write(point.get(), after), property.name());
+                QVERIFY2(notified.count() == 1 && changed.count() == 1 && notifyCameFirst, property.name());
+                QCOMPARE(notified.first().first(), after);
+                QCOMPARE(property.read(point.get()), after);
             }
-            point->setLineWidth(number);
-            point->setMargins(number, number, number, number);
-            point->setPointIndex(number);
-            painted(*point);
         }
     }
-}
+
+    void valuesAreFollowed()
+    {
+        GraphPointActiveMarker point;
+        auto both = std::make_unique<OrnData>();
+        OrnData other;
+        point.setFirstLabels(both.get());
+        point.setSecondLabels(both.get());
+        QSignalSpy first(&point, SIGNAL(firstLabelsChanged(OrnData *)));
+        QSignalSpy second(&point, SIGNAL(secondLabelsChanged(OrnData *)));
+        QSignalSpy changed(&point, SIGNAL(pointChanged()));
+
+        both->setValue("a");
+        QCOMPARE(first.count(), 1);
+        QCOMPARE(second.count(), 1);
+
+        // The object that is replaced in one role keeps the other.
+        point.setSecondLabels(&other);
+        both->setValue("b");
+        QCOMPARE(first.count(), 2);
+        QCOMPARE(second.count(), 2);
+
+        both.reset();
+        QCOMPARE(first.count(), 3);
+        QVERIFY(!point.firstLabels());
+        QCOMPARE(changed.count(), 5);
+        painted(point);
+    }
+
+    void elementsOfArrays()
+    {
+        using graph::arrayElement;
+        const QVariant list = QVariantList{1, "two"};
+        QCOMPARE(arrayElement(list, 1), QVariant("two"));
+        QCOMPARE(arrayElement(QStringList{"a", "b"}, 1), QVariant("b"));
+        QCOMPARE(arrayElement(QVariant::fromValue(QVector<double>{0.5, 2.5}), 1), QVariant(2.5));
+        QCOMPARE(arrayElement("text", 7), QVariant("text"));
+        for (int outside : {-1, 2})
+            QVERIFY(!arrayElement(list, outside).isValid());
+        QVERIFY(!arrayElement(QVariant(), 0).isValid());
+        QVERIFY(graph::isEmptyArray(QStringList()) && graph::isEmptyArray(QVariant()));
+        QVERIFY(!graph::isEmptyArray("") && !graph::isEmptyArray(list));
+        QCOMPARE(graph::valueText(0.1 + 0.2), QString("0.3"));
+    }
+
+    void reflectionLabel_data()
+    {
+        QTest::addColumn<bool>("selected");
+        QTest::addColumn<int>("marginTop");
+        QTest::addColumn<bool>("below");
+        QTest::newRow("room above") << false << 50 << false;
+        QTest::newRow("margin kept by -1") << false << -1 << false;
+        QTest::newRow("no room above") << false << 12 << true;
+        QTest::newRow("selected") << true << 50 << true;
+    }
+
+    void reflectionLabel()
+    {
+        QFETCH(bool, selected);
+        QFETCH(int, marginTop);
+        QFETCH(bool, below);
+        OrnData paths;
+        paths.setValue(QVariantList{"only the first point has an icon"});
+        GraphPointReflections point;
+        point.setPointSize(9);
+        point.setLineWidth(3);
+        point.setPointIndex(11);
+        point.setIconPaths(&paths);
+        point.setLabelColor(Qt::red);
+        point.setMargins(100, 59, 69, 60);
+        point.setMargins(marginTop, -1, -1, -1);
+        point.setSelected(selected);
+
+        const QImage image = painted(point);
+        const QRect text = inkBox(image, isRed);
+        QVERIFY(below ? text.top() >= pointY + 9 && text.bottom() < pointY + 30
+                      : text.bottom() < pointY - 9 && text.top() > pointY - 30);
+        // The text starts one line width left of the point; its first glyph has some space of its own.
+        QVERIFY(text.left() >= pointX - 3 && text.left() <= pointX + 1);
+        QCOMPARE(image.pixelColor(pointX, pointY), QColor(Qt::black));
+    }
+
+    void missingIcons()
+    {
+        OrnData paths;
+        GraphPointReflections point;
+        point.setSelected(true);
+        point.setLabelColor(Qt::red);
+        const auto paintsTheRest = [&] {
+            const QImage image = painted(point);
+            return image.pixelColor(pointX, pointY) == QColor(Qt::black) && !inkBox(image, isRed).isEmpty();
+        };
+
+        QTest::ignoreMessage(QtWarningMsg, "Icon path orn data is null");
+        QVERIFY(paintsTheRest());
+        point.setIconPaths(&paths);
+        QTest::ignoreMessage(QtWarningMsg, "Icon path array is empty");
+        QVERIFY(paintsTheRest());
+        paths.setValue(QStringList{"/nowhere/icon.png"});
+        QTest::ignoreMessage(QtWarningMsg, "Image file \"/nowhere/icon.png\" could not be opened");
+        QVERIFY(paintsTheRest());
+        point.setPointIndex(1);
+        QVERIFY(paintsTheRest());
+    }
+
+    void iconsAreDecodedOnce()
+    {
+        QTemporaryDir folder;
+        const QString path = folder.filePath("icon.png");
+        QImage file(40, 20, QImage::Format_ARGB32);
+        file.fill(Qt::cyan);
+        QVERIFY(file.save(path));
+
+        OrnData paths;
+        paths.setValue(QVariantList{path});
+        GraphPointReflections point;
+        point.setLabelFontSize(0);
+        point.setSelected(true);
+        point.setIconPaths(&paths);
+        point.setIconSize(20);
+        point.setIconBackgroundColor(Qt::blue);
+        point.setInvertColors(true);
+        const QImage image = painted(point);
+        // The square ends one line width above the line; the wide picture keeps its shape in its middle.
+        QCOMPARE(inkBox(image, isBlue), QRect(pointX - 10, pointY - 2 - 1 - 20, 20, 20));
+        QCOMPARE(inkBox(image, isRed), QRect(pointX - 10, pointY - 2 - 1 - 15, 20, 10));
+
+        QVERIFY(QFile::remove(path));
+        QCOMPARE(painted(point), image);
+        point.setInvertColors(false);
+        QTest::ignoreMessage(QtWarningMsg, qPrintable("Image file \"" + path + "\" could not be opened"));
+        painted(point);
+    }
+
+    void activeMarkerStacksItsLabels()
+    {
+        OrnData first, second;
+        first.setValue(QStringList{"HHH"});
+        second.setValue(QVariantList{"HHHHH"});
+        GraphPointActiveMarker point;
+        point.setFirstLabels(&first);
+        point.setSecondLabels(&second);
+        point.setLabelColor(Qt::red);
+        point.setSecondLabelColor(Qt::blue);
+        point.setMargins(pointY, 119 - pointX, 119 - pointY, pointX);
+        QRect upper = inkBox(painted(point), isRed);
+        QRect lower = inkBox(painted(point), isBlue);
+        QVERIFY(upper.bottom() < lower.top() && lower.bottom() < pointY - 2);
+        QVERIFY(qAbs(upper.center().x() - pointX) <= 1 && qAbs(lower.center().x() - pointX) <= 1);
+        QCOMPARE(lower.top() - upper.top(), textMetrics().height() + 2);
+
+        point.setMargins(10, -1, -1, -1);
+        upper = inkBox(painted(point), isRed);
+        QVERIFY(upper.top() > pointY + 2 && upper.bottom() < inkBox(painted(point), isBlue).top());
+
+        // At the left edge both texts stay whole.
+        point.setMargins(-1, 119, -1, 0);
+        QCOMPARE(inkBox(painted(point, 0), isRed).size(), upper.size());
+        QCOMPARE(inkBox(painted(point, 0), isBlue).size(), lower.size());
+
+        first.setValue(QVariant());
+        QCOMPARE(inkBox(painted(point), isBlue).top(), upper.top());
+    }
+
+    void pictogramStandsAtTheLowerEdge()
+    {
+        OrnData labels;
+        labels.setValue(QVariantList{4711});
+        GraphPointPictogramMarker point;
+        point.setLabels(&labels);
+        point.setPenColor(Qt::blue);
+        point.setLabelColor(Qt::red);
+        point.setLineWidth(2);
+        point.setMargins(pointY, 119 - pointX, 119 - pointY, pointX);
+        const QImage image = painted(point);
+        const QFontMetrics metrics = textMetrics();
+        const QRect text = inkBox(image, isRed);
+        QVERIFY(qAbs(text.bottom() + 1 - (119 - metrics.height() - 2 - 2)) <= 1);
+        QVERIFY(qAbs(text.center().x() - pointX) <= 1);
+        const QRect frame = inkBox(image);
+        QVERIFY(qAbs(frame.width() - (metrics.horizontalAdvance("4711") + 4 + 2)) <= 1);
+        QVERIFY(qAbs(frame.height() - (metrics.height() + 4 + 2)) <= 1);
+        QVERIFY(frame.contains(text, true));
+
+        point.setPointIndex(1);
+        QVERIFY(inkBox(painted(point)).isEmpty());
+    }
+
+    void extremeNumbers()
+    {
+        OrnData labels;
+        labels.setValue("text");
+        for (int number : {std::numeric_limits<int>::min(), -1, 0, std::numeric_limits<int>::max()}) {
+            for (const PointPointer &point : allPoints()) {
+                writeProperties(point.get(), QObject::staticMetaObject,
+                                {number, QVariant::fromValue(&labels)});
+                point->setLineWidth(number);
+                point->setMargins(number, number, number, number);
+                point->setPointIndex(number);
+                painted(*point);
+            }
+        }
+    }
+};
 
 QTEST_MAIN(tst_points)
 #include "tst_points.moc"
