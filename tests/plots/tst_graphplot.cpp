@@ -4,41 +4,299 @@
 #include "data/PlotSeries.h"
 #include "plots/GraphPlot.h"
 
-#include <cmath>
-#include <limits>
-
-namespace {
-
-using Rows = QPair<int, int>;
-const double notANumber = std::nan("");
-const double inf = std::numeric_limits<double>::infinity();
-
-} // namespace
-
 class tst_graphplot : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
+    // 101 x 101 pixels; x 0..100 unless a test says otherwise, y -50..50: a value v stands in row 50 - v.
+    void init()
+    {
+        m_document = std::make_unique<QmlDocument>(R"(
+            Item {
+                ValueAxis { id: horizontal; maxValue: 100; maxVisible: 100 }
+                ValueAxis {
+                    id: vertical; alignment: Qt.AlignLeft
+                    minValue: -50; maxValue: 50; minVisible: -50; maxVisible: 50
+                }
+                PlotSeries { id: series; axisX: horizontal; axisY: vertical }
+                PlotPoints { id: points; axisX: horizontal; axisY: vertical }
+                GraphPlot {
+                    id: plot; width: 101; height: 101
+                    plotData: series; penColor: "red"; minLineWidth: 1
+                }
+            })");
+    }
 
-    void denseStyles_data();
-    void denseStyles();
-    void sparseStyles_data();
-    void sparseStyles();
-    void gapsStayGaps_data();
-    void gapsStayGaps();
-    void strokeWidthFollowsSpacing_data();
-    void strokeWidthFollowsSpacing();
-    void segmentsAreNotConnected();
-    void scatteredPoints();
-    void clicksFindPoints();
-    void selectionDoesNotRepaintForEver();
-    void drawsNothing_data();
-    void drawsNothing();
-    void framebufferShift();
-    void intermittentFlagIsSilent();
+    void cleanup() { m_document.reset(); }
+
+    void denseStyles_data()
+    {
+        QTest::addColumn<int>("style");
+        QTest::addColumn<Rows>("opaque");
+        QTest::addColumn<Rows>("translucent");
+        // A column that holds 20, 30 and 40 in a trace that is 10 elsewhere: rows 30 to 10 above 40.
+        QTest::newRow("fill") << int(GraphPlot::FillPlot) << Rows(10, 39) << Rows(40, 49);
+        QTest::newRow("line") << int(GraphPlot::LinePlot) << Rows(10, 39) << nothing;
+        QTest::newRow("maximum") << int(GraphPlot::MaxLinePlot) << Rows(10, 39) << nothing;
+        QTest::newRow("minimum") << int(GraphPlot::MinLinePlot) << Rows(30, 39) << nothing;
+        QTest::newRow("bars") << int(GraphPlot::BarPlot) << Rows(30, 49) << Rows(10, 29);
+    }
+
+    void denseStyles()
+    {
+        QFETCH(int, style);
+        QVector<double> y(301, 10.0);
+        y[150] = 20;
+        y[151] = 40;
+        y[152] = 30;
+        series()->setXInterval(1.0 / 3);
+        series()->setYData(y);
+        plot()->setProperty("plotStyle", style);
+        const QImage image = painted(plot());
+
+        Rows opaque(-1, -1), translucent(-1, -1);
+        for (int row = 0; row < image.height(); ++row) {
+            const int alpha = qAlpha(image.pixel(50, row));
+            if (alpha == 0)
+                continue;
+            Rows &rows = alpha == 255 ? opaque : translucent;
+            rows = Rows(rows.first == -1 ? row : rows.first, row);
+        }
+        QTEST(opaque, "opaque");
+        QTEST(translucent, "translucent");
+    }
+
+    void sparseStyles_data()
+    {
+        QTest::addColumn<int>("style");
+        QTest::addColumn<Rows>("middle");
+        QTest::addColumn<Rows>("corner");
+        // Samples at 0, 50 and 100 with 0, 40, 0; the line passes y = 20 half way.
+        QTest::newRow("fill") << int(GraphPlot::FillPlot) << Rows(10, 50) << Rows(30, 50);
+        QTest::newRow("line") << int(GraphPlot::LinePlot) << Rows(10, 11) << Rows(30, 31);
+        QTest::newRow("bars") << int(GraphPlot::BarPlot) << Rows(10, 49) << nothing;
+        QTest::newRow("no such style") << 77 << nothing << nothing;
+    }
+
+    void sparseStyles()
+    {
+        QFETCH(int, style);
+        QFETCH(Rows, middle);
+        QFETCH(Rows, corner);
+        series()->setXInterval(50);
+        series()->setYData({0, 40, 0});
+        plot()->setMaxLineWidth(1);
+        plot()->setProperty("plotStyle", style);
+        const QImage image = painted(plot());
+        QVERIFY(isClose(paintedRows(image, 50), middle));
+        QVERIFY(isClose(paintedRows(image, 25), corner));
+    }
+
+    void gapsStayGaps_data()
+    {
+        QTest::addColumn<int>("style");
+        QTest::addColumn<int>("samplesPerColumn");
+        QTest::addColumn<double>("missing");
+        for (const double missing : {qQNaN(), qInf(), -qInf()}) {
+            for (const int dense : {0, 1, 4}) {
+                for (int style = GraphPlot::FillPlot; style <= GraphPlot::BarPlot; ++style)
+                    QTest::addRow("style %d, %d a column, %g", style, dense, missing)
+                        << style << dense << missing;
+            }
+        }
+    }
+
+    void gapsStayGaps()
+    {
+        QFETCH(int, style);
+        QFETCH(int, samplesPerColumn);
+        QFETCH(double, missing);
+        // The trace lies at y = 20, far from the baseline, and misses x 40..60.
+        const double interval = samplesPerColumn > 0 ? 1.0 / samplesPerColumn : 10.0;
+        QVector<double> y(int(100 / interval) + 1, 20.0);
+        for (int i = 0; i < y.size(); ++i) {
+            if (i * interval >= 40 && i * interval <= 60)
+                y[i] = missing;
+        }
+        series()->setXInterval(interval);
+        series()->setYData(y);
+        plot()->setMaxLineWidth(1);
+        plot()->setProperty("plotStyle", style);
+        const QImage image = painted(plot());
+        for (int column = 41; column <= 59; ++column)
+            QCOMPARE(paintedRows(image, column), nothing);
+        // Beside the gap the trace stands where it is, without a spike.
+        for (const int column : {20, 80})
+            QCOMPARE(paintedRows(image, column).first / 2, 30 / 2);
+        const bool area = style == GraphPlot::FillPlot || style == GraphPlot::BarPlot;
+        if (!area && samplesPerColumn > 0) {
+            for (const int column : {39, 61})
+                QVERIFY(paintedRows(image, column).second <= 31);
+        }
+    }
+
+    void strokeWidthFollowsSpacing_data()
+    {
+        QTest::addColumn<int>("samples");
+        QTest::addColumn<double>("interval");
+        QTest::addColumn<int>("width");
+        QTest::newRow("ten pixels a sample") << 11 << 10.0 << 10;
+        QTest::newRow("wider than the limit") << 3 << 50.0 << 16;
+        QTest::newRow("one sample") << 1 << 1.0 << 16;
+        QTest::newRow("one sample a pixel") << 101 << 1.0 << 1;
+    }
+
+    void strokeWidthFollowsSpacing()
+    {
+        QFETCH(int, samples);
+        QFETCH(double, interval);
+        series()->setXFirstValue(samples == 1 ? 50 : 0);
+        series()->setXInterval(interval);
+        // A single bar tells the width of the stroke.
+        QVector<double> bars(samples, 0.0);
+        bars[samples / 2] = 20;
+        series()->setYData(bars);
+        const QImage image = painted(plot());
+        int painted = 0;
+        for (int column = 0; column < image.width(); ++column)
+            painted += qAlpha(image.pixel(column, 40)) != 0;
+        QTEST(painted, "width");
+    }
+
+    void segmentsAreNotConnected()
+    {
+        auto *points = m_document->object<PlotPoints>("points");
+        points->setXData({0, 30, 60, 100});
+        points->setYData({10, 10, 10, 10});
+        points->setUsePointsAsSegments(true);
+        plot()->setPlotData(points);
+        plot()->setPlotStyle(GraphPlot::LinePlot);
+        plot()->setMaxLineWidth(1);
+        const QImage image = painted(plot());
+        QCOMPARE(paintedRows(image, 15), Rows(40, 40));
+        QCOMPARE(paintedRows(image, 45), nothing);
+        QCOMPARE(paintedRows(image, 80), Rows(40, 40));
+    }
+
+    void scatteredPoints()
+    {
+        series()->setXInterval(25);
+        series()->setYData({10, 0, 30, qQNaN(), 10});
+        plot()->setPlotStyle(GraphPlot::ScatterPlot);
+        plot()->setMaxLineWidth(4);
+        // Without a decoration: one warning for each dot drawn. The sample on the baseline and the missing
+        // one have none.
+        for (int i = 0; i < 3; ++i)
+            QTest::ignoreMessage(QtWarningMsg, "Graph Point is null");
+        QImage image = painted(plot());
+        QVERIFY(qAlpha(image.pixel(50, 20)) != 0);
+        QCOMPARE(paintedRows(image, 25), nothing);
+        QCOMPARE(paintedRows(image, 75), nothing);
+
+        plot()->setPlotBaseline(true);
+        QmlDocument decoration("GraphPointCircle { pointSize: 3 }");
+        plot()->setGraphPoint(qobject_cast<GraphPoint *>(decoration.root()));
+        image = painted(plot());
+        QVERIFY(paintedRows(image, 25).first != -1);
+        // A decoration that goes away is no danger to the next paint.
+        decoration.destroyRoot();
+        QVERIFY(!plot()->graphPoint());
+        plot()->setPlotStyle(GraphPlot::LinePlot);
+        painted(plot());
+    }
+
+    void clicksFindPoints()
+    {
+        series()->setXInterval(25);
+        series()->setYData({10, 0, 30, 20, 10});
+        QCoreApplication::processEvents();
+        QCOMPARE(plot()->checkClickPosition(50, 20, 5), -1); // only in the scattered style
+        plot()->setPlotStyle(GraphPlot::ScatterPlot);
+        QCOMPARE(plot()->checkClickPosition(52, 17, 5), 2);
+        QCOMPARE(plot()->checkClickPosition(52, 26, 5), -1);
+        // Zoomed to x 50..100, clicks count from the start of the data: 100 pixels lie left of the view.
+        m_document->object("horizontal")->setProperty("minVisible", 50.0);
+        QCOMPARE(plot()->checkClickPosition(100, 20, 5), 2);
+        QCOMPARE(plot()->checkClickPosition(150, 30, 5), 3);
+    }
+
+    void selectionDoesNotRepaintForEver()
+    {
+        series()->setYData({10, 20});
+        series()->setXInterval(50);
+        plot()->setPlotStyle(GraphPlot::ScatterPlot);
+        QmlDocument decoration("GraphPointDot {}");
+        auto *point = qobject_cast<GraphPoint *>(decoration.root());
+        plot()->setGraphPoint(point);
+        plot()->setSelectedPoint(1);
+        QSignalSpy spy(point, SIGNAL(pointChanged()));
+        painted(plot());
+        QCOMPARE(spy.count(), 0);
+        QVERIFY(point->isSelected());
+        point->setPointSize(9);
+        QCOMPARE(spy.count(), 1);
+    }
+
+    void drawsNothing_data()
+    {
+        QTest::addColumn<QVector<double>>("y");
+        QTest::addColumn<QSizeF>("size");
+        QTest::addColumn<double>("maxVisible");
+        const QVector<double> y(300, 20);
+        QTest::newRow("no samples") << QVector<double>() << QSizeF(101, 101) << 100.0;
+        QTest::newRow("only NaN") << QVector<double>(300, qQNaN()) << QSizeF(101, 101) << 100.0;
+        QTest::newRow("one infinite sample") << QVector<double>{qInf()} << QSizeF(101, 101) << 100.0;
+        QTest::newRow("zero width") << y << QSizeF(0, 101) << 100.0;
+        QTest::newRow("one pixel") << y << QSizeF(1, 1) << 100.0;
+        QTest::newRow("zero visible range") << y << QSizeF(101, 101) << 0.0;
+        QTest::newRow("visible range NaN") << y << QSizeF(101, 101) << qQNaN();
+        QTest::newRow("visible range infinite") << y << QSizeF(101, 101) << qInf();
+    }
+
+    void drawsNothing()
+    {
+        QFETCH(QVector<double>, y);
+        QFETCH(QSizeF, size);
+        QFETCH(double, maxVisible);
+        series()->setYData(y);
+        plot()->setSize(size);
+        m_document->object("horizontal")->setProperty("maxVisible", maxVisible);
+        for (int style = GraphPlot::FillPlot; style <= GraphPlot::ScatterPlot; ++style) {
+            plot()->setProperty("plotStyle", style);
+            const QImage image = painted(plot());
+            for (int column = 0; column < image.width(); ++column)
+                QCOMPARE(paintedRows(image, column), nothing);
+        }
+    }
+
+    void framebufferShift()
+    {
+        series()->setXInterval(50);
+        series()->setYData({0, 20, 0});
+        QCoreApplication::processEvents();
+        QCOMPARE(plot()->renderTarget(), QQuickPaintedItem::FramebufferObject);
+        const auto draw = [this](QPainter *painter) { plot()->paint(painter); };
+        const QImage shifted = picture(draw, QSize(101, 101), Qt::transparent);
+        QCOMPARE(painted(plot()).copy(0, 0, 100, 100), shifted.copy(1, 1, 100, 100));
+    }
+
+    void intermittentFlagIsSilent()
+    {
+        QSignalSpy spy(plot(), SIGNAL(useIntermittentPlotChanged(bool)));
+        plot()->setProperty("useIntermittentPlot", false);
+        QVERIFY(!plot()->useIntermittentPlot());
+        QCOMPARE(spy.count(), 0);
+        // A hundred samples each at x 20 and x 80: the columns between them repeat the first hundred.
+        auto *points = m_document->object<PlotPoints>("points");
+        points->setXData(QVector<double>(100, 20.0) + QVector<double>(100, 80.0));
+        points->setYData(QVector<double>(200, 10.0));
+        plot()->setPlotData(points);
+        plot()->setPlotStyle(GraphPlot::MaxLinePlot);
+        QCOMPARE(paintedRows(painted(plot()), 50), Rows(40, 40));
+        plot()->setUseIntermittentPlot(true);
+        QCOMPARE(paintedRows(painted(plot()), 50), nothing);
+    }
 
 private:
     GraphPlot *plot() const { return m_document->object<GraphPlot>("plot"); }
@@ -46,306 +304,6 @@ private:
 
     std::unique_ptr<QmlDocument> m_document;
 };
-
-// 101 x 101 pixels; x 0..100 unless a test says otherwise, y -50..50: a value v stands in row 50 - v.
-void tst_graphplot::init()
-{
-    m_document = std::make_unique<QmlDocument>(R"(
-        Item {
-            property alias plot: plot
-            property alias points: points
-            property alias series: series
-            property alias axisX: horizontal
-            property alias axisY: vertical
-            ValueAxis { id: horizontal; maxValue: 100; maxVisible: 100 }
-            ValueAxis {
-                id: vertical; alignment: Qt.AlignLeft
-                minValue: -50; maxValue: 50; minVisible: -50; maxVisible: 50
-            }
-            PlotSeries { id: series; axisX: horizontal; axisY: vertical }
-            PlotPoints { id: points; axisX: horizontal; axisY: vertical }
-            GraphPlot { id: plot; width: 101; height: 101; plotData: series; penColor: "red"; minLineWidth: 1 }
-        })");
-}
-
-void tst_graphplot::cleanup()
-{
-    m_document.reset();
-}
-
-void tst_graphplot::denseStyles_data()
-{
-    QTest::addColumn<int>("style");
-    QTest::addColumn<Rows>("opaque");
-    QTest::addColumn<Rows>("translucent");
-    // A column that holds 20, 30 and 40 in a trace that is 10 elsewhere: rows 30 to 10 above 40.
-    QTest::newRow("fill") << int(GraphPlot::FillPlot) << Rows(10, 39) << Rows(40, 49);
-    QTest::newRow("line") << int(GraphPlot::LinePlot) << Rows(10, 39) << Rows(-1, -1);
-    QTest::newRow("maximum") << int(GraphPlot::MaxLinePlot) << Rows(10, 39) << Rows(-1, -1);
-    QTest::newRow("minimum") << int(GraphPlot::MinLinePlot) << Rows(30, 39) << Rows(-1, -1);
-    QTest::newRow("bars") << int(GraphPlot::BarPlot) << Rows(30, 49) << Rows(10, 29);
-}
-
-void tst_graphplot::denseStyles()
-{
-    QFETCH(int, style);
-    QVector<double> y(301, 10.0);
-    y[150] = 20;
-    y[151] = 40;
-    y[152] = 30;
-    series()->setXInterval(1.0 / 3);
-    series()->setYData(y);
-    plot()->setProperty("plotStyle", style);
-    const QImage image = painted(plot());
-
-    Rows opaque(-1, -1), translucent(-1, -1);
-    for (int row = 0; row < image.height(); ++row) {
-        const int alpha = qAlpha(image.pixel(50, row));
-        if (alpha == 0)
-            continue;
-        Rows &rows = alpha == 255 ? opaque : translucent;
-        rows = Rows(rows.first == -1 ? row : rows.first, row);
-    }
-    QTEST(opaque, "opaque");
-    QTEST(translucent, "translucent");
-}
-
-void tst_graphplot::sparseStyles_data()
-{
-    QTest::addColumn<int>("style");
-    QTest::addColumn<Rows>("middle");
-    QTest::addColumn<Rows>("corner");
-    // Samples at 0, 50 and 100 with 0, 40, 0; the line passes y = 20 half way, where the area below is translucent.
-    QTest::newRow("fill") << int(GraphPlot::FillPlot) << Rows(10, 50) << Rows(30, 50);
-    QTest::newRow("line") << int(GraphPlot::LinePlot) << Rows(10, 11) << Rows(30, 31);
-    QTest::newRow("bars") << int(GraphPlot::BarPlot) << Rows(10, 49) << Rows(-1, -1);
-    QTest::newRow("no such style") << 77 << Rows(-1, -1) << Rows(-1, -1);
-}
-
-void tst_graphplot::sparseStyles()
-{
-    QFETCH(int, style);
-    QFETCH(Rows, middle);
-    QFETCH(Rows, corner);
-    series()->setXInterval(50);
-    series()->setYData({0, 40, 0});
-    plot()->setMaxLineWidth(1);
-    plot()->setProperty("plotStyle", style);
-    const QImage image = painted(plot());
-    const auto near = [](const Rows &actual, const Rows &expected) {
-        return qAbs(actual.first - expected.first) <= 1 && qAbs(actual.second - expected.second) <= 1;
-    };
-    QVERIFY2(near(paintedRows(image, 50), middle), qPrintable(QString::number(paintedRows(image, 50).second)));
-    QVERIFY2(near(paintedRows(image, 25), corner), qPrintable(QString::number(paintedRows(image, 25).second)));
-}
-
-void tst_graphplot::gapsStayGaps_data()
-{
-    QTest::addColumn<int>("style");
-    QTest::addColumn<int>("samplesPerColumn");
-    QTest::addColumn<double>("missing");
-    for (const double missing : {notANumber, inf, -inf}) {
-        for (const int dense : {0, 1, 4}) {
-            for (int style = GraphPlot::FillPlot; style <= GraphPlot::BarPlot; ++style)
-                QTest::addRow("style %d, %d a column, %g", style, dense, missing) << style << dense << missing;
-        }
-    }
-}
-
-void tst_graphplot::gapsStayGaps()
-{
-    QFETCH(int, style);
-    QFETCH(int, samplesPerColumn);
-    QFETCH(double, missing);
-    // The trace lies at y = 20, far from the baseline, and misses x 40..60.
-    const double interval = samplesPerColumn > 0 ? 1.0 / samplesPerColumn : 10.0;
-    QVector<double> y(int(100 / interval) + 1, 20.0);
-    for (int i = 0; i < y.size(); ++i) {
-        if (i * interval >= 40 && i * interval <= 60)
-            y[i] = missing;
-    }
-    series()->setXInterval(interval);
-    series()->setYData(y);
-    plot()->setMaxLineWidth(1);
-    plot()->setProperty("plotStyle", style);
-    const QImage image = painted(plot());
-    for (int column = 41; column <= 59; ++column)
-        QCOMPARE(paintedRows(image, column), Rows(-1, -1));
-    // Beside the gap the trace stands where it is, without a spike.
-    for (const int column : {20, 80})
-        QCOMPARE(paintedRows(image, column).first / 2, 30 / 2);
-    const bool area = style == GraphPlot::FillPlot || style == GraphPlot::BarPlot;
-    if (!area && samplesPerColumn > 0) {
-        for (const int column : {39, 61})
-            QVERIFY(paintedRows(image, column).second <= 31);
-    }
-}
-
-void tst_graphplot::strokeWidthFollowsSpacing_data()
-{
-    QTest::addColumn<QVector<double>>("y");
-    QTest::addColumn<double>("interval");
-    QTest::addColumn<int>("width");
-    QTest::newRow("ten pixels a sample") << QVector<double>(11, 20) << 10.0 << 10;
-    QTest::newRow("wider than the limit") << QVector<double>{20, 20, 20} << 50.0 << 16;
-    QTest::newRow("one sample") << QVector<double>{20} << 1.0 << 16;
-    QTest::newRow("one sample a pixel") << QVector<double>(101, 20) << 1.0 << 1;
-}
-
-void tst_graphplot::strokeWidthFollowsSpacing()
-{
-    QFETCH(QVector<double>, y);
-    QFETCH(double, interval);
-    series()->setXFirstValue(y.size() == 1 ? 50 : 0);
-    series()->setXInterval(interval);
-    series()->setYData(y);
-    // A single bar tells the width of the stroke.
-    QVector<double> bars(y.size(), 0.0);
-    bars[bars.size() / 2] = 20;
-    series()->setYData(bars);
-    const QImage image = painted(plot());
-    int painted = 0;
-    for (int column = 0; column < image.width(); ++column)
-        painted += qAlpha(image.pixel(column, 40)) != 0;
-    QTEST(painted, "width");
-}
-
-void tst_graphplot::segmentsAreNotConnected()
-{
-    auto *points = m_document->object<PlotPoints>("points");
-    points->setXData({0, 30, 60, 100});
-    points->setYData({10, 10, 10, 10});
-    points->setUsePointsAsSegments(true);
-    plot()->setPlotData(points);
-    plot()->setPlotStyle(GraphPlot::LinePlot);
-    plot()->setMaxLineWidth(1);
-    const QImage image = painted(plot());
-    QCOMPARE(paintedRows(image, 15), Rows(40, 40));
-    QCOMPARE(paintedRows(image, 45), Rows(-1, -1));
-    QCOMPARE(paintedRows(image, 80), Rows(40, 40));
-}
-
-void tst_graphplot::scatteredPoints()
-{
-    series()->setXInterval(25);
-    series()->setYData({10, 0, 30, notANumber, 10});
-    plot()->setPlotStyle(GraphPlot::ScatterPlot);
-    plot()->setMaxLineWidth(4);
-    // Without a decoration: one warning for each dot drawn. The sample on the baseline and the missing one have none.
-    for (int i = 0; i < 3; ++i)
-        QTest::ignoreMessage(QtWarningMsg, "Graph Point is null");
-    QImage image = painted(plot());
-    QVERIFY(qAlpha(image.pixel(50, 20)) != 0);
-    QCOMPARE(paintedRows(image, 25), Rows(-1, -1));
-    QCOMPARE(paintedRows(image, 75), Rows(-1, -1));
-
-    plot()->setPlotBaseline(true);
-    QmlDocument decoration("GraphPointCircle { pointSize: 3 }");
-    plot()->setGraphPoint(qobject_cast<GraphPoint *>(decoration.root()));
-    image = painted(plot());
-    QVERIFY(paintedRows(image, 25).first != -1);
-    // A decoration that goes away is no danger to the next paint.
-    decoration.destroyRoot();
-    QVERIFY(!plot()->graphPoint());
-    plot()->setPlotStyle(GraphPlot::LinePlot);
-    painted(plot());
-}
-
-void tst_graphplot::clicksFindPoints()
-{
-    series()->setXInterval(25);
-    series()->setYData({10, 0, 30, 20, 10});
-    QCoreApplication::processEvents();
-    QCOMPARE(plot()->checkClickPosition(50, 20, 5), -1); // only in the scattered style
-    plot()->setPlotStyle(GraphPlot::ScatterPlot);
-    QCOMPARE(plot()->checkClickPosition(52, 17, 5), 2);
-    QCOMPARE(plot()->checkClickPosition(52, 26, 5), -1);
-    // Zoomed to x 50..100 the click is counted from the start of the data: 100 pixels lie left of the view.
-    m_document->object("axisX")->setProperty("minVisible", 50.0);
-    QCOMPARE(plot()->checkClickPosition(100, 20, 5), 2);
-    QCOMPARE(plot()->checkClickPosition(150, 30, 5), 3);
-}
-
-void tst_graphplot::selectionDoesNotRepaintForEver()
-{
-    series()->setYData({10, 20});
-    series()->setXInterval(50);
-    plot()->setPlotStyle(GraphPlot::ScatterPlot);
-    QmlDocument decoration("GraphPointDot {}");
-    auto *point = qobject_cast<GraphPoint *>(decoration.root());
-    plot()->setGraphPoint(point);
-    plot()->setSelectedPoint(1);
-    QSignalSpy spy(point, SIGNAL(pointChanged()));
-    painted(plot());
-    QCOMPARE(spy.count(), 0);
-    QVERIFY(point->isSelected());
-    point->setPointSize(9);
-    QCOMPARE(spy.count(), 1);
-}
-
-void tst_graphplot::drawsNothing_data()
-{
-    QTest::addColumn<QVector<double>>("y");
-    QTest::addColumn<QSizeF>("size");
-    QTest::addColumn<double>("maxVisible");
-    const QVector<double> y(300, 20);
-    QTest::newRow("no samples") << QVector<double>() << QSizeF(101, 101) << 100.0;
-    QTest::newRow("only NaN") << QVector<double>(300, notANumber) << QSizeF(101, 101) << 100.0;
-    QTest::newRow("one infinite sample") << QVector<double>{inf} << QSizeF(101, 101) << 100.0;
-    QTest::newRow("zero width") << y << QSizeF(0, 101) << 100.0;
-    QTest::newRow("one pixel") << y << QSizeF(1, 1) << 100.0;
-    QTest::newRow("zero visible range") << y << QSizeF(101, 101) << 0.0;
-    QTest::newRow("visible range NaN") << y << QSizeF(101, 101) << notANumber;
-    QTest::newRow("visible range infinite") << y << QSizeF(101, 101) << inf;
-}
-
-void tst_graphplot::drawsNothing()
-{
-    QFETCH(QVector<double>, y);
-    QFETCH(QSizeF, size);
-    QFETCH(double, maxVisible);
-    series()->setYData(y);
-    plot()->setSize(size);
-    m_document->object("axisX")->setProperty("maxVisible", maxVisible);
-    for (int style = GraphPlot::FillPlot; style <= GraphPlot::ScatterPlot; ++style) {
-        plot()->setProperty("plotStyle", style);
-        const QImage image = painted(plot());
-        for (int column = 0; column < image.width(); ++column)
-            QCOMPARE(paintedRows(image, column), Rows(-1, -1));
-    }
-}
-
-void tst_graphplot::framebufferShift()
-{
-    series()->setXInterval(50);
-    series()->setYData({0, 20, 0});
-    QCoreApplication::processEvents();
-    QCOMPARE(plot()->renderTarget(), QQuickPaintedItem::FramebufferObject);
-    QImage shifted(101, 101, QImage::Format_ARGB32_Premultiplied);
-    shifted.fill(Qt::transparent);
-    {
-        QPainter painter(&shifted);
-        plot()->paint(&painter);
-    }
-    QCOMPARE(painted(plot()).copy(0, 0, 100, 100), shifted.copy(1, 1, 100, 100));
-}
-
-void tst_graphplot::intermittentFlagIsSilent()
-{
-    QSignalSpy spy(plot(), SIGNAL(useIntermittentPlotChanged(bool)));
-    plot()->setProperty("useIntermittentPlot", false);
-    QVERIFY(!plot()->useIntermittentPlot());
-    QCOMPARE(spy.count(), 0);
-    // A hundred samples each at x 20 and x 80: the columns between them repeat the first hundred.
-    auto *points = m_document->object<PlotPoints>("points");
-    points->setXData(QVector<double>(100, 20.0) + QVector<double>(100, 80.0));
-    points->setYData(QVector<double>(200, 10.0));
-    plot()->setPlotData(points);
-    plot()->setPlotStyle(GraphPlot::MaxLinePlot);
-    QCOMPARE(paintedRows(painted(plot()), 50), Rows(40, 40));
-    plot()->setUseIntermittentPlot(true);
-    QCOMPARE(paintedRows(painted(plot()), 50), Rows(-1, -1));
-}
 
 QTEST_MAIN(tst_graphplot)
 #include "tst_graphplot.moc"

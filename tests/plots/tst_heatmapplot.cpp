@@ -43,15 +43,119 @@ class tst_heatmapplot : public QObject
     Q_OBJECT
 
 private slots:
-    void init();
+    // One pixel per MHz and per tenth of a level.
+    void init()
+    {
+        m_directory = std::make_unique<QTemporaryDir>();
+        m_document = std::make_unique<QmlDocument>(R"(
+            Item {
+                ValueAxis { id: horizontal; maxValue: 60; maxVisible: 60 }
+                ValueAxis { id: vertical; alignment: Qt.AlignLeft; minVisible: 3; maxVisible: 6 }
+                HeatmapPlot { id: plot; width: 61; height: 31; axisX: horizontal; axisY: vertical }
+            })");
+        plot()->setDataDirectory(m_directory->path());
+    }
+
     void cleanup() { m_document.reset(); }
 
-    void mapIsShown();
-    void unitsAndOffset();
-    void filesThatGiveNothing();
-    void filesAreDeleted();
-    void badCodeEndsThePaint();
-    void restart();
+    void mapIsShown()
+    {
+        QSignalSpy spy(plot(), SIGNAL(dataFilePathChanged()));
+        const StandardOutput output;
+        plot()->setProperty("dataFilePath", write("a.heatmap"));
+        QCOMPARE(cell(), 0xff00a8e6);
+        const QRegularExpression lines(
+            "^\\d+ ms to parse the heat map data\n\\d+ ms to display the heat map data\n$");
+        QVERIFY2(lines.match(output.text()).hasMatch(), qPrintable(output.text()));
+        // The same path is read again.
+        plot()->setProperty("dataFilePath", write("a.heatmap", mapBytes(QByteArray("\0\1\2\3\4\5", 6))));
+        QCOMPARE(spy.count(), 2);
+        QCOMPARE(cell(), 0xff00e6e6);
+        QCOMPARE(painted(plot()).pixel(10, 10), 0u);
+        QCOMPARE(painted(plot()).pixel(30, 20), 0xff2f8000);
+
+        plot()->setProperty("enabled", false);
+        QVERIFY(!plot()->property("enabled").toBool() &&
+                plot()->isEnabled()); // the map's own, not the item's
+        QCOMPARE(cell(), 0u);
+    }
+
+    void unitsAndOffset()
+    {
+        plot()->setDataFilePath(write("a.heatmap"));
+        const auto showsAt = [&](double level) {
+            m_document->object("vertical")->setProperty("maxVisible", level + 1);
+            m_document->object("vertical")->setProperty("minVisible", level - 2);
+            return cell() == 0xff00a8e6;
+        };
+        plot()->setProperty("units", "dbuv"); // only the upper case is a unit
+        QVERIFY(showsAt(5));
+        plot()->setProperty("units", "DBUV");
+        QVERIFY(showsAt(65));
+        plot()->setProperty("units", "DBM");
+        plot()->setProperty("offset", 100);
+        QVERIFY(showsAt(105 - 48.75));
+    }
+
+    void filesThatGiveNothing()
+    {
+        plot()->setDataFilePath(write("a.heatmap"));
+        const auto isParsed = [&](const QString &path) {
+            const StandardOutput output;
+            plot()->setDataFilePath(path);
+            return output.text().contains("parse");
+        };
+        QVERIFY(!isParsed(write("empty.heatmap", {})));
+        QVERIFY(QFile::exists(m_directory->filePath("empty.heatmap")));
+        QVERIFY(isParsed(m_directory->filePath("none.heatmap")));
+        QVERIFY(!QFile::exists(m_directory->filePath("none.heatmap")));
+        QVERIFY(isParsed(m_directory->path()));
+        QVERIFY(isParsed(QString()));
+        QCOMPARE(cell(), 0xff00a8e6); // the map stays
+    }
+
+    void filesAreDeleted()
+    {
+        write("older.heatmap");
+        const QString path = write("a.heatmap");
+        QFile newer(write("newer.heatmap"));
+        QVERIFY(newer.open(QIODevice::ReadWrite));
+        QVERIFY(
+            newer.setFileTime(QDateTime::currentDateTime().addSecs(9), QFileDevice::FileModificationTime));
+        plot()->setDataFilePath(path);
+        QCOMPARE(QDir(m_directory->path()).entryList(QDir::Files), QStringList("newer.heatmap"));
+        // Only in that directory, wherever the file that is read lies.
+        plot()->setDataDirectory(m_directory->filePath("elsewhere"));
+        plot()->setDataFilePath(newer.fileName());
+        QVERIFY(newer.exists());
+    }
+
+    void badCodeEndsThePaint()
+    {
+        plot()->setDataFilePath(write("a.heatmap", mapBytes("\1\2\3\4\5\x09")));
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression("^Heat map - vector::.*9.*8"));
+        const StandardOutput output;
+        QCOMPARE(cell(), 0u);
+        QCOMPARE(output.text(), QString());
+    }
+
+    void restart()
+    {
+        plot()->setDataFilePath(write("a.heatmap"));
+        QSignalSpy spy(plot(), SIGNAL(testPointStateChanged()));
+        plot()->setProperty("testPointState", 1);
+        QCOMPARE(cell(), 0xff00a8e6);
+        plot()->setProperty("testPointState", 2);
+        QCOMPARE(cell(), 0u);
+        QCOMPARE(spy.count(), 0);
+        auto *timer = plot()->findChild<QTimer *>();
+        QTRY_VERIFY(
+            !timer->isActive()); // runs out once after construction; afterwards each paint starts it anew
+        QCOMPARE(cell(), 0u);
+        QVERIFY(timer->isActive() && timer->interval() == 200);
+        plot()->setDataFilePath(write("a.heatmap"));
+        QCOMPARE(cell(), 0xff00a8e6);
+    }
 
 private:
     HeatmapPlot *plot() const { return m_document->object<HeatmapPlot>("plot"); }
@@ -67,117 +171,6 @@ private:
     std::unique_ptr<QTemporaryDir> m_directory;
     std::unique_ptr<QmlDocument> m_document;
 };
-
-// One pixel per MHz and per tenth of a level.
-void tst_heatmapplot::init()
-{
-    m_directory = std::make_unique<QTemporaryDir>();
-    m_document = std::make_unique<QmlDocument>(R"(
-        Item {
-            property alias plot: plot
-            property alias axisY: vertical
-            ValueAxis { id: horizontal; maxValue: 60; maxVisible: 60 }
-            ValueAxis { id: vertical; alignment: Qt.AlignLeft; minValue: 3; maxValue: 6; minVisible: 3; maxVisible: 6 }
-            HeatmapPlot { id: plot; width: 61; height: 31; axisX: horizontal; axisY: vertical }
-        })");
-    plot()->setDataDirectory(m_directory->path());
-}
-
-void tst_heatmapplot::mapIsShown()
-{
-    QSignalSpy spy(plot(), SIGNAL(dataFilePathChanged()));
-    const StandardOutput output;
-    plot()->setProperty("dataFilePath", write("a.heatmap"));
-    QCOMPARE(cell(), 0xff00a8e6);
-    const QRegularExpression lines(
-        "^\\d+ ms to parse the heat map data\n\\d+ ms to display the heat map data\n$");
-    QVERIFY2(lines.match(output.text()).hasMatch(), qPrintable(output.text()));
-    // The same path is read again.
-    plot()->setProperty("dataFilePath", write("a.heatmap", mapBytes(QByteArray("\0\1\2\3\4\5", 6))));
-    QCOMPARE(spy.count(), 2);
-    QCOMPARE(cell(), 0xff00e6e6);
-    QCOMPARE(painted(plot()).pixel(10, 10), 0u);
-    QCOMPARE(painted(plot()).pixel(30, 20), 0xff2f8000);
-
-    plot()->setProperty("enabled", false);
-    QVERIFY(!plot()->property("enabled").toBool() && plot()->isEnabled()); // the map's own, not the item's
-    QCOMPARE(cell(), 0u);
-}
-
-void tst_heatmapplot::unitsAndOffset()
-{
-    plot()->setDataFilePath(write("a.heatmap"));
-    const auto showsAt = [&](double level) {
-        m_document->object("axisY")->setProperty("maxVisible", level + 1);
-        m_document->object("axisY")->setProperty("minVisible", level - 2);
-        return cell() == 0xff00a8e6;
-    };
-    plot()->setProperty("units", "dbuv"); // only the upper case is a unit
-    QVERIFY(showsAt(5));
-    plot()->setProperty("units", "DBUV");
-    QVERIFY(showsAt(65));
-    plot()->setProperty("units", "DBM");
-    plot()->setProperty("offset", 100);
-    QVERIFY(showsAt(105 - 48.75));
-}
-
-void tst_heatmapplot::filesThatGiveNothing()
-{
-    plot()->setDataFilePath(write("a.heatmap"));
-    const auto isParsed = [&](const QString &path) {
-        const StandardOutput output;
-        plot()->setDataFilePath(path);
-        return output.text().contains("parse");
-    };
-    QVERIFY(!isParsed(write("empty.heatmap", {})));
-    QVERIFY(QFile::exists(m_directory->filePath("empty.heatmap")));
-    QVERIFY(isParsed(m_directory->filePath("none.heatmap")));
-    QVERIFY(!QFile::exists(m_directory->filePath("none.heatmap")));
-    QVERIFY(isParsed(m_directory->path()));
-    QVERIFY(isParsed(QString()));
-    QCOMPARE(cell(), 0xff00a8e6); // the map stays
-}
-
-void tst_heatmapplot::filesAreDeleted()
-{
-    write("older.heatmap");
-    const QString path = write("a.heatmap");
-    QFile newer(write("newer.heatmap"));
-    QVERIFY(newer.open(QIODevice::ReadWrite));
-    QVERIFY(newer.setFileTime(QDateTime::currentDateTime().addSecs(9), QFileDevice::FileModificationTime));
-    plot()->setDataFilePath(path);
-    QCOMPARE(QDir(m_directory->path()).entryList(QDir::Files), QStringList("newer.heatmap"));
-    // Only in that directory, wherever the file that is read lies.
-    plot()->setDataDirectory(m_directory->filePath("elsewhere"));
-    plot()->setDataFilePath(newer.fileName());
-    QVERIFY(newer.exists());
-}
-
-void tst_heatmapplot::badCodeEndsThePaint()
-{
-    plot()->setDataFilePath(write("a.heatmap", mapBytes("\1\2\3\4\5\x09")));
-    QTest::ignoreMessage(QtWarningMsg, QRegularExpression("^Heat map - vector::.*9.*8"));
-    const StandardOutput output;
-    QCOMPARE(cell(), 0u);
-    QCOMPARE(output.text(), QString());
-}
-
-void tst_heatmapplot::restart()
-{
-    plot()->setDataFilePath(write("a.heatmap"));
-    QSignalSpy spy(plot(), SIGNAL(testPointStateChanged()));
-    plot()->setProperty("testPointState", 1);
-    QCOMPARE(cell(), 0xff00a8e6);
-    plot()->setProperty("testPointState", 2);
-    QCOMPARE(cell(), 0u);
-    QCOMPARE(spy.count(), 0);
-    auto *timer = plot()->findChild<QTimer *>();
-    QTRY_VERIFY(!timer->isActive()); // runs out once after construction; afterwards each paint starts it anew
-    QCOMPARE(cell(), 0u);
-    QVERIFY(timer->isActive() && timer->interval() == 200);
-    plot()->setDataFilePath(write("a.heatmap"));
-    QCOMPARE(cell(), 0xff00a8e6);
-}
 
 QTEST_MAIN(tst_heatmapplot)
 #include "tst_heatmapplot.moc"

@@ -2,8 +2,6 @@
 
 #include <QtTest>
 
-#include <cmath>
-#include <limits>
 #include <random>
 
 using graph::Heatmap;
@@ -12,7 +10,6 @@ using graph::PixelMapping;
 namespace {
 
 const std::vector<unsigned int> colors{0, 11, 22, 33, 44, 55, 66, 77};
-const double notANumber = std::nan("");
 
 using Pixels = std::vector<unsigned int>;
 
@@ -68,82 +65,78 @@ class tst_heatmapraster : public QObject
     Q_OBJECT
 
 private slots:
-    void equalsPlainRaster();
-    void cellsMeetHalfWay();
-    void nothingToDraw();
-    void codesWithoutColor();
-};
+    void equalsPlainRaster()
+    {
+        std::mt19937 random(11);
+        const auto uniform = [&](double low, double high) {
+            return std::uniform_real_distribution<>(low, high)(random);
+        };
+        for (int round = 0; round < 1500; ++round) {
+            Heatmap map;
+            map.columnCount = std::uint16_t(uniform(1, round % 3 ? 300 : 9));
+            map.rowCount = std::uint16_t(uniform(1, round % 5 ? 90 : 5));
+            map.rowStep = uniform(-1, 3);
+            unsigned int frequency = unsigned(uniform(0, 1e8));
+            for (int c = 0; c < map.columnCount; ++c)
+                map.columnFrequencies.push_back(
+                    frequency += unsigned(uniform(0, 1) < 0.1 ? uniform(0, 5e7) : uniform(0, 1e6)));
+            if (round % 7 == 0)
+                std::reverse(map.columnFrequencies.begin(), map.columnFrequencies.end());
+            map.cells.resize(std::size_t(map.columnCount * map.rowCount * (round % 4 ? 1.0 : uniform(0, 1))));
+            std::generate(map.cells.begin(), map.cells.end(),
+                          [&] { return random() % 3 ? 0 : random() % 8; });
 
-void tst_heatmapraster::equalsPlainRaster()
-{
-    std::mt19937 random(11);
-    const auto uniform = [&](double low, double high) {
-        return std::uniform_real_distribution<>(low, high)(random);
-    };
-    for (int round = 0; round < 1500; ++round) {
-        Heatmap map;
-        map.columnCount = std::uint16_t(uniform(1, round % 3 ? 300 : 9));
-        map.rowCount = std::uint16_t(uniform(1, round % 5 ? 90 : 5));
-        map.rowStep = uniform(-1, 3);
-        unsigned int frequency = unsigned(uniform(0, 1e8));
-        for (int c = 0; c < map.columnCount; ++c)
-            map.columnFrequencies.push_back(
-                frequency += unsigned(uniform(0, 1) < 0.1 ? uniform(0, 5e7) : uniform(0, 1e6)));
-        if (round % 7 == 0)
-            std::reverse(map.columnFrequencies.begin(), map.columnFrequencies.end());
-        map.cells.resize(std::size_t(map.columnCount * map.rowCount * (round % 4 ? 1.0 : uniform(0, 1))));
-        std::generate(map.cells.begin(), map.cells.end(), [&] { return random() % 3 ? 0 : random() % 8; });
-
-        const QSizeF size(int(uniform(2, 120)), int(uniform(2, 90)) + 0.5 * (round % 2));
-        const double rangeX = uniform(0.1, 300) * (round % 11 ? 1 : -1);
-        const PixelMapping mapping(map.columnFrequencies.front() / 1e6 + uniform(-50, 50), uniform(-10, 60),
-                                   rangeX, uniform(0.5, 150), size);
-        const double top = uniform(-10, 60);
-        if (raster(map, top, mapping, 80, 60) != plainRaster(map, top, mapping, 80, 60))
-            QFAIL(qPrintable(QStringLiteral("differs in round %1").arg(round)));
+            const QSizeF size(int(uniform(2, 120)), int(uniform(2, 90)) + 0.5 * (round % 2));
+            const double rangeX = uniform(0.1, 300) * (round % 11 ? 1 : -1);
+            const PixelMapping mapping(map.columnFrequencies.front() / 1e6 + uniform(-50, 50),
+                                       uniform(-10, 60), rangeX, uniform(0.5, 150), size);
+            const double top = uniform(-10, 60);
+            if (raster(map, top, mapping, 80, 60) != plainRaster(map, top, mapping, 80, 60))
+                QFAIL(qPrintable(QStringLiteral("differs in round %1").arg(round)));
+        }
     }
-}
 
-void tst_heatmapraster::cellsMeetHalfWay()
-{
-    // Columns at 10, 20 and 40 MHz, rows at 5 and 4; 1 MHz and 0.1 of a level per pixel.
-    const Heatmap map{3, 2, 0, 1, {10000000, 20000000, 40000000}, {1, 2, 3, 4, 5, 6}};
-    const Pixels pixels = raster(map, 5.0, PixelMapping(0, 6, 60, 3, QSizeF(61, 31)), 61, 31);
-    const auto at = [&](int x, int y) { return pixels[std::size_t(y * 61 + x)]; };
-    for (int x = 0; x < 61; ++x)
-        QCOMPARE(at(x, 10), x < 5 || x >= 50 ? 0u : x < 15 ? 11u : x < 30 ? 22u : 33u);
-    for (int y = 0; y < 31; ++y)
-        QCOMPARE(at(20, y), y < 5 || y >= 25 ? 0u : y < 15 ? 22u : 55u);
-    // A lone column has no width, and is seen at the very edge.
-    const Heatmap lone{1, 1, 0, 1, {10000000}, {3}};
-    QCOMPARE(raster(lone, 5.0, PixelMapping(10, 6, 60, 3, QSizeF(61, 31)), 61, 31)[10 * 61], 33u);
-}
+    void cellsMeetHalfWay()
+    {
+        // Columns at 10, 20 and 40 MHz, rows at 5 and 4; 1 MHz and 0.1 of a level per pixel.
+        const Heatmap map{3, 2, 0, 1, {10000000, 20000000, 40000000}, {1, 2, 3, 4, 5, 6}};
+        const Pixels pixels = raster(map, 5.0, PixelMapping(0, 6, 60, 3, QSizeF(61, 31)), 61, 31);
+        const auto at = [&](int x, int y) { return pixels[std::size_t(y * 61 + x)]; };
+        for (int x = 0; x < 61; ++x)
+            QCOMPARE(at(x, 10), x < 5 || x >= 50 ? 0u : x < 15 ? 11u : x < 30 ? 22u : 33u);
+        for (int y = 0; y < 31; ++y)
+            QCOMPARE(at(20, y), y < 5 || y >= 25 ? 0u : y < 15 ? 22u : 55u);
+        // A lone column has no width, and is seen at the very edge.
+        const Heatmap lone{1, 1, 0, 1, {10000000}, {3}};
+        QCOMPARE(raster(lone, 5.0, PixelMapping(10, 6, 60, 3, QSizeF(61, 31)), 61, 31)[10 * 61], 33u);
+    }
 
-void tst_heatmapraster::nothingToDraw()
-{
-    const double inf = std::numeric_limits<double>::infinity();
-    const auto draws = [](double topLevel, double rowStep, double rangeX, double width) {
-        const Heatmap map{2, 2, 0, rowStep, {1000000, 2000000}, {1, 2, 3, 4}};
-        return raster(map, topLevel, PixelMapping(1, 6, rangeX, 3, QSizeF(width, 20)), 20, 20) != Pixels(400);
-    };
-    QVERIFY(draws(5, 1, 10, 20));
-    for (const double level : {notANumber, inf, -inf, 1e300})
-        QVERIFY(!draws(level, 1, 10, 20));
-    QVERIFY(!draws(5, notANumber, 10, 20));
-    for (const double range : {0.0, inf, notANumber})
-        QVERIFY(!draws(5, 1, range, 20));
-    for (const double width : {0.0, 1.0, notANumber})
-        QVERIFY(!draws(5, 1, 10, width));
-}
+    void nothingToDraw()
+    {
+        const auto draws = [](double topLevel, double rowStep, double rangeX, double width) {
+            const Heatmap map{2, 2, 0, rowStep, {1000000, 2000000}, {1, 2, 3, 4}};
+            return raster(map, topLevel, PixelMapping(1, 6, rangeX, 3, QSizeF(width, 20)), 20, 20) !=
+                   Pixels(400);
+        };
+        QVERIFY(draws(5, 1, 10, 20));
+        for (const double level : {qQNaN(), qInf(), -qInf(), 1e300})
+            QVERIFY(!draws(level, 1, 10, 20));
+        QVERIFY(!draws(5, qQNaN(), 10, 20));
+        for (const double range : {0.0, qInf(), qQNaN()})
+            QVERIFY(!draws(5, 1, range, 20));
+        for (const double width : {0.0, 1.0, qQNaN()})
+            QVERIFY(!draws(5, 1, 10, width));
+    }
 
-void tst_heatmapraster::codesWithoutColor()
-{
-    const PixelMapping mapping(0, 6, 10, 3, QSizeF(20, 20));
-    Heatmap map{2, 1, 0, 1, {5000000, 50000000}, {1, 8}};
-    QCOMPARE(raster(map, 5.0, mapping, 20, 20)[5 * 20 + 5], 11u); // the column of code 8 is not in view
-    map.cells = {8, 1};
-    QVERIFY_EXCEPTION_THROWN(raster(map, 5.0, mapping, 20, 20), std::out_of_range);
-}
+    void codesWithoutColor()
+    {
+        const PixelMapping mapping(0, 6, 10, 3, QSizeF(20, 20));
+        Heatmap map{2, 1, 0, 1, {5000000, 50000000}, {1, 8}};
+        QCOMPARE(raster(map, 5.0, mapping, 20, 20)[5 * 20 + 5], 11u); // the column of code 8 is not in view
+        map.cells = {8, 1};
+        QVERIFY_EXCEPTION_THROWN(raster(map, 5.0, mapping, 20, 20), std::out_of_range);
+    }
+};
 
 QTEST_APPLESS_MAIN(tst_heatmapraster)
 #include "tst_heatmapraster.moc"
