@@ -1,8 +1,7 @@
 #include "data/DataStreams.h"
 #include "data/PlotRegions.h"
+#include "support/QmlDocument.h"
 
-#include <QQmlComponent>
-#include <QQmlEngine>
 #include <QSignalSpy>
 #include <QtTest>
 
@@ -22,143 +21,124 @@ class tst_plotregions : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void declaredInQml();
-    void editsOfManyRegionsRepaintOnce();
-    void removedRegionIsLetGo();
-    void destroyedRegionLeavesTheList();
-    void orderedByBegin();
-    void streamMakesRegions();
-};
-
-void tst_plotregions::initTestCase()
-{
-    qmlRegisterType<PlotRegion>("data_test", 1, 0, "PlotRegion");
-    qmlRegisterType<PlotRegions>("data_test", 1, 0, "PlotRegions");
-}
-
-void tst_plotregions::declaredInQml()
-{
-    QQmlEngine engine;
-    QQmlComponent component(&engine);
-    component.setData("import QtQml 2.15; import data_test 1.0\n"
-                      "PlotRegions {\n"
-                      "  PlotRegion { begin: 1; end: 2; plotStyle: PlotRegion.Rectangle }\n"
-                      "  PlotRegion { begin: 3; end: 5; value: 4 }\n"
-                      "}",
-                      QUrl());
-    QScopedPointer<QObject> object(component.create());
-    QVERIFY2(object, qPrintable(component.errorString()));
-    auto *regions = qobject_cast<PlotRegions *>(object.data());
-    QQmlListProperty<PlotRegion> list = regions->regions();
-    QCOMPARE(list.count(&list), 2);
-    QCOMPARE(list.at(&list, 0)->plotStyle(), PlotRegion::Rectangle);
-    QVERIFY(!list.at(&list, -1));
-    QVERIFY(!list.at(&list, 2));
-    QCOMPARE(regions->boundingRect(), QRectF(1, 0, 4, 4));
-}
-
-void tst_plotregions::editsOfManyRegionsRepaintOnce()
-{
-    PlotRegions regions;
-    for (int i = 0; i < 3; ++i)
-        regions.append(region(i, i + 1, 0, &regions));
-    QTest::qWait(10);
-    QSignalSpy plotChanged(&regions, SIGNAL(plotChanged()));
-    for (int i = 0; i < 3; ++i) {
-        regions.region(i)->setValue(7);
-        regions.region(i)->setColor(Qt::red);
+    void declaredInQml()
+    {
+        const QmlDocument document(R"(
+            PlotRegions {
+                PlotRegion { begin: 1; end: 2; plotStyle: PlotRegion.Rectangle }
+                PlotRegion { begin: 3; end: 5; value: 4 }
+            })");
+        auto *regions = qobject_cast<PlotRegions *>(document.root());
+        QQmlListProperty<PlotRegion> list = regions->regions();
+        QCOMPARE(list.count(&list), 2);
+        QCOMPARE(list.at(&list, 0)->plotStyle(), PlotRegion::Rectangle);
+        QVERIFY(!list.at(&list, -1));
+        QVERIFY(!list.at(&list, 2));
+        QCOMPARE(regions->boundingRect(), QRectF(1, 0, 4, 4));
     }
-    QTRY_COMPARE(plotChanged.count(), 1);
-    QTest::qWait(10);
-    QCOMPARE(plotChanged.count(), 1);
-    regions.region(0)->setPlotStyle(PlotRegion::LabelOnly);
-    QTest::qWait(10);
-    QCOMPARE(plotChanged.count(), 1);
-}
 
-void tst_plotregions::removedRegionIsLetGo()
-{
-    PlotRegions regions;
-    PlotRegion *kept = region(0, 1, 0, &regions);
-    PlotRegion *removed = region(2, 3, 0, &regions);
-    regions.append(nullptr);
-    regions.append(kept);
-    regions.append(removed);
-    QTest::qWait(10);
-    QSignalSpy plotChanged(&regions, SIGNAL(plotChanged()));
-    QSignalSpy regionsChanged(&regions, SIGNAL(regionsChanged()));
-    regions.remove(nullptr);
-    regions.remove(removed);
-    regions.remove(removed); // absent by now
-    QCOMPARE(regionsChanged.count(), 2);
-    removed->setValue(9);
-    QTest::qWait(10);
-    QCOMPARE(plotChanged.count(), 0);
-    kept->setValue(9);
-    QTRY_COMPARE(plotChanged.count(), 1);
+    void editsOfManyRegionsRepaintOnce()
+    {
+        PlotRegions regions;
+        for (int i = 0; i < 3; ++i)
+            regions.append(region(i, i + 1, 0, &regions));
+        QTest::qWait(10);
+        QSignalSpy plotChanged(&regions, SIGNAL(plotChanged()));
+        for (int i = 0; i < 3; ++i) {
+            regions.region(i)->setValue(7);
+            regions.region(i)->setColor(Qt::red);
+        }
+        QTRY_COMPARE(plotChanged.count(), 1);
+        QTest::qWait(10);
+        QCOMPARE(plotChanged.count(), 1);
+        regions.region(0)->setPlotStyle(PlotRegion::LabelOnly);
+        QTest::qWait(10);
+        QCOMPARE(plotChanged.count(), 1);
+    }
 
-    regions.clear();
-    regions.clear();
-    QTRY_COMPARE(plotChanged.count(), 2);
-    QCOMPARE(regionsChanged.count(), 3);
-    kept->setValue(3);
-    QTest::qWait(10);
-    QCOMPARE(plotChanged.count(), 2);
-}
+    void removedRegionIsLetGo()
+    {
+        PlotRegions regions;
+        PlotRegion *kept = region(0, 1, 0, &regions);
+        PlotRegion *removed = region(2, 3, 0, &regions);
+        regions.append(nullptr);
+        regions.append(kept);
+        regions.append(removed);
+        QTest::qWait(10);
+        QSignalSpy plotChanged(&regions, SIGNAL(plotChanged()));
+        QSignalSpy regionsChanged(&regions, SIGNAL(regionsChanged()));
+        regions.remove(nullptr);
+        regions.remove(removed);
+        regions.remove(removed); // absent by now
+        QCOMPARE(regionsChanged.count(), 2);
+        removed->setValue(9);
+        QTest::qWait(10);
+        QCOMPARE(plotChanged.count(), 0);
+        kept->setValue(9);
+        QTRY_COMPARE(plotChanged.count(), 1);
 
-void tst_plotregions::destroyedRegionLeavesTheList()
-{
-    for (int timesAppended : {1, 2}) {
-        for (int timesRemoved : {0, 1}) {
-            PlotRegions regions;
-            regions.append(region(5, 6, 1, &regions));
-            auto gone = std::make_unique<PlotRegion>();
-            for (int i = 0; i < timesAppended; ++i)
-                regions.append(gone.get());
-            for (int i = 0; i < timesRemoved; ++i)
-                regions.remove(gone.get());
-            gone.reset();
-            QCOMPARE(regions.size(), 1);
-            QCOMPARE(regions.samples(QRectF(0, 0, 10, 0)), QVector<QPointF>{QPointF(5, 1)});
+        regions.clear();
+        regions.clear();
+        QTRY_COMPARE(plotChanged.count(), 2);
+        QCOMPARE(regionsChanged.count(), 3);
+        kept->setValue(3);
+        QTest::qWait(10);
+        QCOMPARE(plotChanged.count(), 2);
+    }
+
+    void destroyedRegionLeavesTheList()
+    {
+        for (int timesAppended : {1, 2}) {
+            for (int timesRemoved : {0, 1}) {
+                PlotRegions regions;
+                regions.append(region(5, 6, 1, &regions));
+                auto gone = std::make_unique<PlotRegion>();
+                for (int i = 0; i < timesAppended; ++i)
+                    regions.append(gone.get());
+                for (int i = 0; i < timesRemoved; ++i)
+                    regions.remove(gone.get());
+                gone.reset();
+                QCOMPARE(regions.size(), 1);
+                QCOMPARE(regions.samples(QRectF(0, 0, 10, 0)), QVector<QPointF>{QPointF(5, 1)});
+            }
         }
     }
-}
 
-void tst_plotregions::orderedByBegin()
-{
-    PlotRegions regions;
-    for (double begin : {5.0, 1.0, 3.0})
-        regions.append(region(begin, begin + 1, begin * 10, &regions));
-    regions.region(2)->setEnd(-7); // its span is -7..3
-    QCOMPARE(regions.samples(QRectF(6, 0, -20, 0)), QVector<QPointF>({{1, 10}, {3, 30}, {5, 50}}));
-    QCOMPARE(regions.samples(QRectF(-6, 0, 2, 0)), QVector<QPointF>({{3, 30}}));
-    QVERIFY(regions.sampleSpan(qQNaN(), 5).isEmpty());
-    QCOMPARE(regions.indexOf(4.9), 2);
-    QCOMPARE(regions.indexOf(0.9), -1);
-    QCOMPARE(regions.indexOf(qQNaN()), -1);
-    regions.sort();
-    QCOMPARE(regions.sample(1), QPointF(3, 30));
-    QCOMPARE(regions.last(), QPointF(5, 50));
-}
+    void orderedByBegin()
+    {
+        PlotRegions regions;
+        for (double begin : {5.0, 1.0, 3.0})
+            regions.append(region(begin, begin + 1, begin * 10, &regions));
+        regions.region(2)->setEnd(-7); // its span is -7..3
+        QCOMPARE(regions.samples(QRectF(6, 0, -20, 0)), QVector<QPointF>({{1, 10}, {3, 30}, {5, 50}}));
+        QCOMPARE(regions.samples(QRectF(-6, 0, 2, 0)), QVector<QPointF>({{3, 30}}));
+        QVERIFY(regions.sampleSpan(qQNaN(), 5).isEmpty());
+        QCOMPARE(regions.indexOf(4.9), 2);
+        QCOMPARE(regions.indexOf(0.9), -1);
+        QCOMPARE(regions.indexOf(qQNaN()), -1);
+        regions.sort();
+        QCOMPARE(regions.sample(1), QPointF(3, 30));
+        QCOMPARE(regions.last(), QPointF(5, 50));
+    }
 
-void tst_plotregions::streamMakesRegions()
-{
-    PlotRegions regions;
-    regions.append(region(1, 2, 3, &regions));
-    regions.region(0)->setName("one");
-    regions.region(0)->setColor(Qt::blue);
-    const QByteArray bytes = written(regions);
-    PlotRegions copy;
-    QVERIFY(isRead(bytes, copy));
-    QVERIFY(copy == regions);
-    copy.region(0)->setName("two");
-    QVERIFY(!(copy == regions));
+    void streamMakesRegions()
+    {
+        PlotRegions regions;
+        regions.append(region(1, 2, 3, &regions));
+        regions.region(0)->setName("one");
+        regions.region(0)->setColor(Qt::blue);
+        const QByteArray bytes = written(regions);
+        PlotRegions copy;
+        QVERIFY(isRead(bytes, copy));
+        QVERIFY(copy == regions);
+        copy.region(0)->setName("two");
+        QVERIFY(!(copy == regions));
 
-    QVERIFY(!isRead(bytes.chopped(1), copy));
-    QCOMPARE(copy.region(0)->name(), QStringLiteral("two"));
-    QCOMPARE(copy.findChildren<PlotRegion *>().size(), 1);
-}
+        QVERIFY(!isRead(bytes.chopped(1), copy));
+        QCOMPARE(copy.region(0)->name(), QStringLiteral("two"));
+        QCOMPARE(copy.findChildren<PlotRegion *>().size(), 1);
+    }
+};
 
-QTEST_GUILESS_MAIN(tst_plotregions)
+QTEST_MAIN(tst_plotregions)
 #include "tst_plotregions.moc"

@@ -9,9 +9,6 @@
 
 namespace {
 
-const double notANumber = std::numeric_limits<double>::quiet_NaN();
-const double inf = std::numeric_limits<double>::infinity();
-
 struct Sample
 {
     double x;
@@ -76,7 +73,7 @@ QVector<double> randomValues(int count, QRandomGenerator &random)
 {
     QVector<double> values(count);
     for (double &value : values)
-        value = random.bounded(20) == 0 ? notANumber : random.generateDouble() * 100.0;
+        value = random.bounded(20) == 0 ? qQNaN() : random.generateDouble() * 100.0;
     return values;
 }
 
@@ -87,133 +84,125 @@ class tst_samplespan : public QObject
     Q_OBJECT
 
 private slots:
-    void seriesAgreesWithReference_data();
-    void seriesAgreesWithReference();
-    void pointsAgreeWithReference_data();
-    void pointsAgreeWithReference();
-    void degenerateInputGivesNothing();
-    void pyramidWaitsForUnchangedData();
-    void outlivesTheData();
-};
-
-void tst_samplespan::seriesAgreesWithReference_data()
-{
-    QTest::addColumn<double>("xFirst");
-    QTest::addColumn<double>("xInterval");
-    QTest::addColumn<int>("count");
-    QTest::newRow("plain") << 0.0 << 1.0 << 1000;
-    QTest::newRow("not a binary fraction") << -3.3 << 0.1 << 1000;
-    QTest::newRow("backwards") << 7.7 << -0.3 << 1000;
-    QTest::newRow("one sample") << 2.0 << 0.5 << 1;
-    QTest::newRow("many samples at one rounded x") << 1e15 << 1e-3 << 3000;
-    QTest::newRow("the same, backwards") << 1e15 << -1e-3 << 3000;
-    QTest::newRow("all at the same x") << 4.0 << 0.0 << 10;
-    QTest::newRow("long enough for a pyramid") << -5.0 << 0.001 << 40000;
-    QTest::newRow("the same, backwards") << 5.0 << -0.001 << 40000;
-}
-
-void tst_samplespan::seriesAgreesWithReference()
-{
-    QFETCH(double, xFirst);
-    QFETCH(double, xInterval);
-    QFETCH(int, count);
-    QRandomGenerator random(4);
-    PlotSeries series;
-    series.setXFirstValue(xFirst);
-    series.setXInterval(xInterval);
-    series.setYData(randomValues(count, random));
-    QCOMPARE(difference(series, -inf, inf, random), QString());
-    for (int trial = 0; trial < (count > 10000 ? 40 : 1000); ++trial) {
-        // The ends on a sample, a hair beside it, or anywhere.
-        double ends[2];
-        for (double &end : ends) {
-            const double x = series.x(random.bounded(-5, count + 5));
-            const double choices[] = {x, std::nextafter(x, inf), std::nextafter(x, -inf),
-                                      x + xInterval * random.generateDouble()};
-            end = choices[random.bounded(4)];
-        }
-        const QString found = difference(series, ends[0], ends[1], random);
-        QVERIFY2(found.isEmpty(), qPrintable(found));
-    }
-}
-
-void tst_samplespan::pointsAgreeWithReference_data()
-{
-    QTest::addColumn<bool>("sorted");
-    QTest::addColumn<int>("nanEvery");
-    QTest::newRow("ascending, some x repeated") << true << 0;
-    QTest::newRow("in any order") << false << 0;
-    QTest::newRow("in any order, some x NaN") << false << 7;
-    QTest::newRow("ascending but for NaN") << true << 5;
-    QTest::newRow("every x NaN") << true << 1;
-}
-
-void tst_samplespan::pointsAgreeWithReference()
-{
-    QFETCH(bool, sorted);
-    QFETCH(int, nanEvery);
-    QRandomGenerator random(5);
-    const int count = 20000;
-    QVector<double> x(count);
-    for (double &value : x)
-        value = random.bounded(count / 2) * 0.1;
-    if (sorted)
-        std::sort(x.begin(), x.end());
-    for (int i = 0; nanEvery > 0 && i < count; i += nanEvery)
-        x[i] = notANumber;
-    PlotPoints points;
-    points.setXData(x);
-    points.setYData(randomValues(count, random));
-    for (int trial = 0; trial < 40; ++trial) {
-        const double xMin = random.bounded(-10, count / 2) * 0.1;
-        const QString found =
-            difference(points, xMin, trial == 0 ? inf : xMin + random.bounded(600) * 0.1, random);
-        QVERIFY2(found.isEmpty(), qPrintable(found));
-    }
-}
-
-void tst_samplespan::degenerateInputGivesNothing()
-{
-    const struct
+    void seriesAgreesWithReference_data()
     {
-        double xFirst, xInterval, xMin, xMax;
-    } inputs[] = {{0, notANumber, -inf, inf}, {0, inf, -inf, inf},   {notANumber, 1, -inf, inf},
-                  {0, 1, notANumber, 2},      {0, 1, 1, notANumber}, {0, 1, 1e300, inf},
-                  {0, 1, 1.25, 1.75},         {4, 0, 5, 6}};
-    PlotSeries series;
-    series.setYData({1.0, 2.0, 3.0, 4.0});
-    for (const auto &input : inputs) {
-        series.setXFirstValue(input.xFirst);
-        series.setXInterval(input.xInterval);
-        const graph::SampleSpan span = series.sampleSpan(input.xMin, input.xMax);
-        QVERIFY(span.isEmpty() && span.toVector().isEmpty() && span.minMax(-3, 3).isEmpty());
-        QCOMPARE(span.countUpTo(5.0), 0);
-        QCOMPARE(span.last(), QPointF());
+        QTest::addColumn<double>("xFirst");
+        QTest::addColumn<double>("xInterval");
+        QTest::addColumn<int>("count");
+        QTest::newRow("plain") << 0.0 << 1.0 << 1000;
+        QTest::newRow("not a binary fraction") << -3.3 << 0.1 << 1000;
+        QTest::newRow("backwards") << 7.7 << -0.3 << 1000;
+        QTest::newRow("one sample") << 2.0 << 0.5 << 1;
+        QTest::newRow("many samples at one rounded x") << 1e15 << 1e-3 << 3000;
+        QTest::newRow("the same, backwards") << 1e15 << -1e-3 << 3000;
+        QTest::newRow("all at the same x") << 4.0 << 0.0 << 10;
+        QTest::newRow("long enough for a pyramid") << -5.0 << 0.001 << 40000;
+        QTest::newRow("the same, backwards") << 5.0 << -0.001 << 40000;
     }
-}
 
-void tst_samplespan::pyramidWaitsForUnchangedData()
-{
-    PlotSeries series;
-    for (int frame = 0; frame < 3; ++frame) {
-        series.setYData(QVector<double>(100000, frame));
-        QVERIFY(!series.sampleSpan(-inf, inf).hasPyramid());
+    void seriesAgreesWithReference()
+    {
+        QFETCH(double, xFirst);
+        QFETCH(double, xInterval);
+        QFETCH(int, count);
+        QRandomGenerator random(4);
+        PlotSeries series;
+        series.setXFirstValue(xFirst);
+        series.setXInterval(xInterval);
+        series.setYData(randomValues(count, random));
+        QCOMPARE(difference(series, -qInf(), qInf(), random), QString());
+        for (int trial = 0; trial < (count > 10000 ? 40 : 1000); ++trial) {
+            // The ends on a sample, a hair beside it, or anywhere.
+            double ends[2];
+            for (double &end : ends) {
+                const double x = series.x(random.bounded(-5, count + 5));
+                const double choices[] = {x, std::nextafter(x, qInf()), std::nextafter(x, -qInf()),
+                                          x + xInterval * random.generateDouble()};
+                end = choices[random.bounded(4)];
+            }
+            const QString found = difference(series, ends[0], ends[1], random);
+            QVERIFY2(found.isEmpty(), qPrintable(found));
+        }
     }
-    QVERIFY(series.sampleSpan(-inf, inf).hasPyramid());
-    QCOMPARE(series.sampleSpan(-inf, inf).minMax(0, 100000).max, 2.0);
-    series.fillData(1, 9.0, 9.0);
-    QCOMPARE(series.sampleSpan(-inf, inf).minMax(0, 200000).max, 9.0);
-}
 
-void tst_samplespan::outlivesTheData()
-{
-    auto series = std::make_unique<PlotSeries>();
-    series->setYData(QVector<double>(1000, 1.0));
-    const graph::SampleSpan span = series->sampleSpan(10.0, 12.0);
-    series->fillData(10, 2.0, 2.0);
-    series.reset();
-    QCOMPARE(span.toVector(), QVector<QPointF>({{10, 1}, {11, 1}, {12, 1}}));
-}
+    void pointsAgreeWithReference_data()
+    {
+        QTest::addColumn<bool>("sorted");
+        QTest::addColumn<int>("nanEvery");
+        QTest::newRow("ascending, some x repeated") << true << 0;
+        QTest::newRow("in any order") << false << 0;
+        QTest::newRow("in any order, some x NaN") << false << 7;
+        QTest::newRow("ascending but for NaN") << true << 5;
+        QTest::newRow("every x NaN") << true << 1;
+    }
+
+    void pointsAgreeWithReference()
+    {
+        QFETCH(bool, sorted);
+        QFETCH(int, nanEvery);
+        QRandomGenerator random(5);
+        const int count = 20000;
+        QVector<double> x(count);
+        for (double &value : x)
+            value = random.bounded(count / 2) * 0.1;
+        if (sorted)
+            std::sort(x.begin(), x.end());
+        for (int i = 0; nanEvery > 0 && i < count; i += nanEvery)
+            x[i] = qQNaN();
+        PlotPoints points;
+        points.setXData(x);
+        points.setYData(randomValues(count, random));
+        for (int trial = 0; trial < 40; ++trial) {
+            const double xMin = random.bounded(-10, count / 2) * 0.1;
+            const QString found =
+                difference(points, xMin, trial == 0 ? qInf() : xMin + random.bounded(600) * 0.1, random);
+            QVERIFY2(found.isEmpty(), qPrintable(found));
+        }
+    }
+
+    void degenerateInputGivesNothing()
+    {
+        const double nan = qQNaN(), inf = qInf();
+        const struct
+        {
+            double xFirst, xInterval, xMin, xMax;
+        } inputs[] = {{0, nan, -inf, inf}, {0, inf, -inf, inf}, {nan, 1, -inf, inf}, {0, 1, nan, 2},
+                      {0, 1, 1, nan},      {0, 1, 1e300, inf},  {0, 1, 1.25, 1.75},  {4, 0, 5, 6}};
+        PlotSeries series;
+        series.setYData({1.0, 2.0, 3.0, 4.0});
+        for (const auto &input : inputs) {
+            series.setXFirstValue(input.xFirst);
+            series.setXInterval(input.xInterval);
+            const graph::SampleSpan span = series.sampleSpan(input.xMin, input.xMax);
+            QVERIFY(span.isEmpty() && span.toVector().isEmpty() && span.minMax(-3, 3).isEmpty());
+            QCOMPARE(span.countUpTo(5.0), 0);
+            QCOMPARE(span.last(), QPointF());
+        }
+    }
+
+    void pyramidWaitsForUnchangedData()
+    {
+        PlotSeries series;
+        for (int frame = 0; frame < 3; ++frame) {
+            series.setYData(QVector<double>(100000, frame));
+            QVERIFY(!series.sampleSpan(-qInf(), qInf()).hasPyramid());
+        }
+        QVERIFY(series.sampleSpan(-qInf(), qInf()).hasPyramid());
+        QCOMPARE(series.sampleSpan(-qInf(), qInf()).minMax(0, 100000).max, 2.0);
+        series.fillData(1, 9.0, 9.0);
+        QCOMPARE(series.sampleSpan(-qInf(), qInf()).minMax(0, 200000).max, 9.0);
+    }
+
+    void outlivesTheData()
+    {
+        auto series = std::make_unique<PlotSeries>();
+        series->setYData(QVector<double>(1000, 1.0));
+        const graph::SampleSpan span = series->sampleSpan(10.0, 12.0);
+        series->fillData(10, 2.0, 2.0);
+        series.reset();
+        QCOMPARE(span.toVector(), QVector<QPointF>({{10, 1}, {11, 1}, {12, 1}}));
+    }
+};
 
 QTEST_GUILESS_MAIN(tst_samplespan)
 #include "tst_samplespan.moc"
