@@ -12,9 +12,6 @@
 
 namespace {
 
-const double missing = std::numeric_limits<double>::quiet_NaN();
-const double inf = std::numeric_limits<double>::infinity();
-
 QVector<PlotData *> seriesOf(GraphCursor *cursor)
 {
     QQmlListProperty<PlotData> list = cursor->series();
@@ -40,8 +37,8 @@ private slots:
         QTest::newRow("index") << QByteArray("setPosIndex") << 33.9 << 33;
         // The fraction counts the width of the item, the samples its last column.
         QTest::newRow("fraction") << QByteArray("setPosition") << 0.5 << 51;
-        QTest::newRow("no number") << QByteArray("setPosValue") << missing << 10;
-        QTest::newRow("beyond the last sample") << QByteArray("setPosValue") << inf << 100;
+        QTest::newRow("no number") << QByteArray("setPosValue") << qQNaN() << 10;
+        QTest::newRow("beyond the last sample") << QByteArray("setPosValue") << qInf() << 100;
         QTest::newRow("before the first sample") << QByteArray("setPosIndex") << -1e300 << 0;
     }
 
@@ -164,7 +161,7 @@ private slots:
         QCOMPARE(seriesOf(bench.cursor), (QVector<PlotData *>{nullptr, &other, bench.data}));
         QSignalSpy plotValues(bench.cursor, SIGNAL(plotValuesChanged()));
         bench.data->setYData(QVector<double>(101, 7.0));
-        other.setYData({missing});
+        other.setYData({qQNaN()});
         QTRY_COMPARE(bench.cursor->formattedYValues(), (QStringList{"---", "nan", "7"}));
         QCOMPARE(plotValues.count(), 2);
         // Plots that were taken away are not heard any more.
@@ -277,7 +274,7 @@ private slots:
         // The last sample takes no part in the tolerance.
         QCOMPARE(cursor.computePeakTolerance(y, 0, 4, 0.0, 100.0), 0.8);
         QCOMPARE(cursor.computePeakTolerance(y, 0, 4, 0.0, 2.0), 0.2);
-        QCOMPARE(cursor.computePeakTolerance({missing, 4, 3}, 0, 9, 0.0, 100.0), 0.1);
+        QCOMPARE(cursor.computePeakTolerance({qQNaN(), 4, 3}, 0, 9, 0.0, 100.0), 0.1);
         QCOMPARE(cursor.computePeakTolerance(y, 5, 5, 0.0, 100.0), 0.0);
         QCOMPARE(cursor.getNextPeak(true, y, 1, 99, 0.0, 100.0), 2);
         QCOMPARE(cursor.getNextPeak(true, y, -1, 4, 0.0, 100.0), -1);
@@ -305,7 +302,7 @@ private slots:
         QCOMPARE(bench.cursor->posIndex(), -7);
         QCOMPARE(bench.cursor->posValue(), -7.5);
         QCOMPARE(bench.cursor->posOnScreen(), 50);
-        bench.cursor->setPosValue(-inf);
+        bench.cursor->setPosValue(-qInf());
         QVERIFY(std::isfinite(bench.cursor->posValue()));
         // Its axis is one of the plots' y axes as well and goes on moving it when these have changed.
         bench.addPlot(nullptr);
