@@ -10,17 +10,6 @@
 
 #include <csignal>
 
-class tst_simulator : public QObject
-{
-    Q_OBJECT
-
-private slots:
-    void exitStatusAndMessages_data();
-    void exitStatusAndMessages();
-    void recordingsAreChecked();
-    void heldSweepOnTheBus();
-};
-
 namespace {
 
 struct Outcome
@@ -49,104 +38,113 @@ bool write(const QString &path, const QByteArray &text)
 
 } // namespace
 
-void tst_simulator::exitStatusAndMessages_data()
+class tst_simulator : public QObject
 {
-    QTest::addColumn<QStringList>("arguments");
-    QTest::addColumn<int>("status");
-    QTest::addColumn<QString>("message");
-    const auto row = [](const char *arguments, int status, const char *message) {
-        QTest::newRow(arguments) << QString(arguments).split(' ', Qt::SkipEmptyParts) << status << message;
-    };
-    row("", 1, "there is no session bus");
-    row("--help", 0, "--instrument <name>");
-    row("--version", 0, "simulator 0");
-    row("--instrument voltmeter", 2, "\"voltmeter\" is not one of analyzer, otdr, scope");
-    row("--samples many", 2, "--samples: \"many\"");
-    row("--samples -1", 2, "from 0 to 10000000");
-    row("--rate 0", 2, "--rate: \"0\" is not a number above 0");
-    row("--rate nan", 2, "--rate: \"nan\"");
-    row("--seed -1", 2, "--seed: \"-1\"");
-    row("--hold 1.5", 2, "--hold: \"1.5\"");
-    row("--heatmap /proc/nowhere", 2, "\"/proc/nowhere\" is not a directory");
-    row("--heatmap . --instrument scope", 2, "the analyzer is not among the instruments");
-    row("--heatmap-sweeps 0", 2, "--heatmap-sweeps: \"0\"");
-    row("--frobnicate", 2, "frobnicate");
-    row("file.csv", 2, "\"file.csv\" is not an option");
-    row("--replay /proc/nowhere", 1, "/proc/nowhere: No such file");
-    row("--check .", 1, ".: this is a directory");
-}
+    Q_OBJECT
 
-void tst_simulator::exitStatusAndMessages()
-{
-    QFETCH(QStringList, arguments);
-    QFETCH(int, status);
-    QFETCH(QString, message);
-    const Outcome outcome = outcomeOf(arguments);
-    QCOMPARE(outcome.status, status);
-    const QString text = status == 0 ? outcome.output : outcome.errors;
-    QVERIFY2(text.contains(message), qPrintable(text));
-    QCOMPARE(text.count("simulator: "), status == 0 ? 0 : 1);
-}
+private slots:
+    void exitStatusAndMessages_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::addColumn<int>("status");
+        QTest::addColumn<QString>("message");
+        const auto row = [](const char *arguments, int status, const char *message) {
+            QTest::newRow(arguments) << QString(arguments).split(' ', Qt::SkipEmptyParts) << status
+                                     << message;
+        };
+        row("", 1, "there is no session bus");
+        row("--help", 0, "--instrument <name>");
+        row("--version", 0, "simulator 0");
+        row("--instrument voltmeter", 2, "\"voltmeter\" is not one of analyzer, otdr, scope");
+        row("--samples many", 2, "--samples: \"many\"");
+        row("--samples -1", 2, "from 0 to 10000000");
+        row("--rate 0", 2, "--rate: \"0\" is not a number above 0");
+        row("--rate nan", 2, "--rate: \"nan\"");
+        row("--seed -1", 2, "--seed: \"-1\"");
+        row("--hold 1.5", 2, "--hold: \"1.5\"");
+        row("--heatmap /proc/nowhere", 2, "\"/proc/nowhere\" is not a directory");
+        row("--heatmap . --instrument scope", 2, "the analyzer is not among the instruments");
+        row("--heatmap-sweeps 0", 2, "--heatmap-sweeps: \"0\"");
+        row("--frobnicate", 2, "frobnicate");
+        row("file.csv", 2, "\"file.csv\" is not an option");
+        row("--replay /proc/nowhere", 1, "/proc/nowhere: No such file");
+        row("--check .", 1, ".: this is a directory");
+    }
 
-void tst_simulator::recordingsAreChecked()
-{
-    QTemporaryDir directory;
-    const QByteArray good = "# format: replay-csv 1\n# kind: xy\n# points: 2\n# x-unit: m\n1,5\n3,nan\n";
-    QVERIFY(write(directory.filePath("good"), good));
-    QVERIFY(write(directory.filePath("bad"), QByteArray(good).replace("nan", "x")));
-    const QString goodPath = directory.filePath("good");
-    const QString badPath = directory.filePath("bad");
+    void exitStatusAndMessages()
+    {
+        QFETCH(QStringList, arguments);
+        QFETCH(int, status);
+        QFETCH(QString, message);
+        const Outcome outcome = outcomeOf(arguments);
+        QCOMPARE(outcome.status, status);
+        const QString text = status == 0 ? outcome.output : outcome.errors;
+        QVERIFY2(text.contains(message), qPrintable(text));
+        QCOMPARE(text.count("simulator: "), status == 0 ? 0 : 1);
+    }
 
-    const Outcome both = outcomeOf({"--check", badPath, "--check", goodPath});
-    QCOMPARE(both.status, 1);
-    QCOMPARE(both.errors, "simulator: " + badPath + ":6: \"x\" in the column \"y\" is not a number\n");
-    QCOMPARE(both.output, goodPath + ": xy, 2 points, x 1 to 3 m, y 5 to 5 , 1 missing\n");
-    QCOMPARE(outcomeOf({"--check", goodPath}).status, 0);
-    // A bad recording is found out before the bus is looked for.
-    QVERIFY(outcomeOf({"--replay", badPath}).errors.contains(":6:"));
-    QCOMPARE(outcomeOf({"--replay", goodPath, "--replay", goodPath}).status, 2);
-}
+    void recordingsAreChecked()
+    {
+        QTemporaryDir directory;
+        const QByteArray good = "# format: replay-csv 1\n# kind: xy\n# points: 2\n# x-unit: m\n1,5\n3,nan\n";
+        QVERIFY(write(directory.filePath("good"), good));
+        QVERIFY(write(directory.filePath("bad"), QByteArray(good).replace("nan", "x")));
+        const QString goodPath = directory.filePath("good");
+        const QString badPath = directory.filePath("bad");
 
-void tst_simulator::heldSweepOnTheBus()
-{
-    QProcess bus;
-    bus.start("dbus-daemon", {"--session", "--nofork", "--print-address"});
-    QVERIFY2(bus.waitForReadyRead(), qPrintable(bus.errorString()));
-    qputenv("DBUS_SESSION_BUS_ADDRESS", bus.readLine().trimmed());
+        const Outcome both = outcomeOf({"--check", badPath, "--check", goodPath});
+        QCOMPARE(both.status, 1);
+        QCOMPARE(both.errors, "simulator: " + badPath + ":6: \"x\" in the column \"y\" is not a number\n");
+        QCOMPARE(both.output, goodPath + ": xy, 2 points, x 1 to 3 m, y 5 to 5 , 1 missing\n");
+        QCOMPARE(outcomeOf({"--check", goodPath}).status, 0);
+        // A bad recording is found out before the bus is looked for.
+        QVERIFY(outcomeOf({"--replay", badPath}).errors.contains(":6:"));
+        QCOMPARE(outcomeOf({"--replay", goodPath, "--replay", goodPath}).status, 2);
+    }
 
-    QProcess held;
-    held.start(SIMULATOR, {"--instrument", "analyzer", "--samples", "300", "--seed", "5", "--hold", "17"});
-    QProcess running;
-    running.start(SIMULATOR, {"--instrument", "scope", "--rate", "200"});
-    // Clients complain about services that are not there yet.
-    const auto connection = QDBusConnection::sessionBus();
-    QTRY_VERIFY(connection.interface()->isServiceRegistered("org.toskorn.analyzer"));
-    QTRY_VERIFY(connection.interface()->isServiceRegistered("org.toskorn.scope"));
-    ORNClientInterface *analyzer = ORNClientInterface::getSessionBusClient("analyzer", this);
-    ORNClientInterface *scope = ORNClientInterface::getSessionBusClient("scope", this);
-    QVERIFY(analyzer->getItem("spectrum_sweep:"));
-    QVERIFY(scope->getItem("ch2_sweep:"));
+    void heldSweepOnTheBus()
+    {
+        QProcess bus;
+        bus.start("dbus-daemon", {"--session", "--nofork", "--print-address"});
+        QVERIFY2(bus.waitForReadyRead(), qPrintable(bus.errorString()));
+        qputenv("DBUS_SESSION_BUS_ADDRESS", bus.readLine().trimmed());
 
-    QCOMPARE(analyzer->getItem("spectrum_sweep:")->getValue().toInt(), 17);
-    QCOMPARE(analyzer->getItem("spectrum_xUnits:")->getValue().toString(), QStringLiteral("Hz"));
-    QCOMPARE(analyzer->getItem("spectrum_xFirsValue:")->getValue().toDouble(), 700e6);
-    auto *levels = qobject_cast<ORNVecDoubleClientItem *>(analyzer->getItem("spectrum_yData:doubleARRAY:"));
-    QVERIFY(levels);
-    QCOMPARE(levels->vector(), simulation::SpectrumAnalyzer(300, 5, 25.0).levels(17));
-    QTRY_VERIFY(scope->getItem("ch2_sweep:")->getValue().toInt() > 20);
+        QProcess held;
+        held.start(SIMULATOR,
+                   {"--instrument", "analyzer", "--samples", "300", "--seed", "5", "--hold", "17"});
+        QProcess running;
+        running.start(SIMULATOR, {"--instrument", "scope", "--rate", "200"});
+        // Clients complain about services that are not there yet.
+        const auto connection = QDBusConnection::sessionBus();
+        QTRY_VERIFY(connection.interface()->isServiceRegistered("org.toskorn.analyzer"));
+        QTRY_VERIFY(connection.interface()->isServiceRegistered("org.toskorn.scope"));
+        ORNClientInterface *analyzer = ORNClientInterface::getSessionBusClient("analyzer", this);
+        ORNClientInterface *scope = ORNClientInterface::getSessionBusClient("scope", this);
+        QVERIFY(analyzer->getItem("spectrum_sweep:"));
+        QVERIFY(scope->getItem("ch2_sweep:"));
 
-    ::kill(pid_t(held.processId()), SIGTERM);
-    QVERIFY(held.waitForFinished());
-    QCOMPARE(held.exitStatus(), QProcess::NormalExit);
-    QCOMPARE(held.exitCode(), 0);
+        QCOMPARE(analyzer->getItem("spectrum_sweep:")->getValue().toInt(), 17);
+        QCOMPARE(analyzer->getItem("spectrum_xUnits:")->getValue().toString(), QStringLiteral("Hz"));
+        QCOMPARE(analyzer->getItem("spectrum_xFirsValue:")->getValue().toDouble(), 700e6);
+        auto *levels =
+            qobject_cast<ORNVecDoubleClientItem *>(analyzer->getItem("spectrum_yData:doubleARRAY:"));
+        QVERIFY(levels);
+        QCOMPARE(levels->vector(), simulation::SpectrumAnalyzer(300, 5, 25.0).levels(17));
+        QTRY_VERIFY(scope->getItem("ch2_sweep:")->getValue().toInt() > 20);
 
-    // The one that still runs ends with the bus.
-    bus.terminate();
-    QVERIFY(bus.waitForFinished());
-    QVERIFY(running.waitForFinished());
-    QCOMPARE(running.exitCode(), 1);
-    QVERIFY(running.readAllStandardError().contains("the session bus has gone"));
-}
+        ::kill(pid_t(held.processId()), SIGTERM);
+        QVERIFY(held.waitForFinished());
+        QCOMPARE(held.exitStatus(), QProcess::NormalExit);
+        QCOMPARE(held.exitCode(), 0);
+
+        // The one that still runs ends with the bus.
+        bus.terminate();
+        QVERIFY(bus.waitForFinished());
+        QVERIFY(running.waitForFinished());
+        QCOMPARE(running.exitCode(), 1);
+        QVERIFY(running.readAllStandardError().contains("the session bus has gone"));
+    }
+};
 
 QTEST_GUILESS_MAIN(tst_simulator)
 #include "tst_simulator.moc"
