@@ -47,9 +47,7 @@ QByteArray contents(const char *path)
 HostileChart::HostileChart(quint32 seed, bool inWindow)
     : m_values(seed, m_objects)
 {
-    QQmlComponent component(&m_engine);
-    component.setData(contents(HOSTILE_CHART), QUrl());
-    m_root.reset(created(component));
+    m_root.reset(created(contents(HOSTILE_CHART)));
     createEveryType();
     if (inWindow) {
         m_window = std::make_unique<QQuickWindow>();
@@ -74,15 +72,17 @@ HostileChart::~HostileChart()
     m_root.reset();
 }
 
-QObject *HostileChart::created(QQmlComponent &component)
+QObject *HostileChart::created(QByteArray document)
 {
+    QQmlComponent component(&m_engine);
+    component.setData(document.replace("graph_plugin", "charts"), QUrl());
     QObject *object = component.create();
     if (!object)
         qFatal("%s", qPrintable(component.errorString()));
     return object;
 }
 
-// Whatever the module offers, also what comes to be added.
+// Whatever the module offers once more, on its own: to be put into the lists and properties of the others.
 void HostileChart::createEveryType()
 {
     auto types = QRegularExpression("\"graph_plugin/(\\w+) 1\\.0\"\\](\\n\\s*isCreatable: false)?")
@@ -93,9 +93,7 @@ void HostileChart::createEveryType()
         const auto type = types.next();
         if (type.capturedLength(2) > 0)
             continue;
-        QQmlComponent component(&m_engine);
-        component.setData("import QtQuick 2.15\nimport charts 1.0\n" + type.captured(1).toUtf8() + " {}", QUrl());
-        QObject *object = created(component);
+        QObject *object = created("import charts 1.0\n" + type.captured(1).toUtf8() + " {}");
         object->setParent(m_root.get());
         if (auto *item = qobject_cast<QQuickItem *>(object)) {
             item->setParentItem(qobject_cast<QQuickItem *>(any(&QQuickItem::staticMetaObject)));
@@ -135,39 +133,33 @@ QObject *HostileChart::any(const QMetaObject *wanted)
     return object ? object : m_root ? m_root.get() : this;
 }
 
+// Does one of the things, each as often as its share of all says.
+void HostileChart::doOneOf(std::initializer_list<QPair<int, void (HostileChart::*)()>> things)
+{
+    int shares = 0;
+    for (const auto &thing : things)
+        shares += thing.first;
+    int chosen = m_values.below(shares);
+    for (const auto &thing : things) {
+        chosen -= thing.first;
+        if (chosen < 0)
+            return (this->*thing.second)();
+    }
+}
+
 void HostileChart::step()
 {
     m_interferences = 0;
-    switch (m_values.below(24)) {
-    case 0:
-        return changeList();
-    case 20:
-        return m_values.oneIn(4) ? loadHeatmap() : changeList();
-    case 21:
-    case 22:
-    case 23:
-        return runScript();
-    case 1:
-        return m_values.oneIn(8) ? destroyOne() : moveItem();
-    case 2:
-        return resizeItem();
-    case 3:
-    case 4:
-        log(nullptr, "process events");
-        return QCoreApplication::processEvents();
-    case 5:
-    case 6:
-    case 7:
-        return paintOne();
-    case 8:
-    case 9:
-    case 10:
-    case 11:
-    case 12:
-        return callMethod();
-    default:
-        return writeProperty();
-    }
+    doOneOf({{56, &HostileChart::writeProperty},
+             {40, &HostileChart::callMethod},
+             {24, &HostileChart::runScript},
+             {24, &HostileChart::paintOne},
+             {16, &HostileChart::processEvents},
+             {14, &HostileChart::changeList},
+             {8, &HostileChart::resizeItem},
+             {7, &HostileChart::moveItem},
+             {2, &HostileChart::loadHeatmap},
+             {1, &HostileChart::destroyOne}});
 }
 
 void HostileChart::interfere()
@@ -176,17 +168,16 @@ void HostileChart::interfere()
         return;
     ++m_interferences;
     log(sender(), "interfere");
-    switch (m_values.below(20)) {
-    case 0:
-        return changeList();
-    case 1:
-        return resizeItem();
-    case 2:
-    case 3:
-        return callMethod();
-    default:
-        return writeProperty();
-    }
+    doOneOf({{16, &HostileChart::writeProperty},
+             {2, &HostileChart::callMethod},
+             {1, &HostileChart::changeList},
+             {1, &HostileChart::resizeItem}});
+}
+
+void HostileChart::processEvents()
+{
+    log(nullptr, "process events");
+    QCoreApplication::processEvents();
 }
 
 void HostileChart::writeProperty()

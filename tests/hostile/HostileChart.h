@@ -31,10 +31,12 @@ public slots:
     void interfere();
 
 private:
-    QObject *created(QQmlComponent &component);
-    void createEveryType();
     void listen();
+    QObject *created(QByteArray document);
+    void createEveryType();
     QObject *any(const QMetaObject *wanted = nullptr);
+    void doOneOf(std::initializer_list<QPair<int, void (HostileChart::*)()>> things);
+    void processEvents();
     void writeProperty();
     void changeList();
     void callMethod();
