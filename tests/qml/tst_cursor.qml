@@ -66,6 +66,7 @@ Item {
             verify(view.reading.peak)
             cursor.posValue = 7
             verify(!view.reading.peak)
+            compare(cursor.findPeak(GraphCursor.PeakLeft), 5)
             verify(/^GCA\d+$/.test(view.reading.name))
             cursor.posValue = 8
             view.plot.visible = false
@@ -89,21 +90,6 @@ Item {
             compare(view.cursor.yPositions, [100, 70])
             compare([view.reading.x, view.reading.y], [160, 70])
             compare([view.marker.posOnScreen, view.marker.yPosOnScreen], [100, 40])
-        }
-
-        function test_movesByKeysAndPeaks() {
-            const cursor = createTemporaryObject(chart, root).cursor
-            cursor.setPeak()
-            compare(cursor.posIndex, 7)
-            cursor.setPeakLeft()
-            compare(cursor.posIndex, 5)
-            compare(cursor.findPeak(GraphCursor.PeakRight), 7)
-            cursor.moveRight(true)
-            cursor.moveRight(true)
-            compare(cursor.posIndex, 7)
-            cursor.posIndex = 0.9
-            cursor.moveLeft()
-            compare(cursor.posIndex, 0)
         }
 
         function test_marksDistances() {
