@@ -1,5 +1,6 @@
 #include "painters/Strokes.h"
 
+#include "common/VectorRegisters.h"
 #include "painters/OutlineFill.h"
 #include "painters/RectangleSweep.h"
 
@@ -175,6 +176,7 @@ void drawRectangles(QPainter *painter, const QVector<QRect> &rectangles, const Q
     painter->setPen(Qt::NoPen);
     painter->setBrush(brush);
     painter->drawRects(rectangles);
+    clearWideRegisters();
     painter->setBrush(before);
     painter->setPen(pen);
 }

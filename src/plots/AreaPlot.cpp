@@ -1,5 +1,6 @@
 #include "plots/AreaPlot.h"
 
+#include "common/VectorRegisters.h"
 #include "painters/Strokes.h"
 #include "plots/AreaStrokes.h"
 #include "plots/SampleDensity.h"
@@ -90,6 +91,7 @@ void AreaPlot::paint(QPainter *painter)
 {
     if (!isValid() || !m_maxData || !m_minData)
         return;
+    graph::clearWideRegisters();
     const graph::SampleSpan upper = m_maxData->sampleSpan(visibleRect());
     const graph::SampleSpan lower = m_minData->sampleSpan(visibleRect());
     const graph::PixelMapping mapping = pixelMapping();

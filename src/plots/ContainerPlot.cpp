@@ -1,5 +1,6 @@
 #include "plots/ContainerPlot.h"
 
+#include "common/VectorRegisters.h"
 #include "painters/BasePainter.h"
 
 #include <cmath>
@@ -29,6 +30,7 @@ void ContainerPlot::paint(QPainter *painter)
     };
     if (!mapping.isDrawable() || !isSinglePrecision(mapping.scaleX()) || !isSinglePrecision(mapping.scaleY()))
         return;
+    graph::clearWideRegisters();
     const QRectF visible = visibleRect();
     const float scaleX = static_cast<float>(mapping.scaleX());
     const float scaleY = static_cast<float>(mapping.scaleY());

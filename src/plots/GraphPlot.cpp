@@ -1,6 +1,7 @@
 #include "plots/GraphPlot.h"
 
 #include "common/SceneExit.h"
+#include "common/VectorRegisters.h"
 #include "data/PlotData.h"
 #include "painters/Strokes.h"
 #include "plots/ColumnEnvelope.h"
@@ -207,6 +208,7 @@ void GraphPlot::paint(QPainter *painter)
 {
     if (!isValid() || !plotData())
         return;
+    graph::clearWideRegisters();
     const graph::PixelMapping mapping = pixelMapping();
     const graph::SampleSpan samples = plotData()->sampleSpan(visibleRect());
     if (samples.isEmpty() || !mapping.isDrawable())

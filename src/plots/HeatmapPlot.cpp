@@ -1,5 +1,6 @@
 #include "plots/HeatmapPlot.h"
 
+#include "common/VectorRegisters.h"
 #include "plots/HeatmapCleanup.h"
 #include "plots/HeatmapRaster.h"
 
@@ -117,7 +118,8 @@ void HeatmapPlot::setTestPointState(int state)
     setHeatmap(std::make_shared<const graph::Heatmap>());
     {
         const std::lock_guard<std::mutex> lock(m_imageMutex);
-        std::fill(m_imageBuffer.begin(), m_imageBuffer.end(), 0);
+        graph::clearWideRegisters();
+    std::fill(m_imageBuffer.begin(), m_imageBuffer.end(), 0);
     }
     update();
 }
