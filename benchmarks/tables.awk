@@ -1,5 +1,6 @@
 # Prints tables from the results: for each contender (or unit) and number of samples the median over the rounds of the
-# median frame, with the distance of the rounds from each other in percent of it; then ratios of medians.
+# median frame, with half the distance of the rounds from each other in percent of it; then medians over the rounds of
+# the ratios in a round, in which contenders run next to each other.
 #
 # Fields: table round work name samples size pen frames cpu-median cpu-min cpu-max wall-median held peak
 BEGIN {
@@ -30,6 +31,8 @@ BEGIN {
         sizeOf[$1, ++sizeCount[$1]] = $5
     }
     value[key, ++count[key]] = $9
+    ofRound[key, $2] = $9
+    rounds = $2 > rounds ? $2 : rounds
     held[key, count[key]] = $13
     peak[key, count[key]] = $14
 }
@@ -77,28 +80,30 @@ function header(t, first,    i, line, rule) {
     print rule
 }
 
-# One line of ratios; 0 stands for a case that was not measured.
-function ratios(t, label, above, below, best,    i, k, a, b, v, key, line, any) {
+# The cost of the best of the other libraries in a round; 0 if none was measured.
+function bestOther(t, size, round,    k, key, best) {
+    for (k = 1; k <= nameCount[t]; k++) {
+        key = t SUBSEP nameOf[t, k] SUBSEP size SUBSEP round
+        if (nameOf[t, k] != "items" && nameOf[t, k] != "floor" && key in ofRound && (!best || ofRound[key] < best))
+            best = ofRound[key]
+    }
+    return best + 0
+}
+
+# One line of ratios: medians over the rounds of what was measured side by side.
+function ratios(t, label, above, below, best,    i, r, n, a, b, line, any) {
     line = "| " label " |"
     for (i = 1; i <= sizeCount[t]; i++) {
-        a = 0
-        if (best) {
-            for (k = 1; k <= nameCount[t]; k++) {
-                key = t SUBSEP nameOf[t, k] SUBSEP sizeOf[t, i]
-                if (nameOf[t, k] == "items" || nameOf[t, k] == "floor" || !count[key])
-                    continue
-                v = median(value, key)
-                if (a == 0 || v < a)
-                    a = v
-            }
-        } else {
-            key = t SUBSEP above SUBSEP sizeOf[t, i]
-            a = count[key] ? median(value, key) : 0
+        n = 0
+        for (r = 1; r <= rounds; r++) {
+            a = best ? bestOther(t, sizeOf[t, i], r) : ofRound[t, above, sizeOf[t, i], r]
+            b = ofRound[t, below, sizeOf[t, i], r]
+            if (a > 0 && b > 0)
+                quotient["ratio", ++n] = a / b
         }
-        key = t SUBSEP below SUBSEP sizeOf[t, i]
-        b = count[key] ? median(value, key) : 0
-        any = any || (a > 0 && b > 0)
-        line = line (a > 0 && b > 0 ? sprintf(" **%.2f** |", a / b) : " - |")
+        count["ratio"] = n
+        any = any || n
+        line = line (n ? sprintf(" **%.2f** |", median(quotient, "ratio")) : " - |")
     }
     if (any)
         print line
