@@ -19,6 +19,9 @@ namespace {
 // Shorter paths cost the engine little, and it has rules of its own for some of them.
 constexpr int fewPoints = 16;
 
+// Pixels of pen width up to which it is worth to look for rows that lines share.
+constexpr int widestShared = 32;
+
 // In pixels. Outlines that reach farther are clipped by the engine before it fills them, each in a way of its
 // own.
 constexpr double nearPicture = 1 << 14;
@@ -224,7 +227,7 @@ void drawUprightLines(QPainter *painter, const QVector<QLine> &lines)
     const int width = painter->pen().width();
     const bool isOpaque = brush.isOpaque() && painter->opacity() == 1.0 &&
                           painter->compositionMode() == QPainter::CompositionMode_SourceOver;
-    const bool mayShare = isOpaque || areDisjoint(lines, width);
+    const bool mayShare = width <= widestShared && (isOpaque || areDisjoint(lines, width));
     const std::vector<Rows> rows = rowsOf(lines, width);
     drawRectangles(painter,
                    mayShare ? sharedRectangles(lines, rows, width) : separateRectangles(lines, rows, width),

@@ -49,7 +49,7 @@ void tst_strokes::uprightLines()
             line = areUpward ? QLine(x, qMax(y, end), x, qMin(y, end)) : QLine(x, y, x, end);
         }
         QPen pen(randomColor(oneIn(2) ? 255 : whole(0, 255)));
-        pen.setWidth(whole(0, oneIn(10) ? 17 : 5));
+        pen.setWidth(whole(0, oneIn(10) ? 40 : 5));
         pen.setCapStyle(oneIn(20) ? Qt::SquareCap : Qt::FlatCap);
         const QPoint shift = oneIn(2) ? QPoint(1, 1) : QPoint();
         const double fraction = oneIn(10) ? 0.5 : 0.0;
