@@ -637,9 +637,9 @@ void ValueAxis::handleMovingChanged()
 void ValueAxis::emitAxisChanged()
 {
     m_texts = {};
-    if (m_axisChangedTimer != 0)
-        killTimer(m_axisChangedTimer);
-    m_axisChangedTimer = startTimer(0, Qt::CoarseTimer);
+    // A pending timer is kept: one that is started again at every change would wait for as long as they come.
+    if (m_axisChangedTimer == 0)
+        m_axisChangedTimer = startTimer(0, Qt::CoarseTimer);
 }
 
 void ValueAxis::timerEvent(QTimerEvent *event)

@@ -120,8 +120,9 @@ graph::SampleSpan PlotData::sampleSpan(const QRectF &rect) const
 /*!
     \qmlproperty string PlotData::dbusAddress
     Where the data comes from: the name of a bus client, a comma and the prefix of its item names. Each
-    property follows the item of its name, as far as the bus has one. An address without a comma is ignored, and so
-    is, with a line in the log, a service that does not answer. Default: empty. A change is not announced.
+    property follows the item of its name, as far as the bus has one. A comma alone lets go of all items; the properties
+    keep their last values. An address without a comma, the empty text included, is ignored, and so is, with a line in
+    the log, a service that does not answer. Default: empty. A change is not announced.
 */
 void PlotData::setDbusAddress(const QString &address)
 {
@@ -399,9 +400,9 @@ QString PlotData::formattedYValueByPosIndex(int posIndex) const
 */
 void PlotData::emitPlotChanged()
 {
-    if (m_plotChangedTimer != 0)
-        killTimer(m_plotChangedTimer);
-    m_plotChangedTimer = startTimer(0, Qt::CoarseTimer);
+    // A pending timer is kept: one that is started again at every change would wait for as long as they come.
+    if (m_plotChangedTimer == 0)
+        m_plotChangedTimer = startTimer(0, Qt::CoarseTimer);
 }
 
 void PlotData::timerEvent(QTimerEvent *event)

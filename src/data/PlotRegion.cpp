@@ -121,9 +121,9 @@ bool PlotRegion::overlaps(double xMin, double xMax) const
 */
 void PlotRegion::emitRegionChanged()
 {
-    if (m_regionChangedTimer != 0)
-        killTimer(m_regionChangedTimer);
-    m_regionChangedTimer = startTimer(0, Qt::CoarseTimer);
+    // A pending timer is kept: one that is started again at every change would wait for as long as they come.
+    if (m_regionChangedTimer == 0)
+        m_regionChangedTimer = startTimer(0, Qt::CoarseTimer);
 }
 
 void PlotRegion::timerEvent(QTimerEvent *event)

@@ -264,7 +264,8 @@ graph::Curve IntegralPainter::curve() const
 
 void IntegralPainter::recompute()
 {
-    m_valueTimer.start(0, this);
+    if (!m_valueTimer.isActive()) // else data that changes in every pass would postpone it for ever
+        m_valueTimer.start(0, this);
 }
 
 void IntegralPainter::fillLines(QPainter *painter, const graph::Curve &curve, const Frame &frame) const
