@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <vector>
 
 namespace {
 
@@ -42,6 +43,57 @@ bool beginsEarlier(const PlotRegion *a, const PlotRegion *b)
 {
     // NaN after all numbers, so that the order is one.
     return a->begin() < b->begin() || (std::isnan(b->begin()) && !std::isnan(a->begin()));
+}
+
+struct RegionValues
+{
+    bool valid = false;
+    double begin = 0.0;
+    double end = 0.0;
+    double value = 0.0;
+    QString name;
+    QColor color;
+    qint32 style = 0;
+};
+
+// False for components far outside the visible colours, which overflow when the colour is painted.
+bool isPaintable(const QColor &color)
+{
+    constexpr double limit = 8.0;
+    if (color.spec() != QColor::ExtendedRgb)
+        return true;
+    return qAbs(color.redF()) <= limit && qAbs(color.greenF()) <= limit && qAbs(color.blueF()) <= limit &&
+           qAbs(color.alphaF()) <= limit;
+}
+
+// Qt takes any number for the kind of a colour; one that is no kind makes every later use of it undefined.
+QColor readColor(QDataStream &stream)
+{
+    constexpr int length = 11; // the kind, and five numbers of two bytes
+    char bytes[length];
+    if (stream.readRawData(bytes, length) != length) {
+        stream.setStatus(QDataStream::ReadPastEnd);
+        return QColor();
+    }
+    QColor color;
+    if (uchar(bytes[0]) <= QColor::ExtendedRgb) {
+        QDataStream checked(QByteArray::fromRawData(bytes, length));
+        checked.setByteOrder(stream.byteOrder());
+        checked >> color;
+        if (isPaintable(color))
+            return color;
+    }
+    stream.setStatus(QDataStream::ReadCorruptData);
+    return QColor();
+}
+
+RegionValues readRegion(QDataStream &stream)
+{
+    RegionValues region;
+    stream >> region.valid >> region.begin >> region.end >> region.value >> region.name;
+    region.color = readColor(stream);
+    stream >> region.style;
+    return region;
 }
 
 } // namespace
@@ -242,29 +294,22 @@ void PlotRegions::read(QDataStream &stream)
     stream >> count;
     if (count < 0)
         stream.setStatus(QDataStream::ReadCorruptData);
-    QVector<PlotRegion *> read;
-    for (qint32 i = 0; i < count && stream.status() == QDataStream::Ok; ++i) {
-        bool valid = false;
-        double begin = 0.0, end = 0.0, value = 0.0;
-        QString name;
-        QColor color;
-        qint32 style = 0;
-        stream >> valid >> begin >> end >> value >> name >> color >> style;
-        auto *region = new PlotRegion(this);
-        region->setValid(valid);
-        region->setBegin(begin);
-        region->setEnd(end);
-        region->setValue(value);
-        region->setName(name);
-        region->setColor(color);
-        region->setPlotStyle(PlotRegion::PlotStyle(style));
-        read.append(region);
-    }
-    if (stream.status() != QDataStream::Ok) {
-        qDeleteAll(read);
+    // As plain values first: an object takes many times the bytes that it has in the stream.
+    std::vector<RegionValues> regions;
+    for (qint32 i = 0; i < count && stream.status() == QDataStream::Ok; ++i)
+        regions.push_back(readRegion(stream));
+    if (stream.status() != QDataStream::Ok)
         return;
-    }
     clear();
-    for (PlotRegion *region : qAsConst(read))
+    for (const RegionValues &values : regions) {
+        auto *region = new PlotRegion(this);
+        region->setValid(values.valid);
+        region->setBegin(values.begin);
+        region->setEnd(values.end);
+        region->setValue(values.value);
+        region->setName(values.name);
+        region->setColor(values.color);
+        region->setPlotStyle(PlotRegion::PlotStyle(values.style));
         append(region);
+    }
 }

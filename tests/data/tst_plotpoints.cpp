@@ -118,6 +118,9 @@ private slots:
         PlotBands copy;
         QVERIFY(isRead(written(bands), copy));
         QVERIFY(copy.names(everything) == bands.names(everything));
+        bands.append({1, 0}, "last");
+        QVERIFY(!isRead(written(bands).chopped(1), copy));
+        QCOMPARE(copy.size(), 4);
 
         bands.resize(1);
         bands.setXData({3, 4});

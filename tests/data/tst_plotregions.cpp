@@ -134,9 +134,23 @@ private slots:
         copy.region(0)->setName("two");
         QVERIFY(!(copy == regions));
 
-        QVERIFY(!isRead(bytes.chopped(1), copy));
-        QCOMPARE(copy.region(0)->name(), QStringLiteral("two"));
-        QCOMPARE(copy.findChildren<PlotRegion *>().size(), 1);
+        const int nameLength = 29, colorKind = nameLength + 4 + 2 * 3;
+        const QList<QPair<int, QByteArray>> damages{{0, "ffffffff"},
+                                                    {0, "00000002"},
+                                                    {0, "7fffffff"},
+                                                    {nameLength, "7ffffffe"},
+                                                    {colorKind, "06"},
+                                                    {colorKind, "ff"},
+                                                    {colorKind, "053c0000007c000000"}, // infinitely green
+                                                    {bytes.size() - 1, ""}};
+        for (const auto &damage : damages) {
+            const QByteArray wrong = QByteArray::fromHex(damage.second);
+            QByteArray broken = bytes;
+            broken.replace(damage.first, qMax(1, wrong.size()), wrong);
+            QVERIFY2(!isRead(broken, copy), damage.second);
+            QCOMPARE(copy.region(0)->name(), QStringLiteral("two"));
+            QCOMPARE(copy.findChildren<PlotRegion *>().size(), 1);
+        }
     }
 };
 
