@@ -26,7 +26,8 @@ bool BusBinding::setAddress(const QString &address)
     const QStringList fields = address.split(QLatin1Char(','));
     m_address = address;
     m_prefix = fields.at(1);
-    ORNClientInterface *client = ORNClientInterface::getSessionBusClient(fields.at(0), m_follower);
+    ORNClientInterface *client =
+        fields.at(0).isEmpty() ? nullptr : ORNClientInterface::getSessionBusClient(fields.at(0), m_follower);
     if (m_client && m_client != client)
         m_client->disconnect(m_follower);
     m_client = client;

@@ -16,7 +16,8 @@ private slots:
         const QMap<QString, QVariant> values{
             {"xLabel", "Distance"}, {"yLabel", "Level"}, {"xSigDigs", 6},       {"ySigDigs", 5},
             {"xPrecision", 1},      {"yPrecision", 3},   {"xRangeBegin", -1.5}, {"yRangeBegin", -60.0},
-            {"xRangeEnd", 20.0},    {"yRangeEnd", 5.0},  {"label", "A"}};
+            {"xRangeEnd", 20.0},    {"yRangeEnd", 5.0},  {"xUnits", "Hz"},     {"yUnits", "dB"},
+            {"label", "A"}};
         BusPublisher bus("allkeys");
         QVector<double> trace(1000, 1.0);
         for (auto value = values.begin(); value != values.end(); ++value)
@@ -78,6 +79,22 @@ private slots:
         series.setDbusAddress("clientonly");
         QCOMPARE(series.dbusAddress(), QString());
         QCOMPARE(series.label(), QString());
+    }
+
+    void lonelyCommaUnbinds()
+    {
+        BusPublisher bus("unbound");
+        bus.setValue("t_label:", "kept");
+        bus.setVector("t_yData:doubleARRAY:", {1});
+        PlotSeries series;
+        series.setDbusAddress("unbound,t");
+        series.setDbusAddress(QString());
+        series.setDbusAddress(",");
+        bus.setValue("t_label:", "lost");
+        bus.setVector("t_yData:doubleARRAY:", {2});
+        QCOMPARE(series.dbusAddress(), QStringLiteral(","));
+        QCOMPARE(series.label(), QStringLiteral("kept"));
+        QCOMPARE(series.yData(), QVector<double>{1});
     }
 
     void rebindingLetsGoOfFormerItems()
