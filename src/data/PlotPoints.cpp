@@ -196,7 +196,8 @@ void PlotPoints::sort()
     \qmlproperty list<real> PlotPoints::xData
     \qmlproperty list<real> PlotPoints::yData
     The coordinates of the points, read and written as a whole. A list of another length changes the number of
-    points; the other coordinate of new points is 0. Default: empty.
+    points; the other coordinate of new points is 0. NaN, undefined and a text that is no number leave a gap in y;
+    points without an x are not drawn. Default: empty.
 */
 QVector<double> PlotPoints::xData() const
 {

@@ -165,7 +165,8 @@ void PlotSeries::setXFirstValue(double value)
 
 /*!
     \qmlproperty list<real> PlotSeries::yData
-    The values, read and written as a whole. NaN leaves a gap. Default: empty. Without a notify signal:
+    The values, read and written as a whole. NaN leaves a gap, and so do undefined and a text that is no number.
+    Default: empty. Without a notify signal:
     plotChanged() and sizeChanged() tell of new values.
 */
 void PlotSeries::setYData(const QVector<double> &yData)

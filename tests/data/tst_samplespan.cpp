@@ -1,11 +1,14 @@
-#include "data/PlotPoints.h"
+#include "data/DataStreams.h"
+#include "data/PlotBands.h"
 #include "data/PlotSeries.h"
 
 #include <QRandomGenerator>
 #include <QtTest>
 
 #include <cmath>
+#include <functional>
 #include <memory>
+#include <numeric>
 
 namespace {
 
@@ -188,9 +191,45 @@ private slots:
             QVERIFY(!series.sampleSpan(-qInf(), qInf()).hasPyramid());
         }
         QVERIFY(series.sampleSpan(-qInf(), qInf()).hasPyramid());
-        QCOMPARE(series.sampleSpan(-qInf(), qInf()).minMax(0, 100000).max, 2.0);
-        series.fillData(1, 9.0, 9.0);
-        QCOMPARE(series.sampleSpan(-qInf(), qInf()).minMax(0, 200000).max, 9.0);
+    }
+
+    // The values from before must not be found again in what was derived from them.
+    void extremesFollowEveryChange()
+    {
+        const int count = 1 << 16;
+        QVector<double> ramp(count);
+        std::iota(ramp.begin(), ramp.end(), 0.0);
+        PlotSeries series, otherSeries;
+        PlotBands points, otherPoints;
+        otherSeries.setYData(QVector<double>(count, -8.0));
+        otherPoints.setXData(ramp);
+        const std::pair<PlotData *, std::function<void()>> changes[] = {
+            {&series, [&] { series.setYData(QVector<double>(count, -5.0)); }},
+            {&series, [&] { series.setYData(series.yData().mid(count / 2)); }},
+            {&series, [&] { series.fillData(count, -6.0, -6.0); }},
+            {&series, [&] { series.resize(count / 4); }},
+            {&series, [&] { isRead(written(otherSeries), series); }},
+            {&points, [&] { points.setYData(QVector<double>(count, -5.0)); }},
+            {&points, [&] { points.setXData(QVector<double>(ramp.rbegin(), ramp.rend())); }},
+            {&points, [&] { points.append({-1.0, -7.0}, QString()); }},
+            {&points, [&] { points.resize(count / 2); }},
+            {&points, [&] { isRead(written(otherPoints), points); }},
+        };
+        for (const auto &change : changes) {
+            series.setYData(ramp);
+            points.setXData(ramp);
+            points.setYData(ramp);
+            while (!change.first->sampleSpan(-qInf(), qInf()).hasPyramid())
+                ;
+            change.second();
+            const graph::SampleSpan span = change.first->sampleSpan(-qInf(), qInf());
+            const int half = span.size() / 2;
+            graph::MinMax extremes;
+            for (int i = 0; i < half; ++i)
+                extremes.add({span.y(i), span.y(i)});
+            QCOMPARE(span.minMax(0, half).min, extremes.min);
+            QCOMPARE(span.minMax(0, half).max, extremes.max);
+        }
     }
 
     void outlivesTheData()
