@@ -83,7 +83,7 @@ run("cmake --preset dev -S $tree -B $build $fast", $log) && run("cmake --build $
     or die "the tree does not build: $log\n";
 
 # Tests must pass and end soon; a fault that makes one hang counts as caught.
-my $ctest = "cd $build && ctest -j $opt{j} --timeout 60 --stop-on-failure -E '^(reference|tst_module|layers|clang.*)\$'";
+my $ctest = "cd $build && ctest -j $opt{j} --timeout 200 --stop-on-failure -E '^(reference|tst_module|layers|clang.*)\$'";
 $ctest .= " -R '$opt{t}'" if defined $opt{t};
 run($ctest, $log) or die "the tests fail without a fault: $log\n";
 
