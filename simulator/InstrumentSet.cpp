@@ -19,19 +19,14 @@ constexpr double reflectometerRate = 4.0;
 // Cells in the range of the levels of recorded sweeps; about the steps that recorders round to.
 constexpr int replayedRows = 70;
 
-// One unit of frequency; 0 for units of something else.
-double hertz(const QString &unit)
-{
-    static const QMap<QString, double> units{{"Hz", 1.0}, {"kHz", 1e3}, {"MHz", 1e6}, {"GHz", 1e9}};
-    return units.value(unit, 0.0);
-}
-
+// Rows over the whole range of levels, each as high as this.
 HeatmapCounter::Grid gridOf(const TraceDescription &description, double rowStep)
 {
     HeatmapCounter::Grid grid;
     grid.topLevel = description.yRangeEnd;
     grid.rowStep = rowStep > 0.0 ? rowStep : 1.0;
-    grid.rows = qRound((description.yRangeEnd - description.yRangeBegin) / grid.rowStep) + 1;
+    // Each end on its own: levels may be farther apart than a number can say.
+    grid.rows = qRound(description.yRangeEnd / grid.rowStep - description.yRangeBegin / grid.rowStep) + 1;
     return grid;
 }
 
@@ -75,26 +70,18 @@ void InstrumentSet::add(std::unique_ptr<Instrument> instrument)
 
 ExitStatus InstrumentSet::makeReplay()
 {
-    QVector<Recording> recordings;
-    QStringList prefixes;
-    for (const QString &path : m_line.replayFiles) {
-        QString error;
-        const std::optional<Recording> recording = recordingInFile(path, &error);
-        if (!recording)
-            return complain(error, Failed);
-        const QString prefix = RecordedInstrument::prefixOf(recording->header.kind);
-        if (prefixes.contains(prefix))
-            return complain(QStringLiteral("--replay: \"%1\" would take the place of another file's %2")
-                                .arg(path, prefix),
-                            NotUnderstood);
-        prefixes.append(prefix);
-        recordings.append(*recording);
-    }
-    if (recordings.isEmpty())
+    QString error;
+    const auto recordings = recordingsInFiles(m_line.replayFiles, &error);
+    if (!recordings)
+        return complain(error, Failed);
+    error = RecordedInstrument::conflictOf(*recordings);
+    if (!error.isEmpty())
+        return complain(error, NotUnderstood);
+    if (recordings->isEmpty())
         return Done;
-    add(std::make_unique<RecordedInstrument>(recordings, m_line.rate.value_or(0.0)));
+    add(std::make_unique<RecordedInstrument>(*recordings, m_line.rate.value_or(0.0)));
     const bool isRecorded = m_line.heatmapDirectory.isEmpty() || m_line.instruments.contains("analyzer");
-    return isRecorded ? Done : recordReplay(recordings);
+    return isRecorded ? Done : recordReplay(*recordings);
 }
 
 void InstrumentSet::makeAnalyzer()
@@ -122,9 +109,9 @@ ExitStatus InstrumentSet::recordReplay(const QVector<Recording> &recordings)
     const QVector<Trace> traces = replay.traces();
     const TraceDescription description = traces.at(int(sweeps - recordings.begin())).description;
     const double toHertz = hertz(sweeps->header.xUnits);
-    const double span = description.yRangeEnd - description.yRangeBegin;
+    const double rowStep = description.yRangeEnd / replayedRows - description.yRangeBegin / replayedRows;
     recordSweeps(replay, HeatmapCounter(sweeps->header.points, sweeps->header.xFirst * toHertz,
-                                        sweeps->header.xStep * toHertz, gridOf(description, span / replayedRows)));
+                                        sweeps->header.xStep * toHertz, gridOf(description, rowStep)));
     return Done;
 }
 

@@ -2,6 +2,8 @@
 
 #include "simulator/RecordingFile.h"
 
+#include <cmath>
+
 namespace simulation {
 
 namespace {
@@ -33,7 +35,9 @@ Trace eventTable(const Recording &recording)
     const QStringList kinds = recording.texts.value("kind");
     QStringList labels;
     for (int i = 0; i < kinds.size(); ++i)
-        labels.append(QStringLiteral("%1 %2 dB").arg(kinds.at(i)).arg(losses.at(i), 0, 'f', 2));
+        labels.append(std::isnan(losses.at(i))
+                          ? kinds.at(i)
+                          : QStringLiteral("%1 %2 dB").arg(kinds.at(i)).arg(losses.at(i), 0, 'f', 2));
     return {RecordedInstrument::prefixOf(RecordingKind::Events),
             descriptionOf(recording),
             {{QStringLiteral("xData"), recording.numbers.value("x")},
@@ -76,6 +80,18 @@ QString RecordedInstrument::prefixOf(RecordingKind kind)
         break;
     }
     return QStringLiteral("trace");
+}
+
+QString RecordedInstrument::conflictOf(const QVector<Recording> &recordings)
+{
+    QStringList prefixes;
+    for (const Recording &recording : recordings) {
+        const QString prefix = prefixOf(recording.header.kind);
+        if (prefixes.contains(prefix))
+            return QStringLiteral("two recordings would be the replay's %1").arg(prefix);
+        prefixes.append(prefix);
+    }
+    return QString();
 }
 
 QString RecordedInstrument::serviceName() const

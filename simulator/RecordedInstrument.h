@@ -16,6 +16,9 @@ public:
     // "trace", "events" or "regions".
     static QString prefixOf(RecordingKind kind);
 
+    // Why these cannot be published together; empty when they can.
+    static QString conflictOf(const QVector<Recording> &recordings);
+
     QString serviceName() const override;
     QVector<Trace> traces() const override;
     // Recorded sweeps begin again after the last one.

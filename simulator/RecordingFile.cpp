@@ -31,6 +31,24 @@ std::optional<Recording> recordingInFile(const QString &path, QString *error)
     return recording;
 }
 
+std::optional<QVector<Recording>> recordingsInFiles(const QStringList &paths, QString *error)
+{
+    QVector<Recording> recordings;
+    for (const QString &path : paths) {
+        const std::optional<Recording> recording = recordingInFile(path, error);
+        if (!recording)
+            return {};
+        recordings.append(*recording);
+    }
+    return recordings;
+}
+
+double hertz(const QString &unit)
+{
+    static const QMap<QString, double> units{{"Hz", 1.0}, {"kHz", 1e3}, {"MHz", 1e6}, {"GHz", 1e9}};
+    return units.value(unit, 0.0);
+}
+
 Extent extentOf(const QVector<double> &samples)
 {
     Extent extent;
@@ -70,19 +88,26 @@ QString summaryOf(const Recording &recording)
 {
     const RecordingHeader &header = recording.header;
     const Extent x = xExtentOf(recording);
-    const Extent y = extentOf(valuesOf(recording));
+    const QVector<double> &values = valuesOf(recording);
+    const Extent y = extentOf(values);
+    const QString levels = y.missing == values.size() ? QStringLiteral("no y")
+                                                      : QStringLiteral("y %1 to %2 %3")
+                                                            .arg(y.lowest, 0, 'g', 6)
+                                                            .arg(y.highest, 0, 'g', 6)
+                                                            .arg(header.yUnits);
+    int missing = 0;
+    for (const QVector<double> &column : recording.numbers)
+        missing += extentOf(column).missing;
     const QString count = header.kind == RecordingKind::Sweeps
                               ? QStringLiteral("%1 sweeps of %2").arg(header.sweeps).arg(header.points)
                               : QString::number(header.points);
-    return QStringLiteral("%1, %2 points, x %3 to %4 %5, y %6 to %7 %8, %9 missing")
+    return QStringLiteral("%1, %2 points, x %3 to %4 %5, %6, %7 missing")
         .arg(header.kindName, count)
         .arg(x.lowest, 0, 'g', 8)
         .arg(x.highest, 0, 'g', 8)
         .arg(header.xUnits)
-        .arg(y.lowest, 0, 'g', 6)
-        .arg(y.highest, 0, 'g', 6)
-        .arg(header.yUnits)
-        .arg(y.missing);
+        .arg(levels)
+        .arg(missing);
 }
 
 } // namespace simulation

@@ -9,6 +9,12 @@ namespace simulation {
 // Reads a recording from a file. Nothing, and "file:line: reason", when that cannot be done.
 std::optional<Recording> recordingInFile(const QString &path, QString *error);
 
+// Those of several files. Nothing, and what is wrong with the first that cannot be read.
+std::optional<QVector<Recording>> recordingsInFiles(const QStringList &paths, QString *error);
+
+// One unit of frequency; 0 for units of something else.
+double hertz(const QString &unit);
+
 struct Extent
 {
     double lowest = 0.0;

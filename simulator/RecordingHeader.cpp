@@ -68,6 +68,10 @@ bool RecordingHeaderReader::finish(RecordingHeader *header, ReadingError *error)
         *error = {m_entries.value("points").line, QStringLiteral("more than %1 points").arg(most)};
         return false;
     }
+    if (header->equallySpaced && !std::isfinite(header->xFirst + header->points * header->xStep)) {
+        *error = {m_entries.value("x-step").line, QStringLiteral("the last sample lies beyond all numbers")};
+        return false;
+    }
     header->title = m_entries.value("title").value;
     header->xLabel = m_entries.value("x-label").value;
     header->xUnits = m_entries.value("x-unit").value;

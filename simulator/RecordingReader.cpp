@@ -16,6 +16,9 @@ namespace {
 
 constexpr int largestFile = 1 << 29;
 constexpr int longestText = 200;
+// Some editors put it in front of UTF-8.
+const QByteArray byteOrderMark = QByteArrayLiteral("\xef\xbb\xbf");
+const QByteArray beginning = QByteArrayLiteral("# format: ");
 
 enum class Rule {
     Sample, // finite or nan
@@ -59,8 +62,8 @@ class LineCursor
 {
 public:
     explicit LineCursor(const QByteArray &text)
-        : m_next(text.constData())
-        , m_end(m_next + text.size())
+        : m_next(text.constData() + (text.startsWith(byteOrderMark) ? byteOrderMark.size() : 0))
+        , m_end(text.constData() + text.size())
     {
     }
 
@@ -136,13 +139,9 @@ public:
                 break;
             cell = cellEnd + 1;
         }
+        *error = contradiction();
         ++m_rows;
-        if (m_header.kind == RecordingKind::Regions &&
-            m_columns.at(1).numbers.last() < m_columns.at(0).numbers.last()) {
-            *error = QStringLiteral("the region ends before it begins");
-            return false;
-        }
-        return true;
+        return error->isEmpty();
     }
 
     Recording recording() const
@@ -163,6 +162,23 @@ private:
     QString countKey() const
     {
         return m_header.kind == RecordingKind::Sweeps ? QStringLiteral("sweeps") : QStringLiteral("points");
+    }
+
+    // What is wrong with the cells of the last row, each of which is fine on its own.
+    QString contradiction() const
+    {
+        const double first = m_columns.at(0).numbers.last();
+        if (m_header.kind == RecordingKind::Regions && m_columns.at(1).numbers.last() < first)
+            return QStringLiteral("the region ends before it begins");
+        if (m_header.kind != RecordingKind::Points || !m_header.equallySpaced)
+            return QString();
+        // Columns are rounded to few digits: half a step is what tells one sample from the next.
+        const double expected = m_header.xFirst + m_rows * m_header.xStep;
+        if (std::abs(first - expected) <= 0.5 * m_header.xStep)
+            return QString();
+        return QStringLiteral("\"x\" is %1, but \"x-first\" and \"x-step\" make it %2")
+            .arg(first)
+            .arg(expected);
     }
 
     QString wrongCount(const char *begin, const char *end) const
@@ -216,7 +232,8 @@ bool readAll(QIODevice &device, QByteArray *text, ReadingError *error)
         if (count <= 0)
             break;
         text->append(piece.data(), int(count));
-        if (!QByteArray("# format: ").startsWith(text->left(10)))
+        const int mark = text->startsWith(byteOrderMark) ? byteOrderMark.size() : 0;
+        if (!beginning.startsWith(text->mid(mark, beginning.size())))
             break; // the header will be refused
         if (text->size() > largestFile) {
             *error = {0, QStringLiteral("the file is larger than %1 bytes").arg(largestFile)};

@@ -44,7 +44,7 @@ private slots:
     void readsEveryKind()
     {
         ReadingError error;
-        for (const QByteArray &text : {xy, replaced(xy, "\n", "\r\n")}) {
+        for (const QByteArray &text : {xy, replaced(xy, "\n", "\r\n"), "\xef\xbb\xbf" + xy}) {
             const auto points = read(text, &error);
             QVERIFY2(points, qPrintable(error.message));
             QCOMPARE(points->header.title, QStringLiteral("A: b"));
@@ -116,6 +116,10 @@ private slots:
         row("x is nan", replaced(xy, "2.5,", "nan,"), 8, "column \"x\"");
         row("x falls", replaced(xy, "2.5,", "-2.5,"), 8, "\"x\" falls");
         row("time falls", replaced(sweeps, "0.5,4", "-0.5,4"), 8, "\"t\" falls");
+        const QByteArray spaced = replaced(xy, "# points", "# x-first: 0\n# x-step: 1\n# points");
+        row("x beside its step", replaced(spaced, "0,nan", "1.6,nan"), 9, "\"x\" is 1.6");
+        row("last x infinite", replaced(series, "-1", "1.7e308").replace("0.5", "1e308"), 4,
+            "beyond all numbers");
         row("region backwards", replaced(regions, "2,3,4", "2,1,4"), 6, "ends before it begins");
         row("row missing", replaced(xy, "points: 3", "points: 4"), 8, "ends after 3 rows");
         row("row too many", replaced(xy, "points: 3", "points: 2"), 8, "one row more");

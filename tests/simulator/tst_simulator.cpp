@@ -96,7 +96,13 @@ private slots:
         QCOMPARE(both.status, 1);
         QCOMPARE(both.errors, "simulator: " + badPath + ":6: \"x\" in the column \"y\" is not a number\n");
         QCOMPARE(both.output, goodPath + ": xy, 2 points, x 1 to 3 m, y 5 to 5 , 1 missing\n");
-        QCOMPARE(outcomeOf({"--check", goodPath}).status, 0);
+        // Every missing cell of a table counts.
+        const QString tablePath = directory.filePath("table");
+        QVERIFY(write(tablePath,
+                      "# format: replay-csv 1\n# kind: events\n# points: 1\n1,nan,splice,nan,-40,nan\n"));
+        const Outcome table = outcomeOf({"--check", tablePath});
+        QCOMPARE(table.output, tablePath + ": events, 1 points, x 1 to 1 , no y, 3 missing\n");
+        QCOMPARE(table.status, 0);
         // A bad recording is found out before the bus is looked for.
         QVERIFY(outcomeOf({"--replay", badPath}).errors.contains(":6:"));
         QCOMPARE(outcomeOf({"--replay", goodPath, "--replay", goodPath}).status, 2);
