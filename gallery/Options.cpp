@@ -3,13 +3,13 @@
 #include "PageList.h"
 
 #include <QCommandLineParser>
-#include <QFileInfo>
 #include <QRegularExpression>
 
 namespace gallery {
 
 namespace {
 
+const int failed = 1;
 const int badUsage = 2;
 
 QSize parsedSize(const QString &text)
@@ -53,13 +53,11 @@ CommandLineAnswer parsedCommandLine(const QStringList &arguments, Options *optio
     options->light = parser.isSet(light);
     options->pictureFile = parser.value(shot);
     options->pictureFolder = parser.value(shots);
-    options->replayFiles = parser.values(replay);
     if (parser.isSet(shot) && parser.isSet(shots))
         return {"--shot draws one page, --shots all of them: give one of the two.", badUsage};
-    for (const QString &file : qAsConst(options->replayFiles)) {
-        if (!QFileInfo(file).isReadable())
-            return {"Cannot read the recording " + file, badUsage};
-    }
+    QString error;
+    if (!options->replay.read(parser.values(replay), &error))
+        return {error, failed};
 
     options->size = parsedSize(parser.value(size));
     if (!options->size.isValid())

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Replay.h"
+
 #include <QSize>
 #include <QString>
 #include <QStringList>
@@ -12,7 +14,8 @@ struct Options
     QString page;
     QString pictureFile;
     QString pictureFolder;
-    QStringList replayFiles;
+    Replay replay;
+    // Of the window, in logical pixels: a scaled screen has more of its own.
     QSize size = QSize(1024, 600);
     int seed = 1;
     bool list = false;

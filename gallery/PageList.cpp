@@ -1,7 +1,5 @@
 #include "PageList.h"
 
-#include "RecordingHeader.h"
-
 #include <QFileInfo>
 
 #include <algorithm>
@@ -77,32 +75,29 @@ Page *pageNamed(PageList *pages, const QString &name)
 PageList availablePages(const Options &options)
 {
     PageList pages = simulatedPages();
+    const Replay &replay = options.replay;
+    if (replay.files.isEmpty())
+        return pages;
     QStringList arguments;
-    QString traceFile;
+    for (const QString &file : replay.files)
+        arguments << "--replay" << file;
+    // The page that is added takes any recording, the others only what their instrument would measure.
     QStringList replayedPages;
-    for (const QString &file : options.replayFiles) {
-        arguments << "--replay" << QFileInfo(file).absoluteFilePath();
-        const QString kind = recordingHeader(file).value("kind").toString();
-        if (kind == "events")
-            replayedPages << "events";
-        else if (kind == "regions")
-            replayedPages << "channels"
-                          << "bands";
-        else
-            traceFile = file;
-        if (kind == "sweeps")
-            replayedPages << "persistence";
-    }
+    const bool hasTrace = replay.samples > 1;
+    if (hasTrace && replay.events > 1)
+        replayedPages << "events";
+    if (hasTrace && replay.regions > 0)
+        replayedPages << "channels"
+                      << "bands";
+    if (replay.hasSpectra)
+        replayedPages << "persistence";
     for (const QString &name : qAsConst(replayedPages)) {
         Page *page = pageNamed(&pages, name);
-        if (!page)
-            continue;
         page->service = replayService;
         page->simulatorArguments = arguments;
     }
-    if (!traceFile.isEmpty())
-        pages.append({"replay", "Replay", QFileInfo(traceFile).fileName(), "ReplayPage.qml", replayService,
-                      arguments});
+    pages.append({"replay", "Replay", QFileInfo(replay.files.first()).fileName(), "ReplayPage.qml",
+                  replayService, arguments});
     return pages;
 }
 

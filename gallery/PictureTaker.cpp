@@ -63,7 +63,7 @@ void PictureTaker::look()
         m_lookTimer.start();
         return;
     }
-    m_grab = m_view->rootObject()->grabToImage();
+    m_grab = m_view->rootObject()->grabToImage(m_view->size() * m_view->effectiveDevicePixelRatio());
     if (m_grab)
         connect(m_grab.data(), &QQuickItemGrabResult::ready, this, &PictureTaker::handleGrab);
     else

@@ -1,23 +1,10 @@
 #include "Shell.h"
 
-#include "RecordingHeader.h"
-
 #include <QQuickWindow>
 
 namespace gallery {
 
 namespace {
-
-// Tables of events and regions come with a trace, whose head says what the axes show.
-QVariantMap traceHeader(const QStringList &files)
-{
-    for (const QString &file : files) {
-        const QVariantMap header = recordingHeader(file);
-        if (header.value("kind") != "events" && header.value("kind") != "regions")
-            return header;
-    }
-    return {};
-}
 
 QVariantMap description(const Page &page)
 {
@@ -34,7 +21,6 @@ Shell::Shell(const Options &options, const QString &simulator, QObject *parent)
     : QObject(parent)
     , m_options(options)
     , m_pages(availablePages(options))
-    , m_recording(traceHeader(options.replayFiles))
     , m_page(options.page)
     , m_instrument(simulator)
 {

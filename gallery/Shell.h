@@ -33,8 +33,8 @@ public:
     bool takesPictures() const { return m_options.takesPictures(); }
     bool softwareRendering() const;
     bool isLight() const { return m_options.light; }
-    // The head of the trace that is replayed.
-    QVariantMap recording() const { return m_recording; }
+    // What is replayed; empty when nothing is.
+    QVariantMap recording() const { return m_options.replay.description; }
     HeatmapFolder *heatmaps() { return &m_heatmaps; }
     // True at once for a page that needs none.
     bool instrumentReady() const;
@@ -55,7 +55,6 @@ private:
 
     Options m_options;
     PageList m_pages;
-    QVariantMap m_recording;
     QString m_page;
     HeatmapFolder m_heatmaps;
     Instrument m_instrument;

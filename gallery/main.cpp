@@ -43,6 +43,9 @@ int runGallery(QGuiApplication *application, const gallery::Options &options)
     view.setTitle("Gallery");
     view.setColor(Qt::black);
     view.setResizeMode(QQuickView::SizeRootObjectToView);
+    // Made before it is resized: the platform for pictures takes the size of a new window for one in its own
+    // pixels.
+    view.create();
     view.resize(options.size);
     view.setSource(QUrl("qrc:/shell/Main.qml"));
     if (view.status() != QQuickView::Ready)

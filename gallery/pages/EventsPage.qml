@@ -3,13 +3,14 @@ import gallery 1.0
 import graph_plugin 1.0
 import "../controls"
 import "../theme"
+import "reflections.js" as Reflections
 
 Page {
     id: page
 
     // The simulated fibre, or a recorded one.
     readonly property string service: shell.pageInfo.service
-    readonly property string distanceUnit: series.xFormatter ? "" : shell.recording["x-unit"] || ""
+    readonly property string distanceUnit: series.xFormatter ? "" : shell.recording.xUnit || ""
     readonly property real metre: distanceUnit === "km" ? 0.001 : 1
     // Plain arrays, so that bindings see when the table changes.
     property var positions: []
@@ -18,9 +19,9 @@ Page {
     // What each event reflects.
     property var peaks: []
     property int chosen: 0
-    // From afar numbers and notes of close events would overlap.
-    readonly property bool isNear: chart.zoomRect.width * (series.xRangeEnd - series.xRangeBegin) < 2500 * metre
     readonly property var peak: peaks[chosen] || {x: 0, y: 0, end: 0, isHigh: false}
+    // From afar numbers and notes of close events would overlap.
+    readonly property bool isNear: chart.zoomRect.width * (series.xRangeEnd - series.xRangeBegin) < 3.5 * reach(chosen)
 
     function distanceText(distance) {
         return distanceUnit ? distance.toPrecision(5) + " " + distanceUnit : series.formattedXValue(distance);
@@ -30,14 +31,18 @@ Page {
         return value === undefined || isNaN(value) ? "\u2014" : value.toFixed(digits) + " dB";
     }
 
-    // Shows so much of the fibre around an event, in metres.
-    function showEvent(index, reach) {
+    // So much of the fibre shows an event well.
+    function reach(index) {
+        return Math.max(700 * metre, peaks[index] && peaks[index].isHigh ? 3 * (peaks[index].end - positions[index]) : 0);
+    }
+
+    function showEvent(index) {
         var length = series.xRangeEnd - series.xRangeBegin;
         var span = series.yRangeEnd - series.yRangeBegin;
         if (index >= positions.length || length <= 0 || span <= 0)
             return;
         chosen = index;
-        chart.zoomRect.setCenterAndZoom(Qt.vector2d(reach * metre / length, 0.42),
+        chart.zoomRect.setCenterAndZoom(Qt.vector2d(reach(index) / length, 0.42),
             Qt.point((positions[index] - series.xRangeBegin) / length, (levels[index] + 3 - series.yRangeBegin) / span));
         readTrace();
     }
@@ -78,29 +83,19 @@ Page {
     function readTrace() {
         if (series.size < 2)
             return;
-        var lines = [];
-        for (var i = 0; i + 1 < positions.length; ++i) {
-            // The receiver needs some fibre to recover from a reflection.
-            var begin = positions[i] + 70 * metre, end = positions[i + 1] - 4 * metre;
-            lines.push(end - begin > 20 * metre ? fittedLine(begin, end) : null);
-        }
-        sections = lines;
-        peaks = positions.map(function (position, index) { return reflection(position, levels[index]); });
+        var end = series.x(series.size - 1);
+        peaks = positions.map(function (position, index) {
+            var next = index + 1 < positions.length ? positions[index + 1] : end;
+            return Reflections.reflectionAt(series, position, levels[index], next, metre);
+        });
+        sections = positions.slice(1).map(function (next, index) {
+            // The receiver needs some fibre to recover from a reflection, the more the longer that was.
+            var reflected = peaks[index].isHigh ? peaks[index].end - positions[index] : 0;
+            var begin = positions[index] + Math.max(70 * metre, 1.5 * reflected);
+            return next - 4 * metre - begin > 20 * metre ? fittedLine(begin, next - 4 * metre) : null;
+        });
         placeMarks();
         nameEvents();
-    }
-
-    // The highest point of a reflection at a place, and where the trace comes back to the level before it.
-    function reflection(position, level) {
-        var first = Math.max(0, series.indexOf(position));
-        var last = Math.min(series.size - 1, series.indexOf(position + 100 * metre));
-        var highest = first;
-        for (var i = first; i <= last && series.x(i) < position + 30 * metre; ++i) {
-            if (series.y(i) > series.y(highest))
-                highest = i;
-        }
-        for (var end = highest; end < last && series.y(end) > level; ++end) {}
-        return {x: series.x(highest), y: series.y(highest), end: series.x(end), isHigh: series.y(highest) > level + 0.5};
     }
 
     // On top of a reflection, so that the number does not lie over it; the chosen one has its number below.
@@ -148,7 +143,7 @@ Page {
         id: openingView
 
         interval: 0
-        onTriggered: page.showEvent(Math.min(6, page.positions.length - 1), 700)
+        onTriggered: page.showEvent(Math.min(6, page.positions.length - 1))
     }
 
     controls: [
@@ -156,7 +151,7 @@ Page {
             label: "Event"
             value: page.chosen
             to: page.positions.length - 1
-            onActivated: page.showEvent(value, 700)
+            onActivated: page.showEvent(value)
         },
         PushButton {
             text: "Whole fibre"

@@ -82,7 +82,12 @@ Page {
     TraceHold {
         id: hold
 
-        onChanged: readingPause.request()
+        // Written, not bound: a binding that reads lists of C++ keeps each one until the engine collects its garbage.
+        onChanged: {
+            highest.yData = maximum;
+            lowest.yData = minimum;
+            readingPause.request();
+        }
     }
 
     BusValue {
@@ -129,14 +134,12 @@ Page {
                 label: "Highest"
                 xFirstValue: series.xFirstValue
                 xInterval: series.xInterval
-                yData: hold.maximum
             },
             PlotSeries {
                 id: lowest
                 label: "Lowest"
                 xFirstValue: series.xFirstValue
                 xInterval: series.xInterval
-                yData: hold.minimum
             }
         ]
 

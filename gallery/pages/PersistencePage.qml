@@ -34,7 +34,7 @@ Item {
         id: series
 
         address: page.isReplay ? "replay,trace" : "analyzer,spectrum"
-        xScale: page.isReplay ? page.megahertz[shell.recording["x-unit"]] || 1 : 1e-6
+        xScale: page.isReplay ? page.megahertz[shell.recording.xUnit] || 1 : 1e-6
     }
 
     Row {
@@ -60,7 +60,7 @@ Item {
                     margin: Theme.compact ? 46 : 52
                     minValue: series.yRangeBegin + levelAxis.offset
                     maxValue: series.yRangeEnd + levelAxis.offset
-                    unit: page.isReplay ? shell.recording["y-unit"] : page.inMicrovolts ? "dB\u00b5V" : "dBm"
+                    unit: page.isReplay ? shell.recording.yUnit : page.inMicrovolts ? "dB\u00b5V" : "dBm"
                 }
 
                 HeatmapPlot {

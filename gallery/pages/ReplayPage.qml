@@ -1,79 +1,174 @@
 import QtQuick 2.15
+import gallery 1.0
 import graph_plugin 1.0
 import "../controls"
 import "../theme"
 
-// Any recording, its axes scaled to what the replay says about its ranges.
+// Any recordings: a trace, a table of events, a table of regions, each alone or with the others.
 Page {
     id: page
 
     readonly property var recording: shell.recording
     // Equally spaced samples need no x values.
-    readonly property PlotData trace: recording["x-step"] ? series : points
-    // A little room above and below the trace, in steps of few digits, so that the labels stay short.
-    readonly property real yRange: trace.yRangeEnd - trace.yRangeBegin
-    readonly property real yStep: yRange > 0 ? Math.pow(10, Math.floor(Math.log(yRange) / Math.LN10) - 1) : 1
-
-    function reading(value, unit) {
-        return Number(value.toPrecision(6)) + (unit ? " " + unit : "");
+    readonly property PlotData trace: recording.equallySpaced ? series : points
+    readonly property bool hasLevels: recording.yBegin !== undefined
+    // Beyond it the extent of an axis is more than a number can say.
+    readonly property real farthest: 7e307
+    // A little room above and below the values, in steps of few digits, so that the labels stay short.
+    readonly property var yRange: rangeOf(recording.yBegin, recording.yEnd)
+    readonly property real yStep: Math.pow(10, Math.floor(Math.log(yRange.end - yRange.begin) / Math.LN10) - 1)
+    readonly property var xRange: rangeOf(recording.xBegin, recording.xEnd)
+    readonly property string note: {
+        if (recording.samples + recording.events + recording.regions === 0)
+            return "This recording holds no samples.";
+        if (!hasLevels)
+            return "Every sample of this recording is missing.";
+        if (Math.max(-recording.yBegin, recording.yEnd, -recording.xBegin, recording.xEnd) > farthest)
+            return "What lies beyond %1 has no place on an axis.".arg(farthest.toPrecision(1));
+        return "";
     }
 
-    ready: trace.size > 1
-
-    controls: StyleSelector {
-        plot: tracePlot
+    // What an axis shows of an extent; around a single value as well, and where there is none.
+    function rangeOf(begin, end) {
+        if (begin === undefined)
+            return {begin: 0, end: 1};
+        var low = Math.max(-farthest, Math.min(farthest, begin)), high = Math.max(-farthest, Math.min(farthest, end));
+        // Fewer digits than that apart are the same place on every axis.
+        var room = high - low > 1e-9 * Math.max(Math.abs(low), Math.abs(high)) ? 0 : 0.05 * Math.abs(low) || 0.5;
+        return {begin: low - room, end: high + room};
     }
+
+    function number(value) {
+        return Number(value.toPrecision(6));
+    }
+
+    function rangeText(begin, end, unit) {
+        return number(begin) + (end > begin ? " to " + number(end) : "") + (unit ? " " + unit : "");
+    }
+
+    ready: trace.size === recording.samples && events.size === recording.events && regions.size === recording.regions
+
+    controls: [
+        StyleSelector {
+            plot: tracePlot
+            visible: page.recording.samples > 0
+        },
+        Stepper {
+            id: chosenEvent
+
+            label: "Event"
+            to: events.size - 1
+            visible: events.size > 0
+            onActivated: chosenEvent.value = value
+        }
+    ]
     endControls: ZoomButtons {
         zoomArea: chart.zoomArea
     }
     readings: [
         Reading {
-            label: page.recording["x-label"] || "x"
-            value: page.reading(chart.axisX.minVisible) + " to " + page.reading(chart.axisX.maxVisible, page.recording["x-unit"])
+            label: page.recording.xLabel || "x"
+            value: page.rangeText(chart.axisX.minVisible, chart.axisX.maxVisible, page.recording.xUnit)
         },
         Reading {
-            label: page.recording["y-label"] || "y"
-            value: page.reading(page.trace.yRangeBegin) + " to " + page.reading(page.trace.yRangeEnd, page.recording["y-unit"])
+            label: page.recording.yLabel || "y"
+            value: page.hasLevels ? page.rangeText(page.recording.yBegin, page.recording.yEnd, page.recording.yUnit) : "\u2014"
         },
         Reading {
             label: "Points"
             value: page.trace.size
+            visible: page.recording.samples > 0 && !(Theme.compact && events.size > 0)
+        },
+        Reading {
+            label: "Regions"
+            value: regions.size
+            visible: regions.size > 0 && !(Theme.compact && events.size > 0)
+        },
+        Reading {
+            label: names.value && chosenEvent.value < names.value.length ? names.value[chosenEvent.value] : "Event"
+            value: events.size > 0 ? page.number(events.x(chosenEvent.value)) + " " + page.recording.xUnit : ""
+            valueColor: marks.penColor
+            visible: events.size > 0
         }
     ]
 
     PlotSeries {
         id: series
 
-        dbusAddress: page.recording["x-step"] ? "replay,trace" : ""
-        xFirstValue: xRangeBegin
-        xInterval: size > 1 ? (xRangeEnd - xRangeBegin) / (size - 1) : 1
+        dbusAddress: page.recording.equallySpaced ? "replay,trace" : ""
+        xFirstValue: page.recording.xFirst || 0
+        xInterval: page.recording.xStep || 1
     }
 
     PlotPoints {
         id: points
 
-        dbusAddress: page.recording["x-step"] ? "" : "replay,trace"
+        dbusAddress: page.recording.samples > 0 && !page.recording.equallySpaced ? "replay,trace" : ""
+    }
+
+    PlotPoints {
+        id: events
+
+        dbusAddress: page.recording.events > 0 ? "replay,events" : ""
+    }
+
+    BusValue {
+        id: names
+
+        dbusAddress: page.recording.events > 0 ? "replay,events" : ""
+        key: "labels"
+    }
+
+    RegionTable {
+        id: regions
+
+        rows: recordedLoader.item ? recordedLoader.item.rows : []
+        missingValue: chart.axisY.maxValue
+        axisX: chart.axisX
+        axisY: chart.axisY
+    }
+
+    Loader {
+        id: recordedLoader
+
+        active: page.recording.regions > 0
+        sourceComponent: RecordedRegions {
+            colors: [Theme.traces[2], Theme.traces[4], Theme.traces[3]]
+            styles: [PlotRegion.Rectangle]
+        }
     }
 
     TraceChart {
         id: chart
 
         axisX {
-            minValue: page.trace.xRangeBegin
-            maxValue: page.trace.xRangeEnd
-            unit: page.recording["x-unit"] || ""
+            minValue: page.xRange.begin
+            maxValue: page.xRange.end
+            unit: page.recording.xUnit
         }
         axisY {
-            minValue: (Math.floor(page.trace.yRangeBegin / page.yStep) - 1) * page.yStep
-            maxValue: (Math.ceil(page.trace.yRangeEnd / page.yStep) + 1) * page.yStep
-            unit: page.recording["y-unit"] || ""
+            minValue: (Math.floor(page.yRange.begin / page.yStep) - 1) * page.yStep
+            maxValue: (Math.ceil(page.yRange.end / page.yStep) + 1) * page.yStep
+            baseline: page.recording.regions > 0 || !(chart.axisY.minValue < 0 && chart.axisY.maxValue > 0) ? chart.axisY.minValue : 0
+            unit: page.recording.yUnit
+        }
+
+        GraphBands {
+            renderTarget: Theme.plotTarget
+            plotData: regions
+            axisX: chart.axisX
+            axisY: chart.axisY
+            labelPen: Theme.text
+            labelFont: Qt.font({family: Theme.family, pixelSize: Theme.smallText})
+            fillOpacity: 0.22
         }
 
         GraphPlot {
             id: tracePlot
 
             renderTarget: Theme.plotTarget
-            plotStyle: GraphPlot.LinePlot
+            // A single sample is no line.
+            plotStyle: page.recording.samples > 1 ? GraphPlot.LinePlot : GraphPlot.ScatterPlot
             plotData: page.trace
             axisX: chart.axisX
             axisY: chart.axisY
@@ -82,6 +177,61 @@ Page {
             maxLineWidth: plotStyle === GraphPlot.BarPlot ? 64 : 2
             graphPoint: GraphPointCircle {
                 pointSize: 2
+            }
+        }
+
+        GraphPlot {
+            id: marks
+
+            renderTarget: Theme.plotTarget
+            plotStyle: GraphPlot.ScatterPlot
+            plotData: events
+            axisX: chart.axisX
+            axisY: chart.axisY
+            penColor: Theme.traces[1]
+            minLineWidth: 2
+            maxLineWidth: 2
+            graphPoint: GraphPointVerticalLine {
+                pointSize: 22
+            }
+        }
+
+        // A ring around the event whose readings are shown.
+        GraphPlot {
+            renderTarget: Theme.plotTarget
+            plotStyle: GraphPlot.ScatterPlot
+            plotData: PlotPoints {
+                xData: events.size > 0 ? [events.x(chosenEvent.value)] : []
+                yData: events.size > 0 ? [events.y(chosenEvent.value)] : []
+            }
+            axisX: chart.axisX
+            axisY: chart.axisY
+            penColor: Theme.text
+            minLineWidth: 2
+            maxLineWidth: 2
+            graphPoint: GraphPointCircle {
+                pointSize: 9
+            }
+        }
+
+        Item {
+            z: 4
+
+            Rectangle {
+                anchors { horizontalCenter: parent.horizontalCenter; top: parent.top; topMargin: Theme.gap }
+                width: note.implicitWidth + 2 * Theme.gap
+                height: note.implicitHeight + Theme.gap
+                radius: Theme.radius
+                color: Theme.overlay
+                visible: page.note !== ""
+
+                Label {
+                    id: note
+
+                    anchors.centerIn: parent
+                    text: page.note
+                    color: Theme.warning
+                }
             }
         }
     }
