@@ -3,18 +3,30 @@
 namespace graph {
 
 PixelMapping::PixelMapping(double minX, double maxY, double rangeX, double rangeY, const QSizeF &size)
-    : m_minX(minX)
-    , m_maxY(maxY)
-    , m_size(size)
-    , m_scaleX((size.width() - 1.0) / rangeX)
-    , m_scaleY((size.height() - 1.0) / rangeY)
+    : PixelMapping(PixelScale(minX, rangeX, size.width()), PixelScale(maxY, -rangeY, size.height()), size)
 {
+}
+
+PixelMapping::PixelMapping(const PixelScale &x, const PixelScale &y, const QSizeF &size)
+    : m_x(x)
+    , m_y(y)
+    , m_size(size)
+{
+}
+
+PixelMapping PixelMapping::fromScales(const QRectF &visible, float scaleX, float scaleY)
+{
+    const QSizeF extent(visible.width() * scaleX, visible.height() * scaleY);
+    const double epsilon = std::numeric_limits<float>::epsilon();
+    return PixelMapping(PixelScale(Scale(visible.x(), visible.width(), extent.width()), epsilon),
+                        PixelScale(Scale(visible.y() + visible.height(), -visible.height(), extent.height()), epsilon),
+                        extent + QSizeF(1.0, 1.0));
 }
 
 bool PixelMapping::isDrawable() const
 {
     const auto usable = [](double scale) { return std::isfinite(scale) && scale != 0.0; };
-    return m_size.width() > 1.0 && m_size.height() > 1.0 && usable(m_scaleX) && usable(m_scaleY);
+    return m_size.width() > 1.0 && m_size.height() > 1.0 && usable(m_x.density()) && usable(m_y.density());
 }
 
 } // namespace graph

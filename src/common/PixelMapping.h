@@ -1,8 +1,8 @@
 #pragma once
 
-#include "common/SafeInteger.h"
+#include "common/PixelScale.h"
 
-#include <QSizeF>
+#include <QRectF>
 
 namespace graph {
 
@@ -16,31 +16,37 @@ public:
     // size: of the item, in pixels.
     PixelMapping(double minX, double maxY, double rangeX, double rangeY, const QSizeF &size);
 
+    // The mapping of an item that shows `visible`, in data units, at so many pixels per unit; for callers that know
+    // these in single precision.
+    static PixelMapping fromScales(const QRectF &visible, float scaleX, float scaleY);
+
     // False when nothing can be drawn: an item of at most one pixel, or a scale that is 0 or not finite.
     bool isDrawable() const;
 
-    double scaleX() const { return m_scaleX; }
-    double scaleY() const { return m_scaleY; }
-    double minX() const { return m_minX; }
-    double maxY() const { return m_maxY; }
+    double scaleX() const { return m_x.density(); }
+    double scaleY() const { return -m_y.density(); }
     double width() const { return m_size.width(); }
     double height() const { return m_size.height(); }
 
-    // Item coordinates of data values, not rounded.
-    double x(double value) const { return (value - m_minX) * m_scaleX; }
-    double y(double value) const { return (m_maxY - value) * m_scaleY; }
+    // Item coordinates of data values, not rounded but for rounding errors beside a whole pixel.
+    double x(double value) const { return m_x.coordinate(value); }
+    double y(double value) const { return m_y.coordinate(value); }
+
+    // Data values of item coordinates.
+    double valueX(double coordinate) const { return m_x.value(coordinate); }
+    double valueY(double coordinate) const { return m_y.value(coordinate); }
 
     // Whole pixels of data values: truncated toward zero and clamped, see pixel().
-    int column(double value) const { return pixel(x(value)); }
-    int row(double value) const { return pixel(y(value)); }
+    int column(double value) const { return m_x.pixel(value); }
+    int row(double value) const { return m_y.pixel(value); }
     int roundedRow(double value) const { return roundedPixel(y(value)); }
 
 private:
-    double m_minX;
-    double m_maxY;
+    PixelMapping(const PixelScale &x, const PixelScale &y, const QSizeF &size);
+
+    PixelScale m_x;
+    PixelScale m_y;
     QSizeF m_size;
-    double m_scaleX;
-    double m_scaleY;
 };
 
 } // namespace graph

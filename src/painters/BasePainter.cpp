@@ -18,6 +18,18 @@ BasePainter::BasePainter(QQuickItem *parent)
     setParentItem(parent);
 }
 
+void BasePainter::paintWith(const graph::PixelMapping &mapping, QPainter *painter, const QRectF &visibleRect)
+{
+    m_mapping = &mapping;
+    paint(painter, visibleRect, static_cast<float>(mapping.scaleX()), static_cast<float>(mapping.scaleY()));
+    m_mapping = nullptr;
+}
+
+graph::PixelMapping BasePainter::mapping(const QRectF &visibleRect, float scaleX, float scaleY) const
+{
+    return m_mapping ? *m_mapping : graph::PixelMapping::fromScales(visibleRect, scaleX, scaleY);
+}
+
 /*!
     \qmlproperty AbstractPlot BasePainter::plotParent
     The plot whose data and ranges the figure refers to; null by default. Needed only where a type says so.

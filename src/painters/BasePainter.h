@@ -1,5 +1,6 @@
 #pragma once
 
+#include "common/PixelMapping.h"
 #include "view/base/AbstractPlot.h"
 
 #include <QQuickItem>
@@ -27,6 +28,10 @@ public:
     // Called on the render thread while the GUI thread waits.
     virtual void paint(QPainter *painter, const QRectF &visibleRect, float scaleX, float scaleY) = 0;
 
+    // As the container calls paint(): with the mapping that its plots use, whose scales paint() has in single precision
+    // only.
+    void paintWith(const graph::PixelMapping &mapping, QPainter *painter, const QRectF &visibleRect);
+
 public slots:
     void setPlotParent(AbstractPlot *plot);
 
@@ -38,6 +43,10 @@ signals:
 protected:
     void itemChange(ItemChange change, const ItemChangeData &data) override;
 
+    // Where paint() places data values: as its container does, or by its arguments when something else calls it.
+    graph::PixelMapping mapping(const QRectF &visibleRect, float scaleX, float scaleY) const;
+
 private:
     QPointer<AbstractPlot> m_plotParent;
+    const graph::PixelMapping *m_mapping = nullptr; // while paintWith() runs
 };

@@ -27,8 +27,9 @@ void CrossPainter::paint(QPainter *painter, const QRectF &visibleRect, float sca
                          m_point1Y >= visibleRect.y() && m_point1Y <= top;
     if (!visible)
         return;
-    const double x = (m_point1X - visibleRect.x()) * scaleX;
-    const double y = (top - m_point1Y) * scaleY;
+    const graph::PixelMapping place = mapping(visibleRect, scaleX, scaleY);
+    const double x = place.x(m_point1X);
+    const double y = place.y(m_point1Y);
     const int half = m_crossSize / 2;
 
     QPen pen;

@@ -93,9 +93,8 @@ void CustomPainter::paint(QPainter *painter, const QRectF &visibleRect, float sc
 {
     if (std::min(m_xData.size(), m_yData.size()) < 2)
         return;
-    const auto toPixels = [&](double x, double y) {
-        return QPointF((x - visibleRect.x()) * scaleX, (visibleRect.y() + visibleRect.height() - y) * scaleY);
-    };
+    const graph::PixelMapping place = mapping(visibleRect, scaleX, scaleY);
+    const auto toPixels = [&place](double x, double y) { return QPointF(place.x(x), place.y(y)); };
     const QPointF origin = toPixels(m_origin.x(), m_origin.y());
     const QVector<QPolygonF> shapes = polygons(m_xData, m_yData, [&](double x, double y) {
         return m_pixelShape ? origin + QPointF(x, -y) : toPixels(m_origin.x() + x, m_origin.y() + y);

@@ -2,6 +2,7 @@
 
 #include "common/Opacity.h"
 #include "common/SafeInteger.h"
+#include "data/ColumnSearch.h"
 #include "painters/Strokes.h"
 
 #include <QPainter>
@@ -14,21 +15,20 @@
 struct IntegralPainter::Frame
 {
     QRectF visibleRect;
-    double scaleX;
-    double scaleY;
+    graph::PixelMapping mapping;
     // The stretch to draw, in data units: begin..end, cut one pixel outside the visible range.
     double left;
     double right;
 
-    double x(double value) const { return (value - visibleRect.x()) * scaleX; }
+    double x(double value) const { return mapping.x(value); }
     double y(double value) const
     {
         // Beyond this, differences of coordinates could overflow.
         constexpr double farthest = 1e15;
-        return qBound(-farthest, (visibleRect.y() + visibleRect.height() - value) * scaleY, farthest);
+        return qBound(-farthest, mapping.y(value), farthest);
     }
-    double valueOfColumn(int column) const { return visibleRect.x() + column / scaleX; }
-    double lowestRow() const { return visibleRect.height() * scaleY + 1.0; }
+    double valueOfColumn(int column) const { return mapping.valueX(column); }
+    double lowestRow() const { return mapping.height(); }
     double boundedY(double value) const { return qBound(-1.0, y(value), lowestRow()); }
 };
 
@@ -56,15 +56,15 @@ IntegralPainter::IntegralPainter(QQuickItem *parent)
 void IntegralPainter::paint(QPainter *painter, const QRectF &visibleRect, float scaleX, float scaleY)
 {
     const graph::Curve trace = curve();
-    Frame frame{visibleRect, scaleX, scaleY, 0.0, 0.0};
+    Frame frame{visibleRect, mapping(visibleRect, scaleX, scaleY), 0.0, 0.0};
     frame.left = qMax(qMin(m_begin, m_end), frame.valueOfColumn(-1));
-    frame.right = qMin(qMax(m_begin, m_end), visibleRect.x() + visibleRect.width() + 1.0 / scaleX);
+    frame.right = qMin(qMax(m_begin, m_end), frame.mapping.valueX(frame.mapping.width()));
     if (trace.samples.isEmpty() || !(frame.left <= frame.right) || std::isnan(m_baseline))
         return;
     painter->save();
     const graph::SampleSpan &samples = trace.samples;
     // The same density as that at which a plot turns from single samples to columns.
-    const double columns = (frame.right - frame.left) * frame.scaleX;
+    const double columns = (frame.right - frame.left) * frame.mapping.scaleX();
     const bool isDense =
         !trace.isSegments &&
         samples.countUpTo(frame.right) - samples.countBelow(frame.left) > 1.001 * columns + 1.0;
@@ -301,16 +301,15 @@ void IntegralPainter::fillColumns(QPainter *painter, const graph::Curve &curve, 
     const int baseRow = graph::pixel(frame.boundedY(m_baseline));
     const double left = qMax(frame.left, frame.visibleRect.x());
     const double right = qMin(frame.right, frame.visibleRect.x() + frame.visibleRect.width());
-    // The scale comes in single precision; the last visible value may fall short of the last column by this.
-    constexpr double rounding = 1e-3;
-    const int firstColumn = graph::pixel(frame.x(left));
-    const int lastColumn = graph::pixel(frame.x(right) + rounding);
+    const int firstColumn = frame.mapping.column(left);
+    const int lastColumn = frame.mapping.column(right);
     QVector<QLine> strokes;
     int first = samples.countBelow(left);
+    int run = 1;
     for (int column = firstColumn; column <= lastColumn; ++column) {
         const bool isLast = column == lastColumn;
         const int end = isLast ? samples.countUpTo(right, first)
-                               : samples.countBelow(frame.valueOfColumn(column + 1), first);
+                               : graph::columnEnd(samples, frame.mapping, first, column, run);
         graph::MinMax extremes = samples.minMax(first, end);
         const auto addPoint = [&](double x) {
             const double y = graph::interpolatedY(curve, x);
@@ -321,6 +320,7 @@ void IntegralPainter::fillColumns(QPainter *painter, const graph::Curve &curve, 
             addPoint(qMax(left, frame.valueOfColumn(column)));
         if (isLast)
             addPoint(right);
+        run = end - first;
         first = end;
         const bool above = extremes.max - m_baseline >= m_baseline - extremes.min;
         const double farthest = above ? extremes.max : extremes.min;
@@ -344,7 +344,7 @@ void IntegralPainter::drawEdges(QPainter *painter, const graph::Curve &curve, co
                              limit <= frame.visibleRect.x() + frame.visibleRect.width() && !std::isnan(y);
         if (!visible)
             continue;
-        const int column = graph::pixel(frame.x(limit));
+        const int column = frame.mapping.column(limit);
         painter->drawLine(column, graph::pixel(frame.boundedY(m_baseline)), column,
                           graph::pixel(frame.boundedY(y)));
     }

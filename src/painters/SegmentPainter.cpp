@@ -32,9 +32,9 @@ void SegmentPainter::paint(QPainter *painter, const QRectF &visibleRect, float s
     // Clipped before the conversion to pixels, so that a far end does not bend the visible part.
     if (!graph::clipLine(begin, end, visibleRect))
         return;
-    const auto toPixels = [&](const QPointF &point) {
-        return QPoint(graph::pixel((point.x() - visibleRect.x()) * scaleX),
-                      graph::pixel((visibleRect.y() + visibleRect.height() - point.y()) * scaleY));
+    const graph::PixelMapping place = mapping(visibleRect, scaleX, scaleY);
+    const auto toPixels = [&place](const QPointF &point) {
+        return QPoint(place.column(point.x()), place.row(point.y()));
     };
     painter->save();
     QPen pen(m_segmentColor, graph::penWidth(m_lineWidth), m_lineStyle, Qt::RoundCap);

@@ -42,10 +42,11 @@ void TextPainter::paint(QPainter *painter, const QRectF &visibleRect, float scal
     painter->setPen(m_labelColor);
     painter->setFont(m_font);
 
-    int x = graph::pixel((m_origin.x() - visibleRect.x()) * scaleX);
+    const graph::PixelMapping place = mapping(visibleRect, scaleX, scaleY);
+    int x = place.column(m_origin.x());
     if (plotParent())
         x += nudge(x, QFontMetrics(m_font).horizontalAdvance(m_label));
-    const int y = graph::pixel((top - m_origin.y()) * scaleY - m_labelOffset);
+    const int y = graph::pixel(place.y(m_origin.y()) - m_labelOffset);
     const QPoint anchor(x, y);
     painter->drawText(QRect(anchor, anchor), int(m_hTextAlignment | m_vTextAlignment | Qt::TextDontClip),
                       m_label);

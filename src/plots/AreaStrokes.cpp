@@ -1,5 +1,6 @@
 #include "plots/AreaStrokes.h"
 
+#include "data/ColumnSearch.h"
 #include "plots/ColumnEnvelope.h"
 
 #include <cmath>

@@ -1,18 +1,11 @@
 #include "plots/ColumnEnvelope.h"
 
-#include "data/LeadingCount.h"
+#include "data/ColumnSearch.h"
 
 #include <algorithm>
 #include <cmath>
 
 namespace graph {
-
-int columnEnd(const SampleSpan &samples, const PixelMapping &mapping, int from, int column, int guess)
-{
-    return from + leadingCount(samples.size() - from, guess, [&](int i) {
-               return mapping.column(samples.x(from + i)) <= column;
-           });
-}
 
 MinMax finiteMinMax(const SampleSpan &samples, int first, int end)
 {

@@ -10,10 +10,6 @@
 
 namespace graph {
 
-// The first index after `from` whose sample lies right of `column`, of samples of ascending x. Columns never fall along
-// them, so this can search; it asks for exactly the column that is drawn, whatever the rounding.
-int columnEnd(const SampleSpan &samples, const PixelMapping &mapping, int from, int column, int guess);
-
 // The extremes of the finite values among samples first..end-1.
 MinMax finiteMinMax(const SampleSpan &samples, int first, int end);
 

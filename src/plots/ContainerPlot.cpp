@@ -24,21 +24,21 @@ void ContainerPlot::scheduleRedraw()
 
 void ContainerPlot::paint(QPainter *painter)
 {
-    const graph::PixelMapping mapping = pixelMapping();
+    const QRectF visible = visibleRect();
+    // Without a vertical axis the visible maximum reads 0, yet there is a range of 1 to draw in.
+    const double top = axisY() ? maxVisibleY() : visible.y() + visible.height();
+    const graph::PixelMapping mapping(visible.x(), top, visibleRangeX(), visibleRangeY(), size());
     const auto isSinglePrecision = [](double scale) {
         return std::abs(scale) <= std::numeric_limits<float>::max();
     };
     if (!mapping.isDrawable() || !isSinglePrecision(mapping.scaleX()) || !isSinglePrecision(mapping.scaleY()))
         return;
     graph::clearWideRegisters();
-    const QRectF visible = visibleRect();
-    const float scaleX = static_cast<float>(mapping.scaleX());
-    const float scaleY = static_cast<float>(mapping.scaleY());
     const QList<QQuickItem *> items = childItems();
     for (QQuickItem *item : items) {
         auto *figure = dynamic_cast<BasePainter *>(item);
         if (figure && figure->isVisible())
-            figure->paint(painter, visible, scaleX, scaleY);
+            figure->paintWith(mapping, painter, visible);
     }
 }
 

@@ -13,6 +13,8 @@ class tst_common : public QObject
 private slots:
     void pixelsAreGuarded();
     void mappingEnds();
+    void wholePixels_data();
+    void wholePixels();
     void undrawableMappings();
     void fuzzyEqualityAroundZero();
 };
@@ -40,11 +42,50 @@ void tst_common::mappingEnds()
     QVERIFY(mapping.isDrawable());
 }
 
+void tst_common::wholePixels_data()
+{
+    QTest::addColumn<double>("begin");
+    QTest::addColumn<double>("range");
+    QTest::addColumn<double>("size");
+    QTest::addColumn<double>("value");
+    QTest::addColumn<double>("coordinate");
+    QTest::newRow("rounded down") << 0.0 << 100.0 << 58.0 << 100.0 << 57.0;
+    QTest::newRow("a sum short of its value") << 0.0 << 1.0 << 11.0 << 0.7999999999999999 << 8.0;
+    QTest::newRow("downwards") << 100.0 << -100.0 << 58.0 << 0.0 << 57.0;
+    QTest::newRow("left of the item") << 0.0 << 1.0 << 11.0 << -0.30000000000000004 << -3.0;
+    QTest::newRow("far from zero") << 1e9 << 1.0 << 1001.0 << 1e9 + 0.3 << 300.0;
+    QTest::newRow("a trillionth of a pixel is no rounding") << 0.0 << 1.0 << 11.0 << 0.79999999999 << 7.9999999999;
+    QTest::newRow("numbers as coarse as pixels") << 1e16 << 64.0 << 129.0 << 1e16 + 2.0 << 4.0;
+    QTest::newRow("half a pixel") << 0.0 << 3.0 << 4.0 << 1.5 << 1.5;
+    QTest::newRow("beyond whole numbers") << 0.0 << 1.0 << 2.0 << 1e300 << 1e300;
+}
+
+void tst_common::wholePixels()
+{
+    QFETCH(double, begin);
+    QFETCH(double, range);
+    QFETCH(double, size);
+    QFETCH(double, value);
+    QFETCH(double, coordinate);
+    const graph::PixelScale scale(begin, range, size);
+    if (coordinate == std::floor(coordinate))
+        QCOMPARE(scale.coordinate(value) - coordinate, 0.0); // exactly
+    else
+        QVERIFY(scale.coordinate(value) != std::round(coordinate));
+    QVERIFY(std::abs(scale.coordinate(value) - coordinate) <= 1e-12 * std::abs(coordinate));
+    QVERIFY(std::abs(scale.value(scale.coordinate(value)) - value) <= 1e-12 * std::max(1.0, std::abs(value)));
+    // In single precision, as figures may be given their scales, a whole pixel is one as well.
+    const auto single = graph::PixelMapping::fromScales({0.0, 0.0, 100.0, 100.0}, 0.57f, 0.57f);
+    QCOMPARE(single.column(100.0), 57);
+    QCOMPARE(single.row(0.0), 57);
+}
+
 void tst_common::undrawableMappings()
 {
     QVERIFY(!graph::PixelMapping(0, 1, 0, 1, QSizeF(100, 100)).isDrawable());
     QVERIFY(!graph::PixelMapping(0, 1, 1, 1, QSizeF(1, 100)).isDrawable());
     QVERIFY(!graph::PixelMapping(0, 1, 1, std::nan(""), QSizeF(100, 100)).isDrawable());
+    QVERIFY(!graph::PixelMapping(0, 1, 1, 1, QSizeF(100, 1)).isDrawable());
     QVERIFY(!graph::PixelMapping(0, 1, 1, 1, QSizeF(0, 0)).isDrawable());
 }
 

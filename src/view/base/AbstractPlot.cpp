@@ -5,6 +5,35 @@
 #include "data/PlotData.h"
 #include "view/zoom/ZoomRect.h"
 
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace {
+
+// One direction of the plot's mapping, without asking for the ranges of the other.
+graph::PixelScale scaleX(const AbstractPlot &plot)
+{
+    return {plot.minVisibleX(), plot.visibleRangeX(), plot.width()};
+}
+
+graph::PixelScale scaleY(const AbstractPlot &plot)
+{
+    return {plot.maxVisibleY(), -plot.visibleRangeY(), plot.height()};
+}
+
+// The extent of a rectangle whose far edge, the sum of its begin and this, does not fall short of `end` by a rounding
+// error: a figure at the visible maximum is visible.
+double extentUpTo(double begin, double extent, double end)
+{
+    const double missing = end - (begin + extent);
+    const double rounding = std::numeric_limits<double>::epsilon() * std::max(std::abs(begin), std::abs(end));
+    const bool fallsShort = missing > 0.0 && missing <= rounding;
+    return fallsShort ? std::nextafter(extent, std::numeric_limits<double>::infinity()) : extent;
+}
+
+} // namespace
+
 /*!
     \qmltype AbstractPlot
     \inqmlmodule graph_plugin
@@ -63,7 +92,9 @@ double AbstractPlot::baseline() const
 
 QRectF AbstractPlot::visibleRect() const
 {
-    return QRectF(minVisibleX(), minVisibleY(), visibleRangeX(), visibleRangeY());
+    return QRectF(minVisibleX(), minVisibleY(),
+                  extentUpTo(minVisibleX(), visibleRangeX(), maxVisibleX()),
+                  extentUpTo(minVisibleY(), visibleRangeY(), maxVisibleY()));
 }
 
 graph::PixelMapping AbstractPlot::pixelMapping() const
@@ -145,9 +176,9 @@ double AbstractPlot::visibleRangeY() const
 /*!
     \qmlmethod double AbstractPlot::mapToItemX(double x)
     \qmlmethod double AbstractPlot::mapToItemY(double y)
-    The item coordinate in pixels, not rounded, of a value of an axis. The smallest visible x falls on pixel column 0
-    and the greatest on the last one; the greatest visible y falls on pixel row 0. A zero visible range gives an
-    infinity or NaN.
+    The item coordinate in pixels of a value of an axis; not rounded, except that a value which misses a whole pixel
+    only by a rounding error falls on it. The smallest visible x falls on pixel column 0 and the greatest on the last
+    one; the greatest visible y falls on pixel row 0. A zero visible range gives an infinity or NaN.
 
     \qmlmethod double AbstractPlot::mapFromItemX(double px)
     \qmlmethod double AbstractPlot::mapFromItemY(double py)
@@ -160,22 +191,22 @@ double AbstractPlot::visibleRangeY() const
 */
 double AbstractPlot::mapToItemX(double x) const
 {
-    return (x - minVisibleX()) * (width() - 1.0) / visibleRangeX();
+    return scaleX(*this).coordinate(x);
 }
 
 double AbstractPlot::mapFromItemX(double px) const
 {
-    return px * visibleRangeX() / (width() - 1.0) + minVisibleX();
+    return scaleX(*this).value(px);
 }
 
 double AbstractPlot::mapToItemY(double y) const
 {
-    return (maxVisibleY() - y) * (height() - 1.0) / visibleRangeY();
+    return scaleY(*this).coordinate(y);
 }
 
 double AbstractPlot::mapFromItemY(double py) const
 {
-    return maxVisibleY() - py * visibleRangeY() / (height() - 1.0);
+    return scaleY(*this).value(py);
 }
 
 QPointF AbstractPlot::mapToItem(QPointF point) const

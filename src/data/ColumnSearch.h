@@ -1,0 +1,18 @@
+#pragma once
+
+#include "common/PixelMapping.h"
+#include "data/LeadingCount.h"
+#include "data/SampleSpan.h"
+
+namespace graph {
+
+// The first index from `from` on whose sample lies right of `column`, of samples of ascending x. Columns never fall along
+// them, so this can search, outwards from `guess` samples after `from`; it asks for exactly the column that is drawn,
+// whatever the rounding.
+inline int columnEnd(const SampleSpan &samples, const PixelMapping &mapping, int from, int column, int guess)
+{
+    return from + leadingCount(samples.size() - from, guess,
+                               [&](int i) { return mapping.column(samples.x(from + i)) <= column; });
+}
+
+} // namespace graph

@@ -1,0 +1,213 @@
+#include "axis/ValueAxis.h"
+#include "cursors/GraphCursor.h"
+#include "cursors/GraphMarker.h"
+#include "data/PlotPoints.h"
+#include "painters/CrossPainter.h"
+#include "plots/ContainerPlot.h"
+#include "plots/GraphPlot.h"
+#include "plots/GraphPoint.h"
+
+#include <QPaintEngine>
+#include <QPainter>
+#include <QRandomGenerator>
+#include <QtTest>
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+// Keeps the lines that are drawn.
+class LineRecorder : public QPaintEngine, public QPaintDevice
+{
+public:
+    LineRecorder()
+        : QPaintEngine(AllFeatures)
+    {
+    }
+    template <typename Draw> static QVector<QLineF> linesOf(Draw draw)
+    {
+        LineRecorder recorder;
+        QPainter painter(&recorder);
+        draw(&painter);
+        painter.end();
+        return recorder.m_lines;
+    }
+
+    bool begin(QPaintDevice *) override { return true; }
+    bool end() override { return true; }
+    void updateState(const QPaintEngineState &) override {}
+    void drawPixmap(const QRectF &, const QPixmap &, const QRectF &) override {}
+    Type type() const override { return User; }
+    void drawLines(const QLineF *lines, int count) override
+    {
+        for (int i = 0; i < count; ++i)
+            m_lines.append(lines[i]);
+    }
+    QPaintEngine *paintEngine() const override { return const_cast<LineRecorder *>(this); }
+
+protected:
+    int metric(PaintDeviceMetric which) const override
+    {
+        return which == PdmDevicePixelRatioScaled ? int(devicePixelRatioFScale()) : 1;
+    }
+
+private:
+    QVector<QLineF> m_lines;
+};
+
+// Keeps the pixels at which a plot draws its samples.
+class PixelRecorder : public GraphPoint
+{
+public:
+    void paint(QPainter *, int x, int y) override { pixels.append(QPoint(x, y)); }
+    QVector<QPoint> pixels;
+};
+
+// The pixel of a value, counted with more digits than the program has.
+int exactPixel(double value, double begin, double end, int size)
+{
+    const long double range = static_cast<long double>(end) - begin;
+    return int((static_cast<long double>(value) - begin) * (size - 1) / range + 1e-6L);
+}
+
+// All that shows values, over the same two axes.
+struct Chart
+{
+    Chart()
+    {
+        y.setAlignment(Qt::AlignLeft);
+        for (AbstractPlot *item : {static_cast<AbstractPlot *>(&plot), static_cast<AbstractPlot *>(&container)}) {
+            item->setRenderTarget(QQuickPaintedItem::Image);
+            item->setAxisX(&x);
+            item->setAxisY(&y);
+        }
+        plot.setPlotStyle(GraphPlot::ScatterPlot);
+        plot.setPlotBaseline(true);
+        plot.setGraphPoint(&point);
+        plot.setPlotData(&data);
+        auto markers = cursor.markers();
+        markers.append(&markers, &marker);
+        cross.setCrossSize(0);
+    }
+    void show(const QVector<double> &xs, const QVector<double> &ys, const QSize &size)
+    {
+        data.setXData(xs);
+        data.setYData(ys);
+        QCoreApplication::processEvents();
+        plot.setSize(size);
+        container.setSize(size);
+        cursor.setSize(size);
+        cursor.setPlots({&plot});
+        marker.setVisible(true);
+    }
+    QPoint crossAt(double px, double py)
+    {
+        cross.setPoint1X(px);
+        cross.setPoint1Y(py);
+        const auto lines = LineRecorder::linesOf([&](QPainter *painter) { container.paint(painter); });
+        return lines.size() == 2 ? lines.first().p1().toPoint() : QPoint(-1, -1);
+    }
+
+    ValueAxis x;
+    ValueAxis y;
+    PlotPoints data;
+    PixelRecorder point;
+    GraphPlot plot;
+    ContainerPlot container;
+    CrossPainter cross{&container};
+    GraphCursor cursor;
+    GraphMarker marker;
+};
+
+// The places of an axis' lines and the values shown there, from the lowest value on.
+struct Ticks
+{
+    Ticks(ValueAxis &axis, const QSize &size)
+    {
+        const bool horizontal = axis.orientation() == Qt::Horizontal;
+        const auto lines =
+            LineRecorder::linesOf([&](QPainter *painter) { axis.paintLines(painter, QRectF(QPointF(), size)); });
+        for (const QLineF &line : lines)
+            places.append(int(horizontal ? line.x1() : line.y1()));
+        for (const double tick : axis.ticks(axis.numTicks())) {
+            const bool mirrored = axis.rangeOrder() == ValueAxis::Decreasing;
+            values.append(mirrored ? axis.minValue() + axis.maxValue() - tick : tick);
+        }
+        if (axis.rangeOrder() == ValueAxis::Decreasing) {
+            std::reverse(places.begin(), places.end());
+            std::reverse(values.begin(), values.end());
+        }
+    }
+    QVector<int> places;
+    QVector<double> values;
+};
+
+} // namespace
+
+class tst_samepixel : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void lastColumn();
+    void everythingAtOneValue();
+};
+
+void tst_samepixel::lastColumn()
+{
+    Chart chart;
+    chart.x.setMaxValue(100.0);
+    chart.show({0.0, 100.0}, {0.0, 1.0}, QSize(58, 20));
+    chart.cursor.setPosIndex(1);
+    QCOMPARE(Ticks(chart.x, QSize(58, 20)).places.last(), 57);
+    QCOMPARE(chart.cursor.posOnScreen(), 57);
+    QCOMPARE(chart.plot.mapToItemX(100.0), 57.0);
+    QCOMPARE(chart.crossAt(100.0, 0.5).x(), 57);
+}
+
+void tst_samepixel::everythingAtOneValue()
+{
+    QRandomGenerator random(58);
+    for (int round = 0; round < 400; ++round) {
+        Chart chart;
+        const QSize size(random.bounded(2, 700), random.bounded(2, 500));
+        for (ValueAxis *axis : {&chart.x, &chart.y}) {
+            const double unit = std::pow(10.0, random.bounded(13) - 6);
+            const double begin = (random.bounded(200) - 100) * unit / 10.0;
+            axis->setMinValue(begin);
+            axis->setMaxValue(begin + random.bounded(1, 100) * unit);
+            axis->setNumTicks(random.bounded(1, 12));
+            axis->setTickInterval(random.bounded(4) ? ValueAxis::ScaledDecimal : ValueAxis::ScaledBinary);
+            axis->setRangeOrder(random.bounded(4) ? ValueAxis::Increasing : ValueAxis::Decreasing);
+        }
+        const Ticks columns(chart.x, size);
+        const Ticks rows(chart.y, size);
+        QCOMPARE(columns.places.size(), columns.values.size());
+        QCOMPARE(rows.places.size(), rows.values.size());
+        const int count = std::min(columns.values.size(), rows.values.size());
+        chart.show(columns.values.mid(0, count), rows.values.mid(0, count), size);
+        LineRecorder::linesOf([&](QPainter *painter) { chart.plot.paint(painter); });
+        QCOMPARE(chart.point.pixels.size(), count);
+        for (int i = 0; i < count; ++i) {
+            const double x = columns.values.at(i);
+            const double y = rows.values.at(i);
+            const QPoint pixel(exactPixel(x, chart.x.minVisible(), chart.x.maxVisible(), size.width()),
+                               exactPixel(y, chart.y.maxVisible(), chart.y.minVisible(), size.height()));
+            QCOMPARE(QPoint(columns.places.at(i), rows.places.at(i)), pixel);
+            QCOMPARE(chart.point.pixels.at(i), pixel);
+            // A cross a hair outside is not drawn at all; ticks are sums and may end up there.
+            const bool inside = x >= chart.x.minVisible() && x <= chart.x.maxVisible() &&
+                                y >= chart.y.minVisible() && y <= chart.y.maxVisible();
+            QCOMPARE(chart.crossAt(x, y), inside ? pixel : QPoint(-1, -1));
+            QCOMPARE(QPoint(int(chart.plot.mapToItemX(x)), int(chart.plot.mapToItem(QPointF(x, y)).y())), pixel);
+            chart.cursor.setPosIndex(i);
+            QCOMPARE(chart.cursor.posOnScreen(), pixel.x());
+            chart.marker.setPosIndex(i);
+            QCOMPARE(QPoint(chart.marker.posOnScreen(), chart.marker.yPosOnScreen()), pixel);
+        }
+    }
+}
+
+QTEST_MAIN(tst_samepixel)
+#include "tst_samepixel.moc"
