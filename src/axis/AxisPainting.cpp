@@ -45,18 +45,23 @@ bool showsLabels(const ValueAxis &axis)
 }
 
 // Dashes that cannot be drawn, or that would be so short that a line takes for ever, become a solid line.
-QPen drawablePen(QPen pen)
+QPen drawablePen(QPen pen, QVector<qreal> dashes)
 {
     if (pen.style() != Qt::CustomDashLine)
         return pen;
     double sum = 0.0;
-    bool drawable = true;
-    for (const double length : pen.dashPattern()) {
-        drawable = drawable && length >= 0.0 && length < 1e4;
+    bool drawable = !dashes.isEmpty();
+    for (const double length : qAsConst(dashes)) {
+        drawable = drawable && length >= 0.0 && length <= 1e4;
         sum += length;
     }
-    if (!drawable || sum < 0.1)
+    if (!drawable || sum < 0.5 * dashes.size()) {
         pen.setStyle(Qt::SolidLine);
+        return pen;
+    }
+    if (dashes.size() % 2 == 1)
+        dashes.append(1.0);
+    pen.setDashPattern(dashes);
     return pen;
 }
 
@@ -98,7 +103,7 @@ void AxisPainting::paintLines(QPainter *painter)
     }
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing, false);
-    painter->setPen(drawablePen(m_axis.gridPen()));
+    painter->setPen(drawablePen(m_axis.gridPen(), m_axis.lineDashPattern()));
     painter->drawLines(lines);
     painter->restore();
 }
@@ -119,6 +124,7 @@ void AxisPainting::paintLabels(QPainter *painter, AxisTexts &texts)
     if (texts.ticks != known)
         texts = {known, {}};
     m_texts = &texts;
+    checkTexts();
     painter->save();
     painter->setFont(m_axis.labelFont());
     painter->setPen(m_axis.labelColor());
@@ -187,10 +193,30 @@ const AxisTexts::Text &AxisPainting::text(double tick)
     const auto known = m_texts->texts.constFind(tick);
     if (known != m_texts->texts.constEnd())
         return *known;
-    // What repeated adding leaves of a zero would read 1.4e-17.
-    const double value = std::abs(tick) < 1e-9 * m_interval ? 0.0 : tick;
-    const QString text = m_axis.formattedValue(value);
+    const QString text = m_axis.formattedValue(labelledValue(tick));
     return *m_texts->texts.insert(tick, {text, m_metrics.horizontalAdvance(text)});
+}
+
+// What repeated adding leaves of a zero would read 1.4e-17.
+double AxisPainting::labelledValue(double tick) const
+{
+    return std::abs(tick) < 1e-9 * m_interval ? 0.0 : tick;
+}
+
+// A formatter may answer differently at any time, its digits come over the bus, and tells nobody.
+void AxisPainting::checkTexts()
+{
+    if (!m_axis.formatter())
+        return;
+    const auto &texts = m_texts->texts;
+    const bool stale = std::any_of(texts.keyValueBegin(), texts.keyValueEnd(), [this](const auto &known) {
+        return m_axis.formattedValue(labelledValue(known.first)) != known.second.text;
+    });
+    if (!stale)
+        return;
+    m_texts->texts.clear();
+    // Not at once: this is a repaint, perhaps in another thread.
+    QMetaObject::invokeMethod(&m_axis, [axis = &m_axis] { axis->updateRequiredMargin(); }, Qt::QueuedConnection);
 }
 
 void AxisPainting::paintHorizontalLabels(QPainter *painter)

@@ -35,6 +35,8 @@ private:
     double place(double value) const;
     int tickCount() const;
     const AxisTexts::Text &text(double tick);
+    double labelledValue(double tick) const;
+    void checkTexts();
 
     void paintHorizontalLabels(QPainter *painter);
     void paintVerticalLabels(QPainter *painter);

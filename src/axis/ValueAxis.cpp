@@ -139,13 +139,40 @@ void ValueAxis::setZoomRect(ZoomRect *zoomRect)
 void ValueAxis::handleValueRangeChanged()
 {
     if (m_visibleRange > 0.0) {
-        setMinVisible(m_minVisible);
-        setMaxVisible(m_maxVisible);
+        pushVisibleRange();
         return;
     }
     setLowerBound(m_lowerBound);
     setUpperBound(m_upperBound);
     emit visibleRangeChanged();
+}
+
+// Writes the visible edges again after a change of the full range, which moves them in the zoom rectangle.
+void ValueAxis::pushVisibleRange()
+{
+    double lowest = m_minVisible;
+    double highest = m_maxVisible;
+    if (m_zoomRect) {
+        // Between writes of both ends the range may be the wrong way round; the second write has room again.
+        if (!(valueRange() > 0.0))
+            return;
+        const double span = highest - lowest;
+        if (highest > m_maxValue) {
+            highest = m_maxValue;
+            lowest = std::max(m_minValue, highest - span);
+        } else if (lowest < m_minValue) {
+            lowest = m_minValue;
+            highest = std::min(m_maxValue, lowest + span);
+        }
+        // The rectangle stops an edge short of the other one, which then has to make way first.
+        const bool horizontal = m_orientation == Qt::Horizontal;
+        const double farEdge = horizontal ? m_zoomRect->right() - m_zoomRect->minWidth()
+                                          : m_zoomRect->bottom() - m_zoomRect->minHeight();
+        if ((lowest - m_minValue) / valueRange() > farEdge)
+            setMaxVisible(highest);
+    }
+    setMinVisible(lowest);
+    setMaxVisible(highest);
 }
 
 void ValueAxis::paintLines(QPainter *painter, const QRectF &rect)
@@ -191,7 +218,10 @@ void ValueAxis::setMinValue(double minValue)
     const bool pinned = m_visibleRange > 0.0 && graph::fuzzyEqual(m_minValue, m_minVisible);
     if (pinned) {
         m_minVisible = minValue;
-        m_maxVisible = std::min(m_maxValue, minValue + m_visibleRange);
+        m_maxVisible = minValue + m_visibleRange;
+        // A begin beyond the end is written on the way to a range further up, whose end follows.
+        if (minValue < m_maxValue)
+            m_maxVisible = std::min(m_maxValue, m_maxVisible);
     }
     m_ticksDirty = true;
     m_minValue = minValue;
@@ -216,7 +246,9 @@ void ValueAxis::setMaxValue(double maxValue)
     const bool pinned = m_visibleRange > 0.0 && graph::fuzzyEqual(m_maxValue, m_maxVisible);
     if (pinned) {
         m_maxVisible = maxValue;
-        m_minVisible = std::max(m_minValue, maxValue - m_visibleRange);
+        m_minVisible = maxValue - m_visibleRange;
+        if (m_minValue < maxValue)
+            m_minVisible = std::max(m_minValue, m_minVisible);
     }
     m_ticksDirty = true;
     m_maxValue = maxValue;
@@ -315,21 +347,21 @@ void ValueAxis::setLineJoinStyle(Qt::PenJoinStyle style)
 
 /*!
     \qmlproperty list<real> ValueAxis::lineDashPattern
-    Lengths of dashes and gaps in turn, in units of the line width. Ignored when a length is negative or not
-    finite, or when they are shorter than half a unit on average.
+    Lengths of dashes and gaps in turn, in units of the line width. A write makes lineStyle Qt.CustomDashLine. The line
+    is drawn solid when a length is negative, not finite or above 10000, and when they are shorter than half a unit on
+    average; without a last gap, that is 1.
 */
 void ValueAxis::setLineDashPattern(const QVector<qreal> &pattern)
 {
-    // The painter would take minutes, or for ever, to cut a line into such dashes.
-    double sum = 0.0;
-    for (const double length : pattern) {
-        if (!(length >= 0.0))
-            return;
-        sum += length;
-    }
-    if (!std::isfinite(sum) || sum < 0.5 * pattern.size())
-        return;
-    m_linePen.setDashPattern(pattern);
+    // Not into the pen, which warns of an odd number and changes it: drawing sees to what can be drawn.
+    m_dashPattern = pattern;
+    if (!pattern.isEmpty())
+        m_linePen.setStyle(Qt::CustomDashLine);
+}
+
+QVector<qreal> ValueAxis::lineDashPattern() const
+{
+    return m_linePen.style() == Qt::CustomDashLine ? m_dashPattern : m_linePen.dashPattern();
 }
 
 void ValueAxis::setLineWidth(int width)
@@ -523,7 +555,8 @@ void ValueAxis::setTickLabels(const QStringList &labels)
 /*!
     \qmlproperty BaseFormatter ValueAxis::formatter
     Makes the texts of the labels; null, the default, shows tickLabels and plain numbers. The axis adopts a
-    formatter that has no parent.
+    formatter that has no parent. It follows the digits of the data that a formatter belongs to; after other changes of a
+    formatter the labels are right with the next repaint, see emitAxisChanged().
 */
 void ValueAxis::setFormatter(BaseFormatter *formatter)
 {
@@ -533,7 +566,22 @@ void ValueAxis::setFormatter(BaseFormatter *formatter)
     m_ticksDirty = true;
     if (formatter && !formatter->parent())
         formatter->setParent(this);
+    followDigits(formatter ? formatter->parent() : nullptr);
     emit formatterChanged();
+}
+
+// A formatter tells nobody that it formats differently; the data object that made it and sets its digits does.
+void ValueAxis::followDigits(QObject *owner)
+{
+    static const char *const changes[] = {SIGNAL(xSigDigsChanged(int)), SIGNAL(ySigDigsChanged(int)),
+                                          SIGNAL(xPrecisionChanged(int)), SIGNAL(yPrecisionChanged(int))};
+    if (m_digitsOwner)
+        disconnect(m_digitsOwner, nullptr, this, SLOT(emitAxisChanged()));
+    m_digitsOwner = owner == this ? nullptr : owner;
+    for (const char *change : changes) {
+        if (m_digitsOwner && m_digitsOwner->metaObject()->indexOfSignal(change + 1) >= 0)
+            connect(m_digitsOwner, change, this, SLOT(emitAxisChanged()));
+    }
 }
 
 /*!

@@ -87,7 +87,7 @@ public:
     double visibleRange() const { return m_visibleRange; }
     QColor lineColor() const { return m_linePen.color(); }
     Qt::PenJoinStyle lineJoinStyle() const { return m_linePen.joinStyle(); }
-    QVector<qreal> lineDashPattern() const { return m_linePen.dashPattern(); }
+    QVector<qreal> lineDashPattern() const;
     int lineWidth() const { return m_linePen.width(); }
     Qt::PenStyle lineStyle() const { return m_linePen.style(); }
     QColor labelColor() const { return m_labelColor; }
@@ -133,6 +133,9 @@ public:
     int getLabelHeight() const;
     bool getTicksDirty() const { return m_ticksDirty; }
     void setTicksDirty(bool dirty) { m_ticksDirty = dirty; }
+
+    // Announces requiredMargin where it has changed, for example with the digits of the formatter.
+    void updateRequiredMargin();
 
     // Draw into the plot rectangle of a plane, labels also into the margins around it.
     void paintLines(QPainter *painter, const QRectF &rect);
@@ -206,7 +209,8 @@ protected:
     void timerEvent(QTimerEvent *event) override;
 
 private:
-    void updateRequiredMargin();
+    void pushVisibleRange();
+    void followDigits(QObject *owner);
 
     Qt::Alignment m_alignment = Qt::AlignBottom;
     Qt::Orientation m_orientation = Qt::Horizontal;
@@ -215,6 +219,7 @@ private:
     double m_minVisible = 0.0;
     double m_maxVisible = 1.0;
     QPen m_linePen;
+    QVector<qreal> m_dashPattern;
     QColor m_labelColor = Qt::black;
     QColor m_verticalUnitLabelColor;
     QFont m_labelFont;
@@ -233,6 +238,7 @@ private:
     QList<qreal> m_ticks{1.0, 1.5, 2.0, 2.5, 5.0, 10.0};
     QStringList m_tickLabels;
     QPointer<BaseFormatter> m_formatter;
+    QPointer<QObject> m_digitsOwner;
     QPointer<QQuickItem> m_labelsPlane;
     QPointer<QQuickItem> m_linesPlane;
     double m_visibleRange = 0.0;

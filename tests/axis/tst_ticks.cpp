@@ -1,10 +1,12 @@
 #include "axis/TickSearch.h"
 #include "axis/ValueAxis.h"
 
+#include <QFontMetrics>
 #include <QRandomGenerator>
 #include <QtTest>
 
 #include <cmath>
+#include <functional>
 #include <limits>
 
 namespace {
@@ -28,6 +30,9 @@ double plainDecimalInterval(double range, int count)
 
 } // namespace
 
+using Change = std::function<void(ValueAxis &)>;
+Q_DECLARE_METATYPE(Change)
+
 class tst_ticks : public QObject
 {
     Q_OBJECT
@@ -40,7 +45,11 @@ private slots:
     void binarySearchBrackets();
     void degenerateInput();
     void counts();
+    void countsOfPixels_data();
+    void countsOfPixels();
     void cacheFollowsTheCount();
+    void changesRebuild_data();
+    void changesRebuild();
 };
 
 void tst_ticks::lists_data()
@@ -176,16 +185,79 @@ void tst_ticks::counts()
     QCOMPARE(ValueAxis::computeTickCount(480, -2.5, 0.5), 5);
 }
 
+void tst_ticks::countsOfPixels_data()
+{
+    QTest::addColumn<bool>("dynamic");
+    QTest::addColumn<bool>("vertical");
+    QTest::addColumn<double>("labels"); // that fill the length
+    QTest::addColumn<int>("count");
+    QTest::newRow("as set") << false << false << 100.0 << 7;
+    QTest::newRow("as set, vertical") << false << true << 100.0 << 7;
+    QTest::newRow("by label widths") << true << false << 10.1 << 5;
+    QTest::newRow("by label heights") << true << true << 10.1 << 5;
+}
+
+void tst_ticks::countsOfPixels()
+{
+    QFETCH(bool, dynamic);
+    QFETCH(bool, vertical);
+    QFETCH(double, labels);
+    ValueAxis axis;
+    axis.setNumTicks(7);
+    if (dynamic)
+        axis.setTickInterval(ValueAxis::DisplayDynamic);
+    const QFontMetrics metrics(axis.labelFont());
+    const int label = vertical ? metrics.height() : 5 * metrics.boundingRect('0').width();
+    QVERIFY(metrics.height() != 5 * metrics.boundingRect('0').width());
+    QTEST(vertical ? axis.computeTickCountV(labels * label) : axis.computeTickCountH(labels * label), "count");
+}
+
 void tst_ticks::cacheFollowsTheCount()
 {
     ValueAxis axis;
     QCOMPARE(axis.ticks(0), axis.buildTicks(5));
     QCOMPARE(axis.ticks(10), axis.buildTicks(10));
     QVERIFY(!axis.getTicksDirty());
-    axis.setUpperBound(0.5);
-    QCOMPARE(axis.ticks(10), axis.buildTicks(10));
-    axis.setNumTicks(2);
-    QCOMPARE(axis.ticks(0), axis.buildTicks(2));
+}
+
+void tst_ticks::changesRebuild_data()
+{
+    QTest::addColumn<Change>("change");
+    const auto row = [](const char *name, Change change) { QTest::newRow(name) << change; };
+    row("lower bound", [](ValueAxis &axis) { axis.setLowerBound(0.5); });
+    row("upper bound", [](ValueAxis &axis) { axis.setUpperBound(0.5); });
+    row("begin", [](ValueAxis &axis) { axis.setMinValue(-20.0); });
+    row("end", [](ValueAxis &axis) { axis.setMaxValue(20.0); });
+    row("visible begin", [](ValueAxis &axis) { axis.setMinVisible(-1.0); });
+    row("visible end", [](ValueAxis &axis) { axis.setMaxVisible(9.0); });
+    row("mantissas", [](ValueAxis &axis) { axis.setTicks({3.0}); });
+    row("kind", [](ValueAxis &axis) { axis.setTickInterval(ValueAxis::ScaledBinary); });
+    row("spacing", [](ValueAxis &axis) { axis.setCustomInterval(0.7); });
+    row("order", [](ValueAxis &axis) { axis.setRangeOrder(ValueAxis::Decreasing); });
+    row("number", [](ValueAxis &axis) { axis.setNumTicks(11); });
+    row("unit", [](ValueAxis &axis) { axis.setFormatter(getFormatter("FeetFormatter")); });
+}
+
+void tst_ticks::changesRebuild()
+{
+    QFETCH(Change, change);
+    qputenv("LC_MEASUREMENT", "de_DE.UTF-8");
+    ValueAxis axis;
+    axis.setMaxValue(10.0);
+    axis.setMaxVisible(7.0);
+    const QList<qreal> before = axis.ticks(0);
+    change(axis);
+    QVERIFY(axis.ticks(0) != before);
+    QCOMPARE(axis.ticks(0), axis.buildTicks(axis.numTicks()));
+    // What may move ticks some day counts as well.
+    const Change others[] = {[](ValueAxis &a) { a.setAxisStyle(ValueAxis::TicksOnly); },
+                             [](ValueAxis &a) { a.setDynamicTicksRatio(0.3); },
+                             [](ValueAxis &a) { a.setBaseline(-3.0); }};
+    for (const Change &other : others) {
+        axis.ticks(0);
+        other(axis);
+        QVERIFY(axis.getTicksDirty());
+    }
 }
 
 QTEST_MAIN(tst_ticks)

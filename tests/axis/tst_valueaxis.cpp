@@ -1,10 +1,11 @@
 #include "axis/ValueAxis.h"
 #include "common/PixelMapping.h"
+#include "data/PlotSeries.h"
 #include "platform/ui/SystemLocale.h"
+#include "support/Pictures.h"
 #include "view/base/XYScale.h"
 
 #include <QFontMetrics>
-#include <QImage>
 #include <QPaintEngine>
 #include <QPainter>
 #include <QRandomGenerator>
@@ -16,13 +17,21 @@
 
 namespace {
 
+// Writes down what it is asked for.
 class FeetFormatter : public BaseFormatter
 {
 public:
-    QString formatValue(const QVariant &value) const override { return "<" + value.toString() + ">"; }
+    QString formatValue(const QVariant &value) const override
+    {
+        asked.append(value.toDouble());
+        return "<" + QString::number(value.toDouble(), 'f', decimals) + ">";
+    }
     QString getType() const override { return "FeetFormatter"; }
     void setSigDigs(int) override {}
-    void setPrecision(int) override {}
+    void setPrecision(int precision) override { decimals = precision; }
+
+    int decimals = 0;
+    mutable QVector<double> asked;
 };
 
 struct Text
@@ -85,11 +94,20 @@ class tst_valueaxis : public QObject
 private slots:
     void alignmentMovesTheAxis();
     void changesAreCoalesced();
+    void changesComeThroughAConstantStream();
     void pinnedSpanMoves();
+    void spanSurvivesItsRange_data();
+    void spanSurvivesItsRange();
     void followsTheZoomRect();
     void waitsForTheEndOfMovement();
     void textsOfValues();
+    void textsFollowTheFormatter();
+    void linesStandOnThePlotsPixels_data();
     void linesStandOnThePlotsPixels();
+    void dashes_data();
+    void dashes();
+    void sides_data();
+    void sides();
     void labelsAndUnit();
     void labelsKeepTheirPlaceWhilePanning();
     void labelsStayWholeAndApart();
@@ -140,6 +158,20 @@ void tst_valueaxis::changesAreCoalesced()
     QCOMPARE(axis.margin(), axis.requiredMargin());
 }
 
+void tst_valueaxis::changesComeThroughAConstantStream()
+{
+    ValueAxis axis;
+    QSignalSpy changed(&axis, SIGNAL(axisChanged()));
+    QTimer producer;
+    int writes = 0;
+    connect(&producer, &QTimer::timeout, [&] { axis.setUnit(QString::number(++writes)); });
+    producer.start(0);
+    for (int pass = 0; pass < 20; ++pass)
+        QCoreApplication::processEvents();
+    QVERIFY(writes > 10);
+    QVERIFY(changed.count() >= writes / 2 - 1);
+}
+
 void tst_valueaxis::pinnedSpanMoves()
 {
     ValueAxis axis;
@@ -167,6 +199,55 @@ void tst_valueaxis::pinnedSpanMoves()
     axis.setMaxValue(120.0);
     QCOMPARE(axis.minVisible(), 110.0);
     QCOMPARE(axis.maxVisible(), 120.0);
+}
+
+void tst_valueaxis::spanSurvivesItsRange_data()
+{
+    QTest::addColumn<bool>("maxFirst");
+    QTest::addColumn<double>("lowest");
+    QTest::addColumn<double>("minValue");
+    QTest::addColumn<double>("maxValue");
+    QTest::addColumn<double>("shown");
+    for (const bool maxFirst : {false, true}) {
+        const QByteArray order = maxFirst ? "max first: " : "min first: ";
+        const auto row = [&](const char *name, double lowest, double minValue, double maxValue, double shown) {
+            QTest::newRow(order + name) << maxFirst << lowest << minValue << maxValue << shown;
+        };
+        row("smaller", 30.0, 0.0, 50.0, 30.0);
+        row("larger", 30.0, 0.0, 1000.0, 30.0);
+        row("begin moves", 60.0, 50.0, 100.0, 60.0);
+        row("too small above", 30.0, 0.0, 35.0, 25.0);
+        row("too small below", 30.0, 33.0, 100.0, 33.0);
+        row("further up", 30.0, 200.0, 300.0, 200.0);
+        row("further down", 30.0, -300.0, -200.0, -210.0);
+        row("at the begin", 0.0, 20.0, 80.0, 20.0);
+        row("at the end", 90.0, 20.0, 80.0, 70.0);
+    }
+}
+
+void tst_valueaxis::spanSurvivesItsRange()
+{
+    QFETCH(bool, maxFirst);
+    QFETCH(double, lowest);
+    QFETCH(double, minValue);
+    QFETCH(double, maxValue);
+    QFETCH(double, shown);
+    for (const Qt::Alignment alignment : {Qt::AlignBottom, Qt::AlignLeft}) {
+        ZoomRect zoom;
+        ValueAxis axis;
+        axis.setAlignment(alignment);
+        axis.setMaxValue(100.0);
+        axis.setZoomRect(&zoom);
+        axis.setVisibleRange(10.0);
+        axis.setMaxVisible(lowest + 10.0);
+        axis.setMinVisible(lowest);
+        if (maxFirst)
+            axis.setMaxValue(maxValue);
+        axis.setMinValue(minValue);
+        axis.setMaxValue(maxValue);
+        QVERIFY2(std::abs(axis.minVisible() - shown) < 1e-9, qPrintable(QString::number(axis.minVisible())));
+        QVERIFY2(std::abs(axis.maxVisible() - shown - 10.0) < 1e-9, qPrintable(QString::number(axis.maxVisible())));
+    }
 }
 
 void tst_valueaxis::followsTheZoomRect()
@@ -251,29 +332,172 @@ void tst_valueaxis::textsOfValues()
     QCOMPARE(axis.formattedValue(2.0), QString("c"));
 }
 
-void tst_valueaxis::linesStandOnThePlotsPixels()
+// A formatter may answer differently at any time; nothing but asking tells.
+void tst_valueaxis::textsFollowTheFormatter()
 {
     ValueAxis axis;
+    axis.setAlignment(Qt::AlignLeft);
+    auto *formatter = new FeetFormatter;
+    axis.setFormatter(formatter);
+    axis.setCustomInterval(0.5);
+    const QRectF rect(0, 0, 200, 200);
+    QSignalSpy margin(&axis, SIGNAL(requiredMarginChanged()));
+    QCOMPARE(words(paintedTexts(axis, rect)), (QStringList{"<1>", "<1>", "<0>"}));
+    QCoreApplication::processEvents();
+    formatter->setPrecision(1);
+    margin.clear();
+    QCOMPARE(words(paintedTexts(axis, rect)), (QStringList{"<1.0>", "<0.5>", "<0.0>"}));
+    QCOMPARE(margin.count(), 0);
+    QCoreApplication::processEvents();
+    QCOMPARE(margin.count(), 1);
+    // Each label is asked for once a repaint, and so are the ends of the range.
+    formatter->asked.clear();
+    paintedTexts(axis, rect);
+    std::sort(formatter->asked.begin(), formatter->asked.end());
+    QCOMPARE(formatter->asked, (QVector<double>{0.0, 0.5, 1.0}));
+
+    // The data that made the formatter tells of its digits.
+    PlotSeries series;
+    series.setXUnits("dBm");
+    axis.setFormatter(series.xFormatter());
+    QCoreApplication::processEvents();
+    QSignalSpy changed(&axis, SIGNAL(axisChanged()));
+    series.setXPrecision(5);
+    QCoreApplication::processEvents();
+    QCOMPARE(changed.count(), 1);
+    axis.setFormatter(formatter);
+    QCoreApplication::processEvents();
+    series.setXSigDigs(5);
+    QCoreApplication::processEvents();
+    QCOMPARE(changed.count(), 2);
+}
+
+void tst_valueaxis::linesStandOnThePlotsPixels_data()
+{
+    QTest::addColumn<int>("alignment");
+    QTest::addColumn<int>("order");
+    QTest::newRow("bottom") << int(Qt::AlignBottom) << int(ValueAxis::Increasing);
+    QTest::newRow("top, decreasing") << int(Qt::AlignTop) << int(ValueAxis::Decreasing);
+    QTest::newRow("left") << int(Qt::AlignLeft) << int(ValueAxis::Increasing);
+    QTest::newRow("right, decreasing") << int(Qt::AlignRight) << int(ValueAxis::Decreasing);
+}
+
+void tst_valueaxis::linesStandOnThePlotsPixels()
+{
+    QFETCH(int, alignment);
+    QFETCH(int, order);
+    ValueAxis axis;
+    axis.setAlignment(Qt::Alignment(alignment));
+    axis.setRangeOrder(ValueAxis::AxisRangeOrder(order));
+    axis.setMaxValue(2.0);
     axis.setMinVisible(0.1);
     axis.setMaxVisible(1.3);
-    axis.setCustomInterval(0.05);
+    axis.setCustomInterval(0.15);
     axis.setLineColor(Qt::red);
-    QImage image(97, 20, QImage::Format_RGB32);
-    image.fill(Qt::white);
-    QPainter painter(&image);
-    const QRectF rect(10, 2, 80, 15);
-    axis.paintLines(&painter, rect);
-    painter.end();
-    const graph::PixelMapping mapping(0.1, 1.3, 1.3 - 0.1, 1.0, rect.size());
-    QSet<int> columns;
-    for (const double tick : axis.ticks(5))
-        columns.insert(10 + mapping.column(tick));
-    for (int x = 0; x < image.width(); ++x) {
-        const QColor expected = columns.contains(x) ? Qt::red : Qt::white;
-        QCOMPARE(image.pixelColor(x, 2), expected);
-        QCOMPARE(image.pixelColor(x, 16), expected);
-        QCOMPARE(image.pixelColor(x, 1), QColor(Qt::white));
-        QCOMPARE(image.pixelColor(x, 17), QColor(Qt::white));
+    const QRect rect(10, 4, 80, 65);
+    const QImage image =
+        picture([&](QPainter *painter) { axis.paintLines(painter, rect); }, QSize(100, 80), Qt::white);
+    const graph::PixelMapping mapping(0.1, 1.3, 1.3 - 0.1, 1.3 - 0.1, rect.size());
+    const bool horizontal = axis.orientation() == Qt::Horizontal;
+    QSet<int> lines;
+    for (const double tick : axis.ticks(5)) {
+        const double value = order == ValueAxis::Decreasing ? 2.0 - tick : tick;
+        lines.insert(horizontal ? 10 + mapping.column(value) : 4 + mapping.row(value));
+    }
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            const bool isLine = rect.contains(x, y) && lines.contains(horizontal ? x : y);
+            QCOMPARE(image.pixelColor(x, y), QColor(isLine ? Qt::red : Qt::white));
+        }
+    }
+}
+
+void tst_valueaxis::dashes_data()
+{
+    QTest::addColumn<QVector<qreal>>("pattern");
+    QTest::addColumn<int>("inked");
+    QTest::newRow("as written") << QVector<qreal>{4, 2} << 40;
+    QTest::newRow("no last gap") << QVector<qreal>{4} << 48;
+    QTest::newRow("none") << QVector<qreal>{} << 60;
+    QTest::newRow("negative") << QVector<qreal>{4, -2} << 60;
+    QTest::newRow("not finite") << QVector<qreal>{4, qInf()} << 60;
+    QTest::newRow("no number") << QVector<qreal>{qQNaN(), 4} << 60;
+    QTest::newRow("too fine") << QVector<qreal>{1e-9, 1e-9} << 60;
+    QTest::newRow("nothing") << QVector<qreal>{0, 0} << 60;
+}
+
+void tst_valueaxis::dashes()
+{
+    QFETCH(QVector<qreal>, pattern);
+    ValueAxis axis;
+    axis.setLineStyle(Qt::DashDotLine);
+    axis.setLineStyle(Qt::SolidLine);
+    axis.setLineDashPattern(pattern);
+    QCOMPARE(axis.lineDashPattern().size(), pattern.size());
+    for (int i = 0; i < pattern.size(); ++i)
+        QVERIFY(axis.lineDashPattern().at(i) == pattern.at(i) || std::isnan(pattern.at(i)));
+    axis.setCustomInterval(1.0);
+    axis.setMaxVisible(1.5);
+    const QImage image = picture([&](QPainter *painter) { axis.paintLines(painter, QRectF(0, 0, 60, 60)); });
+    int inked = 0;
+    for (int y = 0; y < image.height(); ++y)
+        inked += isInk(image.pixelColor(0, y));
+    QTEST(inked, "inked");
+    axis.setLineStyle(Qt::DashLine);
+    QCOMPARE(axis.lineDashPattern(), QPen(Qt::DashLine).dashPattern());
+}
+
+void tst_valueaxis::sides_data()
+{
+    QTest::addColumn<int>("alignment");
+    QTest::addColumn<int>("margin");
+    QTest::addColumn<QByteArray>("edge"); // of the text
+    QTest::addColumn<double>("place");
+    const auto row = [](const char *name, int alignment, int margin, const char *edge, double place) {
+        QTest::newRow(name) << alignment << margin << QByteArray(edge) << place;
+    };
+    row("below", Qt::AlignBottom, 40, "top", 242.0);
+    row("above", Qt::AlignTop, 40, "bottom", 38.0);
+    row("left of it", Qt::AlignLeft, 40, "right", 46.0);
+    row("right of it", Qt::AlignRight, 40, "left", 354.0);
+    row("inside, bottom", Qt::AlignBottom, 0, "bottom", 238.0);
+    row("inside, top", Qt::AlignTop, 0, "top", 42.0);
+    row("inside, left", Qt::AlignLeft, 0, "left", 52.0);
+    row("inside, right", Qt::AlignRight, 0, "right", 348.0);
+    row("middle row", Qt::AlignVCenter, 40, "top", 142.0);
+    row("middle column", Qt::AlignHCenter, 40, "right", 196.0);
+}
+
+void tst_valueaxis::sides()
+{
+    QFETCH(int, alignment);
+    QFETCH(int, margin);
+    QFETCH(QByteArray, edge);
+    QFETCH(double, place);
+    XYScale plane;
+    plane.setSize({400, 300});
+    ValueAxis axis;
+    axis.setLabelsPlane(&plane);
+    axis.setAlignment(Qt::Alignment(alignment));
+    axis.setMargin(margin);
+    axis.setMaxValue(8.0);
+    axis.setCustomInterval(2.0);
+    const QVector<Text> texts = paintedTexts(axis, QRectF(50, 40, 300, 200));
+    QCOMPARE(texts.size(), 5);
+    const bool horizontal = axis.orientation() == Qt::Horizontal;
+    for (const Text &text : texts) {
+        const QRectF box = text.rect;
+        QCOMPARE(edge == "top" ? box.top() : edge == "bottom" ? box.bottom() : edge == "left" ? box.left() : box.right(),
+                 place);
+        const bool atAnEnd = text.text == "0" || text.text == "8";
+        const double fraction = text.text.toDouble() / 8.0;
+        const double wanted = horizontal ? 50.0 + int(fraction * 299) : 40.0 + int((1.0 - fraction) * 199);
+        // Inside the plot area the numbers of a vertical axis are above their lines.
+        const double reference = horizontal ? box.left() + int(box.width()) / 2
+                                 : margin > 0 && alignment != Qt::AlignHCenter
+                                     ? box.top() + int(box.height()) / 2
+                                     : box.top() + int(box.height()) / 2 * 2;
+        QVERIFY2(atAnEnd || reference == wanted, qPrintable(text.text));
     }
 }
 
