@@ -55,7 +55,7 @@ Item {
         id: flag
 
         visible: grab.shown && grab.text !== ""
-        // Odd, so that it stands evenly on the line.
+        // Odd, so that the line is in its middle.
         width: Math.ceil(Math.max(height, name.implicitWidth + 8)) | 1
         height: Math.ceil(name.implicitHeight) + 4
         x: grab.horizontal ? 2 : Math.max(0, Math.min(grab.line - (width - 1) / 2, grab.width - width))

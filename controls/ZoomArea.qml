@@ -31,7 +31,7 @@ Flickable {
             zoomRect.setCenterAndZoom(Qt.vector2d(1, 1), Qt.point(0.5, 0.5));
     }
 
-    // As the plots map it: the last pixel stands for the end of the visible range.
+    // As the plots map it: the last pixel is the end of the visible range.
     function fractionAtX(px) {
         return zoomRect.left + px / Math.max(1, width - 1) * zoomRect.width;
     }

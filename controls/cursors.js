@@ -7,7 +7,7 @@ function zoomRect(cursor) {
     return cursor && cursor.parent && cursor.parent.zoomRect ? cursor.parent.zoomRect : null;
 }
 
-// The plot that the cursor stands on. A cursor without a chosen one tells of a new list of plots but not of a new first
+// The plot that the cursor is on. A cursor without a chosen one tells of a new list of plots but not of a new first
 // plot, so that a binding has to hear of the list.
 function primaryPlot(cursor) {
     return cursor && cursor.plots.length >= 0 ? cursor.primaryPlot : null;

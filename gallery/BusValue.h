@@ -8,7 +8,7 @@ class ORNClientItem;
 
 namespace gallery {
 
-// An item of a service as a value that point decorations take; without an address whatever QML writes to it.
+// An item of a service as a value that point decorations take; without an address it holds what QML writes to it.
 class BusValue : public OrnData
 {
     Q_OBJECT

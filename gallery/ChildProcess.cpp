@@ -26,7 +26,7 @@ void ChildProcess::stop()
 {
     if (state() == NotRunning)
         return;
-    // An end that was asked for is no news to whoever watches for crashes.
+    // An end that was asked for is not a crash, so nobody is told of it.
     const QSignalBlocker quiet(this);
     terminate();
     if (waitForFinished(endTimeout))

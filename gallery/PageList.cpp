@@ -12,7 +12,7 @@ const char replayService[] = "replay";
 
 PageList simulatedPages()
 {
-    // The instrument that is named last is on the bus last: it stands for all.
+    // The instruments appear on the bus in this order: when the last one is there, all of them are.
     const QStringList allInstruments = {"--instrument", "analyzer", "--instrument", "otdr",
                                         "--instrument", "scope",    "--rate",       "10"};
     const QStringList analyzer = {"--instrument", "analyzer", "--samples", "2001", "--rate", "20"};

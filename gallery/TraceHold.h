@@ -20,7 +20,7 @@ public:
     QVector<double> minimum() const { return m_minimum; }
     int sweeps() const { return m_sweeps; }
 
-    // A sweep of another size starts anew; a missing sample (NaN) leaves what is held.
+    // A sweep of another size starts from nothing; a missing sample (NaN) leaves what is held.
     Q_INVOKABLE void add(const QVector<double> &levels);
     Q_INVOKABLE void reset();
 

@@ -13,7 +13,7 @@ namespace {
 constexpr double dBmVAtZeroDBm = 48.7506;
 constexpr int highestCode = 7;
 
-// Each code stands for twice the share of the samples of the one below it: rare events stay visible beside
+// Each code means twice the share of the samples of the one below it: rare events stay visible beside
 // the noise.
 quint8 codeOf(quint64 count, quint64 most)
 {

@@ -101,7 +101,7 @@ void InstrumentService::publishSweep(quint64 number)
     const QVector<SweptTrace> traces = m_instrument->sweep(number);
     for (const SweptTrace &trace : traces)
         m_publisher.setVector(vectorName(trace.prefix, QStringLiteral("yData")), trace.y);
-    // After all vectors, so that whoever sees the number has every trace of the sweep.
+    // After all vectors: a client that sees the number has every trace of the sweep.
     for (const SweptTrace &trace : traces)
         m_publisher.setValue(scalarName(trace.prefix, QStringLiteral("sweep")), double(number));
     emit sweepPublished(number, traces);

@@ -25,7 +25,7 @@ struct RecordingHeader
     int sweeps = 1;
 };
 
-// A recorded measurement. The numbers stand by the names of their columns; the sweeps of a recording follow
+// A recorded measurement. The numbers are kept under the names of their columns; the sweeps of a recording follow
 // each other in "y", and their times are "t".
 struct Recording
 {

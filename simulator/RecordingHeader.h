@@ -33,7 +33,7 @@ private:
     int m_lines = 0;
 };
 
-// A cell or a value as it may stand in a message: control characters replaced, long texts cut.
+// A cell or a value as it is shown in a message: control characters replaced, long texts cut.
 QString quoted(const QByteArray &text);
 
 } // namespace simulation

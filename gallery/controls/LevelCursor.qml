@@ -3,7 +3,7 @@ import graph_plugin 1.0
 import graph_controls 1.0
 import "../theme"
 
-// A horizontal cursor that can be dragged and says which value it stands at.
+// A horizontal cursor that can be dragged and shows its value.
 GraphCursorY {
     property alias tagAtRight: tag.atRight
 

@@ -11,7 +11,7 @@ Rectangle {
     property int to: 100
     property int step: 1
 
-    // The value that the user asks for; whoever owns the value takes it over.
+    // The value that the user asks for; the page that owns the value has to write it.
     signal activated(int value)
 
     implicitWidth: row.width

@@ -32,7 +32,7 @@ GraphView {
             id: yAxis
             alignment: Qt.AlignLeft
             numTicks: Theme.compact ? 6 : 8
-            // Fills and bars stand on zero or, where that is out of range, on the bottom of the chart.
+            // Fills and bars start at zero or, where that is out of range, at the bottom of the chart.
             baseline: minValue < 0 && maxValue > 0 ? 0 : minValue
             margin: requiredMargin
             labelFont { family: Theme.family; pixelSize: Theme.axisText }

@@ -71,7 +71,7 @@ Page {
 
         rows: page.isReplay ? recordedLoader.item.rows : page.plannedRows()
         missingValue: series.yRangeEnd
-        // Bands stand on the axis' baseline.
+        // Bands start at the baseline of this axis.
         axisX: chart.axisX
         axisY: chart.axisY
     }

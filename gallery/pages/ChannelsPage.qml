@@ -95,7 +95,7 @@ Page {
         yUnits: "dBmV"
         yPrecision: 1
         ySigDigs: 3
-        // Channels stand on the axis' baseline.
+        // Channels start at the baseline of this axis.
         axisX: chart.axisX
         axisY: chart.axisY
     }

@@ -106,7 +106,7 @@ Page {
         });
     }
 
-    // As many names as stand side by side without touching, the chosen one first.
+    // As many names as fit side by side without touching, the chosen one first.
     function nameEvents() {
         var texts = names.value || [];
         var order = [chosen];

@@ -121,7 +121,7 @@ Page {
                 maxValue: series.yRangeEnd
                 numTicks: Theme.compact ? 6 : 8
                 unit: series.yUnits
-                // Where fills and bars stand: zero dBm would hang them from the top.
+                // Where fills and bars start: at zero dBm they would hang from the top.
                 baseline: minValue
                 margin: requiredMargin
                 labelFont { family: Theme.family; pixelSize: Theme.axisText }

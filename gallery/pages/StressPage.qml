@@ -180,7 +180,7 @@ Page {
         id: motionSelector
 
         choices: ["New data", "Pan", "Still"]
-        // A picture is taken of what stands still.
+        // Only what does not move can be taken as a picture.
         currentIndex: shell.takesPictures ? 2 : 0
         onActivated: currentIndex = index
     }

@@ -10,7 +10,7 @@
 
 #include <memory>
 
-// Every example of the guide and of the README works as it stands: it loads, says nothing in the log, and all
+// Every example of the guide and of the README works as it is: it loads, says nothing in the log, and all
 // its plots with data show some.
 class TestExamples : public QObject
 {

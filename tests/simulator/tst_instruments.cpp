@@ -49,7 +49,7 @@ private slots:
                                                   : finite == trace.y.size());
                 }
             }
-            // The last sample stands at the end of the range that is published.
+            // The last sample is at the end of the range that is published.
             const TraceDescription description = instrument->traces().first().description;
             if (samples > 1)
                 QVERIFY(qFuzzyCompare(description.xFirst + (samples - 1) * description.xIncrement,
