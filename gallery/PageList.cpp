@@ -12,12 +12,9 @@ const char replayService[] = "replay";
 
 PageList simulatedPages()
 {
-    // The instruments appear on the bus in this order: when the last one is there, all of them are.
-    const QStringList allInstruments = {"--instrument", "analyzer", "--instrument", "otdr",
-                                        "--instrument", "scope",    "--rate",       "10"};
     const QStringList analyzer = {"--instrument", "analyzer", "--samples", "2001", "--rate", "20"};
     return {
-        {"home", "Home", "", "Home.qml", "scope", allInstruments, true},
+        {"home", "Home", "", "Home.qml", "", {}},
         {"spectrum", "Spectrum", "Live trace with cursor, markers, peaks and six styles", "SpectrumPage.qml",
          "analyzer", analyzer},
         {"persistence", "Persistence", "Heat map of many sweeps under the live trace", "PersistencePage.qml",

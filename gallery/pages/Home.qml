@@ -1,13 +1,12 @@
 import QtQuick 2.15
-import QtQml 2.15
 import "../controls"
 import "../theme"
 
-// One tile per page, all of them on one screen.
+// One tile per page with a picture of it, all of them on one screen. tools/update_tiles.sh takes the pictures.
 Item {
     id: home
 
-    property bool ready: feedLoader.item !== null && feedLoader.item.ready && shell.heatmaps.newestFile !== ""
+    readonly property bool ready: true
 
     readonly property var pages: shell.pages.slice(1)
     readonly property int columns: width < 640 ? 3 : 4
@@ -15,22 +14,6 @@ Item {
     readonly property real textHeight: Theme.compact ? 60 : 74
     readonly property real tileWidth: Math.floor((width - (columns + 1) * Theme.gap) / columns)
     readonly property real tileHeight: Math.max(textHeight + 50, Math.floor((height - (rows + 1) * Theme.gap) / rows))
-
-    Loader {
-        id: feedLoader
-
-        property bool seen: false
-
-        active: seen
-        source: "HomeFeeds.qml"
-
-        // Once made the data stay, also while an instrument starts again.
-        Binding on seen {
-            when: shell.instrumentReady
-            value: true
-            restoreMode: Binding.RestoreNone
-        }
-    }
 
     Flickable {
         anchors.fill: parent
@@ -58,13 +41,20 @@ Item {
                         width: home.tileWidth
                         height: home.tileHeight
 
-                        TilePreview {
+                        Rectangle {
                             x: 1
                             y: 1
                             width: parent.width - 2
                             height: home.tileHeight - home.textHeight
-                            page: modelData.name
-                            feeds: feedLoader.item
+                            radius: Theme.radius
+                            color: Theme.window
+
+                            Image {
+                                anchors { fill: parent; margins: 3 }
+                                source: "qrc:/tiles/" + modelData.name + (Theme.light ? "-light.png" : ".png")
+                                fillMode: Image.PreserveAspectCrop
+                                smooth: true
+                            }
                         }
 
                         Column {

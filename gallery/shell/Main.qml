@@ -28,9 +28,8 @@ Rectangle {
     Loader {
         id: pageLoader
 
-        // Data objects look for their values when they are created: the instrument has to be there before. The
-        // opening page looks after that itself.
-        readonly property bool mayLoad: shell.instrumentReady || loadedPage === shell.page || shell.page === "home"
+        // Data objects look for their values when they are created: the instrument has to be there before.
+        readonly property bool mayLoad: shell.instrumentReady || loadedPage === shell.page
         property string loadedPage
 
         anchors { left: parent.left; right: parent.right; top: titleBar.bottom; bottom: parent.bottom }

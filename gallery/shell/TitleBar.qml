@@ -115,7 +115,7 @@ Rectangle {
         anchors { right: parent.right; rightMargin: visible ? Theme.gap : 0; verticalCenter: parent.verticalCenter }
         spacing: 8
         leftPadding: 8
-        visible: Boolean(shell.pageInfo.service) && shell.page !== "home"
+        visible: Boolean(shell.pageInfo.service)
         width: visible ? implicitWidth : 0
 
         Rectangle {
