@@ -4,27 +4,12 @@
 #include "axis/PlaneAccess.h"
 #include "common/FuzzyEqual.h"
 #include "common/SafeInteger.h"
-#include "data/AxisAccess.h"
 
 #include <QMetaMethod>
 #include <QTimerEvent>
 
 #include <algorithm>
 #include <cmath>
-
-namespace graph {
-
-QObject *axisObject(ValueAxis *axis)
-{
-    return axis;
-}
-
-double axisBaseline(ValueAxis *axis)
-{
-    return axis ? axis->baseline() : 0.0;
-}
-
-} // namespace graph
 
 /*!
     \qmltype ValueAxis

@@ -1,10 +1,15 @@
 #include "data/BusBinding.h"
 
+#include <QDebug>
+#include <QVariant>
+#include <QVector>
+
 namespace {
 
 const QLatin1String vectorSuffix(":doubleARRAY:");
 const QLatin1String scalarSuffix(":");
 
+// The property key in an item's full name: what follows the last underscore, without the type suffix.
 QByteArray keyInName(const ORNClientItem *item, QLatin1String suffix)
 {
     const QString name = item->getId();
@@ -34,38 +39,57 @@ bool BusBinding::setAddress(const QString &address)
     return true;
 }
 
-ORNClientItem *BusBinding::takeItem(const QString &key)
+void BusBinding::followItem(const QString &key)
 {
-    return take(key,
-                m_client ? m_client->getItem(m_prefix + QLatin1Char('_') + key + scalarSuffix) : nullptr);
+    ORNClientItem *item = itemAtAddress(key + scalarSuffix);
+    replaceItem(key, item);
+    if (!item)
+        return;
+    m_follower->setProperty(key.toLocal8Bit().constData(), item->getValue());
+    QObject::connect(item, SIGNAL(valueChanged()), m_follower, SLOT(handleOrnItemValueChanged()));
 }
 
-ORNVecDoubleClientItem *BusBinding::takeVectorItem(const QString &key)
+void BusBinding::followVector(const QString &key)
 {
-    ORNClientItem *item =
-        m_client ? m_client->getItem(m_prefix + QLatin1Char('_') + key + vectorSuffix) : nullptr;
-    auto *vectorItem = qobject_cast<ORNVecDoubleClientItem *>(item);
-    take(key, vectorItem);
-    return vectorItem;
+    auto *item = qobject_cast<ORNVecDoubleClientItem *>(itemAtAddress(key + vectorSuffix));
+    replaceItem(key, item);
+    if (!m_client)
+        return;
+    if (!item) {
+        qDebug() << m_follower << "No ORNVecDoubleClientItem for";
+        return;
+    }
+    m_follower->setProperty(key.toLocal8Bit().constData(), QVariant::fromValue(item->vector()));
+    QObject::connect(item, SIGNAL(sizeChanged()), m_follower, SLOT(handleOrnVecDoubleItemChanged()));
+}
+
+void BusBinding::takeValue(const QObject *sender)
+{
+    if (const auto *item = qobject_cast<const ORNClientItem *>(sender))
+        m_follower->setProperty(keyInName(item, scalarSuffix).constData(), item->getValue());
+}
+
+void BusBinding::takeVector(const QObject *sender)
+{
+    const auto *item = qobject_cast<const ORNVecDoubleClientItem *>(sender);
+    if (!item) {
+        qDebug() << "in handleOrnVecDoubleItemChanged: sender() =" << sender;
+        return;
+    }
+    m_follower->setProperty(keyInName(item, vectorSuffix).constData(), QVariant::fromValue(item->vector()));
+}
+
+ORNClientItem *BusBinding::itemAtAddress(const QString &name) const
+{
+    return m_client ? m_client->getItem(m_prefix + QLatin1Char('_') + name) : nullptr;
 }
 
 // The former item goes even when the present address has none for the key: else two sources would mix.
-ORNClientItem *BusBinding::take(const QString &key, ORNClientItem *item)
+void BusBinding::replaceItem(const QString &key, ORNClientItem *item)
 {
     const QPointer<ORNClientItem> former = m_items.take(key);
     if (former)
         former->disconnect(m_follower);
     if (item)
         m_items.insert(key, item);
-    return item;
-}
-
-QByteArray BusBinding::key(const ORNClientItem *item)
-{
-    return keyInName(item, scalarSuffix);
-}
-
-QByteArray BusBinding::vectorKey(const ORNClientItem *item)
-{
-    return keyInName(item, vectorSuffix);
 }

@@ -7,8 +7,12 @@
 #include <QPointer>
 #include <QString>
 
-// Which bus items a data object follows: the client and the prefix of its address, and one item per property
-// key. It owns neither client nor items.
+// The bus items that a data object follows: the client and the prefix of its address, and one item per property
+// key, whose value is copied into the property. It makes and ends the connections; client and items belong to
+// the bus library.
+//
+// The follower has the slots handleOrnItemValueChanged() and handleOrnVecDoubleItemChanged(), which hand their
+// sender to the two take functions.
 class BusBinding
 {
 public:
@@ -20,18 +24,18 @@ public:
     // False, and nothing changed, for an address without a comma.
     bool setAddress(const QString &address);
 
-    // Drops the item under the key and takes the one of the present address, null when the bus has none. The
-    // item is not connected yet.
-    ORNClientItem *takeItem(const QString &key);
-    ORNVecDoubleClientItem *takeVectorItem(const QString &key);
-    bool hasClient() const { return !m_client.isNull(); }
+    // Follow the item of the present address for the key from now on, and no longer the one that it had before.
+    // Without such an item the property stays as it is.
+    void followItem(const QString &key);
+    void followVector(const QString &key);
 
-    // The property key in an item's full name: what follows the last underscore, without the type suffix.
-    static QByteArray key(const ORNClientItem *item);
-    static QByteArray vectorKey(const ORNClientItem *item);
+    // Copy the value of an item that has changed. Anybody may have sent: what is no item is ignored.
+    void takeValue(const QObject *sender);
+    void takeVector(const QObject *sender);
 
 private:
-    ORNClientItem *take(const QString &key, ORNClientItem *item);
+    ORNClientItem *itemAtAddress(const QString &name) const;
+    void replaceItem(const QString &key, ORNClientItem *item);
 
     QObject *m_follower;
     QString m_address;

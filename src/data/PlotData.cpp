@@ -1,28 +1,14 @@
 #include "data/PlotData.h"
 
+#include "axis/ValueAxis.h"
 #include "common/ObjectCounter.h"
-#include "data/AxisAccess.h"
-#include "data/VectorStream.h"
 
-#include <QDebug>
-#include <QTextStream>
 #include <QTimerEvent>
 
 #include <cmath>
 #include <limits>
-#include <ostream>
 
 namespace {
-
-QString formatted(const BaseFormatter *formatter, double value)
-{
-    return formatter ? formatter->formatValue(QVariant(value)) : QString::number(value, 'g', 6);
-}
-
-QString unitsOf(const BaseFormatter *formatter)
-{
-    return formatter ? formatter->getType() : QString();
-}
 
 // False when the member holds the value already.
 template <typename T> bool store(T &member, const T &value)
@@ -91,15 +77,6 @@ PlotData::PlotData(QObject *parent)
         connect(this, signal, this, SLOT(emitPlotChanged()));
 }
 
-QString PlotData::toString() const
-{
-    const int count = size();
-    QString text = objectName() + QStringLiteral(" (%1):").arg(count);
-    for (int i = 0; i < count; ++i)
-        text += QStringLiteral(" (%1, %2)").arg(x(i)).arg(y(i));
-    return text;
-}
-
 graph::SampleSpan PlotData::sampleSpan(double xMin, double xMax) const
 {
     return graph::SampleSpan(samples(QRectF(xMin, 0.0, xMax - xMin, 0.0)));
@@ -157,19 +134,9 @@ bool PlotData::operator==(const PlotData &other) const
     return true;
 }
 
-QString PlotData::xUnits() const
-{
-    return unitsOf(m_xFormatter);
-}
-
-QString PlotData::yUnits() const
-{
-    return unitsOf(m_yFormatter);
-}
-
 double PlotData::baseline() const
 {
-    return graph::axisBaseline(axisY());
+    return m_axisY ? m_axisY->baseline() : 0.0;
 }
 
 /*!
@@ -186,14 +153,14 @@ void PlotData::setLabel(const QString &label)
 
 void PlotData::setXLabel(const QString &label)
 {
-    if (store(m_xLabel, label))
-        emit xLabelChanged(m_xLabel);
+    if (store(m_x.label, label))
+        emit xLabelChanged(m_x.label);
 }
 
 void PlotData::setYLabel(const QString &label)
 {
-    if (store(m_yLabel, label))
-        emit yLabelChanged(m_yLabel);
+    if (store(m_y.label, label))
+        emit yLabelChanged(m_y.label);
 }
 
 /*!
@@ -203,14 +170,14 @@ void PlotData::setYLabel(const QString &label)
 */
 void PlotData::setXSigDigs(int sigDigs)
 {
-    if (store(m_xSigDigs, sigDigs))
-        emit xSigDigsChanged(m_xSigDigs);
+    if (store(m_x.sigDigs, sigDigs))
+        emit xSigDigsChanged(m_x.sigDigs);
 }
 
 void PlotData::setYSigDigs(int sigDigs)
 {
-    if (store(m_ySigDigs, sigDigs))
-        emit ySigDigsChanged(m_ySigDigs);
+    if (store(m_y.sigDigs, sigDigs))
+        emit ySigDigsChanged(m_y.sigDigs);
 }
 
 /*!
@@ -220,14 +187,14 @@ void PlotData::setYSigDigs(int sigDigs)
 */
 void PlotData::setXPrecision(int precision)
 {
-    if (store(m_xPrecision, precision))
-        emit xPrecisionChanged(m_xPrecision);
+    if (store(m_x.precision, precision))
+        emit xPrecisionChanged(m_x.precision);
 }
 
 void PlotData::setYPrecision(int precision)
 {
-    if (store(m_yPrecision, precision))
-        emit yPrecisionChanged(m_yPrecision);
+    if (store(m_y.precision, precision))
+        emit yPrecisionChanged(m_y.precision);
 }
 
 /*!
@@ -239,26 +206,26 @@ void PlotData::setYPrecision(int precision)
 */
 void PlotData::setXRangeBegin(double value)
 {
-    if (store(m_xRangeBegin, value))
-        emit xRangeBeginChanged(m_xRangeBegin);
+    if (store(m_x.rangeBegin, value))
+        emit xRangeBeginChanged(m_x.rangeBegin);
 }
 
 void PlotData::setYRangeBegin(double value)
 {
-    if (store(m_yRangeBegin, value))
-        emit yRangeBeginChanged(m_yRangeBegin);
+    if (store(m_y.rangeBegin, value))
+        emit yRangeBeginChanged(m_y.rangeBegin);
 }
 
 void PlotData::setXRangeEnd(double value)
 {
-    if (store(m_xRangeEnd, value))
-        emit xRangeEndChanged(m_xRangeEnd);
+    if (store(m_x.rangeEnd, value))
+        emit xRangeEndChanged(m_x.rangeEnd);
 }
 
 void PlotData::setYRangeEnd(double value)
 {
-    if (store(m_yRangeEnd, value))
-        emit yRangeEndChanged(m_yRangeEnd);
+    if (store(m_y.rangeEnd, value))
+        emit yRangeEndChanged(m_y.rangeEnd);
 }
 
 /*!
@@ -275,42 +242,26 @@ void PlotData::setXUnits(const QString &units)
 {
     if (units == xUnits())
         return;
-    replaceFormatter(m_xFormatter, units);
-    if (m_xFormatter) {
-        m_xFormatter->setSigDigs(m_xSigDigs);
-        m_xFormatter->setPrecision(m_xPrecision);
-        connect(this, SIGNAL(xSigDigsChanged(int)), m_xFormatter, SLOT(setSigDigs(int)));
-        connect(this, SIGNAL(xPrecisionChanged(int)), m_xFormatter, SLOT(setPrecision(int)));
+    m_x.replaceFormatter(units, this);
+    if (m_x.formatter) {
+        connect(this, SIGNAL(xSigDigsChanged(int)), m_x.formatter, SLOT(setSigDigs(int)));
+        connect(this, SIGNAL(xPrecisionChanged(int)), m_x.formatter, SLOT(setPrecision(int)));
     }
     emit xUnitsChanged(xUnits());
-    emit xFormatterChanged(m_xFormatter);
+    emit xFormatterChanged(m_x.formatter);
 }
 
 void PlotData::setYUnits(const QString &units)
 {
     if (units == yUnits())
         return;
-    replaceFormatter(m_yFormatter, units);
-    if (m_yFormatter) {
-        m_yFormatter->setSigDigs(m_ySigDigs);
-        m_yFormatter->setPrecision(m_yPrecision);
-        connect(this, SIGNAL(ySigDigsChanged(int)), m_yFormatter, SLOT(setSigDigs(int)));
-        connect(this, SIGNAL(yPrecisionChanged(int)), m_yFormatter, SLOT(setPrecision(int)));
+    m_y.replaceFormatter(units, this);
+    if (m_y.formatter) {
+        connect(this, SIGNAL(ySigDigsChanged(int)), m_y.formatter, SLOT(setSigDigs(int)));
+        connect(this, SIGNAL(yPrecisionChanged(int)), m_y.formatter, SLOT(setPrecision(int)));
     }
     emit yUnitsChanged(yUnits());
-    emit yFormatterChanged(m_yFormatter);
-}
-
-void PlotData::replaceFormatter(QPointer<BaseFormatter> &formatter, const QString &units)
-{
-    if (formatter) {
-        disconnect(formatter);
-        formatter->disconnect(this);
-        formatter->deleteLater(); // not at once: the text it gave may still be on its way to a label
-    }
-    formatter = getFormatter(units);
-    if (formatter)
-        formatter->setParent(this);
+    emit yFormatterChanged(m_y.formatter);
 }
 
 /*!
@@ -319,25 +270,30 @@ void PlotData::replaceFormatter(QPointer<BaseFormatter> &formatter, const QStrin
     The axes that the data is drawn against; plots of the data take them over. Null by default and once the axis is
     gone.
 */
+ValueAxis *PlotData::axisX() const
+{
+    return m_axisX;
+}
+
+ValueAxis *PlotData::axisY() const
+{
+    return m_axisY;
+}
+
 void PlotData::setAxisX(ValueAxis *axis)
 {
-    if (m_axisX.set(axis))
-        emit axisXChanged(axis);
+    if (m_axisX == axis)
+        return;
+    m_axisX = axis;
+    emit axisXChanged(axis);
 }
 
 void PlotData::setAxisY(ValueAxis *axis)
 {
-    if (m_axisY.set(axis))
-        emit axisYChanged(axis);
-}
-
-bool PlotData::AxisReference::set(ValueAxis *newAxis)
-{
-    if (newAxis == axis())
-        return false;
-    m_axis = newAxis;
-    m_object = graph::axisObject(newAxis);
-    return true;
+    if (m_axisY == axis)
+        return;
+    m_axisY = axis;
+    emit axisYChanged(axis);
 }
 
 /*!
@@ -371,12 +327,12 @@ void PlotData::setActive(bool active)
 */
 QString PlotData::formattedXValue(double x) const
 {
-    return formatted(m_xFormatter, x);
+    return m_x.formatted(x);
 }
 
 QString PlotData::formattedYValue(double y) const
 {
-    return formatted(m_yFormatter, y);
+    return m_y.formatted(y);
 }
 
 /*!
@@ -418,73 +374,21 @@ void PlotData::timerEvent(QTimerEvent *event)
 
 void PlotData::connectOrnItem(const QString &key)
 {
-    ORNClientItem *item = m_bus.takeItem(key);
-    if (!item)
-        return;
-    setProperty(key.toLocal8Bit().constData(), item->getValue());
-    connect(item, SIGNAL(valueChanged()), this, SLOT(handleOrnItemValueChanged()));
+    m_bus.followItem(key);
 }
 
 void PlotData::connectOrnVecDoubleItem(const QString &key)
 {
-    ORNVecDoubleClientItem *item = m_bus.takeVectorItem(key);
-    if (!m_bus.hasClient())
-        return;
-    if (!item) {
-        qDebug() << this << "No ORNVecDoubleClientItem for";
-        return;
-    }
-    setProperty(key.toLocal8Bit().constData(), QVariant::fromValue(item->vector()));
-    connect(item, SIGNAL(sizeChanged()), this, SLOT(handleOrnVecDoubleItemChanged()));
+    m_bus.followVector(key);
 }
 
 // QML may call the two handlers itself: then there is no sender, or another one.
 void PlotData::handleOrnItemValueChanged()
 {
-    if (const auto *item = qobject_cast<ORNClientItem *>(sender()))
-        setProperty(BusBinding::key(item).constData(), item->getValue());
+    m_bus.takeValue(sender());
 }
 
 void PlotData::handleOrnVecDoubleItemChanged()
 {
-    const auto *item = qobject_cast<ORNVecDoubleClientItem *>(sender());
-    if (!item) {
-        qDebug() << "in handleOrnVecDoubleItemChanged: sender() =" << sender();
-        return;
-    }
-    setProperty(BusBinding::vectorKey(item).constData(), QVariant::fromValue(item->vector()));
-}
-
-void PlotData::write(QDataStream &stream) const
-{
-    stream << qint32(size());
-    for (int i = 0; i < size(); ++i)
-        stream << sample(i);
-}
-
-void PlotData::read(QDataStream &stream)
-{
-    stream.setStatus(QDataStream::ReadCorruptData); // a class that cannot be written to
-}
-
-QTextStream &operator<<(QTextStream &stream, const PlotData &data)
-{
-    return stream << data.toString();
-}
-
-std::ostream &operator<<(std::ostream &stream, const PlotData &data)
-{
-    return stream << data.toString().toStdString();
-}
-
-QDataStream &operator<<(QDataStream &stream, const PlotData &data)
-{
-    data.write(stream);
-    return stream;
-}
-
-QDataStream &operator>>(QDataStream &stream, PlotData &data)
-{
-    data.read(stream);
-    return stream;
+    m_bus.takeVector(sender());
 }

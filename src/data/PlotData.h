@@ -1,8 +1,8 @@
 #pragma once
 
 #include "data/BusBinding.h"
+#include "data/Quantity.h"
 #include "data/SampleSpan.h"
-#include "platform/ui/BaseFormatter.h"
 
 #include <QObject>
 #include <QPointer>
@@ -70,22 +70,22 @@ public:
 
     QString dbusAddress() const { return m_bus.address(); }
     QString label() const { return m_label; }
-    QString xLabel() const { return m_xLabel; }
-    QString yLabel() const { return m_yLabel; }
-    int xSigDigs() const { return m_xSigDigs; }
-    int ySigDigs() const { return m_ySigDigs; }
-    int xPrecision() const { return m_xPrecision; }
-    int yPrecision() const { return m_yPrecision; }
-    double xRangeBegin() const { return m_xRangeBegin; }
-    double yRangeBegin() const { return m_yRangeBegin; }
-    double xRangeEnd() const { return m_xRangeEnd; }
-    double yRangeEnd() const { return m_yRangeEnd; }
-    QString xUnits() const;
-    QString yUnits() const;
-    BaseFormatter *xFormatter() const { return m_xFormatter; }
-    BaseFormatter *yFormatter() const { return m_yFormatter; }
-    ValueAxis *axisX() const { return m_axisX.axis(); }
-    ValueAxis *axisY() const { return m_axisY.axis(); }
+    QString xLabel() const { return m_x.label; }
+    QString yLabel() const { return m_y.label; }
+    int xSigDigs() const { return m_x.sigDigs; }
+    int ySigDigs() const { return m_y.sigDigs; }
+    int xPrecision() const { return m_x.precision; }
+    int yPrecision() const { return m_y.precision; }
+    double xRangeBegin() const { return m_x.rangeBegin; }
+    double yRangeBegin() const { return m_y.rangeBegin; }
+    double xRangeEnd() const { return m_x.rangeEnd; }
+    double yRangeEnd() const { return m_y.rangeEnd; }
+    QString xUnits() const { return m_x.units(); }
+    QString yUnits() const { return m_y.units(); }
+    BaseFormatter *xFormatter() const { return m_x.formatter; }
+    BaseFormatter *yFormatter() const { return m_y.formatter; }
+    ValueAxis *axisX() const;
+    ValueAxis *axisY() const;
     bool usePointsAsSegments() const { return m_usePointsAsSegments; }
     bool active() const { return m_active; }
     // The y that bars and fills start from: that of the vertical axis, 0 without one.
@@ -162,39 +162,15 @@ protected slots:
     void handleOrnVecDoubleItemChanged();
 
 private:
-    // An axis, whose class is not known here, for as long as it lives.
-    class AxisReference
-    {
-    public:
-        ValueAxis *axis() const { return m_object ? m_axis : nullptr; }
-        bool set(ValueAxis *axis);
-
-    private:
-        ValueAxis *m_axis = nullptr;
-        QPointer<QObject> m_object;
-    };
-
     friend QDataStream &operator<<(QDataStream &stream, const PlotData &data);
     friend QDataStream &operator>>(QDataStream &stream, PlotData &data);
 
-    void replaceFormatter(QPointer<BaseFormatter> &formatter, const QString &units);
-
     BusBinding m_bus{this};
     QString m_label;
-    QString m_xLabel;
-    QString m_yLabel;
-    int m_xSigDigs = 4;
-    int m_ySigDigs = 4;
-    int m_xPrecision = 2;
-    int m_yPrecision = 2;
-    double m_xRangeBegin = 0.0;
-    double m_yRangeBegin = 0.0;
-    double m_xRangeEnd = 0.0;
-    double m_yRangeEnd = 0.0;
-    QPointer<BaseFormatter> m_xFormatter;
-    QPointer<BaseFormatter> m_yFormatter;
-    AxisReference m_axisX;
-    AxisReference m_axisY;
+    Quantity m_x;
+    Quantity m_y;
+    QPointer<ValueAxis> m_axisX;
+    QPointer<ValueAxis> m_axisY;
     int m_plotChangedTimer = 0;
     bool m_usePointsAsSegments = false;
     bool m_active = false;
