@@ -11,6 +11,10 @@
     \inherits AbstractPlot
     \brief Holds figures such as CrossPainter and TextPainter, declared as its children, and draws them in
     data coordinates: the first child lowest, hidden ones not at all.
+
+    \qmlproperty enumeration ContainerPlot::renderTarget
+    The property of Qt's painted items, \c FramebufferObject by default. Unlike other plots this one never
+   shifts what it draws.
 */
 
 /*!

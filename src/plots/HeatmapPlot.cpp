@@ -39,6 +39,10 @@ const std::vector<unsigned int> HeatmapPlot::m_heatMapColors = {
 
     The horizontal axis is in MHz, the vertical one in the level unit of \l units. The map is 650 by 525
     pixels at most, whatever the size of the item.
+
+    \qmlproperty enumeration HeatmapPlot::renderTarget
+    The property of Qt's painted items, \c FramebufferObject by default. Unlike other plots this one never
+   shifts what it draws.
 */
 HeatmapPlot::HeatmapPlot(QQuickItem *parent)
     : AbstractPlot(parent)

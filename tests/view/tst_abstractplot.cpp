@@ -4,6 +4,7 @@
 #include "data/PlotSeries.h"
 #include "plots/GraphPlot.h"
 #include "view/base/XYScale.h"
+#include "view/frame/GraphView.h"
 #include "view/zoom/ZoomRect.h"
 
 class tst_abstractplot : public QObject
@@ -87,6 +88,12 @@ private slots:
         QmlDocument document(R"(
             Item {
                 Item { id: plain }
+                Item {
+                    id: holder
+                    property ZoomRect zoomRect: view.zoomRect
+                    GraphPlot { id: held }
+                }
+                WorldView { id: overview; view: view; GraphPlot { id: small } }
                 GraphView {
                     id: view
                     axes: ValueAxis { id: axis; maxValue: 100; linesPlane: plane; labelsPlane: plane }
@@ -105,6 +112,17 @@ private slots:
         QCOMPARE(plot->zoomRect(), nullptr);
         zoomRect->setRight(0.25);
         QCOMPARE(plot->maxVisibleX(), 25.0); // the axis stays with the zoom state it was given
+
+        // Where the parent tells of a change it is followed.
+        auto *held = document.object<GraphPlot>("held");
+        auto *small = document.object<GraphPlot>("small");
+        QCOMPARE(held->zoomRect(), zoomRect);
+        QCOMPARE(small->zoomRect(), zoomRect);
+        document.object("overview")->setProperty("view", QVariant::fromValue<GraphView *>(nullptr));
+        QCOMPARE(small->zoomRect(), nullptr);
+        held->setParentItem(plot->parentItem());
+        document.object("holder")->setProperty("zoomRect", QVariant::fromValue(zoomRect));
+        QCOMPARE(held->zoomRect(), nullptr);
 
         // A parent given to the constructor counts like one that is set later.
         auto *made = new GraphPlot(document.object<QQuickItem>("view"));
@@ -135,36 +153,37 @@ private slots:
     void planeCollectsMarginsOfItsAxes()
     {
         auto plane = std::make_unique<XYScale>();
-        ValueAxis left, bottom;
-        auto otherLeft = std::make_unique<ValueAxis>();
-        left.setAlignment(Qt::AlignLeft);
-        otherLeft->setAlignment(Qt::AlignLeft);
-        for (ValueAxis *axis : {&left, otherLeft.get(), &bottom})
-            axis->setLinesPlane(plane.get());
-        bottom.setLabelsPlane(plane.get());
-        left.setMargin(30);
-        otherLeft->setMargin(45);
-        bottom.setMargin(20);
-        GraphPlot first, second;
-        first.setAxisX(&bottom);
-        first.setAxisY(&left);
-        second.setAxisY(otherLeft.get());
+        // On each side one that needs more and one that needs less; left and top on one plot, right and
+        // bottom on another.
+        std::unique_ptr<ValueAxis> axes[2][4];
+        GraphPlot plots[2][2];
+        const Qt::AlignmentFlag sides[] = {Qt::AlignLeft, Qt::AlignTop, Qt::AlignRight, Qt::AlignBottom};
+        for (int less = 0; less < 2; ++less) {
+            for (int side = 0; side < 4; ++side) {
+                ValueAxis *axis = (axes[less][side] = std::make_unique<ValueAxis>()).get();
+                axis->setAlignment(sides[side]);
+                axis->setMargin(10 * (side + 1) - less);
+                less ? axis->setLabelsPlane(plane.get()) : axis->setLinesPlane(plane.get());
+                GraphPlot &plot = plots[less][side / 2];
+                side % 2 ? plot.setAxisX(axis) : plot.setAxisY(axis);
+            }
+        }
 
         QSignalSpy margins(plane.get(), SIGNAL(marginsChanged(int, int, int, int)));
-        plane->setPlots({&first, &second});
-        QCOMPARE(margins.takeLast(), (QVariantList{45, 0, 0, 20}));
-        plane->setPlots({&first, &second});
+        plane->setPlots({&plots[0][0], &plots[0][1], &plots[1][0], &plots[1][1]});
+        QCOMPARE(margins.takeLast(), (QVariantList{10, 30, 20, 40}));
+        plane->setPlots({&plots[0][0], &plots[0][1], &plots[1][0], &plots[1][1]});
         QCOMPARE(margins.count(), 0);
-        plane->setPlots({&second});
-        QCOMPARE(margins.takeLast(), (QVariantList{45, 0, 0, 0}));
-        otherLeft->setMargin(50);
-        QCOMPARE(margins.takeLast(), (QVariantList{50, 0, 0, 0}));
-        left.setMargin(99); // not on this plane any more
+        plane->setPlots({&plots[0][1], &plots[1][0]});
+        QCOMPARE(margins.takeLast(), (QVariantList{9, 30, 19, 40}));
+        axes[1][0]->setMargin(50);
+        QCOMPARE(margins.takeLast(), (QVariantList{50, 30, 19, 40}));
+        axes[0][0]->setMargin(99); // not on this plane any more
         QCOMPARE(margins.count(), 0);
-        otherLeft.reset();
-        QCOMPARE(margins.takeLast(), (QVariantList{0, 0, 0, 0}));
+        axes[1][0].reset();
+        QCOMPARE(margins.takeLast(), (QVariantList{0, 30, 19, 40}));
         plane.reset();
-        QVERIFY(!bottom.linesPlane() && !bottom.labelsPlane());
+        QVERIFY(!axes[0][1]->linesPlane() && !axes[1][1]->labelsPlane());
     }
 };
 

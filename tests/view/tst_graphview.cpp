@@ -86,6 +86,88 @@ private slots:
         QCOMPARE(geometry(document.object("plot")), QRectF(0, 0, 100, 200));
     }
 
+    // Each side has another margin, and the axes of opposite sides are on different planes.
+    void planesShareThePlotArea()
+    {
+        QmlDocument document(R"(
+            GraphView {
+                width: 400; height: 300
+                axes: [
+                    ValueAxis { id: axisLeft; alignment: Qt.AlignLeft; margin: 60; linesPlane: low; labelsPlane: low },
+                    ValueAxis { id: axisRight; alignment: Qt.AlignRight; margin: 50; linesPlane: high; labelsPlane: high },
+                    ValueAxis { id: axisTop; alignment: Qt.AlignTop; margin: 30; linesPlane: high; labelsPlane: high },
+                    ValueAxis { id: axisBottom; margin: 40; linesPlane: low; labelsPlane: low },
+                    ValueAxis { id: narrow; alignment: Qt.AlignLeft; margin: 20; linesPlane: high; labelsPlane: high }
+                ]
+                XYScale { id: low }
+                XYScale { id: high }
+                GraphPlot { id: plot; axisX: axisBottom; axisY: axisLeft }
+                GraphPlot { id: other; axisX: axisTop; axisY: axisRight }
+                GraphPlot { axisY: narrow }
+            })");
+        const QRect area(60, 30, 290, 230);
+        QCOMPARE(geometry(document.object("plot")), QRectF(area));
+        const auto ink = [&document](const char *plane, ValueAxis::AxisStyle style, const QString &only) {
+            for (const char *name : {"axisLeft", "axisRight", "axisTop", "axisBottom", "narrow"}) {
+                auto *axis = document.object<ValueAxis>(name);
+                axis->setAxisStyle(style);
+                axis->setVisible(only.isEmpty() || only == name);
+            }
+            return inkBox(painted(document.object<QQuickPaintedItem>(plane)),
+                          [](const QColor &pixel) { return pixel.alpha() > 0; });
+        };
+        for (const char *plane : {"low", "high"})
+            QCOMPARE(ink(plane, ValueAxis::TicksOnly, ""), area);
+        // Labels are in the margin of their side, close to the plot area.
+        const QRect left = ink("low", ValueAxis::LabelsOnly, "axisLeft");
+        const QRect right = ink("high", ValueAxis::LabelsOnly, "axisRight");
+        const QRect top = ink("high", ValueAxis::LabelsOnly, "axisTop");
+        const QRect bottom = ink("low", ValueAxis::LabelsOnly, "axisBottom");
+        const QRect inner = ink("high", ValueAxis::LabelsOnly, "narrow");
+        for (const int gap :
+             {area.left() - left.right(), right.left() - area.right(), area.top() - top.bottom(),
+              bottom.top() - area.bottom(), area.left() - inner.right()})
+            QVERIFY2(gap > 4 && gap <= 8, qPrintable(QString::number(gap)));
+        QVERIFY(QRect(0, 0, 400, 300).contains(left | right | top | bottom));
+
+        // What only one plane needs goes with it, and what the other needs stays.
+        document.object("other")->setProperty("visible", false);
+        QCOMPARE(geometry(document.object("plot")), QRectF(60, 0, 340, 260));
+        delete document.object("low");
+        QCOMPARE(geometry(document.object("plot")), QRectF(20, 0, 380, 300));
+    }
+
+    // Lines that a change of the visible range calls for are there with the next paint.
+    void planesDrawTheVisibleTicks()
+    {
+        QmlDocument document(R"(
+            GraphView {
+                id: view
+                width: 201; height: 101
+                axes: [
+                    ValueAxis { id: axisX; maxValue: 8; axisStyle: ValueAxis.TicksOnly; linesPlane: plane; labelsPlane: plane },
+                    ValueAxis {
+                        id: axisY; maxValue: 8; alignment: Qt.AlignLeft; axisStyle: ValueAxis.TicksOnly
+                        linesPlane: plane; labelsPlane: plane
+                    }
+                ]
+                XYScale { id: plane }
+                GraphPlot { axisX: axisX; axisY: axisY }
+            })");
+        const auto lines = [&document](Qt::Orientation direction) {
+            const QImage image = painted(document.object<QQuickPaintedItem>("plane"));
+            int count = 0;
+            for (int i = 0; i < (direction == Qt::Horizontal ? image.width() : image.height()); ++i)
+                count += qAlpha(direction == Qt::Horizontal ? image.pixel(i, 1) : image.pixel(1, i)) > 0;
+            return count;
+        };
+        QCOMPARE(lines(Qt::Horizontal), 5);
+        QCOMPARE(lines(Qt::Vertical), 5);
+        document.object<GraphView>("view")->zoomRect()->setCenterAndZoom({0.25F, 0.125F}, {0.125, 0.0625});
+        QCOMPARE(lines(Qt::Horizontal), 5); // 0, 0.5 .. 2
+        QCOMPARE(lines(Qt::Vertical), 6);   // 0, 0.2 .. 1
+    }
+
     void distributesVisiblePlots()
     {
         QmlDocument document(R"(
@@ -130,6 +212,81 @@ private slots:
         flickable->setProperty("contentX", 200.0);
         QCOMPARE(zoomRect->left(), 0.25);
         QCOMPARE(document.object<ValueAxis>("axis")->minVisible(), 250.0);
+    }
+
+    // The four sides of the plot area each have a margin; `other` alone needs those on the right and at the
+    // top.
+    void resizingKeepsTheZoom_data()
+    {
+        QTest::addColumn<QSizeF>("start");
+        QTest::addColumn<QString>("object");
+        QTest::addColumn<QString>("property");
+        QTest::addColumn<QVariant>("value");
+        const QSizeF shown(301, 307), none(0, 0), flat(301, 0);
+        QTest::newRow("wider") << shown << "view"
+                               << "width" << QVariant(613);
+        QTest::newRow("narrower") << shown << "view"
+                                  << "width" << QVariant(173);
+        QTest::newRow("higher") << shown << "view"
+                                << "height" << QVariant(613);
+        QTest::newRow("lower") << shown << "view"
+                               << "height" << QVariant(173);
+        QTest::newRow("smaller left margin") << shown << "axisLeft"
+                                             << "margin" << QVariant(7);
+        QTest::newRow("greater left margin") << shown << "axisLeft"
+                                             << "margin" << QVariant(77);
+        QTest::newRow("smaller bottom margin") << shown << "axisBottom"
+                                               << "margin" << QVariant(7);
+        QTest::newRow("greater bottom margin") << shown << "axisBottom"
+                                               << "margin" << QVariant(77);
+        QTest::newRow("right and top margin gone") << shown << "other"
+                                                   << "visible" << QVariant(false);
+        QTest::newRow("first size") << none << "view"
+                                    << "size" << QVariant(QSizeF(613, 417));
+        QTest::newRow("first height") << flat << "view"
+                                      << "height" << QVariant(417);
+    }
+
+    void resizingKeepsTheZoom()
+    {
+        QFETCH(QSizeF, start);
+        QFETCH(QString, object);
+        QFETCH(QString, property);
+        QFETCH(QVariant, value);
+        for (const QRectF &rect :
+             {QRectF(0.75, 0.75, 0.25, 0.25), QRectF(0, 0, 0.25, 0.25), QRectF(0.37, 0.61, 0.13, 0.31)}) {
+            QmlDocument document(R"(
+                GraphView {
+                    id: view
+                    property size size: Qt.size(301, 307)
+                    width: size.width; height: size.height
+                    axes: [
+                        ValueAxis { id: axisLeft; alignment: Qt.AlignLeft; margin: 40; linesPlane: plane; labelsPlane: plane },
+                        ValueAxis { id: axisRight; alignment: Qt.AlignRight; margin: 30; linesPlane: plane; labelsPlane: plane },
+                        ValueAxis { id: axisTop; alignment: Qt.AlignTop; margin: 10; linesPlane: plane; labelsPlane: plane },
+                        ValueAxis { id: axisBottom; margin: 20; linesPlane: plane; labelsPlane: plane }
+                    ]
+                    XYScale { id: plane }
+                    GraphPlot { axisX: axisBottom; axisY: axisLeft }
+                    GraphPlot { id: other; axisX: axisTop; axisY: axisRight }
+                    Flickable { id: flickable }
+                })");
+            document.root()->setProperty("size", start);
+            ZoomRect *zoom = document.object<GraphView>("view")->zoomRect();
+            QObject *flickable = document.object("flickable");
+            zoom->setCenterAndZoom(QVector2D(float(rect.width()), float(rect.height())), rect.center());
+            const QVector<double> edges{zoom->left(), zoom->right(), zoom->top(), zoom->bottom()};
+            document.object(object)->setProperty(qPrintable(property), value);
+            QTest::qWait(1);
+            QCOMPARE((QVector<double>{zoom->left(), zoom->right(), zoom->top(), zoom->bottom()}), edges);
+            // Flickables put their content on whole pixels.
+            QVERIFY(qAbs(flickable->property("contentX").toDouble() - zoom->contentX()) <= 0.5);
+            QVERIFY(qAbs(flickable->property("contentY").toDouble() - zoom->contentY()) <= 0.5);
+            flickable->setProperty("contentX", 50.0);
+            flickable->setProperty("contentY", 40.0);
+            QCOMPARE(zoom->contentX(), 50.0);
+            QCOMPARE(zoom->contentY(), 40.0);
+        }
     }
 
     void listsForgetWhatIsDestroyed()
@@ -247,7 +404,7 @@ private slots:
                         plotData: PlotSeries { id: trace; axisX: axisX; axisY: axisY; yData: [1, 2, 3] }
                     }
                 }
-                WorldView { id: worldView; view: view; WorldPlot { id: world; width: 101; graphPlot: plot } }
+                WorldView { id: worldView; view: view; WorldPlot { id: world; width: 101; height: 101; graphPlot: plot } }
             })");
         auto *plot = document.object<GraphPlot>("plot");
         auto *world = document.object<WorldPlot>("world");
@@ -258,11 +415,15 @@ private slots:
         QCOMPARE(world->plotStyle(), GraphPlot::FillPlot);
         QVERIFY(world->plotBaseline());
 
-        document.object<GraphView>("view")->zoomRect()->setRight(0.5);
-        QCOMPARE(plot->mapToItemX(25), 50.0);
-        QCOMPARE(world->mapToItemX(25), 25.0);
+        document.object<GraphView>("view")->zoomRect()->setCenterAndZoom({0.5F, 0.25F}, {0.5, 0.5});
+        const QPointF value(37.5, 0.4375);
+        QCOMPARE(plot->mapToItem(value), QPointF(25, 75));
+        QCOMPARE(world->mapToItem(value), QPointF(37.5, 56.25));
+        QCOMPARE(world->visibleRect(), QRectF(0, 0, 100, 1));
         world->setScaleAxisX(true);
-        QCOMPARE(world->mapToItemX(25), 50.0);
+        QCOMPARE(world->mapToItem(value), QPointF(25, 56.25));
+        world->setScaleAxisY(true);
+        QCOMPARE(world->visibleRect(), plot->visibleRect());
 
         QSignalSpy zoom(document.object("worldView"), SIGNAL(zoomRectChanged(ZoomRect *)));
         document.object("worldView")->setProperty("view", QVariant::fromValue<GraphView *>(nullptr));

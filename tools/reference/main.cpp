@@ -51,6 +51,22 @@ void absorbHiddenBases(QmlTypes *types, const CommentTexts &texts)
         types->remove(name);
 }
 
+// A property of painted items, a base from outside of the module, counts as one of the types that have a text
+// for it and of those derived from them.
+void addRenderTargets(QmlTypes *types, CommentTexts *texts)
+{
+    const QString property = "renderTarget";
+    for (QmlType &type : *types) {
+        QString owner = type.name;
+        while (types->contains(owner) && !texts->texts.contains(owner + "::" + property))
+            owner = types->value(owner).base;
+        if (!types->contains(owner))
+            continue;
+        type.properties.append({property, "enumeration"});
+        texts->texts.insert(type.name + "::" + property, texts->texts.value(owner + "::" + property));
+    }
+}
+
 // Texts about what the module does not have, most often misspelled.
 QStringList strayTopics(const QmlTypes &types, const CommentTexts &texts)
 {
@@ -104,7 +120,7 @@ int main(int argc, char **argv)
         return 2;
     }
     QmlTypes types = qmlTypes(contents(arguments.at(0)));
-    const CommentTexts texts = commentTexts(arguments.at(1));
+    CommentTexts texts = commentTexts(arguments.at(1));
     const QDir folder(arguments.at(2));
     if (types.isEmpty() || texts.texts.isEmpty() || !folder.mkpath(".")) {
         std::fprintf(stderr, "nothing to read or nowhere to write\n");
@@ -112,6 +128,7 @@ int main(int argc, char **argv)
     }
 
     absorbHiddenBases(&types, texts);
+    addRenderTargets(&types, &texts);
 
     QStringList missing;
     QStringList unexpected = folder.entryList({"*.md"});

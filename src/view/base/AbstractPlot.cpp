@@ -5,6 +5,9 @@
 #include "data/PlotData.h"
 #include "view/zoom/ZoomRect.h"
 
+#include <QMetaMethod>
+#include <QMetaProperty>
+
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -37,16 +40,25 @@ double extentUpTo(double begin, double extent, double end)
 /*!
     \qmltype AbstractPlot
     \inqmlmodule graph_plugin
-    \brief What all plots have in common: data, two axes, a pen colour and the mapping between data and pixels.
+    \brief What all plots have in common: data, two axes, a pen colour and the mapping between data and
+   pixels.
 
     Use GraphPlot, AreaPlot and the other plots. Inside a GraphView a plot joins the view's zoom.
-    The mapping functions mapToItem and mapFromItem take one point in data units; they hide the functions of the same
-    names of Item.
+    The mapping functions mapToItem and mapFromItem take one point in data units; they hide the functions of
+   the same names of Item.
+
+    \qmlproperty enumeration AbstractPlot::renderTarget
+    The property of Qt's painted items, \c FramebufferObject by default. Unless it is \c Image, what the plot
+   draws is shifted by one pixel to the right and downwards. A framebuffer on OpenGL takes that back; the
+   software scene graph
+    (\c {QT_QUICK_BACKEND=software}) does not: there the trace is one pixel away from the grid lines, and the
+   plot's last column and row are cut off. Write \c {renderTarget: GraphPlot.Image} where that scene graph is
+   used.
 
     \qmlproperty ZoomRect AbstractPlot::zoomRect
     \readonly
-    The zoom rectangle of the item that the plot stands in; null where that has no property of this name. Without a
-    notify signal.
+    The zoom rectangle of the plot's parent item, followed where the parent's property of this name has a
+   notify signal; null where there is no such property. Without a notify signal of its own.
 */
 AbstractPlot::AbstractPlot(QQuickItem *parent)
     : QQuickPaintedItem(parent)
@@ -57,7 +69,7 @@ AbstractPlot::AbstractPlot(QQuickItem *parent)
     setAntialiasing(false);
     // A parent given here was announced before this class could hear of it.
     if (parent)
-        adoptZoomRectOf(parent);
+        followZoomRectOfParent();
 }
 
 AbstractPlot::~AbstractPlot()
@@ -389,13 +401,28 @@ void AbstractPlot::setValid(bool valid)
 void AbstractPlot::itemChange(ItemChange change, const ItemChangeData &data)
 {
     if (change == ItemParentHasChanged)
-        adoptZoomRectOf(data.item);
+        followZoomRectOfParent();
     QQuickPaintedItem::itemChange(change, data);
 }
 
-void AbstractPlot::adoptZoomRectOf(QQuickItem *parent)
+void AbstractPlot::followZoomRectOfParent()
 {
-    setZoomRect(parent ? parent->property("zoomRect").value<ZoomRect *>() : nullptr);
+    if (const QQuickItem *parent = parentItem()) {
+        const QMetaObject *type = parent->metaObject();
+        const QMetaProperty property = type->property(type->indexOfProperty("zoomRect"));
+        // In a document the parent's binding may not have been evaluated when the plot arrives.
+        if (property.hasNotifySignal()) {
+            static const int slot = staticMetaObject.indexOfSlot("adoptZoomRectOfParent()");
+            connect(parent, property.notifySignal(), this, staticMetaObject.method(slot),
+                    Qt::UniqueConnection);
+        }
+    }
+    adoptZoomRectOfParent();
+}
+
+void AbstractPlot::adoptZoomRectOfParent()
+{
+    setZoomRect(parentItem() ? parentItem()->property("zoomRect").value<ZoomRect *>() : nullptr);
 }
 
 void AbstractPlot::componentComplete()

@@ -86,8 +86,11 @@ protected:
 
     void setValid(bool valid);
 
+private slots:
+    void adoptZoomRectOfParent();
+
 private:
-    void adoptZoomRectOf(QQuickItem *parent);
+    void followZoomRectOfParent();
     void followAxis(ValueAxis *axis);
 
     bool m_valid = false;

@@ -45,8 +45,10 @@ QList<ValueAxis *> graph::planeAxes(XYScale *plane)
     \inqmlmodule graph_plugin
     \brief A plane for the grid lines and labels of the axes of a GraphView.
 
-    Declare it as a child of the view and name it as an axis' \c linesPlane or \c labelsPlane. Several planes can be
-    stacked by their \c z, for example one below the plots for the grid and one above them for the labels.
+    Declare it as a child of the view and name it as an axis' \c linesPlane or \c labelsPlane. Several planes
+   can be stacked by their \c z, for example one below the plots for the grid and one above them for the
+   labels. All planes of a view draw for one plot area, which keeps clear of the widest margin that any of
+   them needs on each side.
 
     \qmlsignal XYScale::marginsChanged(int left, int right, int top, int bottom)
     The room in pixels that the plane's axes need on each side: the greatest \c margin of the axes there.
@@ -168,13 +170,23 @@ void XYScale::handleMarginsChanged()
     if (margins == m_margins)
         return;
     m_margins = margins;
+    // Only until the view hears of it, which knows what the other planes need.
+    setPlotAreaMargins(margins);
     emit marginsChanged(margins.left(), margins.right(), margins.top(), margins.bottom());
+    update();
+}
+
+void XYScale::setPlotAreaMargins(const QMargins &margins)
+{
+    if (m_plotAreaMargins == margins)
+        return;
+    m_plotAreaMargins = margins;
     update();
 }
 
 void XYScale::paint(QPainter *painter)
 {
-    const QRectF plotRect = boundingRect().marginsRemoved(m_margins);
+    const QRectF plotRect = boundingRect().marginsRemoved(m_plotAreaMargins);
     const bool framebuffer = renderTarget() != Image;
     if (framebuffer)
         painter->translate(1.0, 1.0);

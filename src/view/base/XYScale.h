@@ -21,6 +21,10 @@ public:
     void setPlots(const QList<AbstractPlot *> &plots);
     QList<ValueAxis *> axes() const;
     void setAxes(const QList<ValueAxis *> &axes);
+    // What the plane's own axes need.
+    QMargins margins() const { return m_margins; }
+    // Between the plane's edges and the plot area, which the view insets for all of its planes.
+    void setPlotAreaMargins(const QMargins &margins);
 
     void paint(QPainter *painter) override;
 
@@ -39,4 +43,5 @@ private:
     // Axes whose repaint requests reach this plane; a connection made once stays for the life of the axis.
     QVector<QPointer<ValueAxis>> m_repaintingAxes;
     QMargins m_margins;
+    QMargins m_plotAreaMargins;
 };

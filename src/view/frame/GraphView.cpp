@@ -10,6 +10,16 @@
 
 #include <QDebug>
 
+namespace {
+
+QMargins widest(const QMargins &a, const QMargins &b)
+{
+    return {qMax(a.left(), b.left()), qMax(a.top(), b.top()), qMax(a.right(), b.right()),
+            qMax(a.bottom(), b.bottom())};
+}
+
+} // namespace
+
 // The functions behind a list property whose elements live in `list` and whose change is told by `changed`.
 template <typename T>
 struct GraphView::ListFunctions
@@ -160,8 +170,10 @@ void GraphView::findScales()
         qWarning() << "componentComplete"
                    << " - no XYScale was defined in QML. Created default one:" << m_defaultScale.data();
     }
-    for (XYScale *scale : qAsConst(m_scales))
+    for (XYScale *scale : qAsConst(m_scales)) {
         connect(scale, SIGNAL(marginsChanged(int,int,int,int)), this, SLOT(handleMarginsChanged(int,int,int,int)));
+        connect(scale, SIGNAL(destroyed()), this, SLOT(handleMarginsChanged()));
+    }
 }
 
 void GraphView::assignPlanes()
@@ -229,15 +241,31 @@ void GraphView::handlePlotVisibilityChanged()
     }
 }
 
+// The plot area is the same for all planes, so that lines, labels and traces meet whichever plane draws them:
+// each side keeps clear of the widest margin there.
 void GraphView::handleMarginsChanged(int left, int right, int top, int bottom)
+{
+    QMargins margins(left, top, right, bottom);
+    for (const XYScale *scale : qAsConst(m_scales)) {
+        if (scale)
+            margins = widest(margins, scale->margins());
+    }
+    for (XYScale *scale : qAsConst(m_scales)) {
+        if (scale)
+            scale->setPlotAreaMargins(margins);
+    }
+    insetPlotArea(margins);
+}
+
+void GraphView::insetPlotArea(const QMargins &margins)
 {
     auto *anchors = m_contentItem ? m_contentItem->property("anchors").value<QObject *>() : nullptr;
     if (!anchors)
         return;
-    anchors->setProperty("leftMargin", left);
-    anchors->setProperty("rightMargin", right);
-    anchors->setProperty("topMargin", top);
-    anchors->setProperty("bottomMargin", bottom);
+    anchors->setProperty("leftMargin", margins.left());
+    anchors->setProperty("rightMargin", margins.right());
+    anchors->setProperty("topMargin", margins.top());
+    anchors->setProperty("bottomMargin", margins.bottom());
 }
 
 void GraphView::updateChildren()

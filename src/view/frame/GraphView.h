@@ -39,7 +39,7 @@ protected:
 protected slots:
     void updateChildren();
     void handlePlotVisibilityChanged();
-    void handleMarginsChanged(int left, int right, int top, int bottom);
+    void handleMarginsChanged(int left = 0, int right = 0, int top = 0, int bottom = 0);
 
 private:
     template <typename T>
@@ -48,6 +48,7 @@ private:
     void findScales();
     void assignPlanes();
     void adoptChild(QQuickItem *child);
+    void insetPlotArea(const QMargins &margins);
 
     QVector<QPointer<ValueAxis>> m_axes;
     QVector<QPointer<PlotData>> m_series;

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace {
 
@@ -93,6 +94,8 @@ void ZoomRect::setFlickable(QQuickItem *item)
     m_visibleArea = item ? item->property("visibleArea").value<QObject *>() : nullptr;
     if (item)
         follow(item, SIGNAL(movingChanged()), this, SIGNAL(movingChanged()));
+    m_flickableSize = flickableSize();
+    m_parentSize = parentSize();
     if (m_visibleArea) {
         follow(m_visibleArea, SIGNAL(xPositionChanged(qreal)), this,
                SLOT(handleVisibleAreaXPositionChanged(double)));
@@ -125,12 +128,16 @@ void ZoomRect::emitRectChanged()
 
 void ZoomRect::updateFlickableContentWidth()
 {
+    m_parentSize.setWidth(parentSize().width());
+    m_flickableSize.setWidth(flickableSize().width());
     if (m_flickable)
         m_flickable->setProperty("contentWidth", contentWidth());
 }
 
 void ZoomRect::updateFlickableContentHeight()
 {
+    m_parentSize.setHeight(parentSize().height());
+    m_flickableSize.setHeight(flickableSize().height());
     if (m_flickable)
         m_flickable->setProperty("contentHeight", contentHeight());
 }
@@ -484,38 +491,86 @@ void ZoomRect::setCenterAndZoom(const QVector2D &scale, const QPointF &center)
 
 void ZoomRect::handleParentWidthChanged()
 {
-    const QQuickItem *item = parentItem();
-    if (!item || graph::fuzzyEqual(item->width(), m_lastParentWidth))
-        return;
-    const bool wasChanging = setChanging(true);
-    m_lastParentWidth = item->width();
-    updateFlickableContentWidth();
-    updateFlickableContentX();
-    setChanging(wasChanging);
+    if (isResizedX())
+        adoptSizeX();
 }
 
 void ZoomRect::handleParentHeightChanged()
 {
-    const QQuickItem *item = parentItem();
-    if (!item || graph::fuzzyEqual(item->height(), m_lastParentHeight))
-        return;
-    const bool wasChanging = setChanging(true);
-    m_lastParentHeight = item->height();
-    updateFlickableContentHeight();
-    updateFlickableContentY();
-    setChanging(wasChanging);
+    if (isResizedY())
+        adoptSizeY();
 }
 
 void ZoomRect::handleVisibleAreaXPositionChanged(double x)
 {
-    if (!m_changing)
+    if (m_changing)
+        return;
+    if (isResizedX())
+        adoptSizeX();
+    else if (!std::exchange(m_resizedX, false) || !isRounded("contentX", contentX()))
         moveLeft(x);
 }
 
 void ZoomRect::handleVisibleAreaYPositionChanged(double y)
 {
-    if (!m_changing)
+    if (m_changing)
+        return;
+    if (isResizedY())
+        adoptSizeY();
+    else if (!std::exchange(m_resizedY, false) || !isRounded("contentY", contentY()))
         moveBottom(1.0 - y);
+}
+
+// A flickable whose size, or whose content's size, no longer fits its position moves its content by itself.
+// That is no flick: the same part of the chart stays visible, and the content moves to where it shows that
+// part.
+bool ZoomRect::isResizedX() const
+{
+    return parentSize().width() != m_parentSize.width() || flickableSize().width() != m_flickableSize.width();
+}
+
+bool ZoomRect::isResizedY() const
+{
+    return parentSize().height() != m_parentSize.height() ||
+           flickableSize().height() != m_flickableSize.height();
+}
+
+void ZoomRect::adoptSizeX()
+{
+    const bool wasChanging = setChanging(true);
+    updateFlickableContentWidth();
+    if (m_flickable)
+        m_flickable->setProperty("contentX", contentX());
+    m_resizedX = true;
+    setChanging(wasChanging);
+}
+
+void ZoomRect::adoptSizeY()
+{
+    const bool wasChanging = setChanging(true);
+    updateFlickableContentHeight();
+    if (m_flickable)
+        m_flickable->setProperty("contentY", contentY());
+    m_resizedY = true;
+    setChanging(wasChanging);
+}
+
+// After a resize a flickable puts its content on a whole pixel.
+bool ZoomRect::isRounded(const char *property, double position) const
+{
+    const double found = m_flickable ? m_flickable->property(property).toDouble() : position;
+    return found == std::round(found) && std::abs(found - position) < 1.0;
+}
+
+QSizeF ZoomRect::parentSize() const
+{
+    const QQuickItem *item = parentItem();
+    return item ? QSizeF(item->width(), item->height()) : QSizeF();
+}
+
+QSizeF ZoomRect::flickableSize() const
+{
+    return m_flickable ? QSizeF(m_flickable->width(), m_flickable->height()) : QSizeF();
 }
 
 void ZoomRect::resizeX(double width, double left)

@@ -127,6 +127,13 @@ protected slots:
     void handleVisibleAreaYPositionChanged(double y);
 
 private:
+    bool isResizedX() const;
+    bool isResizedY() const;
+    void adoptSizeX();
+    void adoptSizeY();
+    bool isRounded(const char *property, double position) const;
+    QSizeF parentSize() const;
+    QSizeF flickableSize() const;
     void resizeX(double width, double left);
     void resizeY(double height, double top);
     bool isFlick() const;
@@ -143,8 +150,11 @@ private:
     Qt::Orientations m_zoomAxis;
     QPointer<QQuickItem> m_flickable;
     QPointer<QObject> m_visibleArea;
-    double m_lastParentWidth = 0.0;
-    double m_lastParentHeight = 0.0;
+    // What they were when the flickable's content was last given its size.
+    QSizeF m_parentSize;
+    QSizeF m_flickableSize;
+    bool m_resizedX = false;
+    bool m_resizedY = false;
     bool m_changing = false;
     QRectF m_lastRect{0.0, 0.0, 1.0, 1.0};
 };
