@@ -91,6 +91,15 @@ template <typename Sample> MinMax extremes(const Sample *samples, int count)
     return result;
 }
 
+// Counted, not searched for: without a way out the compiler compares several samples at a time.
+template <typename Sample> bool isAnyNaN(const Sample *samples, int count)
+{
+    int found = 0;
+    for (int i = 0; i < count; ++i)
+        found += value(samples[i]) != value(samples[i]);
+    return found > 0;
+}
+
 } // namespace
 
 MinMax minMax(const double *values, int count)
@@ -101,6 +110,16 @@ MinMax minMax(const double *values, int count)
 MinMax minMax(const QPointF *points, int count)
 {
     return extremes(points, count);
+}
+
+bool hasNaN(const double *values, int count)
+{
+    return isAnyNaN(values, count);
+}
+
+bool hasNaN(const QPointF *points, int count)
+{
+    return isAnyNaN(points, count);
 }
 
 } // namespace graph

@@ -27,6 +27,9 @@ struct MinMax
 MinMax minMax(const double *values, int count);
 MinMax minMax(const QPointF *points, int count);
 
+bool hasNaN(const double *values, int count);
+bool hasNaN(const QPointF *points, int count);
+
 // The rectangle from the lower to the upper end of both; null when either is empty.
 inline QRectF boundingRect(const MinMax &x, const MinMax &y)
 {

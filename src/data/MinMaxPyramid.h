@@ -10,7 +10,7 @@ namespace graph {
 // length of the range: blocks of 64 samples, and above them levels of eight nodes in one. 0.3 bytes a sample.
 //
 // The array is not kept. Each query is given the same, unchanged samples again: double, QPointF, or any type
-// with a function minMax(const Sample *, int).
+// with functions minMax(const Sample *, int) and hasNaN(const Sample *, int).
 class MinMaxPyramid
 {
 public:
@@ -22,17 +22,23 @@ public:
     // The same as minMax(samples + first, end - first), for 0 <= first <= end <= count.
     template <typename Sample> MinMax minMax(const Sample *samples, int first, int end) const;
 
+    // Whether any of the samples is NaN, which the extremes do not tell.
+    bool hasNaN() const { return m_hasNaN; }
+
 private:
     using Level = std::vector<MinMax>;
 
     MinMax nodes(std::size_t first, std::size_t end) const;
 
     std::vector<Level> m_levels; // the finest first
+    bool m_hasNaN;
 };
 
 template <typename Sample> MinMaxPyramid::MinMaxPyramid(const Sample *samples, int count)
 {
+    using graph::hasNaN;
     using graph::minMax;
+    m_hasNaN = hasNaN(samples, count);
     // Whole blocks only; the rest is read from the array.
     Level blocks(std::size_t(std::max(count, 0)) / blockSize);
     for (std::size_t block = 0; block < blocks.size(); ++block)

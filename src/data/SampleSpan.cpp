@@ -66,6 +66,14 @@ MinMax SampleSpan::minMax(int first, int end) const
     return m_pyramid ? m_pyramid->minMax(m_values, low, low + count) : graph::minMax(m_values + low, count);
 }
 
+bool SampleSpan::hasNaN(int first, int end) const
+{
+    if (first == end || (m_pyramid && !m_pyramid->hasNaN()))
+        return false;
+    const int low = std::min(arrayIndex(first), arrayIndex(end - 1));
+    return m_points ? graph::hasNaN(m_points + low, end - first) : graph::hasNaN(m_values + low, end - first);
+}
+
 int SampleSpan::countBelow(double value, int hint) const
 {
     return leadingCount(m_size, guess(value, hint), [&](int i) { return x(i) < value; });

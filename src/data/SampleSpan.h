@@ -51,6 +51,10 @@ public:
     // array, or a few steps where there is a pyramid; NaN is ignored either way.
     MinMax minMax(int first, int end) const;
 
+    // Whether y of one of the samples first..end-1, all of which exist, is NaN. At once where there is a pyramid
+    // over an array without any.
+    bool hasNaN(int first, int end) const;
+
     // How many samples, from the first on, have an x below `value`, or not above it: the samples of a pixel
     // column lie between two such counts. NaN gives 0. Found by division where x is equally spaced, else by a
     // search that is quick when the hint is near, as the answer for the column before is. Not for segments.

@@ -16,8 +16,8 @@
     \inherits AbstractPlot
     \brief Fills the band between two traces, paired sample by sample.
 
-    It is valid, and drawn, while both traces have the same number of samples, at least one. Samples that are
-    not finite in either leave a gap.
+    It is valid, and drawn, while both traces are there and have the same number of samples, at least one. A
+    pair of samples of which one is not finite is left out.
 */
 AreaPlot::AreaPlot(QQuickItem *parent)
     : AbstractPlot(parent)
@@ -70,9 +70,10 @@ void AreaPlot::connectData()
     for (PlotData *data : {plotData(), maxData(), minData()}) {
         if (!data)
             continue;
-        // An envelope that is destroyed takes the plot's own data along and is announced no further.
+        // An envelope that is destroyed takes the plot's own data along and is announced no further. Without
+        // such data that alone changes nothing.
         connect(data, SIGNAL(destroyed()), this, SLOT(setPlotData()), Qt::UniqueConnection);
-        connect(data, SIGNAL(destroyed()), this, SLOT(update()), Qt::UniqueConnection);
+        connect(data, SIGNAL(destroyed()), this, SLOT(handlePlotChanged()), Qt::UniqueConnection);
         connect(data, SIGNAL(plotChanged()), this, SLOT(handlePlotChanged()), Qt::UniqueConnection);
         connect(data, SIGNAL(axisXChanged(ValueAxis *)), this, SLOT(setAxisX(ValueAxis *)),
                 Qt::UniqueConnection);

@@ -16,14 +16,32 @@ struct Band
     double top = std::numeric_limits<double>::quiet_NaN();
     double bottom = std::numeric_limits<double>::quiet_NaN();
 
-    void add(const MinMax &upper, const MinMax &lower)
+    void add(double upper, double lower)
     {
-        if (upper.isEmpty() || lower.isEmpty())
-            return;
-        top = std::fmax(top, upper.max); // NaN gives way
-        bottom = std::fmin(bottom, lower.min);
+        top = std::fmax(top, upper); // NaN gives way
+        bottom = std::fmin(bottom, lower);
     }
 };
+
+bool isFinite(const MinMax &extremes)
+{
+    return std::isfinite(extremes.min) && std::isfinite(extremes.max);
+}
+
+// The pairs first..end-1 of which both halves are finite. The quick way holds only where that is so of all.
+void addPairs(Band &band, const SampleSpan &upper, const SampleSpan &lower, int first, int end)
+{
+    const MinMax above = upper.minMax(first, end);
+    const MinMax below = lower.minMax(first, end);
+    if (isFinite(above) && isFinite(below) && !upper.hasNaN(first, end) && !lower.hasNaN(first, end)) {
+        band.add(above.max, below.min);
+        return;
+    }
+    for (int i = first; i < end; ++i) {
+        if (std::isfinite(upper.y(i)) && std::isfinite(lower.y(i)))
+            band.add(upper.y(i), lower.y(i));
+    }
+}
 
 } // namespace
 
@@ -45,7 +63,7 @@ QVector<QLine> areaStrokes(const SampleSpan &upper, const SampleSpan &lower, con
         for (int k = qMax(1, last + 1); k < column; ++k)
             bands[k] = bands[k - 1];
         last = qMax(last, column);
-        bands[last].add(finiteMinMax(upper, i, end), finiteMinMax(lower, i, end));
+        addPairs(bands[last], upper, lower, i, end);
     }
 
     QVector<QLine> strokes;

@@ -40,17 +40,21 @@ private slots:
             QMap<int, graph::MinMax> bands; // by column
             double x = uniform(-20, 20);
             for (int i = 0; i < above.size(); ++i) {
-                above[i] = QPointF(x, uniform(50, 100));
-                below[i] = QPointF(x, uniform(0, 50));
-                if (x >= 0 && mapping.column(x) < columns)
-                    bands[mapping.column(x)].add({below[i].y(), above[i].y()});
+                above[i] = QPointF(x, random() % 4 ? uniform(50, 100) : qQNaN());
+                below[i] = QPointF(x, random() % 4 ? uniform(0, 50) : round % 2 ? qInf() : qQNaN());
+                if (x >= 0 && mapping.column(x) < columns) {
+                    graph::MinMax &band = bands[mapping.column(x)];
+                    if (std::isfinite(above[i].y()) && std::isfinite(below[i].y()))
+                        band.add({below[i].y(), above[i].y()});
+                }
                 x += random() % 4 ? 0.3 : uniform(0, 4);
             }
             QVector<QLine> expected;
             const int end = bands.isEmpty() ? 0 : bands.lastKey() + 1;
             for (int c = bands.isEmpty() ? 0 : bands.firstKey(); c < end; ++c) {
                 const graph::MinMax band = *--bands.upperBound(c); // that of the last column with a sample
-                expected.append(QLine(c, mapping.row(band.min), c, mapping.row(band.max)));
+                if (!band.isEmpty())
+                    expected.append(QLine(c, mapping.row(band.min), c, mapping.row(band.max)));
             }
             const graph::SampleSpan upper = graph::SampleSpan(above).between(0, 1e9);
             const graph::SampleSpan lower = graph::SampleSpan(below).between(0, 1e9);
@@ -100,6 +104,10 @@ private slots:
         filled(10, {1, 2}, {0, 1});
         plot()->setMinData(nullptr);
         QVERIFY(!plot()->isValid());
+        plot()->setMinData(lower());
+        QVERIFY(plot()->isValid());
+        delete lower();
+        QVERIFY(!plot()->isValid() && spy.count() == 6);
     }
 
     void oneObjectInEveryRole()
