@@ -86,7 +86,7 @@ void ChannelPlot::setSelectedPoint(int index)
 int ChannelPlot::checkClickPosition(double x, double y, double threshold) const
 {
     const graph::PixelMapping mapping = pixelMapping();
-    if (!isValid() || !mapping.isDrawable())
+    if (!mapping.isDrawable())
         return -1;
     const double clickX = x - (minVisibleX() - minValueX()) * mapping.scaleX();
     const double clickY = y - (maxValueY() - maxVisibleY()) * mapping.scaleY();

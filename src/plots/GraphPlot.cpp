@@ -148,17 +148,20 @@ void GraphPlot::setSelectedPoint(int index)
 
 /*!
     \qmlproperty GraphPoint GraphPlot::graphPoint
-    What a ScatterPlot draws at each sample; round dots, and one warning a sample, while it is null.
+    What a ScatterPlot draws at each sample; round dots, and one warning a sample, while it is null. A decoration that
+    is destroyed leaves it null.
 */
 void GraphPlot::setGraphPoint(GraphPoint *point)
 {
     if (m_graphPoint == point)
         return;
     if (m_graphPoint)
-        disconnect(m_graphPoint, SIGNAL(pointChanged()), this, SLOT(sltGraphPointDataChanged()));
+        disconnect(m_graphPoint, nullptr, this, SLOT(sltGraphPointDataChanged()));
     m_graphPoint = point;
-    if (point)
+    if (point) {
         connect(point, SIGNAL(pointChanged()), this, SLOT(sltGraphPointDataChanged()));
+        connect(point, SIGNAL(destroyed()), this, SLOT(sltGraphPointDataChanged()));
+    }
     update();
     emit graphPointChanged(point);
 }
@@ -185,7 +188,8 @@ void GraphPlot::forceUpdate()
 */
 int GraphPlot::checkClickPosition(double x, double y, double threshold) const
 {
-    if (m_plotStyle != ScatterPlot || !isValid() || !plotData())
+    // Not asked for isValid(), which follows the data only with the next pass of the event loop.
+    if (m_plotStyle != ScatterPlot || !plotData())
         return -1;
     const graph::PixelMapping mapping = pixelMapping();
     if (!mapping.isDrawable())
@@ -199,7 +203,7 @@ int GraphPlot::checkClickPosition(double x, double y, double threshold) const
         const int column = mapping.column(samples.x(i));
         const int row = mapping.row(samples.y(i));
         if (std::abs(clickX - column) <= threshold && std::abs(clickY - row) <= threshold)
-            return plotData()->indexOf(samples.x(i));
+            return samples.dataIndex(i);
     }
     return -1;
 }
@@ -331,7 +335,7 @@ void GraphPlot::paintPoints(Frame &frame, int lineWidth) const
             dots.append(QLine(column, row, column - 1, row - 1));
             continue;
         }
-        const int index = plotData()->indexOf(x);
+        const int index = frame.samples.dataIndex(i); // several points may have the same x
         m_graphPoint->setPointIndex(index);
         m_graphPoint->setMargins(row, graph::pixel(visibleRangeX() * frame.mapping.scaleX() - column),
                                  graph::pixel(visibleRangeY() * frame.mapping.scaleY() - row), column);

@@ -4,6 +4,27 @@
 #include "data/PlotSeries.h"
 #include "plots/GraphPlot.h"
 
+namespace {
+
+// Keeps what it is handed in place of painting it.
+class Recorder : public GraphPoint
+{
+public:
+    void paint(QPainter *, int x, int y) override
+    {
+        points.append({x, y, marginTop(), marginRight(), marginBottom(), marginLeft(), pointIndex()});
+        if (isSelected())
+            selected.append(pointIndex());
+        pen = roundPen();
+    }
+
+    QVector<QVector<int>> points;
+    QVector<int> selected;
+    QPen pen;
+};
+
+} // namespace
+
 class tst_graphplot : public QObject
 {
     Q_OBJECT
@@ -210,32 +231,44 @@ private slots:
     {
         series()->setXInterval(25);
         series()->setYData({10, 0, 30, 20, 10});
-        QCoreApplication::processEvents();
         QCOMPARE(plot()->checkClickPosition(50, 20, 5), -1); // only in the scattered style
         plot()->setPlotStyle(GraphPlot::ScatterPlot);
+        QVERIFY(!plot()->isValid()); // not before the next pass of the event loop, but the points are there
         QCOMPARE(plot()->checkClickPosition(52, 17, 5), 2);
         QCOMPARE(plot()->checkClickPosition(52, 26, 5), -1);
-        // Zoomed to x 50..100, clicks count from the start of the data: 100 pixels lie left of the view.
+        QCOMPARE(plot()->checkClickPosition(58, 20, 5), -1);
+        // Zoomed to x 50..100 and y -50..0, clicks count from the start of the data: 100 pixels lie left of the
+        // view and 100 above it.
         m_document->object("horizontal")->setProperty("minVisible", 50.0);
         QCOMPARE(plot()->checkClickPosition(100, 20, 5), 2);
         QCOMPARE(plot()->checkClickPosition(150, 30, 5), 3);
+        m_document->object("vertical")->setProperty("maxVisible", 0.0);
+        series()->setYData({-10, -10, -10, -10, -10});
+        QCOMPARE(plot()->checkClickPosition(150, 120, 5), 3);
     }
 
-    void selectionDoesNotRepaintForEver()
+    void decorationsAreHandedTheirPoint()
     {
-        series()->setYData({10, 20});
-        series()->setXInterval(50);
+        auto *points = m_document->object<PlotPoints>("points");
+        points->setXData({75, 25, 25});
+        points->setYData({20, 10, 30});
+        plot()->setPlotData(points);
         plot()->setPlotStyle(GraphPlot::ScatterPlot);
-        QmlDocument decoration("GraphPointDot {}");
-        auto *point = qobject_cast<GraphPoint *>(decoration.root());
-        plot()->setGraphPoint(point);
         plot()->setSelectedPoint(1);
-        QSignalSpy spy(point, SIGNAL(pointChanged()));
+        Recorder recorder;
+        plot()->setGraphPoint(&recorder);
+        QSignalSpy changed(&recorder, SIGNAL(pointChanged()));
         painted(plot());
-        QCOMPARE(spy.count(), 0);
-        QVERIFY(point->isSelected());
-        point->setPointSize(9);
-        QCOMPARE(spy.count(), 1);
+        // In ascending order of x: column, row, margins clockwise from the top, index. Each keeps an index of its own.
+        QCOMPARE(recorder.points, (QVector<QVector<int>>{{25, 40, 40, 75, 60, 25, 1},
+                                                         {25, 20, 20, 75, 80, 25, 2},
+                                                         {75, 30, 30, 25, 70, 75, 0}}));
+        QCOMPARE(recorder.selected, QVector<int>{1});
+        QCOMPARE(recorder.pen, QPen(QColor("red"), 16, Qt::SolidLine, Qt::RoundCap));
+        // Heard by the plot, the changes of the selection would repaint it for ever.
+        QCOMPARE(changed.count(), 0);
+        QCOMPARE(plot()->checkClickPosition(25, 20, 3), 2);
+        QCOMPARE(plot()->checkClickPosition(75, 30, 3), 0);
     }
 
     void drawsNothing_data()
