@@ -4,6 +4,7 @@
 #include <QIODevice>
 
 #include <algorithm>
+#include <stdexcept>
 
 namespace graph {
 
@@ -34,13 +35,15 @@ Heatmap readHeatmap(QIODevice &device)
     stream >> columnCount >> rowCount >> heatmap.referenceLevel >> heatmap.rowStep;
     heatmap.columnCount = std::uint16_t(columnCount);
     heatmap.rowCount = std::uint16_t(rowCount);
+    const std::size_t claimed = std::size_t(heatmap.columnCount) * heatmap.rowCount;
+    if (claimed > largestCellCount)
+        throw std::length_error("the file claims too many cells");
 
     heatmap.columnFrequencies.resize(heatmap.columnCount);
     readBytes(stream, reinterpret_cast<char *>(heatmap.columnFrequencies.data()),
               heatmap.columnFrequencies.size() * sizeof(unsigned int));
 
-    // The header is not to be trusted with the size of an allocation: it may claim 4 GB.
-    const std::size_t claimed = std::size_t(heatmap.columnCount) * heatmap.rowCount;
+    // The header is not to be trusted with the size of an allocation.
     const auto available = std::size_t(std::max<qint64>(device.bytesAvailable(), 0));
     heatmap.cells.resize(std::min(claimed, available));
     heatmap.cells.resize(

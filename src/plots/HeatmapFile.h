@@ -7,6 +7,9 @@ class QIODevice;
 
 namespace graph {
 
+// More than any measurement has. A header that claims more is damaged or hostile.
+constexpr std::size_t largestCellCount = std::size_t(1) << 24;
+
 // How often each level was seen at each frequency, as colour codes.
 struct Heatmap
 {
@@ -21,7 +24,8 @@ struct Heatmap
 };
 
 // The heat map that an open device holds from its position on; what a short device does not hold is 0. Takes
-// no more memory than the device can fill, the frequencies apart (256 KiB at most). Throws std::bad_alloc.
+// no more memory than the device can fill, the frequencies apart (256 KiB at most). Throws std::bad_alloc, and
+// std::length_error, before it asks for any memory, where the header claims more than largestCellCount.
 Heatmap readHeatmap(QIODevice &device);
 
 } // namespace graph

@@ -98,8 +98,9 @@ void HeatmapPlot::setUnits(const QString &units)
 /*!
     \qmlproperty string HeatmapPlot::dataFilePath
     The heat map file; each write reads it, the same path as well. The file and older ones are then deleted
-    from dataDirectory. A file that cannot be opened for reading and writing, or that is empty, leaves the map
-    as it is; in a file that is too short, what is missing is transparent.
+    from dataDirectory, by another thread where that holds many files. A file that cannot be opened for reading
+    and writing, that is empty, or that claims more than 16777216 cells leaves the map as it is; in a file that
+    is too short, what is missing is transparent.
 */
 void HeatmapPlot::setDataFilePath(const QString &path)
 {
@@ -122,8 +123,7 @@ void HeatmapPlot::setTestPointState(int state)
     setHeatmap(std::make_shared<const graph::Heatmap>());
     {
         const std::lock_guard<std::mutex> lock(m_imageMutex);
-        graph::clearWideRegisters();
-    std::fill(m_imageBuffer.begin(), m_imageBuffer.end(), 0);
+        std::fill(m_imageBuffer.begin(), m_imageBuffer.end(), 0);
     }
     update();
 }
@@ -169,7 +169,7 @@ void HeatmapPlot::readDataFromFile(const QString &path)
         modified = file.fileTime(QFileDevice::FileModificationTime);
         try {
             setHeatmap(std::make_shared<const graph::Heatmap>(graph::readHeatmap(file)));
-        } catch (const std::bad_alloc &error) {
+        } catch (const std::exception &error) {
             qWarning() << "Heat map" << path << "-" << error.what();
         }
     }
@@ -210,6 +210,7 @@ void HeatmapPlot::paint(QPainter *painter)
 
 void HeatmapPlot::draw(QPainter *painter)
 {
+    graph::clearWideRegisters();
     const std::shared_ptr<const graph::Heatmap> map = heatmap();
     const std::lock_guard<std::mutex> lock(m_imageMutex);
     std::fill(m_imageBuffer.begin(), m_imageBuffer.end(), 0);

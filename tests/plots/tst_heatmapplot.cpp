@@ -111,6 +111,8 @@ private slots:
         QVERIFY(!QFile::exists(m_directory->filePath("none.heatmap")));
         QVERIFY(isParsed(m_directory->path()));
         QVERIFY(isParsed(QString()));
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression("^Heat map .*too many cells"));
+        QVERIFY(isParsed(write("hostile.heatmap", QByteArray(20, '\xff'))));
         QCOMPARE(cell(), 0xff00a8e6); // the map stays
     }
 
