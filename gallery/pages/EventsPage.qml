@@ -329,7 +329,7 @@ Page {
                     plotData: series
                     begin: page.positions[page.chosen] || 0
                     end: page.peak.end
-                    baseline: page.levels[page.chosen] || 0
+                    baseLevel: page.levels[page.chosen] || 0
                     integralColor: Theme.traces[0]
                     fillOpacity: 0.45
                     lineWidth: 0

@@ -17,9 +17,7 @@ template <typename Map>
 QVector<QPolygonF> polygons(const QVector<double> &xData, const QVector<double> &yData, Map map)
 {
     const auto bounded = [](double value) {
-        // Beyond this, differences of coordinates could overflow and their clipping lose the visible part.
-        constexpr double farthest = 1e15;
-        return std::max(-farthest, std::min(value, farthest));
+        return std::max(-graph::farthestCoordinate, std::min(value, graph::farthestCoordinate));
     };
 
     QVector<QPolygonF> result(1);

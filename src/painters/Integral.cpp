@@ -4,13 +4,13 @@
 
 namespace graph {
 
-double integral(const Curve &curve, double begin, double end, double baseline)
+double integral(const Curve &curve, double begin, double end, double baseLevel)
 {
     if (begin > end)
-        return -integral(curve, end, begin, baseline);
+        return -integral(curve, end, begin, baseLevel);
     double sum = 0.0;
     visitLines(curve, begin, end, [&](const QPointF &from, const QPointF &to) {
-        sum += (to.x() - from.x()) * (0.5 * (from.y() + to.y()) - baseline);
+        sum += (to.x() - from.x()) * (0.5 * (from.y() + to.y()) - baseLevel);
     });
     return sum;
 }

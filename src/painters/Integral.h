@@ -17,10 +17,10 @@ struct Curve
     bool isSegments = false;
 };
 
-// Area between the curve and the baseline from begin to end by the trapezoid rule, in x units times y units,
-// positive above the baseline; y at the limits is interpolated. Nothing outside the samples and in gaps;
+// Area between the curve and the base level from begin to end by the trapezoid rule, in x units times y units,
+// positive above it; y at the limits is interpolated. Nothing outside the samples and in gaps;
 // begin > end gives the negative area, NaN in a limit or no common stretch 0.
-double integral(const Curve &curve, double begin, double end, double baseline);
+double integral(const Curve &curve, double begin, double end, double baseLevel);
 
 // Total of a curve in decibels: 10 log10 of the integral of 10^(y/10), with y at the limits interpolated. The
 // limits may be swapped; NaN in a limit or no common stretch gives 0.

@@ -3,6 +3,7 @@
 #include "common/Opacity.h"
 #include "common/SafeInteger.h"
 #include "data/ColumnSearch.h"
+#include "painters/PolygonGeometry.h"
 #include "painters/Strokes.h"
 
 #include <QPainter>
@@ -23,9 +24,7 @@ struct IntegralPainter::Frame
     double x(double value) const { return mapping.x(value); }
     double y(double value) const
     {
-        // Beyond this, differences of coordinates could overflow.
-        constexpr double farthest = 1e15;
-        return qBound(-farthest, mapping.y(value), farthest);
+        return qBound(-graph::farthestCoordinate, mapping.y(value), graph::farthestCoordinate);
     }
     double valueOfColumn(int column) const { return mapping.valueX(column); }
     double lowestRow() const { return mapping.height(); }
@@ -35,7 +34,7 @@ struct IntegralPainter::Frame
 /*!
     \qmltype IntegralPainter
     \inherits BasePainter
-    \brief The area between a trace and a baseline, drawn and computed between two limits.
+    \brief The area between a trace and a base level, drawn and computed between two limits.
 
     Samples that are not finite are gaps: neither drawn nor counted.
 */
@@ -45,7 +44,7 @@ IntegralPainter::IntegralPainter(QQuickItem *parent)
     connect(this, SIGNAL(plotDataChanged()), this, SIGNAL(updateNeeded()));
     connect(this, SIGNAL(beginChanged()), this, SIGNAL(updateNeeded()));
     connect(this, SIGNAL(endChanged()), this, SIGNAL(updateNeeded()));
-    connect(this, SIGNAL(baselineChanged()), this, SIGNAL(updateNeeded()));
+    connect(this, SIGNAL(baseLevelChanged()), this, SIGNAL(updateNeeded()));
     connect(this, SIGNAL(integralColorChanged()), this, SIGNAL(updateNeeded()));
     connect(this, SIGNAL(fillOpacityChanged()), this, SIGNAL(updateNeeded()));
     connect(this, SIGNAL(lineWidthChanged()), this, SIGNAL(updateNeeded()));
@@ -59,7 +58,7 @@ void IntegralPainter::paint(QPainter *painter, const QRectF &visibleRect, float 
     Frame frame{visibleRect, mapping(visibleRect, scaleX, scaleY), 0.0, 0.0};
     frame.left = qMax(qMin(m_begin, m_end), frame.valueOfColumn(-1));
     frame.right = qMin(qMax(m_begin, m_end), frame.mapping.valueX(frame.mapping.width()));
-    if (trace.samples.isEmpty() || !(frame.left <= frame.right) || std::isnan(m_baseline))
+    if (trace.samples.isEmpty() || !(frame.left <= frame.right) || std::isnan(m_baseLevel))
         return;
     painter->save();
     const graph::SampleSpan &samples = trace.samples;
@@ -126,15 +125,15 @@ void IntegralPainter::setEnd(double end)
 }
 
 /*!
-    \qmlproperty double IntegralPainter::baseline
+    \qmlproperty double IntegralPainter::baseLevel
     The y from which the area is counted, in units of the vertical axis, 0 by default.
 */
-void IntegralPainter::setBaseline(double baseline)
+void IntegralPainter::setBaseLevel(double baseLevel)
 {
-    if (m_baseline == baseline)
+    if (m_baseLevel == baseLevel)
         return;
-    m_baseline = baseline;
-    emit baselineChanged();
+    m_baseLevel = baseLevel;
+    emit baseLevelChanged();
     recompute();
 }
 
@@ -178,7 +177,7 @@ void IntegralPainter::setLineWidth(int width)
 /*!
     \qmlproperty bool IntegralPainter::logarithmic
     True for a trace in decibels: its powers are summed, and the value is their total in decibels. The
-    baseline and the order of the limits then do not count. False by default.
+    base level and the order of the limits then do not count. False by default.
 */
 void IntegralPainter::setLogarithmic(bool logarithmic)
 {
@@ -198,7 +197,7 @@ void IntegralPainter::setLogarithmic(bool logarithmic)
 void IntegralPainter::updateValue()
 {
     const double value = m_logarithmic ? graph::logarithmicIntegral(curve(), m_begin, m_end)
-                                       : graph::integral(curve(), m_begin, m_end, m_baseline);
+                                       : graph::integral(curve(), m_begin, m_end, m_baseLevel);
     if (m_value == value || (std::isnan(m_value) && std::isnan(value)))
         return;
     m_value = value;
@@ -271,10 +270,10 @@ void IntegralPainter::recompute()
 void IntegralPainter::fillLines(QPainter *painter, const graph::Curve &curve, const Frame &frame) const
 {
     QPainterPath path;
-    // Areas side by side never overlap, and those above the baseline run the other way round than those below
-    // it.
+    // Areas side by side never overlap, and those above the base level run the other way round than those
+    // below it.
     path.setFillRule(Qt::WindingFill);
-    const double base = frame.boundedY(m_baseline);
+    const double base = frame.boundedY(m_baseLevel);
     graph::visitLines(curve, frame.left, frame.right, [&](const QPointF &from, const QPointF &to) {
         const QPointF a(frame.x(from.x()), frame.y(from.y()));
         const QPointF b(frame.x(to.x()), frame.y(to.y()));
@@ -298,7 +297,7 @@ void IntegralPainter::fillLines(QPainter *painter, const graph::Curve &curve, co
 void IntegralPainter::fillColumns(QPainter *painter, const graph::Curve &curve, const Frame &frame) const
 {
     const graph::SampleSpan &samples = curve.samples;
-    const int baseRow = graph::pixel(frame.boundedY(m_baseline));
+    const int baseRow = graph::pixel(frame.boundedY(m_baseLevel));
     const double left = qMax(frame.left, frame.visibleRect.x());
     const double right = qMin(frame.right, frame.visibleRect.x() + frame.visibleRect.width());
     const int firstColumn = frame.mapping.column(left);
@@ -322,7 +321,7 @@ void IntegralPainter::fillColumns(QPainter *painter, const graph::Curve &curve, 
             addPoint(right);
         run = end - first;
         first = end;
-        const bool above = extremes.max - m_baseline >= m_baseline - extremes.min;
+        const bool above = extremes.max - m_baseLevel >= m_baseLevel - extremes.min;
         const double farthest = above ? extremes.max : extremes.min;
         const int row = graph::pixel(frame.boundedY(farthest));
         if (std::isfinite(farthest) && row != baseRow)
@@ -345,7 +344,7 @@ void IntegralPainter::drawEdges(QPainter *painter, const graph::Curve &curve, co
         if (!visible)
             continue;
         const int column = frame.mapping.column(limit);
-        painter->drawLine(column, graph::pixel(frame.boundedY(m_baseline)), column,
+        painter->drawLine(column, graph::pixel(frame.boundedY(m_baseLevel)), column,
                           graph::pixel(frame.boundedY(y)));
     }
 }

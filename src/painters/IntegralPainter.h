@@ -12,7 +12,7 @@ class IntegralPainter : public BasePainter
     Q_PROPERTY(PlotData *plotData READ plotData WRITE setPlotData NOTIFY plotDataChanged)
     Q_PROPERTY(double begin READ begin WRITE setBegin NOTIFY beginChanged)
     Q_PROPERTY(double end READ end WRITE setEnd NOTIFY endChanged)
-    Q_PROPERTY(double baseline READ baseline WRITE setBaseline NOTIFY baselineChanged)
+    Q_PROPERTY(double baseLevel READ baseLevel WRITE setBaseLevel NOTIFY baseLevelChanged)
     Q_PROPERTY(QColor integralColor READ integralColor WRITE setIntegralColor NOTIFY integralColorChanged)
     Q_PROPERTY(double fillOpacity READ fillOpacity WRITE setFillOpacity NOTIFY fillOpacityChanged)
     Q_PROPERTY(int lineWidth READ lineWidth WRITE setLineWidth NOTIFY lineWidthChanged)
@@ -25,7 +25,7 @@ public:
     PlotData *plotData() const { return m_plotData; }
     double begin() const { return m_begin; }
     double end() const { return m_end; }
-    double baseline() const { return m_baseline; }
+    double baseLevel() const { return m_baseLevel; }
     QColor integralColor() const { return m_integralColor; }
     double fillOpacity() const { return m_fillOpacity; }
     int lineWidth() const { return m_lineWidth; }
@@ -38,7 +38,7 @@ public slots:
     void setPlotData(PlotData *data);
     void setBegin(double begin);
     void setEnd(double end);
-    void setBaseline(double baseline);
+    void setBaseLevel(double baseLevel);
     void setIntegralColor(const QColor &color);
     void setFillOpacity(double opacity);
     void setLineWidth(int width);
@@ -48,7 +48,7 @@ signals:
     void plotDataChanged();
     void beginChanged();
     void endChanged();
-    void baselineChanged();
+    void baseLevelChanged();
     void integralColorChanged();
     void fillOpacityChanged();
     void lineWidthChanged();
@@ -80,7 +80,7 @@ private:
     QPointer<PlotData> m_parentData;
     double m_begin = 0.0;
     double m_end = 0.0;
-    double m_baseline = 0.0;
+    double m_baseLevel = 0.0;
     QColor m_integralColor{"black"};
     double m_fillOpacity = 0.375;
     int m_lineWidth = 1;

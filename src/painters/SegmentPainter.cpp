@@ -5,6 +5,22 @@
 
 #include <QPainter>
 
+#include <cmath>
+
+namespace {
+
+// So near that the extent of a line is finite; what is in sight stays exactly where it is.
+QPointF bounded(const QPointF &point, const QPointF &origin, double scaleX, double scaleY)
+{
+    const auto near = [](double value, double centre, double scale) {
+        const double reach = graph::farthestCoordinate / std::abs(scale);
+        return std::isfinite(value) ? qBound(centre - reach, value, centre + reach) : value;
+    };
+    return QPointF(near(point.x(), origin.x(), scaleX), near(point.y(), origin.y(), scaleY));
+}
+
+} // namespace
+
 /*!
     \qmltype SegmentPainter
     \inherits BasePainter
@@ -25,12 +41,16 @@ SegmentPainter::SegmentPainter(QQuickItem *parent)
 
 void SegmentPainter::paint(QPainter *painter, const QRectF &visibleRect, float scaleX, float scaleY)
 {
-    const QPointF first(m_point1X, m_point1Y);
-    const QPointF second(m_point2X, m_point2Y);
+    const QPointF first = bounded({m_point1X, m_point1Y}, visibleRect.topLeft(), scaleX, scaleY);
+    const QPointF second = bounded({m_point2X, m_point2Y}, visibleRect.topLeft(), scaleX, scaleY);
     QPointF begin = first;
     QPointF end = second;
-    // Clipped before the conversion to pixels, so that a far end does not bend the visible part.
-    if (!graph::clipLine(begin, end, visibleRect))
+    // Clipped before the conversion to pixels, so that a far end does not bend the visible part. In two steps, because
+    // a point computed from an end that is very far is only near the border.
+    const double w = visibleRect.width();
+    const double h = visibleRect.height();
+    if (!graph::clipLine(begin, end, visibleRect.adjusted(-w, -h, w, h)) ||
+        !graph::clipLine(begin, end, visibleRect))
         return;
     const graph::PixelMapping place = mapping(visibleRect, scaleX, scaleY);
     const auto toPixels = [&place](const QPointF &point) {

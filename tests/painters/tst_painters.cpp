@@ -167,7 +167,10 @@ private slots:
         QCOMPARE(drawn(50, 20, 50, 1e18), QRect(50, 0, 1, 81));
         // Clipped only after the conversion to whole pixels, this one would not keep its slope.
         QCOMPARE(drawn(-1e12, -1e12, 1e12, 1e12), QRect(0, 0, 101, 101));
+        QCOMPARE(drawn(-1e300, 50, 1e308, 50), QRect(0, 50, 101, 1));
+        QCOMPARE(drawn(50, -1e308, 50, 1e308), QRect(50, 0, 1, 101));
         QCOMPARE(drawn(-50, 101, 150, 101), QRect());
+        QCOMPARE(drawn(20, 50, qInf(), 50), QRect());
         QCOMPARE(drawn(qQNaN(), 50, 150, 50), QRect());
         figure.setEndSize(4);
         QCOMPARE(drawn(20, 50, 150, 50), QRect(20, 46, 81, 9));
@@ -244,7 +247,7 @@ private slots:
         data.setYData({50.0, 50.0, qQNaN(), 50.0, 50.0});
         IntegralPainter figure;
         figure.setPlotData(&data);
-        figure.setBaseline(30.0);
+        figure.setBaseLevel(30.0);
         figure.setFillOpacity(1.0);
         figure.setLineWidth(0);
         figure.setBegin(10.0);
@@ -255,7 +258,7 @@ private slots:
         QCOMPARE(painted(figure).pixel(40, 60), 0xffffffff);
         figure.setBegin(-1e9);
         figure.setEnd(1e9);
-        figure.setBaseline(-1e300);
+        figure.setBaseLevel(-1e300);
         QCOMPARE(inkBox(painted(figure)), QRect(0, 50, 101, 51));
 
         // A line that leaves the range upwards keeps its slope.
@@ -268,7 +271,7 @@ private slots:
         figure.setPlotData(&data);
 
         // The upright lines stand at the limits that are in sight.
-        figure.setBaseline(30.0);
+        figure.setBaseLevel(30.0);
         figure.setFillOpacity(0.0);
         figure.setLineWidth(1);
         figure.setEnd(10.0);
@@ -288,7 +291,7 @@ private slots:
         data.setYData(y << 65.0);
         IntegralPainter figure;
         figure.setPlotData(&data);
-        figure.setBaseline(60.0);
+        figure.setBaseLevel(60.0);
         figure.setFillOpacity(1.0);
         figure.setLineWidth(0);
         figure.setBegin(10.0);
