@@ -12,7 +12,7 @@ namespace {
 // What a chart, or Qt below it, is right to complain about.
 const QRegularExpression knownMessages(
     "^(Graph Point is null|Icon path |Image file |componentComplete  - |No ValueAxis objects in axes property|"
-    "Plot.*No ORNVecDoubleClientItem|ValueAxis.*buildTicks\\(\\) |in handleOrnVecDoubleItemChanged|        sender\\(\\) not found|Heat map - |"
+    "Plot.*No ORNVecDoubleClientItem|ValueAxis.*buildTicks\\(\\) |in handleOrnVecDoubleItemChanged|        sender\\(\\) not found|Heat map |"
     "\".*\" (cannot be reached|is no name)|"
     // Qt, of values that have no meaning for a property, and of items in each other's way.
     ".*(Unable to assign |TypeError: Cannot read property)|\"Could not convert argument|\"Passing incompatible|\"This will throw|\t *\"%entry|"
