@@ -67,6 +67,7 @@ void GraphMarker::setCursor(GraphCursor *cursor)
         m_label->setParentItem(cursor);
     if (!cursor)
         return;
+    connect(this, SIGNAL(destroyed()), cursor, SLOT(update()));
     connect(cursor, SIGNAL(posValueChanged()), this, SLOT(handleDeltaChanged()));
     connect(cursor, SIGNAL(plotValuesChanged()), this, SLOT(handleDeltaChanged()));
 }

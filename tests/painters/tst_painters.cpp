@@ -11,7 +11,6 @@
 
 #include <QFontMetrics>
 #include <QPainter>
-#include <QQuickWindow>
 #include <QtTest>
 
 #include <limits>
@@ -27,7 +26,7 @@ QImage painted(BasePainter &figure, const QRectF &visible = range, float scale =
     return picture([&](QPainter *painter) { figure.paint(painter, visible, scale, scale); });
 }
 
-// A plot of one pixel per data unit whose data begin at 0 and end at 100, without axes; counts its paints.
+// A plot of one pixel per data unit whose data begin at 0 and end at 100, without axes.
 class Plot : public ContainerPlot
 {
 public:
@@ -37,17 +36,11 @@ public:
         setSize(QSizeF(101, 101));
     }
 
-    void paint(QPainter *painter) override
-    {
-        ++paints;
-        ContainerPlot::paint(painter);
-    }
     double minValueX() const override { return 0.0; }
     double maxValueX() const override { return 100.0; }
     double visibleRangeX() const override { return range_; }
     double visibleRangeY() const override { return 100.0; }
 
-    int paints = 0;
     double range_ = 100.0;
 };
 
@@ -370,38 +363,6 @@ private slots:
         QCOMPARE(painted(plot).pixelColor(50, 50), QColor(Qt::blue));
         plot.range_ = 0.0;
         QVERIFY(inkBox(painted(plot)).isEmpty());
-    }
-
-    void containerRepaintsOncePerFrame()
-    {
-        QQuickWindow window;
-        window.resize(101, 101);
-        Plot plot(window.contentItem());
-        QVector<CrossPainter *> figures;
-        for (int i = 0; i < 1000; ++i)
-            figures.append(new CrossPainter(&plot));
-        window.show();
-        QTRY_COMPARE(plot.paints, 1);
-
-        const auto paintsOnce = [&](auto change) {
-            const int paints = plot.paints;
-            change();
-            QTest::qWait(50);
-            return plot.paints == paints + 1;
-        };
-        QVERIFY(paintsOnce([&] {
-            for (CrossPainter *figure : qAsConst(figures))
-                figure->setPoint1X(20.0);
-        }));
-        QVERIFY(paintsOnce([&] { figures[0]->setVisible(false); }));
-        QVERIFY(paintsOnce([&] { delete figures.takeLast(); }));
-        QVERIFY(paintsOnce([&] { figures[1]->setParentItem(nullptr); }));
-        const int before = plot.paints;
-        figures[1]->setPoint1X(30.0);
-        QTest::qWait(50);
-        QCOMPARE(plot.paints, before);
-        QVERIFY(paintsOnce([&] { plot.scheduleRedraw(); }));
-        delete figures[1];
     }
 
     void extremeNumbers()

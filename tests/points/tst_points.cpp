@@ -87,33 +87,6 @@ private slots:
         QCOMPARE(inkBox(image, isRed), box);
     }
 
-    void propertiesAnnounceTheirChange()
-    {
-        OrnData values;
-        for (const PointPointer &point : allPoints()) {
-            const QMetaObject *type = point->metaObject();
-            for (int i = QObject::staticMetaObject.propertyCount(); i < type->propertyCount(); ++i) {
-                const QMetaProperty property = type->property(i);
-                const QVariant before = property.read(point.get());
-                const QMap<int, QVariant> others{{QMetaType::Int, before.toInt() + 1},
-                                                 {QMetaType::Bool, !before.toBool()},
-                                                 {QMetaType::QColor, QColor(Qt::green)}};
-                const QVariant after = others.value(before.userType(), QVariant::fromValue(&values));
-                QSignalSpy notified(point.get(), property.notifySignal());
-                QSignalSpy changed(point.get(), SIGNAL(pointChanged()));
-                QObject context;
-                bool notifyCameFirst = false;
-                connect(point.get(), &GraphPoint::pointChanged, &context,
-                        [&] { notifyCameFirst = notified.count() == 1; });
-                for (int write = 0; write < 2; ++write)
-                    QVERIFY2(property.write(point.get(), after), property.name());
-                QVERIFY2(notified.count() == 1 && changed.count() == 1 && notifyCameFirst, property.name());
-                QCOMPARE(notified.first().first(), after);
-                QCOMPARE(property.read(point.get()), after);
-            }
-        }
-    }
-
     void valuesAreFollowed()
     {
         GraphPointActiveMarker point;

@@ -1,0 +1,382 @@
+// Who repaints, and who does not: seen in a window that is shown, because a call of paint() would hide that
+// nobody asked for it.
+
+#include "support/QmlDocument.h"
+
+#include "cursors/GraphCursorY.h"
+#include "platform/bus/OrnData.h"
+#include "platform/ui/BaseFormatter.h"
+#include "plots/AreaPlot.h"
+#include "plots/ChannelPlot.h"
+#include "plots/ContainerPlot.h"
+#include "plots/GraphBands.h"
+#include "plots/HeatmapPlot.h"
+#include "view/base/XYScale.h"
+#include "view/frame/WorldPlot.h"
+
+#include <QQuickWindow>
+#include <QTimer>
+
+namespace {
+
+int paints = 0;
+
+template <typename Item> class Counted : public Item
+{
+public:
+    void paint(QPainter *painter) override
+    {
+        paints += this->property("isWatched").toBool();
+        Item::paint(painter);
+    }
+};
+
+template <typename Item> void registerCounted(const char *name)
+{
+    qmlRegisterType<Counted<Item>>("counted", 1, 0, name);
+}
+
+// Everything that a property may be given in place of what it holds.
+const char *const scene = R"(
+    import counted 1.0 as C
+    Item {
+        ValueAxis { id: horizontal; maxValue: 10; maxVisible: 10 }
+        ValueAxis { id: vertical; alignment: Qt.AlignLeft; maxValue: 10; maxVisible: 10 }
+        ValueAxis { id: spareX; maxValue: 20; maxVisible: 20 }
+        ValueAxis { id: spareY; alignment: Qt.AlignLeft; maxValue: 20; maxVisible: 20 }
+        PlotSeries { id: series; axisX: horizontal; axisY: vertical; xInterval: 1; yData: [1, 2, 3, 4, 5, 4, 3, 2, 1, 2, 3] }
+        PlotSeries { id: lower; axisX: horizontal; axisY: vertical; xInterval: 1; yData: [1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1] }
+        PlotSeries { id: spareSeries; axisX: horizontal; axisY: vertical; xInterval: 1; yData: [5, 4, 3, 2, 1, 2, 3, 4, 5, 6, 7] }
+        PlotRegions {
+            id: regions
+            axisX: horizontal; axisY: vertical
+            regions: PlotRegion { begin: 2; end: 6; value: 8; name: "region" }
+        }
+        GraphPlot { id: sparePlot; plotData: spareSeries; width: 50; height: 50 }
+        GraphPointDot { id: sparePoint }
+        XYScale { id: sparePlane }
+        Item { id: spareItem }
+        %1
+    })";
+const QStringList spares{"spareX",     "spareY",     "spareSeries", "sparePlot",
+                         "sparePoint", "sparePlane", "spareItem"};
+
+// Another value of the same type, near enough to be accepted everywhere.
+QVariant otherValue(const QMetaProperty &property, const QVariant &value)
+{
+    if (property.name() == QByteArray("alignment")) // on the other side
+        return int(value.toInt() == Qt::AlignBottom ? Qt::AlignTop : Qt::AlignRight);
+    if (property.isEnumType()) {
+        const QMetaEnum keys = property.enumerator();
+        int key = 0;
+        while (keys.value(key) == value.toInt())
+            ++key;
+        return keys.value(key);
+    }
+    switch (value.userType()) {
+    case QMetaType::Bool:
+        return !value.toBool();
+    case QMetaType::Int:
+        return value.toInt() + (QByteArray(property.name()).contains("OnScreen") ? 30 : 1);
+    case QMetaType::UInt:
+        return value.toUInt() + 1;
+    case QMetaType::Double:
+        return value.toDouble() + (value.toDouble() < 1.0 ? 0.6 : -0.6);
+    case QMetaType::QString:
+        return QString("Hz"); // a unit that is known
+    case QMetaType::QStringList:
+        return value.toStringList() << "x";
+    case QMetaType::QColor:
+        return QColor("teal");
+    case QMetaType::QPointF:
+        return value.toPointF() + QPointF(1, 1);
+    case QMetaType::QRectF:
+        return QRectF(0.25, 0.25, 0.5, 0.5);
+    case QMetaType::QFont:
+        return QFont("Roboto", 9);
+    case QMetaType::QVariant:
+        return "text";
+    }
+    if (value.userType() == qMetaTypeId<QVector<double>>())
+        return QVariant::fromValue(value.value<QVector<double>>() << 7.0 << 8.0);
+    if (value.userType() == qMetaTypeId<QList<qreal>>())
+        return QVariant::fromValue(value.value<QList<qreal>>() << 7.0 << 8.0);
+    return QVariant();
+}
+
+// Their signals are never emitted.
+const QStringList untold{"useIntermittentPlot", "testPointState", "staysOnScreen", "dbusAddress",
+                         "labelFont"};
+
+class Counter : public QObject
+{
+    Q_OBJECT
+
+public slots:
+    void add() { ++count; }
+
+public:
+    int count = 0;
+};
+
+class PlainFormatter : public BaseFormatter
+{
+public:
+    using BaseFormatter::BaseFormatter;
+    QString formatValue(const QVariant &value) const override { return value.toString(); }
+    QString getType() const override { return QString(); }
+    void setSigDigs(int) override {}
+    void setPrecision(int) override {}
+};
+
+} // namespace
+
+class tst_repaint : public QObject
+{
+    Q_OBJECT
+
+public:
+    // Only frame() makes frames, so that what comes with the same frame is seen as one.
+    static void initMain() { qputenv("QT_QPA_UPDATE_IDLE_TIME", "1000000"); }
+
+private slots:
+    void initTestCase()
+    {
+        registerTypes();
+        registerCounted<AreaPlot>("AreaPlot");
+        registerCounted<ChannelPlot>("ChannelPlot");
+        registerCounted<ContainerPlot>("ContainerPlot");
+        registerCounted<GraphBands>("GraphBands");
+        registerCounted<GraphCursor>("GraphCursor");
+        registerCounted<GraphCursorY>("GraphCursorY");
+        registerCounted<GraphPlot>("GraphPlot");
+        registerCounted<HeatmapPlot>("HeatmapPlot");
+        registerCounted<WorldPlot>("WorldPlot");
+        registerCounted<XYScale>("XYScale");
+        m_window.resize(200, 200);
+        m_window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&m_window));
+    }
+
+    void everyChangeRepaintsOnce_data();
+    void everyChangeRepaintsOnce();
+    void containersFollowTheirChildren();
+
+private:
+    // Paints since the frame before.
+    int frame()
+    {
+        // What changed is told in the next pass of the event loop, and that may change something in turn.
+        for (int pass = 0; pass < 4; ++pass)
+            QCoreApplication::processEvents();
+        paints = 0;
+        m_window.grabWindow();
+        return paints;
+    }
+
+    QQuickWindow m_window;
+};
+
+void tst_repaint::everyChangeRepaintsOnce_data()
+{
+    QTest::addColumn<QString>("items"); // `item` is watched, the properties of `object` are written
+    // Those that change nothing to be seen, or only with the next repaint; with a star those that repaint at
+    // each write.
+    QTest::addColumn<QString>("silent");
+    // With a question mark those that may do either.
+    const auto row = [](const char *name, const QString &items, const QString &silent) {
+        QTest::newRow(name) << items << silent;
+    };
+    const QString cursor = "panMargin font staysOnScreen autoPrimaryPlot primaryPlot? visible*";
+    const QString axis =
+        "lineColor lineJoinStyle lineDashPattern lineWidth lineStyle labelColor labelFont staggered "
+        "tickInterval numTicks dynamicTicksRatio baseline tickLabels customInterval labelsPlane linesPlane "
+        "linePen labelPen ";
+    row("GraphPlot", "C.GraphPlot { id: item; plotData: series }", "penColor useIntermittentPlot");
+    row("WorldPlot", "C.WorldPlot { id: item; plotData: series }",
+        "penColor useIntermittentPlot scaleAxisX scaleAxisY");
+    row("AreaPlot", "C.AreaPlot { id: item; maxData: series; minData: lower }", "penColor");
+    row("HeatmapPlot", "C.HeatmapPlot { id: item; axisX: horizontal; axisY: vertical }",
+        "penColor testPointState dataDirectory dataFilePath*");
+    row("ChannelPlot", "C.ChannelPlot { id: item; plotData: regions }", "penColor");
+    row("GraphBands", "C.GraphBands { id: item; plotData: regions }", "penColor");
+    row("ContainerPlot", "C.ContainerPlot { id: item; axisX: horizontal; axisY: vertical }", "penColor");
+
+    for (const char *type :
+         {"GraphPointDot", "GraphPointCircle", "GraphPointCross", "GraphPointHorizontalLine",
+          "GraphPointVerticalLine", "GraphPointMarker", "GraphPointReflections", "GraphPointActiveMarker",
+          "GraphPointPictogramMarker"}) {
+        row(type,
+            QString("C.GraphPlot { id: item; plotData: series; graphPoint: %1 { id: object } }").arg(type),
+            "");
+    }
+    for (const char *type :
+         {"CrossPainter", "TextPainter", "SegmentPainter", "CustomPainter", "IntegralPainter"}) {
+        row(type,
+            QString("C.ContainerPlot { id: item; axisX: horizontal; axisY: vertical; %1 { id: object } }")
+                .arg(type),
+            qstrcmp(type, "IntegralPainter") == 0 ? "" : "plotParent");
+    }
+
+    const QString axes = "axisX: horizontal; axisY: vertical; ";
+    row("series",
+        "PlotSeries { id: object; " + axes + "yData: [1, 2, 3] } C.GraphPlot { id: item; plotData: object }",
+        "dbusAddress");
+    row("points",
+        "PlotPoints { id: object; " + axes +
+            "xData: [1]; yData: [1] } C.GraphPlot { id: item; plotData: object }",
+        "dbusAddress");
+    row("bands",
+        "PlotBands { id: object; " + axes +
+            "xData: [1]; yData: [1] } C.GraphPlot { id: item; plotData: object }",
+        "dbusAddress");
+    row("regions",
+        "PlotRegions { id: object; " + axes +
+            "regions: PlotRegion { end: 5 } } C.ChannelPlot { id: item; plotData: object }",
+        "dbusAddress");
+    row("region",
+        "PlotRegions { id: all; " + axes +
+            "regions: PlotRegion { id: object; end: 5 } } C.ChannelPlot { id: item; plotData: all }",
+        "plotStyle");
+    row("lower envelope",
+        "PlotSeries { id: object; yData: [1, 2, 3] } PlotSeries { id: upper; " + axes +
+            "yData: [4, 5, 6] } C.AreaPlot { id: item; minData: object; maxData: upper }",
+        "dbusAddress");
+
+    QString view = "GraphView { width: 100; height: 100; axes: [%1] GraphPlot { plotData: PlotSeries { "
+                   "axisX: viewX; axisY: viewY; xInterval: 1; yData: [1, 2, 3, 4, 5, 6, 7, 8, 8, 8, 8] } } "
+                   "XYScale { id: viewPlane } %2 }";
+    const QString planes = "linesPlane: viewPlane; labelsPlane: viewPlane; ";
+    const QString viewX = "ValueAxis { id: viewX; maxValue: 10; " + planes + "}, ";
+    const QString viewY = "ValueAxis { id: viewY; maxValue: 10; alignment: Qt.AlignLeft; " + planes + "}";
+    const QString viewAxes = viewX + viewY;
+    row("GraphCursor", view.arg(viewAxes, "C.GraphCursor { id: item }"), cursor);
+    row("GraphCursorY", view.arg(viewAxes, "C.GraphCursorY { id: item }"), cursor);
+    row("GraphMarker", view.arg(viewAxes, "C.GraphCursor { id: item; markers: GraphMarker { id: object } }"),
+        "label");
+    row("source of a WorldPlot",
+        "GraphPlot { id: object; plotData: series } C.WorldPlot { id: item; graphPlot: object }",
+        "penColor minLineWidth maxLineWidth useIntermittentPlot useTransparencyForFillPlot selectedPoint "
+        "graphPoint destroyed");
+    const QString plotOfAxes =
+        "%1 C.GraphPlot { id: item; plotData: PlotSeries { axisX: %2; axisY: %3; yData: [1, 2, 3] } }";
+    row("horizontal axis of a plot",
+        plotOfAxes.arg("ValueAxis { id: object; maxValue: 10; maxVisible: 10 }", "object", "vertical"),
+        axis + "minVisible* maxVisible*");
+    row("vertical axis of a plot",
+        plotOfAxes.arg("ValueAxis { id: object; alignment: Qt.AlignLeft; maxValue: 10; maxVisible: 10 }",
+                       "horizontal", "object"),
+        axis + "minVisible* maxVisible*");
+    const QString planeView = view.replace("XYScale { id: viewPlane }", "C.XYScale { id: item }")
+                                  .arg(viewAxes, QString())
+                                  .replace("viewPlane", "item");
+    row("horizontal axis of a plane", QString(planeView).replace("viewX", "object"), axis);
+    row("vertical axis of a plane", QString(planeView).replace("viewY", "object"), axis);
+    row("zoom of a plot",
+        "Item { property QtObject zoomRect: ZoomRect { id: object } C.GraphPlot { id: item; plotData: series "
+        "} }",
+        "boundingRect minWidth minHeight zoomAxis destroyed");
+}
+
+void tst_repaint::everyChangeRepaintsOnce()
+{
+    QFETCH(QString, items);
+    QFETCH(QString, silent);
+    QmlDocument document(QString(scene).arg(items).toUtf8());
+    auto *root = qobject_cast<QQuickItem *>(document.root());
+    root->setParentItem(m_window.contentItem());
+    auto *item = document.object<QQuickPaintedItem>("item");
+    item->setSize(QSizeF(100, 100));
+    item->setProperty("isWatched", true);
+    QObject *object = items.contains("id: object") ? document.object("object") : item;
+    for (QTimer *timer : item->findChildren<QTimer *>())
+        timer->stop(); // that of a heat map
+    OrnData values;
+    QVector<QObject *> others{&values, new PlainFormatter(root)};
+    QObject *horizontalSpare = document.object("spareX");
+    for (const QString &id : spares)
+        others.append(document.object(id));
+    QCOMPARE(frame(), 1);
+    QCOMPARE(frame(), 0);
+
+    QStringList wrong;
+    const auto write = [&](const QMetaProperty &property) {
+        const QVariant before = property.read(object);
+        if (!QMetaType::typeFlags(before.userType()).testFlag(QMetaType::PointerToQObject)) {
+            const QVariant value = otherValue(property, before);
+            return property.write(object, value) ? value : QVariant();
+        }
+        for (QObject *other : others) {
+            if (other == horizontalSpare && property.name() == QByteArray("axisY"))
+                continue; // data take it, but not their plots
+            const QVariant value = QVariant::fromValue(other);
+            if (property.write(object, value) && property.read(object).value<QObject *>() == other)
+                return value;
+        }
+        return QVariant();
+    };
+    const QMetaObject *base = qobject_cast<QQuickPaintedItem *>(object) ? &QQuickPaintedItem::staticMetaObject
+                              : qobject_cast<QQuickItem *>(object)      ? &QQuickItem::staticMetaObject
+                                                                        : &QObject::staticMetaObject;
+    for (int i = base->propertyCount(); i < object->metaObject()->propertyCount(); ++i) {
+        const QMetaProperty property = object->metaObject()->property(i);
+        if (!property.isWritable())
+            continue;
+        const auto is = [&, names = silent.split(' ')](const char *sign) {
+            return names.contains(property.name() + QString(sign));
+        };
+        if (is("?"))
+            continue;
+        Counter told;
+        if (property.hasNotifySignal())
+            connect(object, property.notifySignal(), &told,
+                    told.metaObject()->method(told.metaObject()->indexOfSlot("add()")));
+        const QVariant value = write(property);
+        const int painted = frame();
+        const bool isTold =
+            !property.hasNotifySignal() || told.count > 0 || (is("") && untold.contains(property.name()));
+        told.count = 0;
+        property.write(object, value);
+        const int again = frame();
+        if (!value.isValid() || painted != !is("") || again != is("*") || !isTold ||
+            (told.count > 0 && !is("*")))
+            wrong.append(QString("%1: %2 paints, again: %3, told: %4")
+                             .arg(property.name())
+                             .arg(painted)
+                             .arg(again)
+                             .arg(isTold));
+    }
+    if (object != item) {
+        delete object;
+        if (frame() != 1 && !silent.contains("destroyed"))
+            wrong.append("destroyed");
+    }
+    QVERIFY2(wrong.isEmpty(), qPrintable(wrong.join('\n')));
+}
+
+void tst_repaint::containersFollowTheirChildren()
+{
+    QmlDocument document(
+        "import counted 1.0 as C\nC.ContainerPlot { width: 100; height: 100; CrossPainter { id: figure } }");
+    auto *container = qobject_cast<ContainerPlot *>(document.root());
+    auto *figure = document.object<QQuickItem>("figure");
+    container->setProperty("isWatched", true);
+    container->setParentItem(m_window.contentItem());
+    QCOMPARE(frame(), 1);
+    for (int i = 1; i < 1000; ++i)
+        figure->setProperty("point1X", i);
+    QCOMPARE(frame(), 1);
+    figure->setVisible(false);
+    QCOMPARE(frame(), 1);
+    figure->setParentItem(nullptr);
+    QCOMPARE(frame(), 1);
+    figure->setProperty("point1X", -1);
+    QCOMPARE(frame(), 0);
+    figure->setParentItem(container);
+    QCOMPARE(frame(), 1);
+    container->scheduleRedraw();
+    QCOMPARE(frame(), 1);
+}
+
+QTEST_MAIN(tst_repaint)
+#include "tst_repaint.moc"
