@@ -58,9 +58,17 @@ void GraphCursor::setPeak()
 
 /*!
     \qmlmethod void GraphCursor::setPeakLeft()
-    Moves the cursor to the next significant peak on its left in the visible range: one that rises and falls
-    by a tenth of the data's span there, or of the visible span of the vertical axis if that is smaller. Stays
-    when there is none.
+    Moves the cursor to a peak on its left in the visible range, and stays when the search finds none.
+
+    The search looks for a summit that rises and falls by a tolerance: a tenth of the data's span in the visible range, or
+    of the visible span of the vertical axis if that is smaller. It does not find every such summit. First it straightens
+    what is smaller than the tolerance, starting at the cursor; narrow peaks and close ones can lose height by that and be
+    passed over, and the way left can stop at other peaks than the way right. It takes the samples as equally spaced over
+    the whole range of the axis, whatever their x: points at uneven places, and data that cover only a part of the axis,
+    are searched in a stretch that is not the visible one. And it ends at a missing sample (NaN).
+
+    Use it to step through clear peaks over noise while the user looks on. Do not rely on it to count peaks, to find all
+    of them or to decide a measurement; go through the samples for that.
 */
 void GraphCursor::setPeakLeft()
 {
@@ -71,7 +79,7 @@ void GraphCursor::setPeakLeft()
 
 /*!
     \qmlmethod void GraphCursor::setPeakRight()
-    The same on its right.
+    The same on its right; see setPeakLeft for what the search finds.
 */
 void GraphCursor::setPeakRight()
 {
@@ -83,8 +91,7 @@ void GraphCursor::setPeakRight()
 /*!
     \qmlmethod int GraphCursor::findPeak(PeakType type)
     The index of the sample that setPeakLeft (type \c GraphCursor.PeakLeft) or setPeakRight (type
-    \c GraphCursor.PeakRight) would move to, -1 if there is none. The samples are taken as equally spaced
-    over the whole range of the axis.
+    \c GraphCursor.PeakRight) would move to, -1 if the search finds none.
 */
 int GraphCursor::findPeak(PeakType type) const
 {
@@ -110,8 +117,8 @@ int GraphCursor::findPeak(PeakType type) const
 
 /*!
     \qmlmethod int GraphCursor::getNextPeak(bool right, list<real> y, int first, int last, double min, double max)
-    The index in \a y of the peak next to the cursor's posIndex on one side, within \a first to \a last; -1 when there
-    is none and for indices outside of \a y. \a min and \a max are the visible range of the vertical axis, see
+    The index in \a y of the peak next to the cursor's posIndex on one side, within \a first to \a last; -1 when the search
+    finds none (see setPeakLeft) and for indices outside of \a y. \a min and \a max are the visible range of the vertical axis, see
     computePeakTolerance.
 */
 int GraphCursor::getNextPeak(bool right, const QVector<double> &y, int first, int last, double min,
