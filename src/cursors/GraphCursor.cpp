@@ -6,6 +6,7 @@
 #include "cursors/CursorPainting.h"
 #include "cursors/GraphCursorAttached.h"
 #include "cursors/GraphMarker.h"
+#include "cursors/NearestSample.h"
 #include "data/PlotData.h"
 #include "view/base/AbstractPlot.h"
 #include "view/zoom/ZoomRect.h"
@@ -21,10 +22,10 @@
     \brief A vertical line over the plots of a GraphView that snaps to the samples of the primary plot.
 
     The position has four forms: posIndex (sample), posValue (data value), position (fraction of the axis) and
-    posOnScreen (pixel column). Writing one of them moves the cursor to the nearest sample and updates all. A
-    NaN is ignored, and so is a position outside the data.
+    posOnScreen (pixel column). Writing one of them moves the cursor to the nearest sample and updates all: beyond
+    the data that is the first or the last one. A NaN is ignored, and so is an index that no sample has.
 
-    Direct child items read the values of one plot through the attached properties:
+    Direct child items, also those that are added later, read the values of one plot through the attached properties:
 
     \code
     GraphCursor {
@@ -72,11 +73,15 @@ void GraphCursor::componentComplete()
 {
     QQuickPaintedItem::componentComplete();
     const QList<QQuickItem *> children = childItems();
-    for (QQuickItem *child : children) {
-        if (auto *attached =
-                qobject_cast<GraphCursorAttached *>(qmlAttachedPropertiesObject<GraphCursor>(child)))
-            attached->setCursor(this);
-    }
+    for (QQuickItem *child : children)
+        giveReadingTo(child);
+}
+
+void GraphCursor::giveReadingTo(QQuickItem *child)
+{
+    auto *attached = qobject_cast<GraphCursorAttached *>(qmlAttachedPropertiesObject<GraphCursor>(child));
+    if (attached)
+        attached->setCursor(this);
 }
 
 /*!
@@ -121,8 +126,7 @@ void GraphCursor::setPosValue(double value)
 void GraphCursor::setPosValueOX(double value)
 {
     if (!m_autoPrimaryPlot) {
-        if (PlotData *data = primarySeries())
-            setPosIndex(data->indexOf(value));
+        placeAtValue(value);
         return;
     }
     // The plot whose data is there; failing that, the first active one.
@@ -132,9 +136,10 @@ void GraphCursor::setPosValueOX(double value)
             PlotData *data = plot ? plot->plotData() : nullptr;
             if (!data || !data->active() || (mustContain && !data->containsPoint(value)))
                 continue;
-            const int index = data->indexOf(value);
-            setPrimaryPlot(plot);
-            setPosIndex(index);
+            const bool onNewAxis = makePrimary(plot);
+            placeAtValue(value);
+            if (onNewAxis)
+                placeMarkers();
             return;
         }
     }
@@ -142,8 +147,22 @@ void GraphCursor::setPosValueOX(double value)
 
 void GraphCursor::setPosValueOY(double value)
 {
-    if (primarySeries())
+    placeAtValue(value);
+}
+
+// On the primary plot as it is, without choosing another one.
+void GraphCursor::placeAtValue(double value)
+{
+    const PlotData *data = primarySeries();
+    if (!data)
+        return;
+    if (!m_followsX) {
         setPosIndex(value);
+        return;
+    }
+    const int index = graph::nearestSample(*data, value);
+    if (index >= 0 && !std::isnan(data->x(index)))
+        setPosIndex(index);
 }
 
 /*!
@@ -165,14 +184,22 @@ void GraphCursor::setPosIndexOX(int index)
     PlotData *data = primarySeries();
     if (!data || !m_axis)
         return;
+    const bool exists = graph::hasSample(*data, index);
     if (m_staysOnScreen) {
-        index = std::min(index, data->indexOf(m_axis->maxVisible()));
-        index = std::max(index, data->indexOf(m_axis->minVisible()));
+        // A series that runs backwards has the end of the screen first.
+        const auto visible =
+            std::minmax({data->indexOf(m_axis->minVisible()), data->indexOf(m_axis->maxVisible())});
+        index = std::max(std::min(index, visible.second), visible.first);
+        // The screen may show no sample at all.
+        if (exists)
+            index = std::max(std::min(index, data->size() - 1), 0);
     }
-    if (index < 0 || index >= data->size())
+    if (!graph::hasSample(*data, index))
         return;
-    if (index != m_posIndex)
-        publishPosition(index, data->x(index));
+    const double value = data->x(index);
+    const bool elsewhere = m_placedData != data || m_placedAxis != m_axis;
+    if (index != m_posIndex || (elsewhere && (value != m_posValue || fractionOf(value) != m_position)))
+        publishPosition(index, value);
     placeOnScreen();
 }
 
@@ -189,16 +216,24 @@ void GraphCursor::setPosIndexOY(double value)
     }
     if (m_staysOnScreen || std::isinf(value))
         value = index;
-    if (index < data->size() && m_posIndex != value)
+    const bool elsewhere = m_placedAxis != m_axis && fractionOf(value) != m_position;
+    if (index < data->size() && (m_posIndex != value || elsewhere))
         publishPosition(index, value);
     placeOnScreen();
+}
+
+double GraphCursor::fractionOf(double value) const
+{
+    return (value - m_axis->minValue()) / (m_axis->maxValue() - m_axis->minValue());
 }
 
 void GraphCursor::publishPosition(int index, double value)
 {
     m_posIndex = index;
     m_posValue = value;
-    m_position = (value - m_axis->minValue()) / (m_axis->maxValue() - m_axis->minValue());
+    m_position = fractionOf(value);
+    m_placedData = primarySeries();
+    m_placedAxis = m_axis;
     handlePlotValuesChanged();
     emit posIndexChanged();
     emit posValueChanged();
@@ -208,9 +243,9 @@ void GraphCursor::publishPosition(int index, double value)
 void GraphCursor::placeOnScreen()
 {
     const AbstractPlot *plot = primaryPlot();
-    // Whoever heard of the new position may have replaced the data.
+    // Those who heard of the new position may have replaced the data, and data can shrink below the cursor.
     const PlotData *data = primarySeries();
-    if (!data)
+    if (!data || (m_followsX && !graph::hasSample(*data, m_posIndex)))
         return;
     const double coordinate =
         m_followsX ? plot->mapToItemX(data->x(m_posIndex)) : plot->mapToItemY(m_posValue);
@@ -272,19 +307,30 @@ void GraphCursor::setFont(QFont font)
 
 /*!
     \qmlproperty AbstractPlot GraphCursor::primaryPlot
-    The plot whose samples the cursor stands on. Without a choice, null included, it is the first of plots.
+    The plot whose samples the cursor stands on, and whose axis it follows. Without a choice, null included, it is the
+    first of plots. If the new plot has another axis, cursor and markers keep their values and are placed on that axis.
 */
 void GraphCursor::setPrimaryPlot(AbstractPlot *plot)
 {
-    if (m_primaryPlot == plot)
+    if (!makePrimary(plot))
         return;
+    placeAtValue(m_posValue);
+    placeMarkers();
+}
+
+// True if the cursor has to be placed on another axis.
+bool GraphCursor::makePrimary(AbstractPlot *plot)
+{
+    if (m_primaryPlot == plot)
+        return false;
     m_primaryPlot = plot;
     emit primaryPlotChanged();
-    const int index = indexOfPlot(plot);
-    if (m_primaryPlotIndex == index)
-        return;
-    m_primaryPlotIndex = index;
-    emit sgnPrimaryPlotIndexChanged();
+    const int index = indexOfPlot(m_primaryPlot);
+    if (m_primaryPlotIndex != index) {
+        m_primaryPlotIndex = index;
+        emit sgnPrimaryPlotIndexChanged();
+    }
+    return followPrimaryPlot();
 }
 
 /*!
@@ -348,12 +394,6 @@ void GraphCursor::setPaintedWidth(int newWidth)
     update();
 }
 
-int GraphCursor::cursorAccel(bool autoRepeat)
-{
-    const qint64 elapsedMs = m_moveTimer.restart();
-    return autoRepeat ? m_acceleration.repeated() : m_acceleration.pressed(elapsedMs);
-}
-
 /*!
     \qmlmethod void GraphCursor::moveLeft(bool autoRepeat)
     Moves the cursor to the left for one key press, by at least one sample and the farther the quicker the
@@ -364,17 +404,7 @@ void GraphCursor::moveLeft(bool autoRepeat)
     PlotData *data = primarySeries();
     if (!data || !m_zoomRect)
         return;
-    if (!m_lastMoveLeft)
-        m_acceleration.reset();
-    m_lastMoveLeft = true;
-    int place = m_posOnScreen - cursorAccel(autoRepeat);
-    const int index = data->indexOf(primaryPlot()->mapFromItemX(place));
-    if (index != m_posIndex) {
-        setPosOnScreen(place);
-    } else if (index > 0) {
-        setPosIndex(index - 1);
-        place = m_posOnScreen;
-    }
+    const int place = moveOnScreen(*data, -1, autoRepeat);
     if (place < m_panMargin && m_zoomRect)
         m_zoomRect->moveLeft(m_zoomRect->mapFromItemX(double(place) - m_panMargin));
 }
@@ -388,28 +418,40 @@ void GraphCursor::moveRight(bool autoRepeat)
     PlotData *data = primarySeries();
     if (!data || !m_zoomRect)
         return;
-    if (m_lastMoveLeft)
-        m_acceleration.reset();
-    m_lastMoveLeft = false;
-    int place = m_posOnScreen + cursorAccel(autoRepeat);
-    const int index = data->indexOf(primaryPlot()->mapFromItemX(place));
-    if (index != m_posIndex) {
-        setPosOnScreen(place);
-    } else if (index < data->size() - 1) {
-        setPosIndex(index + 1);
-        place = m_posOnScreen;
-    }
+    const int place = moveOnScreen(*data, 1, autoRepeat);
     if (width() - m_panMargin < place && m_zoomRect)
         m_zoomRect->moveRight(m_zoomRect->mapFromItemX(double(place) + m_panMargin));
+}
+
+// One step of a key to the left (-1) or to the right (1); the pixel that was asked for, or that of the next sample where
+// the step is too short for one.
+int GraphCursor::moveOnScreen(const PlotData &data, int direction, bool autoRepeat)
+{
+    const int step = m_acceleration.step(direction < 0, autoRepeat, m_moveTimer.elapsed());
+    const int place = m_posOnScreen + direction * step;
+    const int index = graph::nearestSample(data, primaryPlot()->mapFromItemX(place));
+    if (index != m_posIndex) {
+        setPosOnScreen(place);
+        return place;
+    }
+    const bool backwards = data.x(data.size() - 1) < data.x(0);
+    const int next = index + (backwards ? -direction : direction);
+    if (!graph::hasSample(data, next))
+        return place;
+    setPosIndex(next);
+    return m_posOnScreen;
 }
 
 void GraphCursor::geometryChanged(const QRectF &newGeometry, const QRectF &oldGeometry)
 {
     QQuickPaintedItem::geometryChanged(newGeometry, oldGeometry);
-    if (newGeometry.width() > 0.0 && newGeometry.height() > 0.0 && newGeometry.width() != oldGeometry.width())
-        setPosIndex(m_posIndex);
-    else if (newGeometry.height() != oldGeometry.height())
+    if (newGeometry.width() > 0.0 && newGeometry.height() > 0.0 && newGeometry.width() != oldGeometry.width()) {
+        const PlotData *data = primarySeries();
+        if (data && (!m_followsX || graph::hasSample(*data, m_posIndex)))
+            setPosIndex(m_posIndex);
+    } else if (newGeometry.height() != oldGeometry.height()) {
         handlePlotSizeChanged();
+    }
 }
 
 void GraphCursor::paint(QPainter *painter)

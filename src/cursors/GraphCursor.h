@@ -67,6 +67,8 @@ public:
     QQmlListProperty<PlotData> series();
     QQmlListProperty<GraphMarker> markers();
     QVector<QPointer<PlotData>> seriesList() const { return m_series; }
+    // Whether the plot has a value at the cursor; yPositions and yValues have an entry without one, too.
+    bool hasReading(int index) const;
     QList<qreal> yPositions() const { return m_yPositions; }
     QList<qreal> yValues() const { return m_yValues; }
     QStringList formattedYValues() const { return m_formattedYValues; }
@@ -156,15 +158,20 @@ private:
     void setPosIndexOY(double value);
     void setPosOnScreenOX(int pixel);
     void setPosOnScreenOY(int pixel);
-    void handleYAxesChangedOX(ValueAxis *axis);
-    void handleYAxesChangedOY(ValueAxis *axis);
+    void placeAtValue(double value);
+    void placeMarkers();
+    double fractionOf(double value) const;
     void publishPosition(int index, double value);
     void placeOnScreen();
-    int cursorAccel(bool autoRepeat);
+    int moveOnScreen(const PlotData &data, int direction, bool autoRepeat);
     void adoptZoomRectOf(QQuickItem *parent);
     void releasePlots();
     void adoptPlot(AbstractPlot *plot);
-    void followPrimaryPlot();
+    bool makePrimary(AbstractPlot *plot);
+    bool followPrimaryPlot();
+    void handlePrimaryPlotDestroyed();
+    bool followAxis(ValueAxis *axis);
+    void giveReadingTo(QQuickItem *child);
     int senderPlotIndex() const;
     void paintMarkers(QPainter *painter);
     void paintMarker(QPainter *painter, const GraphMarker *marker);
@@ -178,15 +185,17 @@ private:
     int m_panMargin = 48;
     QFont m_font;
     QPointer<AbstractPlot> m_primaryPlot;
+    QPointer<AbstractPlot> m_followedPlot; // whose axis is heard: the primary plot, chosen or not
     // Entry i of the series and of the y axes belongs to plot i; it is null where the plot has none.
     QVector<QPointer<AbstractPlot>> m_plots;
     QVector<QPointer<PlotData>> m_series;
     QVector<QPointer<GraphMarker>> m_markers;
     graph::KeyAcceleration m_acceleration;
-    bool m_lastMoveLeft = false;
     QElapsedTimer m_moveTimer;
     QPointer<ZoomRect> m_zoomRect;
     QPointer<ValueAxis> m_axis;
+    QPointer<PlotData> m_placedData;  // where posIndex, posValue and position come from
+    QPointer<ValueAxis> m_placedAxis;
     QVector<QPointer<ValueAxis>> m_yAxes;
     QList<qreal> m_yPositions;
     QList<qreal> m_yValues;

@@ -6,7 +6,6 @@
 #include "data/PlotData.h"
 #include "view/base/AbstractPlot.h"
 
-#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -75,6 +74,7 @@ void GraphCursorAttached::connectX()
     connect(m_cursor, SIGNAL(yPositionsChanged()), this, SLOT(handleYPosOnScreenChanged()));
     connect(m_cursor, SIGNAL(posValueChanged()), this, SLOT(handleXValueChanged()));
     connect(m_cursor, SIGNAL(yValuesChanged()), this, SLOT(handleYValueChanged()));
+    connect(m_cursor, &GraphCursor::plotValuesChanged, this, &GraphCursorAttached::updatePeak);
     handleXPosOnScreenChanged(m_cursor->posOnScreen());
 }
 
@@ -129,7 +129,7 @@ void GraphCursorAttached::setIndex(int index)
 /*!
     \qmlattachedproperty bool GraphCursor::peak
     \readonly
-    Whether no other plot's value at the cursor is drawn higher on the screen.
+    Whether the plot has a value at the cursor and none of the other plots' values is drawn higher on the screen.
 */
 void GraphCursorAttached::setPeak(bool peak)
 {
@@ -156,10 +156,21 @@ void GraphCursorAttached::handleYPosOnScreenChanged(int y)
     const QList<qreal> positions = m_cursor ? m_cursor->yPositions() : QList<qreal>();
     if (m_index < 0 || m_index >= positions.size())
         return;
-    const double position = positions.at(m_index);
-    setPeak(std::none_of(positions.begin(), positions.end(),
-                         [position](double other) { return position > other; }));
-    setYPosOnScreen(graph::pixel(position));
+    updatePeak();
+    setYPosOnScreen(graph::pixel(positions.at(m_index)));
+}
+
+// A plot that becomes empty, or is no longer, may keep its position: 0 is that of an empty one and that of the top.
+void GraphCursorAttached::updatePeak()
+{
+    if (!m_cursor || m_index < 0)
+        return;
+    const QList<qreal> positions = m_cursor->yPositions();
+    const auto isAbove = [&](int i) { return m_cursor->hasReading(i) && positions.at(m_index) > positions.at(i); };
+    bool peak = m_cursor->hasReading(m_index) && m_index < positions.size();
+    for (int i = 0; peak && i < positions.size(); ++i)
+        peak = !isAbove(i);
+    setPeak(peak);
 }
 
 void GraphCursorAttached::setYPosOnScreen(int y)

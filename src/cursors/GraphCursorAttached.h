@@ -67,6 +67,7 @@ private:
     void connectX();
     void connectY();
     void setYPosOnScreen(int y);
+    void updatePeak();
     void publishYValue(double value, const QString &formatted);
 
     QPointer<GraphCursor> m_cursor;

@@ -11,21 +11,22 @@
 #include <QDebug>
 
 #include <algorithm>
+#include <cmath>
 
 namespace {
 
 // Puts `entry` in the place of entry `index` of a list whose objects are connected once each to `receiver`,
-// however often they occur.
+// however often they occur. The old one's connections to `oldSlot` end, all of them for null.
 template <typename T>
 void replaceEntry(QVector<QPointer<T>> &list, int index, T *entry, const QObject *receiver,
-                  const char *signal, const char *slot)
+                  const char *signal, const char *slot, const char *oldSlot)
 {
     // Plots that a document appended to the list have no entries here.
     if (index >= list.size())
         return;
     const QPointer<T> old = list.at(index);
     if (old && list.count(old) == 1)
-        QObject::disconnect(old, nullptr, receiver, nullptr);
+        QObject::disconnect(old, nullptr, receiver, oldSlot);
     const bool connected = list.contains(entry);
     list[index] = entry;
     if (entry && !connected)
@@ -155,7 +156,12 @@ void GraphCursor::setPlots(const QList<AbstractPlot *> &plots)
         if (plot)
             adoptPlot(plot);
     }
+    if (!primaryPlot())
+        setVisible(false);
     followPrimaryPlot();
+    updateCursorPos();
+    if (primaryPlot())
+        setVisible(true);
     handlePlotValuesChanged();
     emit plotsChanged();
     emit seriesChanged();
@@ -205,59 +211,59 @@ void GraphCursor::adoptPlot(AbstractPlot *plot)
     connect(plot, SIGNAL(heightChanged()), this, SLOT(handlePlotSizeChanged()), Qt::UniqueConnection);
 }
 
-void GraphCursor::followPrimaryPlot()
+// The axis that places the cursor is that of the primary plot; the axes of other plots do not move it. True if it is
+// another one than before.
+bool GraphCursor::followPrimaryPlot()
 {
     AbstractPlot *plot = primaryPlot();
-    if (!plot) {
-        setVisible(false);
-        handleXAxisChanged(nullptr);
-        return;
+    const char *axisChanged =
+        m_followsX ? SIGNAL(axisXChanged(ValueAxis *)) : SIGNAL(axisYChanged(ValueAxis *));
+    if (m_followedPlot && m_followedPlot != plot) {
+        disconnect(m_followedPlot, axisChanged, this, SLOT(handleXAxisChanged(ValueAxis *)));
+        disconnect(m_followedPlot, &QObject::destroyed, this, &GraphCursor::handlePrimaryPlotDestroyed);
     }
-    // A primary plot that is not among the plots is still connected from the last time.
-    if (m_followsX) {
-        connect(plot, SIGNAL(axisXChanged(ValueAxis *)), this, SLOT(handleXAxisChanged(ValueAxis *)),
-                Qt::UniqueConnection);
-        handleXAxisChanged(plot->axisX());
-    } else {
-        connect(plot, SIGNAL(axisYChanged(ValueAxis *)), this, SLOT(handleYAxesChanged(ValueAxis *)),
-                Qt::UniqueConnection);
-        handleYAxesChanged(plot->axisY());
-    }
-    setVisible(true);
+    m_followedPlot = plot;
+    if (!plot)
+        return followAxis(nullptr);
+    connect(plot, axisChanged, this, SLOT(handleXAxisChanged(ValueAxis *)), Qt::UniqueConnection);
+    connect(plot, &QObject::destroyed, this, &GraphCursor::handlePrimaryPlotDestroyed, Qt::UniqueConnection);
+    return followAxis(m_followsX ? plot->axisX() : plot->axisY());
+}
+
+bool GraphCursor::followAxis(ValueAxis *axis)
+{
+    if (m_axis == axis)
+        return false;
+    if (m_axis)
+        disconnect(m_axis, SIGNAL(valueRangeChanged()), this, SLOT(updateCursorPos()));
+    m_axis = axis;
+    if (axis)
+        connect(axis, SIGNAL(valueRangeChanged()), this, SLOT(updateCursorPos()));
+    return true;
+}
+
+// The next plot takes its place without a word; the view tells later which plots are left.
+void GraphCursor::handlePrimaryPlotDestroyed()
+{
+    if (followPrimaryPlot())
+        updateCursorPos();
 }
 
 void GraphCursor::handleXAxisChanged(ValueAxis *axis)
 {
-    if (m_axis != axis) {
-        if (m_axis)
-            disconnect(m_axis, SIGNAL(valueRangeChanged()), this, SLOT(updateCursorPos()));
-        m_axis = axis;
-        if (axis)
-            connect(axis, SIGNAL(valueRangeChanged()), this, SLOT(updateCursorPos()));
-    }
+    followAxis(axis);
     updateCursorPos();
 }
 
+// A horizontal cursor follows one of these axes; it hears of that one where it follows the primary plot.
 void GraphCursor::handleYAxesChanged(ValueAxis *axis)
-{
-    if (m_followsX)
-        handleYAxesChangedOX(axis);
-    else
-        handleYAxesChangedOY(axis);
-}
-
-void GraphCursor::handleYAxesChangedOX(ValueAxis *axis)
 {
     const int index = senderPlotIndex();
     if (index < 0)
         return;
-    replaceEntry(m_yAxes, index, axis, this, SIGNAL(visibleRangeChanged()), SLOT(handlePlotValuesChanged()));
+    const char *slot = SLOT(handlePlotValuesChanged());
+    replaceEntry(m_yAxes, index, axis, this, SIGNAL(visibleRangeChanged()), slot, slot);
     handlePlotValuesChanged();
-}
-
-void GraphCursor::handleYAxesChangedOY(ValueAxis *axis)
-{
-    handleXAxisChanged(axis);
 }
 
 // Data that arrives here is not heard for its active flag, unlike the data that the plots bring with them.
@@ -266,7 +272,8 @@ void GraphCursor::handlePlotDataChanged(PlotData *data)
     const int index = senderPlotIndex();
     if (index < 0)
         return;
-    replaceEntry(m_series, index, data, this, SIGNAL(plotChanged()), SLOT(handlePlotValuesChanged()));
+    replaceEntry(m_series, index, data, this, SIGNAL(plotChanged()), SLOT(handlePlotValuesChanged()),
+                 nullptr);
     handlePlotValuesChanged();
     emit seriesChanged();
 }
@@ -339,20 +346,37 @@ void GraphCursor::handlePlotValuesChanged()
         emit yPositionsChanged();
     }
     emit plotValuesChanged();
+    const auto markers = m_markers;
+    for (GraphMarker *marker : markers) {
+        if (marker)
+            marker->placeIfAwaited();
+    }
+}
+
+bool GraphCursor::hasReading(int index) const
+{
+    const AbstractPlot *plot = m_plots.value(index);
+    const PlotData *data = plot ? plot->plotData() : nullptr;
+    return data && data->size() > 0 && !std::isnan(m_yPositions.value(index));
 }
 
 /*!
     \qmlmethod void GraphCursor::updateCursorPos()
-    Puts the cursor and its markers back on their samples after the range of the axis changed; those that never stood
-    anywhere come to the sample nearest to 0.
+    Puts the cursor and its markers back on their samples after the range of the axis changed; those that have never been
+    placed come to the sample nearest to 0, markers to that of a posValue that they were given.
 */
 void GraphCursor::updateCursorPos()
 {
     setPosValue(m_posValue);
+    placeMarkers();
+}
+
+void GraphCursor::placeMarkers()
+{
     const auto markers = m_markers;
     for (GraphMarker *marker : markers) {
         if (marker)
-            marker->setPosValue(marker->posValue());
+            marker->placeAgain();
     }
 }
 
@@ -370,12 +394,12 @@ void GraphCursor::handleRectChanged()
 void GraphCursor::handlePlotSizeChanged()
 {
     handlePlotValuesChanged();
-    if (m_posIndex >= 0 || !m_followsX)
-        placeOnScreen();
+    placeOnScreen();
     const auto markers = m_markers;
     for (GraphMarker *marker : markers) {
-        // One that has no place yet would be hidden.
-        if (marker && marker->posIndex() >= 0)
+        // One without a sample would be hidden.
+        const PlotData *data = primarySeries();
+        if (marker && data && graph::hasSample(*data, marker->posIndex()))
             marker->setPosIndex(marker->posIndex());
     }
 }
@@ -395,6 +419,9 @@ void GraphCursor::itemChange(ItemChange change, const ItemChangeData &data)
 {
     if (change == ItemParentHasChanged && data.item)
         adoptZoomRectOf(data.item);
+    // A document's own children are not ready before the cursor is.
+    else if (change == ItemChildAddedChange && isComponentComplete())
+        giveReadingTo(data.item);
     QQuickPaintedItem::itemChange(change, data);
 }
 

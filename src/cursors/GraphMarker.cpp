@@ -32,8 +32,8 @@ QString formattedDifference(const PlotData &data, double a, double b)
     cursor.
 
     A marker stands on a sample of the cursor's primary plot. One that is moved to a sample outside the data
-    becomes invisible and stays so until it is shown again. Deltas are absolute and kept up to date only while
-    it is visible.
+    disappears and comes back when it is next placed on one inside; a marker that the document hides stays hidden.
+    Deltas are absolute and kept up to date only while it is visible.
 */
 GraphMarker::GraphMarker(QObject *parent)
     : QObject(parent)
@@ -80,8 +80,8 @@ void GraphMarker::update()
 
 /*!
     \qmlproperty double GraphMarker::posValue
-    The data value of the marker's sample, in the unit of the axis; 0 by default. Ignored until the cursor has
-    data.
+    The data value of the marker's sample, in the unit of the axis; 0 by default. A value that the data do not reach
+    yet, because there are none or too few, is kept until they do or the marker is placed elsewhere.
 
     \qmlproperty double GraphMarker::xValue
     \readonly
@@ -99,8 +99,30 @@ void GraphMarker::update()
 */
 void GraphMarker::setPosValue(double value)
 {
-    if (const PlotData *data = primarySeries())
-        setPosIndex(data->indexOf(value));
+    const PlotData *data = primarySeries();
+    const int index = data ? data->indexOf(value) : -1;
+    if ((!data || !graph::hasSample(*data, index)) && !std::isnan(value)) {
+        m_awaitedValue = value;
+        if (m_posIndex < 0 && m_posValue != value && (!data || data->size() < 1)) {
+            m_posValue = value;
+            emit posValueChanged();
+        }
+    }
+    if (primarySeries())
+        setPosIndex(index);
+}
+
+void GraphMarker::placeAgain()
+{
+    setPosValue(m_awaitedValue.value_or(m_posValue));
+}
+
+void GraphMarker::placeIfAwaited()
+{
+    const PlotData *data = m_awaitedValue ? primarySeries() : nullptr;
+    const int index = data ? data->indexOf(*m_awaitedValue) : -1;
+    if (data && graph::hasSample(*data, index))
+        setPosIndex(index);
 }
 
 /*!
@@ -121,17 +143,19 @@ void GraphMarker::setPosOnScreen(int pixel)
 
 /*!
     \qmlproperty int GraphMarker::posIndex
-    The index of the marker's sample, -1 until it is placed. An index outside the data hides the marker.
+    The index of the marker's sample, -1 until it is placed. An index outside the data hides the marker until it is placed
+    on one inside.
 */
 void GraphMarker::setPosIndex(int index)
 {
     const PlotData *data = primarySeries();
     if (!data)
         return;
-    if (index < 0 || index >= data->size()) {
-        setVisible(false);
+    if (!graph::hasSample(*data, index)) {
+        hideForLackOfSample();
         return;
     }
+    m_awaitedValue.reset();
     if (m_posIndex != index) {
         m_posIndex = index;
         m_posValue = data->x(index);
@@ -141,9 +165,16 @@ void GraphMarker::setPosIndex(int index)
         emit posValueChanged();
         emit formattedPosValueChanged();
     }
-    // Whoever heard of the new position may have replaced the data.
-    data = primarySeries();
-    if (!data)
+    placeOnScreen();
+    if (m_hiddenForLackOfSample)
+        setVisible(true);
+}
+
+void GraphMarker::placeOnScreen()
+{
+    // Those who heard of the new position may have replaced the data.
+    const PlotData *data = primarySeries();
+    if (!data || !graph::hasSample(*data, m_posIndex))
         return;
     const int place = graph::pixel(primaryPlot()->mapToItemX(data->x(m_posIndex)));
     if (m_posOnScreen == place)
@@ -151,6 +182,13 @@ void GraphMarker::setPosIndex(int index)
     m_posOnScreen = place;
     emit posOnScreenChanged(place);
     update();
+}
+
+void GraphMarker::hideForLackOfSample()
+{
+    const bool shown = m_visible || m_hiddenForLackOfSample;
+    setVisible(false);
+    m_hiddenForLackOfSample = shown;
 }
 
 /*!
@@ -172,6 +210,7 @@ void GraphMarker::setColor(QColor color)
 */
 void GraphMarker::setVisible(bool visible)
 {
+    m_hiddenForLackOfSample = false;
     if (m_visible == visible)
         return;
     m_visible = visible;
@@ -260,6 +299,9 @@ void GraphMarker::handleDeltaChanged()
         member = value;
         emit(this->*changed)();
     };
+    // This one is painted, whether or not the lines have moved.
+    if (m_showDelta && m_formattedDeltaX != deltaX)
+        update();
     publish(m_formattedDeltaX, deltaX, &GraphMarker::formattedDeltaXChanged);
     publish(m_yValue, y, &GraphMarker::yValueChanged);
     publish(m_yPosOnScreen, yPlace, &GraphMarker::yPosOnScreenChanged);

@@ -7,6 +7,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <optional>
+
 class AbstractPlot;
 class GraphCursor;
 class PlotData;
@@ -97,6 +99,12 @@ private:
     // The cursor takes the marker into its list.
     friend class GraphCursor;
 
+    // The value that it was given last, or that of its sample.
+    void placeAgain();
+    // New data may have the sample that a value waits for.
+    void placeIfAwaited();
+    void hideForLackOfSample();
+    void placeOnScreen();
     QStringList seriesDeltas() const;
 
     int m_posIndex = -1;
@@ -108,6 +116,8 @@ private:
     QString m_formattedYValue;
     QColor m_color = Qt::darkYellow;
     bool m_visible = false;
+    bool m_hiddenForLackOfSample = false; // by its own doing: the next valid place shows it again
+    std::optional<double> m_awaitedValue; // no sample had it yet
     bool m_showDelta = true;
     int m_deltaY = 100;
     QString m_formattedDeltaX;

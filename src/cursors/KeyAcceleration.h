@@ -7,7 +7,7 @@
 namespace graph {
 
 // How many pixels a cursor key moves the cursor: 1 for single presses, growing to 19 while the key is held or
-// pressed in quick succession. Keeps the current step only; the caller measures the time.
+// pressed in quick succession.
 class KeyAcceleration
 {
 public:
@@ -15,30 +15,34 @@ public:
     static constexpr int fastest = 19;
     static constexpr int quickPressMs = 500;
 
-    int step() const { return m_step; }
-    void reset() { m_step = slowest; }
-
-    // The step of an automatic repeat of a held key, from the slowest: 2, 4, 6, 9, 13, 19, 19, ...
-    int repeated()
+    // The step of a key event at a time in milliseconds. The other direction starts again from the slowest.
+    int step(bool backwards, bool autoRepeat, qint64 nowMs)
     {
-        m_step = m_step < 4 ? m_step * 2 : std::min(m_step + m_step / 2, fastest);
-        return m_step;
-    }
-
-    // The step of a new press, elapsedMs milliseconds after the last one: the quicker, the longer.
-    // Less than a millisecond counts as one; after quickPressMs it starts again from the slowest.
-    int pressed(qint64 elapsedMs)
-    {
-        if (elapsedMs > quickPressMs)
+        if (backwards != m_backwards)
             m_step = slowest;
-        else
-            m_step =
-                std::min(quickPressMs * m_step / static_cast<int>(std::max<qint64>(elapsedMs, 1)), fastest);
+        m_backwards = backwards;
+        const qint64 elapsedMs = nowMs - m_lastMs;
+        m_lastMs = nowMs;
+        m_step = std::min(autoRepeat ? repeated() : pressed(elapsedMs), fastest);
         return m_step;
     }
 
 private:
+    // 2, 4, 6, 9, 13, 19, 19, ... from the slowest.
+    int repeated() const { return m_step < 4 ? m_step * 2 : m_step + m_step / 2; }
+
+    // The quicker a press follows the last event, the longer. Less than a millisecond counts as one; after
+    // quickPressMs it starts again from the slowest.
+    int pressed(qint64 elapsedMs) const
+    {
+        if (elapsedMs > quickPressMs)
+            return slowest;
+        return quickPressMs * m_step / static_cast<int>(std::max<qint64>(elapsedMs, 1));
+    }
+
     int m_step = slowest;
+    bool m_backwards = false;
+    qint64 m_lastMs = 0;
 };
 
 } // namespace graph

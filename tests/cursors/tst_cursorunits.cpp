@@ -11,10 +11,25 @@ private slots:
     void keysAccelerate()
     {
         graph::KeyAcceleration acceleration;
-        const QVector<QPair<int, int>> presses{{100, 5}, {499, 5}, {0, 19}, {500, 19},
-                                               {501, 1}, {-5, 19}, {600, 1}};
-        for (const QPair<int, int> &press : presses)
-            QCOMPARE(acceleration.pressed(press.first), press.second);
+        struct Press
+        {
+            int afterMs;
+            int step;
+            bool held = false;
+            bool backwards = false;
+        };
+        const QVector<Press> presses{
+            {100, 5},      {499, 5},      {0, 19},        {500, 19},      {501, 1},       {-5, 19}, {600, 1},
+            // Repeats do not ask for the time, but a press does ask for that of the last repeat.
+            {0, 2, true},  {0, 4, true},  {0, 6, true},   {900, 9, true}, {0, 13, true},  {0, 19, true},
+            {0, 19, true}, {499, 19},
+            // Another direction starts from the slowest step.
+            {0, 2, true, true}, {0, 4, true, true}, {250, 2}, {501, 1, false, true}, {250, 2, false, true}};
+        qint64 now = 0;
+        for (const Press &press : presses) {
+            now += press.afterMs;
+            QCOMPARE(acceleration.step(press.backwards, press.held, now), press.step);
+        }
     }
 
     void deltaTextFindsRoom_data()

@@ -1,6 +1,8 @@
 #include "cursors/CursorBench.h"
 #include "cursors/GraphCursorAttachedY.h"
 #include "cursors/GraphCursorY.h"
+#include "data/PlotRegion.h"
+#include "data/PlotRegions.h"
 
 #include <QSignalSpy>
 #include <QtTest>
@@ -19,6 +21,36 @@ QVector<PlotData *> seriesOf(GraphCursor *cursor)
     for (int i = 0; i < list.count(&list); ++i)
         all.append(list.at(&list, i));
     return all;
+}
+
+// 50 samples at 20, 21 ... 69; a minus sign turns them round.
+PlotData *samplesFrom20To69(const QString &kind)
+{
+    const bool backwards = kind.endsWith('-');
+    QVector<double> places(50);
+    for (int i = 0; i < places.size(); ++i)
+        places[i] = backwards ? 69 - i : 20 + i;
+    if (kind.startsWith("series")) {
+        auto *series = new PlotSeries;
+        series->setXFirstValue(places.first());
+        series->setXInterval(backwards ? -1.0 : 1.0);
+        series->setYData(places);
+        return series;
+    }
+    if (kind.startsWith("points")) {
+        auto *points = new PlotPoints;
+        points->setXData(places);
+        return points;
+    }
+    auto *regions = new PlotRegions;
+    QQmlListProperty<PlotRegion> list = regions->regions();
+    for (double place : qAsConst(places)) {
+        auto *region = new PlotRegion(regions);
+        region->setBegin(place);
+        region->setEnd(place + 1);
+        list.append(&list, region);
+    }
+    return regions;
 }
 
 } // namespace
@@ -76,6 +108,91 @@ private slots:
         bench.cursor->setPosIndex(101);
         bench.cursor->setPosIndex(-1);
         QCOMPARE(bench.cursor->posIndex(), 90);
+    }
+
+    void endsAtTheLastSample_data()
+    {
+        QTest::addColumn<QString>("kind");
+        QTest::addColumn<int>("atRight");
+        for (const char *kind : {"series", "points"}) {
+            QTest::addRow("%s", kind) << QString(kind) << 49;
+            QTest::addRow("%s, running backwards", kind) << QString(kind) + "-" << 0;
+        }
+        QTest::addRow("regions") << QString("regions") << 49;
+    }
+
+    // The data reach from 20 to 69 on an axis from 0 to 100.
+    void endsAtTheLastSample()
+    {
+        QFETCH(QString, kind);
+        QFETCH(int, atRight);
+        const int atLeft = 49 - atRight;
+        CursorBench bench;
+        QScopedPointer<PlotData> data(samplesFrom20To69(kind));
+        bench.plot->setPlotData(data.data());
+        bench.place(30);
+        GraphCursor *cursor = bench.cursor;
+        const auto at = [&](int index) { return cursor->posIndex() == index && cursor->posValue() == data->x(index); };
+        for (const auto &step : {-1, 1}) {
+            const int end = step < 0 ? atLeft : atRight;
+            const double far = step < 0 ? -1000.0 : 1000.0;
+            for (bool stays : {true, false}) {
+                cursor->setStaysOnScreen(stays);
+                cursor->setPosIndex(25);
+                QVERIFY(at(25));
+                cursor->setPosValue(far);
+                QVERIFY(at(end));
+                cursor->setPosIndex(25);
+                cursor->setPosition(far);
+                QVERIFY(at(end));
+                cursor->setPosIndex(25);
+                cursor->setPosOnScreen(step < 0 ? 0 : 100);
+                QVERIFY(at(end));
+                cursor->setPosIndex(25);
+                for (int i = 0; i < 20; ++i)
+                    step < 0 ? cursor->moveLeft(true) : cursor->moveRight(true);
+                QVERIFY(at(end));
+                bench.zoom->setWidth(1.0);
+                bench.zoom->moveLeft(0.0);
+            }
+        }
+        cursor->setPosIndex(50);
+        cursor->setPosIndex(-1);
+        QVERIFY(at(atRight));
+        // Where no sample is to be seen the cursor waits at the edge of the screen.
+        cursor->setStaysOnScreen(true);
+        bench.zoom->setLeft(0.9);
+        QVERIFY(at(atRight) && cursor->posOnScreen() == 0);
+        cursor->setPosValue(95.0);
+        QVERIFY(at(atRight));
+    }
+
+    void staysWhenResizedAfterDataShrank_data()
+    {
+        QTest::addColumn<QString>("kind");
+        QTest::addColumn<QSizeF>("size");
+        for (const char *kind : {"series", "points"}) {
+            QTest::addRow("%s, width", kind) << QString(kind) << QSizeF(201, 51);
+            QTest::addRow("%s, height", kind) << QString(kind) << QSizeF(101, 40);
+        }
+    }
+
+    void staysWhenResizedAfterDataShrank()
+    {
+        QFETCH(QString, kind);
+        QFETCH(QSizeF, size);
+        CursorBench bench;
+        QScopedPointer<PlotData> data(samplesFrom20To69(kind));
+        bench.plot->setPlotData(data.data());
+        GraphMarker *marker = bench.addMarker();
+        bench.place(30);
+        marker->setPosIndex(40);
+        marker->setVisible(true);
+        data->resize(10);
+        bench.cursor->setSize(size);
+        bench.plot->setSize(size);
+        QVERIFY(bench.cursor->posIndex() == 30 && bench.cursor->posOnScreen() == 50);
+        QVERIFY(marker->isVisible() && marker->posOnScreen() == 60);
     }
 
     void tellsInOrder()
@@ -229,6 +346,60 @@ private slots:
         QCOMPARE(bench.cursor->primaryPlotIndex(), -1);
     }
 
+    void followsTheAxisOfThePrimaryPlot_data()
+    {
+        QTest::addColumn<bool>("horizontal");
+        QTest::newRow("vertical line") << false;
+        QTest::newRow("horizontal line") << true;
+    }
+
+    void followsTheAxisOfThePrimaryPlot()
+    {
+        QFETCH(bool, horizontal);
+        CursorBench bench(horizontal ? new GraphCursorY : new GraphCursor);
+        ValueAxis other;
+        ValueAxis third;
+        for (ValueAxis *axis : {&other, &third}) {
+            axis->setAlignment(horizontal ? Qt::AlignLeft : Qt::AlignBottom);
+            axis->setMaxValue(200.0);
+        }
+        const auto setAxis = [&](AbstractPlot *plot, ValueAxis *axis) {
+            horizontal ? plot->setAxisY(axis) : plot->setAxisX(axis);
+        };
+        PlotSeries data;
+        data.setYData(QVector<double>(201, 1.0));
+        AbstractPlot *second = bench.addPlot(&data);
+        setAxis(second, &other);
+        GraphMarker *marker = bench.addMarker();
+        bench.place(40);
+        marker->setPosIndex(50);
+        const double formerly = bench.cursor->position();
+        bench.cursor->setPrimaryPlot(second);
+        QCOMPARE(bench.cursor->position(), 0.2);
+        QCOMPARE(bench.cursor->posOnScreen(), horizontal ? 40 : 20);
+        QCOMPARE(marker->posOnScreen(), horizontal ? 50 : 25);
+        // Another plot's axis does not move it, its own one does.
+        QSignalSpy moved(bench.cursor, SIGNAL(positionChanged()));
+        setAxis(bench.plot, &third);
+        third.setMaxValue(90.0);
+        bench.y->setMaxValue(90.0);
+        bench.x->setMaxValue(90.0);
+        QCOMPARE(bench.cursor->followedAxis(), &other);
+        QCOMPARE(moved.count(), 0);
+        setAxis(second, &third);
+        QCOMPARE(bench.cursor->position(), 40.0 / 90.0);
+        other.setMaxValue(1000.0);
+        QCOMPARE(moved.count(), 1);
+        third.setMaxValue(200.0);
+        QCOMPARE(bench.cursor->posOnScreen(), horizontal ? 40 : 20);
+        bench.x->setMaxValue(100.0);
+        bench.y->setMaxValue(50.0);
+        setAxis(bench.plot, horizontal ? bench.y : bench.x);
+        // The first of the plots takes the place of one that is gone.
+        delete second;
+        QCOMPARE(bench.cursor->position(), formerly);
+    }
+
     void ignoresForeignSenders()
     {
         CursorBench bench;
@@ -263,6 +434,13 @@ private slots:
         bench.zoom->setLeft(0.3);
         QCOMPARE(visit(&GraphCursor::setPeakRight, 1), QVector<int>{80});
         QCOMPARE(visit(&GraphCursor::setPeakLeft, 4), (QVector<int>{75, 55, 35, 35}));
+        // A peak has to be seen: by the tenth of what the screen shows, not of the axis.
+        samples[60] = 2.0;
+        bench.data->setYData(samples);
+        bench.cursor->setPosIndex(56);
+        QCOMPARE(bench.cursor->findPeak(GraphCursor::PeakRight), 75);
+        bench.zoom->setHeight(0.2);
+        QCOMPARE(bench.cursor->findPeak(GraphCursor::PeakRight), 60);
         bench.plot->setAxisY(nullptr);
         QCOMPARE(bench.cursor->findPeak(GraphCursor::PeakRight), -1);
     }
@@ -282,6 +460,28 @@ private slots:
         QCOMPARE(GraphCursor::getPositionIndex(99.0, 11, 0.0, 10.0), 10);
         QCOMPARE(GraphCursor::getPositionIndex(4.5, 11, 0.0, 10.0), 5);
         QCOMPARE(GraphCursor::getPositionIndex(3.0, 11, 3.0, 3.0), 0);
+    }
+
+    void readingsOfEmptyPlots()
+    {
+        CursorBench bench;
+        PlotSeries empty;
+        bench.addPlot(&empty);
+        bench.place(50);
+        GraphCursorAttached full;
+        GraphCursorAttached other;
+        for (GraphCursorAttached *reading : {&full, &other})
+            reading->setCursor(bench.cursor);
+        full.setPlot(bench.plot);
+        other.setPlot(bench.plots.last());
+        QVERIFY(full.peak() && !other.peak());
+        // The top of the plot, where an empty one is taken to be.
+        empty.setYData(QVector<double>(101, 50.0));
+        QTRY_VERIFY(other.peak());
+        QVERIFY(!full.peak());
+        empty.setYData(QVector<double>(101, qQNaN()));
+        QTRY_VERIFY(full.peak());
+        QVERIFY(!other.peak());
     }
 
     void horizontalCursor()

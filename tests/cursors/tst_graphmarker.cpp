@@ -1,5 +1,6 @@
 #include "cursors/CursorBench.h"
 
+#include <QQuickWindow>
 #include <QtTest>
 
 #include <numeric>
@@ -33,7 +34,7 @@ private slots:
         QCOMPARE(log.take(), QString());
     }
 
-    void hidesOutsideTheData()
+    void hidesWhileItHasNoSample()
     {
         CursorBench bench;
         GraphMarker *marker = bench.addMarker();
@@ -41,10 +42,54 @@ private slots:
         marker->setPosIndex(30);
         marker->setVisible(true);
         marker->setPosIndex(101);
-        QCOMPARE(marker->posIndex(), 30);
-        // Only the document shows it again.
+        QVERIFY(marker->posIndex() == 30 && !marker->isVisible());
+        SignalLog log(marker);
         marker->setPosIndex(31);
+        QVERIFY(log.take().startsWith("posIndex posValue formattedPosValue posOnScreen visible formattedDeltaX "));
+        QVERIFY(marker->isVisible());
+        // One that the application has hidden meanwhile stays hidden.
+        marker->setPosIndex(-1);
+        marker->setVisible(false);
+        marker->setPosIndex(101);
+        marker->setPosIndex(32);
         QVERIFY(!marker->isVisible());
+    }
+
+    void waitsForData()
+    {
+        CursorBench bench;
+        const QVector<double> samples = bench.data->yData();
+        bench.data->setYData({});
+        GraphMarker *late = bench.addMarker();
+        GraphMarker *marker = bench.addMarker();
+        marker->setPosValue(50.0);
+        marker->setVisible(true);
+        late->setVisible(true);
+        bench.place(10);
+        // A document may write, and zoom, before there is anything to stand on.
+        bench.zoom->setWidth(0.9);
+        bench.x->setMaxValue(200.0);
+        QVERIFY(marker->posIndex() == -1 && marker->posValue() == 50.0 && !marker->isVisible());
+        bench.data->setYData(samples.mid(0, 20));
+        QTRY_COMPARE(late->posIndex(), 0);
+        QVERIFY(marker->posIndex() == -1 && !marker->isVisible());
+        bench.data->setYData(samples);
+        QTRY_COMPARE(marker->posIndex(), 50);
+        QVERIFY(marker->isVisible() && late->isVisible());
+        // A sample that is gone for a while.
+        bench.data->setYData(samples.mid(0, 20));
+        bench.x->setMaxValue(100.0);
+        QVERIFY(!marker->isVisible());
+        bench.data->setYData(samples);
+        QTRY_VERIFY(marker->isVisible());
+        QCOMPARE(marker->posOnScreen(), 55);
+        // A place that was chosen meanwhile counts.
+        marker->setPosValue(150.0);
+        marker->setPosIndex(40);
+        bench.data->setYData(samples + samples);
+        QTRY_COMPARE(bench.data->size(), 202);
+        bench.cursor->setPosIndex(20);
+        QCOMPARE(marker->posIndex(), 40);
     }
 
     void deltasAreAbsolute()
@@ -83,6 +128,35 @@ private slots:
         bench.x->setMaxValue(200.0);
         QCOMPARE(marker->posOnScreen(), 25);
         QCOMPARE(marker->posIndex(), 50);
+    }
+
+    void repaintsAnotherDelta()
+    {
+        class CountingCursor : public GraphCursor
+        {
+        public:
+            void paint(QPainter *) override { ++paints; }
+            int paints = 0;
+        };
+        auto *cursor = new CountingCursor;
+        CursorBench bench(cursor);
+        bench.data->setYData(QVector<double>(1001, 1.0));
+        bench.data->setXInterval(0.1);
+        GraphMarker *marker = bench.addMarker();
+        bench.place(500);
+        marker->setPosIndex(400);
+        marker->setVisible(true);
+        QQuickWindow window;
+        bench.area.setParentItem(window.contentItem());
+        window.resize(101, 51);
+        window.show();
+        QTRY_VERIFY(cursor->paints > 0);
+        cursor->paints = 0;
+        // Within the same pixel column.
+        cursor->setPosIndex(501);
+        QTRY_COMPARE(cursor->paints, 1);
+        QCOMPARE(marker->formattedDeltaX(), QString("\u0394 10.1"));
+        bench.area.setParentItem(nullptr);
     }
 
     void paintsLineAndDelta()

@@ -79,6 +79,14 @@ Item {
             tryCompare(cursor, "formattedYValues", ["3"])
         }
 
+        function test_givesReadingsToItemsAddedLater() {
+            const view = createTemporaryObject(chart, root)
+            const added = Qt.createQmlObject("import QtQuick 2.15; import graph_plugin 1.0\n"
+                                             + "Text { text: GraphCursor.formattedXValue }", view.cursor)
+            view.cursor.posValue = 3
+            compare(added.text, "3")
+        }
+
         function test_keepsItsSamplesWhenResized() {
             const view = createTemporaryObject(chart, root)
             view.cursor.posValue = 8
