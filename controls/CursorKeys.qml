@@ -10,10 +10,10 @@ Item {
 
     property GraphCursor cursor: null
     property GraphCursorY horizontalCursor: null
-    // Rows that the last press of Up or Down moved by.
+    // Number of rows that the last press of Up or Down moved.
     property real step: 1
 
-    // Whether the key means something here.
+    // Whether the key was one of these.
     function press(key, autoRepeat) {
         return Boolean(cursor) && pressAlong(key, autoRepeat) || Boolean(horizontalCursor) && pressAcross(key, autoRepeat);
     }

@@ -13,7 +13,7 @@ Item {
     property string fontFamily: "Roboto"
     property int pixelSize: 14
     property real dotSize: 9
-    // Rows at the top that are kept free, for example for flags.
+    // Number of pixel rows kept free at the top, for example for flags.
     property real topInset: 0
     // Milliseconds between changes of a text that a live trace changes.
     property int interval: 0

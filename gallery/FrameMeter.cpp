@@ -70,7 +70,7 @@ void FrameMeter::handleFrame()
     if (m_times.addFrame(m_clock.nsecsElapsed()))
         emit measured();
     emit frameShown();
-    // A window that is not exposed draws none, and goes on from the first that it draws again.
+    // A window that is not exposed draws no frames; measuring goes on with the first one after that.
     if (m_window && m_running)
         m_window->update();
 }

@@ -15,7 +15,7 @@ class FrameMeter : public QObject
     Q_OBJECT
     Q_PROPERTY(QQuickWindow *window READ window WRITE setWindow NOTIFY windowChanged)
     Q_PROPERTY(bool running READ isRunning WRITE setRunning NOTIFY runningChanged)
-    // Of the last whole second; NaN until one is over.
+    // In the last whole second; NaN before the first one is over.
     Q_PROPERTY(double framesPerSecond READ framesPerSecond NOTIFY measured)
     // Milliseconds in which the painted items of one frame paint; with OpenGL what comes after that on the
     // graphics processor does not count.
@@ -32,14 +32,14 @@ public:
     void setWindow(QQuickWindow *window);
     void setRunning(bool on);
 
-    // Forgets what it has measured: another kind of frame comes now.
+    // Starts measuring again, because another kind of frame follows.
     Q_INVOKABLE void restart();
 
 signals:
     void windowChanged();
     void runningChanged();
     void measured();
-    // Time to change what the next one shows.
+    // The moment to change what the next frame shows.
     void frameShown();
 
 private slots:

@@ -22,7 +22,7 @@ double medianMilliseconds(QVector<qint64> *durations)
 bool FrameTimes::addFrame(qint64 time)
 {
     if (m_begin < 0) {
-        // What went before the first frame is the way to it, not a frame.
+        // The time before the first frame is not a frame.
         m_begin = time;
         m_paintings.clear();
         return false;

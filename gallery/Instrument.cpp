@@ -63,7 +63,7 @@ void Instrument::run(const QString &service, const QStringList &simulatorArgumen
 
 void Instrument::start()
 {
-    // Someone else's instrument of that name may have come first.
+    // Another instrument of that name may have come first.
     if (m_ready)
         return;
     m_runTime.start();

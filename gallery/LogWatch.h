@@ -2,7 +2,7 @@
 
 namespace gallery {
 
-// From here on every warning and error of Qt's log is counted as well as printed.
+// From now on every warning and error of Qt's log is counted as well as printed.
 void startCountingWarnings();
 int warningCount();
 

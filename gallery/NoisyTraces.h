@@ -5,7 +5,7 @@
 
 namespace gallery {
 
-// Noisy sines to be shown as live traces, made in advance so that a frame costs what drawing it costs.
+// Noisy sines to show as live traces, made in advance so that a frame costs only its drawing.
 class NoisyTraces : public QObject
 {
     Q_OBJECT

@@ -15,7 +15,7 @@ struct Options
     QString pictureFile;
     QString pictureFolder;
     Replay replay;
-    // Of the window, in logical pixels: a scaled screen has more of its own.
+    // Of the window, in logical pixels; a scaled screen has more physical ones.
     QSize size = QSize(1024, 600);
     int seed = 1;
     bool list = false;
@@ -24,7 +24,7 @@ struct Options
     bool takesPictures() const { return !pictureFile.isEmpty() || !pictureFolder.isEmpty(); }
 };
 
-// Text to show instead of running, and the exit status that goes with it.
+// A text to print instead of running, and the exit status.
 struct CommandLineAnswer
 {
     QString text;

@@ -20,7 +20,7 @@ struct Page
     QStringList simulatorArguments;
     // The instrument also writes heat maps.
     bool hasHeatmaps = false;
-    // The sweep of a picture.
+    // The number of the sweep that pictures show.
     int heldSweep = 1;
 };
 

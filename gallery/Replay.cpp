@@ -18,7 +18,7 @@ bool isTrace(const Recording &recording)
     return recording.header.kind != RecordingKind::Events && recording.header.kind != RecordingKind::Regions;
 }
 
-// Units and names come from outside, and a chart needs its room.
+// Units and names come from files; long ones would leave no room for the chart.
 QString shortened(const QString &text)
 {
     const int longest = 16;

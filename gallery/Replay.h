@@ -6,7 +6,7 @@
 
 namespace gallery {
 
-// The recordings that are to be shown, and what pages want to know of them.
+// The recordings to show, and what pages need to know of them.
 struct Replay
 {
     QStringList files;
@@ -19,7 +19,7 @@ struct Replay
     // These numbers, names and units for the axes, and ranges that hold all of the recordings.
     QVariantMap description;
 
-    // Of these files. False, and the reason, when one cannot be read or has no room beside the others.
+    // Reads these files. False, and the reason, when one cannot be read or two are of the same kind.
     bool read(const QStringList &paths, QString *error);
 };
 

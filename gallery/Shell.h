@@ -40,7 +40,7 @@ public:
     bool instrumentReady() const;
     QString instrumentError() const { return m_instrument.errorText(); }
 
-    // For pages whose picture shows what more than one sweep adds up to: has the instrument hold this one next.
+    // For pages whose picture shows several sweeps together: makes the instrument hold this one next.
     Q_INVOKABLE void holdSweep(int number);
 
 public slots:

@@ -80,7 +80,7 @@ int main(int argc, char **argv)
     }
 
     gallery::startCountingWarnings();
-    // Before anything that has to be cleared away at the end.
+    // Before anything that has to be cleaned up at the end.
     StopSignals stopSignals;
     if (gallery::hasNoDisplay() && !options.takesPictures())
         options.pictureFolder = "pictures";
@@ -95,7 +95,7 @@ int main(int argc, char **argv)
     stopSignals.listen();
     QObject::connect(&stopSignals, &StopSignals::stopRequested, &application,
                      [&options] { QCoreApplication::exit(options.takesPictures() ? 1 : 0); });
-    // Also what plots write into themselves.
+    // Also for the texts that plots draw.
     QFont font("Roboto");
     font.setPixelSize(15);
     QGuiApplication::setFont(font);

@@ -2,7 +2,7 @@
 
 #include <QObject>
 
-// Watches the session bus itself: without it the simulator has nobody to publish for.
+// Watches the session bus itself: without a bus the simulator has no clients.
 class BusWatch : public QObject
 {
     Q_OBJECT

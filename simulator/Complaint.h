@@ -4,5 +4,5 @@
 
 enum ExitStatus { Done = 0, Failed = 1, NotUnderstood = 2 };
 
-// Says the message on standard error under the program's name. Gives the status back, for a return.
+// Prints the message on standard error with the program's name in front. Returns the status.
 ExitStatus complain(const QString &message, ExitStatus status);

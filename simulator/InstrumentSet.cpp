@@ -19,13 +19,13 @@ constexpr double reflectometerRate = 4.0;
 // Cells in the range of the levels of recorded sweeps; about the steps that recorders round to.
 constexpr int replayedRows = 70;
 
-// Rows over the whole range of levels, each as high as this.
+// Rows of this height over the whole range of levels.
 HeatmapCounter::Grid gridOf(const TraceDescription &description, double rowStep)
 {
     HeatmapCounter::Grid grid;
     grid.topLevel = description.yRangeEnd;
     grid.rowStep = rowStep > 0.0 ? rowStep : 1.0;
-    // Each end on its own: levels may be farther apart than a number can say.
+    // Divided one by one: the difference of two levels may be beyond all numbers.
     grid.rows = qRound(description.yRangeEnd / grid.rowStep - description.yRangeBegin / grid.rowStep) + 1;
     return grid;
 }
@@ -130,7 +130,7 @@ void InstrumentSet::recordSweeps(const Instrument &instrument, const HeatmapCoun
 
 void InstrumentSet::recordHeldSweeps(const Instrument &instrument)
 {
-    // One file, of the sweeps that would have led up to the held one.
+    // One file with the sweeps that would have led up to the held one.
     const quint64 before = quint64(m_line.heatmapSweeps) - 1;
     const quint64 first = *m_line.held - std::min(*m_line.held, before);
     for (quint64 sweep = first; sweep <= first + before; ++sweep)
@@ -141,7 +141,7 @@ void InstrumentSet::record(quint64 sweep, const QVector<double> &levels)
 {
     QString error;
     const bool failed = !m_recorder->add(sweep, levels, &error);
-    // A full or missing directory is worth one message, not one for each file.
+    // One message is enough for a full or missing directory.
     if (failed && !m_isRecorderFailing)
         complain(error, Failed);
     m_isRecorderFailing = failed;

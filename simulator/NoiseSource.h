@@ -11,7 +11,7 @@ public:
     NoiseSource(quint64 seed, quint64 sweep, quint64 stream);
 
     quint64 next();
-    // Evenly spread over 0 <= u < 1.
+    // Uniform over 0 <= u < 1.
     double uniform();
     // Mean 0, variance 1, never beyond +-4.9.
     double gaussian();

@@ -19,7 +19,7 @@ public:
     SweepTimes times() const override;
 
     QVector<double> modulatedSine(quint64 sweep) const;
-    // All of it, also what the sweeps lack.
+    // All samples, including those that are missing from the sweeps.
     QVector<double> pulseTrain(quint64 sweep) const;
     double timeStep() const { return m_step; }
 

@@ -9,10 +9,10 @@ namespace simulation {
 // Reads a recording from a file. Nothing, and "file:line: reason", when that cannot be done.
 std::optional<Recording> recordingInFile(const QString &path, QString *error);
 
-// Those of several files. Nothing, and what is wrong with the first that cannot be read.
+// Reads several files. Nothing, and the reason, if one of them cannot be read.
 std::optional<QVector<Recording>> recordingsInFiles(const QStringList &paths, QString *error);
 
-// One unit of frequency; 0 for units of something else.
+// One unit of frequency in hertz; 0 for a unit of anything else.
 double hertz(const QString &unit);
 
 struct Extent
@@ -29,7 +29,7 @@ Extent xExtentOf(const Recording &recording);
 // The column that holds the recording's values.
 const QVector<double> &valuesOf(const Recording &recording);
 
-// What a person wants to know of a recording, on one line.
+// A summary of the recording on one line.
 QString summaryOf(const Recording &recording);
 
 } // namespace simulation

@@ -164,7 +164,7 @@ private:
         return m_header.kind == RecordingKind::Sweeps ? QStringLiteral("sweeps") : QStringLiteral("points");
     }
 
-    // What is wrong with the cells of the last row, each of which is fine on its own.
+    // Why the cells of the last row do not fit together.
     QString contradiction() const
     {
         const double first = m_columns.at(0).numbers.last();
@@ -223,7 +223,7 @@ private:
     int m_rows = 0;
 };
 
-// Reads piece by piece, so that an endless device of another kind is found out at once.
+// Reads piece by piece, so that an endless device is recognised at once.
 bool readAll(QIODevice &device, QByteArray *text, ReadingError *error)
 {
     std::array<char, 1 << 16> piece;

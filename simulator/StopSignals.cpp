@@ -9,7 +9,7 @@
 
 namespace {
 
-// A handler may do little more than write. Both stay as long as the process.
+// A signal handler may do little more than write. Both ends stay open as long as the process.
 int pipeEnds[2] = {-1, -1};
 pid_t owner = 0;
 
@@ -23,7 +23,7 @@ void tellOwner(int number)
     const int error = errno;
     const char byte = 0;
     const ssize_t written = write(pipeEnds[1], &byte, 1);
-    // A full pipe has told enough.
+    // A full pipe is as good as another byte.
     static_cast<void>(written);
     errno = error;
 }

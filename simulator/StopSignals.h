@@ -16,7 +16,7 @@ public:
     explicit StopSignals(QObject *parent = nullptr);
     ~StopSignals() override;
 
-    // Needs the application object. One that came before is told as soon as the event loop runs.
+    // Needs the application object. A signal that came earlier is reported as soon as the event loop runs.
     void listen();
 
 signals:

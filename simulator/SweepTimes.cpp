@@ -8,7 +8,7 @@ namespace simulation {
 
 namespace {
 
-// A length for sweeps whose recording gives none.
+// The length of a sweep if the recording gives none.
 constexpr double assumedSweepSeconds = 0.04;
 
 } // namespace

@@ -1,7 +1,7 @@
 import QtQuick 2.15
 import "../theme"
 
-// A selector of choices that do not tell by themselves what they are.
+// A selector with a name in front, for choices that do not explain themselves.
 Row {
     property alias name: name.text
     property alias choices: selector.choices

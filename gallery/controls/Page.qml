@@ -1,11 +1,11 @@
 import QtQuick 2.15
 import "../theme"
 
-// The frame of a page: the chart, a strip of controls below it and the readings at the bottom.
+// The layout of a page: the chart, a strip of controls below it, and the readings at the bottom.
 Item {
     id: page
 
-    // Everything that belongs on the page is there; pictures wait for it.
+    // True when everything on the page is there; pictures are taken only then.
     property bool ready: true
     default property alias chart: chartArea.data
     property alias controls: controlRow.data

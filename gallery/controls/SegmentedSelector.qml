@@ -7,7 +7,7 @@ Rectangle {
 
     property var choices: []
     property int currentIndex: 0
-    // So many of the choices, from the first on, can be chosen.
+    // Only this many of the choices, counted from the first, can be chosen.
     property int usable: choices.length
 
     signal activated(int index)

@@ -1,7 +1,7 @@
 import QtQuick 2.15
 import "../theme"
 
-// On or off, with a line below the text while on.
+// Switches something on or off; a line below the text shows that it is on.
 PushButton {
     id: button
 

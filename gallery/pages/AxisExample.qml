@@ -3,13 +3,13 @@ import graph_plugin 1.0
 import "../controls"
 import "../theme"
 
-// A view with one quiet trace; the axes are what is looked at. Further axes join through a further plot.
+// A view with one plain trace, because it is about the axes. A second plot brings in further axes.
 GraphView {
     id: example
 
     property ValueAxis axisX
     property ValueAxis axisY
-    // Only for a second pair of axes on the other sides.
+    // Optional: a second pair of axes on the opposite sides.
     property ValueAxis secondAxisX
     property ValueAxis secondAxisY
     readonly property alias gridPlane: grid

@@ -31,7 +31,7 @@ Page {
         return value === undefined || isNaN(value) ? "\u2014" : value.toFixed(digits) + " dB";
     }
 
-    // So much of the fibre shows an event well.
+    // The length of fibre that shows an event well.
     function reach(index) {
         return Math.max(700 * metre, peaks[index] && peaks[index].isHigh ? 3 * (peaks[index].end - positions[index]) : 0);
     }
@@ -47,7 +47,7 @@ Page {
         readTrace();
     }
 
-    // Straight line by least squares through at most 150 samples between two places; null where they lie too close.
+    // Straight line by least squares through at most 150 samples between two places; null if they are too close.
     function fittedLine(begin, end) {
         var first = Math.max(0, series.indexOf(begin));
         var last = Math.min(series.size - 1, series.indexOf(end));
@@ -89,7 +89,7 @@ Page {
             return Reflections.reflectionAt(series, position, levels[index], next, metre);
         });
         sections = positions.slice(1).map(function (next, index) {
-            // The receiver needs some fibre to recover from a reflection, the more the longer that was.
+            // After a reflection the receiver needs time to recover, more of it after a longer one.
             var reflected = peaks[index].isHigh ? peaks[index].end - positions[index] : 0;
             var begin = positions[index] + Math.max(70 * metre, 1.5 * reflected);
             return next - 4 * metre - begin > 20 * metre ? fittedLine(begin, next - 4 * metre) : null;
@@ -98,7 +98,7 @@ Page {
         nameEvents();
     }
 
-    // On top of a reflection, so that the number does not lie over it; the chosen one has its number below.
+    // On top of a reflection, so that the number does not cover it; the chosen event has its number below.
     function placeMarks() {
         marked.xData = positions;
         marked.yData = levels.map(function (level, index) {
@@ -218,7 +218,7 @@ Page {
         key: "reflectance"
     }
 
-    // The icons of the kinds there are; anything else gets the general one.
+    // The icon of each kind; kinds without one get the general icon.
     BusValue {
         id: icons
 

@@ -9,7 +9,7 @@ Page {
 
     ready: series.size > 1 && events.size > 1
 
-    // Shows the fibre around an event, with a tenth of its length.
+    // Shows a tenth of the fibre, around an event.
     function showEvent(index) {
         var length = series.xRangeEnd - series.xRangeBegin;
         var rect = chart.zoomRect;
@@ -18,7 +18,7 @@ Page {
         chosenEvent.value = index;
     }
 
-    // The markers before and behind a splice and a bend, the cursor clear of them.
+    // The markers on both sides of a splice and a bend, the cursor away from them.
     function placeCursors() {
         cursor.posValue = 13300;
         markerA.place(5750);

@@ -132,7 +132,7 @@ Page {
                 CustomPainter {
                     xData: modelData.x.map(function (x) { return x * 1e6; })
                     yData: modelData.y
-                    // Tighter limits reach farther: an upper one down, a lower one up.
+                    // Tighter limits reach further: an upper limit down, a lower one up.
                     origin: Qt.point(0, modelData.upper ? shift.value : -shift.value)
                     lineColor: page.fails(index) ? Theme.bad : Theme.good
                     lineWidth: 2
@@ -153,7 +153,7 @@ Page {
             maxLineWidth: 2
         }
 
-        // Arrows at the worst samples; they keep their size at any zoom.
+        // Arrows at the worst samples; zooming does not change their size.
         ContainerPlot {
             id: arrows
 

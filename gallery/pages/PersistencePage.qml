@@ -3,7 +3,7 @@ import graph_plugin 1.0
 import "../controls"
 import "../theme"
 
-// The map is an image of fixed size at most: the chart is given that size, and what room is left goes to a panel.
+// The map's image has a largest size: the chart gets that size, and a panel takes the room that is left.
 Item {
     id: page
 
@@ -133,7 +133,7 @@ Item {
                 PushButton {
                     width: unitSelector.width
                     text: "Restart"
-                    // A measurement that starts again says so for a moment.
+                    // Shows for a moment that the measurement starts again.
                     onClicked: {
                         map.testPointState = 2;
                         page.mapCount = 0;

@@ -23,7 +23,7 @@ Page {
         yData: page.levels
     }
 
-    // Points that bring their names.
+    // Points with names of their own.
     PlotBands {
         id: bands
     }

@@ -8,7 +8,7 @@ PlotRegions {
     id: table
 
     property var rows: []
-    // Where a plot that draws all regions alike puts those without a measurement.
+    // The level of regions without a measurement in plots that draw all regions alike.
     property real missingValue: 0
     property Instantiator maker: Instantiator {
         model: table.rows

@@ -12,7 +12,7 @@ Page {
     // Equally spaced samples need no x values.
     readonly property PlotData trace: recording.equallySpaced ? series : points
     readonly property bool hasLevels: recording.yBegin !== undefined
-    // Beyond it the extent of an axis is more than a number can say.
+    // If an axis reached further, its length would not fit into a number.
     readonly property real farthest: 7e307
     // A little room above and below the values, in steps of few digits, so that the labels stay short.
     readonly property var yRange: rangeOf(recording.yBegin, recording.yEnd)
@@ -28,12 +28,12 @@ Page {
         return "";
     }
 
-    // What an axis shows of an extent; around a single value as well, and where there is none.
+    // The range of an axis for these values; also for a single value, and for none.
     function rangeOf(begin, end) {
         if (begin === undefined)
             return {begin: 0, end: 1};
         var low = Math.max(-farthest, Math.min(farthest, begin)), high = Math.max(-farthest, Math.min(farthest, end));
-        // Fewer digits than that apart are the same place on every axis.
+        // Values closer than this are the same place on any axis.
         var room = high - low > 1e-9 * Math.max(Math.abs(low), Math.abs(high)) ? 0 : 0.05 * Math.abs(low) || 0.5;
         return {begin: low - room, end: high + room};
     }

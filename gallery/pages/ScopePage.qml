@@ -9,7 +9,7 @@ Page {
 
     ready: first.size > 1 && second.size > 1
 
-    // Whether missing samples stay empty. The plot neither tells of a change nor draws it on its own.
+    // Whether missing samples stay empty. The plot has no signal for this and does not repaint by itself.
     property bool gaps: true
 
     onGapsChanged: secondTrace.update()
@@ -179,7 +179,7 @@ Page {
         Legend {
             z: 4
             plots: [firstTrace, secondTrace]
-            // Above the peaks of the first channel.
+            // In a row, above the peaks of the first channel.
             inARow: true
             entryHeight: Theme.compact ? 30 : 40
             textColor: Theme.text

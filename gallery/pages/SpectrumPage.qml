@@ -70,7 +70,7 @@ Page {
     property int sweeps: 0
     property real sweepRate: 0
 
-    // To where there is something to see in the first sweep.
+    // Where there is something to see in the first sweep.
     function placeCursors() {
         cursor.setPeak();
         firstMarker.place(855e6);

@@ -5,14 +5,14 @@ import graph_plugin 1.0
 import "../controls"
 import "../theme"
 
-// How fast charts are drawn: frame after frame of as many samples as are asked for, and what that takes.
+// How fast charts are drawn: one frame after the other with a chosen number of samples, and the time it takes.
 Page {
     id: page
 
     readonly property int traces: [1, 2, 5, 10][traceSelector.currentIndex]
     readonly property int samples: [1000, 10000, 100000, 1000000][sampleSelector.currentIndex]
     readonly property int lineWidth: [1, 2, 4, 8][widthSelector.currentIndex]
-    // Each point gets a mark of its own: more than these, and a frame would take seconds.
+    // Each point gets a mark of its own: with more of them a frame would take seconds.
     readonly property bool pointsAllowed: traces * samples <= 10000
     property int chosenStyle: GraphPlot.LinePlot
     readonly property int style: chosenStyle === GraphPlot.ScatterPlot && !pointsAllowed ? GraphPlot.LinePlot : chosenStyle
@@ -36,13 +36,13 @@ Page {
             chart.zoomRect.moveLeft(0.25 - 0.25 * Math.cos(++steps / 60));
     }
 
-    // Three digits; a dash as long as there is nothing to tell.
+    // Three digits, or a dash while there is no figure.
     function figure(value) {
         return isNaN(value) ? "\u2013" : value.toFixed(value < 9.995 ? 2 : value < 99.95 ? 1 : 0);
     }
 
     onSettingsChanged: meter.restart()
-    // Panning takes room to move to.
+    // Panning needs room to move.
     onPanningChanged: {
         if (panning)
             chart.zoomRect.setCenterAndZoom(Qt.vector2d(0.5, 1), Qt.point(0.25, 0.5));
@@ -124,7 +124,7 @@ Page {
             }
 
             Repeater {
-                // The view takes only those that are there from the start.
+                // The view takes only plots that are there from the start.
                 model: 10
 
                 StressTrace {
@@ -180,7 +180,7 @@ Page {
         id: motionSelector
 
         choices: ["New data", "Pan", "Still"]
-        // Only what does not move can be taken as a picture.
+        // Pictures are taken only of traces that do not move.
         currentIndex: shell.takesPictures ? 2 : 0
         onActivated: currentIndex = index
     }

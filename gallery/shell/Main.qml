@@ -28,12 +28,12 @@ Rectangle {
     Loader {
         id: pageLoader
 
-        // Data objects look for their values when they are created: the instrument has to be there before.
+        // Data objects look for their values when they are created, so the instrument has to be there first.
         readonly property bool mayLoad: shell.instrumentReady || loadedPage === shell.page
         property string loadedPage
 
         anchors { left: parent.left; right: parent.right; top: titleBar.bottom; bottom: parent.bottom }
-        // Pages hear keys.
+        // So that pages get the keys.
         focus: true
         source: mayLoad ? shell.pageInfo.document : ""
         onLoaded: loadedPage = shell.page

@@ -2,7 +2,7 @@ import QtQuick 2.15
 import "../controls"
 import "../theme"
 
-// Lies over one end of the row of tabs and says that there are more in that direction.
+// Covers one end of the row of tabs and shows that there are more in that direction.
 Rectangle {
     id: fade
 

@@ -2,7 +2,7 @@ import QtQuick 2.15
 import "../controls"
 import "../theme"
 
-// The way home, one tab per page, and whether an instrument feeds the page.
+// The home button, one tab per page, and whether an instrument feeds the page.
 Rectangle {
     id: bar
 
@@ -42,7 +42,7 @@ Rectangle {
         readonly property var pages: shell.pages.slice(1)
         readonly property int openPage: pages.findIndex(function (page) { return page.name === shell.page; })
 
-        // The open page's tab stays away from the ends, where its neighbours are half hidden.
+        // Keeps the open page's tab away from the ends, so that its neighbours can be seen.
         function showOpenTab() {
             var tab = tabItems.itemAt(openPage);
             if (!tab || width <= 0)

@@ -51,7 +51,7 @@ QtObject {
     readonly property color secondCursor: light ? "#20262c" : "#f2f2f2"
     readonly property var markers: light ? ["#6a3fc4", "#15803f"] : ["#c6a5ff", "#8fe3a4"]
 
-    // Told apart also without red and green; the first is the main trace.
+    // Can be told apart without red and green; the first is the main trace.
     readonly property var traces: light ? ["#0878b8", "#b06000", "#1c8c3c", "#c02580", "#6a45c8", "#7a6a00"]
                                         : ["#3fd0ff", "#ffb02e", "#62e08a", "#ff77c8", "#b79cff", "#fff176"]
 }

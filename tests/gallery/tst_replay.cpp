@@ -55,7 +55,7 @@ private slots:
         row("events", {events}, {eventColor});
         row("regions", {regions}, {regionColor});
         row("everything", {events, regions, line}, {traceColor, eventColor, regionColor});
-        // These pages show nothing without a trace: their own instrument then.
+        // This page needs a trace; without one it shows its own instrument.
         row("the page of events", {events}, {eventColor}, "events");
         row("one sample", {points("1", "2,5\n")}, {traceColor});
         row("no samples", {points("0", "")}, {noteColor});
@@ -163,7 +163,7 @@ private:
         return paths;
     }
 
-    // Null when the gallery fails, or has something to say.
+    // Null when the gallery fails.
     QImage pictureOf(const QVector<QByteArray> &recordings, QStringList arguments, const char *scale = "1")
     {
         const QString path = m_folder.filePath("picture.png");

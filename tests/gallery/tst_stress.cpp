@@ -39,7 +39,7 @@ private slots:
 void tst_stress::figuresOfASecond()
 {
     FrameTimes times;
-    // The way to the first frame is none of its paintings.
+    // Paintings before the first frame do not count.
     times.addPainting(900 * millisecond);
     QVERIFY(!times.addFrame(5000 * millisecond));
     for (int frame = 1; frame < 50; ++frame) {
@@ -78,7 +78,7 @@ void tst_stress::measuresPaintingAndStops()
 
     meter.setRunning(false);
     QVERIFY(std::isnan(meter.framesPerSecond()) && std::isnan(meter.paintTime()));
-    // What was asked for before the end may still be drawn.
+    // A frame that was requested before the end may still be drawn.
     QTest::qWait(100);
     QSignalSpy swaps(&window, &QQuickWindow::frameSwapped);
     frames.clear();
@@ -108,7 +108,7 @@ void tst_stress::tracesReachTheSeriesWithoutACopy()
 
     QVERIFY(noise->trace(0, 0).isEmpty() && noise->trace(0, -1).isEmpty() &&
             noise->trace(0, 2000000000).isEmpty());
-    // Made again, they are the same: pictures rely on it.
+    // They are the same when made again: pictures rely on it.
     QCOMPARE(noise->trace(3, 2).size(), 2);
     QCOMPARE(noise->trace(0, 1000), first);
 }

@@ -103,7 +103,7 @@ private slots:
         const Outcome table = outcomeOf({"--check", tablePath});
         QCOMPARE(table.output, tablePath + ": events, 1 points, x 1 to 1 , no y, 3 missing\n");
         QCOMPARE(table.status, 0);
-        // A bad recording is found out before the bus is looked for.
+        // A bad recording is refused before the bus is looked for.
         QVERIFY(outcomeOf({"--replay", badPath}).errors.contains(":6:"));
         QCOMPARE(outcomeOf({"--replay", goodPath, "--replay", goodPath}).status, 2);
     }
