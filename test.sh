@@ -1,8 +1,13 @@
 #!/usr/bin/env bash
 # Builds everything and runs all tests. --sanitizers does the same with clang's address, undefined behaviour and
 # leak checks. Further arguments go to ctest, for example: ./test.sh -R axis
+# --fuzz SECONDS feeds whatever reads foreign bytes with damaged ones instead, each reader for that long.
 set -euo pipefail
 cd "$(dirname "$0")"
+if [ "${1:-}" = --fuzz ]; then
+    shift
+    exec tests/fuzz/run.sh "$@"
+fi
 preset=dev
 if [ "${1:-}" = --sanitizers ]; then
     preset=asan

@@ -11,6 +11,9 @@ packages=(
 if [ "${1:-dev}" = asan ]; then
     packages+=(clang libclang-rt-14-dev)
 fi
+if [ "${1:-dev}" = fuzz ]; then
+    packages+=(clang libclang-rt-14-dev libdbus-1-dev pkg-config)
+fi
 missing=()
 for package in "${packages[@]}"; do
     status=$(dpkg-query -W -f '${Status}' "$package" 2>/dev/null || true)
