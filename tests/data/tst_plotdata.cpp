@@ -11,6 +11,7 @@
 #include <QtTest>
 
 #include <list>
+#include <memory>
 #include <sstream>
 
 namespace {
@@ -115,35 +116,73 @@ private slots:
 
     void unitsChooseTheFormatter()
     {
+        for (const QByteArray axis : {"x", "y"}) {
+            PlotSeries series;
+            const auto set = [&](const char *property, const QVariant &value) {
+                QVERIFY(series.setProperty(axis + property, value));
+            };
+            const auto formatter = [&] {
+                return static_cast<ProbeFormatter *>(
+                    series.property(axis + "Formatter").value<BaseFormatter *>());
+            };
+            const auto text = [&](double value) {
+                return axis == "x" ? series.formattedXValue(value) : series.formattedYValue(value);
+            };
+            set("SigDigs", 9);
+            QSignalSpy units(&series, "2" + axis + "UnitsChanged(QString)");
+            QSignalSpy formatters(&series, "2" + axis + "FormatterChanged(BaseFormatter*)");
+            set("Units", "probe");
+            set("Units", "probe");
+            QCOMPARE(units.count(), 1);
+            QCOMPARE(units.first().first().toString(), QStringLiteral("probe"));
+            QCOMPARE(formatter()->parent(), &series);
+            QCOMPARE(text(1.5), QStringLiteral("1.5|9|2"));
+            set("Precision", 5);
+            QCOMPARE(text(2.5), QStringLiteral("2.5|9|5"));
+
+            const QPointer<ProbeFormatter> former = formatter();
+            set("Units", "nobody knows");
+            QCOMPARE(series.property(axis + "Units").toString(), QString());
+            QVERIFY(!formatter());
+            QCOMPARE(units.count(), 2);
+            QCOMPARE(formatters.count(), 2);
+            QVERIFY(former);
+            set("SigDigs", 1);
+            QCOMPARE(former->sigDigs, 9);
+            QCoreApplication::sendPostedEvents(former, QEvent::DeferredDelete);
+            QVERIFY(!former);
+
+            set("Units", "probe");
+            delete formatter();
+            QCOMPARE(text(0.000012345678), QStringLiteral("1.23457e-05"));
+        }
         PlotSeries series;
-        series.setYSigDigs(9);
-        QSignalSpy units(&series, SIGNAL(yUnitsChanged(QString)));
-        QSignalSpy formatters(&series, SIGNAL(yFormatterChanged(BaseFormatter *)));
-        series.setYUnits("probe");
-        series.setYUnits("probe");
-        QCOMPARE(units.count(), 1);
-        QCOMPARE(series.yFormatter()->parent(), &series);
-        QCOMPARE(series.formattedYValue(1.5), QStringLiteral("1.5|9|2"));
-        series.setYPrecision(5);
+        series.setXFirstValue(0.5);
         series.setYData({0.0, 2.5});
-        QCOMPARE(series.formattedYValueByPosIndex(1), QStringLiteral("2.5|9|5"));
+        QCOMPARE(series.formattedXValueByPosIndex(1), QStringLiteral("1.5"));
+        QCOMPARE(series.formattedYValueByPosIndex(1), QStringLiteral("2.5"));
+    }
 
-        const QPointer<BaseFormatter> former = series.yFormatter();
-        series.setYUnits("nobody knows");
-        QCOMPARE(series.yUnits(), QString());
-        QVERIFY(!series.yFormatter());
-        QCOMPARE(units.count(), 2);
-        QCOMPARE(formatters.count(), 2);
-        QVERIFY(former);
-        series.setYSigDigs(1);
-        QCOMPARE(static_cast<ProbeFormatter *>(former.data())->sigDigs, 9);
-        QCoreApplication::sendPostedEvents(former, QEvent::DeferredDelete);
-        QVERIFY(!former);
-
-        series.setXUnits("probe");
-        delete series.xFormatter();
-        series.setXInterval(0.000012345678);
-        QCOMPARE(series.formattedXValueByPosIndex(-1), QStringLiteral("-1.23457e-05"));
+    void axesAreOnlyReferredTo()
+    {
+        qRegisterMetaType<ValueAxis *>();
+        PlotSeries series;
+        QSignalSpy plotChanged(&series, SIGNAL(plotChanged()));
+        for (const QByteArray name : {"axisX", "axisY"}) {
+            QSignalSpy changed(&series, "2" + name + "Changed(ValueAxis*)");
+            auto axis = std::make_unique<ValueAxis>();
+            axis->setBaseline(-90.0);
+            for (int i = 0; i < 2; ++i)
+                series.setProperty(name, QVariant::fromValue(axis.get()));
+            QCOMPARE(changed.count(), 1);
+            QCOMPARE(series.property(name).value<ValueAxis *>(), axis.get());
+            QCOMPARE(series.baseline(), name == "axisY" ? -90.0 : 0.0);
+            axis.reset();
+            QVERIFY(!series.property(name).value<ValueAxis *>());
+            QCOMPARE(series.baseline(), 0.0);
+        }
+        QCoreApplication::processEvents();
+        QVERIFY(plotChanged.isEmpty());
     }
 
     void seriesIndices()
