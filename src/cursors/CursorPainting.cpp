@@ -1,6 +1,11 @@
 #include "cursors/CursorPainting.h"
 
 #include "common/SafeInteger.h"
+#include "cursors/CursorDirection.h"
+
+#include <QColor>
+#include <QPainter>
+#include <QString>
 
 #include <algorithm>
 #include <cstdlib>
@@ -30,6 +35,56 @@ int deltaTextX(int cursor, int marker, int textWidth, double width)
     if (cursor + shown >= width)
         return std::min(shown, cursor) - gap - textWidth;
     return std::max(shown, cursor) + gap;
+}
+
+CursorPainter::CursorPainter(QPainter *painter, const CursorDirection &direction, const QQuickItem &item)
+    : m_painter(painter)
+    , m_direction(direction)
+    , m_width(item.width())
+    , m_extent(pixel((item.*direction.extent)()))
+    , m_length(pixel((item.*direction.lineLength)() - 1.0))
+{
+}
+
+void CursorPainter::marker(int place, const QColor &color)
+{
+    QColor glow = color;
+    glow.setAlpha(127);
+    m_painter->setPen(glow);
+    lines(place + 2, place + 2);
+    lines(place - 2, place - 2);
+    glow.setAlpha(191);
+    m_painter->setPen(glow);
+    lines(place - 1, place - 1);
+    lines(place + 1, place + 1);
+    m_painter->setPen(color);
+    lines(place, place);
+}
+
+void CursorPainter::distance(const QString &text, int cursor, int marker, int y)
+{
+    const int textWidth = m_painter->fontMetrics().boundingRect(text).width() - 1;
+    m_painter->drawText(deltaTextX(cursor, marker, textWidth, m_width), y, text);
+}
+
+void CursorPainter::band(int position, int paintedWidth, QColor color)
+{
+    const CursorBand columns = cursorBand(position, paintedWidth);
+    color.setAlpha(255);
+    m_painter->setPen(color);
+    lines(columns.core.first, columns.core.last);
+    color.setAlpha(127);
+    m_painter->setPen(color);
+    lines(columns.glowBefore.first, columns.glowBefore.last);
+    lines(columns.glowBehind.first, columns.glowBehind.last);
+}
+
+void CursorPainter::lines(int first, int last)
+{
+    // A band far wider than the item must not cost more than the item.
+    const int end = std::min(last, m_extent);
+    for (int place = std::max(first, -1); place <= end; ++place)
+        m_painter->drawLine(m_direction.line(place, m_length));
 }
 
 } // namespace graph

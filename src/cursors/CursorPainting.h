@@ -1,6 +1,13 @@
 #pragma once
 
+class QColor;
+class QPainter;
+class QQuickItem;
+class QString;
+
 namespace graph {
+
+struct CursorDirection;
 
 // Neighbouring pixel columns, both ends included; none when last < first.
 struct PixelStretch
@@ -26,5 +33,26 @@ CursorBand cursorBand(int position, int paintedWidth);
 // lines, or, where textWidth pixels do not fit there, beside both on the side with more room in an item of
 // width pixels. A marker outside the item counts as standing on its edge.
 int deltaTextX(int cursor, int marker, int textWidth, double width);
+
+// Paints the lines of a cursor and its markers: one pixel wide each, over the whole item.
+class CursorPainter
+{
+public:
+    CursorPainter(QPainter *painter, const CursorDirection &direction, const QQuickItem &item);
+
+    void marker(int place, const QColor &color);
+    // The text of the distance between cursor and marker, with its base line in row y.
+    void distance(const QString &text, int cursor, int marker, int y);
+    void band(int position, int paintedWidth, QColor color);
+
+private:
+    void lines(int first, int last);
+
+    QPainter *m_painter;
+    const CursorDirection &m_direction;
+    double m_width;
+    int m_extent;
+    int m_length;
+};
 
 } // namespace graph

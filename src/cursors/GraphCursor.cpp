@@ -3,7 +3,9 @@
 #include "axis/ValueAxis.h"
 #include "common/SafeInteger.h"
 #include "common/SceneExit.h"
+#include "cursors/CursorDirection.h"
 #include "cursors/CursorPainting.h"
+#include "cursors/CursorPlaces.h"
 #include "cursors/GraphCursorAttached.h"
 #include "cursors/GraphMarker.h"
 #include "cursors/NearestSample.h"
@@ -46,7 +48,13 @@
     The values of the plots at the cursor have been read anew, because the cursor moved or their data changed.
 */
 GraphCursor::GraphCursor(QQuickItem *parent)
+    : GraphCursor(graph::CursorDirection::alongX, parent)
+{
+}
+
+GraphCursor::GraphCursor(const graph::CursorDirection &direction, QQuickItem *parent)
     : QQuickPaintedItem(parent)
+    , m_direction(direction)
 {
     setFlag(ItemHasContents);
     setRenderTarget(FramebufferObject);
@@ -91,22 +99,9 @@ void GraphCursor::giveReadingTo(QQuickItem *child)
 */
 void GraphCursor::setPosition(double position)
 {
-    if (m_followsX)
-        setPositionOX(position);
-    else
-        setPositionOY(position);
-}
-
-void GraphCursor::setPositionOX(double position)
-{
-    if (AbstractPlot *plot = primaryPlot(); plot && m_zoomRect)
-        setPosValue(plot->mapFromItemX(m_zoomRect->mapToItemX(position)));
-}
-
-void GraphCursor::setPositionOY(double position)
-{
-    if (AbstractPlot *plot = primaryPlot(); plot && m_zoomRect)
-        setPosValue(plot->mapFromItemY(m_zoomRect->mapToItemY(position)));
+    const AbstractPlot *plot = primaryPlot();
+    if (plot && m_zoomRect)
+        setPosValue((plot->*m_direction.fromItem)((m_zoomRect->*m_direction.fractionToItem)(position)));
 }
 
 /*!
@@ -117,52 +112,29 @@ void GraphCursor::setPosValue(double value)
 {
     if (std::isnan(value))
         return;
-    if (m_followsX)
-        setPosValueOX(value);
+    if (m_autoPrimaryPlot && m_direction.snapsToSamples)
+        placeOnChosenPlot(value);
     else
-        setPosValueOY(value);
+        placeAt(places().ofValue(value));
 }
 
-void GraphCursor::setPosValueOX(double value)
+// On the plot whose data is there; failing that, on the first active one.
+void GraphCursor::placeOnChosenPlot(double value)
 {
-    if (!m_autoPrimaryPlot) {
-        placeAtValue(value);
-        return;
-    }
-    // The plot whose data is there; failing that, the first active one.
-    const auto plots = m_plots;
+    const graph::TrackedPlots plots = m_plots;
     for (bool mustContain : {true, false}) {
-        for (AbstractPlot *plot : plots) {
+        for (int i = 0; i < plots.count(); ++i) {
+            AbstractPlot *plot = plots.plot(i);
             PlotData *data = plot ? plot->plotData() : nullptr;
             if (!data || !data->active() || (mustContain && !data->containsPoint(value)))
                 continue;
             const bool onNewAxis = makePrimary(plot);
-            placeAtValue(value);
+            placeAt(places().ofValue(value));
             if (onNewAxis)
                 placeMarkers();
             return;
         }
     }
-}
-
-void GraphCursor::setPosValueOY(double value)
-{
-    placeAtValue(value);
-}
-
-// On the primary plot as it is, without choosing another one.
-void GraphCursor::placeAtValue(double value)
-{
-    const PlotData *data = primarySeries();
-    if (!data)
-        return;
-    if (!m_followsX) {
-        setPosIndex(value);
-        return;
-    }
-    const int index = graph::nearestSample(*data, value);
-    if (index >= 0 && !std::isnan(data->x(index)))
-        setPosIndex(index);
 }
 
 /*!
@@ -171,68 +143,35 @@ void GraphCursor::placeAtValue(double value)
 */
 void GraphCursor::setPosIndex(double index)
 {
-    if (std::isnan(index))
-        return;
-    if (m_followsX)
-        setPosIndexOX(graph::truncatedIndex(index));
-    else
-        setPosIndexOY(index);
+    if (!std::isnan(index))
+        placeAt(places().ofIndex(index));
 }
 
-void GraphCursor::setPosIndexOX(int index)
+graph::CursorPlaces GraphCursor::places() const
 {
-    PlotData *data = primarySeries();
-    if (!data || !m_axis)
+    return {m_direction, primarySeries(), m_axis, m_staysOnScreen};
+}
+
+void GraphCursor::placeAt(const std::optional<graph::CursorPlace> &place)
+{
+    // A horizontal line whose value does not count as an index any more still belongs where its value is.
+    if (!place && (m_direction.snapsToSamples || !m_axis))
         return;
-    const bool exists = graph::hasSample(*data, index);
-    if (m_staysOnScreen) {
-        // A series that runs backwards has the end of the screen first.
-        const auto visible =
-            std::minmax({data->indexOf(m_axis->minVisible()), data->indexOf(m_axis->maxVisible())});
-        index = std::max(std::min(index, visible.second), visible.first);
-        // The screen may show no sample at all.
-        if (exists)
-            index = std::max(std::min(index, data->size() - 1), 0);
+    if (place) {
+        const bool elsewhere = m_placedAxis != m_axis || m_placedData != place->data;
+        if (place->number != m_posIndex ||
+            (elsewhere && (place->value != m_posValue || fractionOf(place->value) != m_position)))
+            publish(*place);
     }
-    if (!graph::hasSample(*data, index))
-        return;
-    const double value = data->x(index);
-    const bool elsewhere = m_placedData != data || m_placedAxis != m_axis;
-    if (index != m_posIndex || (elsewhere && (value != m_posValue || fractionOf(value) != m_position)))
-        publishPosition(index, value);
     placeOnScreen();
 }
 
-// A horizontal cursor has no sample of its own: the value counts as the index.
-void GraphCursor::setPosIndexOY(double value)
+void GraphCursor::publish(const graph::CursorPlace &place)
 {
-    PlotData *data = primarySeries();
-    if (!data || !m_axis)
-        return;
-    int index = graph::truncatedIndex(value);
-    if (m_staysOnScreen) {
-        index = std::min(index, graph::truncatedIndex(m_axis->maxVisible()));
-        index = std::max(index, graph::truncatedIndex(m_axis->minVisible()));
-    }
-    if (m_staysOnScreen || std::isinf(value))
-        value = index;
-    const bool elsewhere = m_placedAxis != m_axis && fractionOf(value) != m_position;
-    if (index < data->size() && (m_posIndex != value || elsewhere))
-        publishPosition(index, value);
-    placeOnScreen();
-}
-
-double GraphCursor::fractionOf(double value) const
-{
-    return (value - m_axis->minValue()) / (m_axis->maxValue() - m_axis->minValue());
-}
-
-void GraphCursor::publishPosition(int index, double value)
-{
-    m_posIndex = index;
-    m_posValue = value;
-    m_position = fractionOf(value);
-    m_placedData = primarySeries();
+    m_posIndex = place.index;
+    m_posValue = place.value;
+    m_position = fractionOf(place.value);
+    m_placedData = place.data;
     m_placedAxis = m_axis;
     handlePlotValuesChanged();
     emit posIndexChanged();
@@ -240,17 +179,19 @@ void GraphCursor::publishPosition(int index, double value)
     emit positionChanged();
 }
 
+double GraphCursor::fractionOf(double value) const
+{
+    return (value - m_axis->minValue()) / (m_axis->maxValue() - m_axis->minValue());
+}
+
 void GraphCursor::placeOnScreen()
 {
-    const AbstractPlot *plot = primaryPlot();
     // Those who heard of the new position may have replaced the data, and data can shrink below the cursor.
-    const PlotData *data = primarySeries();
-    if (!data || (m_followsX && !graph::hasSample(*data, m_posIndex)))
+    const std::optional<double> value = places().valueOf(m_posIndex, m_posValue);
+    if (!value)
         return;
-    const double coordinate =
-        m_followsX ? plot->mapToItemX(data->x(m_posIndex)) : plot->mapToItemY(m_posValue);
-    const int extent = graph::pixel(m_followsX ? width() : height());
-    const int place = std::max(std::min(graph::pixel(coordinate), extent - 1), 0);
+    const int last = graph::pixel((this->*m_direction.extent)()) - 1;
+    const int place = std::max(std::min(graph::pixel((primaryPlot()->*m_direction.toItem)(*value)), last), 0);
     if (place == m_posOnScreen)
         return;
     m_posOnScreen = place;
@@ -265,22 +206,8 @@ void GraphCursor::placeOnScreen()
 */
 void GraphCursor::setPosOnScreen(int pixel)
 {
-    if (m_followsX)
-        setPosOnScreenOX(pixel);
-    else
-        setPosOnScreenOY(pixel);
-}
-
-void GraphCursor::setPosOnScreenOX(int pixel)
-{
-    if (AbstractPlot *plot = primaryPlot())
-        setPosValue(plot->mapFromItemX(pixel));
-}
-
-void GraphCursor::setPosOnScreenOY(int pixel)
-{
-    if (AbstractPlot *plot = primaryPlot())
-        setPosValue(plot->mapFromItemY(pixel));
+    if (const AbstractPlot *plot = primaryPlot())
+        setPosValue((plot->*m_direction.fromItem)(pixel));
 }
 
 /*!
@@ -303,34 +230,6 @@ void GraphCursor::setFont(QFont font)
         return;
     m_font = font;
     emit fontChanged();
-}
-
-/*!
-    \qmlproperty AbstractPlot GraphCursor::primaryPlot
-    The plot whose samples the cursor stands on, and whose axis it follows. Without a choice, null included, it is the
-    first of plots. If the new plot has another axis, cursor and markers keep their values and are placed on that axis.
-*/
-void GraphCursor::setPrimaryPlot(AbstractPlot *plot)
-{
-    if (!makePrimary(plot))
-        return;
-    placeAtValue(m_posValue);
-    placeMarkers();
-}
-
-// True if the cursor has to be placed on another axis.
-bool GraphCursor::makePrimary(AbstractPlot *plot)
-{
-    if (m_primaryPlot == plot)
-        return false;
-    m_primaryPlot = plot;
-    emit primaryPlotChanged();
-    const int index = indexOfPlot(m_primaryPlot);
-    if (m_primaryPlotIndex != index) {
-        m_primaryPlotIndex = index;
-        emit sgnPrimaryPlotIndexChanged();
-    }
-    return followPrimaryPlot();
 }
 
 /*!
@@ -429,9 +328,13 @@ int GraphCursor::moveOnScreen(const PlotData &data, int direction, bool autoRepe
 {
     const int step = m_acceleration.step(direction < 0, autoRepeat, m_moveTimer.elapsed());
     const int place = m_posOnScreen + direction * step;
-    const int index = graph::nearestSample(data, primaryPlot()->mapFromItemX(place));
+    const graph::CursorPlaces samples = places();
+    const int index = samples.nearestSample(primaryPlot()->mapFromItemX(place));
     if (index != m_posIndex) {
-        setPosOnScreen(place);
+        if (index < 0 || m_autoPrimaryPlot || !m_direction.snapsToSamples)
+            setPosOnScreen(place);
+        else
+            placeAt(samples.ofIndex(index));
         return place;
     }
     const bool backwards = data.x(data.size() - 1) < data.x(0);
@@ -446,8 +349,7 @@ void GraphCursor::geometryChanged(const QRectF &newGeometry, const QRectF &oldGe
 {
     QQuickPaintedItem::geometryChanged(newGeometry, oldGeometry);
     if (newGeometry.width() > 0.0 && newGeometry.height() > 0.0 && newGeometry.width() != oldGeometry.width()) {
-        const PlotData *data = primarySeries();
-        if (data && (!m_followsX || graph::hasSample(*data, m_posIndex)))
+        if (places().valueOf(m_posIndex, m_posValue))
             setPosIndex(m_posIndex);
     } else if (newGeometry.height() != oldGeometry.height()) {
         handlePlotSizeChanged();
@@ -461,64 +363,16 @@ void GraphCursor::paint(QPainter *painter)
     if (renderTarget() != Image)
         painter->translate(1.0, 1.0);
     painter->setFont(m_font);
-    if (m_followsX)
-        paintMarkers(painter);
-    paintBand(painter);
-}
-
-void GraphCursor::paintMarkers(QPainter *painter)
-{
+    graph::CursorPainter cursorPainter(painter, m_direction, *this);
     for (const GraphMarker *marker : qAsConst(m_markers)) {
-        if (marker && marker->isVisible())
-            paintMarker(painter, marker);
+        if (!marker || !marker->isVisible() || !m_direction.snapsToSamples)
+            continue;
+        cursorPainter.marker(marker->posOnScreen(), marker->color());
+        if (primarySeries() && marker->showDelta())
+            cursorPainter.distance(marker->formattedDeltaX(), m_posOnScreen, marker->posOnScreen(),
+                                   marker->deltaY());
     }
-}
-
-void GraphCursor::paintMarker(QPainter *painter, const GraphMarker *marker)
-{
-    const int column = marker->posOnScreen();
-    QColor glow = marker->color();
-    glow.setAlpha(127);
-    painter->setPen(glow);
-    drawLines(painter, column + 2, column + 2);
-    drawLines(painter, column - 2, column - 2);
-    glow.setAlpha(191);
-    painter->setPen(glow);
-    drawLines(painter, column - 1, column - 1);
-    drawLines(painter, column + 1, column + 1);
-    painter->setPen(marker->color());
-    drawLines(painter, column, column);
-    if (!primarySeries() || !marker->showDelta())
-        return;
-    const QString text = marker->formattedDeltaX();
-    const int textWidth = painter->fontMetrics().boundingRect(text).width() - 1;
-    painter->drawText(graph::deltaTextX(m_posOnScreen, column, textWidth, width()), marker->deltaY(), text);
-}
-
-void GraphCursor::paintBand(QPainter *painter)
-{
-    const graph::CursorBand band = graph::cursorBand(m_posOnScreen, m_paintedWidth);
-    m_color.setAlpha(255);
-    painter->setPen(m_color);
-    drawLines(painter, band.core.first, band.core.last);
+    cursorPainter.band(m_posOnScreen, m_paintedWidth, m_color);
     // The property keeps the alpha of the glow; documents see it there.
     m_color.setAlpha(127);
-    painter->setPen(m_color);
-    drawLines(painter, band.glowBefore.first, band.glowBefore.last);
-    drawLines(painter, band.glowBehind.first, band.glowBehind.last);
-}
-
-// One line per column over the whole height, or per row over the whole width.
-void GraphCursor::drawLines(QPainter *painter, int first, int last) const
-{
-    const int length = graph::pixel((m_followsX ? height() : width()) - 1.0);
-    const int extent = graph::pixel(m_followsX ? width() : height());
-    // A band far wider than the item must not cost more than the item.
-    const int end = std::min(last, extent);
-    for (int place = std::max(first, -1); place <= end; ++place) {
-        if (m_followsX)
-            painter->drawLine(place, 0, place, length);
-        else
-            painter->drawLine(0, place, length, place);
-    }
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "cursors/KeyAcceleration.h"
+#include "cursors/TrackedPlots.h"
 
 #include <QColor>
 #include <QElapsedTimer>
@@ -11,12 +12,20 @@
 #include <QStringList>
 #include <QVector>
 
+#include <optional>
+
 class AbstractPlot;
 class GraphCursorAttached;
 class GraphMarker;
 class PlotData;
 class ValueAxis;
 class ZoomRect;
+
+namespace graph {
+class CursorPlaces;
+struct CursorDirection;
+struct CursorPlace;
+} // namespace graph
 
 // A line over the plots of a view that always stands on a sample of the primary plot's data. Whatever form of
 // the position is written becomes a sample index, and every other form is derived from that index.
@@ -40,8 +49,8 @@ class GraphCursor : public QQuickPaintedItem
     // The cursor's own flag beside that of the item, which stays true.
     Q_PROPERTY(bool visible READ isCursorVisible WRITE setVisible)
     Q_PROPERTY(QColor color READ color WRITE setColor NOTIFY colorChanged)
-    Q_PROPERTY(bool autoPrimaryPlot READ autoPrimaryPlot WRITE setAutoPrimaryPlot NOTIFY
-                   sgnAutoPrimaryPlotChanged)
+    Q_PROPERTY(
+        bool autoPrimaryPlot READ autoPrimaryPlot WRITE setAutoPrimaryPlot NOTIFY sgnAutoPrimaryPlotChanged)
     Q_PROPERTY(int primaryPlotIndex READ primaryPlotIndex NOTIFY sgnPrimaryPlotIndexChanged)
     Q_PROPERTY(int paintedWidth READ paintedWidth WRITE setPaintedWidth NOTIFY sgnPaintedWidthChanged)
 
@@ -66,12 +75,12 @@ public:
     QQmlListProperty<AbstractPlot> plots();
     QQmlListProperty<PlotData> series();
     QQmlListProperty<GraphMarker> markers();
-    QVector<QPointer<PlotData>> seriesList() const { return m_series; }
+    QVector<QPointer<PlotData>> seriesList() const { return m_plots.series(); }
     // Whether the plot has a value at the cursor; yPositions and yValues have an entry without one, too.
-    bool hasReading(int index) const;
-    QList<qreal> yPositions() const { return m_yPositions; }
-    QList<qreal> yValues() const { return m_yValues; }
-    QStringList formattedYValues() const { return m_formattedYValues; }
+    bool hasReading(int index) const { return m_readings.present.value(index); }
+    QList<qreal> yPositions() const { return m_readings.positions; }
+    QList<qreal> yValues() const { return m_readings.values; }
+    QStringList formattedYValues() const { return m_readings.texts; }
     bool staysOnScreen() const { return m_staysOnScreen; }
     bool isCursorVisible() const { return m_visible; }
     QColor color() const { return m_color; }
@@ -146,38 +155,27 @@ protected:
     void itemChange(ItemChange change, const ItemChangeData &data) override;
     void componentComplete() override;
 
-    bool m_followsX = true; // false: follows the y axis and is painted as a horizontal line
+    GraphCursor(const graph::CursorDirection &direction, QQuickItem *parent);
 
 private:
-    struct ListFunctions;
-    void setPositionOX(double position);
-    void setPositionOY(double position);
-    void setPosValueOX(double value);
-    void setPosValueOY(double value);
-    void setPosIndexOX(int index);
-    void setPosIndexOY(double value);
-    void setPosOnScreenOX(int pixel);
-    void setPosOnScreenOY(int pixel);
-    void placeAtValue(double value);
-    void placeMarkers();
+    graph::CursorPlaces places() const;
+    void placeOnChosenPlot(double value);
+    void placeAt(const std::optional<graph::CursorPlace> &place);
+    void publish(const graph::CursorPlace &place);
     double fractionOf(double value) const;
-    void publishPosition(int index, double value);
     void placeOnScreen();
+    void placeMarkers();
     int moveOnScreen(const PlotData &data, int direction, bool autoRepeat);
-    void adoptZoomRectOf(QQuickItem *parent);
-    void releasePlots();
-    void adoptPlot(AbstractPlot *plot);
     bool makePrimary(AbstractPlot *plot);
     bool followPrimaryPlot();
-    void handlePrimaryPlotDestroyed();
     bool followAxis(ValueAxis *axis);
-    void giveReadingTo(QQuickItem *child);
+    void handlePrimaryPlotDestroyed();
+    void setPeakBeside(PeakType type);
     int senderPlotIndex() const;
-    void paintMarkers(QPainter *painter);
-    void paintMarker(QPainter *painter, const GraphMarker *marker);
-    void paintBand(QPainter *painter);
-    void drawLines(QPainter *painter, int first, int last) const;
+    void adoptZoomRectOf(QQuickItem *parent);
+    void giveReadingTo(QQuickItem *child);
 
+    const graph::CursorDirection &m_direction;
     int m_posIndex = -1;
     double m_position = 0.0;
     double m_posValue = 0.0;
@@ -186,20 +184,15 @@ private:
     QFont m_font;
     QPointer<AbstractPlot> m_primaryPlot;
     QPointer<AbstractPlot> m_followedPlot; // whose axis is heard: the primary plot, chosen or not
-    // Entry i of the series and of the y axes belongs to plot i; it is null where the plot has none.
-    QVector<QPointer<AbstractPlot>> m_plots;
-    QVector<QPointer<PlotData>> m_series;
+    graph::TrackedPlots m_plots{this};
+    graph::PlotReadings m_readings;
     QVector<QPointer<GraphMarker>> m_markers;
     graph::KeyAcceleration m_acceleration;
     QElapsedTimer m_moveTimer;
     QPointer<ZoomRect> m_zoomRect;
     QPointer<ValueAxis> m_axis;
-    QPointer<PlotData> m_placedData;  // where posIndex, posValue and position come from
+    QPointer<const PlotData> m_placedData; // where posIndex, posValue and position come from
     QPointer<ValueAxis> m_placedAxis;
-    QVector<QPointer<ValueAxis>> m_yAxes;
-    QList<qreal> m_yPositions;
-    QList<qreal> m_yValues;
-    QStringList m_formattedYValues;
     bool m_staysOnScreen = true;
     bool m_visible = false;
     QColor m_color = Qt::red;

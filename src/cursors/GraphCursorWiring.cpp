@@ -1,79 +1,24 @@
-// The part of the cursor that follows the plots, axes, data, markers and the zoom rectangle of its view.
+// What the cursor has to do with the plots, the markers and the zoom rectangle of its view.
 
 #include "axis/ValueAxis.h"
+#include "cursors/CursorDirection.h"
+#include "cursors/CursorPlaces.h"
 #include "cursors/GraphCursor.h"
 #include "cursors/GraphMarker.h"
 #include "cursors/NearestSample.h"
+#include "cursors/PeakSearch.h"
 #include "data/PlotData.h"
 #include "view/base/AbstractPlot.h"
 #include "view/zoom/ZoomRect.h"
 
-#include <QDebug>
-
-#include <algorithm>
-#include <cmath>
-
 namespace {
 
-// Puts `entry` in the place of entry `index` of a list whose objects are connected once each to `receiver`,
-// however often they occur. The old one's connections to `oldSlot` end, all of them for null.
-template <typename T>
-void replaceEntry(QVector<QPointer<T>> &list, int index, T *entry, const QObject *receiver,
-                  const char *signal, const char *slot, const char *oldSlot)
+template <typename T> GraphCursor *cursorOf(QQmlListProperty<T> *list)
 {
-    // Plots that a document appended to the list have no entries here.
-    if (index >= list.size())
-        return;
-    const QPointer<T> old = list.at(index);
-    if (old && list.count(old) == 1)
-        QObject::disconnect(old, nullptr, receiver, oldSlot);
-    const bool connected = list.contains(entry);
-    list[index] = entry;
-    if (entry && !connected)
-        QObject::connect(entry, signal, receiver, slot);
+    return static_cast<GraphCursor *>(list->object);
 }
 
 } // namespace
-
-// The functions behind the list properties.
-struct GraphCursor::ListFunctions
-{
-    template <typename T> using List = QVector<QPointer<T>> GraphCursor::*;
-    using Signal = void (GraphCursor::*)();
-
-    static GraphCursor *cursor(QObject *object) { return static_cast<GraphCursor *>(object); }
-
-    static void appendPlot(QQmlListProperty<AbstractPlot> *property, AbstractPlot *plot)
-    {
-        cursor(property->object)->m_plots.append(plot);
-        emit cursor(property->object)->plotsChanged();
-    }
-
-    static void appendMarker(QQmlListProperty<GraphMarker> *property, GraphMarker *marker)
-    {
-        if (!marker)
-            return;
-        marker->setCursor(cursor(property->object));
-        cursor(property->object)->m_markers.append(marker);
-        emit cursor(property->object)->markersChanged();
-    }
-
-    template <typename T, List<T> list> static int count(QQmlListProperty<T> *property)
-    {
-        return (cursor(property->object)->*list).size();
-    }
-
-    template <typename T, List<T> list> static T *at(QQmlListProperty<T> *property, int index)
-    {
-        return (cursor(property->object)->*list).value(index);
-    }
-
-    template <typename T, List<T> list, Signal changed> static void clear(QQmlListProperty<T> *property)
-    {
-        (cursor(property->object)->*list).clear();
-        emit(cursor(property->object)->*changed)();
-    }
-};
 
 /*!
     \qmlproperty list<AbstractPlot> GraphCursor::plots
@@ -83,13 +28,19 @@ struct GraphCursor::ListFunctions
 */
 QQmlListProperty<AbstractPlot> GraphCursor::plots()
 {
-    using F = ListFunctions;
-    return {this,
-            nullptr,
-            F::appendPlot,
-            F::count<AbstractPlot, &GraphCursor::m_plots>,
-            F::at<AbstractPlot, &GraphCursor::m_plots>,
-            F::clear<AbstractPlot, &GraphCursor::m_plots, &GraphCursor::plotsChanged>};
+    using List = QQmlListProperty<AbstractPlot>;
+    const auto append = [](List *list, AbstractPlot *plot) {
+        cursorOf(list)->m_plots.append(plot);
+        emit cursorOf(list)->plotsChanged();
+    };
+    const auto count = [](List *list) { return cursorOf(list)->m_plots.count(); };
+    const auto at = [](List *list, int index) { return cursorOf(list)->m_plots.plot(index); };
+    const auto clear = [](List *list) {
+        cursorOf(list)->m_plots.replace({});
+        emit cursorOf(list)->plotsChanged();
+        emit cursorOf(list)->seriesChanged();
+    };
+    return {this, nullptr, append, count, at, clear};
 }
 
 /*!
@@ -99,9 +50,9 @@ QQmlListProperty<AbstractPlot> GraphCursor::plots()
 */
 QQmlListProperty<PlotData> GraphCursor::series()
 {
-    using F = ListFunctions;
-    return {this, nullptr, F::count<PlotData, &GraphCursor::m_series>,
-            F::at<PlotData, &GraphCursor::m_series>};
+    using List = QQmlListProperty<PlotData>;
+    return {this, nullptr, [](List *list) { return cursorOf(list)->seriesList().size(); },
+            [](List *list, int index) { return cursorOf(list)->seriesList().value(index).data(); }};
 }
 
 /*!
@@ -110,21 +61,26 @@ QQmlListProperty<PlotData> GraphCursor::series()
 */
 QQmlListProperty<GraphMarker> GraphCursor::markers()
 {
-    using F = ListFunctions;
-    return {this,
-            nullptr,
-            F::appendMarker,
-            F::count<GraphMarker, &GraphCursor::m_markers>,
-            F::at<GraphMarker, &GraphCursor::m_markers>,
-            F::clear<GraphMarker, &GraphCursor::m_markers, &GraphCursor::markersChanged>};
+    using List = QQmlListProperty<GraphMarker>;
+    const auto append = [](List *list, GraphMarker *marker) {
+        if (!marker)
+            return;
+        marker->setCursor(cursorOf(list));
+        cursorOf(list)->m_markers.append(marker);
+        emit cursorOf(list)->markersChanged();
+    };
+    const auto count = [](List *list) { return cursorOf(list)->m_markers.size(); };
+    const auto at = [](List *list, int index) { return cursorOf(list)->m_markers.value(index).data(); };
+    const auto clear = [](List *list) {
+        cursorOf(list)->m_markers.clear();
+        emit cursorOf(list)->markersChanged();
+    };
+    return {this, nullptr, append, count, at, clear};
 }
 
 AbstractPlot *GraphCursor::primaryPlot() const
 {
-    if (m_primaryPlot)
-        return m_primaryPlot;
-    const auto first = std::find_if(m_plots.begin(), m_plots.end(), [](AbstractPlot *plot) { return plot; });
-    return first == m_plots.end() ? nullptr : first->data();
+    return m_primaryPlot ? m_primaryPlot.data() : m_plots.first();
 }
 
 PlotData *GraphCursor::primarySeries() const
@@ -144,18 +100,14 @@ ValueAxis *GraphCursor::followedAxis() const
 */
 int GraphCursor::indexOfPlot(AbstractPlot *plot) const
 {
-    return plot ? m_plots.indexOf(plot) : -1;
+    return m_plots.indexOf(plot);
 }
 
 void GraphCursor::setPlots(const QList<AbstractPlot *> &plots)
 {
-    if (std::equal(plots.begin(), plots.end(), m_plots.begin(), m_plots.end()))
+    if (m_plots.areExactly(plots))
         return;
-    releasePlots();
-    for (AbstractPlot *plot : plots) {
-        if (plot)
-            adoptPlot(plot);
-    }
+    m_plots.replace(plots);
     if (!primaryPlot())
         setVisible(false);
     followPrimaryPlot();
@@ -167,48 +119,32 @@ void GraphCursor::setPlots(const QList<AbstractPlot *> &plots)
     emit seriesChanged();
 }
 
-void GraphCursor::releasePlots()
+/*!
+    \qmlproperty AbstractPlot GraphCursor::primaryPlot
+    The plot whose samples the cursor stands on, and whose axis it follows. Without a choice, null included, it is the
+    first of plots. If the new plot has another axis, cursor and markers keep their values and are placed on that axis.
+*/
+void GraphCursor::setPrimaryPlot(AbstractPlot *plot)
 {
-    for (AbstractPlot *plot : qAsConst(m_plots)) {
-        if (plot)
-            disconnect(plot, nullptr, this, nullptr);
-    }
-    for (PlotData *data : qAsConst(m_series)) {
-        if (data)
-            disconnect(data, nullptr, this, nullptr);
-    }
-    for (ValueAxis *axis : qAsConst(m_yAxes)) {
-        // Only this signal: a horizontal cursor follows one of these axes as its own, too.
-        if (axis)
-            disconnect(axis, SIGNAL(visibleRangeChanged()), this, SLOT(handlePlotValuesChanged()));
-    }
-    m_plots.clear();
-    m_series.clear();
-    m_yAxes.clear();
+    if (!makePrimary(plot))
+        return;
+    placeAt(places().ofValue(m_posValue));
+    placeMarkers();
 }
 
-// Data and axes may be shared by plots: they are heard once.
-void GraphCursor::adoptPlot(AbstractPlot *plot)
+// True if the cursor has to be placed on another axis.
+bool GraphCursor::makePrimary(AbstractPlot *plot)
 {
-    PlotData *data = plot->plotData();
-    m_series.append(data);
-    if (data) {
-        connect(data, SIGNAL(plotChanged()), this, SLOT(handlePlotValuesChanged()), Qt::UniqueConnection);
-        connect(data, SIGNAL(sgnActiveChanged()), this, SLOT(handlePlotActiveChanged()),
-                Qt::UniqueConnection);
+    if (m_primaryPlot == plot)
+        return false;
+    m_primaryPlot = plot;
+    emit primaryPlotChanged();
+    const int index = indexOfPlot(m_primaryPlot);
+    if (m_primaryPlotIndex != index) {
+        m_primaryPlotIndex = index;
+        emit sgnPrimaryPlotIndexChanged();
     }
-    ValueAxis *axis = plot->axisY();
-    m_yAxes.append(axis);
-    if (axis)
-        connect(axis, SIGNAL(visibleRangeChanged()), this, SLOT(handlePlotValuesChanged()),
-                Qt::UniqueConnection);
-    m_plots.append(plot);
-    connect(plot, SIGNAL(plotDataChanged(PlotData *)), this, SLOT(handlePlotDataChanged(PlotData *)),
-            Qt::UniqueConnection);
-    connect(plot, SIGNAL(axisYChanged(ValueAxis *)), this, SLOT(handleYAxesChanged(ValueAxis *)),
-            Qt::UniqueConnection);
-    connect(plot, SIGNAL(widthChanged()), this, SLOT(handlePlotSizeChanged()), Qt::UniqueConnection);
-    connect(plot, SIGNAL(heightChanged()), this, SLOT(handlePlotSizeChanged()), Qt::UniqueConnection);
+    return followPrimaryPlot();
 }
 
 // The axis that places the cursor is that of the primary plot; the axes of other plots do not move it. True if it is
@@ -216,18 +152,16 @@ void GraphCursor::adoptPlot(AbstractPlot *plot)
 bool GraphCursor::followPrimaryPlot()
 {
     AbstractPlot *plot = primaryPlot();
-    const char *axisChanged =
-        m_followsX ? SIGNAL(axisXChanged(ValueAxis *)) : SIGNAL(axisYChanged(ValueAxis *));
     if (m_followedPlot && m_followedPlot != plot) {
-        disconnect(m_followedPlot, axisChanged, this, SLOT(handleXAxisChanged(ValueAxis *)));
+        disconnect(m_followedPlot, m_direction.axisChanged, this, SLOT(handleXAxisChanged(ValueAxis *)));
         disconnect(m_followedPlot, &QObject::destroyed, this, &GraphCursor::handlePrimaryPlotDestroyed);
     }
     m_followedPlot = plot;
     if (!plot)
         return followAxis(nullptr);
-    connect(plot, axisChanged, this, SLOT(handleXAxisChanged(ValueAxis *)), Qt::UniqueConnection);
+    connect(plot, m_direction.axisChanged, this, SLOT(handleXAxisChanged(ValueAxis *)), Qt::UniqueConnection);
     connect(plot, &QObject::destroyed, this, &GraphCursor::handlePrimaryPlotDestroyed, Qt::UniqueConnection);
-    return followAxis(m_followsX ? plot->axisX() : plot->axisY());
+    return followAxis((plot->*m_direction.axis)());
 }
 
 bool GraphCursor::followAxis(ValueAxis *axis)
@@ -261,19 +195,16 @@ void GraphCursor::handleYAxesChanged(ValueAxis *axis)
     const int index = senderPlotIndex();
     if (index < 0)
         return;
-    const char *slot = SLOT(handlePlotValuesChanged());
-    replaceEntry(m_yAxes, index, axis, this, SIGNAL(visibleRangeChanged()), slot, slot);
+    m_plots.replaceAxisY(index, axis);
     handlePlotValuesChanged();
 }
 
-// Data that arrives here is not heard for its active flag, unlike the data that the plots bring with them.
 void GraphCursor::handlePlotDataChanged(PlotData *data)
 {
     const int index = senderPlotIndex();
     if (index < 0)
         return;
-    replaceEntry(m_series, index, data, this, SIGNAL(plotChanged()), SLOT(handlePlotValuesChanged()),
-                 nullptr);
+    m_plots.replaceSeries(index, data);
     handlePlotValuesChanged();
     emit seriesChanged();
 }
@@ -296,53 +227,22 @@ void GraphCursor::handlePlotActiveChanged()
     auto *data = qobject_cast<PlotData *>(sender());
     if (!data || !data->active())
         return;
-    const int index = m_series.indexOf(data);
-    if (data->containsPoint(m_posValue) && index >= 0 && index < m_plots.size())
-        setPrimaryPlot(m_plots.at(index));
+    const int index = m_plots.indexOfSeries(data);
+    if (data->containsPoint(m_posValue) && index >= 0)
+        setPrimaryPlot(m_plots.plot(index));
 }
 
-/*!
-    \qmlproperty list<real> GraphCursor::yValues
-    \readonly
-    The y value of every plot at the cursor, in the order of plots; 0 for a plot without data.
-*/
-/*!
-    \qmlproperty list<string> GraphCursor::formattedYValues
-    \readonly
-    yValues as texts in the units of the data, "---" for a plot without data.
-*/
-/*!
-    \qmlproperty list<real> GraphCursor::yPositions
-    \readonly
-    yValues in pixels of the plots, not rounded.
-*/
 void GraphCursor::handlePlotValuesChanged()
 {
-    QList<qreal> positions;
-    QList<qreal> values;
-    QStringList texts;
-    for (const AbstractPlot *plot : qAsConst(m_plots)) {
-        if (!plot)
-            continue;
-        const PlotData *data = plot->plotData();
-        if (!data || data->size() < 1) {
-            positions.append(0.0);
-            values.append(0.0);
-            texts.append(QStringLiteral("---"));
-            continue;
-        }
-        const double y = data->y(graph::nearestSample(*data, m_posValue));
-        positions.append(plot->mapToItemY(y));
-        values.append(y);
-        texts.append(data->formattedYValue(y));
-    }
-    if (m_yValues != values || m_formattedYValues != texts) {
-        m_yValues = values;
-        m_formattedYValues = texts;
+    const graph::PlotReadings readings = m_plots.readingsAt(m_posValue);
+    m_readings.present = readings.present;
+    if (m_readings.values != readings.values || m_readings.texts != readings.texts) {
+        m_readings.values = readings.values;
+        m_readings.texts = readings.texts;
         emit yValuesChanged();
     }
-    if (m_yPositions != positions) {
-        m_yPositions = positions;
+    if (m_readings.positions != readings.positions) {
+        m_readings.positions = readings.positions;
         emit yPositionsChanged();
     }
     emit plotValuesChanged();
@@ -351,13 +251,6 @@ void GraphCursor::handlePlotValuesChanged()
         if (marker)
             marker->placeIfAwaited();
     }
-}
-
-bool GraphCursor::hasReading(int index) const
-{
-    const AbstractPlot *plot = m_plots.value(index);
-    const PlotData *data = plot ? plot->plotData() : nullptr;
-    return data && data->size() > 0 && !std::isnan(m_yPositions.value(index));
 }
 
 /*!
@@ -428,4 +321,59 @@ void GraphCursor::itemChange(ItemChange change, const ItemChangeData &data)
 void GraphCursor::adoptZoomRectOf(QQuickItem *parent)
 {
     setZoomRect(parent->property("zoomRect").value<ZoomRect *>());
+}
+
+void GraphCursor::setPeak()
+{
+    const PlotData *data = primarySeries();
+    if (data && data->size() > 0)
+        setPosIndex(graph::highestSample(*data));
+}
+
+void GraphCursor::setPeakLeft()
+{
+    setPeakBeside(PeakLeft);
+}
+
+void GraphCursor::setPeakRight()
+{
+    setPeakBeside(PeakRight);
+}
+
+void GraphCursor::setPeakBeside(PeakType type)
+{
+    if (const int index = findPeak(type); index != -1)
+        setPosIndex(index);
+}
+
+int GraphCursor::findPeak(PeakType type) const
+{
+    const AbstractPlot *plot = primaryPlot();
+    const PlotData *data = primarySeries();
+    const ValueAxis *yAxis = plot ? plot->axisY() : nullptr;
+    if (!m_axis || !data || !yAxis || (type != PeakLeft && type != PeakRight))
+        return -1;
+    return graph::visiblePeak(type == PeakRight, *data, *m_axis, *yAxis, m_posIndex);
+}
+
+int GraphCursor::getNextPeak(bool right, const QVector<double> &y, int first, int last, double min,
+                             double max) const
+{
+    return graph::nextPeak(right, y, first, last, m_posIndex, min, max);
+}
+
+double GraphCursor::computePeakTolerance(const QVector<double> &y, int first, int last, double min,
+                                         double max) const
+{
+    return graph::peakTolerance(y, first, last, min, max);
+}
+
+bool GraphCursor::getMinMaxY(const QVector<double> &y, int first, int last, double &min, double &max) const
+{
+    return graph::findSpan(y, first, last, min, max);
+}
+
+int GraphCursor::getPositionIndex(double value, int count, double min, double max)
+{
+    return graph::evenlySpacedIndex(value, count, min, max);
 }

@@ -1,5 +1,7 @@
 #include "cursors/GraphCursorY.h"
 
+#include "cursors/CursorDirection.h"
+
 /*!
     \qmltype GraphCursorY
     \inqmlmodule graph_plugin
@@ -10,7 +12,6 @@
     items use the attached properties of GraphCursor.
 */
 GraphCursorY::GraphCursorY(QQuickItem *parent)
-    : GraphCursor(parent)
+    : GraphCursor(graph::CursorDirection::alongY, parent)
 {
-    m_followsX = false;
 }

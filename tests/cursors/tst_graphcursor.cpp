@@ -65,13 +65,14 @@ private slots:
         QTest::addColumn<QByteArray>("setter");
         QTest::addColumn<double>("value");
         QTest::addColumn<int>("index");
-        QTest::newRow("value half way") << QByteArray("setPosValue") << 33.5 << 34;
-        QTest::newRow("index") << QByteArray("setPosIndex") << 33.9 << 33;
+        QTest::addColumn<int>("level");
+        QTest::newRow("value half way") << QByteArray("setPosValue") << 33.5 << 34 << 33;
+        QTest::newRow("index") << QByteArray("setPosIndex") << 33.9 << 33 << 33;
         // The fraction counts the width of the item, the samples its last column.
-        QTest::newRow("fraction") << QByteArray("setPosition") << 0.5 << 51;
-        QTest::newRow("no number") << QByteArray("setPosValue") << qQNaN() << 10;
-        QTest::newRow("beyond the last sample") << QByteArray("setPosValue") << qInf() << 100;
-        QTest::newRow("before the first sample") << QByteArray("setPosIndex") << -1e300 << 0;
+        QTest::newRow("fraction") << QByteArray("setPosition") << 0.5 << 51 << 24;
+        QTest::newRow("no number") << QByteArray("setPosValue") << qQNaN() << 10 << 10;
+        QTest::newRow("beyond the last sample") << QByteArray("setPosValue") << qInf() << 100 << 50;
+        QTest::newRow("before the first sample") << QByteArray("setPosIndex") << -1e300 << 0 << 0;
     }
 
     void snaps()
@@ -79,15 +80,19 @@ private slots:
         QFETCH(QByteArray, setter);
         QFETCH(double, value);
         QFETCH(int, index);
-        CursorBench bench;
-        QVERIFY(QMetaObject::invokeMethod(bench.cursor, setter, Q_ARG(double, value)));
-        QCOMPARE(bench.cursor->posIndex(), -1);
-        bench.place(10);
-        QVERIFY(QMetaObject::invokeMethod(bench.cursor, setter, Q_ARG(double, value)));
-        QCOMPARE(bench.cursor->posIndex(), index);
-        QCOMPARE(bench.cursor->posValue(), double(index));
-        QCOMPARE(bench.cursor->position(), index / 100.0);
-        QCOMPARE(bench.cursor->posOnScreen(), index);
+        QFETCH(int, level);
+        for (bool horizontal : {false, true}) {
+            CursorBench bench(horizontal ? new GraphCursorY : new GraphCursor);
+            const int place = horizontal ? level : index;
+            QVERIFY(QMetaObject::invokeMethod(bench.cursor, setter, Q_ARG(double, value)));
+            QCOMPARE(bench.cursor->posIndex(), -1);
+            bench.place(10);
+            QVERIFY(QMetaObject::invokeMethod(bench.cursor, setter, Q_ARG(double, value)));
+            QCOMPARE(bench.cursor->posIndex(), place);
+            QCOMPARE(bench.cursor->posValue(), double(place));
+            QCOMPARE(bench.cursor->position(), place / (horizontal ? 50.0 : 100.0));
+            QCOMPARE(bench.cursor->posOnScreen(), horizontal ? 50 - place : place);
+        }
     }
 
     void staysOnScreen()

@@ -99,35 +99,43 @@ private slots:
         constant.setYData(QVector<double>(101, 3.0));
         bench.addPlot(nullptr);
         bench.addPlot(&constant);
+        // Each difference in the unit of its own axis, and each series' in its own.
+        bench.data->setXUnits("%");
+        bench.data->setYUnits("dB");
+        constant.setYUnits("degC");
         GraphMarker *marker = bench.addMarker();
         bench.place(60);
         marker->setVisible(true);
         marker->setPosIndex(50);
         for (int index : {60, 40}) {
             bench.cursor->setPosIndex(index);
-            QCOMPARE(marker->formattedDeltaX(), QString("\u0394 10"));
-            QCOMPARE(marker->formattedDeltaY(), QString("\u0394 5"));
-            QCOMPARE(marker->formattedDeltasY(), (QStringList{"\u0394 5", "\u0394 ---", "\u0394 0"}));
+            QCOMPARE(marker->formattedDeltaX(), QString("\u0394 10 %"));
+            QCOMPARE(marker->formattedDeltaY(), QString("\u0394 5 dB"));
+            QCOMPARE(marker->formattedDeltasY(), (QStringList{"\u0394 5 dB", "\u0394 ---", "\u0394 0 \u00b0C"}));
         }
+        QCOMPARE(marker->formattedPosValue(), QString("50 %"));
+        QCOMPARE(marker->formattedYValue(), QString("25 dB"));
         QCOMPARE(marker->yPosOnScreen(), 25);
         // New data under a resting cursor counts as well.
         bench.data->setYData(QVector<double>(101, 4.0));
-        QTRY_COMPARE(marker->formattedDeltaY(), QString("\u0394 0"));
-        QCOMPARE(marker->formattedYValue(), QString("4"));
+        QTRY_COMPARE(marker->formattedDeltaY(), QString("\u0394 0 dB"));
+        QCOMPARE(marker->formattedYValue(), QString("4 dB"));
     }
 
     void followsZoomAndAxis()
     {
         CursorBench bench;
-        GraphMarker *marker = bench.addMarker();
+        const QVector<GraphMarker *> markers{bench.addMarker(), bench.addMarker()};
         bench.place(10);
-        marker->setPosIndex(50);
+        for (GraphMarker *marker : markers)
+            marker->setPosIndex(50);
         bench.zoom->setWidth(0.25);
-        QCOMPARE(marker->posOnScreen(), 200);
+        for (GraphMarker *marker : markers)
+            QCOMPARE(marker->posOnScreen(), 200);
         bench.zoom->setWidth(1.0);
         bench.x->setMaxValue(200.0);
-        QCOMPARE(marker->posOnScreen(), 25);
-        QCOMPARE(marker->posIndex(), 50);
+        for (GraphMarker *marker : markers)
+            QVERIFY(marker->posOnScreen() == 25 && marker->posIndex() == 50);
     }
 
     void repaintsAnotherDelta()
