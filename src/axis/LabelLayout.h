@@ -5,8 +5,8 @@
 
 namespace graph {
 
-// One label along its axis, in pixels from the begin of the axis: its tick, its length there, its row, and whether it
-// names an end of the axis' full range.
+// One label along its axis, in pixels from the begin of the axis: its tick, its length there, its row, and
+// whether it names an end of the axis' full range.
 struct LabelSpan
 {
     int index = 0;

@@ -1,9 +1,6 @@
 #pragma once
 
-#include <QList>
-
 class QQuickItem;
-class ValueAxis;
 class XYScale;
 
 // Axes refer to the planes they are drawn on without knowing their class, which is built on top of the axes;
@@ -15,8 +12,5 @@ QQuickItem *planeItem(XYScale *plane);
 
 // The way back; null for null and for an item that is no plane any more.
 XYScale *itemPlane(QQuickItem *item);
-
-// The axes drawn on the plane, so that labels inside the plot area keep clear of each other; empty for null.
-QList<ValueAxis *> planeAxes(XYScale *plane);
 
 } // namespace graph

@@ -1,14 +1,14 @@
 #pragma once
 
-#include "axis/AxisTexts.h"
+#include "axis/AxisLook.h"
+#include "axis/AxisRange.h"
+#include "axis/AxisTicks.h"
+#include "axis/LabelTexts.h"
 #include "platform/ui/BaseFormatter.h"
 #include "view/zoom/ZoomRect.h"
 
-#include <QColor>
-#include <QFont>
 #include <QList>
 #include <QObject>
-#include <QPen>
 #include <QPointer>
 #include <QQuickItem>
 #include <QStringList>
@@ -16,6 +16,10 @@
 
 class QPainter;
 class XYScale;
+
+namespace graph {
+struct TickSet;
+}
 
 // One value axis: its full and its visible range, its ticks and their texts, and how a plane draws them. With
 // a zoom rectangle the visible range follows the rectangle's edges, and writes to it go there.
@@ -77,41 +81,40 @@ public:
     virtual QStringList tickLabels() const { return m_tickLabels; }
     virtual QString formattedValue(double value) const;
 
-    Qt::Alignment alignment() const { return m_alignment; }
-    Qt::Orientation orientation() const { return m_orientation; }
-    double minValue() const { return m_minValue; }
-    double maxValue() const { return m_maxValue; }
-    double valueRange() const { return m_maxValue - m_minValue; }
-    double minVisible() const { return m_minVisible; }
-    double maxVisible() const { return m_maxVisible; }
-    double visibleRange() const { return m_visibleRange; }
-    QColor lineColor() const { return m_linePen.color(); }
-    Qt::PenJoinStyle lineJoinStyle() const { return m_linePen.joinStyle(); }
+    Qt::Alignment alignment() const { return m_look.alignment; }
+    Qt::Orientation orientation() const { return m_look.orientation; }
+    double minValue() const { return m_range.minValue(); }
+    double maxValue() const { return m_range.maxValue(); }
+    double valueRange() const { return m_range.extent(); }
+    double minVisible() const { return m_range.minVisible(); }
+    double maxVisible() const { return m_range.maxVisible(); }
+    double visibleRange() const { return m_range.span(); }
+    QColor lineColor() const { return m_look.linePen.color(); }
+    Qt::PenJoinStyle lineJoinStyle() const { return m_look.linePen.joinStyle(); }
     QVector<qreal> lineDashPattern() const;
-    int lineWidth() const { return m_linePen.width(); }
-    Qt::PenStyle lineStyle() const { return m_linePen.style(); }
-    QColor labelColor() const { return m_labelColor; }
-    QColor verticalUnitLabelColor() const { return m_verticalUnitLabelColor; }
-    QFont labelFont() const { return m_labelFont; }
-    int margin() const { return m_margin; }
-    bool staggered() const { return m_staggered; }
+    int lineWidth() const { return m_look.linePen.width(); }
+    Qt::PenStyle lineStyle() const { return m_look.linePen.style(); }
+    QColor labelColor() const { return m_look.labelColor; }
+    QColor verticalUnitLabelColor() const { return m_look.verticalUnitColor; }
+    QFont labelFont() const { return m_look.labelFont; }
+    int margin() const { return m_look.margin; }
+    bool staggered() const { return m_look.staggered; }
     bool visible() const { return m_visible; }
-    bool scalable() const { return m_scalable; }
+    bool scalable() const { return m_range.isScalable(); }
     AxisStyle axisStyle() const { return m_axisStyle; }
-    TickInterval tickInterval() const { return m_tickInterval; }
-    int numTicks() const { return m_numTicks; }
-    double dynamicTicksRatio() const { return m_dynamicTicksRatio; }
+    TickInterval tickInterval() const { return static_cast<TickInterval>(m_ticks.kind()); }
+    int numTicks() const { return m_ticks.number(); }
+    double dynamicTicksRatio() const { return m_ticks.dynamicRatio(); }
     double baseline() const { return m_baseline; }
-    QList<qreal> ticks() const { return m_ticks; }
+    QList<qreal> ticks() const { return m_ticks.positions(); }
     BaseFormatter *formatter() const { return m_formatter; }
-    double customInterval() const { return m_customInterval; }
+    double customInterval() const { return m_ticks.customInterval(); }
     AxisRangeOrder rangeOrder() const { return m_rangeOrder; }
     XYScale *labelsPlane() const;
     XYScale *linesPlane() const;
-    QPen gridPen() const { return m_linePen; }
     QColor linePen() const { return lineColor(); }
     QColor labelPen() const { return labelColor(); }
-    QString unit() const { return m_unit; }
+    QString unit() const { return m_look.unit; }
     int requiredMargin() const;
     ZoomRect *zoomRect() const { return m_zoomRect; }
 
@@ -131,15 +134,20 @@ public:
     static int computeTickCount(double length, double labelSize, double ratio);
     int estimateAverageLabelWidth() const;
     int getLabelHeight() const;
-    bool getTicksDirty() const { return m_ticksDirty; }
-    void setTicksDirty(bool dirty) { m_ticksDirty = dirty; }
+    bool getTicksDirty() const { return m_ticks.isDirty(); }
+    void setTicksDirty(bool dirty) { m_ticks.setDirty(dirty); }
 
     // Announces requiredMargin where it has changed, for example with the digits of the formatter.
     void updateRequiredMargin();
 
-    // Draw into the plot rectangle of a plane, labels also into the margins around it.
+    // How the axis is drawn, for planes and for the other axes there.
+    graph::AxisLook look() const;
+
+    // Draw into the plot rectangle of a plane, labels also into the margins around it: with what the plane
+    // tells of the surroundings, or on the labels plane alone.
     void paintLines(QPainter *painter, const QRectF &rect);
     void paintLabels(QPainter *painter, const QRectF &rect);
+    void paintLabels(QPainter *painter, const QRectF &rect, const graph::LabelSurroundings &surroundings);
 
 public slots:
     void setAlignment(Qt::Alignment alignment);
@@ -202,7 +210,7 @@ signals:
     void rangeOrderChanged();
     void unitChanged();
     void requiredMarginChanged();
-    // The axis has to be drawn anew; at most once per pass of the event loop.
+    // The axis looks different; at most once per pass of the event loop.
     void axisChanged();
 
 protected:
@@ -211,47 +219,24 @@ protected:
 private:
     void pushVisibleRange();
     void followDigits(QObject *owner);
+    graph::TickSet tickSet(const QRectF &rect);
+    QList<qreal> namedValues() const;
 
-    Qt::Alignment m_alignment = Qt::AlignBottom;
-    Qt::Orientation m_orientation = Qt::Horizontal;
-    double m_minValue = 0.0;
-    double m_maxValue = 1.0;
-    double m_minVisible = 0.0;
-    double m_maxVisible = 1.0;
-    QPen m_linePen;
-    QVector<qreal> m_dashPattern;
-    QColor m_labelColor = Qt::black;
-    QColor m_verticalUnitLabelColor;
-    QFont m_labelFont;
-    int m_margin = 0;
-    bool m_staggered = false;
+    graph::AxisRange m_range;
+    graph::AxisTicks m_ticks;
+    graph::AxisLook m_look;
     bool m_visible = true;
-    bool m_scalable = true;
     AxisStyle m_axisStyle = TicksAndLabels;
-    TickInterval m_tickInterval = ScaledDecimal;
-    double m_customInterval = 0.0;
     AxisRangeOrder m_rangeOrder = Increasing;
-    int m_numTicks = 5;
-    int m_lastTickCount = 0;
-    double m_dynamicTicksRatio = 0.5;
     double m_baseline = 0.0;
-    QList<qreal> m_ticks{1.0, 1.5, 2.0, 2.5, 5.0, 10.0};
     QStringList m_tickLabels;
     QPointer<BaseFormatter> m_formatter;
     QPointer<QObject> m_digitsOwner;
     QPointer<QQuickItem> m_labelsPlane;
     QPointer<QQuickItem> m_linesPlane;
-    double m_visibleRange = 0.0;
-    bool m_ticksDirty = true;
-    bool m_rectChangePending = false;
-    QList<qreal> m_cachedTicks;
     QPointer<ZoomRect> m_zoomRect;
-    double m_lowerBound = 0.0;
-    double m_upperBound = 1.0;
-    double m_pendingMinValue = 0.0;
-    double m_pendingMaxValue = 1.0;
+    bool m_rectChangePending = false;
     int m_axisChangedTimer = 0;
-    QString m_unit;
-    int m_notifiedMargin = -1;
-    graph::AxisTexts m_texts;
+    int m_announcedMargin = -1;
+    graph::LabelTexts m_texts;
 };

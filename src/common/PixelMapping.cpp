@@ -18,9 +18,10 @@ PixelMapping PixelMapping::fromScales(const QRectF &visible, float scaleX, float
 {
     const QSizeF extent(visible.width() * scaleX, visible.height() * scaleY);
     const double epsilon = std::numeric_limits<float>::epsilon();
-    return PixelMapping(PixelScale(Scale(visible.x(), visible.width(), extent.width()), epsilon),
-                        PixelScale(Scale(visible.y() + visible.height(), -visible.height(), extent.height()), epsilon),
-                        extent + QSizeF(1.0, 1.0));
+    return PixelMapping(
+        PixelScale(Scale(visible.x(), visible.width(), extent.width()), epsilon),
+        PixelScale(Scale(visible.y() + visible.height(), -visible.height(), extent.height()), epsilon),
+        extent + QSizeF(1.0, 1.0));
 }
 
 bool PixelMapping::isDrawable() const

@@ -6,18 +6,18 @@
 
 namespace graph {
 
-// The one mapping between data values and the pixels of an item. The visible minimum falls on pixel 0, the visible
-// maximum on the last pixel; y grows downwards in the item and upwards in the data. All formulas are plain IEEE
-// arithmetic: a zero range or a size of 1 gives infinities or NaN, which isDrawable() reports.
+// The one mapping between data values and the pixels of an item. The visible minimum falls on pixel 0, the
+// visible maximum on the last pixel; y grows downwards in the item and upwards in the data. All formulas are
+// plain IEEE arithmetic: a zero range or a size of 1 gives infinities or NaN, which isDrawable() reports.
 class PixelMapping
 {
 public:
-    // minX, maxY: the visible data values at the top left pixel; rangeX, rangeY: the visible spans, in data units;
-    // size: of the item, in pixels.
+    // minX, maxY: the visible data values at the top left pixel; rangeX, rangeY: the visible spans, in data
+    // units; size: of the item, in pixels.
     PixelMapping(double minX, double maxY, double rangeX, double rangeY, const QSizeF &size);
 
-    // The mapping of an item that shows `visible`, in data units, at so many pixels per unit; for callers that know
-    // these in single precision.
+    // The mapping of an item that shows `visible`, in data units, at so many pixels per unit; for callers
+    // that know these in single precision.
     static PixelMapping fromScales(const QRectF &visible, float scaleX, float scaleY);
 
     // False when nothing can be drawn: an item of at most one pixel, or a scale that is 0 or not finite.

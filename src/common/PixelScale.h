@@ -7,9 +7,9 @@
 
 namespace graph {
 
-// The values of one axis on the pixels of an item, in one direction. A place that misses a whole pixel only by rounding
-// is that whole pixel, so that a tick, a sample and a cursor at one value share a pixel whichever sum or product the
-// value came from.
+// The values of one axis on the pixels of an item, in one direction. A place that misses a whole pixel only
+// by rounding is that whole pixel, so that a tick, a sample and a cursor at one value share a pixel whichever
+// sum or product the value came from.
 class PixelScale
 {
 public:
@@ -26,8 +26,8 @@ public:
     {
     }
 
-    // Item coordinates, not rounded apart from that. Rises, or falls, with the value throughout: the distance that
-    // counts as rounding is the same everywhere, so that columns can be searched.
+    // Item coordinates, not rounded apart from that. Rises, or falls, with the value throughout: the distance
+    // that counts as rounding is the same everywhere, so that columns can be searched.
     double coordinate(double value) const { return wholePixelNear(m_scale.place(value)); }
     double value(double coordinate) const { return m_scale.value(coordinate); }
 
@@ -52,8 +52,9 @@ private:
 
     double wholePixelNear(double coordinate) const
     {
-        // Adding this leaves no bits for a fraction: it rounds to the nearest whole number without a branch or a call.
-        // Larger coordinates than that leaves exact have no fraction either, or are far outside every item.
+        // Adding this leaves no bits for a fraction: it rounds to the nearest whole number without a branch
+        // or a call. Larger coordinates than that leaves exact have no fraction either, or are far outside
+        // every item.
         constexpr double wholeNumbers = 6755399441055744.0; // 1.5 * 2^52
         const double whole = (coordinate + wholeNumbers) - wholeNumbers;
         return std::abs(coordinate - whole) <= m_rounding ? whole : coordinate;

@@ -1,4 +1,5 @@
 #include "axis/LabelLayout.h"
+#include "axis/LabelTexts.h"
 
 #include <QtTest>
 
@@ -18,6 +19,7 @@ private slots:
     void gapsCountPerRow();
     void movedLabelsGiveWay();
     void takenRoomStaysFree();
+    void textsAreKept();
 };
 
 void tst_labellayout::strides_data()
@@ -72,7 +74,8 @@ void tst_labellayout::movedLabelsGiveWay()
     room.gap = 4;
     // Both ends are moved inside; only the right one is where the axis ends for good.
     const auto placed = placedLabels(
-        {{0, 0.0, 20, 0}, {1, 22.0, 16, 0}, {2, 50.0, 16, 0}, {3, 78.0, 16, 0}, {4, 99.0, 20, 0, true}}, room);
+        {{0, 0.0, 20, 0}, {1, 22.0, 16, 0}, {2, 50.0, 16, 0}, {3, 78.0, 16, 0}, {4, 99.0, 20, 0, true}},
+        room);
     QCOMPARE(placed.size(), 3);
     QCOMPARE(placed.at(0).start, 14);
     QCOMPARE(placed.at(1).start, 42);
@@ -98,6 +101,30 @@ void tst_labellayout::takenRoomStaysFree()
     QCOMPARE(placed.size(), 2);
     QCOMPARE(placed.at(0).index, 0);
     QCOMPARE(placed.at(1).index, 2);
+}
+
+void tst_labellayout::textsAreKept()
+{
+    int asked = 0;
+    QString prefix = "a";
+    const LabelTexts::Format format = [&](double tick) { return ++asked, prefix + QString::number(tick); };
+    const QFontMetrics metrics{QFont()};
+    LabelTexts texts;
+    texts.setTicks({1.0, 2.0});
+    QCOMPARE(texts.text(1.0, format, metrics).text, QString("a1"));
+    QCOMPARE(texts.text(1.0, format, metrics).width, metrics.horizontalAdvance("a1"));
+    QCOMPARE(texts.text(2.0, format, metrics).text, QString("a2"));
+    QCOMPARE(asked, 2);
+    texts.setTicks({1.0, 2.0});
+    QCOMPARE(texts.size(), 2);
+    QVERIFY(texts.areStill(format));
+    QCOMPARE(texts.size(), 2);
+    prefix = "b";
+    QVERIFY(!texts.areStill(format));
+    QCOMPARE(texts.size(), 0);
+    QCOMPARE(texts.text(2.0, format, metrics).text, QString("b2"));
+    texts.setTicks({1.0, 3.0});
+    QCOMPARE(texts.size(), 0);
 }
 
 QTEST_MAIN(tst_labellayout)

@@ -77,7 +77,8 @@ struct Chart
     Chart()
     {
         y.setAlignment(Qt::AlignLeft);
-        for (AbstractPlot *item : {static_cast<AbstractPlot *>(&plot), static_cast<AbstractPlot *>(&container)}) {
+        for (AbstractPlot *item :
+             {static_cast<AbstractPlot *>(&plot), static_cast<AbstractPlot *>(&container)}) {
             item->setRenderTarget(QQuickPaintedItem::Image);
             item->setAxisX(&x);
             item->setAxisY(&y);
@@ -126,8 +127,8 @@ struct Ticks
     Ticks(ValueAxis &axis, const QSize &size)
     {
         const bool horizontal = axis.orientation() == Qt::Horizontal;
-        const auto lines =
-            LineRecorder::linesOf([&](QPainter *painter) { axis.paintLines(painter, QRectF(QPointF(), size)); });
+        const auto lines = LineRecorder::linesOf(
+            [&](QPainter *painter) { axis.paintLines(painter, QRectF(QPointF(), size)); });
         for (const QLineF &line : lines)
             places.append(int(horizontal ? line.x1() : line.y1()));
         for (const double tick : axis.ticks(axis.numTicks())) {
@@ -200,7 +201,8 @@ void tst_samepixel::everythingAtOneValue()
             const bool inside = x >= chart.x.minVisible() && x <= chart.x.maxVisible() &&
                                 y >= chart.y.minVisible() && y <= chart.y.maxVisible();
             QCOMPARE(chart.crossAt(x, y), inside ? pixel : QPoint(-1, -1));
-            QCOMPARE(QPoint(int(chart.plot.mapToItemX(x)), int(chart.plot.mapToItem(QPointF(x, y)).y())), pixel);
+            QCOMPARE(QPoint(int(chart.plot.mapToItemX(x)), int(chart.plot.mapToItem(QPointF(x, y)).y())),
+                     pixel);
             chart.cursor.setPosIndex(i);
             QCOMPARE(chart.cursor.posOnScreen(), pixel.x());
             chart.marker.setPosIndex(i);

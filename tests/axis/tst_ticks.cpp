@@ -209,7 +209,8 @@ void tst_ticks::countsOfPixels()
     const QFontMetrics metrics(axis.labelFont());
     const int label = vertical ? metrics.height() : 5 * metrics.boundingRect('0').width();
     QVERIFY(metrics.height() != 5 * metrics.boundingRect('0').width());
-    QTEST(vertical ? axis.computeTickCountV(labels * label) : axis.computeTickCountH(labels * label), "count");
+    QTEST(vertical ? axis.computeTickCountV(labels * label) : axis.computeTickCountH(labels * label),
+          "count");
 }
 
 void tst_ticks::cacheFollowsTheCount()

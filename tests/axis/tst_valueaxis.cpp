@@ -111,6 +111,10 @@ private slots:
     void labelsAndUnit();
     void labelsKeepTheirPlaceWhilePanning();
     void labelsStayWholeAndApart();
+    void neighbours_data();
+    void neighbours();
+    void unitPlaces_data();
+    void unitPlaces();
     void requiredMarginIgnoresTheZoom();
 };
 
@@ -210,7 +214,8 @@ void tst_valueaxis::spanSurvivesItsRange_data()
     QTest::addColumn<double>("shown");
     for (const bool maxFirst : {false, true}) {
         const QByteArray order = maxFirst ? "max first: " : "min first: ";
-        const auto row = [&](const char *name, double lowest, double minValue, double maxValue, double shown) {
+        const auto row = [&](const char *name, double lowest, double minValue, double maxValue,
+                             double shown) {
             QTest::newRow(order + name) << maxFirst << lowest << minValue << maxValue << shown;
         };
         row("smaller", 30.0, 0.0, 50.0, 30.0);
@@ -246,7 +251,8 @@ void tst_valueaxis::spanSurvivesItsRange()
         axis.setMinValue(minValue);
         axis.setMaxValue(maxValue);
         QVERIFY2(std::abs(axis.minVisible() - shown) < 1e-9, qPrintable(QString::number(axis.minVisible())));
-        QVERIFY2(std::abs(axis.maxVisible() - shown - 10.0) < 1e-9, qPrintable(QString::number(axis.maxVisible())));
+        QVERIFY2(std::abs(axis.maxVisible() - shown - 10.0) < 1e-9,
+                 qPrintable(QString::number(axis.maxVisible())));
     }
 }
 
@@ -487,7 +493,10 @@ void tst_valueaxis::sides()
     const bool horizontal = axis.orientation() == Qt::Horizontal;
     for (const Text &text : texts) {
         const QRectF box = text.rect;
-        QCOMPARE(edge == "top" ? box.top() : edge == "bottom" ? box.bottom() : edge == "left" ? box.left() : box.right(),
+        QCOMPARE(edge == "top"      ? box.top()
+                 : edge == "bottom" ? box.bottom()
+                 : edge == "left"   ? box.left()
+                                    : box.right(),
                  place);
         const bool atAnEnd = text.text == "0" || text.text == "8";
         const double fraction = text.text.toDouble() / 8.0;
@@ -617,7 +626,138 @@ void tst_valueaxis::labelsStayWholeAndApart()
             for (int k = 0; k < i; ++k)
                 QVERIFY2(!texts.at(k).rect.intersects(kept), qPrintable(words(texts).join(' ')));
         }
+        // The unit is there once, wherever it has room, and costs no number.
+        const QStringList withUnit = words(texts);
+        const int units = withUnit.filter("unit").size();
+        const bool isRoomy =
+            rect.width() > 300 && rect.height() > 200 && font.pixelSize() < 14 && !texts.isEmpty();
+        QVERIFY2(units <= 1 && (units == 1 || axis.unit().isEmpty() || !isRoomy),
+                 qPrintable(withUnit.join('|')));
+        axis.setUnit("");
+        axis.emitAxisChanged();
+        QStringList numbers = words(paintedTexts(axis, rect));
+        for (QString text : withUnit) {
+            text.remove(" unit");
+            QVERIFY2(text == "unit" || numbers.removeOne(text), qPrintable(text));
+        }
+        QVERIFY2(numbers.isEmpty(), qPrintable(withUnit.join('|') + " lacks " + numbers.join('|')));
     }
+}
+
+void tst_valueaxis::neighbours_data()
+{
+    QTest::addColumn<int>("alignment");
+    QTest::addColumn<int>("other");
+    QTest::addColumn<int>("margin");
+    QTest::addColumn<int>("edge"); // of the labels that keeps away: 0 left, 1 top, 2 right, 3 bottom
+    QTest::addColumn<double>("nearest");
+    const auto row = [](const char *name, int alignment, int other, int margin, int edge, double nearest) {
+        QTest::newRow(name) << alignment << other << margin << edge << nearest;
+    };
+    const QFontMetrics metrics(ValueAxis().labelFont());
+    const double inset = metrics.height() + 2.0;
+    const double free = metrics.descent() + metrics.ascent() - metrics.capHeight();
+    row("below, numbers at the left", Qt::AlignBottom, Qt::AlignLeft, 50, 0, 46.0);
+    row("above, numbers at the right", Qt::AlignTop, Qt::AlignRight, 50, 2, 354.0);
+    row("left, numbers below", Qt::AlignLeft, Qt::AlignBottom, 50, 3, 250.0 + free);
+    row("right, numbers above", Qt::AlignRight, Qt::AlignTop, 50, 1, 50.0 - free);
+    row("inside left, numbers at the bottom", Qt::AlignLeft, Qt::AlignBottom, 0, 3, 250.0 - inset);
+    row("inside right, numbers at the top", Qt::AlignRight, Qt::AlignTop, 0, 1, 50.0 + inset);
+}
+
+void tst_valueaxis::neighbours()
+{
+    QFETCH(int, alignment);
+    QFETCH(int, other);
+    QFETCH(int, margin);
+    QFETCH(int, edge);
+    QFETCH(double, nearest);
+    ValueAxis axis;
+    ValueAxis neighbour;
+    for (ValueAxis *each : {&axis, &neighbour}) {
+        each->setAlignment(Qt::Alignment(each == &axis ? alignment : other));
+        each->setMargin(margin);
+    }
+    axis.setMinValue(-1000000.0);
+    axis.setMaxValue(1000000.0);
+    axis.setCustomInterval(1000000.0);
+    const auto outmost = [&] {
+        const graph::LabelSurroundings surroundings{QRectF(0, 0, 400, 300), {axis.look(), neighbour.look()}};
+        TextRecorder recorder;
+        QPainter painter(&recorder);
+        axis.paintLabels(&painter, QRectF(50, 50, 300, 200), surroundings);
+        painter.end();
+        QRectF all;
+        for (const Text &text : qAsConst(recorder.texts))
+            all |= text.rect;
+        const double edges[] = {all.left(), all.top(), all.right(), all.bottom()};
+        return edges[edge];
+    };
+    const bool towardsEnd = edge >= 2;
+    // Inside, a number whose line is in the way of others goes altogether.
+    QVERIFY(margin > 0 ? outmost() == nearest : towardsEnd ? outmost() < nearest : outmost() > nearest);
+    // Numbers that are not there need no room.
+    neighbour.setAxisStyle(ValueAxis::TicksOnly);
+    QVERIFY(towardsEnd ? outmost() > nearest : outmost() < nearest);
+    neighbour.setAxisStyle(ValueAxis::LabelsOnly);
+    neighbour.setVisible(false);
+    QVERIFY(towardsEnd ? outmost() > nearest : outmost() < nearest);
+}
+
+void tst_valueaxis::unitPlaces_data()
+{
+    QTest::addColumn<int>("alignment");
+    QTest::addColumn<int>("margin");
+    QTest::addColumn<bool>("staggered");
+    QTest::addColumn<QRectF>("plot"); // on a plane of 300 x 230 pixels
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<double>("left"); // or the right edge; relative to the plot
+    QTest::addColumn<double>("top");
+    const auto row = [](const char *name, int alignment, int margin, bool staggered, const QRectF &plot,
+                        const char *text, double left, double top) {
+        QTest::newRow(name) << alignment << margin << staggered << plot << QString(text) << left << top;
+    };
+    const QRectF whole(0, 0, 300, 230);
+    row("row below", Qt::AlignBottom, 50, false, QRectF(50, 0, 250, 180), "dBm", 250, 201);
+    row("staggered, beside the end", Qt::AlignBottom, 50, true, QRectF(50, 40, 190, 150), "dBm", 250, 171);
+    row("staggered, joined", Qt::AlignBottom, 50, true, QRectF(50, 0, 250, 180), "0 dBm", 250, 182);
+    row("inside, joined", Qt::AlignTop, 0, false, whole, "0 dBm", 300, 2);
+    row("above", Qt::AlignLeft, 50, false, QRectF(50, 40, 200, 150), "dBm", -4, -32);
+    row("no room above", Qt::AlignLeft, 40, false, QRectF(40, 0, 260, 190), "dBm", 2, 2);
+    row("no room above, at the right", Qt::AlignRight, 40, false, QRectF(0, 0, 260, 190), "dBm", 258, 2);
+    row("no room above, wide margin", Qt::AlignRight, 90, false, QRectF(0, 0, 210, 190), "0 dBm", 214, 0);
+    row("inside, vertical", Qt::AlignLeft, 0, false, whole, "0 dBm", 2, 0);
+}
+
+void tst_valueaxis::unitPlaces()
+{
+    QFETCH(int, alignment);
+    QFETCH(int, margin);
+    QFETCH(bool, staggered);
+    QFETCH(QRectF, plot);
+    QFETCH(double, left);
+    QFETCH(double, top);
+    XYScale plane;
+    plane.setSize({300, 230});
+    ValueAxis axis;
+    axis.setLabelsPlane(&plane);
+    axis.setAlignment(Qt::Alignment(alignment));
+    axis.setMargin(margin);
+    axis.setStaggered(staggered);
+    axis.setMinValue(-100.0);
+    axis.setMaxValue(0.0);
+    axis.setCustomInterval(50.0);
+    axis.setUnit("dBm");
+    const Text unit = paintedTexts(axis, plot).first();
+    QTEST(unit.text, "text");
+    const QRectF box = unit.rect.translated(-plot.topLeft());
+    QVERIFY(box.left() == left || box.right() == left);
+    QCOMPARE(box.top(), top);
+    // In a colour of its own it is a text of its own, at the same place.
+    axis.setVerticalUnitLabelColor(Qt::red);
+    const QVector<Text> apart = paintedTexts(axis, plot);
+    QCOMPARE(words(apart).contains("dBm"), axis.orientation() == Qt::Vertical || unit.text == "dBm");
+    QCOMPARE(apart.first().rect.left(), unit.rect.left());
 }
 
 void tst_valueaxis::requiredMarginIgnoresTheZoom()

@@ -35,11 +35,6 @@ XYScale *graph::itemPlane(QQuickItem *item)
     return qobject_cast<XYScale *>(item);
 }
 
-QList<ValueAxis *> graph::planeAxes(XYScale *plane)
-{
-    return plane ? plane->axes() : QList<ValueAxis *>();
-}
-
 /*!
     \qmltype XYScale
     \inqmlmodule graph_plugin
@@ -196,11 +191,16 @@ void XYScale::paint(QPainter *painter)
     }
     if (framebuffer)
         painter->resetTransform();
+    graph::LabelSurroundings surroundings{boundingRect(), {}};
+    for (const ValueAxis *axis : qAsConst(m_axes)) {
+        if (axis)
+            surroundings.axes.append(axis->look());
+    }
     // Labels of vertical axes lie above those of horizontal ones, whatever the order of the axes.
     for (const Qt::Orientation orientation : {Qt::Horizontal, Qt::Vertical}) {
         for (ValueAxis *axis : qAsConst(m_axes)) {
             if (axis && axis->labelsPlane() == this && axis->orientation() == orientation)
-                axis->paintLabels(painter, plotRect);
+                axis->paintLabels(painter, plotRect, surroundings);
         }
     }
 }

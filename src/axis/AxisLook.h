@@ -1,0 +1,46 @@
+#pragma once
+
+#include <QColor>
+#include <QFont>
+#include <QPen>
+#include <QRectF>
+#include <QString>
+#include <QVector>
+
+namespace graph {
+
+// Left and top are the begin.
+enum class AxisSide { Begin, Middle, End };
+
+// How an axis is drawn, whatever its values are.
+struct AxisLook
+{
+    Qt::Alignment alignment = Qt::AlignBottom;
+    Qt::Orientation orientation = Qt::Horizontal;
+    int margin = 0;
+    bool staggered = false;
+    bool hasLines = true;
+    bool hasLabels = true;
+    QPen linePen;
+    QVector<qreal> dashes; // as written; counts where the pen has custom dashes
+    QColor labelColor = Qt::black;
+    QColor verticalUnitColor;
+    QFont labelFont;
+    QString unit;
+
+    bool isHorizontal() const { return orientation == Qt::Horizontal; }
+    // Combined alignments belong to the side that they name.
+    AxisSide side() const;
+    // Labels go into a margin only where the plane keeps one free: for the four plain alignments.
+    bool hasBand() const;
+    QColor unitColor() const;
+};
+
+// Where labels may be drawn, and what else is drawn there.
+struct LabelSurroundings
+{
+    QRectF bounds;
+    QVector<AxisLook> axes; // of the same plane
+};
+
+} // namespace graph

@@ -1,0 +1,134 @@
+#include "axis/AxisRange.h"
+#include "axis/AxisTicks.h"
+
+#include <QtTest>
+
+using namespace graph;
+
+namespace {
+
+// Full and visible range, such as "0 100 30 40".
+QString text(const AxisRange &range)
+{
+    QStringList numbers;
+    for (const double value : {range.minValue(), range.maxValue(), range.minVisible(), range.maxVisible()})
+        numbers.append(QString::number(value));
+    return numbers.join(' ');
+}
+
+// The visible edges are written first, because moving the full range does not touch them without a span.
+AxisRange rangeOf(double minValue, double maxValue, double minVisible, double maxVisible, double span = 0.0)
+{
+    AxisRange range;
+    range.setMinVisible(minVisible);
+    range.setMaxVisible(maxVisible);
+    range.moveMinValue(minValue);
+    range.moveMaxValue(maxValue);
+    range.setSpan(span);
+    return range;
+}
+
+} // namespace
+
+class tst_axisrange : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void moves_data();
+    void moves();
+    void staysInside_data();
+    void staysInside();
+    void bounds();
+    void tickListsAreKept();
+};
+
+void tst_axisrange::moves_data()
+{
+    QTest::addColumn<double>("span");
+    QTest::addColumn<double>("lowest");
+    QTest::addColumn<double>("highest");
+    QTest::addColumn<bool>("end"); // that moves: maxValue instead of minValue
+    QTest::addColumn<double>("to");
+    QTest::addColumn<QString>("range");
+    const auto row = [](const char *name, double span, double lowest, double highest, bool end, double to,
+                        const char *range) {
+        QTest::newRow(name) << span << lowest << highest << end << to << QString(range);
+    };
+    row("free", 0, 0, 10, false, 5, "5 100 0 10");
+    row("span at the begin", 10, 0, 10, false, 5, "5 100 5 15");
+    row("span at the begin, little room", 10, 0, 10, false, 95, "95 100 95 100");
+    row("span at the begin, beyond the end", 10, 0, 10, false, 200, "200 100 200 210");
+    row("span in the middle", 10, 30, 40, false, 5, "5 100 30 40");
+    row("span at the end", 10, 90, 100, true, 120, "0 120 110 120");
+    row("span at the end, little room", 10, 90, 100, true, 5, "0 5 0 5");
+    row("span at the end, before the begin", 10, 90, 100, true, -50, "0 -50 -60 -50");
+    row("span elsewhere", 10, 0, 10, true, 120, "0 120 0 10");
+}
+
+void tst_axisrange::moves()
+{
+    QFETCH(double, span);
+    QFETCH(double, lowest);
+    QFETCH(double, highest);
+    QFETCH(bool, end);
+    QFETCH(double, to);
+    AxisRange range = rangeOf(0, 100, lowest, highest, span);
+    const bool moved = end ? range.moveMaxValue(to) : range.moveMinValue(to);
+    QTEST(text(range), "range");
+    QCOMPARE(moved, range.minVisible() != lowest || range.maxVisible() != highest);
+}
+
+void tst_axisrange::staysInside_data()
+{
+    QTest::addColumn<double>("lowest");
+    QTest::addColumn<double>("highest");
+    QTest::addColumn<double>("first");
+    QTest::addColumn<double>("last");
+    QTest::newRow("inside") << 30.0 << 40.0 << 30.0 << 40.0;
+    QTest::newRow("above") << 95.0 << 105.0 << 90.0 << 100.0;
+    QTest::newRow("below") << -5.0 << 5.0 << 0.0 << 10.0;
+    QTest::newRow("wider, above") << 50.0 << 250.0 << 0.0 << 100.0;
+    QTest::newRow("wider, below") << -200.0 << 50.0 << 0.0 << 100.0;
+}
+
+void tst_axisrange::staysInside()
+{
+    QFETCH(double, lowest);
+    QFETCH(double, highest);
+    const AxisRange::Edges edges = rangeOf(0, 100, lowest, highest).visibleInside();
+    QTEST(edges.lowest, "first");
+    QTEST(edges.highest, "last");
+}
+
+void tst_axisrange::bounds()
+{
+    AxisRange range = rangeOf(100, 200, 0, 0);
+    QVERIFY(range.setLowerBound(0.25));
+    QVERIFY(range.setUpperBound(0.5));
+    QVERIFY(!range.setUpperBound(0.5));
+    QCOMPARE(text(range), QString("100 200 125 150"));
+    QCOMPARE(range.fullScale().fraction(125.0), 0.25);
+    QCOMPARE(range.mirrored(125.0), 175.0);
+    range.setScalable(false);
+    QVERIFY(range.setLowerBound(range.lowerBound()));
+    QVERIFY(range.setUpperBound(range.upperBound()));
+    QVERIFY(!range.setLowerBound(0.7));
+    QCOMPARE(text(range), QString("100 200 100 200"));
+}
+
+void tst_axisrange::tickListsAreKept()
+{
+    AxisTicks ticks;
+    QVERIFY(ticks.isDirtyFor(5));
+    ticks.setList({1.0, 2.0});
+    QVERIFY(!ticks.isDirtyFor(5));
+    QVERIFY(ticks.isDirtyFor(6));
+    ticks.setList({3.0});
+    QCOMPARE(ticks.list(), QList<qreal>{3.0});
+    QVERIFY(!ticks.setNumber(5) && !ticks.isDirty());
+    QVERIFY(ticks.setNumber(7) && ticks.isDirty());
+}
+
+QTEST_APPLESS_MAIN(tst_axisrange)
+#include "tst_axisrange.moc"
