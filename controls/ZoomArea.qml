@@ -26,6 +26,11 @@ Flickable {
         zoomRect.zoomY(zoomRect.height * factorY, fractionAtY(py));
     }
 
+    // The part that is visible once the fingers have moved apart, or towards each other, from one distance to another.
+    function pinchedPart(part, startSpread, spread, least, most) {
+        return Math.max(least, Math.min(part * startSpread / Math.max(1, spread), most));
+    }
+
     function showAll() {
         if (zoomRect)
             zoomRect.setCenterAndZoom(Qt.vector2d(1, 1), Qt.point(0.5, 0.5));
@@ -70,13 +75,19 @@ Flickable {
             if (!started || !area.zoomRect)
                 return;
             var rect = area.zoomRect;
-            if (start.spreadX >= area.leastSpread)
-                rect.zoomX(start.width * start.spreadX / Math.max(1, Math.abs(pinch.point1.x - pinch.point2.x)), start.x);
-            if (start.spreadY >= area.leastSpread)
-                rect.zoomY(start.height * start.spreadY / Math.max(1, Math.abs(pinch.point1.y - pinch.point2.y)), start.y);
-            // The values that were between the fingers stay there, also while both fingers move.
-            rect.moveLeft(start.x - pinch.center.x / Math.max(1, area.width - 1) * rect.width);
-            rect.moveBottom(start.y + pinch.center.y / Math.max(1, area.height - 1) * rect.height);
+            var width = rect.width;
+            var height = rect.height;
+            if (start.spreadX >= area.leastSpread && rect.zoomAxis & Qt.Horizontal)
+                width = area.pinchedPart(start.width, start.spreadX, Math.abs(pinch.point1.x - pinch.point2.x),
+                                         rect.minWidth, rect.boundingRect.width);
+            if (start.spreadY >= area.leastSpread && rect.zoomAxis & Qt.Vertical)
+                height = area.pinchedPart(start.height, start.spreadY, Math.abs(pinch.point1.y - pinch.point2.y),
+                                          rect.minHeight, rect.boundingRect.height);
+            // The values that were between the fingers stay there, also while both fingers move. All in one change, for
+            // which every axis, plot and cursor of the chart does its work once.
+            var left = start.x - pinch.center.x / Math.max(1, area.width - 1) * width;
+            var bottom = start.y + pinch.center.y / Math.max(1, area.height - 1) * height;
+            rect.setCenterAndZoom(Qt.vector2d(width, height), Qt.point(left + width / 2, bottom - height / 2));
         }
         onPinchFinished: started = false
 

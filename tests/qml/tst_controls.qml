@@ -146,6 +146,11 @@ TestCase {
 
     function test_pinchZoomsWhereTheFingersAre(data) {
         var before = valueAt(100, 120);
+        var changes = 0;
+        var moves = 0;
+        view.zoomRect.rectChanged.connect(function () { ++changes; });
+        var sizeChanged = data.zoomsX ? view.zoomRect.widthChanged : view.zoomRect.heightChanged;
+        sizeChanged.connect(function () { ++moves; });
         pinch(100, 120, data.spreadX, data.spreadY, 2);
         // The first move only starts the pinch, so the zoom is a little less than the fingers' way.
         compare(view.zoomRect.width < 0.6, data.zoomsX);
@@ -153,6 +158,9 @@ TestCase {
         // Half a pixel of rounding at the start of a pinch has grown by the zoom at its end.
         compareValue(valueAt(100, 120), before, 1.5);
         verify(!view.area.pinching);
+        // However many edges a move of the fingers moves, the chart hears of it once.
+        verify(moves > 3);
+        compare(changes, moves);
     }
 
     function test_tapOnALegendEntryHidesItsTrace() {

@@ -16,7 +16,7 @@ namespace {
 const double inf = std::numeric_limits<double>::infinity();
 const double notANumber = std::numeric_limits<double>::quiet_NaN();
 
-using Edges = QVector<double>; // left, right, top, bottom
+using Edges = QVector<double>;
 
 void prepare(ZoomRect &zoom)
 {
@@ -63,53 +63,61 @@ private slots:
     void keepsItsInvariants();
 };
 
-// All start from left 0.5, right 1, top 0.25, bottom 0.75.
+// All start from left and top 0.5, right and bottom 1.
 void tst_zoomrect::operations_data()
 {
-    QTest::addColumn<QByteArray>("name"); // of a slot, or of a property that is written
+    QTest::addColumn<QByteArray>("horizontal"); // a slot, or a property that is written
+    QTest::addColumn<QByteArray>("vertical");
     QTest::addColumn<double>("value");
-    QTest::addColumn<QString>("signalNames");
-    QTest::addColumn<Edges>("edges");
+    QTest::addColumn<QString>("signalNames"); // of the horizontal one
+    QTest::addColumn<double>("begin");
+    QTest::addColumn<double>("end");
 
-    const auto row = [](const char *tag, const char *name, double value, const char *names, Edges edges) {
-        QTest::newRow(tag) << QByteArray(name) << value << QString(names) << edges;
+    const auto row = [](const char *horizontal, const char *vertical, double value, const char *names,
+                        double begin, double end) {
+        QTest::addRow("%s, %s", horizontal, vertical)
+            << QByteArray(horizontal) << QByteArray(vertical) << value << QString(names) << begin << end;
     };
-    row("width beyond the bounds", "width", 2.0, "", {0.5, 1.0, 0.25, 0.75});
-    row("width below the minimum", "width", 0.0, "right width rect", {0.5, 0.51, 0.25, 0.75});
-    row("left resizes", "left", 0.25, "width left rect", {0.25, 1.0, 0.25, 0.75});
-    row("right resizes", "right", 0.75, "width right rect", {0.5, 0.75, 0.25, 0.75});
-    row("top pans", "top", 0.0, "top bottom rect", {0.5, 1.0, 0.0, 0.5});
-    row("bottom pans", "bottom", 1.0, "bottom top rect", {0.5, 1.0, 0.5, 1.0});
-    row("x pans", "x", 0.0, "left right rect", {0.0, 0.5, 0.25, 0.75});
-    row("y pans", "y", 0.0, "top bottom rect", {0.5, 1.0, 0.0, 0.5});
-    row("the slot for top resizes", "setTop", 0.0, "height top rect", {0.5, 1.0, 0.0, 0.75});
-    row("the slot for bottom resizes", "setBottom", 1.0, "height bottom rect", {0.5, 1.0, 0.25, 1.0});
-    row("move stops at the bound", "moveLeft", 3.0, "", {0.5, 1.0, 0.25, 0.75});
-    row("move right", "moveRight", 0.0, "right left rect", {0.0, 0.5, 0.25, 0.75});
-    row("infinity clamps", "moveLeft", -inf, "left right rect", {0.0, 0.5, 0.25, 0.75});
-    row("zoom around 0", "zoomX", 0.75, "width left rect", {0.25, 1.0, 0.25, 0.75});
-    row("scale centres on 0", "scaleX", 0.25, "right width left rect", {0.0, 0.25, 0.25, 0.75});
-    for (const char *name :
-         {"setWidth", "setHeight", "setLeft", "setRight", "setTop", "setBottom", "zoomX", "zoomY", "scaleX",
-          "scaleY", "moveLeft", "moveRight", "moveTop", "moveBottom", "setMinWidth", "setMinHeight"})
-        row(qPrintable(QString("NaN to ") + name), name, notANumber, "", {0.5, 1.0, 0.25, 0.75});
+    row("width", "height", 0.0, "right width rect", 0.5, 0.51);
+    row("left", "setTop", 0.25, "width left rect", 0.25, 1.0);
+    row("right", "setBottom", 0.75, "width right rect", 0.5, 0.75);
+    row("x", "y", 0.0, "left right rect", 0.0, 0.5);
+    row("moveLeft", "top", 0.0, "left right rect", 0.0, 0.5);
+    row("moveRight", "bottom", 0.0, "right left rect", 0.0, 0.5);
+    row("moveLeft", "moveTop", 3.0, "", 0.5, 1.0);
+    row("zoomX", "zoomY", 0.75, "width left rect", 0.25, 1.0);
+    row("scaleX", "scaleY", 0.25, "right width left rect", 0.0, 0.25);
+    for (const auto &names : {std::pair("setWidth", "setHeight"), std::pair("setLeft", "setTop"),
+                              std::pair("setRight", "setBottom"), std::pair("zoomX", "zoomY"),
+                              std::pair("scaleX", "scaleY"), std::pair("moveLeft", "moveTop"),
+                              std::pair("moveRight", "moveBottom"), std::pair("setMinWidth", "setMinHeight")})
+        row(names.first, names.second, notANumber, "", 0.5, 1.0);
 }
 
 void tst_zoomrect::operations()
 {
-    QFETCH(QByteArray, name);
+    QFETCH(QByteArray, horizontal);
+    QFETCH(QByteArray, vertical);
     QFETCH(double, value);
     QFETCH(QString, signalNames);
-    QFETCH(Edges, edges);
-    ZoomRect zoom;
-    prepare(zoom);
-    Recorder recorder(zoom);
-    if (zoom.metaObject()->indexOfProperty(name) >= 0)
-        QVERIFY(zoom.setProperty(name, value));
-    else
-        QVERIFY(QMetaObject::invokeMethod(&zoom, name, Q_ARG(double, value)));
-    QCOMPARE(recorder.names.join(' '), signalNames);
-    QCOMPARE((Edges{zoom.left(), zoom.right(), zoom.top(), zoom.bottom()}), edges);
+    QFETCH(double, begin);
+    QFETCH(double, end);
+    for (const QByteArray &name : {horizontal, vertical}) {
+        ZoomRect zoom;
+        zoom.setLeft(0.5);
+        zoom.setTop(0.5);
+        zoom.setZoomAxis(name == horizontal ? Qt::Horizontal : Qt::Vertical);
+        Recorder recorder(zoom);
+        if (zoom.metaObject()->indexOfProperty(name) >= 0)
+            QVERIFY(zoom.setProperty(name, value));
+        else
+            QVERIFY(QMetaObject::invokeMethod(&zoom, name, Q_ARG(double, value)));
+        QCOMPARE(recorder.take(), signalNames);
+        const Edges changed{begin, end}, same{0.5, 1.0};
+        QCOMPARE((Edges{zoom.left(), zoom.right()}), name == horizontal ? changed : same);
+        QCOMPARE((Edges{zoom.top(), zoom.bottom()}), name == horizontal ? same : changed);
+        signalNames.replace("width", "height").replace("left", "top").replace("right", "bottom");
+    }
 }
 
 void tst_zoomrect::compoundChanges()
@@ -128,6 +136,14 @@ void tst_zoomrect::compoundChanges()
     zoom.setCenterAndZoom({0.25F, 0.25F}, {0.25, 0.25});
     QCOMPARE(recorder.take(), QString("width left right height bottom top rect"));
     QCOMPARE(zoom.top(), 0.125);
+    // The middle of the upper edge shows what is at (0.25, 0.375).
+    zoom.panAndZoom({0.5, 0.125}, {0.25, 0.375}, {0.5, 0.0});
+    QCOMPARE(recorder.take(), QString("width left right height top rect"));
+    QCOMPARE((Edges{zoom.left(), zoom.right(), zoom.top(), zoom.bottom()}), (Edges{0.0, 0.5, 0.25, 0.375}));
+    zoom.setZoomAxis(Qt::Horizontal);
+    zoom.panAndZoom({0.25, 0.25}, {0.25, 0.375}, {0.5, 0.5});
+    QCOMPARE(recorder.take(), QString("width left right top bottom rect"));
+    QCOMPARE(zoom.height(), 0.125);
     zoom.setCenterAndZoom({0.5F, 0.5F}, {notANumber, 0.0});
     zoom.setBoundingRect({0.0, notANumber, 1.0, 1.0});
     zoom.setZoomAxis(Qt::Vertical);

@@ -3,31 +3,9 @@
 #include "common/FuzzyEqual.h"
 #include "common/ObjectCounter.h"
 
-#include <algorithm>
 #include <cmath>
-#include <utility>
 
 namespace {
-
-// Beyond this the sums of edges could overflow, and infinite edges would never settle.
-constexpr double greatestEdge = 1e100;
-
-bool isUsable(double value)
-{
-    return std::abs(value) <= greatestEdge;
-}
-
-// The lower limit wins when the two cross.
-double clamped(double value, double lowest, double highest)
-{
-    return std::max(std::min(value, highest), lowest);
-}
-
-// The new lower edge when a span is scaled around center.
-double scaledEdge(double edge, double span, double newSpan, double center)
-{
-    return span == 0.0 ? center - newSpan / 2.0 : center - (center - edge) * newSpan / span;
-}
 
 // Connects a signal of an item whose class is not known here; an item without it is left alone.
 void follow(QObject *sender, const char *signal, QObject *receiver, const char *method)
@@ -83,19 +61,14 @@ bool ZoomRect::isMoving() const
     return m_flickable && m_flickable->property("moving").toBool();
 }
 
-QQuickItem *ZoomRect::parentItem() const
-{
-    return qobject_cast<QQuickItem *>(parent());
-}
-
 void ZoomRect::setFlickable(QQuickItem *item)
 {
     m_flickable = item;
     m_visibleArea = item ? item->property("visibleArea").value<QObject *>() : nullptr;
     if (item)
         follow(item, SIGNAL(movingChanged()), this, SIGNAL(movingChanged()));
-    m_flickableSize = flickableSize();
-    m_parentSize = parentSize();
+    m_contentX.setFlickable(item, parentItem());
+    m_contentY.setFlickable(item, parentItem());
     if (m_visibleArea) {
         follow(m_visibleArea, SIGNAL(xPositionChanged(qreal)), this,
                SLOT(handleVisibleAreaXPositionChanged(double)));
@@ -115,7 +88,7 @@ bool ZoomRect::setChanging(bool changing)
 
 void ZoomRect::emitRectChanged()
 {
-    const QRectF rect(m_left, m_top, m_width, m_height);
+    const QRectF rect(left(), top(), width(), height());
     const bool same = graph::fuzzyEqual(rect.x(), m_lastRect.x()) &&
                       graph::fuzzyEqual(rect.y(), m_lastRect.y()) &&
                       graph::fuzzyEqual(rect.width(), m_lastRect.width()) &&
@@ -126,32 +99,16 @@ void ZoomRect::emitRectChanged()
     emit rectChanged(rect);
 }
 
-void ZoomRect::updateFlickableContentWidth()
-{
-    m_parentSize.setWidth(parentSize().width());
-    m_flickableSize.setWidth(flickableSize().width());
-    if (m_flickable)
-        m_flickable->setProperty("contentWidth", contentWidth());
-}
-
-void ZoomRect::updateFlickableContentHeight()
-{
-    m_parentSize.setHeight(parentSize().height());
-    m_flickableSize.setHeight(flickableSize().height());
-    if (m_flickable)
-        m_flickable->setProperty("contentHeight", contentHeight());
-}
-
 void ZoomRect::updateFlickableContentX()
 {
-    if (m_flickable && !isFlick())
-        m_flickable->setProperty("contentX", contentX());
+    if (!isFlick())
+        m_contentX.setPosition(contentX());
 }
 
 void ZoomRect::updateFlickableContentY()
 {
-    if (m_flickable && !isFlick())
-        m_flickable->setProperty("contentY", contentY());
+    if (!isFlick())
+        m_contentY.setPosition(contentY());
 }
 
 /*!
@@ -161,16 +118,7 @@ void ZoomRect::updateFlickableContentY()
 */
 void ZoomRect::setWidth(double width)
 {
-    const double v = clamped(width, m_minWidth, m_boundingRect.right() - m_left);
-    if (std::isnan(width) || graph::fuzzyEqual(v, m_width))
-        return;
-    const bool wasChanging = setChanging(true);
-    m_width = v;
-    setRight(v + m_left);
-    emit widthChanged(m_width);
-    updateFlickableContentWidth();
-    updateFlickableContentX();
-    setChanging(wasChanging);
+    apply(m_x.setExtent(width), {});
 }
 
 /*!
@@ -179,16 +127,7 @@ void ZoomRect::setWidth(double width)
 */
 void ZoomRect::setHeight(double height)
 {
-    const double v = clamped(height, m_minHeight, m_boundingRect.bottom() - m_top);
-    if (std::isnan(height) || graph::fuzzyEqual(v, m_height))
-        return;
-    const bool wasChanging = setChanging(true);
-    m_height = v;
-    setBottom(v + m_top);
-    emit heightChanged(m_height);
-    updateFlickableContentHeight();
-    updateFlickableContentY();
-    setChanging(wasChanging);
+    apply({}, m_y.setExtent(height));
 }
 
 /*!
@@ -197,15 +136,7 @@ void ZoomRect::setHeight(double height)
 */
 void ZoomRect::setLeft(double left)
 {
-    const double v = clamped(left, m_boundingRect.left(), m_right - m_minWidth);
-    if (std::isnan(left) || graph::fuzzyEqual(v, m_left))
-        return;
-    const bool wasChanging = setChanging(true);
-    m_left = v;
-    setWidth(m_right - m_left);
-    emit leftChanged(m_left);
-    updateFlickableContentX();
-    setChanging(wasChanging);
+    apply(m_x.setBegin(left), {});
 }
 
 /*!
@@ -214,14 +145,7 @@ void ZoomRect::setLeft(double left)
 */
 void ZoomRect::setRight(double right)
 {
-    const double v = clamped(right, m_left + m_minWidth, m_boundingRect.right());
-    if (std::isnan(right) || graph::fuzzyEqual(v, m_right))
-        return;
-    const bool wasChanging = setChanging(true);
-    m_right = v;
-    setWidth(m_right - m_left);
-    emit rightChanged(m_right);
-    setChanging(wasChanging);
+    apply(m_x.setEnd(right), {});
 }
 
 /*!
@@ -230,15 +154,7 @@ void ZoomRect::setRight(double right)
 */
 void ZoomRect::setTop(double top)
 {
-    const double v = clamped(top, m_boundingRect.top(), m_bottom - m_minHeight);
-    if (std::isnan(top) || graph::fuzzyEqual(v, m_top))
-        return;
-    const bool wasChanging = setChanging(true);
-    m_top = v;
-    setHeight(m_bottom - m_top);
-    emit topChanged(m_top);
-    updateFlickableContentY();
-    setChanging(wasChanging);
+    apply({}, m_y.setBegin(top));
 }
 
 /*!
@@ -247,14 +163,7 @@ void ZoomRect::setTop(double top)
 */
 void ZoomRect::setBottom(double bottom)
 {
-    const double v = clamped(bottom, m_top + m_minHeight, m_boundingRect.bottom());
-    if (std::isnan(bottom) || graph::fuzzyEqual(v, m_bottom))
-        return;
-    const bool wasChanging = setChanging(true);
-    m_bottom = v;
-    setHeight(m_bottom - m_top);
-    emit bottomChanged(m_bottom);
-    setChanging(wasChanging);
+    apply({}, m_y.setEnd(bottom));
 }
 
 /*!
@@ -264,32 +173,28 @@ void ZoomRect::setBottom(double bottom)
 */
 void ZoomRect::setBoundingRect(const QRectF &rect)
 {
-    if (isUsable(rect.x()) && isUsable(rect.y()) && isUsable(rect.width()) && isUsable(rect.height()))
-        m_boundingRect = rect;
+    if (!graph::ZoomInterval::canBeBounds(rect.x(), rect.width()) ||
+        !graph::ZoomInterval::canBeBounds(rect.y(), rect.height()))
+        return;
+    m_x.setBounds(rect.x(), rect.width());
+    m_y.setBounds(rect.y(), rect.height());
 }
 
 /*!
     \qmlproperty double ZoomRect::minWidth
+    \qmlproperty double ZoomRect::minHeight
     The smallest visible fraction, 0.01 by default; wins over the bounds. Negative values are ignored.
 */
 void ZoomRect::setMinWidth(double minWidth)
 {
-    if (minWidth == m_minWidth || !isUsable(minWidth) || minWidth < 0.0)
-        return;
-    m_minWidth = minWidth;
-    emit minWidthChanged(m_minWidth);
+    if (m_x.setLeastExtent(minWidth))
+        emit minWidthChanged(minWidth);
 }
 
-/*!
-    \qmlproperty double ZoomRect::minHeight
-    The smallest visible fraction, 0.01 by default; wins over the bounds. Negative values are ignored.
-*/
 void ZoomRect::setMinHeight(double minHeight)
 {
-    if (minHeight == m_minHeight || !isUsable(minHeight) || minHeight < 0.0)
-        return;
-    m_minHeight = minHeight;
-    emit minHeightChanged(m_minHeight);
+    if (m_y.setLeastExtent(minHeight))
+        emit minHeightChanged(minHeight);
 }
 
 /*!
@@ -318,16 +223,14 @@ void ZoomRect::setZoomAxis(Qt::Orientations zoomAxis)
 */
 void ZoomRect::zoomX(double width, double center)
 {
-    const double v = clamped(width, m_minWidth, m_boundingRect.width());
-    if (m_zoomAxis.testFlag(Qt::Horizontal) && !std::isnan(width))
-        resizeX(v, scaledEdge(m_left, m_width, v, center));
+    if (m_zoomAxis.testFlag(Qt::Horizontal))
+        apply(m_x.zoom(width, center), {});
 }
 
 void ZoomRect::zoomY(double height, double center)
 {
-    const double v = clamped(height, m_minHeight, m_boundingRect.height());
-    if (m_zoomAxis.testFlag(Qt::Vertical) && !std::isnan(height))
-        resizeY(v, scaledEdge(m_top, m_height, v, center));
+    if (m_zoomAxis.testFlag(Qt::Vertical))
+        apply({}, m_y.zoom(height, center));
 }
 
 void ZoomRect::zoom(const QVector2D &scale, const QPointF &center)
@@ -340,16 +243,14 @@ void ZoomRect::zoom(const QVector2D &scale, const QPointF &center)
 
 void ZoomRect::scaleX(double width, double center)
 {
-    const double v = clamped(width, m_minWidth, m_boundingRect.width());
-    if (m_zoomAxis.testFlag(Qt::Horizontal) && !std::isnan(width))
-        resizeX(v, center - 0.5 * v);
+    if (m_zoomAxis.testFlag(Qt::Horizontal))
+        apply(m_x.scale(width, center), {});
 }
 
 void ZoomRect::scaleY(double height, double center)
 {
-    const double v = clamped(height, m_minHeight, m_boundingRect.height());
-    if (m_zoomAxis.testFlag(Qt::Vertical) && !std::isnan(height))
-        resizeY(v, center - 0.5 * v);
+    if (m_zoomAxis.testFlag(Qt::Vertical))
+        apply({}, m_y.scale(height, center));
 }
 
 void ZoomRect::scale(const QVector2D &scale, const QPointF &center)
@@ -366,75 +267,44 @@ void ZoomRect::scale(const QVector2D &scale, const QPointF &center)
     \qmlmethod bool ZoomRect::moveTop(double top)
     \qmlmethod bool ZoomRect::moveBottom(double bottom)
     \qmlmethod bool ZoomRect::setPosition(point position)
-    Pan, as far as the bounds allow, until that edge, or left and top, stand there; tell whether anything moved.
+    Pan, as far as the bounds allow, until that edge, or left and top, is there; tell whether anything moved.
 */
 bool ZoomRect::moveLeft(double left)
 {
-    const double v = clamped(left, m_boundingRect.left(), m_boundingRect.right() - m_width);
-    if (std::isnan(left) || graph::fuzzyEqual(v, m_left))
-        return false;
-    const bool wasChanging = setChanging(true);
-    m_left = v;
-    m_right = m_width + v;
-    emit leftChanged(m_left);
-    emit rightChanged(m_right);
-    updateFlickableContentX();
-    setChanging(wasChanging);
-    return true;
+    const auto changes = m_x.moveBegin(left);
+    apply(changes, {});
+    return !changes.isEmpty();
 }
 
 bool ZoomRect::moveRight(double right)
 {
-    const double v = clamped(right, m_boundingRect.left() + m_width, m_boundingRect.right());
-    if (std::isnan(right) || graph::fuzzyEqual(v, m_right))
-        return false;
-    const bool wasChanging = setChanging(true);
-    m_right = v;
-    m_left = v - m_width;
-    emit rightChanged(m_right);
-    emit leftChanged(m_left);
-    updateFlickableContentX();
-    setChanging(wasChanging);
-    return true;
+    const auto changes = m_x.moveEnd(right);
+    apply(changes, {});
+    return !changes.isEmpty();
 }
 
 bool ZoomRect::moveTop(double top)
 {
-    const double v = clamped(top, m_boundingRect.top(), m_boundingRect.bottom() - m_height);
-    if (std::isnan(top) || graph::fuzzyEqual(v, m_top))
-        return false;
-    const bool wasChanging = setChanging(true);
-    m_top = v;
-    m_bottom = m_height + v;
-    emit topChanged(m_top);
-    emit bottomChanged(m_bottom);
-    updateFlickableContentY();
-    setChanging(wasChanging);
-    return true;
+    const auto changes = m_y.moveBegin(top);
+    apply({}, changes);
+    return !changes.isEmpty();
 }
 
 bool ZoomRect::moveBottom(double bottom)
 {
-    const double v = clamped(bottom, m_boundingRect.top() + m_height, m_boundingRect.bottom());
-    if (std::isnan(bottom) || graph::fuzzyEqual(v, m_bottom))
-        return false;
-    const bool wasChanging = setChanging(true);
-    m_bottom = v;
-    m_top = v - m_height;
-    emit bottomChanged(m_bottom);
-    emit topChanged(m_top);
-    updateFlickableContentY();
-    setChanging(wasChanging);
-    return true;
+    const auto changes = m_y.moveEnd(bottom);
+    apply({}, changes);
+    return !changes.isEmpty();
 }
 
 bool ZoomRect::setPosition(const QPointF &position)
 {
     setChanging(true);
-    const bool movedX = moveLeft(position.x());
-    const bool movedY = moveTop(position.y());
+    const auto x = m_x.moveBegin(position.x());
+    const auto y = m_y.moveBegin(position.y());
+    apply(x, y);
     setChanging(false);
-    return movedX || movedY;
+    return !x.isEmpty() || !y.isEmpty();
 }
 
 /*!
@@ -446,68 +316,72 @@ void ZoomRect::setCenterAndZoom(const QVector2D &scale, const QPointF &center)
 {
     if (std::isnan(scale.x()) || std::isnan(scale.y()) || std::isnan(center.x()) || std::isnan(center.y()))
         return;
+    using graph::ZoomInterval;
     setChanging(true);
-    const QRectF &bounds = m_boundingRect;
-    // The edges are clamped one by one: at the bounds their distance may differ from the width.
-    const double w = clamped(double(scale.x()), m_minWidth, bounds.width());
-    const double newLeft = clamped(center.x() - w / 2.0, bounds.left(), bounds.right() - w);
-    const double newRight = clamped(center.x() + w / 2.0, bounds.left() + w, bounds.right());
-    const double h = clamped(double(scale.y()), m_minHeight, bounds.height());
-    const double newTop = clamped(center.y() - h / 2.0, bounds.top(), bounds.bottom() - h);
-    const double newBottom = clamped(center.y() + h / 2.0, bounds.top() + h, bounds.bottom());
-    if (!graph::fuzzyEqual(m_width, w)) {
-        m_width = w;
-        emit widthChanged(m_width);
-        updateFlickableContentWidth();
-        updateFlickableContentX();
-    }
-    if (!graph::fuzzyEqualNearZero(m_left, newLeft)) {
-        m_left = newLeft;
-        emit leftChanged(m_left);
-        updateFlickableContentX();
-    }
-    if (!graph::fuzzyEqual(m_right, newRight)) {
-        m_right = newRight;
-        emit rightChanged(m_right);
-    }
-    if (!graph::fuzzyEqual(m_height, h)) {
-        m_height = h;
-        emit heightChanged(m_height);
-        updateFlickableContentHeight();
-        updateFlickableContentY();
-    }
-    if (!graph::fuzzyEqual(m_bottom, newBottom)) {
-        m_bottom = newBottom;
-        emit bottomChanged(m_bottom);
-        updateFlickableContentY();
-    }
-    if (!graph::fuzzyEqualNearZero(m_top, newTop)) {
-        m_top = newTop;
-        emit topChanged(m_top);
-        updateFlickableContentY();
-    }
+    apply(m_x.show(double(scale.x()), center.x(), ZoomInterval::Begin),
+          m_y.show(double(scale.y()), center.y(), ZoomInterval::End));
     setChanging(false);
+}
+
+void ZoomRect::panAndZoom(const QSizeF &size, const QPointF &anchor, const QPointF &place)
+{
+    const double newWidth = m_zoomAxis.testFlag(Qt::Horizontal) ? size.width() : width();
+    const double newHeight = m_zoomAxis.testFlag(Qt::Vertical) ? size.height() : height();
+    apply(m_x.pinch(newWidth, anchor.x(), place.x()), m_y.pinch(newHeight, anchor.y(), 1.0 - place.y()));
+}
+
+// Announces what an operation changed and puts the flickable in step.
+void ZoomRect::apply(const graph::ZoomInterval::Changes &x, const graph::ZoomInterval::Changes &y)
+{
+    using graph::ZoomInterval;
+    using Signal = void (ZoomRect::*)(double);
+    static constexpr Signal signalsX[] = {&ZoomRect::widthChanged, &ZoomRect::leftChanged,
+                                          &ZoomRect::rightChanged};
+    static constexpr Signal signalsY[] = {&ZoomRect::heightChanged, &ZoomRect::topChanged,
+                                          &ZoomRect::bottomChanged};
+    const bool wasChanging = setChanging(true);
+    for (const ZoomInterval::Part part : x)
+        emit(this->*signalsX[part])(m_x.value(part));
+    for (const ZoomInterval::Part part : y)
+        emit(this->*signalsY[part])(m_y.value(part));
+    if (x.contains(ZoomInterval::Extent))
+        updateFlickableContentWidth();
+    if (!x.isEmpty())
+        updateFlickableContentX();
+    if (y.contains(ZoomInterval::Extent))
+        updateFlickableContentHeight();
+    if (!y.isEmpty())
+        updateFlickableContentY();
+    setChanging(wasChanging);
 }
 
 void ZoomRect::handleParentWidthChanged()
 {
-    if (isResizedX())
-        adoptSizeX();
+    if (!m_contentX.isOutdated(parentItem()))
+        return;
+    const bool wasChanging = setChanging(true);
+    m_contentX.refit(contentWidth(), contentX(), parentItem());
+    setChanging(wasChanging);
 }
 
 void ZoomRect::handleParentHeightChanged()
 {
-    if (isResizedY())
-        adoptSizeY();
+    if (!m_contentY.isOutdated(parentItem()))
+        return;
+    const bool wasChanging = setChanging(true);
+    m_contentY.refit(contentHeight(), contentY(), parentItem());
+    setChanging(wasChanging);
 }
 
+// What the flickable does by itself when a size has changed is no flick: the same part of the chart stays
+// visible.
 void ZoomRect::handleVisibleAreaXPositionChanged(double x)
 {
     if (m_changing)
         return;
-    if (isResizedX())
-        adoptSizeX();
-    else if (!std::exchange(m_resizedX, false) || !isRounded("contentX", contentX()))
+    if (m_contentX.isOutdated(parentItem()))
+        handleParentWidthChanged();
+    else if (m_contentX.isFlickFrom(contentX()))
         moveLeft(x);
 }
 
@@ -515,92 +389,10 @@ void ZoomRect::handleVisibleAreaYPositionChanged(double y)
 {
     if (m_changing)
         return;
-    if (isResizedY())
-        adoptSizeY();
-    else if (!std::exchange(m_resizedY, false) || !isRounded("contentY", contentY()))
+    if (m_contentY.isOutdated(parentItem()))
+        handleParentHeightChanged();
+    else if (m_contentY.isFlickFrom(contentY()))
         moveBottom(1.0 - y);
-}
-
-// A flickable whose size, or whose content's size, no longer fits its position moves its content by itself.
-// That is no flick: the same part of the chart stays visible, and the content moves to where it shows that
-// part.
-bool ZoomRect::isResizedX() const
-{
-    return parentSize().width() != m_parentSize.width() || flickableSize().width() != m_flickableSize.width();
-}
-
-bool ZoomRect::isResizedY() const
-{
-    return parentSize().height() != m_parentSize.height() ||
-           flickableSize().height() != m_flickableSize.height();
-}
-
-void ZoomRect::adoptSizeX()
-{
-    const bool wasChanging = setChanging(true);
-    updateFlickableContentWidth();
-    if (m_flickable)
-        m_flickable->setProperty("contentX", contentX());
-    m_resizedX = true;
-    setChanging(wasChanging);
-}
-
-void ZoomRect::adoptSizeY()
-{
-    const bool wasChanging = setChanging(true);
-    updateFlickableContentHeight();
-    if (m_flickable)
-        m_flickable->setProperty("contentY", contentY());
-    m_resizedY = true;
-    setChanging(wasChanging);
-}
-
-// After a resize a flickable puts its content on a whole pixel.
-bool ZoomRect::isRounded(const char *property, double position) const
-{
-    const double found = m_flickable ? m_flickable->property(property).toDouble() : position;
-    return found == std::round(found) && std::abs(found - position) < 1.0;
-}
-
-QSizeF ZoomRect::parentSize() const
-{
-    const QQuickItem *item = parentItem();
-    return item ? QSizeF(item->width(), item->height()) : QSizeF();
-}
-
-QSizeF ZoomRect::flickableSize() const
-{
-    return m_flickable ? QSizeF(m_flickable->width(), m_flickable->height()) : QSizeF();
-}
-
-void ZoomRect::resizeX(double width, double left)
-{
-    if (std::isnan(left) || graph::fuzzyEqual(width, m_width))
-        return;
-    const bool wasChanging = setChanging(true);
-    const double oldLeft = m_left;
-    m_left = clamped(left, m_boundingRect.left(), m_boundingRect.right() - width);
-    setWidth(width);
-    if (m_left != oldLeft) {
-        emit leftChanged(m_left);
-        updateFlickableContentX();
-    }
-    setChanging(wasChanging);
-}
-
-void ZoomRect::resizeY(double height, double top)
-{
-    if (std::isnan(top) || graph::fuzzyEqual(height, m_height))
-        return;
-    const bool wasChanging = setChanging(true);
-    const double oldTop = m_top;
-    m_top = clamped(top, m_boundingRect.top(), m_boundingRect.bottom() - height);
-    setHeight(height);
-    if (m_top != oldTop) {
-        emit topChanged(m_top);
-        updateFlickableContentY();
-    }
-    setChanging(wasChanging);
 }
 
 // A flickable that is being flicked knows its position; writing it back would stop it.

@@ -1,5 +1,8 @@
 #pragma once
 
+#include "view/zoom/FlickableContent.h"
+#include "view/zoom/ZoomInterval.h"
+
 #include <QObject>
 #include <QPointF>
 #include <QPointer>
@@ -31,20 +34,20 @@ class ZoomRect : public QObject
 public:
     explicit ZoomRect(QObject *parent = nullptr);
 
-    double width() const { return m_width; }
-    double height() const { return m_height; }
-    double left() const { return m_left; }
-    double right() const { return m_right; }
-    double top() const { return m_top; }
-    double bottom() const { return m_bottom; }
-    QRectF boundingRect() const { return m_boundingRect; }
-    double minWidth() const { return m_minWidth; }
-    double minHeight() const { return m_minHeight; }
+    double width() const { return m_x.extent(); }
+    double height() const { return m_y.extent(); }
+    double left() const { return m_x.begin(); }
+    double right() const { return m_x.end(); }
+    double top() const { return m_y.begin(); }
+    double bottom() const { return m_y.end(); }
+    QRectF boundingRect() const { return {m_x.lowest(), m_y.lowest(), m_x.room(), m_y.room()}; }
+    double minWidth() const { return m_x.leastExtent(); }
+    double minHeight() const { return m_y.leastExtent(); }
     Qt::Orientations zoomAxis() const { return m_zoomAxis; }
     bool isMoving() const;
 
     // The item that supplies the pixel size; null when the parent is none.
-    QQuickItem *parentItem() const;
+    QQuickItem *parentItem() const { return qobject_cast<QQuickItem *>(parent()); }
 
     // Size and position of the flickable's content that show this rectangle; 0 when they cannot be told.
     double contentWidth() const;
@@ -54,12 +57,16 @@ public:
 
     void setFlickable(QQuickItem *item);
 
+    // The whole of one finger move of a pinch: shows that much, where zoomAxis allows it, with the point
+    // `anchor` of the extent at `place`, a fraction of the plot area from its upper left corner.
+    void panAndZoom(const QSizeF &size, const QPointF &anchor, const QPointF &place);
+
     // While a change is in progress rectChanged() waits for its end. Gives the previous state.
     bool setChanging(bool changing);
     void emitRectChanged();
 
-    void updateFlickableContentWidth();
-    void updateFlickableContentHeight();
+    void updateFlickableContentWidth() { m_contentX.setSize(contentWidth(), parentItem()); }
+    void updateFlickableContentHeight() { m_contentY.setSize(contentHeight(), parentItem()); }
     void updateFlickableContentX();
     void updateFlickableContentY();
 
@@ -127,34 +134,16 @@ protected slots:
     void handleVisibleAreaYPositionChanged(double y);
 
 private:
-    bool isResizedX() const;
-    bool isResizedY() const;
-    void adoptSizeX();
-    void adoptSizeY();
-    bool isRounded(const char *property, double position) const;
-    QSizeF parentSize() const;
-    QSizeF flickableSize() const;
-    void resizeX(double width, double left);
-    void resizeY(double height, double top);
+    void apply(const graph::ZoomInterval::Changes &x, const graph::ZoomInterval::Changes &y);
     bool isFlick() const;
 
-    double m_width = 1.0;
-    double m_height = 1.0;
-    double m_left = 0.0;
-    double m_right = 1.0;
-    double m_top = 0.0;
-    double m_bottom = 1.0;
-    QRectF m_boundingRect{0.0, 0.0, 1.0, 1.0};
-    double m_minWidth = 0.01;
-    double m_minHeight = 0.01;
+    graph::ZoomInterval m_x;
+    graph::ZoomInterval m_y;
     Qt::Orientations m_zoomAxis;
     QPointer<QQuickItem> m_flickable;
     QPointer<QObject> m_visibleArea;
-    // What they were when the flickable's content was last given its size.
-    QSizeF m_parentSize;
-    QSizeF m_flickableSize;
-    bool m_resizedX = false;
-    bool m_resizedY = false;
+    graph::FlickableContent m_contentX{"contentWidth", "contentX", &QQuickItem::width};
+    graph::FlickableContent m_contentY{"contentHeight", "contentY", &QQuickItem::height};
     bool m_changing = false;
     QRectF m_lastRect{0.0, 0.0, 1.0, 1.0};
 };

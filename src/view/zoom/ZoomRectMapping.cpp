@@ -1,29 +1,29 @@
 #include "view/zoom/ZoomRect.h"
 
 // The mappings to the pixels of the parent item and of the flickable's content. Everything else of the class
-// stands in ZoomRect.cpp.
+// is in ZoomRect.cpp.
 
 double ZoomRect::contentWidth() const
 {
     const QQuickItem *item = parentItem();
-    return item && m_width != 0.0 ? item->width() / m_width : 0.0;
+    return item && width() != 0.0 ? item->width() / width() : 0.0;
 }
 
 double ZoomRect::contentHeight() const
 {
     const QQuickItem *item = parentItem();
-    return item && m_height != 0.0 ? item->height() / m_height : 0.0;
+    return item && height() != 0.0 ? item->height() / height() : 0.0;
 }
 
 double ZoomRect::contentX() const
 {
-    return contentWidth() * m_left;
+    return contentWidth() * left();
 }
 
 // The content runs downwards from the top of the chart, which is the end of the vertical axis.
 double ZoomRect::contentY() const
 {
-    return (1.0 - m_bottom) * contentHeight();
+    return (1.0 - bottom()) * contentHeight();
 }
 
 /*!
@@ -51,13 +51,13 @@ double ZoomRect::contentY() const
 double ZoomRect::mapToItemX(double x) const
 {
     const QQuickItem *item = parentItem();
-    return item && m_width != 0.0 ? (x - m_left) * item->width() / m_width : 0.0;
+    return item && width() != 0.0 ? (x - left()) * item->width() / width() : 0.0;
 }
 
 double ZoomRect::mapFromItemX(double x) const
 {
     const QQuickItem *item = parentItem();
-    return item && item->width() != 0.0 ? x * m_width / item->width() + m_left : 0.0;
+    return item && item->width() != 0.0 ? x * width() / item->width() + left() : 0.0;
 }
 
 double ZoomRect::mapToContentX(double x) const
@@ -74,13 +74,13 @@ double ZoomRect::mapFromContentX(double x) const
 double ZoomRect::mapToItemY(double y) const
 {
     const QQuickItem *item = parentItem();
-    return item && m_height != 0.0 ? (y - m_top) * item->height() / m_height : 0.0;
+    return item && height() != 0.0 ? (y - top()) * item->height() / height() : 0.0;
 }
 
 double ZoomRect::mapFromItemY(double y) const
 {
     const QQuickItem *item = parentItem();
-    return item && item->height() != 0.0 ? y * m_height / item->height() + m_top : 0.0;
+    return item && item->height() != 0.0 ? y * height() / item->height() + top() : 0.0;
 }
 
 double ZoomRect::mapToContentY(double y) const
