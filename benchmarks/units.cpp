@@ -3,7 +3,7 @@
 
 #include "benchmarks/Measurement.h"
 #include "data/MinMaxPyramid.h"
-#include "painters/Strokes.h"
+#include "raster/Strokes.h"
 #include "plots/ColumnEnvelope.h"
 
 #include <QGuiApplication>

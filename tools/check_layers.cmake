@@ -3,6 +3,7 @@
 
 set(rank_common 0)
 set(rank_platform 0)
+set(rank_raster 1)
 set(rank_view_zoom 1)
 set(rank_axis 2)
 set(rank_data 3)

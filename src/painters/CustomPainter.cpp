@@ -2,7 +2,7 @@
 
 #include "common/Opacity.h"
 #include "common/SafeInteger.h"
-#include "painters/PolygonGeometry.h"
+#include "raster/PolygonGeometry.h"
 
 #include <QPainter>
 #include <QPainterPath>

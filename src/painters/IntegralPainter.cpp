@@ -3,8 +3,8 @@
 #include "common/Opacity.h"
 #include "common/SafeInteger.h"
 #include "data/ColumnSearch.h"
-#include "painters/PolygonGeometry.h"
-#include "painters/Strokes.h"
+#include "raster/PolygonGeometry.h"
+#include "raster/Strokes.h"
 
 #include <QPainter>
 #include <QPainterPath>

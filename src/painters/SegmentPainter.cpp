@@ -1,7 +1,7 @@
 #include "painters/SegmentPainter.h"
 
 #include "common/SafeInteger.h"
-#include "painters/PolygonGeometry.h"
+#include "raster/PolygonGeometry.h"
 
 #include <QPainter>
 

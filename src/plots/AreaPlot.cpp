@@ -1,7 +1,7 @@
 #include "plots/AreaPlot.h"
 
 #include "common/VectorRegisters.h"
-#include "painters/Strokes.h"
+#include "raster/Strokes.h"
 #include "plots/AreaStrokes.h"
 #include "plots/SampleDensity.h"
 

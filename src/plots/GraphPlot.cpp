@@ -3,7 +3,7 @@
 #include "common/SceneExit.h"
 #include "common/VectorRegisters.h"
 #include "data/PlotData.h"
-#include "painters/Strokes.h"
+#include "raster/Strokes.h"
 #include "plots/ColumnEnvelope.h"
 #include "plots/SampleDensity.h"
 

@@ -1,5 +1,5 @@
 #include "painters/Integral.h"
-#include "painters/PolygonGeometry.h"
+#include "raster/PolygonGeometry.h"
 
 #include <QtTest>
 

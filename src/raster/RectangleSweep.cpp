@@ -1,4 +1,4 @@
-#include "painters/RectangleSweep.h"
+#include "raster/RectangleSweep.h"
 
 namespace graph {
 

@@ -1,4 +1,4 @@
-#include "painters/PolygonGeometry.h"
+#include "raster/PolygonGeometry.h"
 
 #include <algorithm>
 #include <cmath>

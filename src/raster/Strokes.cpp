@@ -1,8 +1,8 @@
-#include "painters/Strokes.h"
+#include "raster/Strokes.h"
 
 #include "common/VectorRegisters.h"
-#include "painters/OutlineFill.h"
-#include "painters/RectangleSweep.h"
+#include "raster/OutlineFill.h"
+#include "raster/RectangleSweep.h"
 
 #include <QPaintEngine>
 #include <QPainter>

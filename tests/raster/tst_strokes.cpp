@@ -1,5 +1,5 @@
-#include "painters/RectangleSweep.h"
-#include "painters/Strokes.h"
+#include "raster/RectangleSweep.h"
+#include "raster/Strokes.h"
 
 #include <QImage>
 #include <QPainter>
@@ -200,5 +200,5 @@ void tst_strokes::rectanglesAreWide()
     }
 }
 
-QTEST_MAIN(tst_strokes)
+QTEST_APPLESS_MAIN(tst_strokes)
 #include "tst_strokes.moc"

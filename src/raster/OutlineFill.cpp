@@ -1,6 +1,6 @@
-#include "painters/OutlineFill.h"
+#include "raster/OutlineFill.h"
 
-#include "painters/RectangleSweep.h"
+#include "raster/RectangleSweep.h"
 
 #include <QPainterPath>
 
