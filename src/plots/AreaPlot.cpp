@@ -1,9 +1,8 @@
 #include "plots/AreaPlot.h"
 
-#include "common/VectorRegisters.h"
-#include "raster/Strokes.h"
 #include "plots/AreaStrokes.h"
 #include "plots/SampleDensity.h"
+#include "raster/Strokes.h"
 
 #include <QPainter>
 #include <QPainterPath>
@@ -88,40 +87,34 @@ void AreaPlot::handlePlotChanged()
     update();
 }
 
-void AreaPlot::paint(QPainter *painter)
+void AreaPlot::paintPlot(const graph::PlotFrame &frame)
 {
-    if (!isValid() || !m_maxData || !m_minData)
+    if (!m_maxData || !m_minData)
         return;
-    graph::clearWideRegisters();
-    const graph::SampleSpan upper = m_maxData->sampleSpan(visibleRect());
-    const graph::SampleSpan lower = m_minData->sampleSpan(visibleRect());
-    const graph::PixelMapping mapping = pixelMapping();
-    if (upper.isEmpty() || upper.size() != lower.size() || !mapping.isDrawable())
+    const graph::SampleSpan upper = m_maxData->sampleSpan(frame.visibleRect);
+    const graph::SampleSpan lower = m_minData->sampleSpan(frame.visibleRect);
+    if (upper.isEmpty() || upper.size() != lower.size())
         return;
-
-    if (renderTarget() != Image)
-        painter->translate(1.0, 1.0);
     if (graph::sampleDensity(upper, width(), visibleRangeX()) <= graph::densestDirectPaint) {
-        fillPolygon(painter, upper, lower);
+        fillPolygon(frame, upper, lower);
         return;
     }
     QPen pen(penColor(), 1);
     pen.setCapStyle(Qt::FlatCap);
-    painter->setPen(pen);
+    frame.painter->setPen(pen);
     const bool ascending = !m_maxData->usePointsAsSegments();
-    graph::drawUprightLines(painter,
-                            graph::areaStrokes(upper, lower, mapping, graph::pixel(width()), ascending));
+    graph::drawUprightLines(
+        frame.painter, graph::areaStrokes(upper, lower, frame.mapping, graph::pixel(width()), ascending));
 }
 
-void AreaPlot::fillPolygon(QPainter *painter, const graph::SampleSpan &upper,
+void AreaPlot::fillPolygon(const graph::PlotFrame &frame, const graph::SampleSpan &upper,
                            const graph::SampleSpan &lower) const
 {
-    const graph::PixelMapping mapping = pixelMapping();
     const auto isDrawable = [&](int i) {
         return std::isfinite(upper.x(i)) && std::isfinite(upper.y(i)) && std::isfinite(lower.y(i));
     };
     const auto point = [&](int i, double y) {
-        return QPointF(graph::coordinate(mapping.x(upper.x(i))), graph::coordinate(mapping.y(y)));
+        return QPointF(graph::coordinate(frame.mapping.x(upper.x(i))), graph::coordinate(frame.mapping.y(y)));
     };
     QPainterPath path;
     for (int begin = 0, end = 0; begin < upper.size(); begin = end + 1) {
@@ -136,5 +129,5 @@ void AreaPlot::fillPolygon(QPainter *painter, const graph::SampleSpan &upper,
         if (end > begin)
             path.closeSubpath();
     }
-    graph::fillOutline(painter, path, QBrush(penColor(), Qt::SolidPattern));
+    graph::fillOutline(frame.painter, path, QBrush(penColor(), Qt::SolidPattern));
 }

@@ -19,8 +19,6 @@ public:
     PlotData *maxData() const { return m_maxData; }
     PlotData *minData() const { return m_minData; }
 
-    void paint(QPainter *painter) override;
-
 public slots:
     void setMaxData(PlotData *data);
     void setMinData(PlotData *data);
@@ -28,6 +26,9 @@ public slots:
 signals:
     void maxDataChanged(PlotData *maxData);
     void minDataChanged(PlotData *minData);
+
+protected:
+    void paintPlot(const graph::PlotFrame &frame) override;
 
 protected slots:
     void handlePlotChanged() override;
@@ -37,7 +38,8 @@ private slots:
 
 private:
     void replace(QPointer<PlotData> &envelope, PlotData *data);
-    void fillPolygon(QPainter *painter, const graph::SampleSpan &upper, const graph::SampleSpan &lower) const;
+    void fillPolygon(const graph::PlotFrame &frame, const graph::SampleSpan &upper,
+                     const graph::SampleSpan &lower) const;
 
     QPointer<PlotData> m_maxData;
     QPointer<PlotData> m_minData;

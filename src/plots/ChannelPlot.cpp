@@ -173,19 +173,18 @@ QVector<ChannelPlot::Channel> ChannelPlot::channels(const graph::PixelMapping &m
 void ChannelPlot::paint(QPainter *painter)
 {
     ++m_paintCount;
-    const graph::PixelMapping mapping = pixelMapping();
-    if (!isValid() || !mapping.isDrawable())
-        return;
-    if (renderTarget() != Image)
-        painter->translate(1.0, 1.0);
+    RegionPlot::paint(painter);
+}
 
-    QVector<Channel> shown = tallestInColumn(channels(mapping));
+void ChannelPlot::paintPlot(const graph::PlotFrame &frame)
+{
+    QVector<Channel> shown = tallestInColumn(channels(frame.mapping));
     // The selected one on top.
     std::stable_partition(shown.begin(), shown.end(),
                           [this](const Channel &channel) { return !isSelected(channel); });
     for (const Channel &channel : qAsConst(shown))
-        paintChannel(painter, channel);
-    paintLabels(painter, shown);
+        paintChannel(frame.painter, channel);
+    paintLabels(frame.painter, shown);
 }
 
 // Without the channels of one pixel that share their column with a taller one; the selected one counts as

@@ -34,6 +34,7 @@ signals:
     void selectedPointChanged(int selectedPoint);
 
 protected:
+    void paintPlot(const graph::PlotFrame &frame) override;
     void itemChange(ItemChange change, const ItemChangeData &data) override;
     void timerEvent(QTimerEvent *event) override;
 

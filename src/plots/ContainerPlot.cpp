@@ -1,6 +1,5 @@
 #include "plots/ContainerPlot.h"
 
-#include "common/VectorRegisters.h"
 #include "painters/BasePainter.h"
 
 #include <cmath>
@@ -26,23 +25,31 @@ void ContainerPlot::scheduleRedraw()
     update();
 }
 
-void ContainerPlot::paint(QPainter *painter)
+// Figures are handed the scales in single precision.
+bool ContainerPlot::isPaintable(const graph::PixelMapping &mapping) const
 {
-    const QRectF visible = visibleRect();
-    // Without a vertical axis the visible maximum reads 0, yet there is a range of 1 to draw in.
-    const double top = axisY() ? maxVisibleY() : visible.y() + visible.height();
-    const graph::PixelMapping mapping(visible.x(), top, visibleRangeX(), visibleRangeY(), size());
     const auto isSinglePrecision = [](double scale) {
         return std::abs(scale) <= std::numeric_limits<float>::max();
     };
-    if (!mapping.isDrawable() || !isSinglePrecision(mapping.scaleX()) || !isSinglePrecision(mapping.scaleY()))
-        return;
-    graph::clearWideRegisters();
+    return mapping.isDrawable() && isSinglePrecision(mapping.scaleX()) && isSinglePrecision(mapping.scaleY());
+}
+
+double ContainerPlot::framebufferShift() const
+{
+    return 0.0;
+}
+
+void ContainerPlot::paintPlot(const graph::PlotFrame &frame)
+{
+    const QRectF &visible = frame.visibleRect;
+    // Without a vertical axis the visible maximum reads 0, yet there is a range of 1 to draw in.
+    const double top = axisY() ? maxVisibleY() : visible.y() + visible.height();
+    const graph::PixelMapping mapping(visible.x(), top, visibleRangeX(), visibleRangeY(), size());
     const QList<QQuickItem *> items = childItems();
     for (QQuickItem *item : items) {
         auto *figure = dynamic_cast<BasePainter *>(item);
         if (figure && figure->isVisible())
-            figure->paintWith(mapping, painter, visible);
+            figure->paintWith(mapping, frame.painter, visible);
     }
 }
 

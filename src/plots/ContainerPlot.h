@@ -14,9 +14,10 @@ public:
 
     Q_INVOKABLE void scheduleRedraw();
 
-    void paint(QPainter *painter) override;
-
 protected:
+    bool isPaintable(const graph::PixelMapping &mapping) const override;
+    double framebufferShift() const override;
+    void paintPlot(const graph::PlotFrame &frame) override;
     void itemChange(ItemChange change, const ItemChangeData &data) override;
 
 private slots:

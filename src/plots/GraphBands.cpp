@@ -110,24 +110,22 @@ GraphBands::Look GraphBands::look(double pixelRatio) const
     return look;
 }
 
-void GraphBands::paint(QPainter *painter)
+void GraphBands::paintPlot(const graph::PlotFrame &frame)
 {
-    if (!isValid() || !regions() || !pixelMapping().isDrawable())
+    if (!regions())
         return;
-    if (renderTarget() != Image)
-        painter->translate(1.0, 1.0);
-    if (m_renderToImage && updateImage(painter)) {
-        painter->drawImage(QPointF(0.0, 0.0), m_image);
+    if (m_renderToImage && updateImage(frame)) {
+        frame.painter->drawImage(QPointF(0.0, 0.0), m_image);
         return;
     }
     m_image = QImage();
-    paintBands(painter);
+    paintBands(frame.painter, frame.mapping);
 }
 
 // False when the item is too large to be kept.
-bool GraphBands::updateImage(const QPainter *painter)
+bool GraphBands::updateImage(const graph::PlotFrame &frame)
 {
-    const QTransform transform = painter->deviceTransform();
+    const QTransform transform = frame.painter->deviceTransform();
     const double ratio = std::hypot(transform.m11(), transform.m12());
     const QSizeF pixels(std::ceil(width() * ratio), std::ceil(height() * ratio));
     if (!(pixels.width() <= largestImageSide && pixels.height() <= largestImageSide) || pixels.isEmpty())
@@ -140,14 +138,14 @@ bool GraphBands::updateImage(const QPainter *painter)
     m_image.fill(Qt::transparent);
     m_imageLook = wanted;
     QPainter imagePainter(&m_image);
-    imagePainter.setRenderHints(painter->renderHints());
-    paintBands(&imagePainter);
+    imagePainter.setRenderHints(frame.painter->renderHints());
+    paintBands(&imagePainter, frame.mapping);
     return true;
 }
 
-void GraphBands::paintBands(QPainter *painter)
+void GraphBands::paintBands(QPainter *painter, const graph::PixelMapping &mapping)
 {
-    QVector<Band> all = bands();
+    QVector<Band> all = bands(mapping);
     std::stable_sort(all.begin(), all.end(),
                      [](const Band &a, const Band &b) { return a.height() > b.height(); });
     painter->save();
@@ -157,9 +155,8 @@ void GraphBands::paintBands(QPainter *painter)
     painter->restore();
 }
 
-QVector<GraphBands::Band> GraphBands::bands() const
+QVector<GraphBands::Band> GraphBands::bands(const graph::PixelMapping &mapping) const
 {
-    const graph::PixelMapping mapping = pixelMapping();
     QVector<Band> bands;
     for (const Entry &entry : visibleRegions()) {
         const PlotRegion *region = entry.region;

@@ -21,8 +21,6 @@ public:
     int lineWidth() const { return m_lineWidth; }
     bool renderToImage() const { return m_renderToImage; }
 
-    void paint(QPainter *painter) override;
-
 public slots:
     void setLineWidth(int width);
     void setRenderToImage(bool on);
@@ -30,6 +28,9 @@ public slots:
 signals:
     void lineWidthChanged(int lineWidth);
     void renderToImageChanged(bool renderToImage);
+
+protected:
+    void paintPlot(const graph::PlotFrame &frame) override;
 
 protected slots:
     void handlePlotChanged() override;
@@ -64,9 +65,9 @@ private:
     };
 
     Look look(double pixelRatio) const;
-    bool updateImage(const QPainter *painter);
-    void paintBands(QPainter *painter);
-    QVector<Band> bands() const;
+    bool updateImage(const graph::PlotFrame &frame);
+    void paintBands(QPainter *painter, const graph::PixelMapping &mapping);
+    QVector<Band> bands(const graph::PixelMapping &mapping) const;
     void paintShape(QPainter *painter, const Band &band) const;
     void paintLabels(QPainter *painter, const QVector<Band> &bands);
     void prepareTexts(const QTransform &transform);

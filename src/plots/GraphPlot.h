@@ -1,10 +1,8 @@
 #pragma once
 
-#include "data/SampleSpan.h"
 #include "plots/GraphPoint.h"
 #include "view/base/AbstractPlot.h"
 
-#include <QPen>
 #include <QPointer>
 
 // The main trace renderer: paints the samples of its data as a filled area, a line, an envelope, bars or scattered
@@ -39,8 +37,6 @@ public:
     int selectedPoint() const { return m_selectedPoint; }
     GraphPoint *graphPoint() const { return m_graphPoint; }
 
-    void paint(QPainter *painter) override;
-
     Q_INVOKABLE void forceUpdate();
     Q_INVOKABLE int checkClickPosition(double x, double y, double threshold) const;
 
@@ -64,31 +60,13 @@ signals:
     void selectedPointChanged(int selectedPoint);
     void graphPointChanged(GraphPoint *graphPoint);
 
+protected:
+    void paintPlot(const graph::PlotFrame &frame) override;
+
 private slots:
     void sltGraphPointDataChanged();
 
 private:
-    // What the layers of one paint share.
-    struct Frame
-    {
-        QPainter *painter;
-        graph::SampleSpan samples;
-        graph::PixelMapping mapping;
-        double baseline;
-        int baseRow;
-        QPen pen;
-    };
-
-    void paintDirect(Frame &frame, double density);
-    void paintFill(const Frame &frame) const;
-    void paintLine(Frame &frame, int lineWidth) const;
-    void paintBars(Frame &frame, int lineWidth) const;
-    void paintPoints(Frame &frame, int lineWidth) const;
-    void paintEnvelope(Frame &frame);
-    void drawBaseline(const Frame &frame, int lineWidth) const;
-    int clampedLineWidth(int width) const;
-    QColor fillColor() const;
-
     PlotStyle m_plotStyle = BarPlot;
     QPointer<GraphPoint> m_graphPoint;
     bool m_plotBaseline = false;

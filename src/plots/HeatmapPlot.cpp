@@ -1,6 +1,5 @@
 #include "plots/HeatmapPlot.h"
 
-#include "common/VectorRegisters.h"
 #include "plots/HeatmapCleanup.h"
 #include "plots/HeatmapRaster.h"
 
@@ -189,17 +188,25 @@ std::shared_ptr<const graph::Heatmap> HeatmapPlot::heatmap() const
     return m_heatmap;
 }
 
-void HeatmapPlot::paint(QPainter *painter)
+bool HeatmapPlot::isPaintable(const graph::PixelMapping &) const
 {
-    if (!m_enabled)
-        return;
+    return m_enabled;
+}
+
+double HeatmapPlot::framebufferShift() const
+{
+    return 0.0;
+}
+
+void HeatmapPlot::paintPlot(const graph::PlotFrame &frame)
+{
     QElapsedTimer timer;
     timer.start();
     // By name: the timer belongs to another thread than this one may be.
     if (m_testPointState == restartedState && !m_redrawTimer.isActive())
         QMetaObject::invokeMethod(&m_redrawTimer, "start");
     try {
-        draw(painter);
+        draw(frame);
     } catch (const std::exception &error) {
         // Beyond here it would end the application.
         qWarning() << "Heat map -" << error.what();
@@ -208,17 +215,16 @@ void HeatmapPlot::paint(QPainter *painter)
     printTime(timer, "display");
 }
 
-void HeatmapPlot::draw(QPainter *painter)
+void HeatmapPlot::draw(const graph::PlotFrame &frame)
 {
-    graph::clearWideRegisters();
     const std::shared_ptr<const graph::Heatmap> map = heatmap();
     const std::lock_guard<std::mutex> lock(m_imageMutex);
     std::fill(m_imageBuffer.begin(), m_imageBuffer.end(), 0);
-    graph::rasterizeHeatmap(*map, dBmVLevelConversion(m_offset + map->referenceLevel), pixelMapping(),
+    graph::rasterizeHeatmap(*map, dBmVLevelConversion(m_offset + map->referenceLevel), frame.mapping,
                             m_heatMapColors, {m_imageBuffer.data(), imageWidth, imageHeight});
     // All colours are opaque or entirely transparent, so they are the same premultiplied, which is drawn
     // faster.
     const QImage image(reinterpret_cast<const uchar *>(m_imageBuffer.data()), imageWidth, imageHeight,
                        imageWidth * int(sizeof(unsigned int)), QImage::Format_ARGB32_Premultiplied);
-    painter->drawImage(0, 0, image);
+    frame.painter->drawImage(0, 0, image);
 }

@@ -34,8 +34,6 @@ public:
     // A level in dBmV in the chosen unit.
     Q_INVOKABLE double dBmVLevelConversion(double level) const;
 
-    void paint(QPainter *painter) override;
-
 public slots:
     void setOffset(int offset);
     void setMapEnabled(bool enabled);
@@ -48,6 +46,11 @@ signals:
     void dataFilePathChanged();
     void testPointStateChanged();
 
+protected:
+    bool isPaintable(const graph::PixelMapping &mapping) const override;
+    double framebufferShift() const override;
+    void paintPlot(const graph::PlotFrame &frame) override;
+
 private slots:
     void drawHeatmap();
 
@@ -55,7 +58,7 @@ private:
     void readDataFromFile(const QString &path);
     void setHeatmap(std::shared_ptr<const graph::Heatmap> heatmap);
     std::shared_ptr<const graph::Heatmap> heatmap() const;
-    void draw(QPainter *painter);
+    void draw(const graph::PlotFrame &frame);
 
     static const std::vector<unsigned int> m_heatMapColors;
 

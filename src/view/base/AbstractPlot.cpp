@@ -2,11 +2,13 @@
 
 #include "axis/ValueAxis.h"
 #include "common/SceneExit.h"
+#include "common/VectorRegisters.h"
 #include "data/PlotData.h"
 #include "view/zoom/ZoomRect.h"
 
 #include <QMetaMethod>
 #include <QMetaProperty>
+#include <QPainter>
 
 #include <algorithm>
 #include <cmath>
@@ -114,6 +116,31 @@ graph::PixelMapping AbstractPlot::pixelMapping() const
     return graph::PixelMapping(minVisibleX(), maxVisibleY(), visibleRangeX(), visibleRangeY(),
                                QSizeF(width(), height()));
 }
+
+void AbstractPlot::paint(QPainter *painter)
+{
+    const graph::PlotFrame frame{painter, pixelMapping(), visibleRect()};
+    if (!isPaintable(frame.mapping))
+        return;
+    // The scene graph's own drawing, before this, may have left them in use.
+    graph::clearWideRegisters();
+    const double shift = framebufferShift();
+    if (shift != 0.0)
+        painter->translate(shift, shift);
+    paintPlot(frame);
+}
+
+bool AbstractPlot::isPaintable(const graph::PixelMapping &mapping) const
+{
+    return m_valid && mapping.isDrawable();
+}
+
+double AbstractPlot::framebufferShift() const
+{
+    return renderTarget() == Image ? 0.0 : 1.0;
+}
+
+void AbstractPlot::paintPlot(const graph::PlotFrame &) {}
 
 // Without an axis the defaults of x and y differ; documents rely on each of them.
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "common/PixelMapping.h"
+#include "view/base/PlotFrame.h"
 
 #include <QColor>
 #include <QPointer>
@@ -40,7 +41,8 @@ public:
     // The mapping as it stands now, for a paint or a hit test.
     graph::PixelMapping pixelMapping() const;
 
-    void paint(QPainter *painter) override = 0;
+    // The one way into painting: prepares what every plot needs and calls paintPlot().
+    void paint(QPainter *painter) override;
 
     Q_INVOKABLE virtual double maxValueX() const;
     Q_INVOKABLE virtual double maxValueY() const;
@@ -85,6 +87,12 @@ protected:
     void geometryChanged(const QRectF &newGeometry, const QRectF &oldGeometry) override;
 
     void setValid(bool valid);
+
+    // Whether paint() goes on with this mapping; while there is data that can be mapped, unless a subclass says otherwise.
+    virtual bool isPaintable(const graph::PixelMapping &mapping) const;
+    // How far to the right and down everything is painted, in pixels: 1 into a framebuffer object, 0 into an image.
+    virtual double framebufferShift() const;
+    virtual void paintPlot(const graph::PlotFrame &frame);
 
 private slots:
     void adoptZoomRectOfParent();

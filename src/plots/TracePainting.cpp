@@ -1,0 +1,247 @@
+#include "plots/TracePainting.h"
+
+#include "data/PlotData.h"
+#include "plots/ColumnEnvelope.h"
+#include "plots/GraphPlot.h"
+#include "plots/SampleDensity.h"
+#include "raster/Strokes.h"
+
+#include <QPainter>
+#include <QPainterPath>
+#include <QSignalBlocker>
+
+#include <cmath>
+
+namespace graph {
+
+namespace {
+
+constexpr int translucentAlpha = 96;
+
+// The width of one sample in pixels; a lone sample is as wide as can be.
+int sampleWidth(double density)
+{
+    return density > 0.0 ? pixel(std::ceil(1.0 / density)) : pixelLimit;
+}
+
+QColor translucentColor(QColor color)
+{
+    color.setAlpha(translucentAlpha);
+    return color;
+}
+
+} // namespace
+
+TracePainting::TracePainting(const GraphPlot &plot, const PlotFrame &frame, const SampleSpan &samples)
+    : m_plot(plot)
+    , m_painter(frame.painter)
+    , m_mapping(frame.mapping)
+    , m_samples(samples)
+    , m_baseline(std::isfinite(plot.baseline()) ? plot.baseline() : 0.0)
+    , m_baseRow(frame.mapping.row(m_baseline))
+    , m_pen(plot.penColor())
+{
+    m_pen.setCapStyle(Qt::FlatCap);
+}
+
+bool TracePainting::isDrawable(const SampleSpan &samples, int i)
+{
+    return std::isfinite(samples.x(i)) && std::isfinite(samples.y(i));
+}
+
+void TracePainting::paint()
+{
+    const double density = sampleDensity(m_samples, m_plot.width(), m_plot.visibleRangeX());
+    if (density > densestDirectPaint && m_plot.plotStyle() != GraphPlot::ScatterPlot &&
+        !m_plot.plotData()->usePointsAsSegments())
+        paintEnvelope();
+    else
+        paintDirect(density);
+}
+
+void TracePainting::paintDirect(double density)
+{
+    const int lineWidth = clampedLineWidth(sampleWidth(density));
+    if (GraphPoint *point = m_plot.graphPoint()) {
+        point->setPenColor(m_plot.penColor());
+        point->setLineWidth(lineWidth);
+    }
+    switch (m_plot.plotStyle()) {
+    case GraphPlot::FillPlot:
+        paintFill();
+        paintLine(lineWidth);
+        break;
+    case GraphPlot::LinePlot:
+    case GraphPlot::MaxLinePlot:
+    case GraphPlot::MinLinePlot:
+        paintLine(lineWidth);
+        break;
+    case GraphPlot::BarPlot:
+        paintBars(lineWidth);
+        break;
+    case GraphPlot::ScatterPlot:
+        paintPoints(lineWidth);
+        break;
+    }
+}
+
+void TracePainting::paintFill()
+{
+    QPainterPath path;
+    bool connected = false;
+    for (int i = 0; i < m_samples.size(); ++i) {
+        if (!isDrawable(m_samples, i)) {
+            connected = false;
+            continue;
+        }
+        const QPointF point(coordinate(m_mapping.x(m_samples.x(i))), coordinate(m_mapping.y(m_samples.y(i))));
+        if (connected)
+            path.lineTo(point);
+        else
+            path.moveTo(point);
+        connected = true;
+    }
+    fillToRow(m_painter, path, m_baseRow, QBrush(fillColor(), Qt::SolidPattern));
+}
+
+void TracePainting::paintLine(int lineWidth)
+{
+    QPainterPath path;
+    const bool segments = m_plot.plotData()->usePointsAsSegments();
+    bool connected = false;
+    for (int i = 0; i < m_samples.size(); ++i) {
+        if (segments && i % 2 == 0)
+            connected = false;
+        if (!isDrawable(m_samples, i)) {
+            connected = false;
+            continue;
+        }
+        const QPointF point(m_mapping.column(m_samples.x(i)), m_mapping.row(m_samples.y(i)));
+        if (connected)
+            path.lineTo(point);
+        else
+            path.moveTo(point);
+        connected = true;
+    }
+    setPen(m_plot.penColor(), lineWidth);
+    drawLinePath(m_painter, path);
+}
+
+void TracePainting::paintBars(int lineWidth)
+{
+    QVector<QLine> bars;
+    bars.reserve(m_samples.size());
+    for (int i = 0; i < m_samples.size(); ++i) {
+        if (!isDrawable(m_samples, i))
+            continue;
+        const int column = m_mapping.column(m_samples.x(i));
+        const int row = m_mapping.row(m_samples.y(i));
+        if (row != m_baseRow)
+            bars.append(QLine(column, m_baseRow, column, row));
+    }
+    setPen(m_plot.penColor(), lineWidth);
+    if (m_plot.plotBaseline()) {
+        // From the column of x = 0, wherever the first visible sample lies.
+        m_painter->drawLine(m_mapping.column(0.0), m_baseRow, m_mapping.column(m_samples.last().x()), m_baseRow);
+    }
+    drawUprightLines(m_painter, bars);
+}
+
+void TracePainting::paintPoints(int lineWidth)
+{
+    QVector<QLine> dots;
+    for (int i = 0; i < m_samples.size(); ++i) {
+        if (!isDrawable(m_samples, i) || (m_samples.y(i) == m_baseline && !m_plot.plotBaseline()))
+            continue;
+        const int column = m_mapping.column(m_samples.x(i));
+        const int row = m_mapping.row(m_samples.y(i));
+        if (m_plot.graphPoint()) {
+            paintPoint(i, column, row);
+        } else {
+            qWarning("Graph Point is null");
+            dots.append(QLine(column, row, column - 1, row - 1));
+        }
+    }
+    if (!dots.isEmpty()) {
+        m_pen.setCapStyle(Qt::RoundCap);
+        setPen(m_plot.penColor(), lineWidth);
+        m_painter->drawLines(dots);
+    }
+}
+
+void TracePainting::paintPoint(int i, int column, int row)
+{
+    GraphPoint *point = m_plot.graphPoint();
+    const int index = m_samples.dataIndex(i); // several points may have the same x
+    point->setPointIndex(index);
+    point->setMargins(row, pixel(m_plot.visibleRangeX() * m_mapping.scaleX() - column),
+                      pixel(m_plot.visibleRangeY() * m_mapping.scaleY() - row), column);
+    {
+        // Heard by the plot, the change would ask for the next repaint from within this one, without end.
+        const QSignalBlocker blocker(point);
+        point->setSelected(index == m_plot.selectedPoint());
+    }
+    point->paint(m_painter, column, row);
+}
+
+void TracePainting::paintEnvelope()
+{
+    ColumnEnvelope envelope = columnEnvelope(m_samples, m_mapping, pixel(m_plot.width()), m_baseline,
+                                             !m_plot.useIntermittentPlot());
+    switch (m_plot.plotStyle()) {
+    case GraphPlot::FillPlot:
+        setPen(fillColor(), 1);
+        drawUprightLines(m_painter, fillStrokes(envelope, m_mapping, m_baseRow));
+        break;
+    case GraphPlot::LinePlot:
+        break;
+    case GraphPlot::MaxLinePlot:
+        envelope.min = envelope.max;
+        break;
+    case GraphPlot::MinLinePlot:
+        envelope.max = envelope.min;
+        break;
+    case GraphPlot::BarPlot:
+        paintEnvelopeBars(envelope);
+        return;
+    default: // a number that names no style
+        return;
+    }
+    joinColumns(envelope, m_baseline, m_plot.plotBaseline());
+    const int lineWidth = penWidth(m_plot.minLineWidth());
+    setPen(m_plot.penColor(), lineWidth);
+    const double minSpan = lineWidth / m_mapping.scaleY();
+    drawUprightLines(m_painter,
+                     envelopeStrokes(envelope, m_mapping, minSpan, m_baseline, m_plot.plotBaseline()));
+}
+
+void TracePainting::paintEnvelopeBars(const ColumnEnvelope &envelope)
+{
+    const BarStrokes strokes = barStrokes(envelope, m_mapping, m_baseRow);
+    setPen(m_plot.penColor(), 1);
+    drawUprightLines(m_painter, strokes.bars);
+    if (m_plot.plotBaseline() && envelope.columns() >= 1)
+        m_painter->drawLine(0, m_baseRow, envelope.columns() - 1, m_baseRow);
+    setPen(translucentColor(m_plot.penColor()), 1);
+    drawUprightLines(m_painter, strokes.spreads);
+}
+
+void TracePainting::setPen(const QColor &color, int width)
+{
+    m_pen.setColor(color);
+    m_pen.setWidth(width);
+    m_painter->setPen(m_pen);
+}
+
+int TracePainting::clampedLineWidth(int width) const
+{
+    // The lower limit wins where the two contradict each other.
+    return penWidth(qMax(m_plot.minLineWidth(), qMin(m_plot.maxLineWidth(), width)));
+}
+
+QColor TracePainting::fillColor() const
+{
+    return m_plot.useTransparencyForFillPlot() ? translucentColor(m_plot.penColor()) : m_plot.penColor();
+}
+
+} // namespace graph
