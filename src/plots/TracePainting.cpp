@@ -142,7 +142,8 @@ void TracePainting::paintBars(int lineWidth)
     setPen(m_plot.penColor(), lineWidth);
     if (m_plot.plotBaseline()) {
         // From the column of x = 0, wherever the first visible sample lies.
-        m_painter->drawLine(m_mapping.column(0.0), m_baseRow, m_mapping.column(m_samples.last().x()), m_baseRow);
+        m_painter->drawLine(m_mapping.column(0.0), m_baseRow, m_mapping.column(m_samples.last().x()),
+                            m_baseRow);
     }
     drawUprightLines(m_painter, bars);
 }

@@ -11,8 +11,8 @@ namespace graph {
 
 struct ColumnEnvelope;
 
-// Paints the samples of a GraphPlot in its style, once. Sparse samples are painted one by one, dense ones as the extremes
-// of each pixel column.
+// Paints the samples of a GraphPlot in its style, once. Sparse samples are painted one by one, dense ones as
+// the extremes of each pixel column.
 class TracePainting
 {
 public:

@@ -5,8 +5,8 @@
 
 namespace graph {
 
-// Item coordinates are bounded by this before lines and shapes are clipped: beyond it, their differences could
-// overflow and the visible part be lost.
+// Item coordinates are bounded by this before lines and shapes are clipped: beyond it, their differences
+// could overflow and the visible part be lost.
 constexpr double farthestCoordinate = 1e15;
 
 // Shortens the line to the part inside the rectangle, edges included. False, the points unspecified, when no

@@ -44,6 +44,20 @@ public:
     double range_ = 100.0;
 };
 
+class Recorder : public BasePainter
+{
+public:
+    using BasePainter::BasePainter;
+    void paint(QPainter *, const QRectF &visibleRect, float scaleX, float scaleY) override
+    {
+        visible = visibleRect;
+        scales = QPointF(scaleX, scaleY);
+    }
+
+    QRectF visible;
+    QPointF scales;
+};
+
 QImage painted(ContainerPlot &plot)
 {
     return picture([&](QPainter *painter) { plot.paint(painter); });
@@ -361,6 +375,12 @@ private slots:
         QCOMPARE(painted(plot).pixelColor(50, 50), QColor(Qt::red));
         lower->setVisible(false);
         QCOMPARE(painted(plot).pixelColor(50, 50), QColor(Qt::blue));
+        // What a figure is handed: the visible range, its lowest y first, and pixels a unit.
+        Recorder figure(&plot);
+        plot.setSize(QSizeF(201, 51));
+        painted(plot);
+        QCOMPARE(figure.visible, QRectF(0.0, 0.0, 100.0, 100.0));
+        QCOMPARE(figure.scales, QPointF(2.0, 0.5));
         plot.range_ = 0.0;
         QVERIFY(inkBox(painted(plot)).isEmpty());
     }

@@ -255,20 +255,21 @@ private slots:
         plot()->setPlotData(points);
         plot()->setPlotStyle(GraphPlot::ScatterPlot);
         plot()->setSelectedPoint(1);
+        plot()->setHeight(51); // half a pixel a unit
         Recorder recorder;
         plot()->setGraphPoint(&recorder);
         QSignalSpy changed(&recorder, SIGNAL(pointChanged()));
         painted(plot());
         // In ascending order of x: column, row, margins clockwise from the top, index. Each keeps an index of its own.
-        QCOMPARE(recorder.points, (QVector<QVector<int>>{{25, 40, 40, 75, 60, 25, 1},
-                                                         {25, 20, 20, 75, 80, 25, 2},
-                                                         {75, 30, 30, 25, 70, 75, 0}}));
+        QCOMPARE(recorder.points, (QVector<QVector<int>>{{25, 20, 20, 75, 30, 25, 1},
+                                                         {25, 10, 10, 75, 40, 25, 2},
+                                                         {75, 15, 15, 25, 35, 75, 0}}));
         QCOMPARE(recorder.selected, QVector<int>{1});
         QCOMPARE(recorder.pen, QPen(QColor("red"), 16, Qt::SolidLine, Qt::RoundCap));
         // Heard by the plot, the changes of the selection would repaint it for ever.
         QCOMPARE(changed.count(), 0);
-        QCOMPARE(plot()->checkClickPosition(25, 20, 3), 2);
-        QCOMPARE(plot()->checkClickPosition(75, 30, 3), 0);
+        QCOMPARE(plot()->checkClickPosition(25, 10, 3), 2);
+        QCOMPARE(plot()->checkClickPosition(75, 15, 3), 0);
     }
 
     void drawsNothing_data()

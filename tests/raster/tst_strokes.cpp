@@ -30,8 +30,8 @@ private:
     QColor m_backdrop;
 };
 
-// Random strokes, as plots have them and as they had better not be: of any length and direction, beside the picture,
-// through wide, thin and translucent pens, shifted, clipped, scaled and smoothed.
+// Random strokes, as plots have them and as they had better not be: of any length and direction, beside the
+// picture, through wide, thin and translucent pens, shifted, clipped, scaled and smoothed.
 void tst_strokes::uprightLines()
 {
     const QSize size(61, 47);
@@ -78,14 +78,18 @@ void tst_strokes::uprightLines()
         const QImage actual = picture([&](QPainter *painter) { graph::drawUprightLines(painter, lines); });
         if (actual != expected) {
             QFAIL(qPrintable(QStringLiteral("round %1: pen %2, alpha %3, shift %4 %5, scale %6")
-                                 .arg(round).arg(pen.width()).arg(pen.color().alpha()).arg(shift.x())
-                                 .arg(fraction).arg(scale)));
+                                 .arg(round)
+                                 .arg(pen.width())
+                                 .arg(pen.color().alpha())
+                                 .arg(shift.x())
+                                 .arg(fraction)
+                                 .arg(scale)));
         }
     }
 }
 
-// A path, mostly a long one: steep or flat, with gaps and lone points, now and then going back, reaching out of the picture
-// a little or beyond what the engine can hold.
+// A path, mostly a long one: steep or flat, with gaps and lone points, now and then going back, reaching out
+// of the picture a little or beyond what the engine can hold.
 QPainterPath tst_strokes::randomPath()
 {
     const int farthest = oneIn(8) ? 1 << whole(10, 24) : 60;
@@ -98,7 +102,8 @@ QPainterPath tst_strokes::randomPath()
     for (int i = whole(2, 90); i > 0; --i) {
         const QPointF last = path.currentPosition();
         const double y = qBound(-1.0 * farthest, last.y() + whole(-steepest, steepest), 1.0 * farthest);
-        const QPointF next(last.x() + whole(-widestStepBack, widestStep) * fraction, oneIn(9) ? whole(-9, 60) : y * fraction);
+        const QPointF next(last.x() + whole(-widestStepBack, widestStep) * fraction,
+                           oneIn(9) ? whole(-9, 60) : y * fraction);
         if (oneIn(gap))
             path.moveTo(next);
         else
@@ -135,7 +140,9 @@ void tst_strokes::linePaths()
             painter->strokePath(path, pen);
         };
         if (picture(drawn) != picture(stroked))
-            QFAIL(qPrintable(QStringLiteral("round %1: pen %2, %3 points").arg(round).arg(pen.width())
+            QFAIL(qPrintable(QStringLiteral("round %1: pen %2, %3 points")
+                                 .arg(round)
+                                 .arg(pen.width())
                                  .arg(path.elementCount())));
     }
 }
@@ -158,17 +165,19 @@ void tst_strokes::areas()
             }
         }
         const QBrush brush(QColor(10, 200, 30, 120));
-        if (picture([&](QPainter *painter) { graph::fillToRow(painter, path, row, brush); })
-            != picture([&](QPainter *painter) { painter->fillPath(outline, brush); }))
+        if (picture([&](QPainter *painter) { graph::fillToRow(painter, path, row, brush); }) !=
+            picture([&](QPainter *painter) { painter->fillPath(outline, brush); }))
             QFAIL(qPrintable(QStringLiteral("round %1: %2 points").arg(round).arg(path.elementCount())));
         path.setFillRule(oneIn(2) ? Qt::WindingFill : Qt::OddEvenFill);
-        if (picture([&](QPainter *painter) { graph::fillOutline(painter, path, brush); })
-            != picture([&](QPainter *painter) { painter->fillPath(path, brush); }))
-            QFAIL(qPrintable(QStringLiteral("round %1: outline of %2 points").arg(round).arg(path.elementCount())));
+        if (picture([&](QPainter *painter) { graph::fillOutline(painter, path, brush); }) !=
+            picture([&](QPainter *painter) { painter->fillPath(path, brush); }))
+            QFAIL(qPrintable(
+                QStringLiteral("round %1: outline of %2 points").arg(round).arg(path.elementCount())));
     }
 }
 
-// Runs of pixels are covered exactly once, by no more rows of rectangles than there are stretches of pixels side by side.
+// Runs of pixels are covered exactly once, by no more rows of rectangles than there are stretches of pixels
+// side by side.
 void tst_strokes::rectanglesAreWide()
 {
     constexpr int columns = 40;

@@ -302,7 +302,7 @@ void tst_repaint::everyChangeRepaintsOnce()
     QStringList wrong;
     const auto write = [&](const QMetaProperty &property) {
         const QVariant before = property.read(object);
-        if (!QMetaType::typeFlags(before.userType()).testFlag(QMetaType::PointerToQObject)) {
+        if (!QMetaType(before.userType()).flags().testFlag(QMetaType::PointerToQObject)) {
             const QVariant value = otherValue(property, before);
             return property.write(object, value) ? value : QVariant();
         }

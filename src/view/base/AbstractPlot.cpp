@@ -1,40 +1,27 @@
 #include "view/base/AbstractPlot.h"
 
 #include "axis/ValueAxis.h"
+#include "common/ExtentUpTo.h"
 #include "common/SceneExit.h"
 #include "common/VectorRegisters.h"
 #include "data/PlotData.h"
+#include "view/base/ParentZoom.h"
+#include "view/base/PeakBetween.h"
 #include "view/zoom/ZoomRect.h"
 
-#include <QMetaMethod>
-#include <QMetaProperty>
 #include <QPainter>
-
-#include <algorithm>
-#include <cmath>
-#include <limits>
 
 namespace {
 
-// One direction of the plot's mapping, without asking for the ranges of the other.
-graph::PixelScale scaleX(const AbstractPlot &plot)
+QPointF farCorner(const QRectF &rect)
 {
-    return {plot.minVisibleX(), plot.visibleRangeX(), plot.width()};
+    return QPointF(rect.x() + rect.width(), rect.y() + rect.height());
 }
 
-graph::PixelScale scaleY(const AbstractPlot &plot)
+// Not normalised.
+QRectF spanned(const QPointF &first, const QPointF &second)
 {
-    return {plot.maxVisibleY(), -plot.visibleRangeY(), plot.height()};
-}
-
-// The extent of a rectangle whose far edge, the sum of its begin and this, does not fall short of `end` by a rounding
-// error: a figure at the visible maximum is visible.
-double extentUpTo(double begin, double extent, double end)
-{
-    const double missing = end - (begin + extent);
-    const double rounding = std::numeric_limits<double>::epsilon() * std::max(std::abs(begin), std::abs(end));
-    const bool fallsShort = missing > 0.0 && missing <= rounding;
-    return fallsShort ? std::nextafter(extent, std::numeric_limits<double>::infinity()) : extent;
+    return QRectF(first, QSizeF(second.x() - first.x(), second.y() - first.y()));
 }
 
 } // namespace
@@ -107,8 +94,8 @@ double AbstractPlot::baseline() const
 QRectF AbstractPlot::visibleRect() const
 {
     return QRectF(minVisibleX(), minVisibleY(),
-                  extentUpTo(minVisibleX(), visibleRangeX(), maxVisibleX()),
-                  extentUpTo(minVisibleY(), visibleRangeY(), maxVisibleY()));
+                  graph::extentUpTo(minVisibleX(), visibleRangeX(), maxVisibleX()),
+                  graph::extentUpTo(minVisibleY(), visibleRangeY(), maxVisibleY()));
 }
 
 graph::PixelMapping AbstractPlot::pixelMapping() const
@@ -227,38 +214,7 @@ double AbstractPlot::visibleRangeY() const
     \qmlmethod point AbstractPlot::mapFromItem(point point)
     The same for both coordinates of a point. They take the place of the functions of Item that name a second item:
     for those call \c {other.mapFromItem(plot, x, y)}.
-*/
-double AbstractPlot::mapToItemX(double x) const
-{
-    return scaleX(*this).coordinate(x);
-}
 
-double AbstractPlot::mapFromItemX(double px) const
-{
-    return scaleX(*this).value(px);
-}
-
-double AbstractPlot::mapToItemY(double y) const
-{
-    return scaleY(*this).coordinate(y);
-}
-
-double AbstractPlot::mapFromItemY(double py) const
-{
-    return scaleY(*this).value(py);
-}
-
-QPointF AbstractPlot::mapToItem(QPointF point) const
-{
-    return QPointF(mapToItemX(point.x()), mapToItemY(point.y()));
-}
-
-QPointF AbstractPlot::mapFromItem(QPointF point) const
-{
-    return QPointF(mapFromItemX(point.x()), mapFromItemY(point.y()));
-}
-
-/*!
     \qmlmethod rect AbstractPlot::mapRectToItem(rect rect)
     \qmlmethod rect AbstractPlot::mapRectFromItem(rect rect)
     Maps two opposite corners. The result is not normalised: y grows upwards in the data and downwards in the item, so
@@ -266,16 +222,12 @@ QPointF AbstractPlot::mapFromItem(QPointF point) const
 */
 QRectF AbstractPlot::mapRectToItem(QRectF rect) const
 {
-    const QPointF first = mapToItem(rect.topLeft());
-    const QPointF second = mapToItem(QPointF(rect.x() + rect.width(), rect.y() + rect.height()));
-    return QRectF(first, QSizeF(second.x() - first.x(), second.y() - first.y()));
+    return spanned(mapToItem(rect.topLeft()), mapToItem(farCorner(rect)));
 }
 
 QRectF AbstractPlot::mapRectFromItem(QRectF rect) const
 {
-    const QPointF first = mapFromItem(rect.topLeft());
-    const QPointF second = mapFromItem(QPointF(rect.x() + rect.width(), rect.y() + rect.height()));
-    return QRectF(first, QSizeF(second.x() - first.x(), second.y() - first.y()));
+    return spanned(mapFromItem(rect.topLeft()), mapFromItem(farCorner(rect)));
 }
 
 /*!
@@ -287,22 +239,10 @@ double AbstractPlot::getVisibleSpanYPeak() const
 {
     if (!m_axisY)
         return 0.0;
-    double peak = m_axisY->minValue();
-    if (!m_axisX || !m_plotData)
-        return peak;
-    const double lowest = m_axisX->minVisible();
-    const double highest = m_axisX->maxVisible();
-    bool found = false;
-    for (int i = 0; i < m_plotData->size(); ++i) {
-        const double x = m_plotData->x(i);
-        if (!(x >= lowest && x <= highest))
-            continue;
-        const double y = m_plotData->y(i);
-        if (!found || y > peak)
-            peak = y;
-        found = true;
-    }
-    return peak;
+    const double least = m_axisY->minValue();
+    return m_axisX && m_plotData
+               ? graph::peakBetween(*m_plotData, m_axisX->minVisible(), m_axisX->maxVisible(), least)
+               : least;
 }
 
 void AbstractPlot::setZoomRect(ZoomRect *zoomRect)
@@ -434,22 +374,14 @@ void AbstractPlot::itemChange(ItemChange change, const ItemChangeData &data)
 
 void AbstractPlot::followZoomRectOfParent()
 {
-    if (const QQuickItem *parent = parentItem()) {
-        const QMetaObject *type = parent->metaObject();
-        const QMetaProperty property = type->property(type->indexOfProperty("zoomRect"));
-        // In a document the parent's binding may not have been evaluated when the plot arrives.
-        if (property.hasNotifySignal()) {
-            static const int slot = staticMetaObject.indexOfSlot("adoptZoomRectOfParent()");
-            connect(parent, property.notifySignal(), this, staticMetaObject.method(slot),
-                    Qt::UniqueConnection);
-        }
-    }
+    // In a document the parent's binding may not have been evaluated when the plot arrives.
+    graph::followZoomRect(parentItem(), this, "adoptZoomRectOfParent()");
     adoptZoomRectOfParent();
 }
 
 void AbstractPlot::adoptZoomRectOfParent()
 {
-    setZoomRect(parentItem() ? parentItem()->property("zoomRect").value<ZoomRect *>() : nullptr);
+    setZoomRect(graph::zoomRectOf(parentItem()));
 }
 
 void AbstractPlot::componentComplete()

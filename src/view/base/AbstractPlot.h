@@ -55,12 +55,18 @@ public:
     Q_INVOKABLE virtual double visibleRangeX() const;
     Q_INVOKABLE virtual double visibleRangeY() const;
 
-    Q_INVOKABLE double mapToItemX(double x) const;
-    Q_INVOKABLE double mapFromItemX(double px) const;
-    Q_INVOKABLE double mapToItemY(double y) const;
-    Q_INVOKABLE double mapFromItemY(double py) const;
-    Q_INVOKABLE QPointF mapToItem(QPointF point) const;
-    Q_INVOKABLE QPointF mapFromItem(QPointF point) const;
+    Q_INVOKABLE double mapToItemX(double x) const { return scaleX().coordinate(x); }
+    Q_INVOKABLE double mapFromItemX(double px) const { return scaleX().value(px); }
+    Q_INVOKABLE double mapToItemY(double y) const { return scaleY().coordinate(y); }
+    Q_INVOKABLE double mapFromItemY(double py) const { return scaleY().value(py); }
+    Q_INVOKABLE QPointF mapToItem(QPointF point) const
+    {
+        return {mapToItemX(point.x()), mapToItemY(point.y())};
+    }
+    Q_INVOKABLE QPointF mapFromItem(QPointF point) const
+    {
+        return {mapFromItemX(point.x()), mapFromItemY(point.y())};
+    }
     Q_INVOKABLE QRectF mapRectToItem(QRectF rect) const;
     Q_INVOKABLE QRectF mapRectFromItem(QRectF rect) const;
     Q_INVOKABLE double getVisibleSpanYPeak() const;
@@ -88,9 +94,11 @@ protected:
 
     void setValid(bool valid);
 
-    // Whether paint() goes on with this mapping; while there is data that can be mapped, unless a subclass says otherwise.
+    // Whether paint() goes on with this mapping; while there is data that can be mapped, unless a subclass
+    // says otherwise.
     virtual bool isPaintable(const graph::PixelMapping &mapping) const;
-    // How far to the right and down everything is painted, in pixels: 1 into a framebuffer object, 0 into an image.
+    // How far to the right and down everything is painted, in pixels: 1 into a framebuffer object, 0 into an
+    // image.
     virtual double framebufferShift() const;
     virtual void paintPlot(const graph::PlotFrame &frame);
 
@@ -98,6 +106,9 @@ private slots:
     void adoptZoomRectOfParent();
 
 private:
+    // One direction of the mapping, without asking for the ranges of the other.
+    graph::PixelScale scaleX() const { return {minVisibleX(), visibleRangeX(), width()}; }
+    graph::PixelScale scaleY() const { return {maxVisibleY(), -visibleRangeY(), height()}; }
     void followZoomRectOfParent();
     void followAxis(ValueAxis *axis);
 
