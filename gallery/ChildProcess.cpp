@@ -10,11 +10,22 @@ namespace {
 
 const int endTimeout = 2000;
 
+// What the child does before the program is loaded.
+void prepareChild()
+{
+    ::prctl(PR_SET_PDEATHSIG, SIGTERM);
+    // The terminal's interrupt is for this program, which ends its children in their order.
+    ::setpgid(0, 0);
+}
+
 } // namespace
 
 ChildProcess::ChildProcess(QObject *parent)
     : QProcess(parent)
 {
+#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
+    setChildProcessModifier(prepareChild);
+#endif
 }
 
 ChildProcess::~ChildProcess()
@@ -35,11 +46,11 @@ void ChildProcess::stop()
     waitForFinished(endTimeout);
 }
 
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
 void ChildProcess::setupChildProcess()
 {
-    ::prctl(PR_SET_PDEATHSIG, SIGTERM);
-    // The terminal's interrupt is for this program, which ends its children in their order.
-    ::setpgid(0, 0);
+    prepareChild();
 }
+#endif
 
 } // namespace gallery

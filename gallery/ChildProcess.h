@@ -16,8 +16,10 @@ public:
 
     void stop();
 
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
 protected:
     void setupChildProcess() override;
+#endif
 };
 
 } // namespace gallery

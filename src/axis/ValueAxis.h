@@ -4,6 +4,7 @@
 #include "axis/AxisRange.h"
 #include "axis/AxisTicks.h"
 #include "axis/LabelTexts.h"
+#include "common/QtVersion.h"
 #include "platform/ui/BaseFormatter.h"
 #include "view/zoom/ZoomRect.h"
 
@@ -16,6 +17,8 @@
 
 class QPainter;
 class XYScale;
+
+Q_MOC_INCLUDE("view/base/XYScale.h")
 
 namespace graph {
 struct TickSet;

@@ -345,9 +345,9 @@ int GraphCursor::moveOnScreen(const PlotData &data, int direction, bool autoRepe
     return m_posOnScreen;
 }
 
-void GraphCursor::geometryChanged(const QRectF &newGeometry, const QRectF &oldGeometry)
+void GraphCursor::GRAPH_GEOMETRY_CHANGED(const QRectF &newGeometry, const QRectF &oldGeometry)
 {
-    QQuickPaintedItem::geometryChanged(newGeometry, oldGeometry);
+    QQuickPaintedItem::GRAPH_GEOMETRY_CHANGED(newGeometry, oldGeometry);
     if (newGeometry.width() > 0.0 && newGeometry.height() > 0.0 && newGeometry.width() != oldGeometry.width()) {
         if (places().valueOf(m_posIndex, m_posValue))
             setPosIndex(m_posIndex);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "common/QtVersion.h"
 #include "cursors/KeyAcceleration.h"
 #include "cursors/TrackedPlots.h"
 
@@ -20,6 +21,10 @@ class GraphMarker;
 class PlotData;
 class ValueAxis;
 class ZoomRect;
+
+Q_MOC_INCLUDE("cursors/GraphMarker.h")
+Q_MOC_INCLUDE("data/PlotData.h")
+Q_MOC_INCLUDE("view/base/AbstractPlot.h")
 
 namespace graph {
 class CursorPlaces;
@@ -151,7 +156,7 @@ protected slots:
     void handlePlotSizeChanged();
 
 protected:
-    void geometryChanged(const QRectF &newGeometry, const QRectF &oldGeometry) override;
+    void GRAPH_GEOMETRY_CHANGED(const QRectF &newGeometry, const QRectF &oldGeometry) override;
     void itemChange(ItemChange change, const ItemChangeData &data) override;
     void componentComplete() override;
 

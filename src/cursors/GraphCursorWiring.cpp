@@ -1,6 +1,7 @@
 // What the cursor has to do with the plots, the markers and the zoom rectangle of its view.
 
 #include "axis/ValueAxis.h"
+#include "common/QtVersion.h"
 #include "cursors/CursorDirection.h"
 #include "cursors/CursorPlaces.h"
 #include "cursors/GraphCursor.h"
@@ -33,8 +34,8 @@ QQmlListProperty<AbstractPlot> GraphCursor::plots()
         cursorOf(list)->m_plots.append(plot);
         emit cursorOf(list)->plotsChanged();
     };
-    const auto count = [](List *list) { return cursorOf(list)->m_plots.count(); };
-    const auto at = [](List *list, int index) { return cursorOf(list)->m_plots.plot(index); };
+    const auto count = [](List *list) -> graph::ListIndex { return cursorOf(list)->m_plots.count(); };
+    const auto at = [](List *list, graph::ListIndex index) { return cursorOf(list)->m_plots.plot(int(index)); };
     const auto clear = [](List *list) {
         cursorOf(list)->m_plots.replace({});
         emit cursorOf(list)->plotsChanged();
@@ -51,8 +52,8 @@ QQmlListProperty<AbstractPlot> GraphCursor::plots()
 QQmlListProperty<PlotData> GraphCursor::series()
 {
     using List = QQmlListProperty<PlotData>;
-    return {this, nullptr, [](List *list) { return cursorOf(list)->seriesList().size(); },
-            [](List *list, int index) { return cursorOf(list)->seriesList().value(index).data(); }};
+    return {this, nullptr, [](List *list) -> graph::ListIndex { return cursorOf(list)->seriesList().size(); },
+            [](List *list, graph::ListIndex index) { return cursorOf(list)->seriesList().value(index).data(); }};
 }
 
 /*!
@@ -69,8 +70,8 @@ QQmlListProperty<GraphMarker> GraphCursor::markers()
         cursorOf(list)->m_markers.append(marker);
         emit cursorOf(list)->markersChanged();
     };
-    const auto count = [](List *list) { return cursorOf(list)->m_markers.size(); };
-    const auto at = [](List *list, int index) { return cursorOf(list)->m_markers.value(index).data(); };
+    const auto count = [](List *list) -> graph::ListIndex { return cursorOf(list)->m_markers.size(); };
+    const auto at = [](List *list, graph::ListIndex index) { return cursorOf(list)->m_markers.value(index).data(); };
     const auto clear = [](List *list) {
         cursorOf(list)->m_markers.clear();
         emit cursorOf(list)->markersChanged();
@@ -229,7 +230,7 @@ void GraphCursor::handlePlotActiveChanged()
         return;
     const int index = m_plots.indexOfSeries(data);
     if (data->containsPoint(m_posValue) && index >= 0)
-        setPrimaryPlot(m_plots.plot(index));
+        setPrimaryPlot(m_plots.plot(int(index)));
 }
 
 void GraphCursor::handlePlotValuesChanged()

@@ -80,7 +80,7 @@ int visiblePeak(bool right, const PlotData &data, const ValueAxis &along, const 
 int nextPeak(bool right, const QVector<double> &y, int first, int last, int start, double min, double max)
 {
     const double tolerance = peakTolerance(y, first, last, min, max);
-    const int end = std::min(last, y.size() - 1);
+    const int end = std::min(last, int(y.size()) - 1);
     if (first < 0 || first > end)
         return -1;
     const int from = std::max(std::min(start, end), first);
@@ -123,7 +123,7 @@ bool findSpan(const QVector<double> &y, int first, int last, double &min, double
     if (first < 0 || first >= y.size())
         return false;
     min = max = y.at(first);
-    for (int i = first + 1; i < std::min(last, y.size()); ++i) {
+    for (int i = first + 1; i < std::min(last, int(y.size())); ++i) {
         const double value = y.at(i);
         if (value < min || std::isnan(min))
             min = value;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "common/QtVersion.h"
 #include "data/BusBinding.h"
 #include "data/Quantity.h"
 #include "data/SampleSpan.h"
@@ -14,6 +15,8 @@
 class QDataStream;
 class QTextStream;
 class ValueAxis;
+
+Q_MOC_INCLUDE("axis/ValueAxis.h")
 
 class PlotData : public QObject
 {

@@ -1,5 +1,7 @@
 #include "data/PlotRegions.h"
 
+#include "common/QtVersion.h"
+
 #include <QDataStream>
 
 #include <algorithm>
@@ -21,16 +23,16 @@ void appendRegion(RegionList *list, PlotRegion *region)
         regions->append(region);
 }
 
-int regionCount(RegionList *list)
+graph::ListIndex regionCount(RegionList *list)
 {
     const PlotRegions *regions = owner(list);
     return regions ? regions->size() : 0;
 }
 
-PlotRegion *regionAt(RegionList *list, int index)
+PlotRegion *regionAt(RegionList *list, graph::ListIndex index)
 {
     const PlotRegions *regions = owner(list);
-    return regions ? regions->region(index) : nullptr;
+    return regions ? regions->region(int(index)) : nullptr;
 }
 
 void clearRegions(RegionList *list)

@@ -12,10 +12,15 @@ namespace {
 // A whole number from 0 to 2147483647, of the sequence that every process repeats.
 int pseudoRandom()
 {
+#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
+    static unsigned int state = 1; // where Qt 5 begins
+    return rand_r(&state);
+#else
     QT_WARNING_PUSH
     QT_WARNING_DISABLE_DEPRECATED
     return qrand();
     QT_WARNING_POP
+#endif
 }
 
 } // namespace
@@ -190,7 +195,7 @@ void PlotSeries::fillData(int count, double min, double max)
     constexpr int greatestSize = 1 << 24;
     const double span = max - min;
     double value = pseudoRandom() * span / randomMax + min;
-    const int end = std::min(count, greatestSize - m_yData.size());
+    const int end = std::min(count, greatestSize - int(m_yData.size()));
     for (int i = 0; i < end; ++i) {
         value = value + pseudoRandom() * (span * 0.25) / randomMax - span * 0.25 * 0.5;
         if (value > max)

@@ -39,14 +39,21 @@
 
 namespace {
 
+#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
+void registerPainterInterface(const char *uri)
+{
+    qmlRegisterInterface<BasePainter>(uri, 1);
+}
+#else
 // The form with a URI, which Qt recommends, would tie the interface to one module name.
 QT_WARNING_PUSH
 QT_WARNING_DISABLE_DEPRECATED
-void registerPainterInterface()
+void registerPainterInterface(const char *)
 {
     qmlRegisterInterface<BasePainter>("BasePainter");
 }
 QT_WARNING_POP
+#endif
 
 } // namespace
 
@@ -97,7 +104,7 @@ void Plugin::registerTypes(const char *uri)
     qmlRegisterType<PlotBands>(uri, 1, 0, "PlotBands");
     qmlRegisterType<PlotRegion>(uri, 1, 0, "PlotRegion");
     qmlRegisterType<PlotRegions>(uri, 1, 0, "PlotRegions");
-    registerPainterInterface();
+    registerPainterInterface(uri);
     qmlRegisterType<ContainerPlot>(uri, 1, 0, "ContainerPlot");
     qmlRegisterType<CrossPainter>(uri, 1, 0, "CrossPainter");
     qmlRegisterType<CustomPainter>(uri, 1, 0, "CustomPainter");

@@ -186,7 +186,7 @@ void tst_samepixel::everythingAtOneValue()
         const Ticks rows(chart.y, size);
         QCOMPARE(columns.places.size(), columns.values.size());
         QCOMPARE(rows.places.size(), rows.values.size());
-        const int count = std::min(columns.values.size(), rows.values.size());
+        const int count = int(std::min(columns.values.size(), rows.values.size()));
         chart.show(columns.values.mid(0, count), rows.values.mid(0, count), size);
         LineRecorder::linesOf([&](QPainter *painter) { chart.plot.paint(painter); });
         QCOMPARE(chart.point.pixels.size(), count);

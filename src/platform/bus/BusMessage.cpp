@@ -88,7 +88,7 @@ std::optional<ItemsAnswer> itemsAnswer(const QDBusMessage &message, int *malform
 QVariantList arrayPartArguments(quint64 serial, const QString &itemName, const QVector<double> &vector,
                                 int offset)
 {
-    const int count = std::min(vector.size() - offset, maxPartElements);
+    const int count = std::min(int(vector.size()) - offset, maxPartElements);
     return {serial, itemName, quint64(vector.size()), quint64(offset), blockOfVector(vector, offset, count)};
 }
 

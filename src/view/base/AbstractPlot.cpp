@@ -389,7 +389,7 @@ void AbstractPlot::componentComplete()
     QQuickPaintedItem::componentComplete();
 }
 
-void AbstractPlot::geometryChanged(const QRectF &newGeometry, const QRectF &oldGeometry)
+void AbstractPlot::GRAPH_GEOMETRY_CHANGED(const QRectF &newGeometry, const QRectF &oldGeometry)
 {
-    QQuickPaintedItem::geometryChanged(newGeometry, oldGeometry);
+    QQuickPaintedItem::GRAPH_GEOMETRY_CHANGED(newGeometry, oldGeometry);
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "common/PixelMapping.h"
+#include "common/QtVersion.h"
 #include "view/base/PlotFrame.h"
 
 #include <QColor>
@@ -10,6 +11,10 @@
 class PlotData;
 class ValueAxis;
 class ZoomRect;
+
+Q_MOC_INCLUDE("axis/ValueAxis.h")
+Q_MOC_INCLUDE("data/PlotData.h")
+Q_MOC_INCLUDE("view/zoom/ZoomRect.h")
 
 // Base of every plot item: binds one data object to a horizontal and a vertical axis and maps data values to the
 // pixels of the item. Plots, cursors, markers and painters all use this mapping; subclasses change it by overriding
@@ -90,7 +95,7 @@ protected slots:
 protected:
     void itemChange(ItemChange change, const ItemChangeData &data) override;
     void componentComplete() override;
-    void geometryChanged(const QRectF &newGeometry, const QRectF &oldGeometry) override;
+    void GRAPH_GEOMETRY_CHANGED(const QRectF &newGeometry, const QRectF &oldGeometry) override;
 
     void setValid(bool valid);
 

@@ -1,6 +1,7 @@
 #include "view/frame/GraphView.h"
 
 #include "axis/ValueAxis.h"
+#include "common/QtVersion.h"
 #include "common/SceneExit.h"
 #include "cursors/GraphCursor.h"
 #include "data/PlotData.h"
@@ -43,13 +44,13 @@ private:
     }
 
     template <List list>
-    static int count(QQmlListProperty<T> *property)
+    static graph::ListIndex count(QQmlListProperty<T> *property)
     {
         return property->object ? (static_cast<GraphView *>(property->object)->*list).size() : 0;
     }
 
     template <List list>
-    static T *at(QQmlListProperty<T> *property, int index)
+    static T *at(QQmlListProperty<T> *property, graph::ListIndex index)
     {
         return (static_cast<GraphView *>(property->object)->*list).value(index);
     }

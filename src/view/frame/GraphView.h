@@ -1,5 +1,7 @@
 #pragma once
 
+#include "common/QtVersion.h"
+
 #include <QPointer>
 #include <QQmlListProperty>
 #include <QQuickItem>
@@ -11,6 +13,10 @@ class PlotData;
 class ValueAxis;
 class XYScale;
 class ZoomRect;
+
+Q_MOC_INCLUDE("axis/ValueAxis.h")
+Q_MOC_INCLUDE("data/PlotData.h")
+Q_MOC_INCLUDE("view/zoom/ZoomRect.h")
 
 // The container of one chart. Once QML has built all children it wires them together: scales, axes, plots, cursors and
 // a flickable. The content item is the plot area: everything but the scales fills it.
