@@ -50,7 +50,7 @@ public:
         const int columns = m_layer.width();
         const double samplesPerPixel = (m_last - m_first) / (columns - 1);
         const auto firstSampleOf = [&](int column) {
-            return std::min(m_samples.size(), std::max(0, int(m_first + column * samplesPerPixel + 1)));
+            return std::min(int(m_samples.size()), std::max(0, int(m_first + column * samplesPerPixel + 1)));
         };
         graph::MinMax before;
         int begin = std::max(0, int(m_first));

@@ -99,7 +99,7 @@ public:
             m_series.append(qobject_cast<PlotSeries *>(plot->plotData()));
         }
         if (m_series.size() != m_count)
-            qFatal("%d traces instead of %d", m_series.size(), m_count);
+            qFatal("%d traces instead of %d", int(m_series.size()), m_count);
     }
 
     void useSet(int set) override
