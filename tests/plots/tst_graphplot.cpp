@@ -58,6 +58,7 @@ private slots:
         QTest::addColumn<Rows>("translucent");
         // A column that holds 20, 30 and 40 in a trace that is 10 elsewhere: rows 30 to 10 above 40.
         QTest::newRow("fill") << int(GraphPlot::FillPlot) << Rows(10, 39) << Rows(40, 49);
+        QTest::newRow("opaque fill") << int(GraphPlot::FillPlot) << Rows(10, 49) << nothing;
         QTest::newRow("line") << int(GraphPlot::LinePlot) << Rows(10, 39) << nothing;
         QTest::newRow("maximum") << int(GraphPlot::MaxLinePlot) << Rows(10, 39) << nothing;
         QTest::newRow("minimum") << int(GraphPlot::MinLinePlot) << Rows(30, 39) << nothing;
@@ -73,6 +74,7 @@ private slots:
         y[152] = 30;
         series()->setXInterval(1.0 / 3);
         series()->setYData(y);
+        plot()->setUseTransparencyForFillPlot(QTest::currentDataTag() != QByteArray("opaque fill"));
         plot()->setProperty("plotStyle", style);
         const QImage image = painted(plot());
 
@@ -81,6 +83,7 @@ private slots:
             const int alpha = qAlpha(image.pixel(50, row));
             if (alpha == 0)
                 continue;
+            QVERIFY(alpha == 255 || alpha == 96);
             Rows &rows = alpha == 255 ? opaque : translucent;
             rows = Rows(rows.first == -1 ? row : rows.first, row);
         }
@@ -183,6 +186,27 @@ private slots:
         for (int column = 0; column < image.width(); ++column)
             painted += qAlpha(image.pixel(column, 40)) != 0;
         QTEST(painted, "width");
+    }
+
+    void baselineOfBars_data()
+    {
+        QTest::addColumn<double>("interval");
+        QTest::addColumn<QRect>("box"); // from x = 0 to the last sample, over the whole width where data is dense
+        QTest::newRow("sparse") << 10.0 << QRect(0, 50, 70, 1);
+        QTest::newRow("dense") << 0.25 << QRect(0, 50, 100, 1);
+    }
+
+    void baselineOfBars()
+    {
+        QFETCH(double, interval);
+        series()->setXFirstValue(30);
+        series()->setXInterval(interval);
+        series()->setYData(QVector<double>(int(40 / interval) + 1, 0.0));
+        plot()->setMaxLineWidth(1);
+        const auto isPainted = [](const QColor &pixel) { return pixel.alpha() != 0; };
+        QVERIFY(inkBox(painted(plot()), isPainted).isEmpty());
+        plot()->setPlotBaseline(true);
+        QTEST(inkBox(painted(plot()), isPainted), "box");
     }
 
     void segmentsAreNotConnected()
