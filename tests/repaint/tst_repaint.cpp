@@ -129,6 +129,67 @@ public:
     void setPrecision(int) override {}
 };
 
+// Name | the objects: `item` is watched, the properties of `object`, or of the item itself, are written |
+// those properties that change nothing to be seen, or only with the next repaint; with a star those that
+// repaint at each write, with a question mark those that may do either.
+const char *const rows = R"(
+GraphPlot | C.GraphPlot { id: item; plotData: series } | penColor useIntermittentPlot
+WorldPlot | C.WorldPlot { id: item; plotData: series } | penColor useIntermittentPlot scaleAxisX scaleAxisY
+AreaPlot | C.AreaPlot { id: item; maxData: series; minData: lower } | penColor
+HeatmapPlot | C.HeatmapPlot { id: item; $axes } | penColor testPointState dataDirectory dataFilePath*
+ChannelPlot | C.ChannelPlot { id: item; plotData: regions } | penColor
+GraphBands | C.GraphBands { id: item; plotData: regions } | penColor
+ContainerPlot | C.ContainerPlot { id: item; $axes } | penColor
+GraphPointDot | $decorated |
+GraphPointCircle | $decorated |
+GraphPointCross | $decorated |
+GraphPointHorizontalLine | $decorated |
+GraphPointVerticalLine | $decorated |
+GraphPointMarker | $decorated |
+GraphPointReflections | $decorated |
+GraphPointActiveMarker | $decorated |
+GraphPointPictogramMarker | $decorated |
+CrossPainter | $figure | plotParent
+TextPainter | $figure | plotParent
+SegmentPainter | $figure | plotParent
+CustomPainter | $figure | plotParent
+IntegralPainter | $figure |
+PlotSeries | $name { id: object; $axes; yData: [1, 2] } C.GraphPlot { id: item; plotData: object } | dbusAddress
+PlotPoints | $name { id: object; $axes; yData: [1, 2] } C.GraphPlot { id: item; plotData: object } | dbusAddress
+PlotBands | $name { id: object; $axes; yData: [1, 2] } C.GraphPlot { id: item; plotData: object } | dbusAddress
+PlotRegions | $name { id: object; $axes; regions: PlotRegion {} } C.ChannelPlot { id: item; plotData: object } | dbusAddress
+PlotRegion | PlotRegions { id: all; $axes; regions: $name { id: object } } C.ChannelPlot { id: item; plotData: all } | plotStyle
+lower envelope | PlotSeries { id: object } C.AreaPlot { id: item; minData: object; maxData: series } | dbusAddress
+GraphCursor | GraphView { $view C.$name { id: item } } | $cursor
+GraphCursorY | GraphView { $view C.$name { id: item } } | $cursor
+GraphMarker | GraphView { $view C.GraphCursor { id: item; markers: GraphMarker { id: object } } } | label
+source | GraphPlot { id: object; plotData: series } C.WorldPlot { id: item; graphPlot: object } | penColor minLineWidth maxLineWidth useIntermittentPlot useTransparencyForFillPlot selectedPoint graphPoint destroyed
+x of a plot | ValueAxis { $x } C.GraphPlot { id: item; plotData: PlotSeries { axisX: object; axisY: vertical; yData: [1] } } | $axis minVisible* maxVisible*
+y of a plot | ValueAxis { $y } C.GraphPlot { id: item; plotData: PlotSeries { axisX: horizontal; axisY: object; yData: [1] } } | $axis minVisible* maxVisible*
+x of a plane | GraphView { width: 100; height: 100; axes: [ValueAxis { $x; $planes }] C.XYScale { id: item } GraphPlot { axisX: object } } | $axis
+y of a plane | GraphView { width: 100; height: 100; axes: [ValueAxis { $y; $planes }] C.XYScale { id: item } GraphPlot { axisY: object } } | $axis
+zoom | Item { property QtObject zoomRect: ZoomRect { id: object } C.GraphPlot { id: item; plotData: series } } | boundingRect minWidth minHeight zoomAxis destroyed
+)";
+const QVector<QPair<QString, QString>> abbreviations{
+    {"$axes", "axisX: horizontal; axisY: vertical"},
+    {"$decorated", "C.GraphPlot { id: item; plotData: series; graphPoint: $name { id: object } }"},
+    {"$figure", "C.ContainerPlot { id: item; axisX: horizontal; axisY: vertical; $name { id: object } }"},
+    {"$view",
+     "width: 100; height: 100; axes: [ValueAxis { id: viewX; maxValue: 10; linesPlane: plane; labelsPlane: "
+     "plane },"
+     "ValueAxis { id: viewY; maxValue: 10; alignment: Qt.AlignLeft; linesPlane: plane; labelsPlane: plane }]"
+     "XYScale { id: plane } GraphPlot { plotData: PlotSeries { axisX: viewX; axisY: viewY; yData: "
+     "[1, 2, 3, 4, 5] } }"},
+    {"$y", "$x; alignment: Qt.AlignLeft"},
+    {"$x", "id: object; maxValue: 10; maxVisible: 10"},
+    {"$planes", "linesPlane: item; labelsPlane: item"},
+    {"$cursor", "panMargin font staysOnScreen autoPrimaryPlot primaryPlot? visible*"},
+    {"$axis",
+     "lineColor lineJoinStyle lineDashPattern lineWidth lineStyle labelColor labelFont staggered "
+     "tickInterval "
+     "numTicks dynamicTicksRatio baseline tickLabels customInterval labelsPlane linesPlane linePen labelPen"},
+};
+
 } // namespace
 
 class tst_repaint : public QObject
@@ -179,103 +240,18 @@ private:
 
 void tst_repaint::everyChangeRepaintsOnce_data()
 {
-    QTest::addColumn<QString>("items"); // `item` is watched, the properties of `object` are written
-    // Those that change nothing to be seen, or only with the next repaint; with a star those that repaint at
-    // each write.
+    QTest::addColumn<QString>("items");
     QTest::addColumn<QString>("silent");
-    // With a question mark those that may do either.
-    const auto row = [](const char *name, const QString &items, const QString &silent) {
-        QTest::newRow(name) << items << silent;
-    };
-    const QString cursor = "panMargin font staysOnScreen autoPrimaryPlot primaryPlot? visible*";
-    const QString axis =
-        "lineColor lineJoinStyle lineDashPattern lineWidth lineStyle labelColor labelFont staggered "
-        "tickInterval numTicks dynamicTicksRatio baseline tickLabels customInterval labelsPlane linesPlane "
-        "linePen labelPen ";
-    row("GraphPlot", "C.GraphPlot { id: item; plotData: series }", "penColor useIntermittentPlot");
-    row("WorldPlot", "C.WorldPlot { id: item; plotData: series }",
-        "penColor useIntermittentPlot scaleAxisX scaleAxisY");
-    row("AreaPlot", "C.AreaPlot { id: item; maxData: series; minData: lower }", "penColor");
-    row("HeatmapPlot", "C.HeatmapPlot { id: item; axisX: horizontal; axisY: vertical }",
-        "penColor testPointState dataDirectory dataFilePath*");
-    row("ChannelPlot", "C.ChannelPlot { id: item; plotData: regions }", "penColor");
-    row("GraphBands", "C.GraphBands { id: item; plotData: regions }", "penColor");
-    row("ContainerPlot", "C.ContainerPlot { id: item; axisX: horizontal; axisY: vertical }", "penColor");
-
-    for (const char *type :
-         {"GraphPointDot", "GraphPointCircle", "GraphPointCross", "GraphPointHorizontalLine",
-          "GraphPointVerticalLine", "GraphPointMarker", "GraphPointReflections", "GraphPointActiveMarker",
-          "GraphPointPictogramMarker"}) {
-        row(type,
-            QString("C.GraphPlot { id: item; plotData: series; graphPoint: %1 { id: object } }").arg(type),
-            "");
+    for (const QString &line : QString(rows).split('\n', Qt::SkipEmptyParts)) {
+        QStringList cells = line.split('|');
+        const QString name = cells[0].trimmed();
+        for (QString &cell : cells) {
+            for (const auto &abbreviation : abbreviations)
+                cell.replace(abbreviation.first, abbreviation.second);
+            cell = cell.replace("$name", name).trimmed();
+        }
+        QTest::newRow(qPrintable(name)) << cells[1] << cells[2];
     }
-    for (const char *type :
-         {"CrossPainter", "TextPainter", "SegmentPainter", "CustomPainter", "IntegralPainter"}) {
-        row(type,
-            QString("C.ContainerPlot { id: item; axisX: horizontal; axisY: vertical; %1 { id: object } }")
-                .arg(type),
-            qstrcmp(type, "IntegralPainter") == 0 ? "" : "plotParent");
-    }
-
-    const QString axes = "axisX: horizontal; axisY: vertical; ";
-    row("series",
-        "PlotSeries { id: object; " + axes + "yData: [1, 2, 3] } C.GraphPlot { id: item; plotData: object }",
-        "dbusAddress");
-    row("points",
-        "PlotPoints { id: object; " + axes +
-            "xData: [1]; yData: [1] } C.GraphPlot { id: item; plotData: object }",
-        "dbusAddress");
-    row("bands",
-        "PlotBands { id: object; " + axes +
-            "xData: [1]; yData: [1] } C.GraphPlot { id: item; plotData: object }",
-        "dbusAddress");
-    row("regions",
-        "PlotRegions { id: object; " + axes +
-            "regions: PlotRegion { end: 5 } } C.ChannelPlot { id: item; plotData: object }",
-        "dbusAddress");
-    row("region",
-        "PlotRegions { id: all; " + axes +
-            "regions: PlotRegion { id: object; end: 5 } } C.ChannelPlot { id: item; plotData: all }",
-        "plotStyle");
-    row("lower envelope",
-        "PlotSeries { id: object; yData: [1, 2, 3] } PlotSeries { id: upper; " + axes +
-            "yData: [4, 5, 6] } C.AreaPlot { id: item; minData: object; maxData: upper }",
-        "dbusAddress");
-
-    QString view = "GraphView { width: 100; height: 100; axes: [%1] GraphPlot { plotData: PlotSeries { "
-                   "axisX: viewX; axisY: viewY; xInterval: 1; yData: [1, 2, 3, 4, 5, 6, 7, 8, 8, 8, 8] } } "
-                   "XYScale { id: viewPlane } %2 }";
-    const QString planes = "linesPlane: viewPlane; labelsPlane: viewPlane; ";
-    const QString viewX = "ValueAxis { id: viewX; maxValue: 10; " + planes + "}, ";
-    const QString viewY = "ValueAxis { id: viewY; maxValue: 10; alignment: Qt.AlignLeft; " + planes + "}";
-    const QString viewAxes = viewX + viewY;
-    row("GraphCursor", view.arg(viewAxes, "C.GraphCursor { id: item }"), cursor);
-    row("GraphCursorY", view.arg(viewAxes, "C.GraphCursorY { id: item }"), cursor);
-    row("GraphMarker", view.arg(viewAxes, "C.GraphCursor { id: item; markers: GraphMarker { id: object } }"),
-        "label");
-    row("source of a WorldPlot",
-        "GraphPlot { id: object; plotData: series } C.WorldPlot { id: item; graphPlot: object }",
-        "penColor minLineWidth maxLineWidth useIntermittentPlot useTransparencyForFillPlot selectedPoint "
-        "graphPoint destroyed");
-    const QString plotOfAxes =
-        "%1 C.GraphPlot { id: item; plotData: PlotSeries { axisX: %2; axisY: %3; yData: [1, 2, 3] } }";
-    row("horizontal axis of a plot",
-        plotOfAxes.arg("ValueAxis { id: object; maxValue: 10; maxVisible: 10 }", "object", "vertical"),
-        axis + "minVisible* maxVisible*");
-    row("vertical axis of a plot",
-        plotOfAxes.arg("ValueAxis { id: object; alignment: Qt.AlignLeft; maxValue: 10; maxVisible: 10 }",
-                       "horizontal", "object"),
-        axis + "minVisible* maxVisible*");
-    const QString planeView = view.replace("XYScale { id: viewPlane }", "C.XYScale { id: item }")
-                                  .arg(viewAxes, QString())
-                                  .replace("viewPlane", "item");
-    row("horizontal axis of a plane", QString(planeView).replace("viewX", "object"), axis);
-    row("vertical axis of a plane", QString(planeView).replace("viewY", "object"), axis);
-    row("zoom of a plot",
-        "Item { property QtObject zoomRect: ZoomRect { id: object } C.GraphPlot { id: item; plotData: series "
-        "} }",
-        "boundingRect minWidth minHeight zoomAxis destroyed");
 }
 
 void tst_repaint::everyChangeRepaintsOnce()
