@@ -197,7 +197,8 @@ void PlotPoints::sort()
     \qmlproperty list<real> PlotPoints::yData
     The coordinates of the points, read and written as a whole. A list of another length changes the number of
     points; the other coordinate of new points is 0. NaN, undefined and a text that is no number leave a gap in y;
-    points without an x are not drawn. Default: empty.
+    points without an x are not drawn. Default: empty. Writing an empty list forgets both coordinates. As for
+    PlotSeries::yData, do not bind to a list property of a C++ object.
 */
 QVector<double> PlotPoints::xData() const
 {

@@ -173,6 +173,9 @@ void PlotSeries::setXFirstValue(double value)
     The values, read and written as a whole. NaN leaves a gap, and so do undefined and a text that is no number.
     Default: empty. Without a notify signal:
     plotChanged() and sizeChanged() tell of new values.
+
+    Write it in a handler, or from C++; do not bind it to a list property of a C++ object. Each evaluation of such a
+    binding keeps a copy of the list until the engine collects garbage, and the engine does not know its size.
 */
 void PlotSeries::setYData(const QVector<double> &yData)
 {

@@ -14,6 +14,11 @@
 
     Data with more than one sample per pixel column is drawn as one stroke per column from the smallest to the largest
     sample, so that no peak is lost. Samples that are not finite leave a gap.
+
+    Sparse data is drawn between visible samples only: zoomed in, a line ends at its last visible sample, and there is
+    none while the view lies between two samples. In dense data a line drops to the baseline at columns without a
+    sample, and samples equal to the baseline are not drawn, unless plotBaseline is set. So bursts of points with
+    pauses between them look like no signal; scatter them.
 */
 GraphPlot::GraphPlot(QQuickItem *parent)
     : AbstractPlot(parent)

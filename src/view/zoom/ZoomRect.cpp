@@ -183,7 +183,8 @@ void ZoomRect::setBoundingRect(const QRectF &rect)
 /*!
     \qmlproperty double ZoomRect::minWidth
     \qmlproperty double ZoomRect::minHeight
-    The smallest visible fraction, 0.01 by default; wins over the bounds. Negative values are ignored.
+    The smallest visible fraction, 0.01 by default; wins over the bounds. Negative values are ignored. Of an hour, 36 s
+    are the least that shows; write a smaller fraction for long data.
 */
 void ZoomRect::setMinWidth(double minWidth)
 {
