@@ -10,6 +10,9 @@ using simulation::Trace;
 
 namespace {
 
+// Clients know it without its second t.
+const QString firstKey = QStringLiteral("xFirsValue");
+
 QString scalarName(const QString &prefix, const QString &key)
 {
     return prefix + QLatin1Char('_') + key + QLatin1Char(':');
@@ -49,14 +52,14 @@ bool InstrumentService::start(std::optional<quint64> held)
 void InstrumentService::advance()
 {
     const quint64 due = m_times.sweepAt(double(m_clock.nsecsElapsed()) * 1e-9);
-    if (due != m_number)
+    if (due + 1 != m_next)
         publishSweep(due);
     waitForNextSweep();
 }
 
 void InstrumentService::waitForNextSweep()
 {
-    const double begin = m_times.beginOf(m_number + 1);
+    const double begin = m_times.beginOf(m_next);
     if (!std::isfinite(begin))
         return;
     // At least a millisecond, so that sweeps which take longer than their period leave room for other events.
@@ -85,9 +88,9 @@ void InstrumentService::publishTrace(const Trace &trace)
     publish("yUnits", description.yUnits);
     publish("label", description.label);
     if (description.equallySpaced) {
-        // Clients know the first of these two keys without its second t.
-        publish("xFirsValue", description.xFirst);
+        m_publisher.setValue(scalarName(trace.prefix, firstKey), description.xFirst);
         publish("xIncrement", description.xIncrement);
+        m_step = description.xIncrement;
     }
     for (const simulation::NamedList &list : trace.lists)
         m_publisher.setValue(scalarName(trace.prefix, list.key), list.names);
@@ -97,12 +100,32 @@ void InstrumentService::publishTrace(const Trace &trace)
 
 void InstrumentService::publishSweep(quint64 number)
 {
-    m_number = number;
-    const QVector<SweptTrace> traces = m_instrument->sweep(number);
-    for (const SweptTrace &trace : traces)
-        m_publisher.setVector(vectorName(trace.prefix, QStringLiteral("yData")), trace.y);
+    const int capacity = m_instrument->capacity();
+    // A recording that grows must not lose samples, except those that would be dropped anyway.
+    quint64 sweep = capacity > 0 ? std::max(m_next, number - std::min(number, quint64(capacity))) : number;
+    QVector<SweptTrace> traces = m_instrument->sweep(sweep);
+    const int samples = traces.isEmpty() ? 0 : traces.first().y.size();
+    while (sweep < number) {
+        const QVector<SweptTrace> next = m_instrument->sweep(++sweep);
+        for (int i = 0; i < traces.size(); ++i)
+            traces[i].y += next.at(i).y;
+    }
+    m_next = number + 1;
+    const double dropped = std::max(0.0, double(m_next) * samples - capacity);
+    for (const SweptTrace &trace : qAsConst(traces)) {
+        const QString item = vectorName(trace.prefix, QStringLiteral("yData"));
+        if (capacity > 0) {
+            QVector<double> &kept = m_kept[item];
+            kept += trace.y;
+            kept.remove(0, std::max(0, kept.size() - capacity));
+            m_publisher.setVector(item, kept);
+            m_publisher.setValue(scalarName(trace.prefix, firstKey), dropped * m_step);
+        } else {
+            m_publisher.setVector(item, trace.y);
+        }
+    }
     // After all vectors: a client that sees the number has every trace of the sweep.
-    for (const SweptTrace &trace : traces)
+    for (const SweptTrace &trace : qAsConst(traces))
         m_publisher.setValue(scalarName(trace.prefix, QStringLiteral("sweep")), double(number));
     emit sweepPublished(number, traces);
 }

@@ -4,6 +4,7 @@
 #include "simulator/Instrument.h"
 
 #include <QElapsedTimer>
+#include <QMap>
 #include <QObject>
 #include <QTimer>
 
@@ -33,12 +34,15 @@ private:
     void advance();
     void waitForNextSweep();
     void publishTrace(const simulation::Trace &trace);
+    // Of a recording that grows also the sweeps that are missing before it.
     void publishSweep(quint64 number);
 
     std::unique_ptr<simulation::Instrument> m_instrument;
     BusPublisher m_publisher;
     simulation::SweepTimes m_times;
-    quint64 m_number = 0;
+    quint64 m_next = 0; // the sweep after the one that is published
+    double m_step = 0.0; // between the samples of a recording that grows
+    QMap<QString, QVector<double>> m_kept; // its newest samples
     QElapsedTimer m_clock;
     QTimer m_timer;
 };

@@ -12,22 +12,23 @@ awk 'BEGIN { print "# format: replay-csv 1\n# kind: y\n# x-first: 0\n# x-step: 1
 # What of a page its tile shows.
 part() {
     case $1 in
-    persistence) echo 446x212+2+47 ;;
-    points) echo 460x188+8+52 ;;
-    axes) echo 410x168+8+52 ;;
-    stress) echo 480x196+90+100 ;;
-    events) echo 490x200+100+48 ;;
-    *) echo 624x255+8+48 ;;
+    persistence) echo 516x274+8+50 ;;
+    points) echo 372x198+8+44 ;;
+    axes) echo 334x168+8+50 ;;
+    stress) echo 420x224+50+88 ;;
+    *) echo 504x268+8+50 ;;
     esac
 }
 
 for scheme in "" -light; do
-    "$gallery" --size 640x400 --replay "$folder/burst" --shots "$folder$scheme" ${scheme:+--light} >/dev/null
-    for picture in "$folder$scheme"/*.png; do
+    options=(--replay "$folder/burst" ${scheme:+--light})
+    "$gallery" --size 520x400 "${options[@]}" --shots "$folder/all$scheme" >/dev/null
+    # Its panel takes the room of the chart.
+    "$gallery" --size 720x400 "${options[@]}" --page persistence --shot "$folder/all$scheme/persistence.png" >/dev/null
+    for picture in "$folder/all$scheme"/*.png; do
         page=$(basename "$picture" .png)
         [ "$page" = home ] && continue
-        convert "$picture" -crop "$(part "$page")" +repage -resize 464x190! -dither None -colors 48 -strip \
-            -define png:compression-level=9 "PNG8:gallery/tiles/$page$scheme.png"
+        convert "$picture" -crop "$(part "$page")" +repage -resize 464x247^ -gravity center -extent 464x247 \
+            -dither None -colors 48 -strip -define png:compression-level=9 "PNG8:gallery/tiles/$page$scheme.png"
     done
-    [ -z "$scheme" ] || rm -r "$folder$scheme"
 done

@@ -108,11 +108,14 @@ Item {
             height: row.height
 
             ZoomButtons {
+                visible: y > panel.height
                 anchors { bottom: parent.bottom; bottomMargin: chart.axisX.margin }
                 zoomArea: chart.zoomArea
             }
 
             Column {
+                id: panel
+
                 spacing: Theme.compact ? 8 : 12
 
                 SegmentedSelector {

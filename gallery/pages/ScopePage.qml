@@ -127,7 +127,8 @@ Page {
             numTicks: Theme.compact ? 6 : 8
             // The left axis has drawn the grid.
             axisStyle: ValueAxis.LabelsOnly
-            margin: requiredMargin
+            // With room for the unit behind a number: in the plot the legend would cover it.
+            margin: requiredMargin + 14
             labelFont { family: Theme.family; pixelSize: Theme.axisText }
             labelColor: secondTrace.penColor
             labelsPlane: chart.labelPlane

@@ -1,5 +1,6 @@
 #include "platform/bus/ORNClientInterface.h"
 #include "platform/bus/ORNClientItem.h"
+#include "simulator/DataLogger.h"
 #include "simulator/SpectrumAnalyzer.h"
 
 #include <QDBusConnection>
@@ -55,7 +56,7 @@ private slots:
         row("", 1, "there is no session bus");
         row("--help", 0, "--instrument <name>");
         row("--version", 0, "simulator 0");
-        row("--instrument voltmeter", 2, "\"voltmeter\" is not one of analyzer, otdr, scope");
+        row("--instrument voltmeter", 2, "\"voltmeter\" is not one of analyzer, otdr, scope, logger");
         row("--samples many", 2, "--samples: \"many\"");
         row("--samples -1", 2, "from 0 to 10000000");
         row("--rate 0", 2, "--rate: \"0\" is not a number above 0");
@@ -118,12 +119,16 @@ private slots:
         QProcess held;
         held.start(SIMULATOR,
                    {"--instrument", "analyzer", "--samples", "300", "--seed", "5", "--hold", "17"});
+        // Two sweeps that together are more than is kept.
+        QProcess logger;
+        logger.start(SIMULATOR, {"--instrument", "logger", "--samples", "20000", "--seed", "5", "--hold", "1"});
         QProcess running;
         running.start(SIMULATOR, {"--instrument", "scope", "--rate", "200"});
         // Clients complain about services that are not there yet.
         const auto connection = QDBusConnection::sessionBus();
         QTRY_VERIFY(connection.interface()->isServiceRegistered("org.toskorn.analyzer"));
         QTRY_VERIFY(connection.interface()->isServiceRegistered("org.toskorn.scope"));
+        QTRY_VERIFY(connection.interface()->isServiceRegistered("org.toskorn.logger"));
         ORNClientInterface *analyzer = ORNClientInterface::getSessionBusClient("analyzer", this);
         ORNClientInterface *scope = ORNClientInterface::getSessionBusClient("scope", this);
         QVERIFY(analyzer->getItem("spectrum_sweep:"));
@@ -136,6 +141,14 @@ private slots:
             qobject_cast<ORNVecDoubleClientItem *>(analyzer->getItem("spectrum_yData:doubleARRAY:"));
         QVERIFY(levels);
         QCOMPARE(levels->vector(), simulation::SpectrumAnalyzer(300, 5, 25.0).levels(17));
+        const simulation::DataLogger recorder(20000, 5, 25.0);
+        ORNClientInterface *recording = ORNClientInterface::getSessionBusClient("logger", this);
+        auto *volts = qobject_cast<ORNVecDoubleClientItem *>(recording->getItem("ch1_yData:doubleARRAY:"));
+        QVERIFY(volts);
+        QCOMPARE(volts->vector(), (recorder.sweep(0).first().y + recorder.sweep(1).first().y).mid(16000));
+        QCOMPARE(recording->getItem("ch1_xFirsValue:")->getValue().toDouble(),
+                 16000 * recorder.traces().first().description.xIncrement);
+
         QTRY_VERIFY(scope->getItem("ch2_sweep:")->getValue().toInt() > 20);
 
         ::kill(pid_t(held.processId()), SIGTERM);
@@ -143,11 +156,12 @@ private slots:
         QCOMPARE(held.exitStatus(), QProcess::NormalExit);
         QCOMPARE(held.exitCode(), 0);
 
-        // The one that still runs ends with the bus.
+        // Those that still run end with the bus.
         bus.terminate();
         QVERIFY(bus.waitForFinished());
         QVERIFY(running.waitForFinished());
         QCOMPARE(running.exitCode(), 1);
+        QVERIFY(logger.waitForFinished());
         QVERIFY(running.readAllStandardError().contains("the session bus has gone"));
     }
 };
