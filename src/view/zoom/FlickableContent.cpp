@@ -1,7 +1,5 @@
 #include "view/zoom/FlickableContent.h"
 
-#include <cmath>
-
 namespace graph {
 
 FlickableContent::FlickableContent(const char *size, const char *position, Length length)
@@ -39,15 +37,6 @@ void FlickableContent::refit(double size, double position, const QQuickItem *plo
 {
     setSize(size, plotArea);
     setPosition(position);
-    m_refitted = true;
-}
-
-bool FlickableContent::isFlickFrom(double position)
-{
-    if (!std::exchange(m_refitted, false) || !m_flickable)
-        return true;
-    const double found = m_flickable->property(m_positionName).toDouble();
-    return found != std::round(found) || std::abs(found - position) >= 1.0;
 }
 
 FlickableContent::Lengths FlickableContent::lengths(const QQuickItem *plotArea) const

@@ -24,11 +24,8 @@ public:
 
     // Whether the flickable or the plot area has another length than when setSize() was called last.
     bool isOutdated(const QQuickItem *plotArea) const;
-    // After such a change: a flickable whose size, or whose content's size, no longer fits its position moves
-    // its content by itself, and then puts it on a whole pixel.
+    // After such a change.
     void refit(double size, double position, const QQuickItem *plotArea);
-    // Whether a position that the flickable reports is more than that rounding of the one it was given.
-    bool isFlickFrom(double position);
 
 private:
     using Lengths = std::pair<double, double>;
@@ -40,8 +37,6 @@ private:
     QPointer<QQuickItem> m_flickable;
     // Of the flickable and the plot area when the content was last given its size.
     Lengths m_fitted;
-    // No flick has come since the last refit().
-    bool m_refitted = false;
 };
 
 } // namespace graph

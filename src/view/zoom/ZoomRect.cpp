@@ -374,15 +374,16 @@ void ZoomRect::handleParentHeightChanged()
     setChanging(wasChanging);
 }
 
-// What the flickable does by itself when a size has changed is no flick: the same part of the chart stays
-// visible.
+// A flickable whose size, or whose content's size, no longer fits its position moves its content by itself,
+// to a whole pixel. That is no flick: the same part of the chart stays visible, and the content goes to where
+// it shows it.
 void ZoomRect::handleVisibleAreaXPositionChanged(double x)
 {
     if (m_changing)
         return;
     if (m_contentX.isOutdated(parentItem()))
         handleParentWidthChanged();
-    else if (m_contentX.isFlickFrom(contentX()))
+    else
         moveLeft(x);
 }
 
@@ -392,12 +393,6 @@ void ZoomRect::handleVisibleAreaYPositionChanged(double y)
         return;
     if (m_contentY.isOutdated(parentItem()))
         handleParentHeightChanged();
-    else if (m_contentY.isFlickFrom(contentY()))
+    else
         moveBottom(1.0 - y);
-}
-
-// A flickable that is being flicked knows its position; writing it back would stop it.
-bool ZoomRect::isFlick() const
-{
-    return m_visibleArea && sender() == m_visibleArea;
 }

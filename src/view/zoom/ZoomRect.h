@@ -135,7 +135,8 @@ protected slots:
 
 private:
     void apply(const graph::ZoomInterval::Changes &x, const graph::ZoomInterval::Changes &y);
-    bool isFlick() const;
+    // A flickable that is being flicked knows its position; writing it back would stop it.
+    bool isFlick() const { return m_visibleArea && sender() == m_visibleArea; }
 
     graph::ZoomInterval m_x;
     graph::ZoomInterval m_y;
