@@ -1,3 +1,4 @@
+#include "axis/AxisBench.h"
 #include "axis/ValueAxis.h"
 #include "cursors/GraphCursor.h"
 #include "cursors/GraphMarker.h"
@@ -7,8 +8,6 @@
 #include "plots/GraphPlot.h"
 #include "plots/GraphPoint.h"
 
-#include <QPaintEngine>
-#include <QPainter>
 #include <QRandomGenerator>
 #include <QtTest>
 
@@ -16,45 +15,6 @@
 #include <cmath>
 
 namespace {
-
-// Keeps the lines that are drawn.
-class LineRecorder : public QPaintEngine, public QPaintDevice
-{
-public:
-    LineRecorder()
-        : QPaintEngine(AllFeatures)
-    {
-    }
-    template <typename Draw> static QVector<QLineF> linesOf(Draw draw)
-    {
-        LineRecorder recorder;
-        QPainter painter(&recorder);
-        draw(&painter);
-        painter.end();
-        return recorder.m_lines;
-    }
-
-    bool begin(QPaintDevice *) override { return true; }
-    bool end() override { return true; }
-    void updateState(const QPaintEngineState &) override {}
-    void drawPixmap(const QRectF &, const QPixmap &, const QRectF &) override {}
-    Type type() const override { return User; }
-    void drawLines(const QLineF *lines, int count) override
-    {
-        for (int i = 0; i < count; ++i)
-            m_lines.append(lines[i]);
-    }
-    QPaintEngine *paintEngine() const override { return const_cast<LineRecorder *>(this); }
-
-protected:
-    int metric(PaintDeviceMetric which) const override
-    {
-        return which == PdmDevicePixelRatioScaled ? int(devicePixelRatioFScale()) : 1;
-    }
-
-private:
-    QVector<QLineF> m_lines;
-};
 
 // Keeps the pixels at which a plot draws its samples.
 class PixelRecorder : public GraphPoint
@@ -106,7 +66,7 @@ struct Chart
     {
         cross.setPoint1X(px);
         cross.setPoint1Y(py);
-        const auto lines = LineRecorder::linesOf([&](QPainter *painter) { container.paint(painter); });
+        const auto lines = PaintRecorder([&](QPainter *painter) { container.paint(painter); }).lines;
         return lines.size() == 2 ? lines.first().p1().toPoint() : QPoint(-1, -1);
     }
 
@@ -127,9 +87,9 @@ struct Ticks
     Ticks(ValueAxis &axis, const QSize &size)
     {
         const bool horizontal = axis.orientation() == Qt::Horizontal;
-        const auto lines = LineRecorder::linesOf(
+        const PaintRecorder recorder(
             [&](QPainter *painter) { axis.paintLines(painter, QRectF(QPointF(), size)); });
-        for (const QLineF &line : lines)
+        for (const QLineF &line : recorder.lines)
             places.append(int(horizontal ? line.x1() : line.y1()));
         for (const double tick : axis.ticks(axis.numTicks())) {
             const bool mirrored = axis.rangeOrder() == ValueAxis::Decreasing;
@@ -188,7 +148,7 @@ void tst_samepixel::everythingAtOneValue()
         QCOMPARE(rows.places.size(), rows.values.size());
         const int count = int(std::min(columns.values.size(), rows.values.size()));
         chart.show(columns.values.mid(0, count), rows.values.mid(0, count), size);
-        LineRecorder::linesOf([&](QPainter *painter) { chart.plot.paint(painter); });
+        PaintRecorder([&](QPainter *painter) { chart.plot.paint(painter); });
         QCOMPARE(chart.point.pixels.size(), count);
         for (int i = 0; i < count; ++i) {
             const double x = columns.values.at(i);
