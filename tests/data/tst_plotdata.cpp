@@ -1,7 +1,7 @@
 #include "axis/ValueAxis.h"
 #include "data/DataStreams.h"
 #include "data/PlotBands.h"
-#include "data/PlotRegion.h"
+#include "data/PlotRegions.h"
 #include "data/PlotSeries.h"
 #include "painters/IntegralPainter.h"
 #include "support/QmlDocument.h"
@@ -235,6 +235,13 @@ private slots:
             largestStep = std::max(largestStep, std::abs(series.y(i) - series.y(i - 1)));
         }
         QVERIFY(largestStep <= 0.625 && largestStep > 0.5);
+        graph::MinMax starts;
+        for (int i = 0; i < 100; ++i) {
+            PlotSeries other;
+            other.fillData(1, -2, 3);
+            starts.add({other.y(0), other.y(0)});
+        }
+        QVERIFY(starts.min < -1.5 && starts.max > 2.5);
     }
 
     void arraysInQml()
@@ -295,6 +302,9 @@ private slots:
         PlotBands bands;
         bands.setXData({1e-13});
         QVERIFY(!(points == bands) && !(bands == points) && !(bands == series));
+        QVERIFY(!(PlotRegions() == PlotSeries()) && !(PlotSeries() == PlotRegions()));
+        QVERIFY(isRead(written(points), near));
+        QVERIFY(points == near);
     }
 
     void brokenStreamsChangeNothing()
