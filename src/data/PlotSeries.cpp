@@ -170,8 +170,8 @@ void PlotSeries::setXFirstValue(double value)
 
 /*!
     \qmlproperty list<real> PlotSeries::yData
-    The values, read and written as a whole. NaN leaves a gap, and so do undefined and a text that is no number.
-    Default: empty. Without a notify signal:
+    The values, read and written as a whole. NaN leaves a gap, and so do undefined and a text that is no number; under
+    Qt 6 only NaN does: its engine makes 0 of the others, with a warning. Default: empty. Without a notify signal:
     plotChanged() and sizeChanged() tell of new values.
 
     Write it in a handler, or from C++; do not bind it to a list property of a C++ object. Each evaluation of such a
