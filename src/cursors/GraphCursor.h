@@ -80,9 +80,9 @@ public:
     QQmlListProperty<AbstractPlot> plots();
     QQmlListProperty<PlotData> series();
     QQmlListProperty<GraphMarker> markers();
-    QVector<QPointer<PlotData>> seriesList() const { return m_plots.series(); }
+    const graph::TrackedPlots &trackedPlots() const { return m_plots; }
     // Whether the plot has a value at the cursor; yPositions and yValues have an entry without one, too.
-    bool hasReading(int index) const { return m_readings.present.value(index); }
+    bool hasReading(int index) const;
     QList<qreal> yPositions() const { return m_readings.positions; }
     QList<qreal> yValues() const { return m_readings.values; }
     QStringList formattedYValues() const { return m_readings.texts; }

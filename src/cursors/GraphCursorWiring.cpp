@@ -12,6 +12,8 @@
 #include "view/base/AbstractPlot.h"
 #include "view/zoom/ZoomRect.h"
 
+#include <cmath>
+
 namespace {
 
 template <typename T> GraphCursor *cursorOf(QQmlListProperty<T> *list)
@@ -52,8 +54,8 @@ QQmlListProperty<AbstractPlot> GraphCursor::plots()
 QQmlListProperty<PlotData> GraphCursor::series()
 {
     using List = QQmlListProperty<PlotData>;
-    return {this, nullptr, [](List *list) -> graph::ListIndex { return cursorOf(list)->seriesList().size(); },
-            [](List *list, graph::ListIndex index) { return cursorOf(list)->seriesList().value(index).data(); }};
+    return {this, nullptr, [](List *list) -> graph::ListIndex { return cursorOf(list)->m_plots.seriesCount(); },
+            [](List *list, graph::ListIndex index) { return cursorOf(list)->m_plots.series(int(index)); }};
 }
 
 /*!
@@ -236,7 +238,6 @@ void GraphCursor::handlePlotActiveChanged()
 void GraphCursor::handlePlotValuesChanged()
 {
     const graph::PlotReadings readings = m_plots.readingsAt(m_posValue);
-    m_readings.present = readings.present;
     if (m_readings.values != readings.values || m_readings.texts != readings.texts) {
         m_readings.values = readings.values;
         m_readings.texts = readings.texts;
@@ -252,6 +253,11 @@ void GraphCursor::handlePlotValuesChanged()
         if (marker)
             marker->placeIfAwaited();
     }
+}
+
+bool GraphCursor::hasReading(int index) const
+{
+    return m_plots.hasSamples(index) && !std::isnan(m_readings.positions.value(index));
 }
 
 /*!

@@ -313,8 +313,9 @@ void GraphMarker::handleDeltaChanged()
 QStringList GraphMarker::seriesDeltas() const
 {
     QStringList deltas;
-    const auto series = m_cursor->seriesList();
-    for (const PlotData *data : series) {
+    const graph::TrackedPlots &plots = m_cursor->trackedPlots();
+    for (int i = 0; i < plots.seriesCount(); ++i) {
+        const PlotData *data = plots.series(i);
         if (!data || data->size() < 1) {
             deltas.append(delta(QStringLiteral("---")));
             continue;

@@ -6,7 +6,6 @@
 #include "view/base/AbstractPlot.h"
 
 #include <algorithm>
-#include <cmath>
 
 namespace graph {
 
@@ -93,14 +92,21 @@ int TrackedPlots::indexOf(const AbstractPlot *plot) const
     return indexOfEntry(m_plots, &TrackedPlot::plot, plot);
 }
 
-QVector<QPointer<PlotData>> TrackedPlots::series() const
+int TrackedPlots::seriesCount() const
 {
-    QVector<QPointer<PlotData>> all;
-    for (const TrackedPlot &tracked : m_plots) {
-        if (tracked.heard)
-            all.append(tracked.series);
-    }
-    return all;
+    return int(std::count_if(m_plots.begin(), m_plots.end(),
+                             [](const TrackedPlot &tracked) { return tracked.heard; }));
+}
+
+PlotData *TrackedPlots::series(int index) const
+{
+    return m_plots.value(index).series;
+}
+
+bool TrackedPlots::hasSamples(int index) const
+{
+    const AbstractPlot *tracked = plot(index);
+    return tracked && tracked->plotData() && tracked->plotData()->size() > 0;
 }
 
 int TrackedPlots::indexOfSeries(const PlotData *data) const
@@ -164,14 +170,12 @@ PlotReadings TrackedPlots::readingsAt(double value) const
             readings.positions.append(0.0);
             readings.values.append(0.0);
             readings.texts.append(QStringLiteral("---"));
-            readings.present.append(false);
             continue;
         }
         const double y = data->y(nearestSample(*data, value));
         readings.positions.append(plot->mapToItemY(y));
         readings.values.append(y);
         readings.texts.append(data->formattedYValue(y));
-        readings.present.append(!std::isnan(readings.positions.last()));
     }
     return readings;
 }

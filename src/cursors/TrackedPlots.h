@@ -17,7 +17,6 @@ struct PlotReadings
     QList<qreal> positions; // pixels of the plot, not rounded
     QList<qreal> values;
     QStringList texts;
-    QVector<bool> present; // false: the plot has no value there; the other entries fill its place
 };
 
 // A plot under a cursor, with the data and the vertical axis that the cursor hears.
@@ -51,14 +50,17 @@ public:
     AbstractPlot *first() const;
     int indexOf(const AbstractPlot *plot) const;
 
-    // The data of plots that are heard; null entries for those without.
-    QVector<QPointer<PlotData>> series() const;
+    // The data of the plots that are heard; null for those without.
+    int seriesCount() const;
+    PlotData *series(int index) const;
     int indexOfSeries(const PlotData *data) const;
 
     // What a plot has in place of its former data or axis.
     void replaceSeries(int index, PlotData *data);
     void replaceAxisY(int index, ValueAxis *axis);
 
+    // Whether there is a value behind the reading of a plot: its place is filled in any case.
+    bool hasSamples(int index) const;
     PlotReadings readingsAt(double value) const;
 
 private:
