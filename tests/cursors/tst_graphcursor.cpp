@@ -113,6 +113,16 @@ private slots:
         bench.cursor->setPosIndex(101);
         bench.cursor->setPosIndex(-1);
         QCOMPARE(bench.cursor->posIndex(), 90);
+
+        CursorBench level(new GraphCursorY);
+        level.place(10);
+        level.zoom->setHeight(0.4);
+        level.zoom->moveBottom(0.69);
+        QVERIFY(level.y->minVisible() > 1.0 && level.y->maxVisible() < 49.0);
+        level.cursor->setPosIndex(0);
+        QCOMPARE(level.cursor->posIndex(), int(level.y->minVisible()));
+        level.cursor->setPosIndex(90);
+        QCOMPARE(level.cursor->posIndex(), int(level.y->maxVisible()));
     }
 
     void endsAtTheLastSample_data()
