@@ -3,10 +3,12 @@
 //   value ITEM TEXT      publishes a text
 //   ramp ITEM COUNT      publishes the array 0, 1, 2 ...
 //   attack               (hostile) sends signals that no good service sends
+//   flood COUNT          (hostile) sends an array of 100 000 elements that often, says "flooded" when the bus has all
 #include "platform/bus/BusPublisher.h"
 
 #include <QCoreApplication>
 #include <QDBusConnection>
+#include <QDBusConnectionInterface>
 #include <QDBusMessage>
 #include <QDBusMetaType>
 #include <QDBusObjectPath>
@@ -16,6 +18,7 @@
 
 #include <unistd.h>
 
+#include <cstring>
 #include <iostream>
 #include <limits>
 #include <memory>
@@ -26,7 +29,7 @@ namespace {
 using Blocks = QMap<QString, QByteArray>;
 
 const auto path = QStringLiteral("/org/toskorn/hostile");
-const auto interface = QStringLiteral("org.toskorn.Items");
+const auto itemsInterface = QStringLiteral("org.toskorn.Items");
 
 QVector<double> ramp(int count)
 {
@@ -54,7 +57,7 @@ public:
 
 void signal(const char *name, const QVariantList &arguments)
 {
-    QDBusMessage message = QDBusMessage::createSignal(path, interface, QLatin1String(name));
+    QDBusMessage message = QDBusMessage::createSignal(path, itemsInterface, QLatin1String(name));
     message.setArguments(arguments);
     QDBusConnection::sessionBus().send(message);
 }
@@ -77,11 +80,29 @@ void attack()
     signal("ValueChanged", {serial, label, QVariant::fromValue(QDBusVariant(QStringLiteral("survived")))});
 }
 
+void flood(int count)
+{
+    const QVector<double> elements = ramp(100000);
+    QByteArray block(reinterpret_cast<const char *>(elements.constData()), elements.size() * int(sizeof(double)));
+    for (int i = 0; i < count; ++i) {
+        const double number = i;
+        std::memcpy(block.data(), &number, sizeof number);
+        signal("ArrayChanged",
+               {quint64(9), QStringLiteral("t_even:"), quint64(elements.size()), quint64(0), block});
+    }
+    // Answered after all of that has been taken.
+    auto *daemon = QDBusConnection::sessionBus().interface();
+    daemon->isServiceRegistered(QStringLiteral("org.toskorn.hostile"));
+    std::cout << "flooded" << std::endl;
+}
+
 void obey(const QByteArray &order, BusPublisher *publisher)
 {
     const QStringList words = QString::fromUtf8(order).split(QLatin1Char(' '));
     if (words.first() == QLatin1String("attack"))
         attack();
+    else if (words.first() == QLatin1String("flood"))
+        flood(words.value(1).toInt());
     else if (words.first() == QLatin1String("value"))
         publisher->setValue(words.value(1), words.value(2));
     else if (words.first() == QLatin1String("ramp"))

@@ -80,6 +80,7 @@ private slots:
     void frozen();
     void startedOnDemand();
     void hostile();
+    void floodedWhileBusy();
     void nameIsTaken();
     void busKilledAndRestarted();
     void cleanupTestCase();
@@ -229,6 +230,19 @@ void tst_bus_session::hostile()
     service.order(QStringLiteral("attack"));
     QTRY_COMPARE_WITH_TIMEOUT(labelOf(client), QStringLiteral("survived"), patience);
     QCOMPARE(spy.count(), 0);
+}
+
+// More than a bus library holds for a thread that does not come to read it.
+void tst_bus_session::floodedWhileBusy()
+{
+    Service service(QStringLiteral("hostile"), {QStringLiteral("--hostile")});
+    auto *client = clientOf(QStringLiteral("hostile"));
+    QTRY_COMPARE_WITH_TIMEOUT(labelOf(client), QStringLiteral("good"), patience);
+    service.order(QStringLiteral("flood 200"));
+    QCOMPARE(service.line(), QByteArray("flooded"));
+    QTRY_COMPARE_WITH_TIMEOUT(vectorOf(client, QStringLiteral("t_even:")).at(0), 199.0, patience);
+    service.order(QStringLiteral("attack"));
+    QTRY_COMPARE_WITH_TIMEOUT(labelOf(client), QStringLiteral("survived"), patience);
 }
 
 void tst_bus_session::nameIsTaken()

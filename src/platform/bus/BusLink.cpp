@@ -1,98 +1,308 @@
 #include "platform/bus/BusLink.h"
 
-#include "platform/bus/BusLog.h"
+#include <dbus/dbus.h>
 
-#include <QDBusError>
-#include <QRegularExpression>
+#include <poll.h>
 
 #include <algorithm>
 
 namespace {
 
-const char connectionName[] = "toskorn";
-constexpr int shortestWait = 100; // ms
-constexpr int longestWait = 5000;
+using std::chrono::milliseconds;
 
-// A bus that was started again at its old place has a new identity, which an address may demand.
-QString placeOfBus()
+// Messages until others have their turn: what is to be sent, new members, timers.
+constexpr int messagesPerTurn = 256;
+constexpr int readsPerTurn = 64;
+// The greeting is a conversation: after each answer there is something to say.
+constexpr int greetingReads = 3;
+constexpr int greetingStep = 100; // ms
+
+DBusHandlerResult handled(bool isHandled)
 {
-    return qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS")
-        .remove(QRegularExpression(QStringLiteral(",guid=[^,;]*")));
+    return isHandled ? DBUS_HANDLER_RESULT_HANDLED : DBUS_HANDLER_RESULT_NOT_YET_HANDLED;
+}
+
+bool isReadable(int descriptor)
+{
+    pollfd what{descriptor, POLLIN, 0};
+    return poll(&what, 1, 0) > 0;
 }
 
 } // namespace
 
-BusLink::BusLink()
-    : m_address(placeOfBus())
-    , m_bus(QString())
+BusLink::BusLink(const QByteArray &address, const BusPatience &patience, std::function<void()> wake,
+                 std::function<void(const QString &)> tell)
+    : m_address(address)
+    , m_patience(patience)
+    , m_wake(std::move(wake))
+    , m_tell(std::move(tell))
+    , m_wait(patience.shortestWait)
 {
-    m_timer.setSingleShot(true);
-    m_timer.setInterval(shortestWait);
-    connect(&m_timer, SIGNAL(timeout()), this, SLOT(lookAgain()));
 }
 
 BusLink::~BusLink()
 {
-    // A process that never reached the bus need not start QtDBus to leave it.
-    if (!m_bus.name().isEmpty())
-        QDBusConnection::disconnectFromBus(QLatin1String(connectionName));
+    // What was published last is to arrive, but a bus that takes nothing may not hold up the end.
+    const TimePoint end = BusMember::Clock::now() + milliseconds(500);
+    while (m_isOpen && dbus_connection_has_messages_to_send(m_connection) && BusMember::Clock::now() < end &&
+           dbus_connection_read_write(m_connection, 20)) {
+    }
+    disconnect();
 }
 
-bool BusLink::open()
+void BusLink::lookNow()
 {
-    // Calls may find out before the news of it arrives.
-    if (!m_bus.name().isEmpty() && !m_bus.isConnected())
-        handleDisconnected();
-    if (m_bus.isConnected() || connectToBus())
+    if (!m_connection)
+        m_nextAttempt = {};
+}
+
+void BusLink::add(const std::shared_ptr<BusMember> &member)
+{
+    member->setLink(this);
+    m_members.push_back(member);
+    if (m_isOpen)
+        member->handleOpened();
+    else
+        lookNow();
+}
+
+void BusLink::remove(const std::shared_ptr<BusMember> &member)
+{
+    const auto it = std::find(m_members.begin(), m_members.end(), member);
+    if (it == m_members.end())
+        return;
+    forgetCalls(member.get());
+    if (m_isOpen)
+        member->handleRemoved();
+    m_members.erase(it);
+}
+
+void BusLink::send(graph::Message message)
+{
+    if (m_connection && message)
+        dbus_connection_send(m_connection, message.get(), nullptr);
+}
+
+void BusLink::call(graph::Message message, const BusMember *caller, Answer answer)
+{
+    dbus_uint32_t serial = 0;
+    if (m_connection && message && dbus_connection_send(m_connection, message.get(), &serial))
+        m_calls.insert(serial, {caller, std::move(answer)});
+}
+
+void BusLink::forgetCalls(const BusMember *caller)
+{
+    for (auto it = m_calls.begin(); it != m_calls.end();)
+        it = it->caller == caller ? m_calls.erase(it) : ++it;
+}
+
+void BusLink::addMatch(const QByteArray &rule)
+{
+    graph::Message message = busCall("AddMatch", DBUS_INTERFACE_DBUS);
+    const char *text = rule.constData();
+    dbus_message_append_args(message.get(), DBUS_TYPE_STRING, &text, DBUS_TYPE_INVALID);
+    dbus_message_set_no_reply(message.get(), true);
+    send(std::move(message));
+}
+
+void BusLink::removeMatch(const QByteArray &rule)
+{
+    graph::Message message = busCall("RemoveMatch", DBUS_INTERFACE_DBUS);
+    const char *text = rule.constData();
+    dbus_message_append_args(message.get(), DBUS_TYPE_STRING, &text, DBUS_TYPE_INVALID);
+    dbus_message_set_no_reply(message.get(), true);
+    send(std::move(message));
+}
+
+qint64 BusLink::waitingBytes() const
+{
+    return m_connection ? qint64(dbus_connection_get_outgoing_size(m_connection)) : 0;
+}
+
+int BusLink::descriptor() const
+{
+    int descriptor = -1;
+    return m_connection && dbus_connection_get_unix_fd(m_connection, &descriptor) ? descriptor : -1;
+}
+
+bool BusLink::wantsToWrite() const
+{
+    // Before that the socket takes more, but no messages.
+    return m_connection && dbus_connection_get_is_authenticated(m_connection) &&
+           dbus_connection_has_messages_to_send(m_connection);
+}
+
+int BusLink::turn()
+{
+    const TimePoint begin = BusMember::Clock::now();
+    if (!m_connection && !m_members.empty() && begin >= m_nextAttempt)
+        connectToBus();
+    serve();
+    lookAfterBus();
+
+    const TimePoint now = BusMember::Clock::now();
+    TimePoint due = TimePoint::max();
+    if (m_connection)
+        due = now + milliseconds(m_isOpen ? std::min(m_patience.quiet, m_patience.answer) : greetingStep);
+    else if (!m_members.empty())
+        due = m_nextAttempt;
+    const auto members = m_members;
+    for (const auto &member : members)
+        due = std::min(due, member->handleTime(now));
+    if (m_connection && dbus_connection_get_dispatch_status(m_connection) == DBUS_DISPATCH_DATA_REMAINS)
+        return 0;
+    if (due == TimePoint::max())
+        return -1;
+    const auto wait = std::chrono::duration_cast<milliseconds>(due - now).count();
+    return int(std::clamp<long long>(wait + 1, 0, 3600 * 1000));
+}
+
+void BusLink::connectToBus()
+{
+    DBusError error;
+    dbus_error_init(&error);
+    m_connection = dbus_connection_open_private(m_address.constData(), &error);
+    if (!m_connection) {
+        const QString why = QString::fromUtf8(error.message);
+        dbus_error_free(&error);
+        giveUp(why);
+        return;
+    }
+    const auto filter = [](DBusConnection *, DBusMessage *message, void *self) {
+        return handled(static_cast<BusLink *>(self)->take(message));
+    };
+    dbus_connection_add_filter(m_connection, filter, this, nullptr);
+    m_lastAsked = m_lastHeard = m_lastAlive = BusMember::Clock::now();
+    m_isAsked = true;
+    call(busCall("Hello", DBUS_INTERFACE_DBUS), nullptr,
+         [this](DBusMessage *answer) { handleWelcome(answer); });
+}
+
+void BusLink::handleWelcome(DBusMessage *answer)
+{
+    const char *name = nullptr;
+    if (!dbus_message_get_args(answer, nullptr, DBUS_TYPE_STRING, &name, DBUS_TYPE_INVALID)) {
+        m_isRefused = true; // nothing may be disconnected within its own message
+        return;
+    }
+    dbus_bus_set_unique_name(m_connection, name);
+    m_isOpen = true;
+    m_isAsked = false;
+    m_lastAlive = BusMember::Clock::now();
+    m_wait = m_patience.shortestWait;
+    const auto members = m_members;
+    for (const auto &member : members)
+        member->handleOpened();
+}
+
+// The attempt to connect has failed.
+void BusLink::giveUp(const QString &why)
+{
+    disconnect();
+    m_nextAttempt = BusMember::Clock::now() + milliseconds(m_wait);
+    m_wait = std::min(2 * m_wait, m_patience.longestWait);
+    const auto members = m_members;
+    for (const auto &member : members)
+        member->handleUnreachable(why);
+}
+
+void BusLink::disconnect()
+{
+    if (!m_connection)
+        return;
+    m_isOpen = false;
+    m_isAsked = false;
+    m_isRefused = false;
+    m_calls.clear();
+    DBusConnection *connection = std::exchange(m_connection, nullptr);
+    dbus_connection_close(connection);
+    // Its last words, or they would stay in memory.
+    while (dbus_connection_dispatch(connection) == DBUS_DISPATCH_DATA_REMAINS) {
+    }
+    dbus_connection_unref(connection);
+}
+
+void BusLink::serve()
+{
+    const int socket = descriptor();
+    int messages = 0;
+    for (int reads = 0; m_connection && reads < readsPerTurn && messages < messagesPerTurn; ++reads) {
+        dbus_connection_read_write(m_connection, 0);
+        while (messages < messagesPerTurn &&
+               dbus_connection_get_dispatch_status(m_connection) == DBUS_DISPATCH_DATA_REMAINS) {
+            dbus_connection_dispatch(m_connection);
+            ++messages;
+        }
+        const bool isGreeting = !m_isOpen && reads < greetingReads;
+        if (!dbus_connection_get_is_connected(m_connection) || (!isGreeting && !isReadable(socket)))
+            break;
+    }
+}
+
+bool BusLink::take(DBusMessage *message)
+{
+    if (!m_connection)
         return true;
-    waitForBus();
+    m_lastHeard = BusMember::Clock::now();
+    const int type = dbus_message_get_type(message);
+    if (type == DBUS_MESSAGE_TYPE_METHOD_RETURN || type == DBUS_MESSAGE_TYPE_ERROR) {
+        const auto it = m_calls.find(dbus_message_get_reply_serial(message));
+        if (it == m_calls.end())
+            return false;
+        const Answer answer = it->answer;
+        m_calls.erase(it);
+        answer(message);
+        return true;
+    }
+    for (size_t i = 0; i < m_members.size(); ++i) {
+        const std::shared_ptr<BusMember> member = m_members[i];
+        if (member->handleMessage(message))
+            return true;
+    }
     return false;
 }
 
-void BusLink::handleDisconnected()
+// Whether the bus hears and speaks is asked, not hoped for.
+void BusLink::lookAfterBus()
 {
-    // News of the connection before this one.
-    if (m_bus.name().isEmpty() || m_bus.isConnected())
+    if (!m_connection)
         return;
-    qCWarning(busLog) << "the session bus has gone; values stay as they are until it is back";
-    m_bus = QDBusConnection(QString());
-    emit lost();
-    QDBusConnection::disconnectFromBus(QLatin1String(connectionName));
-    waitForBus();
-}
-
-void BusLink::lookAgain()
-{
-    m_timer.setInterval(std::min(2 * m_timer.interval(), longestWait));
-    if (!connectToBus())
-        waitForBus();
-}
-
-bool BusLink::connectToBus()
-{
-    const auto name = QLatin1String(connectionName);
-    QDBusConnection bus = m_address.isEmpty()
-                              ? QDBusConnection::connectToBus(QDBusConnection::SessionBus, name)
-                              : QDBusConnection::connectToBus(m_address, name);
-    bus.connect(QString(), QStringLiteral("/org/freedesktop/DBus/Local"),
-                QStringLiteral("org.freedesktop.DBus.Local"), QStringLiteral("Disconnected"), this,
-                SLOT(handleDisconnected()));
-    // Asked last: whatever goes wrong from here on is told.
-    if (!bus.isConnected()) {
-        m_errorText = bus.lastError().message();
-        // Else the next attempt would be given the failed connection again.
-        QDBusConnection::disconnectFromBus(name);
-        return false;
+    const TimePoint now = BusMember::Clock::now();
+    const bool isGone = m_isRefused || !dbus_connection_get_is_connected(m_connection);
+    const bool isSilent = m_isAsked && now - m_lastAsked > milliseconds(m_patience.answer) &&
+                          (now - m_lastHeard > milliseconds(m_patience.answer) ||
+                           now - m_lastAsked > milliseconds(m_patience.silence));
+    if (!isGone && !isSilent) {
+        if (!m_isAsked && now - m_lastAlive >= milliseconds(m_patience.quiet))
+            askForLife();
+        return;
     }
-    m_bus = bus;
-    m_timer.stop();
-    m_timer.setInterval(shortestWait);
-    emit opened();
-    return true;
+    if (!m_isOpen) {
+        giveUp(isGone ? QStringLiteral("it has refused the connection") : QStringLiteral("it does not answer"));
+        return;
+    }
+    m_tell(isGone ? QStringLiteral("the session bus has gone; values stay as they are until it is back")
+                  : QStringLiteral("the session bus does not answer; values stay as they are until it does"));
+    disconnect();
+    m_nextAttempt = now + milliseconds(m_wait);
+    const auto members = m_members;
+    for (const auto &member : members)
+        member->handleLost();
+    m_wake();
 }
 
-void BusLink::waitForBus()
+void BusLink::askForLife()
 {
-    if (!m_timer.isActive())
-        m_timer.start();
+    m_isAsked = true;
+    m_lastAsked = BusMember::Clock::now();
+    call(busCall("Ping", DBUS_INTERFACE_PEER), nullptr, [this](DBusMessage *) {
+        m_isAsked = false;
+        m_lastAlive = BusMember::Clock::now();
+    });
+}
+
+graph::Message BusLink::busCall(const char *method, const char *interface) const
+{
+    return graph::Message(
+        dbus_message_new_method_call(DBUS_SERVICE_DBUS, DBUS_PATH_DBUS, interface, method));
 }

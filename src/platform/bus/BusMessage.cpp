@@ -1,106 +1,198 @@
 #include "platform/bus/BusMessage.h"
 
-#include "platform/bus/ItemValue.h"
+#include "platform/bus/BusLimits.h"
+#include "platform/bus/BusName.h"
+#include "platform/bus/MessageValue.h"
 
-#include <QDBusArgument>
-#include <QDBusMetaType>
+#include <dbus/dbus.h>
 
 #include <algorithm>
-#include <cstring>
 
 namespace graph {
 
-using Blocks = QMap<QString, QByteArray>;
-
 const char itemsInterface[] = "org.toskorn.Items";
-const char getItemsMethod[] = "GetItems";
-const char valueChangedSignal[] = "ValueChanged";
-const char valueChangedSignature[] = "tsv";
-const char arrayChangedSignal[] = "ArrayChanged";
-const char arrayChangedSignature[] = "tsttay";
 
 namespace {
 
+const char getItemsMethod[] = "GetItems";
 const char answerSignature[] = "ta{sv}a{say}as";
+const char valueChanged[] = "ValueChanged";
+const char arrayChanged[] = "ArrayChanged";
+const char arrayAppended[] = "ArrayAppended";
 
-// Without a copy: valid while the vector is.
-QByteArray blockOfVector(const QVector<double> &vector, int offset, int count)
+Message itemsSignal(const Sender &sender, const char *name)
 {
-    return QByteArray::fromRawData(reinterpret_cast<const char *>(vector.constData() + offset),
-                                   count * int(sizeof(double)));
+    const QByteArray path = busPath(sender.busName).toLatin1();
+    Message message(dbus_message_new_signal(path.constData(), itemsInterface, name));
+    if (!sender.receiver.isEmpty())
+        dbus_message_set_destination(message.get(), sender.receiver.constData());
+    return message;
+}
+
+// The last three arguments of both array signals.
+void appendPart(DBusMessageIter *to, quint64 first, const QVector<double> &vector, int offset)
+{
+    appendNumber(to, first);
+    appendNumber(to, quint64(offset));
+    appendBlock(to, vector.constData() + offset, std::min(int(vector.size()) - offset, maxPartElements));
+}
+
+void readValues(DBusMessageIter *from, ItemsAnswer *answer)
+{
+    forEachEntry(from, [answer](const QString &name, DBusMessageIter *entry) {
+        const QVariant value = readVariant(entry);
+        if (value.isValid())
+            answer->items.values.insert(name, value);
+        return answer->items.values.size() < maxItems;
+    });
+}
+
+void readArrays(DBusMessageIter *from, ItemsAnswer *answer)
+{
+    forEachEntry(from, [answer](const QString &name, DBusMessageIter *entry) {
+        if (const auto vector = readBlock(entry))
+            answer->items.vectors.insert(name, *vector);
+        else
+            ++answer->malformed;
+        return answer->items.vectors.size() < maxItems;
+    });
+}
+
+ItemNews arrayNews(ItemNews::Kind kind, DBusMessageIter *from, ItemNews news)
+{
+    (kind == ItemNews::ArrayPart ? news.size : news.dropped) = readNumber(from);
+    news.offset = readNumber(from);
+    const auto elements = readBlock(from);
+    news.kind = elements ? kind : ItemNews::Malformed;
+    if (elements)
+        news.elements = *elements;
+    return news;
 }
 
 } // namespace
 
-ItemsAnswer itemsAnswer(quint64 serial, const BusItems &items)
+void MessageRelease::operator()(DBusMessage *message) const
 {
+    dbus_message_unref(message);
+}
+
+std::optional<ItemsAnswer> itemsAnswer(DBusMessage *message)
+{
+    DBusMessageIter from;
+    if (!dbus_message_has_signature(message, answerSignature) || !dbus_message_iter_init(message, &from))
+        return {};
     ItemsAnswer answer;
-    answer.serial = serial;
-    answer.items.values = items.values;
-    int room = maxAnsweredElements;
-    for (auto it = items.vectors.cbegin(); it != items.vectors.cend(); ++it) {
-        if (it->size() > room) {
-            answer.later.append(it.key());
-        } else {
-            answer.items.vectors.insert(it.key(), *it);
-            room -= it->size();
-        }
-    }
+    answer.serial = readNumber(&from);
+    readValues(&from, &answer);
+    readArrays(&from, &answer);
+    answer.later = readTexts(&from);
     return answer;
 }
 
-QVariantList messageArguments(const ItemsAnswer &answer)
+ItemNews itemNews(DBusMessage *message)
 {
-    qDBusRegisterMetaType<Blocks>();
-    QVariantMap values;
+    DBusMessageIter from;
+    const bool isValue = dbus_message_is_signal(message, itemsInterface, valueChanged);
+    const bool isPart = dbus_message_is_signal(message, itemsInterface, arrayChanged);
+    const bool isAppended = dbus_message_is_signal(message, itemsInterface, arrayAppended);
+    if (!isValue && !isPart && !isAppended)
+        return {};
+    ItemNews news;
+    news.kind = ItemNews::Malformed;
+    if (!dbus_message_has_signature(message, isValue ? "tsv" : "tsttay") ||
+        !dbus_message_iter_init(message, &from))
+        return news;
+    news.serial = readNumber(&from);
+    news.itemName = readText(&from);
+    if (!isValue)
+        return arrayNews(isPart ? ItemNews::ArrayPart : ItemNews::ArrayAppended, &from, news);
+    news.kind = ItemNews::Value;
+    news.value = readVariant(&from);
+    return news;
+}
+
+Message itemsRequest(const QString &busName)
+{
+    return Message(dbus_message_new_method_call(busName.toLatin1().constData(),
+                                                busPath(busName).toLatin1().constData(), itemsInterface,
+                                                getItemsMethod));
+}
+
+bool isItemsRequest(DBusMessage *message)
+{
+    const char *interface = dbus_message_get_interface(message);
+    return dbus_message_get_type(message) == DBUS_MESSAGE_TYPE_METHOD_CALL &&
+           dbus_message_has_member(message, getItemsMethod) &&
+           (!interface || !qstrcmp(interface, itemsInterface));
+}
+
+Message itemsReply(DBusMessage *request, const ItemsAnswer &answer)
+{
+    Message message(dbus_message_new_method_return(request));
+    DBusMessageIter to;
+    DBusMessageIter array;
+    dbus_message_iter_init_append(message.get(), &to);
+    appendNumber(&to, answer.serial);
+    dbus_message_iter_open_container(&to, DBUS_TYPE_ARRAY, "{sv}", &array);
     for (auto it = answer.items.values.cbegin(); it != answer.items.values.cend(); ++it)
-        values.insert(it.key(), it.value());
-    Blocks blocks;
+        appendEntry(&array, it.key(), [&](DBusMessageIter *entry) { appendVariant(entry, it.value()); });
+    dbus_message_iter_close_container(&to, &array);
+    dbus_message_iter_open_container(&to, DBUS_TYPE_ARRAY, "{say}", &array);
     for (auto it = answer.items.vectors.cbegin(); it != answer.items.vectors.cend(); ++it)
-        blocks.insert(it.key(), blockOfVector(it.value(), 0, it->size()));
-    return {answer.serial, values, QVariant::fromValue(blocks), answer.later};
+        appendEntry(&array, it.key(), [&](DBusMessageIter *entry) {
+            appendBlock(entry, it.value().constData(), it.value().size());
+        });
+    dbus_message_iter_close_container(&to, &array);
+    appendTexts(&to, answer.later);
+    return message;
 }
 
-std::optional<ItemsAnswer> itemsAnswer(const QDBusMessage &message, int *malformed)
+Message valueSignal(const Sender &sender, quint64 serial, const QString &itemName, const QVariant &value)
 {
-    if (message.signature() != QLatin1String(answerSignature))
-        return {};
-    const QVariantList arguments = message.arguments();
-    ItemsAnswer answer;
-    answer.serial = arguments.at(0).toULongLong();
-    const auto values = qdbus_cast<QVariantMap>(arguments.at(1));
-    for (auto it = values.cbegin(); it != values.cend(); ++it) {
-        const QVariant value = itemValue(it.value());
-        if (value.isValid())
-            answer.items.values.insert(it.key(), value);
+    Message message = itemsSignal(sender, valueChanged);
+    DBusMessageIter to;
+    dbus_message_iter_init_append(message.get(), &to);
+    appendNumber(&to, serial);
+    appendText(&to, itemName);
+    appendVariant(&to, value);
+    return message;
+}
+
+Message arrayPartSignal(const Sender &sender, quint64 serial, const QString &itemName,
+                        const QVector<double> &vector, int offset)
+{
+    Message message = itemsSignal(sender, arrayChanged);
+    DBusMessageIter to;
+    dbus_message_iter_init_append(message.get(), &to);
+    appendNumber(&to, serial);
+    appendText(&to, itemName);
+    appendPart(&to, quint64(vector.size()), vector, offset);
+    return message;
+}
+
+Message arrayAppendedSignal(const Sender &sender, quint64 serial, const QString &itemName, quint64 dropped,
+                            const QVector<double> &vector, int offset)
+{
+    Message message = itemsSignal(sender, arrayAppended);
+    DBusMessageIter to;
+    dbus_message_iter_init_append(message.get(), &to);
+    appendNumber(&to, serial);
+    appendText(&to, itemName);
+    appendPart(&to, dropped, vector, offset);
+    return message;
+}
+
+qint64 sizeOfValue(const QVariant &value)
+{
+    constexpr qint64 overhead = 64;
+    qint64 size = overhead;
+    if (value.userType() == QMetaType::QString) {
+        size += 2 * value.toString().size();
+    } else if (value.userType() == QMetaType::QStringList) {
+        for (const QString &text : value.toStringList())
+            size += overhead + 2 * text.size();
     }
-    const auto blocks = qdbus_cast<Blocks>(arguments.at(2));
-    for (auto it = blocks.cbegin(); it != blocks.cend(); ++it) {
-        if (const auto vector = vectorOfBlock(it.value()))
-            answer.items.vectors.insert(it.key(), *vector);
-        else
-            ++*malformed;
-    }
-    answer.later = arguments.at(3).toStringList();
-    return answer;
-}
-
-QVariantList arrayPartArguments(quint64 serial, const QString &itemName, const QVector<double> &vector,
-                                int offset)
-{
-    const int count = std::min(int(vector.size()) - offset, maxPartElements);
-    return {serial, itemName, quint64(vector.size()), quint64(offset), blockOfVector(vector, offset, count)};
-}
-
-std::optional<QVector<double>> vectorOfBlock(const QByteArray &block)
-{
-    if (block.size() % int(sizeof(double)) != 0)
-        return {};
-    QVector<double> vector(block.size() / int(sizeof(double)));
-    // An empty vector's memory is shared by all: not even zero bytes may be asked of it for writing.
-    if (!vector.isEmpty())
-        std::memcpy(vector.data(), block.constData(), size_t(block.size()));
-    return vector;
+    return size;
 }
 
 } // namespace graph

@@ -1,11 +1,13 @@
 #include "platform/bus/BusRegistry.h"
 
 #include "platform/bus/BusClient.h"
-#include "platform/bus/BusLink.h"
+#include "platform/bus/BusCourier.h"
 #include "platform/bus/BusLog.h"
 #include "platform/bus/BusName.h"
 
 #include <QCoreApplication>
+
+#include <utility>
 
 BusRegistry &BusRegistry::instance()
 {
@@ -26,19 +28,19 @@ BusClient *BusRegistry::sharedClient(const QString &serviceName)
         return known;
     if (!isValid(serviceName))
         return nullptr;
-    // The clients go with the application object: the bus connection needs its event loop.
-    if (m_clients.isEmpty())
-        qAddPostRoutine(&BusRegistry::clearAtExit);
+    endWithApplication();
     auto *added = new BusClient(serviceName);
     m_clients.insert(serviceName, added);
     return added;
 }
 
-BusLink &BusRegistry::link()
+BusCourier &BusRegistry::courier()
 {
-    if (!m_link)
-        m_link = std::make_unique<BusLink>();
-    return *m_link;
+    if (!m_courier) {
+        endWithApplication();
+        m_courier = std::make_unique<BusCourier>(m_patience);
+    }
+    return *m_courier;
 }
 
 bool BusRegistry::addPublisher(const QString &serviceName, BusPublisher *publisher)
@@ -75,10 +77,17 @@ bool BusRegistry::isValid(const QString &serviceName)
     return false;
 }
 
+// The clients go with the application object, whose event loop feeds them.
+void BusRegistry::endWithApplication()
+{
+    if (m_clients.isEmpty() && !m_courier)
+        qAddPostRoutine(&BusRegistry::clearAtExit);
+}
+
 void BusRegistry::clear()
 {
     // Taken out first: what listens to a client's end may ask for another one.
     const QHash<QString, BusClient *> clients = std::exchange(m_clients, {});
     qDeleteAll(clients);
-    m_link.reset();
+    m_courier.reset();
 }

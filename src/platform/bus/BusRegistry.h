@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/bus/BusLink.h"
+
 #include <QHash>
 #include <QSet>
 #include <QString>
@@ -7,7 +9,7 @@
 #include <memory>
 
 class BusClient;
-class BusLink;
+class BusCourier;
 class BusPublisher;
 
 // The clients and publishers of this process by service name. This is how they meet without a bus daemon.
@@ -22,8 +24,10 @@ public:
     // The client for the name, made when first asked for; null for a name that no service can have.
     BusClient *sharedClient(const QString &serviceName);
 
-    // The way to the bus for clients whose service is in another process. Goes with the clients.
-    BusLink &link();
+    // The way to the bus, made when first asked for. Goes with the clients.
+    BusCourier &courier();
+    // For the next courier.
+    void setPatience(const BusPatience &patience) { m_patience = patience; }
 
     BusPublisher *publisher(const QString &serviceName) const { return m_publishers.value(serviceName); }
     // False, with one log line, when the name is invalid or taken.
@@ -36,11 +40,13 @@ private:
     Q_DISABLE_COPY(BusRegistry)
 
     static void clearAtExit();
+    void endWithApplication();
     bool isValid(const QString &serviceName);
     void clear();
 
     QHash<QString, BusClient *> m_clients;
     QHash<QString, BusPublisher *> m_publishers;
     QSet<QString> m_refusedNames;
-    std::unique_ptr<BusLink> m_link;
+    BusPatience m_patience;
+    std::unique_ptr<BusCourier> m_courier;
 };

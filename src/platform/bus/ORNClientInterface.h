@@ -12,13 +12,13 @@ class ORNClientInterface : public QObject
 
 public:
     // The client object for the service `name`, whoever asks; null, with one log line, for a name that no
-    // service can have. The first call fetches all items in one round trip (2 s at most); a service that is
-    // not there then has no items, and they arrive when it comes. A call that finds the service gone since, or
-    // just back, waits in the same way, so that nobody starts with the values of its predecessor. The object
-    // belongs to the library: `parent` is not used.
+    // service can have. The first call asks the service for all its items and waits for them: all such waits
+    // together, 2 s at most. What comes later comes by itself, also from a service that is not there yet. A call
+    // that finds the service gone since, or just back, waits in the same way, so that nobody starts with the values
+    // of its predecessor. The object belongs to the library: `parent` is not used.
     static ORNClientInterface *getSessionBusClient(const QString &name, QObject *parent);
 
-    // A look-up: null when the service did not publish an item of that name so far.
+    // A look-up: null when the service does not publish an item of that name (yet).
     ORNClientItem *getItem(const QString &itemName);
 
 protected:

@@ -1,40 +1,47 @@
 #pragma once
 
-#include "platform/bus/BusItems.h"
+#include "platform/bus/BusMember.h"
+#include "platform/bus/BusMessage.h"
+#include "platform/bus/ItemStore.h"
 
-#include <QDBusConnection>
-#include <QDBusVirtualObject>
+#include <QByteArray>
+#include <QString>
 
-class BusPublisher;
+#include <deque>
+#include <memory>
 
-// A publisher's object on the session bus, with a connection of its own.
-class PublishedObject : public QDBusVirtualObject
+class ServiceFeed;
+
+// A publisher's object on the session bus. Its items come through the feed: of each only the newest value waits
+// while the bus is slow, and a bus that comes back is given the service again.
+class PublishedObject : public BusMember
 {
-    Q_OBJECT
-
 public:
-    PublishedObject(const QString &serviceName, BusPublisher *publisher);
-    ~PublishedObject() override;
+    PublishedObject(const QString &serviceName, std::shared_ptr<ServiceFeed> feed);
 
-    // Connects, registers the object, then its name: a service started on demand is called the moment it has
-    // the name. False with one log line when that fails.
-    bool open();
-
-    void sendValue(const QString &itemName, const QVariant &value);
-    void sendVector(const QString &itemName, const QVector<double> &vector);
-
-    QString introspect(const QString &path) const override;
-    bool handleMessage(const QDBusMessage &message, const QDBusConnection &connection) override;
+    void handleOpened() override;
+    void handleUnreachable(const QString &why) override;
+    void handleLost() override;
+    void handleRemoved() override;
+    bool handleMessage(DBusMessage *message) override;
+    TimePoint handleTime(TimePoint now) override;
 
 private:
-    QDBusMessage signal(const char *name, const QString &receiver) const;
-    void sendParts(const QString &itemName, const QVector<double> &vector, const QString &receiver);
-    void send(const QDBusMessage &message);
+    bool mayWrite() const;
+    void takeName(DBusMessage *answer);
+    void answer(DBusMessage *request);
+    void answerWaiting();
+    void broadcast(const ItemStore::Changes &changes);
+    void sendVector(const QByteArray &receiver, const QString &itemName, const QVector<double> &vector);
+    void sendAppended(const ItemStore::Change &change);
+    void introduce(DBusMessage *request);
 
     QString m_serviceName;
     QString m_busName;
-    QDBusConnection m_connection;
-    BusPublisher *m_publisher; // the parent
+    QByteArray m_path;
+    std::shared_ptr<ServiceFeed> m_feed;
+    std::deque<graph::Message> m_waiting; // requests
     quint64 m_serial = 0;
-    bool m_failureReported = false;
+    bool m_wasPublished = false;
+    bool m_isPublished = false;
 };

@@ -1,239 +1,287 @@
 #include "platform/bus/RemoteService.h"
 
-#include "platform/bus/BusClient.h"
+#include "platform/bus/BusLimits.h"
 #include "platform/bus/BusLink.h"
-#include "platform/bus/BusLog.h"
-#include "platform/bus/BusMessage.h"
 #include "platform/bus/BusName.h"
-#include "platform/bus/ItemValue.h"
+#include "platform/bus/ServiceFeed.h"
 
-#include <QDBusPendingCallWatcher>
-#include <QDBusServiceWatcher>
-#include <QDBusVariant>
+#include <dbus/dbus.h>
 
-#include <limits>
+#include <algorithm>
 
 namespace {
 
-constexpr int longestWait = 2000; // ms
-// The call ends when the service answers or leaves the bus.
-constexpr int noLimit = std::numeric_limits<int>::max();
+using std::chrono::milliseconds;
+
+constexpr milliseconds late(2000);
+// A call may have been swallowed; the answers to all of them count.
+constexpr milliseconds firstRepeat(10000);
+constexpr milliseconds longestRepeat(300000);
+constexpr milliseconds shortestRepeat(1000);
 
 } // namespace
 
-RemoteService::RemoteService(const QString &serviceName, BusLink *link, BusClient *client)
-    : QObject(client)
-    , m_serviceName(serviceName)
+RemoteService::RemoteService(const QString &serviceName, std::shared_ptr<ServiceFeed> feed)
+    : m_serviceName(serviceName)
     , m_busName(graph::busName(serviceName))
-    , m_client(client)
-    , m_link(link)
+    , m_path(graph::busPath(m_busName).toLatin1())
+    , m_feed(std::move(feed))
 {
+    m_newsRule = "type='signal',interface='" + QByteArray(graph::itemsInterface) + "',path='" + m_path + '\'';
+    m_ownerRule = "type='signal',sender='" DBUS_SERVICE_DBUS "',interface='" DBUS_INTERFACE_DBUS
+                  "',member='NameOwnerChanged',arg0='" +
+                  m_busName.toLatin1() + '\'';
 }
 
-void RemoteService::start()
+RemoteService::~RemoteService() = default;
+
+void RemoteService::ask()
 {
-    const bool isBusThere = m_link->open();
-    connect(m_link, SIGNAL(opened()), this, SLOT(handleBusOpened()));
-    connect(m_link, SIGNAL(lost()), this, SLOT(handleBusLost()));
-    if (!isBusThere) {
-        qCWarning(busLog) << m_serviceName
-                          << "cannot be reached, there is no session bus:" << m_link->errorText();
-        return;
-    }
-    follow();
-    if (fetchNow() == QDBusError::ServiceUnknown)
-        qCWarning(busLog) << m_serviceName << "is not on the session bus";
+    if (link()->isOpen())
+        fetch();
+    else
+        link()->lookNow();
 }
 
-void RemoteService::refresh()
+void RemoteService::handleOpened()
 {
-    if (m_client && m_owner.isEmpty() && m_mayWait && m_link->bus().isConnected())
-        fetchNow();
+    if (!m_assemblies)
+        m_assemblies.emplace(link()->unfinishedBytes());
+    link()->addMatch(m_newsRule);
+    link()->addMatch(m_ownerRule);
+    fetch();
 }
 
-void RemoteService::stop()
+void RemoteService::handleUnreachable(const QString &why)
 {
-    m_client = nullptr;
-    deleteLater();
+    m_feed->setStatus(ServiceFeed::NoBus, why);
+    link()->wake();
 }
 
-void RemoteService::handleBusOpened()
-{
-    if (!m_client)
-        return;
-    follow();
-    fetchLater();
-}
-
-void RemoteService::handleBusLost()
+void RemoteService::handleLost()
 {
     // On another bus the same name may belong to someone else.
-    m_owner.clear();
-    m_assemblies.clear();
-    delete m_call;
-    delete m_watcher;
+    forgetOwner();
+    m_isAsking = false;
+    m_isToAskAgain = false;
+    m_feed->setStatus(ServiceFeed::Asking);
 }
 
-void RemoteService::handleOwnerChanged(const QString &, const QString &oldOwner, const QString &newOwner)
+void RemoteService::handleRemoved()
 {
-    if (m_owner == oldOwner)
-        m_owner.clear();
-    // A wait may have ended with the new owner's answer, before this news of it.
-    if (m_client && !newOwner.isEmpty() && newOwner != m_owner)
-        fetchLater();
+    link()->removeMatch(m_newsRule);
+    link()->removeMatch(m_ownerRule);
 }
 
-void RemoteService::handleFetched(QDBusPendingCallWatcher *call)
+bool RemoteService::handleMessage(DBusMessage *message)
 {
-    call->deleteLater();
-    if (call != m_call)
-        return;
-    m_call.clear();
-    const QDBusMessage answer = call->reply();
-    const QDBusError error(answer);
-    if (answer.type() == QDBusMessage::ReplyMessage)
-        takeAnswer(answer);
-    else if (error.type() != QDBusError::NoReply && error.type() != QDBusError::ServiceUnknown &&
-             error.type() != QDBusError::Disconnected)
-        qCWarning(busLog) << m_serviceName << "has no items:" << answer.errorMessage();
-}
-
-void RemoteService::handleValueChanged(const QDBusMessage &message)
-{
-    if (!isNews(message))
-        return;
-    const QVariant value = graph::itemValue(message.arguments().at(2).value<QDBusVariant>().variant());
-    if (value.isValid())
-        m_client->setValue(message.arguments().at(1).toString(), value);
-}
-
-void RemoteService::handleArrayChanged(const QDBusMessage &message)
-{
-    if (!isNews(message))
-        return;
-    const auto part = graph::vectorOfBlock(message.arguments().at(4).toByteArray());
-    if (part)
-        takePart(message, *part);
-    else
-        reportMalformed();
-}
-
-void RemoteService::follow()
-{
-    // Matched by path: to match by the service's name, QtDBus would first wait for the bus to tell its owner.
-    const QString path = graph::busPath(m_busName);
-    const auto interface = QLatin1String(graph::itemsInterface);
-    QDBusConnection bus = m_link->bus();
-    bus.connect(QString(), path, interface, QLatin1String(graph::valueChangedSignal),
-                QLatin1String(graph::valueChangedSignature), this, SLOT(handleValueChanged(QDBusMessage)));
-    bus.connect(QString(), path, interface, QLatin1String(graph::arrayChangedSignal),
-                QLatin1String(graph::arrayChangedSignature), this, SLOT(handleArrayChanged(QDBusMessage)));
-    m_watcher = new QDBusServiceWatcher(m_busName, bus, QDBusServiceWatcher::WatchForOwnerChange, this);
-    connect(m_watcher, SIGNAL(serviceOwnerChanged(QString, QString, QString)), this,
-            SLOT(handleOwnerChanged(QString, QString, QString)));
-}
-
-QDBusMessage RemoteService::request() const
-{
-    return QDBusMessage::createMethodCall(m_busName, graph::busPath(m_busName),
-                                          QLatin1String(graph::itemsInterface),
-                                          QLatin1String(graph::getItemsMethod));
-}
-
-QDBusError::ErrorType RemoteService::fetchNow()
-{
-    const QDBusMessage answer = m_link->bus().call(request(), QDBus::Block, longestWait);
-    if (answer.type() == QDBusMessage::ReplyMessage) {
-        delete m_call;
-        takeAnswer(answer);
-        return QDBusError::NoError;
+    if (dbus_message_get_type(message) != DBUS_MESSAGE_TYPE_SIGNAL)
+        return false;
+    if (dbus_message_is_signal(message, DBUS_INTERFACE_DBUS, "NameOwnerChanged")) {
+        handleOwnerChanged(message);
+        return false; // others may follow the same name
     }
-    const QDBusError::ErrorType error = QDBusError(answer).type();
-    m_mayWait = error == QDBusError::ServiceUnknown;
-    switch (error) {
-    case QDBusError::ServiceUnknown:
+    if (!dbus_message_has_path(message, m_path.constData()))
+        return false;
+    if (m_owner.isEmpty() || m_owner != dbus_message_get_sender(message))
+        return true;
+    graph::ItemNews news = graph::itemNews(message);
+    if (news.kind == graph::ItemNews::None)
+        return true;
+    takeNews(std::move(news));
+    if (m_feed->items().hasChanges())
+        link()->wake();
+    return true;
+}
+
+RemoteService::TimePoint RemoteService::handleTime(TimePoint now)
+{
+    if (m_isToAskAgain && now >= m_askAgain)
+        fetch();
+    if (!m_isAsking)
+        return m_isToAskAgain ? m_askAgain : TimePoint::max();
+    if (now >= m_askAgain) {
+        const milliseconds wait = std::min(2 * m_wait, longestRepeat);
+        fetch();
+        m_wait = wait;
+        m_askAgain = now + wait;
+    }
+    if (m_feed->status().isLate)
+        return m_askAgain;
+    if (now < m_asked + late)
+        return m_asked + late;
+    m_feed->setLate();
+    link()->wake();
+    return m_askAgain;
+}
+
+void RemoteService::fetch()
+{
+    const TimePoint now = Clock::now();
+    if (!m_isAsking)
+        m_asked = now;
+    m_isAsking = true;
+    m_isToAskAgain = false;
+    m_wait = firstRepeat;
+    m_askAgain = now + m_wait;
+    link()->call(graph::itemsRequest(m_busName), this, [this](DBusMessage *answer) { handleAnswer(answer); });
+}
+
+void RemoteService::handleAnswer(DBusMessage *message)
+{
+    link()->forgetCalls(this);
+    m_isAsking = false;
+    const auto answer = dbus_message_get_type(message) == DBUS_MESSAGE_TYPE_METHOD_RETURN
+                            ? graph::itemsAnswer(message)
+                            : std::nullopt;
+    if (answer) {
+        takeAnswer(message, *answer);
+        m_feed->setStatus(ServiceFeed::Answered);
+    } else if (dbus_message_get_type(message) == DBUS_MESSAGE_TYPE_METHOD_RETURN) {
+        const QString text = QStringLiteral("answers with \"%1\" which are no items")
+                                 .arg(QString::fromLatin1(dbus_message_get_signature(message)));
+        m_feed->setStatus(ServiceFeed::Failed, text);
+    } else if (dbus_message_is_error(message, DBUS_ERROR_SERVICE_UNKNOWN) ||
+               dbus_message_is_error(message, DBUS_ERROR_NAME_HAS_NO_OWNER) ||
+               dbus_message_is_error(message, DBUS_ERROR_NO_REPLY)) {
+        m_feed->setStatus(ServiceFeed::Absent);
+    } else {
+        const char *why = nullptr;
+        dbus_message_get_args(message, nullptr, DBUS_TYPE_STRING, &why, DBUS_TYPE_INVALID);
+        const QString text = QString::fromUtf8(why ? why : dbus_message_get_error_name(message));
+        m_feed->setStatus(ServiceFeed::Failed, QLatin1String("has no items: ") + text.left(200));
+    }
+    link()->wake();
+}
+
+void RemoteService::takeAnswer(DBusMessage *message, const graph::ItemsAnswer &answer)
+{
+    if (m_owner != dbus_message_get_sender(message))
+        forgetOwner();
+    m_owner = dbus_message_get_sender(message);
+    m_serial = answer.serial;
+    m_assemblies->clear();
+    if (answer.malformed > 0)
+        judge(QString(), ItemStore::Misfit);
+    ItemStore &items = m_feed->items();
+    for (const QString &itemName : answer.later)
+        judge(itemName, items.makeVector(itemName));
+    for (auto it = answer.items.values.cbegin(); it != answer.items.values.cend(); ++it)
+        judge(it.key(), items.setValue(it.key(), it.value()));
+    for (auto it = answer.items.vectors.cbegin(); it != answer.items.vectors.cend(); ++it)
+        judge(it.key(), items.setVector(it.key(), it.value()));
+}
+
+void RemoteService::handleOwnerChanged(DBusMessage *message)
+{
+    const char *name = nullptr;
+    const char *former = nullptr;
+    const char *present = nullptr;
+    if (!dbus_message_has_sender(message, DBUS_SERVICE_DBUS) ||
+        !dbus_message_get_args(message, nullptr, DBUS_TYPE_STRING, &name, DBUS_TYPE_STRING, &former,
+                               DBUS_TYPE_STRING, &present, DBUS_TYPE_INVALID) ||
+        m_busName != QLatin1String(name))
+        return;
+    if (m_owner == former)
+        forgetOwner();
+    // A call may have had the new owner's answer before this news of it.
+    if (*present && m_owner != present) {
+        if (!m_isAsking)
+            m_feed->setStatus(ServiceFeed::Asking);
+        link()->forgetCalls(this);
+        fetch();
+    } else if (!*present && !m_isAsking) {
+        m_feed->setStatus(ServiceFeed::Absent);
+    }
+}
+
+void RemoteService::takeNews(graph::ItemNews news)
+{
+    ItemStore &items = m_feed->items();
+    // Arrays that follow an answer carry the answer's own serial.
+    if (news.serial < m_serial)
+        return;
+    switch (news.kind) {
+    case graph::ItemNews::Value:
+        if (news.value.isValid())
+            judge(news.itemName, items.setValue(news.itemName, news.value));
         break;
-    case QDBusError::NoReply:
-    case QDBusError::Timeout:
-    case QDBusError::TimedOut:
-        qCWarning(busLog) << m_serviceName << "does not answer";
-        fetchLater();
+    case graph::ItemNews::ArrayPart:
+        takePart(&news);
+        break;
+    case graph::ItemNews::ArrayAppended:
+        if (news.serial > m_serial)
+            takeAppended(news);
         break;
     default:
-        qCWarning(busLog) << m_serviceName << "has no items:" << answer.errorMessage();
+        complain(Complaints::MalformedArrays,
+                 QStringLiteral("sends arrays that are no whole number of doubles or lack a part"));
     }
-    return error;
 }
 
-void RemoteService::fetchLater()
+void RemoteService::takePart(graph::ItemNews *news)
 {
-    delete m_call;
-    m_call = new QDBusPendingCallWatcher(m_link->bus().asyncCall(request(), noLimit), this);
-    connect(m_call, SIGNAL(finished(QDBusPendingCallWatcher *)), this,
-            SLOT(handleFetched(QDBusPendingCallWatcher *)));
+    switch (m_assemblies->add(news)) {
+    case ArrayAssemblies::Complete:
+        judge(news->itemName, m_feed->items().setVector(news->itemName, news->elements));
+        break;
+    case ArrayAssemblies::Malformed:
+        judge(QString(), ItemStore::Misfit);
+        break;
+    case ArrayAssemblies::NoRoom:
+        judge(news->itemName, ItemStore::NoRoom);
+        break;
+    case ArrayAssemblies::Unfinished:
+        break;
+    }
 }
 
-void RemoteService::takeAnswer(const QDBusMessage &message)
+// Something was lost when the elements do not go to the end: the items are asked for again, at a bounded rate.
+void RemoteService::takeAppended(const graph::ItemNews &news)
 {
-    int malformed = 0;
-    const auto answer = graph::itemsAnswer(message, &malformed);
-    if (!answer) {
-        qCWarning(busLog) << m_serviceName << "answers with" << message.signature() << "which are no items";
+    const ItemStore::Outcome outcome =
+        m_feed->items().append(news.itemName, news.dropped, news.offset, news.elements);
+    if (outcome != ItemStore::Misfit) {
+        judge(news.itemName, outcome);
+    } else if (!m_isAsking && !m_isToAskAgain) {
+        m_isToAskAgain = true;
+        m_askAgain = std::max(Clock::now(), m_asked + shortestRepeat);
+    }
+}
+
+void RemoteService::judge(const QString &itemName, ItemStore::Outcome outcome)
+{
+    switch (outcome) {
+    case ItemStore::Taken:
+        break;
+    case ItemStore::WrongKind:
+        complain(Complaints::MixedKinds,
+                 QStringLiteral("published both a value and an array as \"%1\"").arg(itemName.left(60)));
+        break;
+    case ItemStore::NoRoom:
+        complain(Complaints::NoRoom,
+                 QStringLiteral("publishes more than is kept of one service, such as \"%1\"; that is left out")
+                     .arg(itemName.left(60)));
+        break;
+    case ItemStore::Misfit:
+        complain(Complaints::MalformedArrays,
+                 QStringLiteral("sends arrays that are no whole number of doubles or lack a part"));
+        break;
+    }
+}
+
+void RemoteService::forgetOwner()
+{
+    m_owner.clear();
+    if (m_assemblies)
+        m_assemblies->clear();
+    m_feed->items().forgetUnwatched();
+}
+
+void RemoteService::complain(Complaints::Kind kind, const QString &text)
+{
+    if (!m_complaints.isDue(kind))
         return;
-    }
-    m_owner = message.service();
-    m_mayWait = true;
-    m_serial = answer->serial;
-    m_assemblies.clear();
-    m_malformedReported = false;
-    if (malformed > 0)
-        reportMalformed();
-    if (!m_client)
-        return;
-    for (const QString &itemName : answer->later) {
-        if (!m_client->item(itemName))
-            m_client->setVector(itemName, {});
-    }
-    m_client->setItems(answer->items);
-}
-
-void RemoteService::takePart(const QDBusMessage &message, const QVector<double> &part)
-{
-    const QVariantList arguments = message.arguments();
-    const quint64 serial = arguments.at(0).toULongLong();
-    const QString itemName = arguments.at(1).toString();
-    const quint64 size = arguments.at(2).toULongLong();
-    const quint64 offset = arguments.at(3).toULongLong();
-    if (offset == 0 && quint64(part.size()) == size) {
-        m_client->setVector(itemName, part);
-        return;
-    }
-    // Grown by what arrives, never by what a message announces: that number may be any.
-    Assembly &assembly = m_assemblies[itemName];
-    if (offset == 0)
-        assembly = {serial, {}};
-    constexpr quint64 maxSize = quint64(std::numeric_limits<int>::max()) / sizeof(double);
-    if (assembly.serial != serial || quint64(assembly.vector.size()) != offset || part.isEmpty() ||
-        size > maxSize || offset + quint64(part.size()) > size) {
-        m_assemblies.remove(itemName);
-        reportMalformed();
-        return;
-    }
-    assembly.vector += part;
-    if (quint64(assembly.vector.size()) == size)
-        m_client->setVector(itemName, m_assemblies.take(itemName).vector);
-}
-
-bool RemoteService::isNews(const QDBusMessage &message) const
-{
-    // Arrays that follow an answer carry the answer's own serial.
-    return m_client && !m_owner.isEmpty() && message.service() == m_owner &&
-           message.arguments().at(0).toULongLong() >= m_serial;
-}
-
-void RemoteService::reportMalformed()
-{
-    if (!std::exchange(m_malformedReported, true))
-        qCWarning(busLog) << m_serviceName
-                          << "sends arrays that are no whole number of doubles or lack a part";
+    m_feed->addNote(text);
+    link()->wake();
 }

@@ -1,75 +1,65 @@
 #pragma once
 
-#include <QDBusError>
-#include <QHash>
-#include <QObject>
-#include <QPointer>
-#include <QVector>
+#include "platform/bus/ArrayAssemblies.h"
+#include "platform/bus/BusMember.h"
+#include "platform/bus/BusMessage.h"
+#include "platform/bus/Complaints.h"
+#include "platform/bus/ItemStore.h"
 
-class BusClient;
-class BusLink;
-class QDBusMessage;
-class QDBusPendingCallWatcher;
-class QDBusServiceWatcher;
+#include <QByteArray>
+#include <QString>
 
-namespace graph {
-struct ItemsAnswer;
-}
+#include <memory>
+#include <optional>
 
-// The service on the session bus that feeds a client: fetches all items at the start and whenever the service
-// or the bus comes back, and hands on the changes in between.
-class RemoteService : public QObject
+class ServiceFeed;
+
+// The service on the session bus that feeds a client: asks for all items at the start and whenever the service
+// or the bus comes back, and takes the changes in between. It asks again, ever more rarely, when no answer
+// comes.
+class RemoteService : public BusMember
 {
-    Q_OBJECT
-
 public:
-    RemoteService(const QString &serviceName, BusLink *link, BusClient *client);
+    RemoteService(const QString &serviceName, std::shared_ptr<ServiceFeed> feed);
+    ~RemoteService() override;
 
-    // Follows the service and fetches its items, waiting for them for 2 s at most. A service that is not
-    // there, or answers later, is one log line; its items come by themselves.
-    void start();
-    // Waits in the same way for the items of a service that went and may be back: who asks for them now is not to
-    // be given those of its predecessor. Not a second time for one that did not answer in time.
-    void refresh();
-    // Nothing reaches the client any more; the object goes with the next turn of the event loop.
-    void stop();
+    // Asks for all items, or for a bus to ask on.
+    void ask();
 
-private slots:
-    void handleBusOpened();
-    void handleBusLost();
-    void handleOwnerChanged(const QString &busName, const QString &oldOwner, const QString &newOwner);
-    void handleFetched(QDBusPendingCallWatcher *call);
-    void handleValueChanged(const QDBusMessage &message);
-    void handleArrayChanged(const QDBusMessage &message);
+    void handleOpened() override;
+    void handleUnreachable(const QString &why) override;
+    void handleLost() override;
+    void handleRemoved() override;
+    bool handleMessage(DBusMessage *message) override;
+    TimePoint handleTime(TimePoint now) override;
 
 private:
-    // A long array of which some parts have arrived.
-    struct Assembly
-    {
-        quint64 serial = 0;
-        QVector<double> vector;
-    };
-
-    void follow();
-    QDBusMessage request() const;
-    QDBusError::ErrorType fetchNow();
-    void fetchLater();
-    void takeAnswer(const QDBusMessage &message);
-    void takePart(const QDBusMessage &message, const QVector<double> &part);
-    bool isNews(const QDBusMessage &message) const;
-    void reportMalformed();
+    void fetch();
+    void handleAnswer(DBusMessage *message);
+    void takeAnswer(DBusMessage *message, const graph::ItemsAnswer &answer);
+    void handleOwnerChanged(DBusMessage *message);
+    void takeNews(graph::ItemNews news);
+    void takePart(graph::ItemNews *news);
+    void takeAppended(const graph::ItemNews &news);
+    void judge(const QString &itemName, ItemStore::Outcome outcome);
+    void forgetOwner();
+    void complain(Complaints::Kind kind, const QString &text);
 
     QString m_serviceName;
     QString m_busName;
-    BusClient *m_client; // the parent; null once stopped
-    BusLink *m_link;     // outlives the clients
-    QPointer<QDBusServiceWatcher> m_watcher;
-    QPointer<QDBusPendingCallWatcher> m_call;
+    QByteArray m_path;
+    QByteArray m_newsRule;
+    QByteArray m_ownerRule;
+    std::shared_ptr<ServiceFeed> m_feed;
     // The process whose items the client has. Names on the bus pass from one to another, and anyone may send
     // signals.
-    QString m_owner;
+    QByteArray m_owner;
     quint64 m_serial = 0;
-    QHash<QString, Assembly> m_assemblies;
-    bool m_mayWait = true;
-    bool m_malformedReported = false;
+    std::optional<ArrayAssemblies> m_assemblies;
+    Complaints m_complaints;
+    bool m_isAsking = false;
+    bool m_isToAskAgain = false; // what was appended did not fit
+    TimePoint m_asked;
+    TimePoint m_askAgain;
+    std::chrono::milliseconds m_wait{};
 };

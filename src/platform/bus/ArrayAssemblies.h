@@ -1,0 +1,39 @@
+#pragma once
+
+#include "platform/bus/BusMessage.h"
+
+#include <QHash>
+#include <QString>
+#include <QVector>
+
+// The long arrays of one service of which some parts have arrived. They grow by what arrives, never by what a
+// message announces, and the oldest ones go when there are too many.
+class ArrayAssemblies
+{
+public:
+    // `totalBytes` counts what all services' assemblies hold, and is kept up to date.
+    explicit ArrayAssemblies(qint64 *totalBytes);
+    ~ArrayAssemblies();
+
+    enum Outcome { Complete, Unfinished, Malformed, NoRoom };
+    // With Complete, `news->elements` are the whole array.
+    Outcome add(graph::ItemNews *news);
+    void clear();
+
+private:
+    Q_DISABLE_COPY(ArrayAssemblies)
+
+    struct Assembly
+    {
+        quint64 serial = 0;
+        quint64 age = 0;
+        QVector<double> elements;
+    };
+
+    bool makeRoom(const QString &itemName, qint64 bytes);
+    void remove(const QString &itemName);
+
+    QHash<QString, Assembly> m_assemblies;
+    quint64 m_count = 0;
+    qint64 *m_totalBytes;
+};

@@ -1,0 +1,107 @@
+#include "platform/bus/BusCourier.h"
+
+#include "platform/bus/BusClient.h"
+#include "platform/bus/BusLog.h"
+
+#include <QCoreApplication>
+#include <QDeadlineTimer>
+#include <QEvent>
+#include <QTimerEvent>
+
+#include <algorithm>
+
+namespace {
+
+constexpr int frame = 16;   // ms
+constexpr int budget = 6;   // ms of a frame; one slow reader of an item may take longer
+constexpr int longestWaits = 2000; // ms
+
+QEvent::Type wakeEvent()
+{
+    static const int type = QEvent::registerEventType();
+    return QEvent::Type(type);
+}
+
+} // namespace
+
+BusCourier::BusCourier(const BusPatience &patience)
+    : m_allowance(longestWaits)
+    , m_thread(patience,
+               [this] {
+                   if (!m_isWoken.exchange(true))
+                       QCoreApplication::postEvent(this, new QEvent(wakeEvent()));
+               })
+{
+}
+
+BusCourier::~BusCourier() = default;
+
+void BusCourier::add(BusClient *client)
+{
+    m_clients.append(client);
+}
+
+void BusCourier::remove(BusClient *client)
+{
+    m_clients.removeAll(client);
+}
+
+int BusCourier::allowance() const
+{
+    const qint64 regained = m_sinceWait.isValid() ? m_sinceWait.elapsed() : 0;
+    return int(std::min<qint64>(longestWaits, m_allowance + regained) * 3 / 4);
+}
+
+void BusCourier::takeFromAllowance(int waited)
+{
+    const qint64 regained = m_sinceWait.isValid() ? std::max<qint64>(0, m_sinceWait.elapsed() - waited) : 0;
+    m_allowance = std::max(0, int(std::min<qint64>(longestWaits, m_allowance + regained)) - waited);
+    m_sinceWait.start();
+}
+
+bool BusCourier::event(QEvent *event)
+{
+    if (event->type() != wakeEvent())
+        return QObject::event(event);
+    m_isWoken = false;
+    m_hasMore = true;
+    if (!m_pause.isActive())
+        deliver();
+    return true;
+}
+
+void BusCourier::timerEvent(QTimerEvent *)
+{
+    m_pause.stop();
+    if (m_hasMore)
+        deliver();
+}
+
+void BusCourier::deliver()
+{
+    QElapsedTimer clock;
+    clock.start();
+    m_hasMore = false;
+    // Started before: a reader of an item may run an event loop of its own.
+    m_pause.start(frame, this);
+    for (const QString &line : m_thread.takeLines())
+        qCWarning(busLog) << qUtf8Printable(line);
+    if (!deliverWithin(budget))
+        m_hasMore = true;
+    // What takes long is to leave as much time to others.
+    const qint64 taken = clock.elapsed();
+    if (taken > frame)
+        m_pause.start(int(std::min<qint64>(taken, 1000)), this);
+}
+
+// False when something is left.
+bool BusCourier::deliverWithin(int time)
+{
+    const QDeadlineTimer end(time);
+    for (int i = 0; i < m_clients.size(); ++i) {
+        m_next = (m_next + 1) % m_clients.size();
+        if (m_clients.at(m_next) && !m_clients.at(m_next)->deliver(end))
+            return false;
+    }
+    return true;
+}
