@@ -36,12 +36,13 @@ bool BusBinding::setAddress(const QString &address)
     if (m_client && m_client != client)
         m_client->disconnect(m_follower);
     m_client = client;
+    m_lateItems.setClient(client);
     return true;
 }
 
 void BusBinding::followItem(const QString &key)
 {
-    ORNClientItem *item = itemAtAddress(key + scalarSuffix);
+    ORNClientItem *item = itemAtAddress(key + scalarSuffix, [this, key] { followItem(key); });
     replaceItem(key, item);
     if (!item)
         return;
@@ -51,7 +52,8 @@ void BusBinding::followItem(const QString &key)
 
 void BusBinding::followVector(const QString &key)
 {
-    auto *item = qobject_cast<ORNVecDoubleClientItem *>(itemAtAddress(key + vectorSuffix));
+    auto *item = qobject_cast<ORNVecDoubleClientItem *>(
+        itemAtAddress(key + vectorSuffix, [this, key] { followVector(key); }));
     replaceItem(key, item);
     if (!m_client)
         return;
@@ -79,9 +81,15 @@ void BusBinding::takeVector(const QObject *sender)
     m_follower->setProperty(keyInName(item, vectorSuffix).constData(), QVariant::fromValue(item->vector()));
 }
 
-ORNClientItem *BusBinding::itemAtAddress(const QString &name) const
+ORNClientItem *BusBinding::itemAtAddress(const QString &name, const LateItems::Notice &whenAdded)
 {
-    return m_client ? m_client->getItem(m_prefix + QLatin1Char('_') + name) : nullptr;
+    if (!m_client)
+        return nullptr;
+    const QString fullName = m_prefix + QLatin1Char('_') + name;
+    ORNClientItem *item = m_client->getItem(fullName);
+    if (!item)
+        m_lateItems.await(fullName, whenAdded);
+    return item;
 }
 
 // The former item goes even when the present address has none for the key: else two sources would mix.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "data/LateItems.h"
 #include "platform/bus/ORNClientInterface.h"
 #include "platform/bus/ORNClientItem.h"
 
@@ -25,7 +26,7 @@ public:
     bool setAddress(const QString &address);
 
     // Follow the item of the present address for the key from now on, and no longer the one that it had before.
-    // Without such an item the property stays as it is.
+    // Without such an item the property stays as it is until there is one.
     void followItem(const QString &key);
     void followVector(const QString &key);
 
@@ -34,7 +35,7 @@ public:
     void takeVector(const QObject *sender);
 
 private:
-    ORNClientItem *itemAtAddress(const QString &name) const;
+    ORNClientItem *itemAtAddress(const QString &name, const LateItems::Notice &whenAdded);
     void replaceItem(const QString &key, ORNClientItem *item);
 
     QObject *m_follower;
@@ -42,4 +43,5 @@ private:
     QString m_prefix;
     QPointer<ORNClientInterface> m_client;
     QMap<QString, QPointer<ORNClientItem>> m_items;
+    LateItems m_lateItems;
 };

@@ -97,9 +97,10 @@ graph::SampleSpan PlotData::sampleSpan(const QRectF &rect) const
 /*!
     \qmlproperty string PlotData::dbusAddress
     Where the data comes from: the name of a bus client, a comma and the prefix of its item names. Each
-    property follows the item of its name, as far as the bus has one. A comma alone lets go of all items; the properties
-    keep their last values. An address without a comma, the empty text included, is ignored, and so is, with a line in
-    the log, a service that does not answer. Default: empty. A change is not announced.
+    property follows the item of its name; one that the bus does not have yet is followed from the moment it has. A
+    service that is not there or does not answer is a line in the log; all of them together hold up a page for 2 s at
+    most. A comma alone lets go of all items; the properties keep their last values. An address without a comma, the
+    empty text included, is ignored. Default: empty. A change is not announced.
 */
 void PlotData::setDbusAddress(const QString &address)
 {

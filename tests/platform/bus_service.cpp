@@ -1,9 +1,11 @@
-// A service for the tests over a real bus: bus_service NAME [--hostile]. It says "published" when its clients
-// may come, obeys the lines on its standard input, and ends with them or with the bus.
+// A service for the tests over a real bus: bus_service NAME [--hostile] [--stay]. It says "published" when its clients
+// may come, obeys the lines on its standard input, and ends with them and, without --stay, with the bus.
 //   value ITEM TEXT      publishes a text
 //   ramp ITEM COUNT      publishes the array 0, 1, 2 ...
+//   append ITEM COUNT CAPACITY  appends 0, 1, 2 ... one by one
 //   attack               (hostile) sends signals that no good service sends
 //   flood COUNT          (hostile) sends an array of 100 000 elements that often, says "flooded" when the bus has all
+//   labels COUNT         (hostile) sends the texts 0, 1, 2 ... for one item
 #include "platform/bus/BusPublisher.h"
 
 #include <QCoreApplication>
@@ -101,12 +103,19 @@ void obey(const QByteArray &order, BusPublisher *publisher)
     const QStringList words = QString::fromUtf8(order).split(QLatin1Char(' '));
     if (words.first() == QLatin1String("attack"))
         attack();
+    else if (words.first() == QLatin1String("labels"))
+        for (int i = 0; i < words.value(1).toInt(); ++i)
+            signal("ValueChanged", {quint64(9), QStringLiteral("t_label:"),
+                                    QVariant::fromValue(QDBusVariant(QString::number(i)))});
     else if (words.first() == QLatin1String("flood"))
         flood(words.value(1).toInt());
     else if (words.first() == QLatin1String("value"))
         publisher->setValue(words.value(1), words.value(2));
     else if (words.first() == QLatin1String("ramp"))
         publisher->setVector(words.value(1), ramp(words.value(2).toInt()));
+    else if (words.first() == QLatin1String("append"))
+        for (int i = 0; i < words.value(2).toInt(); ++i)
+            publisher->append(words.value(1), {double(i)}, words.value(3).toInt());
 }
 
 void readOrders(BusPublisher *publisher)
@@ -131,9 +140,10 @@ int main(int argc, char **argv)
 {
     QCoreApplication application(argc, argv);
     QDBusConnection bus = QDBusConnection::sessionBus();
-    bus.connect(QString(), QStringLiteral("/org/freedesktop/DBus/Local"),
-                QStringLiteral("org.freedesktop.DBus.Local"), QStringLiteral("Disconnected"), &application,
-                SLOT(quit()));
+    if (!application.arguments().contains(QStringLiteral("--stay")))
+        bus.connect(QString(), QStringLiteral("/org/freedesktop/DBus/Local"),
+                    QStringLiteral("org.freedesktop.DBus.Local"), QStringLiteral("Disconnected"),
+                    &application, SLOT(quit()));
     std::unique_ptr<BusPublisher> publisher;
     HostileObject hostile;
     if (application.arguments().contains(QStringLiteral("--hostile"))) {

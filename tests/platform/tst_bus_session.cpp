@@ -1,4 +1,6 @@
+#include "data/PlotSeries.h"
 #include "platform/bus/BusPublisher.h"
+#include "platform/bus/BusRegistry.h"
 #include "platform/bus/ORNClientInterface.h"
 #include "platform/bus/ORNClientItem.h"
 
@@ -6,8 +8,10 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include <cmath>
 #include <csignal>
 #include <memory>
+#include <numeric>
 
 namespace {
 
@@ -81,8 +85,14 @@ private slots:
     void startedOnDemand();
     void hostile();
     void floodedWhileBusy();
+    void slowReader();
+    void pageOfFrozenServices();
+    void appendedElements();
+    void documentedPublisher();
     void nameIsTaken();
     void busKilledAndRestarted();
+    void publishersComeBack();
+    void busThatStopsAnswering();
     void cleanupTestCase();
 
 private:
@@ -100,6 +110,10 @@ void tst_bus_session::initTestCase()
     file.write("[D-BUS Service]\nName=org.toskorn.demand\nExec=" BUS_SERVICE " demand\n");
     file.close();
     qputenv("XDG_DATA_HOME", m_home.path().toLocal8Bit());
+    BusPatience patienceWithBus;
+    patienceWithBus.answer = 3000;
+    patienceWithBus.quiet = 1000;
+    BusRegistry::instance().setPatience(patienceWithBus);
     startBus();
 }
 
@@ -245,6 +259,101 @@ void tst_bus_session::floodedWhileBusy()
     QTRY_COMPARE_WITH_TIMEOUT(labelOf(client), QStringLiteral("survived"), patience);
 }
 
+// More changes than there is time for: other events have their turn after each, and most values are left out.
+void tst_bus_session::slowReader()
+{
+    Service service(QStringLiteral("hostile"), {QStringLiteral("--hostile")});
+    auto *client = clientOf(QStringLiteral("hostile"));
+    QTRY_COMPARE_WITH_TIMEOUT(labelOf(client), QStringLiteral("good"), patience);
+    int sinceTick = 0;
+    int mostSinceTick = 0;
+    QTimer ticker;
+    connect(&ticker, &QTimer::timeout, this, [&] { sinceTick = 0; });
+    ticker.start(0);
+    const auto read = [&] {
+        mostSinceTick = std::max(mostSinceTick, ++sinceTick);
+        QElapsedTimer clock;
+        for (clock.start(); clock.elapsed() < 5;) {
+        }
+    };
+    const auto connection = connect(client->getItem(label), &ORNClientItem::valueChanged, this, read);
+    service.order(QStringLiteral("labels 20000"));
+    QTRY_COMPARE_WITH_TIMEOUT(labelOf(client), QStringLiteral("19999"), patience);
+    QVERIFY2(mostSinceTick <= 2, qPrintable(QString::number(mostSinceTick)));
+    disconnect(connection);
+}
+
+// All of them are waited for together, and each comes alive when its service does.
+void tst_bus_session::pageOfFrozenServices()
+{
+    QLoggingCategory::setFilterRules(QStringLiteral("*.debug=false\ntoskorn.bus.warning=false"));
+    std::vector<std::unique_ptr<Service>> services;
+    for (const char *name : {"frozen1", "frozen2", "frozen3"}) {
+        services.push_back(std::make_unique<Service>(QLatin1String(name)));
+        services.back()->signal(SIGSTOP);
+    }
+    QElapsedTimer clock;
+    clock.start();
+    PlotSeries page[4];
+    page[0].setDbusAddress(QStringLiteral("frozen1,t"));
+    page[1].setDbusAddress(QStringLiteral("frozen2,t"));
+    page[2].setDbusAddress(QStringLiteral("frozen3,t"));
+    page[3].setDbusAddress(QStringLiteral("notyet,t"));
+    QVERIFY2(clock.elapsed() < 4000, "the waits for each service add up");
+    for (const auto &service : services)
+        service->signal(SIGCONT);
+    services.push_back(std::make_unique<Service>(QStringLiteral("notyet")));
+    for (const PlotSeries &series : page)
+        QTRY_COMPARE_WITH_TIMEOUT(series.label(), QStringLiteral("first"), patience);
+    // An item that the service did not have when the address was written.
+    services.back()->order(QStringLiteral("ramp t_yData:doubleARRAY: 5"));
+    QTRY_COMPARE_WITH_TIMEOUT(page[3].size(), 5, patience);
+    services.back()->order(QStringLiteral("ramp t_yData:doubleARRAY: 6"));
+    QTRY_COMPARE_WITH_TIMEOUT(page[3].size(), 6, patience);
+    QLoggingCategory::setFilterRules(QString());
+}
+
+void tst_bus_session::appendedElements()
+{
+    Service service(QStringLiteral("appending"));
+    auto *client = clientOf(QStringLiteral("appending"));
+    service.order(QStringLiteral("append t_log:doubleARRAY: 1000 1000000"));
+    service.order(QStringLiteral("append t_rolling:doubleARRAY: 1000 10"));
+    service.order(QStringLiteral("value t_done: yes"));
+    QTRY_VERIFY_WITH_TIMEOUT(client->getItem(QStringLiteral("t_done:")), patience);
+    QVector<double> log(1000);
+    std::iota(log.begin(), log.end(), 0.0);
+    const auto logName = QStringLiteral("t_log:doubleARRAY:");
+    QCOMPARE(vectorOf(client, logName), log);
+    QCOMPARE(vectorOf(client, QStringLiteral("t_rolling:doubleARRAY:")), log.mid(990));
+    // Only what is new travels, and the client tells how much of the array that is.
+    QSignalSpy spy(client, SIGNAL(arrayAppended(QString, int)));
+    service.order(QStringLiteral("append t_log:doubleARRAY: 3 1000000"));
+    QTRY_COMPARE_WITH_TIMEOUT(vectorOf(client, logName).size(), 1003, patience);
+    QCOMPARE(vectorOf(client, logName).mid(998), (QVector<double>{998, 999, 0, 1, 2}));
+    int appended = 0;
+    for (const QList<QVariant> &arguments : spy)
+        appended += arguments.at(0) == logName ? arguments.at(1).toInt() : 0;
+    QCOMPARE(appended, 3);
+}
+
+void tst_bus_session::documentedPublisher()
+{
+    QFile source(QStringLiteral(DOCS "/examples/thermometer.cpp"));
+    QFile page(QStringLiteral(DOCS "/bus.md"));
+    QVERIFY(source.open(QIODevice::ReadOnly) && page.open(QIODevice::ReadOnly));
+    QVERIFY(page.readAll().contains(source.readAll()));
+
+    QLoggingCategory::setFilterRules(QStringLiteral("*.debug=false\ntoskorn.bus.warning=false"));
+    PlotSeries series;
+    series.setDbusAddress(QStringLiteral("thermometer,room"));
+    const Process thermometer(QStringLiteral(THERMOMETER), {});
+    QTRY_VERIFY_WITH_TIMEOUT(series.size() > 2, patience);
+    QCOMPARE(series.label(), QStringLiteral("Room"));
+    QCOMPARE(series.y(2), 20 + std::sin(0.2));
+    QLoggingCategory::setFilterRules(QString());
+}
+
 void tst_bus_session::nameIsTaken()
 {
     Service service(QStringLiteral("taken"));
@@ -278,6 +387,39 @@ void tst_bus_session::busKilledAndRestarted()
         QTRY_COMPARE_WITH_TIMEOUT(labelOf(lateClient), QStringLiteral("first"), patience);
         QCOMPARE(client->getItem(label), item);
     }
+    QLoggingCategory::setFilterRules(QString());
+}
+
+void tst_bus_session::publishersComeBack()
+{
+    QLoggingCategory::setFilterRules(QStringLiteral("toskorn.bus.warning=false"));
+    Service service(QStringLiteral("returning"), {QStringLiteral("--stay")});
+    auto *client = clientOf(QStringLiteral("returning"));
+    QTRY_COMPARE_WITH_TIMEOUT(labelOf(client), QStringLiteral("first"), patience);
+    m_daemon->signal(SIGKILL);
+    m_daemon->waitForFinished(-1);
+    service.order(QStringLiteral("value t_label: meanwhile"));
+    startBus();
+    QTRY_COMPARE_WITH_TIMEOUT(labelOf(client), QStringLiteral("meanwhile"), patience);
+    service.order(QStringLiteral("value t_label: afterwards"));
+    QTRY_COMPARE_WITH_TIMEOUT(labelOf(client), QStringLiteral("afterwards"), patience);
+    QLoggingCategory::setFilterRules(QString());
+}
+
+// It keeps its connections and says nothing; at its place there is another one.
+void tst_bus_session::busThatStopsAnswering()
+{
+    QLoggingCategory::setFilterRules(QStringLiteral("toskorn.bus.warning=false"));
+    auto service = std::make_unique<Service>(QStringLiteral("mute"));
+    auto *client = clientOf(QStringLiteral("mute"));
+    QTRY_COMPARE_WITH_TIMEOUT(labelOf(client), QStringLiteral("first"), patience);
+    m_daemon->signal(SIGSTOP);
+    QFile::rename(m_home.filePath(QStringLiteral("bus")), m_home.filePath(QStringLiteral("stopped")));
+    const std::unique_ptr<Process> stopped = std::move(m_daemon);
+    startBus();
+    service = std::make_unique<Service>(QStringLiteral("mute"));
+    service->order(QStringLiteral("value t_label: elsewhere"));
+    QTRY_COMPARE_WITH_TIMEOUT(labelOf(client), QStringLiteral("elsewhere"), patience);
     QLoggingCategory::setFilterRules(QString());
 }
 

@@ -47,7 +47,8 @@ ArrayAssemblies::Outcome ArrayAssemblies::add(graph::ItemNews *news)
     }
     Assembly &assembly = m_assemblies[news->itemName];
     if (!isKnown)
-        assembly = {news->serial, ++m_count, {}};
+        assembly.serial = news->serial;
+    assembly.touched = std::chrono::steady_clock::now();
     assembly.elements += news->elements;
     *m_totalBytes += sizeOf(news->elements);
     if (quint64(assembly.elements.size()) < news->size)
@@ -55,6 +56,19 @@ ArrayAssemblies::Outcome ArrayAssemblies::add(graph::ItemNews *news)
     news->elements = assembly.elements;
     remove(news->itemName);
     return Complete;
+}
+
+void ArrayAssemblies::removeStale(TimePoint now)
+{
+    const auto limit = now - std::chrono::milliseconds(graph::maxUnfinishedWait);
+    for (auto it = m_assemblies.begin(); it != m_assemblies.end();) {
+        if (it->touched > limit) {
+            ++it;
+        } else {
+            *m_totalBytes -= sizeOf(it->elements);
+            it = m_assemblies.erase(it);
+        }
+    }
 }
 
 void ArrayAssemblies::clear()
@@ -71,17 +85,14 @@ bool ArrayAssemblies::makeRoom(const QString &itemName, qint64 bytes)
         return names > graph::maxUnfinishedArrays || *m_totalBytes + bytes > graph::maxUnfinishedBytes;
     };
     while (isFull()) {
-        QString oldest;
-        quint64 age = m_count + 1;
+        auto oldest = m_assemblies.cend();
         for (auto it = m_assemblies.cbegin(); it != m_assemblies.cend(); ++it) {
-            if (it.key() != itemName && it->age < age) {
-                age = it->age;
-                oldest = it.key();
-            }
+            if (it.key() != itemName && (oldest == m_assemblies.cend() || it->touched < oldest->touched))
+                oldest = it;
         }
-        if (age > m_count)
+        if (oldest == m_assemblies.cend())
             return false;
-        remove(oldest);
+        remove(QString(oldest.key()));
     }
     return true;
 }

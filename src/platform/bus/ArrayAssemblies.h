@@ -6,11 +6,15 @@
 #include <QString>
 #include <QVector>
 
+#include <chrono>
+
 // The long arrays of one service of which some parts have arrived. They grow by what arrives, never by what a
 // message announces, and the oldest ones go when there are too many.
 class ArrayAssemblies
 {
 public:
+    using TimePoint = std::chrono::steady_clock::time_point;
+
     // `totalBytes` counts what all services' assemblies hold, and is kept up to date.
     explicit ArrayAssemblies(qint64 *totalBytes);
     ~ArrayAssemblies();
@@ -18,6 +22,8 @@ public:
     enum Outcome { Complete, Unfinished, Malformed, NoRoom };
     // With Complete, `news->elements` are the whole array.
     Outcome add(graph::ItemNews *news);
+    // Those whose next part does not come.
+    void removeStale(TimePoint now);
     void clear();
 
 private:
@@ -26,7 +32,7 @@ private:
     struct Assembly
     {
         quint64 serial = 0;
-        quint64 age = 0;
+        TimePoint touched;
         QVector<double> elements;
     };
 
@@ -34,6 +40,5 @@ private:
     void remove(const QString &itemName);
 
     QHash<QString, Assembly> m_assemblies;
-    quint64 m_count = 0;
     qint64 *m_totalBytes;
 };

@@ -37,24 +37,37 @@ void appendPart(DBusMessageIter *to, quint64 first, const QVector<double> &vecto
     appendBlock(to, vector.constData() + offset, std::min(int(vector.size()) - offset, maxPartElements));
 }
 
-void readValues(DBusMessageIter *from, ItemsAnswer *answer)
+using Filter = std::function<bool(const QString &)>;
+
+// Whether there is room for one more item, or it is one of those that always have some.
+bool isTaken(ItemsAnswer *answer, const QString &name, const Filter &isWanted)
 {
-    forEachEntry(from, [answer](const QString &name, DBusMessageIter *entry) {
+    if (answer->items.values.size() + answer->items.vectors.size() < maxItems || (isWanted && isWanted(name)))
+        return true;
+    answer->isCut = true;
+    return false;
+}
+
+void readValues(DBusMessageIter *from, ItemsAnswer *answer, const Filter &isWanted)
+{
+    forEachEntry(from, [&](const QString &name, DBusMessageIter *entry) {
+        if (!isTaken(answer, name, isWanted))
+            return;
         const QVariant value = readVariant(entry);
         if (value.isValid())
             answer->items.values.insert(name, value);
-        return answer->items.values.size() < maxItems;
     });
 }
 
-void readArrays(DBusMessageIter *from, ItemsAnswer *answer)
+void readArrays(DBusMessageIter *from, ItemsAnswer *answer, const Filter &isWanted)
 {
-    forEachEntry(from, [answer](const QString &name, DBusMessageIter *entry) {
+    forEachEntry(from, [&](const QString &name, DBusMessageIter *entry) {
+        if (!isTaken(answer, name, isWanted))
+            return;
         if (const auto vector = readBlock(entry))
             answer->items.vectors.insert(name, *vector);
         else
             ++answer->malformed;
-        return answer->items.vectors.size() < maxItems;
     });
 }
 
@@ -76,15 +89,15 @@ void MessageRelease::operator()(DBusMessage *message) const
     dbus_message_unref(message);
 }
 
-std::optional<ItemsAnswer> itemsAnswer(DBusMessage *message)
+std::optional<ItemsAnswer> itemsAnswer(DBusMessage *message, const Filter &isWanted)
 {
     DBusMessageIter from;
     if (!dbus_message_has_signature(message, answerSignature) || !dbus_message_iter_init(message, &from))
         return {};
     ItemsAnswer answer;
     answer.serial = readNumber(&from);
-    readValues(&from, &answer);
-    readArrays(&from, &answer);
+    readValues(&from, &answer, isWanted);
+    readArrays(&from, &answer, isWanted);
     answer.later = readTexts(&from);
     return answer;
 }

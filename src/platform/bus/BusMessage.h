@@ -5,6 +5,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -34,6 +35,7 @@ struct ItemsAnswer
     quint64 serial = 0;
     BusItems items;
     QStringList later; // arrays that do not fit into the answer and follow it as signals
+    bool isCut = false; // some items were left out
     int malformed = 0; // arrays that were left out: their bytes are no whole number of doubles, or too many
 };
 
@@ -54,8 +56,10 @@ struct ItemNews
 
 // Decoding takes any message, whatever is in it, and depends on nothing else.
 
-// Nothing when the message has not the layout of an answer. Values of unknown types are left out.
-std::optional<ItemsAnswer> itemsAnswer(DBusMessage *message);
+// Nothing when the message has not the layout of an answer. Values of unknown types are left out, and so are the
+// items beyond maxItems unless they are wanted.
+std::optional<ItemsAnswer> itemsAnswer(DBusMessage *message,
+                                       const std::function<bool(const QString &)> &isWanted = {});
 // None when the message is none of the signals.
 ItemNews itemNews(DBusMessage *message);
 

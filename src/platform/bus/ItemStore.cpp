@@ -100,6 +100,15 @@ void ItemStore::forgetUnwatched()
     }
 }
 
+bool ItemStore::isWanted(const QString &itemName) const
+{
+    const Lock lock(m_mutex);
+    if (m_wanted.contains(itemName))
+        return true;
+    const auto known = m_entries.constFind(itemName);
+    return known != m_entries.constEnd() && known->isWatched;
+}
+
 std::optional<ItemStore::Item> ItemStore::watch(const QString &itemName)
 {
     const Lock lock(m_mutex);
@@ -166,7 +175,8 @@ ItemStore::Outcome ItemStore::entryFor(const QString &itemName, bool isVector, q
     const qint64 before = it == m_entries.end() ? 0 : it->bytes;
     const qint64 after = bytes + 2 * itemName.size();
     const bool isTooLong = itemName.size() > graph::maxNameLength;
-    const bool isTooMany = it == m_entries.end() && m_entries.size() >= graph::maxItems;
+    const bool isTooMany =
+        it == m_entries.end() && m_entries.size() >= graph::maxItems && !m_wanted.contains(itemName);
     if (isTooLong || isTooMany || m_bytes - before + after > graph::maxItemBytes)
         return NoRoom;
     if (it == m_entries.end()) {

@@ -49,6 +49,8 @@ public:
     Outcome append(const QString &itemName, quint64 dropped, quint64 offset, const QVector<double> &elements);
     // Everything that nobody watches.
     void forgetUnwatched();
+    // An item of that name would be told of.
+    bool isWanted(const QString &itemName) const;
 
     // For the thread that is told.
 

@@ -22,7 +22,7 @@ QVariant readVariant(DBusMessageIter *from);
 // maxElements.
 std::optional<QVector<double>> readBlock(DBusMessageIter *from);
 
-// Calls take(name, iterator at the value) for the entries of a dictionary until it returns false.
+// Calls take(name, iterator at the value) for the entries of a dictionary.
 template<typename Take>
 void forEachEntry(DBusMessageIter *from, Take take)
 {
@@ -32,8 +32,7 @@ void forEachEntry(DBusMessageIter *from, Take take)
     while (dbus_message_iter_get_arg_type(&array) == DBUS_TYPE_DICT_ENTRY) {
         dbus_message_iter_recurse(&array, &entry);
         const QString name = readText(&entry);
-        if (!take(name, &entry))
-            break;
+        take(name, &entry);
         dbus_message_iter_next(&array);
     }
     dbus_message_iter_next(from);

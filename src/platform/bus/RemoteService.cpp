@@ -96,6 +96,8 @@ bool RemoteService::handleMessage(DBusMessage *message)
 
 RemoteService::TimePoint RemoteService::handleTime(TimePoint now)
 {
+    if (m_assemblies)
+        m_assemblies->removeStale(now);
     if (m_isToAskAgain && now >= m_askAgain)
         fetch();
     if (!m_isAsking)
@@ -131,8 +133,9 @@ void RemoteService::handleAnswer(DBusMessage *message)
 {
     link()->forgetCalls(this);
     m_isAsking = false;
+    const auto isWanted = [this](const QString &itemName) { return m_feed->items().isWanted(itemName); };
     const auto answer = dbus_message_get_type(message) == DBUS_MESSAGE_TYPE_METHOD_RETURN
-                            ? graph::itemsAnswer(message)
+                            ? graph::itemsAnswer(message, isWanted)
                             : std::nullopt;
     if (answer) {
         takeAnswer(message, *answer);
@@ -161,6 +164,8 @@ void RemoteService::takeAnswer(DBusMessage *message, const graph::ItemsAnswer &a
     m_owner = dbus_message_get_sender(message);
     m_serial = answer.serial;
     m_assemblies->clear();
+    if (answer.isCut)
+        judge(QString(), ItemStore::NoRoom);
     if (answer.malformed > 0)
         judge(QString(), ItemStore::Misfit);
     ItemStore &items = m_feed->items();
@@ -260,8 +265,8 @@ void RemoteService::judge(const QString &itemName, ItemStore::Outcome outcome)
         break;
     case ItemStore::NoRoom:
         complain(Complaints::NoRoom,
-                 QStringLiteral("publishes more than is kept of one service, such as \"%1\"; that is left out")
-                     .arg(itemName.left(60)));
+                 QStringLiteral("publishes more than is kept of one service%1")
+                     .arg(itemName.isEmpty() ? itemName : QLatin1String(", such as ") + itemName.left(60)));
         break;
     case ItemStore::Misfit:
         complain(Complaints::MalformedArrays,
