@@ -12,6 +12,7 @@
 #include <csignal>
 #include <memory>
 #include <numeric>
+#include <thread>
 
 namespace {
 
@@ -152,6 +153,13 @@ void tst_bus_session::itemsAndTheirChanges()
     QCOMPARE(vectorOf(client, QStringLiteral("t_one:doubleARRAY:")), (QVector<double>{0, 1, 2}));
     QCOMPARE(valueSpy.count(), 1);
     QCOMPARE(sizeSpy.count(), 1);
+
+    // Who asks for the client is not to start with values that have been replaced, even before the event loop runs.
+    service.order(QStringLiteral("value t_label: third"));
+    const QDeadlineTimer end(patience);
+    while (labelOf(clientOf(QStringLiteral("plain"))) != QLatin1String("third") && !end.hasExpired())
+        std::this_thread::yield();
+    QCOMPARE(labelOf(client), QStringLiteral("third"));
 }
 
 void tst_bus_session::longArraysInParts()

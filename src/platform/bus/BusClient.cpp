@@ -60,6 +60,8 @@ void BusClient::connectToService()
         m_feed->setStatus(ServiceFeed::Asking);
         BusRegistry::instance().courier().thread().post([remote = m_remote](BusLink &) { remote->ask(); });
     } else if (status.state != ServiceFeed::Asking || status.isLate) {
+        // Nobody is to start with values that have been replaced.
+        deliver(QDeadlineTimer(QDeadlineTimer::Forever));
         return;
     }
     await();
