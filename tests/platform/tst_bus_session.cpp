@@ -64,7 +64,11 @@ public:
     {
     }
     bool isPublished() const { return m_isPublished; }
-    void order(const QString &text) { write(text.toUtf8() + '\n'); }
+    void order(const QString &text)
+    {
+        write(text.toUtf8() + '\n');
+        waitForBytesWritten(patience);
+    }
 
 private:
     bool m_isPublished;
