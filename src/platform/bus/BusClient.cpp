@@ -59,6 +59,9 @@ void BusClient::connectToService()
         // It may be there by now, and the news of it on the way.
         m_feed->setStatus(ServiceFeed::Asking);
         BusRegistry::instance().courier().thread().post([remote = m_remote](BusLink &) { remote->ask(); });
+        // A bus that took its time before is not waited for again.
+        if (status.state == ServiceFeed::NoBus && m_isOverdue)
+            return;
     } else if (status.state != ServiceFeed::Asking || status.isLate) {
         // Nobody is to start with values that have been replaced.
         deliver(QDeadlineTimer(QDeadlineTimer::Forever));
@@ -164,6 +167,7 @@ void BusClient::await()
     clock.start();
     const ServiceFeed::Status status = m_feed->waitFor(time);
     courier.takeFromAllowance(int(clock.elapsed()));
+    m_isOverdue = status.state == ServiceFeed::Asking;
     tellTrouble(status, time > 0);
     deliver(QDeadlineTimer(QDeadlineTimer::Forever));
 }

@@ -76,4 +76,5 @@ private:
     Complaints m_complaints;
     bool m_kindReported = false;
     bool m_isStartTold = false;
+    bool m_isOverdue = false; // the last wait was in vain
 };

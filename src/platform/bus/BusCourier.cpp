@@ -4,7 +4,6 @@
 #include "platform/bus/BusLog.h"
 
 #include <QCoreApplication>
-#include <QDeadlineTimer>
 #include <QEvent>
 #include <QTimerEvent>
 
@@ -63,10 +62,9 @@ bool BusCourier::event(QEvent *event)
 {
     if (event->type() != wakeEvent())
         return QObject::event(event);
-    m_isWoken = false;
     m_hasMore = true;
     if (!m_pause.isActive())
-        deliver();
+        deliverInTime();
     return true;
 }
 
@@ -77,13 +75,24 @@ void BusCourier::timerEvent(QTimerEvent *)
         deliver();
 }
 
+// At once when the last time is long ago, so that rare changes need no timer.
+void BusCourier::deliverInTime()
+{
+    if (m_notBefore.hasExpired())
+        deliver();
+    else
+        m_pause.start(int(m_notBefore.remainingTime()) + 1, this);
+}
+
 void BusCourier::deliver()
 {
     QElapsedTimer clock;
     clock.start();
     m_hasMore = false;
-    // Started before: a reader of an item may run an event loop of its own.
-    m_pause.start(frame, this);
+    // Not before: what comes during the pause need not wake anybody.
+    m_isWoken = false;
+    // Set before: a reader of an item may run an event loop of its own.
+    m_notBefore.setRemainingTime(frame);
     for (const QString &line : m_thread.takeLines())
         qCWarning(busLog) << qUtf8Printable(line);
     if (!deliverWithin(budget))
@@ -91,7 +100,10 @@ void BusCourier::deliver()
     // What takes long is to leave as much time to others.
     const qint64 taken = clock.elapsed();
     if (taken > frame)
-        m_pause.start(int(std::min<qint64>(taken, 1000)), this);
+        m_notBefore.setRemainingTime(std::min<qint64>(taken, 1000));
+    // Other events first, even when no time is left.
+    if (m_hasMore)
+        m_pause.start(int(m_notBefore.remainingTime()) + 1, this);
 }
 
 // False when something is left.

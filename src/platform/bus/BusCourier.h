@@ -3,6 +3,7 @@
 #include "platform/bus/BusThread.h"
 
 #include <QBasicTimer>
+#include <QDeadlineTimer>
 #include <QElapsedTimer>
 #include <QList>
 #include <QObject>
@@ -36,6 +37,7 @@ protected:
     void timerEvent(QTimerEvent *event) override;
 
 private:
+    void deliverInTime();
     void deliver();
     bool deliverWithin(int time);
 
@@ -43,6 +45,7 @@ private:
     int m_next = 0;
     bool m_hasMore = false;
     QBasicTimer m_pause;
+    QDeadlineTimer m_notBefore{0};
     QElapsedTimer m_sinceWait;
     int m_allowance;
     std::atomic<bool> m_isWoken{false};
