@@ -116,7 +116,7 @@ void tst_bus_session::initTestCase()
     file.close();
     qputenv("XDG_DATA_HOME", m_home.path().toLocal8Bit());
     BusPatience patienceWithBus;
-    patienceWithBus.answer = 3000;
+    patienceWithBus.answer = 6000;
     patienceWithBus.quiet = 1000;
     BusRegistry::instance().setPatience(patienceWithBus);
     startBus();

@@ -48,7 +48,7 @@ void BusCourier::remove(BusClient *client)
 int BusCourier::allowance() const
 {
     const qint64 regained = m_sinceWait.isValid() ? m_sinceWait.elapsed() : 0;
-    return int(std::min<qint64>(longestWaits, m_allowance + regained) * 3 / 4);
+    return int(std::min<qint64>(longestWaits, m_allowance + regained) * 15 / 16);
 }
 
 void BusCourier::takeFromAllowance(int waited)

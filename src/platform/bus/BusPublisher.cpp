@@ -41,7 +41,8 @@ BusPublisher::~BusPublisher()
 {
     if (!m_isActive)
         return;
-    if (m_published)
+    // When the application object has gone, the connection has gone with it.
+    if (m_published && BusRegistry::instance().hasCourier())
         BusRegistry::instance().courier().thread().post(
             [published = std::move(m_published)](BusLink &link) { link.remove(published); });
     BusRegistry::instance().removePublisher(m_serviceName);

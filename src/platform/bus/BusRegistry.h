@@ -26,6 +26,7 @@ public:
 
     // The way to the bus, made when first asked for. Goes with the clients.
     BusCourier &courier();
+    bool hasCourier() const { return m_courier != nullptr; }
     // For the next courier.
     void setPatience(const BusPatience &patience) { m_patience = patience; }
 
