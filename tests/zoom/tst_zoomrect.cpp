@@ -18,14 +18,6 @@ const double notANumber = std::numeric_limits<double>::quiet_NaN();
 
 using Edges = QVector<double>;
 
-void prepare(ZoomRect &zoom)
-{
-    zoom.setLeft(0.5);
-    zoom.setTop(0.25);
-    zoom.setBottom(0.75);
-    zoom.setZoomAxis(Qt::Horizontal | Qt::Vertical);
-}
-
 // The names of the signals in the order in which they come.
 struct Recorder
 {
@@ -123,7 +115,10 @@ void tst_zoomrect::operations()
 void tst_zoomrect::compoundChanges()
 {
     ZoomRect zoom;
-    prepare(zoom);
+    zoom.setLeft(0.5);
+    zoom.setTop(0.25);
+    zoom.setBottom(0.75);
+    zoom.setZoomAxis(Qt::Horizontal | Qt::Vertical);
     Recorder recorder(zoom);
     QVERIFY(zoom.setPosition({0.0, 0.0}));
     QVERIFY(!zoom.setPosition({0.0, notANumber}));
@@ -217,44 +212,29 @@ void tst_zoomrect::followsTheFlickable()
 void tst_zoomrect::keepsItsInvariants()
 {
     QRandomGenerator random(7);
-    const auto value = [&random]() -> double {
-        switch (random.bounded(12)) {
-        case 0:
-            return notANumber;
-        case 1:
-            return random.bounded(2) ? inf : -inf;
-        case 2:
-            return random.bounded(2) ? 1e308 : -1e-308;
-        case 3:
-            return 0.0;
-        default:
-            return random.generateDouble() * 2.0 - 0.5;
-        }
+    const double special[] = {notANumber, inf, -inf, 1e308, -1e-308, 0.0};
+    const auto value = [&]() -> double {
+        const int which = random.bounded(18);
+        return which < 6 ? special[which] : random.generateDouble() * 2.0 - 0.5;
     };
+    const auto point = [&] { return QPointF(value(), value()); };
+    const auto scale = [&] { return QVector2D(float(value()), float(value())); };
     ZoomRect zoom;
     zoom.setZoomAxis(Qt::Horizontal | Qt::Vertical);
     int depth = 0;
     connect(&zoom, &ZoomRect::rectChanged, &zoom, [&depth] { ++depth; });
+    const char *const properties[] = {"width", "left", "right", "x", "height", "top", "bottom", "y"};
+    const char *const edges[] = {"setTop", "setBottom", "moveRight", "moveLeft", "moveTop", "moveBottom"};
     const QVector<std::function<void()>> operations{
-        [&] { zoom.setWidth(value()); },
-        [&] { zoom.setHeight(value()); },
-        [&] { zoom.setLeft(value()); },
-        [&] { zoom.setRight(value()); },
-        [&] { zoom.setTop(value()); },
-        [&] { zoom.setBottom(value()); },
+        [&] { zoom.setProperty(properties[random.bounded(8)], value()); },
+        [&] { QMetaObject::invokeMethod(&zoom, edges[random.bounded(6)], Q_ARG(double, value())); },
+        [&] { zoom.zoom(scale(), point()); },
+        [&] { zoom.scale(scale(), point()); },
+        [&] { zoom.panAndZoom({value(), value()}, point(), point()); },
+        [&] { zoom.setCenterAndZoom(scale(), point()); },
+        [&] { zoom.setPosition(point()); },
         [&] {
-            zoom.zoom({float(value()), float(value())}, {value(), value()});
-        },
-        [&] {
-            zoom.scale({float(value()), float(value())}, {value(), value()});
-        },
-        [&] { zoom.moveRight(value()); },
-        [&] {
-            zoom.setPosition({value(), value()});
-        },
-        [&] { zoom.moveBottom(value()); },
-        [&] {
-            zoom.setBoundingRect({value(), value(), value(), value()});
+            zoom.setBoundingRect({point(), QSizeF(value(), value())});
             zoom.setBoundingRect({0, 0, 1, 1});
         },
     };
