@@ -1,6 +1,5 @@
 #include "axis/AxisBench.h"
 #include "axis/ValueAxis.h"
-#include "common/PixelMapping.h"
 #include "data/PlotSeries.h"
 #include "support/Pictures.h"
 #include "view/base/XYScale.h"
@@ -37,13 +36,11 @@ class tst_axispainting : public QObject
 
 private slots:
     void textsFollowTheFormatter();
-    void linesStandOnThePlotsPixels_data();
-    void linesStandOnThePlotsPixels();
     void dashes_data();
     void dashes();
     void sides_data();
     void sides();
-    void labelsAndUnit();
+    void listsAndRows();
     void labelsKeepTheirPlaceWhilePanning();
     void labelsStayWholeAndApart();
     void neighbours_data();
@@ -75,6 +72,12 @@ void tst_axispainting::textsFollowTheFormatter()
     paintedTexts(axis, rect);
     std::sort(formatter->asked.begin(), formatter->asked.end());
     QCOMPARE(formatter->asked, (QVector<double>{0.0, 0.5, 1.0}));
+    // Ticks that are out of sight are not asked for any more.
+    axis.setMinVisible(0.6);
+    paintedTexts(axis, rect);
+    formatter->asked.clear();
+    paintedTexts(axis, rect);
+    QVERIFY(!formatter->asked.contains(0.5));
 
     // The data that made the formatter tells of its digits.
     PlotSeries series;
@@ -90,46 +93,6 @@ void tst_axispainting::textsFollowTheFormatter()
     series.setXSigDigs(5);
     QCoreApplication::processEvents();
     QCOMPARE(changed.count(), 2);
-}
-
-void tst_axispainting::linesStandOnThePlotsPixels_data()
-{
-    QTest::addColumn<int>("alignment");
-    QTest::addColumn<int>("order");
-    QTest::newRow("bottom") << int(Qt::AlignBottom) << int(ValueAxis::Increasing);
-    QTest::newRow("top, decreasing") << int(Qt::AlignTop) << int(ValueAxis::Decreasing);
-    QTest::newRow("left") << int(Qt::AlignLeft) << int(ValueAxis::Increasing);
-    QTest::newRow("right, decreasing") << int(Qt::AlignRight) << int(ValueAxis::Decreasing);
-}
-
-void tst_axispainting::linesStandOnThePlotsPixels()
-{
-    QFETCH(int, alignment);
-    QFETCH(int, order);
-    ValueAxis axis;
-    axis.setAlignment(Qt::Alignment(alignment));
-    axis.setRangeOrder(ValueAxis::AxisRangeOrder(order));
-    axis.setMaxValue(2.0);
-    axis.setMinVisible(0.1);
-    axis.setMaxVisible(1.3);
-    axis.setCustomInterval(0.15);
-    axis.setLineColor(Qt::red);
-    const QRect rect(10, 4, 80, 65);
-    const QImage image =
-        picture([&](QPainter *painter) { axis.paintLines(painter, rect); }, QSize(100, 80), Qt::white);
-    const graph::PixelMapping mapping(0.1, 1.3, 1.3 - 0.1, 1.3 - 0.1, rect.size());
-    const bool horizontal = axis.orientation() == Qt::Horizontal;
-    QSet<int> lines;
-    for (const double tick : axis.ticks(5)) {
-        const double value = order == ValueAxis::Decreasing ? 2.0 - tick : tick;
-        lines.insert(horizontal ? 10 + mapping.column(value) : 4 + mapping.row(value));
-    }
-    for (int y = 0; y < image.height(); ++y) {
-        for (int x = 0; x < image.width(); ++x) {
-            const bool isLine = rect.contains(x, y) && lines.contains(horizontal ? x : y);
-            QCOMPARE(image.pixelColor(x, y), QColor(isLine ? Qt::red : Qt::white));
-        }
-    }
 }
 
 void tst_axispainting::dashes_data()
@@ -158,10 +121,11 @@ void tst_axispainting::dashes()
         QVERIFY(axis.lineDashPattern().at(i) == pattern.at(i) || std::isnan(pattern.at(i)));
     axis.setCustomInterval(1.0);
     axis.setMaxVisible(1.5);
+    axis.setLineColor(Qt::red);
     const QImage image = picture([&](QPainter *painter) { axis.paintLines(painter, QRectF(0, 0, 60, 60)); });
     int inked = 0;
     for (int y = 0; y < image.height(); ++y)
-        inked += isInk(image.pixelColor(0, y));
+        inked += image.pixelColor(0, y) == QColor(Qt::red);
     QTEST(inked, "inked");
     axis.setLineStyle(Qt::DashLine);
     QCOMPARE(axis.lineDashPattern(), QPen(Qt::DashLine).dashPattern());
@@ -224,7 +188,7 @@ void tst_axispainting::sides()
     }
 }
 
-void tst_axispainting::labelsAndUnit()
+void tst_axispainting::listsAndRows()
 {
     XYScale plane;
     plane.setSize({400, 200});
@@ -235,13 +199,7 @@ void tst_axispainting::labelsAndUnit()
     axis.setMargin(50);
     const QRectF rect(50, 0, 350, 150);
     QCOMPARE(words(paintedTexts(axis, rect)), (QStringList{"-0.5", "-0.25", "0", "0.25", "0.5"}));
-    QCOMPARE(paintedTexts(axis, rect).first().rect.top(), 152.0);
-    axis.setUnit("MHz");
-    QCOMPARE(paintedTexts(axis, rect).first().rect.right(), 400.0);
-    QVERIFY(paintedTexts(axis, rect).first().rect.top() > 165.0);
-
     // Rows belong to the values, whatever is visible.
-    axis.setUnit({});
     axis.setStaggered(true);
     for (const double pan : {0.0, 0.2}) {
         axis.setMinVisible(-0.6 + pan);

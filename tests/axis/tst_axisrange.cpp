@@ -1,5 +1,4 @@
 #include "axis/AxisRange.h"
-#include "axis/AxisTicks.h"
 
 #include <QtTest>
 
@@ -37,10 +36,8 @@ class tst_axisrange : public QObject
 private slots:
     void moves_data();
     void moves();
-    void staysInside_data();
     void staysInside();
     void bounds();
-    void tickListsAreKept();
 };
 
 void tst_axisrange::moves_data()
@@ -79,26 +76,17 @@ void tst_axisrange::moves()
     QCOMPARE(moved, range.minVisible() != lowest || range.maxVisible() != highest);
 }
 
-void tst_axisrange::staysInside_data()
-{
-    QTest::addColumn<double>("lowest");
-    QTest::addColumn<double>("highest");
-    QTest::addColumn<double>("first");
-    QTest::addColumn<double>("last");
-    QTest::newRow("inside") << 30.0 << 40.0 << 30.0 << 40.0;
-    QTest::newRow("above") << 95.0 << 105.0 << 90.0 << 100.0;
-    QTest::newRow("below") << -5.0 << 5.0 << 0.0 << 10.0;
-    QTest::newRow("wider, above") << 50.0 << 250.0 << 0.0 << 100.0;
-    QTest::newRow("wider, below") << -200.0 << 50.0 << 0.0 << 100.0;
-}
-
 void tst_axisrange::staysInside()
 {
-    QFETCH(double, lowest);
-    QFETCH(double, highest);
-    const AxisRange::Edges edges = rangeOf(0, 100, lowest, highest).visibleInside();
-    QTEST(edges.lowest, "first");
-    QTEST(edges.highest, "last");
+    const auto inside = [](double lowest, double highest) {
+        const AxisRange::Edges edges = rangeOf(0, 100, lowest, highest).visibleInside();
+        return qMakePair(edges.lowest, edges.highest);
+    };
+    QCOMPARE(inside(30, 40), qMakePair(30.0, 40.0));
+    QCOMPARE(inside(95, 105), qMakePair(90.0, 100.0));
+    QCOMPARE(inside(-5, 5), qMakePair(0.0, 10.0));
+    QCOMPARE(inside(50, 250), qMakePair(0.0, 100.0));
+    QCOMPARE(inside(-200, 50), qMakePair(0.0, 100.0));
 }
 
 void tst_axisrange::bounds()
@@ -115,19 +103,6 @@ void tst_axisrange::bounds()
     QVERIFY(range.setUpperBound(range.upperBound()));
     QVERIFY(!range.setLowerBound(0.7));
     QCOMPARE(text(range), QString("100 200 100 200"));
-}
-
-void tst_axisrange::tickListsAreKept()
-{
-    AxisTicks ticks;
-    QVERIFY(ticks.isDirtyFor(5));
-    ticks.setList({1.0, 2.0});
-    QVERIFY(!ticks.isDirtyFor(5));
-    QVERIFY(ticks.isDirtyFor(6));
-    ticks.setList({3.0});
-    QCOMPARE(ticks.list(), QList<qreal>{3.0});
-    QVERIFY(!ticks.setNumber(5) && !ticks.isDirty());
-    QVERIFY(ticks.setNumber(7) && ticks.isDirty());
 }
 
 QTEST_APPLESS_MAIN(tst_axisrange)

@@ -230,7 +230,9 @@ void tst_zoomrect::keepsItsInvariants()
         [&] { QMetaObject::invokeMethod(&zoom, edges[random.bounded(6)], Q_ARG(double, value())); },
         [&] { zoom.zoom(scale(), point()); },
         [&] { zoom.scale(scale(), point()); },
-        [&] { zoom.panAndZoom({value(), value()}, point(), point()); },
+        [&] {
+            zoom.panAndZoom({value(), value()}, point(), point());
+        },
         [&] { zoom.setCenterAndZoom(scale(), point()); },
         [&] { zoom.setPosition(point()); },
         [&] {
