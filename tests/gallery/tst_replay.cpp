@@ -24,14 +24,8 @@ const QRgb noteColor = qRgb(0xff, 0xb4, 0x54);
 // The place of the pixels of one colour on the chart, above the buttons and readings.
 QRect extentOf(QRgb color, const QImage &picture)
 {
-    QRect extent;
-    for (int y = picture.height() / 10; y < picture.height() * 3 / 4; ++y) {
-        for (int x = 0; x < picture.width(); ++x) {
-            if (picture.pixel(x, y) == color)
-                extent |= QRect(x, y, 1, 1);
-        }
-    }
-    return extent;
+    const QRect chart(0, picture.height() / 10, picture.width(), picture.height() * 13 / 20);
+    return inkBox(picture.copy(chart), [color](const QColor &pixel) { return pixel.rgb() == color; });
 }
 
 } // namespace
@@ -53,7 +47,6 @@ private slots:
         };
         const QByteArray sweeps = format + "# kind: sweeps\n# x-first: 0\n# x-step: 1\n# points: 3\n";
         row("events", {events}, {eventColor});
-        row("regions", {regions}, {regionColor});
         row("everything", {events, regions, line}, {traceColor, eventColor, regionColor});
         // This page needs a trace; without one it shows its own instrument.
         row("the page of events", {events}, {eventColor}, "events");

@@ -20,7 +20,6 @@ private slots:
     void whatIsNoNumber();
     void unknownUnits();
     void roundingAgainstFixedNotation();
-    void feetFollowTheRegion_data();
     void feetFollowTheRegion();
     void backtraceNamesTheCaller();
 };
@@ -119,28 +118,20 @@ void tst_formatters::roundingAgainstFixedNotation()
     }
 }
 
-void tst_formatters::feetFollowTheRegion_data()
-{
-    QTest::addColumn<QString>("region");
-    QTest::addColumn<QString>("text");
-    QTest::newRow("Germany") << "de_DE.UTF-8"
-                             << "609.6 m 1.52 km";
-    QTest::newRow("United States") << "en_US.UTF-8"
-                                   << "2000 ft 5 kft";
-}
-
 // A region holds for a whole process, so each is asked of another one.
 void tst_formatters::feetFollowTheRegion()
 {
-    QFETCH(QString, region);
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.remove(QStringLiteral("LC_ALL"));
-    environment.insert(QStringLiteral("LC_MEASUREMENT"), region);
-    QProcess process;
-    process.setProcessEnvironment(environment);
-    process.start(QCoreApplication::applicationFilePath(), {QStringLiteral("--feet")});
-    QVERIFY(process.waitForFinished(-1));
-    QTEST(QString::fromUtf8(process.readAllStandardOutput()), "text");
+    for (const auto &[region, text] : {std::pair("de_DE.UTF-8", "609.6 m 1.52 km"),
+                                       std::pair("en_US.UTF-8", "2000 ft 5 kft")}) {
+        environment.insert(QStringLiteral("LC_MEASUREMENT"), QLatin1String(region));
+        QProcess process;
+        process.setProcessEnvironment(environment);
+        process.start(QCoreApplication::applicationFilePath(), {QStringLiteral("--feet")});
+        QVERIFY(process.waitForFinished(-1));
+        QCOMPARE(process.readAllStandardOutput(), QByteArray(text));
+    }
 }
 
 void tst_formatters::backtraceNamesTheCaller()

@@ -119,16 +119,6 @@ public:
     int count = 0;
 };
 
-class PlainFormatter : public BaseFormatter
-{
-public:
-    using BaseFormatter::BaseFormatter;
-    QString formatValue(const QVariant &value) const override { return value.toString(); }
-    QString getType() const override { return QString(); }
-    void setSigDigs(int) override {}
-    void setPrecision(int) override {}
-};
-
 // Name | the objects: `item` is watched, the properties of `object`, or of the item itself, are written |
 // those properties that change nothing to be seen, or only with the next repaint; with a star those that
 // repaint at each write, with a question mark those that may do either.
@@ -268,7 +258,9 @@ void tst_repaint::everyChangeRepaintsOnce()
     for (QTimer *timer : item->findChildren<QTimer *>())
         timer->stop(); // that of a heat map
     OrnData values;
-    QVector<QObject *> others{&values, new PlainFormatter(root)};
+    BaseFormatter *formatter = getFormatter("V");
+    formatter->setParent(root);
+    QVector<QObject *> others{&values, formatter};
     QObject *horizontalSpare = document.object("spareX");
     for (const QString &id : spares)
         others.append(document.object(id));
