@@ -32,25 +32,21 @@ private slots:
         }
     }
 
-    void deltaTextFindsRoom_data()
-    {
-        QTest::addColumn<int>("cursor");
-        QTest::addColumn<int>("marker");
-        QTest::addColumn<int>("x");
-        QTest::newRow("between the lines") << 20 << 80 << 34;
-        QTest::newRow("one pixel short of fitting") << 20 << 61 << 66;
-        QTest::newRow("just fits") << 20 << 62 << 25;
-        QTest::newRow("right of both, in the left half") << 10 << 15 << 20;
-        QTest::newRow("left of both, in the right half") << 90 << 80 << 45;
-        QTest::newRow("marker left of the item") << 60 << -1000 << 14;
-        QTest::newRow("marker right of the item") << 95 << 1000 << 60;
-    }
-
     void deltaTextFindsRoom()
     {
-        QFETCH(int, cursor);
-        QFETCH(int, marker);
-        QTEST(graph::deltaTextX(cursor, marker, 30, 100.0), "x");
+        const struct
+        {
+            const char *where;
+            int cursor, marker, x;
+        } places[] = {{"between the lines", 20, 80, 34},
+                      {"one pixel short of fitting", 20, 61, 66},
+                      {"just fits", 20, 62, 25},
+                      {"right of both, in the left half", 10, 15, 20},
+                      {"left of both, in the right half", 90, 80, 45},
+                      {"marker left of the item", 60, -1000, 14},
+                      {"marker right of the item", 95, 1000, 60}};
+        for (const auto &place : places)
+            QVERIFY2(graph::deltaTextX(place.cursor, place.marker, 30, 100.0) == place.x, place.where);
     }
 };
 

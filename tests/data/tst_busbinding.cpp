@@ -71,22 +71,15 @@ private slots:
         QCOMPARE(series.xInterval(), 1.0);
     }
 
-    void addressWithoutCommaIsIgnored()
-    {
-        BusPublisher bus("clientonly");
-        bus.setValue("_label:", "wrong");
-        PlotSeries series;
-        series.setDbusAddress("clientonly");
-        QCOMPARE(series.dbusAddress(), QString());
-        QCOMPARE(series.label(), QString());
-    }
-
-    void lonelyCommaUnbinds()
+    void incompleteAddresses()
     {
         BusPublisher bus("unbound");
+        bus.setValue("_label:", "wrong");
         bus.setValue("t_label:", "kept");
         bus.setVector("t_yData:doubleARRAY:", {1});
         PlotSeries series;
+        series.setDbusAddress("unbound");
+        QCOMPARE(series.dbusAddress() + series.label(), QString());
         series.setDbusAddress("unbound,t");
         series.setDbusAddress(QString());
         series.setDbusAddress(",");

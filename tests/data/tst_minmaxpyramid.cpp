@@ -1,4 +1,5 @@
 #include "data/MinMaxPyramid.h"
+#include "support/Table.h"
 
 #include <QRandomGenerator>
 #include <QVector>
@@ -33,8 +34,7 @@ class tst_minmaxpyramid : public QObject
 private slots:
     void agreesWithPlainLoop_data()
     {
-        QTest::addColumn<int>("count");
-        QTest::addColumn<double>("nanShare");
+        columns<int, double>({"count", "nanShare"});
         QTest::newRow("empty") << 0 << 0.0;
         QTest::newRow("shorter than a group of the scan") << 7 << 0.3;
         QTest::newRow("some groups and a rest, no whole block") << 63 << 0.5;

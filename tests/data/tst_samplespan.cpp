@@ -1,6 +1,7 @@
 #include "data/DataStreams.h"
 #include "data/PlotBands.h"
 #include "data/PlotSeries.h"
+#include "support/Table.h"
 
 #include <QRandomGenerator>
 #include <QtTest>
@@ -89,9 +90,7 @@ class tst_samplespan : public QObject
 private slots:
     void seriesAgreesWithReference_data()
     {
-        QTest::addColumn<double>("xFirst");
-        QTest::addColumn<double>("xInterval");
-        QTest::addColumn<int>("count");
+        columns<double, double, int>({"xFirst", "xInterval", "count"});
         QTest::newRow("plain") << 0.0 << 1.0 << 1000;
         QTest::newRow("not a binary fraction") << -3.3 << 0.1 << 1000;
         QTest::newRow("backwards") << 7.7 << -0.3 << 1000;
@@ -130,8 +129,7 @@ private slots:
 
     void pointsAgreeWithReference_data()
     {
-        QTest::addColumn<bool>("sorted");
-        QTest::addColumn<int>("nanEvery");
+        columns<bool, int>({"sorted", "nanEvery"});
         QTest::newRow("ascending, some x repeated") << true << 0;
         QTest::newRow("in any order") << false << 0;
         QTest::newRow("in any order, some x NaN") << false << 7;

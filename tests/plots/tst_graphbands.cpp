@@ -1,4 +1,6 @@
 #include "support/QmlDocument.h"
+#include "support/Regions.h"
+#include "support/Table.h"
 
 #include "data/PlotRegions.h"
 #include "plots/GraphBands.h"
@@ -44,10 +46,9 @@ private slots:
 
     void shapes_data()
     {
-        QTest::addColumn<int>("style");
-        QTest::addColumn<QVector<double>>("band"); // begin, end, value
-        QTest::addColumn<Rows>("middle");          // x = 100
-        QTest::addColumn<Rows>("near"); // x = 65, an eighth of the band's width from its begin, at most
+        // The band's begin, end and value; the rows painted at x = 100 and at x = 65, which is an eighth of
+        // the band's width from its begin.
+        columns<int, QVector<double>, Rows, Rows>({"style", "band", "middle", "near"});
         const QVector<double> up{60, 140, 40};
         const QVector<double> down{140, 60, -40};
         QTest::newRow("ellipse") << int(PlotRegion::Ellipse) << up << Rows(10, 49) << Rows(30, 49);
@@ -91,7 +92,7 @@ private slots:
         plot()->setLineWidth(2);
         add(20, 90, 20, PlotRegion::Ellipse, "ellipse");
         add(60, 150, 21, PlotRegion::Trapezoid, "trapezoid");
-        PlotRegion *region = add(100, 180, 10, PlotRegion::Rectangle, "rectangle");
+        PlotRegion *last = add(100, 180, 10, PlotRegion::Rectangle, "rectangle");
         const auto sameBothWays = [this] {
             plot()->setRenderToImage(false);
             const QImage direct = painted(plot());
@@ -112,17 +113,17 @@ private slots:
         QFont smallFont;
         smallFont.setPixelSize(9);
         const QVector<std::tuple<QObject *, const char *, QVariant>> changes{
-            {region, "value", 40},
+            {last, "value", 40},
             {axis, "maxVisible", 150},
             {plot(), "width", 150},
             {plot(), "penColor", QColor("red")},
             {plot(), "labelPen", QColor("red")},
             {plot(), "fillOpacity", 0.8},
             {plot(), "labelFont", smallFont},
-            {region, "plotStyle", PlotRegion::LabelOnly}};
+            {last, "plotStyle", PlotRegion::LabelOnly}};
         for (const auto &[object, property, value] : changes)
             QVERIFY2(follows([&, o = object, p = property, v = value] { o->setProperty(p, v); }), property);
-        QVERIFY(follows([&] { m_document->object<PlotRegions>("regions")->remove(region); }));
+        QVERIFY(follows([&] { m_document->object<PlotRegions>("regions")->remove(last); }));
         plot()->setWidth(100000); // more than is kept
         QVERIFY(sameBothWays());
     }
@@ -143,16 +144,12 @@ private:
     PlotRegion *add(double begin, double end, double value, int style, const QString &name = {},
                     bool wait = true)
     {
-        auto *region = new PlotRegion(m_document->root());
-        region->setBegin(begin);
-        region->setEnd(end);
-        region->setValue(value);
-        region->setName(name);
-        region->setPlotStyle(PlotRegion::PlotStyle(style));
-        m_document->object<PlotRegions>("regions")->append(region);
+        PlotRegion *added = region(begin, end, value, m_document->root(), name);
+        added->setPlotStyle(PlotRegion::PlotStyle(style));
+        m_document->object<PlotRegions>("regions")->append(added);
         if (wait)
             QTest::qWait(1); // the region tells its list, and that the plot
-        return region;
+        return added;
     }
 
     std::unique_ptr<QmlDocument> m_document;

@@ -1,4 +1,5 @@
 #include "support/QmlDocument.h"
+#include "support/Table.h"
 
 #include "data/PlotPoints.h"
 #include "data/PlotSeries.h"
@@ -53,9 +54,7 @@ private slots:
 
     void denseStyles_data()
     {
-        QTest::addColumn<int>("style");
-        QTest::addColumn<Rows>("opaque");
-        QTest::addColumn<Rows>("translucent");
+        columns<int, Rows, Rows>({"style", "opaque", "translucent"});
         // A column that holds 20, 30 and 40 in a trace that is 10 elsewhere: rows 30 to 10 above 40.
         QTest::newRow("fill") << int(GraphPlot::FillPlot) << Rows(10, 39) << Rows(40, 49);
         QTest::newRow("opaque fill") << int(GraphPlot::FillPlot) << Rows(10, 49) << nothing;
@@ -78,7 +77,7 @@ private slots:
         plot()->setProperty("plotStyle", style);
         const QImage image = painted(plot());
 
-        Rows opaque(-1, -1), translucent(-1, -1);
+        Rows opaque = nothing, translucent = nothing;
         for (int row = 0; row < image.height(); ++row) {
             const int alpha = qAlpha(image.pixel(50, row));
             if (alpha == 0)
@@ -93,9 +92,7 @@ private slots:
 
     void sparseStyles_data()
     {
-        QTest::addColumn<int>("style");
-        QTest::addColumn<Rows>("middle");
-        QTest::addColumn<Rows>("corner");
+        columns<int, Rows, Rows>({"style", "middle", "corner"});
         // Samples at 0, 50 and 100 with 0, 40, 0; the line passes y = 20 half way.
         QTest::newRow("fill") << int(GraphPlot::FillPlot) << Rows(10, 50) << Rows(30, 50);
         QTest::newRow("line") << int(GraphPlot::LinePlot) << Rows(10, 11) << Rows(30, 31);
@@ -119,14 +116,11 @@ private slots:
 
     void gapsStayGaps_data()
     {
-        QTest::addColumn<int>("style");
-        QTest::addColumn<int>("samplesPerColumn");
-        QTest::addColumn<double>("missing");
+        columns<int, int, double>({"style", "samplesPerColumn", "missing"});
         for (const double missing : {qQNaN(), qInf(), -qInf()}) {
             for (const int dense : {0, 1, 4}) {
                 for (int style = GraphPlot::FillPlot; style <= GraphPlot::BarPlot; ++style)
-                    QTest::addRow("style %d, %d a column, %g", style, dense, missing)
-                        << style << dense << missing;
+                    QTest::addRow("%d, %d, %g", style, dense, missing) << style << dense << missing;
             }
         }
     }
@@ -160,53 +154,43 @@ private slots:
         }
     }
 
-    void strokeWidthFollowsSpacing_data()
-    {
-        QTest::addColumn<int>("samples");
-        QTest::addColumn<double>("interval");
-        QTest::addColumn<int>("width");
-        QTest::newRow("ten pixels a sample") << 11 << 10.0 << 10;
-        QTest::newRow("wider than the limit") << 3 << 50.0 << 16;
-        QTest::newRow("one sample") << 1 << 1.0 << 16;
-        QTest::newRow("one sample a pixel") << 101 << 1.0 << 1;
-    }
-
     void strokeWidthFollowsSpacing()
     {
-        QFETCH(int, samples);
-        QFETCH(double, interval);
-        series()->setXFirstValue(samples == 1 ? 50 : 0);
-        series()->setXInterval(interval);
-        // A single bar tells the width of the stroke.
-        QVector<double> bars(samples, 0.0);
-        bars[samples / 2] = 20;
-        series()->setYData(bars);
-        const QImage image = painted(plot());
-        int painted = 0;
-        for (int column = 0; column < image.width(); ++column)
-            painted += qAlpha(image.pixel(column, 40)) != 0;
-        QTEST(painted, "width");
-    }
-
-    void baselineOfBars_data()
-    {
-        QTest::addColumn<double>("interval");
-        QTest::addColumn<QRect>("box"); // from x = 0 to the last sample, over the whole width where data is dense
-        QTest::newRow("sparse") << 10.0 << QRect(0, 50, 70, 1);
-        QTest::newRow("dense") << 0.25 << QRect(0, 50, 100, 1);
+        const struct
+        {
+            int samples;
+            double interval;
+            int width;
+        } spacings[] = {{11, 10.0, 10}, {3, 50.0, 16}, {1, 1.0, 16}, {101, 1.0, 1}};
+        for (const auto &spacing : spacings) {
+            series()->setXFirstValue(spacing.samples == 1 ? 50 : 0);
+            series()->setXInterval(spacing.interval);
+            // A single bar tells the width of the stroke.
+            QVector<double> bars(spacing.samples, 0.0);
+            bars[spacing.samples / 2] = 20;
+            series()->setYData(bars);
+            const QImage image = painted(plot());
+            int painted = 0;
+            for (int column = 0; column < image.width(); ++column)
+                painted += qAlpha(image.pixel(column, 40)) != 0;
+            QCOMPARE(painted, spacing.width);
+        }
     }
 
     void baselineOfBars()
     {
-        QFETCH(double, interval);
-        series()->setXFirstValue(30);
-        series()->setXInterval(interval);
-        series()->setYData(QVector<double>(int(40 / interval) + 1, 0.0));
         plot()->setMaxLineWidth(1);
-        const auto isPainted = [](const QColor &pixel) { return pixel.alpha() != 0; };
-        QVERIFY(inkBox(painted(plot()), isPainted).isEmpty());
-        plot()->setPlotBaseline(true);
-        QTEST(inkBox(painted(plot()), isPainted), "box");
+        for (const double interval : {10.0, 0.25}) {
+            series()->setXFirstValue(30);
+            series()->setXInterval(interval);
+            series()->setYData(QVector<double>(int(40 / interval) + 1, 0.0));
+            plot()->setPlotBaseline(false);
+            const auto isPainted = [](const QColor &pixel) { return pixel.alpha() != 0; };
+            QVERIFY(inkBox(painted(plot()), isPainted).isEmpty());
+            plot()->setPlotBaseline(true);
+            // From x = 0 to the last sample, over the whole width where data is dense.
+            QCOMPARE(inkBox(painted(plot()), isPainted), QRect(0, 50, interval > 1 ? 70 : 100, 1));
+        }
     }
 
     void segmentsAreNotConnected()
@@ -298,9 +282,7 @@ private slots:
 
     void drawsNothing_data()
     {
-        QTest::addColumn<QVector<double>>("y");
-        QTest::addColumn<QSizeF>("size");
-        QTest::addColumn<double>("maxVisible");
+        columns<QVector<double>, QSizeF, double>({"y", "size", "maxVisible"});
         const QVector<double> y(300, 20);
         QTest::newRow("no samples") << QVector<double>() << QSizeF(101, 101) << 100.0;
         QTest::newRow("only NaN") << QVector<double>(300, qQNaN()) << QSizeF(101, 101) << 100.0;

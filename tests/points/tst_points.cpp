@@ -5,6 +5,7 @@
 #include "plots/GraphPointShapes.h"
 #include "support/Pictures.h"
 #include "support/Properties.h"
+#include "support/Table.h"
 
 #include <QFontMetrics>
 #include <QPainter>
@@ -66,8 +67,7 @@ private slots:
 
     void shapesCoverTheirPixels_data()
     {
-        QTest::addColumn<PointPointer>("point");
-        QTest::addColumn<QRect>("box");
+        columns<PointPointer, QRect>({"point", "box"});
         QTest::newRow("dot") << PointPointer(new GraphPointDot) << QRect(60, 50, 8, 8);
         QTest::newRow("circle") << PointPointer(new GraphPointCircle) << QRect(53, 43, 15, 15);
         QTest::newRow("horizontal line") << PointPointer(new GraphPointHorizontalLine) << QRect(57, 50, 7, 1);
@@ -133,9 +133,7 @@ private slots:
 
     void reflectionLabel_data()
     {
-        QTest::addColumn<bool>("selected");
-        QTest::addColumn<int>("marginTop");
-        QTest::addColumn<bool>("below");
+        columns<bool, int, bool>({"selected", "marginTop", "below"});
         QTest::newRow("room above") << false << 50 << false;
         QTest::newRow("margin kept by -1") << false << -1 << false;
         QTest::newRow("no room above") << false << 12 << true;

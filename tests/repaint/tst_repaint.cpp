@@ -212,6 +212,7 @@ private slots:
     void everyChangeRepaintsOnce_data();
     void everyChangeRepaintsOnce();
     void containersFollowTheirChildren();
+    void neighboursAreNotRepainted();
 
 private:
     // Paints since the frame before.
@@ -344,6 +345,39 @@ void tst_repaint::containersFollowTheirChildren()
     QCOMPARE(frame(), 1);
     container->scheduleRedraw();
     QCOMPARE(frame(), 1);
+}
+
+// What changes beside a plot costs no pass over its samples.
+void tst_repaint::neighboursAreNotRepainted()
+{
+    QmlDocument document(R"(
+        import counted 1.0 as C
+        GraphView {
+            width: 100; height: 100
+            axes: [
+                ValueAxis { id: horizontal; maxValue: 300; linesPlane: plane; labelsPlane: plane },
+                ValueAxis { id: vertical; alignment: Qt.AlignLeft; linesPlane: plane; labelsPlane: plane }
+            ]
+            XYScale { id: plane }
+            C.GraphPlot {
+                id: plot
+                property bool isWatched: true
+                plotData: PlotSeries { axisX: horizontal; axisY: vertical; yData: [1, 2, 3] }
+            }
+            GraphPlot {
+                id: neighbour
+                plotData: PlotSeries { id: series; axisX: horizontal; axisY: vertical; yData: [1, 2, 3] }
+            }
+            GraphCursor { id: cursor }
+        })");
+    qobject_cast<QQuickItem *>(document.root())->setParentItem(m_window.contentItem());
+    QCOMPARE(frame(), 1);
+    document.object("cursor")->setProperty("position", 0.5);
+    QCOMPARE(frame(), 0);
+    document.object("series")->setProperty("label", "another");
+    QCOMPARE(frame(), 0);
+    document.object("neighbour")->setProperty("visible", false);
+    QCOMPARE(frame(), 0);
 }
 
 QTEST_MAIN(tst_repaint)

@@ -17,44 +17,43 @@ class tst_instruments : public QObject
     Q_OBJECT
 
 private slots:
-    void sweepsDependOnSeedAndNumberOnly_data() { instrumentRows(); }
     void sweepsDependOnSeedAndNumberOnly()
     {
-        QFETCH(int, kind);
-        const auto one = made(kind, 500, 7);
-        const auto two = made(kind, 500, 7);
-        two->sweep(3); // what was asked for before must not matter
-        const auto other = made(kind, 500, 8);
-        const QVector<SweptTrace> traces = one->sweep(41);
-        for (int i = 0; i < traces.size(); ++i) {
-            const QByteArray expected = bytes(traces.at(i).y);
-            QCOMPARE(bytes(two->sweep(41).at(i).y), expected);
-            QVERIFY(bytes(two->sweep(42).at(i).y) != expected);
-            QVERIFY(bytes(other->sweep(41).at(i).y) != expected);
+        for (const int kind : {0, 1, 2, 3}) {
+            const auto one = made(kind, 500, 7);
+            const auto two = made(kind, 500, 7);
+            two->sweep(3); // what was asked for before must not matter
+            const auto other = made(kind, 500, 8);
+            const QVector<SweptTrace> traces = one->sweep(41);
+            for (int i = 0; i < traces.size(); ++i) {
+                const QByteArray expected = bytes(traces.at(i).y);
+                QCOMPARE(bytes(two->sweep(41).at(i).y), expected);
+                QVERIFY(bytes(two->sweep(42).at(i).y) != expected);
+                QVERIFY(bytes(other->sweep(41).at(i).y) != expected);
+            }
         }
     }
 
-    void anySampleCount_data() { instrumentRows(); }
     void anySampleCount()
     {
-        QFETCH(int, kind);
-        for (const int samples : {-1, 0, 1, 2, 3, 70000}) {
-            const auto instrument = made(kind, samples, 1);
-            for (const quint64 number : {quint64(0), std::numeric_limits<quint64>::max()}) {
-                for (const SweptTrace &trace : instrument->sweep(number)) {
-                    QCOMPARE(trace.y.size(), qMax(samples, 0));
-                    const auto finite = std::count_if(trace.y.begin(), trace.y.end(),
-                                                      [](double y) { return std::isfinite(y); });
-                    // Only the current probe loses samples, and not many.
-                    QVERIFY(trace.prefix == "ch2" ? finite >= 0.9 * trace.y.size()
-                                                  : finite == trace.y.size());
+        for (const int kind : {0, 1, 2, 3}) {
+            for (const int samples : {-1, 0, 1, 2, 3, 70000}) {
+                const auto instrument = made(kind, samples, 1);
+                for (const quint64 number : {quint64(0), std::numeric_limits<quint64>::max()}) {
+                    for (const SweptTrace &trace : instrument->sweep(number)) {
+                        QCOMPARE(trace.y.size(), qMax(samples, 0));
+                        const auto finite = std::count_if(trace.y.begin(), trace.y.end(),
+                                                          [](double y) { return std::isfinite(y); });
+                        // Only the current probe loses samples, and not many.
+                        QVERIFY(finite >= (trace.prefix == "ch2" ? 0.9 : 1.0) * trace.y.size());
+                    }
                 }
+                // The last sample is at the end of the range that is published.
+                const TraceDescription description = instrument->traces().first().description;
+                if (samples > 1 && instrument->capacity() == 0)
+                    QVERIFY(qFuzzyCompare(description.xFirst + (samples - 1) * description.xIncrement,
+                                          description.xRangeEnd));
             }
-            // The last sample is at the end of the range that is published.
-            const TraceDescription description = instrument->traces().first().description;
-            if (samples > 1 && instrument->capacity() == 0)
-                QVERIFY(qFuzzyCompare(description.xFirst + (samples - 1) * description.xIncrement,
-                                      description.xRangeEnd));
         }
     }
 
@@ -190,30 +189,23 @@ private slots:
         }
     }
 
-    void recordedTimes_data()
-    {
-        QTest::addColumn<QVector<double>>("begins");
-        QTest::newRow("even") << QVector<double>{0, 1, 2, 3};
-        QTest::newRow("uneven, not from 0") << QVector<double>{5, 5.5, 9, 9.1};
-        QTest::newRow("some at once") << QVector<double>{0, 0, 1, 1, 1, 4};
-        QTest::newRow("all at once") << QVector<double>{2, 2, 2};
-        QTest::newRow("one") << QVector<double>{3};
-        QTest::newRow("none") << QVector<double>{};
-    }
-
     void recordedTimes()
     {
-        QFETCH(QVector<double>, begins);
-        const SweepTimes times = SweepTimes::recorded(begins);
+        // Even, uneven and not from 0, some or all at once, one, none.
+        const QVector<QVector<double>> recordings{
+            {0, 1, 2, 3}, {5, 5.5, 9, 9.1}, {0, 0, 1, 1, 1, 4}, {2, 2, 2}, {3}, {}};
         NoiseSource random(1, 2, 3);
-        for (int i = 0; i < 2000; ++i) {
-            const double now = 40.0 * random.uniform();
-            const quint64 sweep = times.sweepAt(now);
-            QVERIFY(times.beginOf(sweep) <= now + 1e-9);
-            QVERIFY(times.beginOf(sweep + 1) > now - 1e-9);
+        for (const QVector<double> &begins : recordings) {
+            const SweepTimes times = SweepTimes::recorded(begins);
+            for (int i = 0; i < 2000; ++i) {
+                const double now = 40.0 * random.uniform();
+                const quint64 sweep = times.sweepAt(now);
+                QVERIFY(times.beginOf(sweep) <= now + 1e-9);
+                QVERIFY(times.beginOf(sweep + 1) > now - 1e-9);
+            }
+            QCOMPARE(times.sweepAt(std::nan("")), quint64(0));
+            QVERIFY(times.sweepAt(1e300) >= times.sweepAt(1e9));
         }
-        QCOMPARE(times.sweepAt(std::nan("")), quint64(0));
-        QVERIFY(times.sweepAt(1e300) >= times.sweepAt(1e9));
     }
 
     void steadyTimes()
@@ -227,14 +219,6 @@ private slots:
     }
 
 private:
-    static void instrumentRows()
-    {
-        QTest::addColumn<int>("kind");
-        QTest::newRow("spectrum analyser") << 0;
-        QTest::newRow("reflectometer") << 1;
-        QTest::newRow("oscilloscope") << 2;
-        QTest::newRow("logger") << 3;
-    }
     static std::unique_ptr<Instrument> made(int kind, int samples, quint64 seed)
     {
         if (kind == 0)

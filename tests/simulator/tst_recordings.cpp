@@ -1,6 +1,7 @@
 #include "simulator/NoiseSource.h"
 #include "simulator/RecordedInstrument.h"
 #include "simulator/RecordingReader.h"
+#include "support/Table.h"
 
 #include <QBuffer>
 #include <QtTest>
@@ -78,9 +79,7 @@ private slots:
 
     void refuses_data()
     {
-        QTest::addColumn<QByteArray>("text");
-        QTest::addColumn<int>("line");
-        QTest::addColumn<QString>("reason");
+        columns<QByteArray, int, QString>({"text", "line", "reason"});
         const auto row = [](const char *tag, const QByteArray &text, int line, const char *reason) {
             QTest::newRow(tag) << text << line << reason;
         };

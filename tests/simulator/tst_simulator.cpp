@@ -2,6 +2,7 @@
 #include "platform/bus/ORNClientItem.h"
 #include "simulator/DataLogger.h"
 #include "simulator/SpectrumAnalyzer.h"
+#include "support/Table.h"
 
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
@@ -46,9 +47,7 @@ class tst_simulator : public QObject
 private slots:
     void exitStatusAndMessages_data()
     {
-        QTest::addColumn<QStringList>("arguments");
-        QTest::addColumn<int>("status");
-        QTest::addColumn<QString>("message");
+        columns<QStringList, int, QString>({"arguments", "status", "message"});
         const auto row = [](const char *arguments, int status, const char *message) {
             QTest::newRow(arguments) << QString(arguments).split(' ', Qt::SkipEmptyParts) << status
                                      << message;
