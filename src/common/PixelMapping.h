@@ -38,8 +38,9 @@ public:
 
     // Whole pixels of data values: truncated toward zero and clamped, see pixel().
     int column(double value) const { return m_x.pixel(value); }
+    auto upToColumn(int column) const { return m_x.upTo(column); }
     int row(double value) const { return m_y.pixel(value); }
-    int roundedRow(double value) const { return roundedPixel(y(value)); }
+    int roundedRow(double value) const { return m_y.roundedPixel(value); }
 
 private:
     PixelMapping(const PixelScale &x, const PixelScale &y, const QSizeF &size);

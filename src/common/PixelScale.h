@@ -31,8 +31,30 @@ public:
     double coordinate(double value) const { return wholePixelNear(m_scale.place(value)); }
     double value(double coordinate) const { return m_scale.value(coordinate); }
 
-    // Whole pixels of data values: truncated toward zero and clamped, see graph::pixel().
-    int pixel(double value) const { return graph::pixel(coordinate(value)); }
+    // Whole pixels of data values, clamped, see graph::pixel() and graph::roundedPixel(): those of
+    // coordinate(value), without computing it. Away from zero by the rounding, a place just short of a whole
+    // pixel reaches it and no other does.
+    int pixel(double value) const
+    {
+        const double place = m_scale.place(value);
+        return graph::pixel(place + std::copysign(m_rounding, place));
+    }
+    int roundedPixel(double value) const { return graph::roundedPixel(m_scale.place(value)); }
+
+    // Whether pixel(value) <= last, for searches: what does not depend on the value is known beforehand.
+    auto upTo(int last) const
+    {
+        // Truncation is toward zero: pixel 0 has two sides. NaN counts as pixel 0.
+        const bool isBelowZero = last < 0;
+        const double rounding = std::copysign(m_rounding, last);
+        const double end = isBelowZero         ? last
+                           : last < pixelLimit ? last + 1.0
+                                               : std::numeric_limits<double>::infinity();
+        return [scale = m_scale, isBelowZero, rounding, end](double value) {
+            const double place = scale.place(value) + rounding;
+            return isBelowZero ? place <= end : !(place >= end);
+        };
+    }
 
     double density() const { return m_scale.density(); }
 
@@ -57,7 +79,7 @@ private:
         // every item.
         constexpr double wholeNumbers = 6755399441055744.0; // 1.5 * 2^52
         const double whole = (coordinate + wholeNumbers) - wholeNumbers;
-        return std::abs(coordinate - whole) <= m_rounding ? whole : coordinate;
+        return coordinate - m_rounding <= whole && whole <= coordinate + m_rounding ? whole : coordinate;
     }
 
     Scale m_scale;

@@ -11,8 +11,9 @@ namespace graph {
 // the column that is drawn, whatever the rounding.
 inline int columnEnd(const SampleSpan &samples, const PixelMapping &mapping, int from, int column, int guess)
 {
+    const auto isUpToColumn = mapping.upToColumn(column);
     return from + leadingCount(samples.size() - from, guess,
-                               [&](int i) { return mapping.column(samples.x(from + i)) <= column; });
+                               [&](int i) { return isUpToColumn(samples.x(from + i)); });
 }
 
 } // namespace graph

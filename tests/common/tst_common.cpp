@@ -54,7 +54,8 @@ void tst_common::wholePixels_data()
     QTest::newRow("downwards") << 100.0 << -100.0 << 58.0 << 0.0 << 57.0;
     QTest::newRow("left of the item") << 0.0 << 1.0 << 11.0 << -0.30000000000000004 << -3.0;
     QTest::newRow("far from zero") << 1e9 << 1.0 << 1001.0 << 1e9 + 0.3 << 300.0;
-    QTest::newRow("a trillionth of a pixel is no rounding") << 0.0 << 1.0 << 11.0 << 0.79999999999 << 7.9999999999;
+    QTest::newRow("a trillionth of a pixel is no rounding")
+        << 0.0 << 1.0 << 11.0 << 0.79999999999 << 7.9999999999;
     QTest::newRow("numbers as coarse as pixels") << 1e16 << 64.0 << 129.0 << 1e16 + 2.0 << 4.0;
     QTest::newRow("half a pixel") << 0.0 << 3.0 << 4.0 << 1.5 << 1.5;
     QTest::newRow("beyond whole numbers") << 0.0 << 1.0 << 2.0 << 1e300 << 1e300;
@@ -73,6 +74,11 @@ void tst_common::wholePixels()
     else
         QVERIFY(scale.coordinate(value) != std::round(coordinate));
     QVERIFY(std::abs(scale.coordinate(value) - coordinate) <= 1e-12 * std::abs(coordinate));
+    const int pixel = graph::pixel(scale.coordinate(value));
+    QCOMPARE(scale.pixel(value), pixel);
+    QCOMPARE(scale.roundedPixel(value), graph::roundedPixel(scale.coordinate(value)));
+    for (const int last : {pixel - 1, pixel, pixel + 1, -1, 0, 1})
+        QCOMPARE(scale.upTo(last)(value), pixel <= last);
     QVERIFY(std::abs(scale.value(scale.coordinate(value)) - value) <= 1e-12 * std::max(1.0, std::abs(value)));
     // In single precision, as figures may be given their scales, a whole pixel is one as well.
     const auto single = graph::PixelMapping::fromScales({0.0, 0.0, 100.0, 100.0}, 0.57f, 0.57f);
