@@ -2,6 +2,7 @@
 
 #include "data/MinMax.h"
 
+#include <optional>
 #include <vector>
 
 namespace graph {
@@ -10,7 +11,7 @@ namespace graph {
 // length of the range: blocks of 64 samples, and above them levels of eight nodes in one. 0.3 bytes a sample.
 //
 // The array is not kept. Each query is given the same, unchanged samples again: double, QPointF, or any type
-// with functions minMax(const Sample *, int) and hasNaN(const Sample *, int).
+// with a function minMax(const Sample *, int), and hasNaN(const Sample *, int) where that is asked for.
 class MinMaxPyramid
 {
 public:
@@ -22,8 +23,9 @@ public:
     // The same as minMax(samples + first, end - first), for 0 <= first <= end <= count.
     template <typename Sample> MinMax minMax(const Sample *samples, int first, int end) const;
 
-    // Whether any of the samples is NaN, which the extremes do not tell.
-    bool hasNaN() const { return m_hasNaN; }
+    // Whether any of the samples is NaN, which the extremes do not tell. They are read when this is asked for the
+    // first time: most plots never do.
+    template <typename Sample> bool hasNaN(const Sample *samples, int count) const;
 
 private:
     using Level = std::vector<MinMax>;
@@ -31,14 +33,12 @@ private:
     MinMax nodes(std::size_t first, std::size_t end) const;
 
     std::vector<Level> m_levels; // the finest first
-    bool m_hasNaN;
+    mutable std::optional<bool> m_hasNaN;
 };
 
 template <typename Sample> MinMaxPyramid::MinMaxPyramid(const Sample *samples, int count)
 {
-    using graph::hasNaN;
     using graph::minMax;
-    m_hasNaN = hasNaN(samples, count);
     // Whole blocks only; the rest is read from the array.
     Level blocks(std::size_t(std::max(count, 0)) / blockSize);
     for (std::size_t block = 0; block < blocks.size(); ++block)
@@ -82,6 +82,14 @@ inline MinMax MinMaxPyramid::nodes(std::size_t first, std::size_t end) const
         end /= fanOut;
     }
     return result;
+}
+
+template <typename Sample> bool MinMaxPyramid::hasNaN(const Sample *samples, int count) const
+{
+    using graph::hasNaN;
+    if (!m_hasNaN)
+        m_hasNaN = hasNaN(samples, count);
+    return *m_hasNaN;
 }
 
 } // namespace graph

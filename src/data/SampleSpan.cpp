@@ -68,7 +68,11 @@ MinMax SampleSpan::minMax(int first, int end) const
 
 bool SampleSpan::hasNaN(int first, int end) const
 {
-    if (first == end || (m_pyramid && !m_pyramid->hasNaN()))
+    if (first == end)
+        return false;
+    if (m_pyramid &&
+        !(m_points ? m_pyramid->hasNaN(m_pointArray.constData(), m_pointArray.size())
+                   : m_pyramid->hasNaN(m_valueArray.constData(), m_valueArray.size())))
         return false;
     const int low = std::min(arrayIndex(first), arrayIndex(end - 1));
     return m_points ? graph::hasNaN(m_points + low, end - first) : graph::hasNaN(m_values + low, end - first);
