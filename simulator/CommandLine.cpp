@@ -18,7 +18,8 @@ QList<QCommandLineOption> options()
 {
     return {
         {"instrument",
-         "Start the instrument <name>: analyzer, otdr, scope or logger. May be given several times; all of them by "
+         "Start the instrument <name>: analyzer, otdr, scope or logger. May be given several times; all of "
+         "them by "
          "default.",
          "name"},
         {"samples",
@@ -35,7 +36,8 @@ QList<QCommandLineOption> options()
          "instruments only start if they are named too.",
          "file"},
         {"check", "Read the recording in <file>, print what it holds, and end.", "file"},
-        {"heatmap", "Write heat map files of the analyzer's sweeps, or of replayed ones, into <directory>.", "directory"},
+        {"heatmap", "Write heat map files of the analyzer's sweeps, or of replayed ones, into <directory>.",
+         "directory"},
         {"heatmap-sweeps", "Sweeps in each heat map file (default 25).", "number", "25"}};
 }
 

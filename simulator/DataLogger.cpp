@@ -45,14 +45,16 @@ double approach(double begin, double end, double time, double constant)
 
 double current(double time)
 {
-    return time < runTime ? approach(8.0, 3.2, time, inrushDecay) + 0.2 * std::sin(2.0 * pi * 6.5 * time) : 0.0;
+    return time < runTime ? approach(8.0, 3.2, time, inrushDecay) + 0.2 * std::sin(2.0 * pi * 6.5 * time)
+                          : 0.0;
 }
 
 double speed(double time)
 {
     constexpr double full = 50.0;
     const double atStop = approach(0.0, full, runTime, speedUp);
-    return time < runTime ? approach(0.0, full, time, speedUp) : approach(atStop, 0.0, time - runTime, slowDown);
+    return time < runTime ? approach(0.0, full, time, speedUp)
+                          : approach(atStop, 0.0, time - runTime, slowDown);
 }
 
 double temperature(double time)
@@ -62,7 +64,8 @@ double temperature(double time)
     const double cooled = std::exp(-(period - runTime) / warming);
     const double atStart = (cold + (hot - cold) * cooled - hot * heated * cooled) / (1.0 - heated * cooled);
     const double atStop = approach(atStart, hot, runTime, warming);
-    return time < runTime ? approach(atStart, hot, time, warming) : approach(atStop, cold, time - runTime, warming);
+    return time < runTime ? approach(atStart, hot, time, warming)
+                          : approach(atStop, cold, time - runTime, warming);
 }
 
 } // namespace

@@ -67,7 +67,8 @@ public:
     virtual QVector<Trace> traces() const = 0;
     virtual QVector<SweptTrace> sweep(quint64 number) const = 0;
     virtual SweepTimes times() const = 0;
-    // Above 0: a sweep goes on where the one before it ended, and this is how many of the newest samples stay.
+    // Above 0: a sweep goes on where the one before it ended, and this is how many of the newest samples
+    // stay.
     virtual int capacity() const { return 0; }
 };
 

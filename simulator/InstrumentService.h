@@ -40,8 +40,8 @@ private:
     std::unique_ptr<simulation::Instrument> m_instrument;
     BusPublisher m_publisher;
     simulation::SweepTimes m_times;
-    quint64 m_next = 0; // the sweep after the one that is published
-    double m_step = 0.0; // between the samples of a recording that grows
+    quint64 m_next = 0;                    // the sweep after the one that is published
+    double m_step = 0.0;                   // between the samples of a recording that grows
     QMap<QString, QVector<double>> m_kept; // its newest samples
     QElapsedTimer m_clock;
     QTimer m_timer;

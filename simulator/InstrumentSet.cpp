@@ -52,7 +52,8 @@ ExitStatus InstrumentSet::make()
         add(std::make_unique<Oscilloscope>(m_line.samples.value_or(10000), m_line.seed,
                                            m_line.rate.value_or(usualRate)));
     if (m_line.instruments.contains("logger"))
-        add(std::make_unique<DataLogger>(m_line.samples.value_or(8), m_line.seed, m_line.rate.value_or(usualRate)));
+        add(std::make_unique<DataLogger>(m_line.samples.value_or(8), m_line.seed,
+                                         m_line.rate.value_or(usualRate)));
     return Done;
 }
 

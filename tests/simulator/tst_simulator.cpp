@@ -120,7 +120,8 @@ private slots:
                    {"--instrument", "analyzer", "--samples", "300", "--seed", "5", "--hold", "17"});
         // Two sweeps that together are more than is kept.
         QProcess logger;
-        logger.start(SIMULATOR, {"--instrument", "logger", "--samples", "20000", "--seed", "5", "--hold", "1"});
+        logger.start(SIMULATOR,
+                     {"--instrument", "logger", "--samples", "20000", "--seed", "5", "--hold", "1"});
         QProcess running;
         running.start(SIMULATOR, {"--instrument", "scope", "--rate", "200"});
         // Clients complain about services that are not there yet.
