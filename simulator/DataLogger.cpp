@@ -11,8 +11,8 @@ namespace simulation {
 namespace {
 
 constexpr double pi = 3.14159265358979323846;
-// What the clients keep; at 200 samples a second two minutes.
-constexpr int keptSamples = 24000;
+// What the clients keep; at 200 samples a second ten minutes.
+constexpr int keptSamples = 120000;
 constexpr double period = 12.0; // s
 constexpr double runTime = 7.0;
 constexpr double inrushDecay = 0.25;

@@ -115,10 +115,7 @@ void InstrumentService::publishSweep(quint64 number)
     for (const SweptTrace &trace : qAsConst(traces)) {
         const QString item = vectorName(trace.prefix, QStringLiteral("yData"));
         if (capacity > 0) {
-            QVector<double> &kept = m_kept[item];
-            kept += trace.y;
-            kept.remove(0, std::max(0, kept.size() - capacity));
-            m_publisher.setVector(item, kept);
+            m_publisher.append(item, trace.y, capacity);
             m_publisher.setValue(scalarName(trace.prefix, firstKey), dropped * m_step);
         } else {
             m_publisher.setVector(item, trace.y);

@@ -4,7 +4,6 @@
 #include "simulator/Instrument.h"
 
 #include <QElapsedTimer>
-#include <QMap>
 #include <QObject>
 #include <QTimer>
 
@@ -40,9 +39,8 @@ private:
     std::unique_ptr<simulation::Instrument> m_instrument;
     BusPublisher m_publisher;
     simulation::SweepTimes m_times;
-    quint64 m_next = 0;                    // the sweep after the one that is published
-    double m_step = 0.0;                   // between the samples of a recording that grows
-    QMap<QString, QVector<double>> m_kept; // its newest samples
+    quint64 m_next = 0;  // the sweep after the one that is published
+    double m_step = 0.0; // between the samples of a recording that grows
     QElapsedTimer m_clock;
     QTimer m_timer;
 };

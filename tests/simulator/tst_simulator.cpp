@@ -121,7 +121,7 @@ private slots:
         // Two sweeps that together are more than is kept.
         QProcess logger;
         logger.start(SIMULATOR,
-                     {"--instrument", "logger", "--samples", "20000", "--seed", "5", "--hold", "1"});
+                     {"--instrument", "logger", "--samples", "100000", "--seed", "5", "--hold", "1"});
         QProcess running;
         running.start(SIMULATOR, {"--instrument", "scope", "--rate", "200"});
         // Clients complain about services that are not there yet.
@@ -141,13 +141,13 @@ private slots:
             qobject_cast<ORNVecDoubleClientItem *>(analyzer->getItem("spectrum_yData:doubleARRAY:"));
         QVERIFY(levels);
         QCOMPARE(levels->vector(), simulation::SpectrumAnalyzer(300, 5, 25.0).levels(17));
-        const simulation::DataLogger recorder(20000, 5, 25.0);
+        const simulation::DataLogger recorder(100000, 5, 25.0);
         ORNClientInterface *recording = ORNClientInterface::getSessionBusClient("logger", this);
         auto *volts = qobject_cast<ORNVecDoubleClientItem *>(recording->getItem("ch1_yData:doubleARRAY:"));
         QVERIFY(volts);
-        QCOMPARE(volts->vector(), (recorder.sweep(0).first().y + recorder.sweep(1).first().y).mid(16000));
+        QCOMPARE(volts->vector(), (recorder.sweep(0).first().y + recorder.sweep(1).first().y).mid(80000));
         QCOMPARE(recording->getItem("ch1_xFirsValue:")->getValue().toDouble(),
-                 16000 * recorder.traces().first().description.xIncrement);
+                 80000 * recorder.traces().first().description.xIncrement);
 
         QTRY_VERIFY(scope->getItem("ch2_sweep:")->getValue().toInt() > 20);
 
