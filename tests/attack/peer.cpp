@@ -55,13 +55,14 @@ public:
 
     bool handleMessage(const QDBusMessage &message, const QDBusConnection &bus) override
     {
-        const Blocks blocks{{trace, block(2, 1)}};
+        const Blocks blocks{{trace, m_trace}};
         return bus.send(message.createReply({m_serial, m_values, QVariant::fromValue(blocks), QStringList()}));
     }
 
     void array(const QString &name, quint64 size, double value)
     {
         ++m_serial;
+        m_trace = block(2, value); // who asks is given less than who listens
         quint64 offset = 0;
         do {
             const int count = int(std::min<quint64>(partElements, size - offset));
@@ -78,6 +79,8 @@ public:
 
     void value(const QString &name, const QVariant &value)
     {
+        if (name == label)
+            m_values.insert(name, value);
         send("ValueChanged", {++m_serial, name, QVariant::fromValue(QDBusVariant(value))});
     }
 
@@ -98,6 +101,7 @@ private:
     QString m_path;
     QDBusConnection m_bus;
     QVariantMap m_values;
+    QByteArray m_trace = block(2, 1);
     quint64 m_serial = 1;
     bool m_isPublished = false;
 };
