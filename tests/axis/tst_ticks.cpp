@@ -195,7 +195,7 @@ void tst_ticks::changesRebuild()
         {"order", [](ValueAxis &axis) { axis.setRangeOrder(ValueAxis::Decreasing); }},
         {"number", [](ValueAxis &axis) { axis.setNumTicks(11); }},
         {"unit", [](ValueAxis &axis) { axis.setFormatter(getFormatter("FeetFormatter")); }},
-        // What may move ticks some day counts as well.
+        // These may move ticks some day.
         {"style", [](ValueAxis &axis) { axis.setAxisStyle(ValueAxis::TicksOnly); }},
         {"ratio", [](ValueAxis &axis) { axis.setDynamicTicksRatio(0.3); }},
         {"baseline", [](ValueAxis &axis) { axis.setBaseline(-3.0); }},
@@ -208,7 +208,8 @@ void tst_ticks::changesRebuild()
         QCOMPARE(before, axis.buildTicks(5));
         QVERIFY(!axis.getTicksDirty());
         test.change(axis);
-        QVERIFY2(axis.getTicksDirty() || axis.ticks(0) != before, test.name);
+        QVERIFY2(axis.getTicksDirty(), test.name);
+        QVERIFY2((axis.ticks(0) != before) == (&test < std::end(cases) - 3), test.name);
         QCOMPARE(axis.ticks(0), axis.buildTicks(axis.numTicks()));
         QCOMPARE(axis.ticks(10), axis.buildTicks(10));
     }

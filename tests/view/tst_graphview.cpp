@@ -79,7 +79,7 @@ private slots:
                 XYScale { id: high }
                 GraphPlot { id: plot; axisX: axisBottom; axisY: axisLeft }
                 GraphPlot { id: other; axisX: axisTop; axisY: axisRight }
-                GraphPlot { axisY: narrow }
+                GraphPlot { id: last; axisY: narrow }
             })");
         const QRect area(60, 30, 290, 230);
         QCOMPARE(geometry(document.object("plot")), QRectF(area));
@@ -114,6 +114,9 @@ private slots:
         delete document.object("low");
         document.root()->setProperty("width", 300);
         QCOMPARE(geometry(document.object("plot")), QRectF(20, 0, 280, 300));
+        document.object("plot")->setProperty("visible", false);
+        document.object("last")->setProperty("visible", false);
+        QCOMPARE(geometry(document.object("plot")), QRectF(0, 0, 300, 300));
     }
 
     void distributesVisiblePlots()
