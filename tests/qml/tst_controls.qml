@@ -158,8 +158,9 @@ TestCase {
         // Half a pixel of rounding at the start of a pinch has grown by the zoom at its end.
         compareValue(valueAt(100, 120), before, 1.5);
         verify(!view.area.pinching);
-        // However many edges a move of the fingers moves, the chart hears of it once.
-        verify(moves > 3);
+        // However many edges a move of the fingers moves, the chart hears of it once. The moves of one frame arrive
+        // as one, so a fast machine has few of them.
+        verify(moves > 0);
         compare(changes, moves);
     }
 
