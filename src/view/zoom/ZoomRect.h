@@ -46,8 +46,9 @@ public:
     Qt::Orientations zoomAxis() const { return m_zoomAxis; }
     bool isMoving() const;
 
-    // The item that supplies the pixel size; null when the parent is none.
-    QQuickItem *parentItem() const { return qobject_cast<QQuickItem *>(parent()); }
+    // The item that supplies the pixel size; null when the parent is none, or is none any more: an item of a document
+    // that is being destroyed still has the meta-object of its type, so that qobject_cast would take it for one.
+    QQuickItem *parentItem() const { return dynamic_cast<QQuickItem *>(parent()); }
 
     // Size and position of the flickable's content that show this rectangle; 0 when they cannot be told.
     double contentWidth() const;
