@@ -190,8 +190,11 @@ private:
     // How far the numbers in the row of the last one may reach.
     double endOfOthers(const QVector<PlacedLabel> &labels, const PlacedLabel &last)
     {
-        if (m_choice.distance() > 0.0)
-            return m_marks.length() - 1.0 - m_choice.distance() + m_choice.widest() / 2.0;
+        if (m_choice.distance() > 0.0) {
+            // One at the near end may have been moved in, and then reaches farther than its tick tells.
+            const double reach = m_marks.length() - 1.0 - m_choice.distance() + m_choice.widest() / 2.0;
+            return std::max(reach, double(m_room.begin + m_choice.widest()));
+        }
         double end = m_room.begin - m_room.gap;
         for (const PlacedLabel &label : labels) {
             if (label.row == last.row && label.index != last.index)

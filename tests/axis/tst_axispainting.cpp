@@ -54,7 +54,7 @@ void tst_axispainting::textsFollowTheFormatter()
 {
     ValueAxis axis;
     axis.setAlignment(Qt::AlignLeft);
-    auto *formatter = new FeetFormatter;
+    auto *formatter = new FeetText;
     axis.setFormatter(formatter);
     axis.setCustomInterval(0.5);
     const QRectF rect(0, 0, 200, 200);
@@ -264,7 +264,9 @@ void tst_axispainting::labelsStayWholeAndApart()
     const double inf = std::numeric_limits<double>::infinity();
     for (int round = 0; round < 1500; ++round) {
         XYScale plane;
-        const QSizeF size(random.bounded(500), random.bounded(300));
+        const int width = random.bounded(500);
+        const int height = random.bounded(300);
+        const QSizeF size(width, height);
         plane.setSize(size);
         ValueAxis axis;
         axis.setLabelsPlane(&plane);
