@@ -61,6 +61,10 @@ int runGallery(QGuiApplication *application, const gallery::Options &options)
         options.pictureFile.isEmpty() ? pageNames(availablePages(options)) : QStringList(options.page);
     taker.start(pages, options.pictureFile, options.pictureFolder);
     const int status = application->exec();
+    // The software scene graph frees the textures of images with the next frame only.
+    view.setSource(QUrl());
+    view.grabWindow();
+    QCoreApplication::processEvents();
     return status == 0 && warningCount() > 0 ? 1 : status;
 }
 

@@ -55,6 +55,7 @@ Item {
                                 source: "qrc:/tiles/" + modelData.name + (Theme.light ? "-light.png" : ".png")
                                 fillMode: Image.PreserveAspectCrop
                                 smooth: true
+                                cache: false // every picture is shown once
                             }
                         }
 
