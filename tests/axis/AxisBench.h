@@ -56,7 +56,7 @@ protected:
 };
 
 // A formatter that writes down what it is asked for.
-class FeetFormatter : public BaseFormatter
+class FeetText : public BaseFormatter
 {
 public:
     QString formatValue(const QVariant &value) const override

@@ -207,7 +207,7 @@ void tst_valueaxis::textsOfValues()
     QCOMPARE(axis.formattedValue(1234567.0), QString("1.23457e+06"));
     QCOMPARE(axis.localizationFactor(), 1.0);
 
-    QPointer<BaseFormatter> adopted = new FeetFormatter;
+    QPointer<BaseFormatter> adopted = new FeetText;
     axis.setFormatter(adopted);
     QCOMPARE(adopted->parent(), &axis);
     QCOMPARE(axis.formattedValue(2.0), QString("<2>"));

@@ -153,8 +153,10 @@ void tst_bus_session::itemsAndTheirChanges()
     service.order(QStringLiteral("ramp t_one:doubleARRAY: 3"));
     service.order(QStringLiteral("ramp t_yData:doubleARRAY: 1000"));
     QTRY_COMPARE_WITH_TIMEOUT(vectorOf(client, trace).size(), 1000, patience);
-    QCOMPARE(labelOf(client), QStringLiteral("second"));
-    QCOMPARE(vectorOf(client, QStringLiteral("t_one:doubleARRAY:")), (QVector<double>{0, 1, 2}));
+    // Each item is told by itself; a busy machine may do so in several turns of the event loop.
+    QTRY_COMPARE_WITH_TIMEOUT(labelOf(client), QStringLiteral("second"), patience);
+    QTRY_COMPARE_WITH_TIMEOUT(vectorOf(client, QStringLiteral("t_one:doubleARRAY:")), (QVector<double>{0, 1, 2}),
+                              patience);
     QCOMPARE(valueSpy.count(), 1);
     QCOMPARE(sizeSpy.count(), 1);
 
