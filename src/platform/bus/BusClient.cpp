@@ -113,7 +113,11 @@ bool BusClient::deliver(const QDeadlineTimer &end)
         m_changes = m_feed->items().takeChanges();
     }
     while (m_nextChange < m_changes.size()) {
-        const ItemStore::Change change = std::exchange(m_changes[m_nextChange++], {});
+        const ItemStore::Change change = m_changes.at(m_nextChange++);
+        if (m_nextChange == m_changes.size()) {
+            m_nextChange = 0;
+            m_changes.clear();
+        }
         apply(change);
         if (end.hasExpired())
             return m_nextChange >= m_changes.size();
