@@ -12,7 +12,7 @@ namespace graph {
 // Left and top are the begin.
 enum class AxisSide { Begin, Middle, End };
 
-// How an axis is drawn, whatever its values are.
+// How an axis is drawn; its values play no part.
 struct AxisLook
 {
     Qt::Alignment alignment = Qt::AlignBottom;

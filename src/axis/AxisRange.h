@@ -5,7 +5,7 @@
 namespace graph {
 
 // The full range of an axis and what of it is visible, as numbers: who changes them announces it. The visible
-// edges are set as such, or as fractions of the full range by whatever zooms.
+// edges are set as such, or as fractions of the full range by a zoom.
 class AxisRange
 {
 public:

@@ -223,7 +223,7 @@ QString ValueAxis::formattedValue(double value) const
 
 /*!
     \qmlproperty list<string> ValueAxis::tickLabels
-    The texts of the values that stand at the same place in ticks; an empty text shows none.
+    The texts of the values at the same place in ticks; an empty text shows none.
     Empty by default. Without a notify signal.
 */
 void ValueAxis::setTickLabels(const QStringList &labels)

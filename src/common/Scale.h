@@ -22,7 +22,7 @@ public:
     double place(double value) const { return (value - m_begin) * m_density; }
     double value(double place) const { return m_begin + place * m_range / m_length; }
 
-    // The same in fractions of the range, whatever the length.
+    // The same in fractions of the range, for any length.
     double fraction(double value) const { return (value - m_begin) / m_range; }
     double valueAt(double fraction) const { return m_begin + m_range * fraction; }
 

@@ -124,7 +124,7 @@ void GraphCursor::setPlots(const QList<AbstractPlot *> &plots)
 
 /*!
     \qmlproperty AbstractPlot GraphCursor::primaryPlot
-    The plot whose samples the cursor stands on, and whose axis it follows. Without a choice, null included, it is the
+    The plot whose samples the cursor is on, and whose axis it follows. Without a choice, null included, it is the
     first of plots. If the new plot has another axis, cursor and markers keep their values and are placed on that axis.
 */
 void GraphCursor::setPrimaryPlot(AbstractPlot *plot)

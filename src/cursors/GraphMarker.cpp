@@ -31,7 +31,7 @@ QString formattedDifference(const PlotData &data, double a, double b)
     \brief A fixed position in a GraphCursor's \c markers, drawn as a thin line with its distance to the
     cursor.
 
-    A marker stands on a sample of the cursor's primary plot. One that is moved to a sample outside the data
+    A marker is on a sample of the cursor's primary plot. One that is moved to a sample outside the data
     disappears and comes back when it is next placed on one inside; a marker that the document hides stays hidden.
     Deltas are absolute and kept up to date only while it is visible.
 */

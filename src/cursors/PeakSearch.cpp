@@ -39,7 +39,7 @@ int highestSample(const PlotData &data)
     of the visible span of the vertical axis if that is smaller. It does not find every such summit. First it straightens
     what is smaller than the tolerance, starting at the cursor; narrow peaks and close ones can lose height by that and be
     passed over, and the way left can stop at other peaks than the way right. It takes the samples as equally spaced over
-    the whole range of the axis, whatever their x: points at uneven places, and data that cover only a part of the axis,
+    the whole range of the axis, regardless of their x: points at uneven places, and data that cover only a part of the axis,
     are searched in a stretch that is not the visible one. And it ends at a missing sample (NaN).
 
     Use it to step through clear peaks over noise while the user looks on. Do not rely on it to count peaks, to find all

@@ -8,7 +8,7 @@ namespace graph {
 
 // The first index from `from` on whose sample lies right of `column`, of samples of ascending x. Columns
 // never fall along them, so this can search, outwards from `guess` samples after `from`; it asks for exactly
-// the column that is drawn, whatever the rounding.
+// the column that is drawn, however it is rounded.
 inline int columnEnd(const SampleSpan &samples, const PixelMapping &mapping, int from, int column, int guess)
 {
     const auto isUpToColumn = mapping.upToColumn(column);
