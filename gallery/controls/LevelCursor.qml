@@ -1,6 +1,6 @@
 import QtQuick 2.15
 import graph_plugin 1.0
-import graph_controls 1.0
+import graph_kit 1.0
 import "../theme"
 
 // A horizontal cursor that can be dragged and shows its value.

@@ -1,6 +1,6 @@
 import QtQuick 2.15
 import graph_plugin 1.0
-import graph_controls 1.0
+import graph_kit 1.0
 import "../theme"
 
 // A view with an axis at the bottom and one at the left, a grid below the plots and labels above them, and zooming by

@@ -1,5 +1,5 @@
 import QtQuick 2.15
-import graph_controls 1.0
+import graph_kit 1.0
 
 // Zooming without fingers on the chart: closer, farther, everything.
 Row {

@@ -4,6 +4,7 @@
 #include "axis/AxisRange.h"
 #include "axis/AxisTicks.h"
 #include "axis/LabelTexts.h"
+#include "common/Export.h"
 #include "common/QtVersion.h"
 #include "platform/ui/BaseFormatter.h"
 #include "view/zoom/ZoomRect.h"
@@ -26,7 +27,7 @@ struct TickSet;
 
 // One value axis: its full and its visible range, its ticks and their texts, and how a plane draws them. With
 // a zoom rectangle the visible range follows the rectangle's edges, and writes to it go there.
-class ValueAxis : public QObject
+class GRAPH_CHARTS_EXPORT ValueAxis : public QObject
 {
     Q_OBJECT
 

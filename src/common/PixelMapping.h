@@ -1,5 +1,6 @@
 #pragma once
 
+#include "common/Export.h"
 #include "common/PixelScale.h"
 
 #include <QRectF>
@@ -9,7 +10,7 @@ namespace graph {
 // The one mapping between data values and the pixels of an item. The visible minimum falls on pixel 0, the
 // visible maximum on the last pixel; y grows downwards in the item and upwards in the data. All formulas are
 // plain IEEE arithmetic: a zero range or a size of 1 gives infinities or NaN, which isDrawable() reports.
-class PixelMapping
+class GRAPH_CHARTS_EXPORT PixelMapping
 {
 public:
     // minX, maxY: the visible data values at the top left pixel; rangeX, rangeY: the visible spans, in data

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "common/Export.h"
 #include "common/QtVersion.h"
 #include "cursors/KeyAcceleration.h"
 #include "cursors/TrackedPlots.h"
@@ -34,7 +35,7 @@ struct CursorPlace;
 
 // A line over the plots of a view that always stands on a sample of the primary plot's data. Whatever form of
 // the position is written becomes a sample index, and every other form is derived from that index.
-class GraphCursor : public QQuickPaintedItem
+class GRAPH_CHARTS_EXPORT GraphCursor : public QQuickPaintedItem
 {
     Q_OBJECT
     Q_PROPERTY(int posIndex READ posIndex WRITE setPosIndex NOTIFY posIndexChanged)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "common/Export.h"
 #include "cursors/GraphCursor.h"
 
 #include <QObject>
@@ -7,7 +8,7 @@
 #include <QString>
 
 // The reading of a cursor for one plot, attached to an item that shows it (a value label, a dot).
-class GraphCursorAttached : public QObject
+class GRAPH_CHARTS_EXPORT GraphCursorAttached : public QObject
 {
     Q_OBJECT
     Q_PROPERTY(GraphCursor *cursor READ cursor NOTIFY cursorChanged)

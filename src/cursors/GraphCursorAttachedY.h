@@ -1,9 +1,10 @@
 #pragma once
 
+#include "common/Export.h"
 #include "cursors/GraphCursorAttached.h"
 
 // The reading of a horizontal cursor.
-class GraphCursorAttachedY : public GraphCursorAttached
+class GRAPH_CHARTS_EXPORT GraphCursorAttachedY : public GraphCursorAttached
 {
     Q_OBJECT
 

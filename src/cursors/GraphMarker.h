@@ -1,5 +1,7 @@
 #pragma once
 
+#include "common/Export.h"
+
 #include <QColor>
 #include <QObject>
 #include <QPointer>
@@ -16,7 +18,7 @@ class ValueAxis;
 
 // A fixed reference position on a cursor: a sample of the primary plot's data whose distance to the cursor is
 // shown. The cursor paints it.
-class GraphMarker : public QObject
+class GRAPH_CHARTS_EXPORT GraphMarker : public QObject
 {
     Q_OBJECT
     Q_PROPERTY(int posIndex READ posIndex WRITE setPosIndex NOTIFY posIndexChanged)

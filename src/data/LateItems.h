@@ -1,5 +1,7 @@
 #pragma once
 
+#include "common/Export.h"
+
 #include <QHash>
 #include <QObject>
 #include <QPointer>
@@ -11,7 +13,7 @@ class ORNClientInterface;
 
 // The items that a client was asked for in vain. Gives notice when one of them comes, as far as the bus library
 // tells of it.
-class LateItems : public QObject
+class GRAPH_CHARTS_EXPORT LateItems : public QObject
 {
     Q_OBJECT
 

@@ -1,10 +1,11 @@
 #pragma once
 
+#include "common/Export.h"
 #include "data/PlotPoints.h"
 
 #include <QStringList>
 
-class PlotBands : public PlotPoints
+class GRAPH_CHARTS_EXPORT PlotBands : public PlotPoints
 {
     Q_OBJECT
 

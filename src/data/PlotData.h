@@ -1,5 +1,6 @@
 #pragma once
 
+#include "common/Export.h"
 #include "common/QtVersion.h"
 #include "data/BusBinding.h"
 #include "data/Quantity.h"
@@ -18,7 +19,7 @@ class ValueAxis;
 
 Q_MOC_INCLUDE("axis/ValueAxis.h")
 
-class PlotData : public QObject
+class GRAPH_CHARTS_EXPORT PlotData : public QObject
 {
     Q_OBJECT
     Q_PROPERTY(QString dbusAddress READ dbusAddress WRITE setDbusAddress NOTIFY dbusAddressChanged)

@@ -1,9 +1,10 @@
 #pragma once
 
+#include "common/Export.h"
 #include "data/LazyPyramid.h"
 #include "data/PlotData.h"
 
-class PlotPoints : public PlotData
+class GRAPH_CHARTS_EXPORT PlotPoints : public PlotData
 {
     Q_OBJECT
     Q_PROPERTY(QVector<double> xData READ xData WRITE setXData)

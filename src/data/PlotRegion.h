@@ -1,10 +1,12 @@
 #pragma once
 
+#include "common/Export.h"
+
 #include <QColor>
 #include <QObject>
 #include <QStaticText>
 
-class PlotRegion : public QObject
+class GRAPH_CHARTS_EXPORT PlotRegion : public QObject
 {
     Q_OBJECT
     Q_PROPERTY(bool valid READ valid WRITE setValid NOTIFY validChanged)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "common/Export.h"
 #include "data/PlotData.h"
 #include "data/PlotRegion.h"
 
@@ -7,7 +8,7 @@
 #include <QQmlListProperty>
 #include <QTransform>
 
-class PlotRegions : public PlotData
+class GRAPH_CHARTS_EXPORT PlotRegions : public PlotData
 {
     Q_OBJECT
     Q_PROPERTY(QQmlListProperty<PlotRegion> regions READ regions NOTIFY regionsChanged)

@@ -1,9 +1,10 @@
 #pragma once
 
+#include "common/Export.h"
 #include "data/LazyPyramid.h"
 #include "data/PlotData.h"
 
-class PlotSeries : public PlotData
+class GRAPH_CHARTS_EXPORT PlotSeries : public PlotData
 {
     Q_OBJECT
     Q_PROPERTY(double xInterval READ xInterval WRITE setXInterval NOTIFY xIntervalChanged)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "common/Export.h"
 #include "data/MinMax.h"
 
 #include <QVector>
@@ -14,7 +15,7 @@ class MinMaxPyramid;
 // shares the array, so it stays valid, with the values it was made with, whatever becomes of the data.
 //
 // Samples are numbered 0..size()-1 within the view; x(), y(), at() and dataIndex() take only these numbers.
-class SampleSpan
+class GRAPH_CHARTS_EXPORT SampleSpan
 {
 public:
     SampleSpan() = default;

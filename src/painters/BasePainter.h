@@ -1,5 +1,6 @@
 #pragma once
 
+#include "common/Export.h"
 #include "common/PixelMapping.h"
 #include "view/base/AbstractPlot.h"
 
@@ -13,7 +14,7 @@ Q_DECLARE_INTERFACE(BasePainter, "fiber.BasePainter")
 
 // A figure in data coordinates. It does not paint itself: the container plot whose child it is calls paint(),
 // so that many figures share one painted item.
-class BasePainter : public QQuickItem
+class GRAPH_CHARTS_EXPORT BasePainter : public QQuickItem
 {
     Q_OBJECT
     Q_INTERFACES(BasePainter)

@@ -1,8 +1,9 @@
 #pragma once
 
+#include "common/Export.h"
 #include "painters/BasePainter.h"
 
-class CrossPainter : public BasePainter
+class GRAPH_CHARTS_EXPORT CrossPainter : public BasePainter
 {
     Q_OBJECT
     Q_PROPERTY(double point1X READ point1X WRITE setPoint1X NOTIFY point1XChanged)

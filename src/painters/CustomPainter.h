@@ -1,11 +1,12 @@
 #pragma once
 
+#include "common/Export.h"
 #include "painters/BasePainter.h"
 
 #include <QPolygonF>
 #include <QVector>
 
-class CustomPainter : public BasePainter
+class GRAPH_CHARTS_EXPORT CustomPainter : public BasePainter
 {
     Q_OBJECT
     Q_PROPERTY(QVector<double> xData READ xData WRITE setXData NOTIFY xDataChanged)

@@ -1,12 +1,13 @@
 #pragma once
 
+#include "common/Export.h"
 #include "data/PlotData.h"
 #include "painters/BasePainter.h"
 #include "painters/Integral.h"
 
 #include <QBasicTimer>
 
-class IntegralPainter : public BasePainter
+class GRAPH_CHARTS_EXPORT IntegralPainter : public BasePainter
 {
     Q_OBJECT
     Q_PROPERTY(PlotData *plotData READ plotData WRITE setPlotData NOTIFY plotDataChanged)

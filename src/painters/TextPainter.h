@@ -1,10 +1,11 @@
 #pragma once
 
+#include "common/Export.h"
 #include "painters/BasePainter.h"
 
 #include <QFont>
 
-class TextPainter : public BasePainter
+class GRAPH_CHARTS_EXPORT TextPainter : public BasePainter
 {
     Q_OBJECT
     Q_PROPERTY(QPointF origin READ origin WRITE setOrigin NOTIFY originChanged)

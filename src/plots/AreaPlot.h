@@ -1,5 +1,6 @@
 #pragma once
 
+#include "common/Export.h"
 #include "data/PlotData.h"
 #include "data/SampleSpan.h"
 #include "view/base/AbstractPlot.h"
@@ -7,7 +8,7 @@
 #include <QPointer>
 
 // Fills the band between an upper and a lower trace, such as the maximum and minimum hold of a measurement.
-class AreaPlot : public AbstractPlot
+class GRAPH_CHARTS_EXPORT AreaPlot : public AbstractPlot
 {
     Q_OBJECT
     Q_PROPERTY(PlotData *maxData READ maxData WRITE setMaxData NOTIFY maxDataChanged)

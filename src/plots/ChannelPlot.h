@@ -1,5 +1,6 @@
 #pragma once
 
+#include "common/Export.h"
 #include "plots/RegionLabels.h"
 #include "plots/RegionPlot.h"
 
@@ -10,7 +11,7 @@
 
 // Draws regions as channels: frames whose edges mark the channel and whose height is its power, with name and
 // value.
-class ChannelPlot : public RegionPlot
+class GRAPH_CHARTS_EXPORT ChannelPlot : public RegionPlot
 {
     Q_OBJECT
     Q_PROPERTY(int fps READ fps NOTIFY fpsChanged)

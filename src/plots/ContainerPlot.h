@@ -1,11 +1,12 @@
 #pragma once
 
+#include "common/Export.h"
 #include "view/base/AbstractPlot.h"
 
 class BasePainter;
 
 // Draws nothing of its own: paints the figures among its child items into one surface, with its own mapping.
-class ContainerPlot : public AbstractPlot
+class GRAPH_CHARTS_EXPORT ContainerPlot : public AbstractPlot
 {
     Q_OBJECT
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "common/Export.h"
 #include "plots/RegionPlot.h"
 
 #include <QImage>
@@ -9,7 +10,7 @@
 #include <atomic>
 
 // Draws regions as translucent bands with their names on top: the services of a band plan.
-class GraphBands : public RegionPlot
+class GRAPH_CHARTS_EXPORT GraphBands : public RegionPlot
 {
     Q_OBJECT
     Q_PROPERTY(int lineWidth READ lineWidth WRITE setLineWidth NOTIFY lineWidthChanged)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "common/Export.h"
 #include "plots/GraphPoint.h"
 #include "view/base/AbstractPlot.h"
 
@@ -7,7 +8,7 @@
 
 // The main trace renderer: paints the samples of its data as a filled area, a line, an envelope, bars or scattered
 // points. Data denser than the pixel columns is reduced to the extremes of each column.
-class GraphPlot : public AbstractPlot
+class GRAPH_CHARTS_EXPORT GraphPlot : public AbstractPlot
 {
     Q_OBJECT
     Q_PROPERTY(PlotStyle plotStyle READ plotStyle WRITE setPlotStyle NOTIFY plotStyleChanged)

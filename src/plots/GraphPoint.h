@@ -1,5 +1,7 @@
 #pragma once
 
+#include "common/Export.h"
+
 #include <QColor>
 #include <QObject>
 #include <QPen>
@@ -8,7 +10,7 @@ class QPainter;
 
 // What a scatter plot draws at each of its points. The plot hands over the facts of one point, then calls
 // paint(), and goes on to the next point with the same object.
-class GraphPoint : public QObject
+class GRAPH_CHARTS_EXPORT GraphPoint : public QObject
 {
     Q_OBJECT
     Q_PROPERTY(int pointSize READ pointSize WRITE setPointSize NOTIFY pointSizeChanged)

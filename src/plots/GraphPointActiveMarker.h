@@ -1,11 +1,12 @@
 #pragma once
 
+#include "common/Export.h"
 #include "plots/GraphPointMarker.h"
 
 #include <QRect>
 
 // Marks a point with an upright line and up to two lines of text.
-class GraphPointActiveMarker : public GraphPointMarker
+class GRAPH_CHARTS_EXPORT GraphPointActiveMarker : public GraphPointMarker
 {
     Q_OBJECT
     Q_PROPERTY(OrnData *firstLabels READ firstLabels WRITE setFirstLabels NOTIFY firstLabelsChanged)

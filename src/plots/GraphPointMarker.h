@@ -1,12 +1,13 @@
 #pragma once
 
+#include "common/Export.h"
 #include "platform/bus/OrnData.h"
 #include "plots/GraphPoint.h"
 
 #include <QPointer>
 
 // An upright line at the point; the base of the markers that add labels and icons taken from the bus.
-class GraphPointMarker : public GraphPoint
+class GRAPH_CHARTS_EXPORT GraphPointMarker : public GraphPoint
 {
     Q_OBJECT
     Q_PROPERTY(QColor labelColor READ labelColor WRITE setLabelColor NOTIFY labelColorChanged)

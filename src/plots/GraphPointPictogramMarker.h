@@ -1,9 +1,10 @@
 #pragma once
 
+#include "common/Export.h"
 #include "plots/GraphPointMarker.h"
 
 // Marks a point with a framed text at the lower edge of the plot area.
-class GraphPointPictogramMarker : public GraphPointMarker
+class GRAPH_CHARTS_EXPORT GraphPointPictogramMarker : public GraphPointMarker
 {
     Q_OBJECT
     Q_PROPERTY(OrnData *labels READ labels WRITE setLabels NOTIFY labelsChanged)

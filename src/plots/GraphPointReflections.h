@@ -1,12 +1,13 @@
 #pragma once
 
+#include "common/Export.h"
 #include "plots/GraphPointMarker.h"
 
 #include <QCache>
 #include <QImage>
 
 // Marks a reflection: an upright line with the number of the point, and an icon when the point is selected.
-class GraphPointReflections : public GraphPointMarker
+class GRAPH_CHARTS_EXPORT GraphPointReflections : public GraphPointMarker
 {
     Q_OBJECT
     Q_PROPERTY(int iconSize READ iconSize WRITE setIconSize NOTIFY iconSizeChanged)

@@ -1,8 +1,9 @@
 #pragma once
 
+#include "common/Export.h"
 #include "plots/GraphPoint.h"
 
-class GraphPointDot : public GraphPoint
+class GRAPH_CHARTS_EXPORT GraphPointDot : public GraphPoint
 {
     Q_OBJECT
 
@@ -12,7 +13,7 @@ public:
     void paint(QPainter *painter, int x, int y) override;
 };
 
-class GraphPointCircle : public GraphPoint
+class GRAPH_CHARTS_EXPORT GraphPointCircle : public GraphPoint
 {
     Q_OBJECT
 
@@ -22,7 +23,7 @@ public:
     void paint(QPainter *painter, int x, int y) override;
 };
 
-class GraphPointCross : public GraphPoint
+class GRAPH_CHARTS_EXPORT GraphPointCross : public GraphPoint
 {
     Q_OBJECT
 
@@ -32,7 +33,7 @@ public:
     void paint(QPainter *painter, int x, int y) override;
 };
 
-class GraphPointHorizontalLine : public GraphPoint
+class GRAPH_CHARTS_EXPORT GraphPointHorizontalLine : public GraphPoint
 {
     Q_OBJECT
 
@@ -42,7 +43,7 @@ public:
     void paint(QPainter *painter, int x, int y) override;
 };
 
-class GraphPointVerticalLine : public GraphPoint
+class GRAPH_CHARTS_EXPORT GraphPointVerticalLine : public GraphPoint
 {
     Q_OBJECT
 

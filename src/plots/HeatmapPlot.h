@@ -1,5 +1,6 @@
 #pragma once
 
+#include "common/Export.h"
 #include "plots/HeatmapFile.h"
 #include "view/base/AbstractPlot.h"
 
@@ -11,7 +12,7 @@
 
 // Spectrum over time as a coloured grid: how often each level was seen at each frequency. The grid comes from
 // files that another process writes; files that have been read, and older ones, are deleted.
-class HeatmapPlot : public AbstractPlot
+class GRAPH_CHARTS_EXPORT HeatmapPlot : public AbstractPlot
 {
     Q_OBJECT
     Q_PROPERTY(int offset READ offset WRITE setOffset)

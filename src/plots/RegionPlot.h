@@ -1,5 +1,6 @@
 #pragma once
 
+#include "common/Export.h"
 #include "common/PixelMapping.h"
 #include "view/base/AbstractPlot.h"
 
@@ -10,7 +11,7 @@ class PlotRegion;
 class PlotRegions;
 
 // What the plots of regions have in common: the look of the labels and of the fill.
-class RegionPlot : public AbstractPlot
+class GRAPH_CHARTS_EXPORT RegionPlot : public AbstractPlot
 {
     Q_OBJECT
     Q_PROPERTY(QFont labelFont READ labelFont WRITE setLabelFont NOTIFY labelFontChanged)

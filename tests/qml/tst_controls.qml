@@ -1,7 +1,7 @@
 import QtQuick 2.15
 import QtTest 1.2
 import graph_plugin 1.0
-import graph_controls 1.0
+import graph_kit 1.0
 
 TestCase {
     id: testCase

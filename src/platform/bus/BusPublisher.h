@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/bus/BusItems.h"
+#include "platform/bus/Export.h"
 
 #include <QObject>
 
@@ -12,7 +13,7 @@ class ServiceFeed;
 // The publishing side of the bus: owns the items of one named service. Clients in the same process see it at
 // once and without any bus daemon; publish() also offers it on the session bus. One publisher of a name in a
 // process; a second one publishes nothing and says so. To be used from the application's thread.
-class BusPublisher : public QObject
+class GRAPH_BUS_EXPORT BusPublisher : public QObject
 {
     Q_OBJECT
 

@@ -1,12 +1,14 @@
 #pragma once
 
+#include "platform/bus/Export.h"
+
 #include <QObject>
 
 class ORNClientItem;
 
 // The items that one named service publishes on the session bus. Client objects are shared by all callers of
 // the process and live until the application object goes. To be used from the application's thread.
-class ORNClientInterface : public QObject
+class GRAPH_BUS_EXPORT ORNClientInterface : public QObject
 {
     Q_OBJECT
 

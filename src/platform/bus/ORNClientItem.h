@@ -1,12 +1,14 @@
 #pragma once
 
+#include "platform/bus/Export.h"
+
 #include <QObject>
 #include <QVariant>
 #include <QVector>
 
 // One published value of a service, as its clients see it. Items belong to their client object and live as
 // long as it; when the service leaves the bus, or the bus goes, they keep their last value.
-class ORNClientItem : public QObject
+class GRAPH_BUS_EXPORT ORNClientItem : public QObject
 {
     Q_OBJECT
 
@@ -32,7 +34,7 @@ protected:
 };
 
 // An item that holds an array.
-class ORNVecClientItem : public ORNClientItem
+class GRAPH_BUS_EXPORT ORNVecClientItem : public ORNClientItem
 {
     Q_OBJECT
 
@@ -45,7 +47,7 @@ signals:
 };
 
 // An array of doubles.
-class ORNVecDoubleClientItem : public ORNVecClientItem
+class GRAPH_BUS_EXPORT ORNVecDoubleClientItem : public ORNVecClientItem
 {
     Q_OBJECT
 

@@ -1,10 +1,12 @@
 #pragma once
 
+#include "platform/bus/Export.h"
+
 #include <QObject>
 #include <QVariant>
 
 // A value or an array of values taken from the bus, handed to QML types as a property.
-class OrnData : public QObject
+class GRAPH_BUS_EXPORT OrnData : public QObject
 {
     Q_OBJECT
     Q_PROPERTY(QVariant value READ value WRITE setValue NOTIFY valueChanged)

@@ -1,11 +1,13 @@
 #pragma once
 
+#include "platform/ui/Export.h"
+
 #include <QObject>
 #include <QString>
 #include <QVariant>
 
 // Turns a value into text with its unit. Obtained by unit name from getFormatter.
-class BaseFormatter : public QObject
+class GRAPH_UI_EXPORT BaseFormatter : public QObject
 {
     Q_OBJECT
 

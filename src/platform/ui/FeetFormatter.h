@@ -1,9 +1,10 @@
 #pragma once
 
+#include "platform/ui/Export.h"
 #include "platform/ui/UnitFormatter.h"
 
 // Texts of lengths that are given in feet: feet, or metres where the instrument's region is metric.
-class FeetFormatter : public UnitFormatter
+class GRAPH_UI_EXPORT FeetFormatter : public UnitFormatter
 {
     Q_OBJECT
 

@@ -1,8 +1,10 @@
 #pragma once
 
+#include "platform/ui/Export.h"
+
 #include <QString>
 
-class ServerModule
+class GRAPH_UI_EXPORT ServerModule
 {
 public:
     // The caller's stack, one symbolised frame a line.

@@ -1,8 +1,10 @@
 #pragma once
 
+#include "platform/ui/Export.h"
+
 // The regional settings of the instrument, as they were when first asked for: from LC_ALL, else
 // LC_MEASUREMENT, else LANG. Metric when none of them names a region.
-class SystemLocale
+class GRAPH_UI_EXPORT SystemLocale
 {
 public:
     static SystemLocale &instance();

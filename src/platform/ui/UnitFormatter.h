@@ -1,10 +1,11 @@
 #pragma once
 
 #include "platform/ui/BaseFormatter.h"
+#include "platform/ui/Export.h"
 #include "platform/ui/NumberText.h"
 
 // Texts of a physical unit such as "2.4 GHz" or "-37.5 dBm".
-class UnitFormatter : public BaseFormatter
+class GRAPH_UI_EXPORT UnitFormatter : public BaseFormatter
 {
     Q_OBJECT
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "common/Export.h"
 #include "common/PixelMapping.h"
 #include "common/QtVersion.h"
 #include "view/base/PlotFrame.h"
@@ -19,7 +20,7 @@ Q_MOC_INCLUDE("view/zoom/ZoomRect.h")
 // Base of every plot item: binds one data object to a horizontal and a vertical axis and maps data values to the
 // pixels of the item. Plots, cursors, markers and painters all use this mapping; subclasses change it by overriding
 // the range accessors.
-class AbstractPlot : public QQuickPaintedItem
+class GRAPH_CHARTS_EXPORT AbstractPlot : public QQuickPaintedItem
 {
     Q_OBJECT
     Q_PROPERTY(ZoomRect *zoomRect READ zoomRect CONSTANT)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "common/Export.h"
+
 #include <QMargins>
 #include <QPointer>
 #include <QQuickPaintedItem>
@@ -10,7 +12,7 @@ class ValueAxis;
 
 // A plane on which axes draw their grid lines and labels. It collects the axes of the view's visible plots that chose
 // it, and reports how much room they need at each side.
-class XYScale : public QQuickPaintedItem
+class GRAPH_CHARTS_EXPORT XYScale : public QQuickPaintedItem
 {
     Q_OBJECT
 

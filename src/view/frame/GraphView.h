@@ -1,5 +1,6 @@
 #pragma once
 
+#include "common/Export.h"
 #include "common/QtVersion.h"
 
 #include <QPointer>
@@ -20,7 +21,7 @@ Q_MOC_INCLUDE("view/zoom/ZoomRect.h")
 
 // The container of one chart. Once QML has built all children it wires them together: scales, axes, plots, cursors and
 // a flickable. The content item is the plot area: everything but the scales fills it.
-class GraphView : public QQuickItem
+class GRAPH_CHARTS_EXPORT GraphView : public QQuickItem
 {
     Q_OBJECT
     Q_PROPERTY(ZoomRect *zoomRect READ zoomRect CONSTANT)

@@ -1,12 +1,13 @@
 #pragma once
 
+#include "common/Export.h"
 #include "plots/GraphPlot.h"
 
 #include <QPointer>
 
 // A miniature of another plot: mirrors its data, axes and style but, unless told otherwise, shows the full value range
 // of the axes instead of the visible part.
-class WorldPlot : public GraphPlot
+class GRAPH_CHARTS_EXPORT WorldPlot : public GraphPlot
 {
     Q_OBJECT
     Q_PROPERTY(GraphPlot *graphPlot READ graphPlot WRITE setGraphPlot NOTIFY graphPlotChanged)

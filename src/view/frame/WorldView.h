@@ -1,12 +1,13 @@
 #pragma once
 
+#include "common/Export.h"
 #include "view/frame/GraphView.h"
 
 #include <QPointer>
 #include <QQuickItem>
 
 // Points at a GraphView and republishes its zoom state, for documents that draw an overview of the chart.
-class WorldView : public QQuickItem
+class GRAPH_CHARTS_EXPORT WorldView : public QQuickItem
 {
     Q_OBJECT
     Q_PROPERTY(GraphView *view READ view WRITE setView NOTIFY viewChanged)

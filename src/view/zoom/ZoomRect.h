@@ -1,5 +1,6 @@
 #pragma once
 
+#include "common/Export.h"
 #include "view/zoom/FlickableContent.h"
 #include "view/zoom/ZoomInterval.h"
 
@@ -12,7 +13,7 @@
 
 // The visible part of a chart, in fractions of the whole data extent. Axes and plots follow it, a flickable
 // may be kept in step with it, and the item it is parented to supplies the pixel size of the mappings.
-class ZoomRect : public QObject
+class GRAPH_CHARTS_EXPORT ZoomRect : public QObject
 {
     Q_OBJECT
 
