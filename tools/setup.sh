@@ -6,7 +6,7 @@ packages=(
     qtbase5-dev qtdeclarative5-dev qtdeclarative5-dev-tools
     qml-module-qtquick2 qml-module-qtquick-window2 qml-module-qtquick-layouts qml-module-qtqml-models2
     qml-module-qttest
-    libdbus-1-dev dbus-daemon fontconfig fonts-roboto-unhinted fonts-dejavu-core
+    libdbus-1-dev dbus-daemon pkg-config fontconfig fonts-roboto-unhinted fonts-dejavu-core
 )
 if [ "${1:-dev}" = asan ]; then
     packages+=(clang libclang-rt-14-dev)

@@ -28,4 +28,4 @@ public slots:
 // by the value's size: Hz, s, m, V, A, W, ohm, bit/s, B, count. Without: dB, dBm, dBmV, dBuV, dB/km, %, degC,
 // ppm. "FeetFormatter" and "FeetFormatterScaled" take feet and show metres in a metric region. Texts are the
 // same in every language ("." before the decimals), have no trailing zeros, and "---" for what is no number.
-BaseFormatter *getFormatter(const QString &unit);
+GRAPH_UI_EXPORT BaseFormatter *getFormatter(const QString &unit);

@@ -1,0 +1,44 @@
+# Builds the programs in SOURCE with the package installed below PREFIX and nothing else of this project, and runs each
+# for a moment, in which it may say nothing.
+cmake_minimum_required(VERSION 3.21)
+
+function(run)
+  execute_process(COMMAND ${ARGN} RESULT_VARIABLE status OUTPUT_VARIABLE output ERROR_VARIABLE output)
+  set(status "${status}" PARENT_SCOPE)
+  set(output "${output}" PARENT_SCOPE)
+endfunction()
+
+function(must_succeed)
+  run(${ARGN})
+  if(NOT status EQUAL 0)
+    message(FATAL_ERROR "${ARGN}\nstatus ${status}\n${output}")
+  endif()
+  set(output "${output}" PARENT_SCOPE)
+endfunction()
+
+file(REMOVE_RECURSE ${BUILD})
+must_succeed(${CMAKE_COMMAND} -S ${SOURCE} -B ${BUILD} -G Ninja -DCMAKE_PREFIX_PATH=${PREFIX}
+  -DCMAKE_CXX_COMPILER=${CXX} -DCMAKE_CXX_COMPILER_LAUNCHER=${LAUNCHER} "-DCMAKE_CXX_FLAGS=-Wall -Wextra -Werror")
+must_succeed(${CMAKE_COMMAND} --build ${BUILD})
+
+# The same with pkg-config, for those who do not use CMake.
+set(ENV{PKG_CONFIG_PATH} ${PREFIX}/${LIB_DIR}/pkgconfig)
+must_succeed(pkg-config --cflags --libs graph-bus)
+string(STRIP "${output}" flags)
+separate_arguments(flags)
+must_succeed(${CXX} -std=c++17 -fPIC ${SOURCE}/publisher/main.cpp -o ${BUILD}/publisher ${flags}
+  -Wl,-rpath,${PREFIX}/${LIB_DIR})
+
+# How timeout ends a program that has not ended by itself.
+set(stopped 124)
+set(ENV{QML2_IMPORT_PATH} ${PREFIX}/${QML_DIR})
+file(GLOB sources ${SOURCE}/*/main.cpp)
+list(TRANSFORM sources REPLACE ".*/([a-z]+)/main.cpp" "${BUILD}/example_\\1" OUTPUT_VARIABLE programs)
+foreach(program ${programs} ${BUILD}/publisher)
+  # What the bus itself says does not count.
+  run(dbus-run-session -- sh -c "timeout 2 ${program} >${BUILD}/output 2>&1")
+  file(READ ${BUILD}/output output)
+  if(NOT status EQUAL stopped OR NOT output STREQUAL "")
+    message(FATAL_ERROR "${program}\nstatus ${status}\n${output}")
+  endif()
+endforeach()
