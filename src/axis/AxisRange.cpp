@@ -56,16 +56,29 @@ AxisRange::Edges AxisRange::visibleInside() const
     return {m_minVisible, m_maxVisible};
 }
 
+double AxisRange::mirrored(double value) const
+{
+    if (m_scaleKind == ScaleKind::Linear)
+        return m_minValue + m_maxValue - value;
+    return fullScale().valueAt(1.0 - fullScale().fraction(value));
+}
+
+ScaleEnds AxisRange::shownEnds() const
+{
+    const ScaleEnds ends{m_minValue, m_maxValue};
+    return m_scaleKind == ScaleKind::Linear ? ends : positivePart(ends.begin, ends.end);
+}
+
 bool AxisRange::setLowerBound(double bound)
 {
     m_lowerBound = bound;
-    return move(m_minVisible, m_scalable ? fullScale().valueAt(bound) : m_minValue);
+    return move(m_minVisible, m_scalable ? fullScale().valueAt(bound) : shownEnds().begin);
 }
 
 bool AxisRange::setUpperBound(double bound)
 {
     m_upperBound = bound;
-    return move(m_maxVisible, m_scalable ? fullScale().valueAt(bound) : m_maxValue);
+    return move(m_maxVisible, m_scalable ? fullScale().valueAt(bound) : shownEnds().end);
 }
 
 } // namespace graph

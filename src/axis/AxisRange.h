@@ -30,9 +30,15 @@ public:
     bool hasSpan() const { return m_span > 0.0; }
     void setSpan(double span) { m_span = span; }
 
+    // How values are spread over the range. The visible edges stay until the bounds are set again.
+    ScaleKind scaleKind() const { return m_scaleKind; }
+    void setScaleKind(ScaleKind kind) { m_scaleKind = kind; }
+
     // The places of values in the full range, and those of the shown values in a decreasing order.
-    Scale fullScale() const { return Scale(m_minValue, extent(), 1.0); }
-    double mirrored(double value) const { return m_minValue + m_maxValue - value; }
+    Scale fullScale() const { return Scale::between(m_scaleKind, {m_minValue, m_maxValue}, extent(), 1.0); }
+    double mirrored(double value) const;
+    // The ends of the full range, of a logarithmic one those of the part that can be shown.
+    ScaleEnds shownEnds() const;
 
     // Requests for an end of the full range. They may have to wait; the last one counts.
     void requestMinValue(double minValue) { m_requestedMinValue = minValue; }
@@ -68,6 +74,7 @@ private:
     double m_requestedMaxValue = 1.0;
     double m_span = 0.0;
     bool m_scalable = true;
+    ScaleKind m_scaleKind = ScaleKind::Linear;
 };
 
 } // namespace graph

@@ -97,6 +97,20 @@ void ValueAxis::handleValueRangeChanged()
     emit visibleRangeChanged();
 }
 
+void ValueAxis::setScaleKind(graph::ScaleKind kind)
+{
+    if (kind == m_range.scaleKind())
+        return;
+    m_range.setScaleKind(kind);
+    m_ticks.setDirty(true);
+    handleValueRangeChanged();
+    // Places have changed where the visible edges have not.
+    emit minVisibleChanged(minVisible());
+    emit maxVisibleChanged(maxVisible());
+    emit valueRangeChanged();
+    emitAxisChanged();
+}
+
 // Writes the visible edges again after a change of the full range, which moves them in the zoom rectangle.
 void ValueAxis::pushVisibleRange()
 {

@@ -122,6 +122,14 @@ public:
     int requiredMargin() const;
     ZoomRect *zoomRect() const { return m_zoomRect; }
 
+    // How values are spread along the axis, and their places in its full range.
+    graph::ScaleKind scaleKind() const { return m_range.scaleKind(); }
+    const graph::AxisRange &axisRange() const { return m_range; }
+    // Whether begin and end may change places: a plain axis then shows no ticks, and its plots look for their
+    // samples as if it had not happened.
+    bool isReversible() const { return m_reversible; }
+    bool isReversed() const { return m_reversible && m_range.minVisible() > m_range.maxVisible(); }
+
     void setZoomRect(ZoomRect *zoomRect);
     void handleValueRangeChanged();
 
@@ -220,6 +228,10 @@ signals:
 protected:
     void timerEvent(QTimerEvent *event) override;
 
+    // Keeps what the zoom rectangle shows of the full range.
+    void setScaleKind(graph::ScaleKind kind);
+    void setReversible() { m_reversible = true; }
+
 private:
     void pushVisibleRange();
     void followDigits(QObject *owner);
@@ -230,6 +242,7 @@ private:
     graph::AxisTicks m_ticks;
     graph::AxisLook m_look;
     bool m_visible = true;
+    bool m_reversible = false;
     AxisStyle m_axisStyle = TicksAndLabels;
     AxisRangeOrder m_rangeOrder = Increasing;
     double m_baseline = 0.0;

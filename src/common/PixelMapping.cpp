@@ -7,13 +7,6 @@ PixelMapping::PixelMapping(double minX, double maxY, double rangeX, double range
 {
 }
 
-PixelMapping::PixelMapping(const PixelScale &x, const PixelScale &y, const QSizeF &size)
-    : m_x(x)
-    , m_y(y)
-    , m_size(size)
-{
-}
-
 PixelMapping PixelMapping::fromScales(const QRectF &visible, float scaleX, float scaleY)
 {
     const QSizeF extent(visible.width() * scaleX, visible.height() * scaleY);

@@ -17,6 +17,14 @@ public:
     // units; size: of the item, in pixels.
     PixelMapping(double minX, double maxY, double rangeX, double rangeY, const QSizeF &size);
 
+    // x: of an item of that size; y: from the top pixel downwards.
+    PixelMapping(const PixelScale &x, const PixelScale &y, const QSizeF &size)
+        : m_x(x)
+        , m_y(y)
+        , m_size(size)
+    {
+    }
+
     // The mapping of an item that shows `visible`, in data units, at so many pixels per unit; for callers
     // that know these in single precision.
     static PixelMapping fromScales(const QRectF &visible, float scaleX, float scaleY);
@@ -24,8 +32,17 @@ public:
     // False when nothing can be drawn: an item of at most one pixel, or a scale that is 0 or not finite.
     bool isDrawable() const;
 
+    // Pixels for each unit of the axis, or of the logarithm where the axis is not linear.
     double scaleX() const { return m_x.density(); }
     double scaleY() const { return -m_y.density(); }
+    bool isLinearX() const { return m_x.isLinear(); }
+    bool isLinearY() const { return m_y.isLinear(); }
+    // Whether a point has a place: finite values, on a logarithmic axis positive ones.
+    bool hasPlace(double valueX, double valueY) const
+    {
+        return std::isfinite(valueX) && hasPlaceY(valueY) && (valueX > 0.0 || m_x.isLinear());
+    }
+    bool hasPlaceY(double value) const { return std::isfinite(value) && (value > 0.0 || m_y.isLinear()); }
     double width() const { return m_size.width(); }
     double height() const { return m_size.height(); }
 
@@ -39,13 +56,14 @@ public:
 
     // Whole pixels of data values: truncated toward zero and clamped, see pixel().
     int column(double value) const { return m_x.pixel(value); }
-    auto upToColumn(int column) const { return m_x.upTo(column); }
+    template <typename Search> auto searchUpToColumn(int column, Search search) const
+    {
+        return m_x.searchUpTo(column, search);
+    }
     int row(double value) const { return m_y.pixel(value); }
     int roundedRow(double value) const { return m_y.roundedPixel(value); }
 
 private:
-    PixelMapping(const PixelScale &x, const PixelScale &y, const QSizeF &size);
-
     PixelScale m_x;
     PixelScale m_y;
     QSizeF m_size;

@@ -19,6 +19,12 @@ public:
     {
     }
 
+    // Of an axis from `ends.begin` on pixel 0 to `ends.end` on the last one; range: their distance.
+    PixelScale(ScaleKind kind, const ScaleEnds &ends, double range, double size)
+        : PixelScale(Scale::between(kind, ends, range, size - 1.0), std::numeric_limits<double>::epsilon())
+    {
+    }
+
     // epsilon: the relative distance of neighbouring numbers of the type that the scale was computed in.
     PixelScale(const Scale &scale, double epsilon)
         : m_scale(scale)
@@ -41,7 +47,14 @@ public:
     }
     int roundedPixel(double value) const { return graph::roundedPixel(m_scale.place(value)); }
 
-    // Whether pixel(value) <= last, for searches: what does not depend on the value is known beforehand.
+    // Calls search(isUpTo) and gives its result, isUpTo(value) telling whether pixel(value) <= last: what does
+    // not depend on the value is known beforehand.
+    template <typename Search> auto searchUpTo(int last, Search search) const
+    {
+        return m_scale.isLinear() ? search(upTo(last)) : search(logarithmicUpTo(last));
+    }
+
+    // That of a linear scale.
     auto upTo(int last) const
     {
         // Truncation is toward zero: pixel 0 has two sides. NaN counts as pixel 0.
@@ -51,21 +64,44 @@ public:
                            : last < pixelLimit ? last + 1.0
                                                : std::numeric_limits<double>::infinity();
         return [scale = m_scale, isBelowZero, rounding, end](double value) {
-            const double place = scale.place(value) + rounding;
+            const double place = scale.linearPlace(value) + rounding;
             return isBelowZero ? place <= end : !(place >= end);
         };
     }
 
     double density() const { return m_scale.density(); }
+    bool isLinear() const { return m_scale.isLinear(); }
 
 private:
+    // The value at which the pixel changes is known but for rounding errors: only values so near to it cost a
+    // logarithm.
+    auto logarithmicUpTo(int last) const
+    {
+        const double nextPlace = last < pixelLimit ? last + (last < 0 ? 0.0 : 1.0)
+                                                   : std::numeric_limits<double>::infinity();
+        const double border = m_scale.value(nextPlace - std::copysign(m_rounding, last));
+        constexpr double roundings = 32.0;
+        const double uncertain =
+            border * roundings * std::numeric_limits<double>::epsilon() * (1.0 + farthest(m_scale));
+        return [this, last, low = border - uncertain, high = border + uncertain,
+                isFalling = m_scale.density() < 0.0](double value) {
+            if (value < low || value > high)
+                return (value < low) != isFalling;
+            return pixel(value) <= last;
+        };
+    }
+
+    static double farthest(const Scale &scale)
+    {
+        return std::max(std::abs(scale.begin()), std::abs(scale.begin() + scale.range()));
+    }
+
     static double roundingOf(const Scale &scale, double epsilon)
     {
         // Values and ends of ranges are themselves sums and products, of a few operations each.
         constexpr double roundings = 8.0;
-        const double farthest = std::max(std::abs(scale.begin()), std::abs(scale.begin() + scale.range()));
         const double rounding =
-            roundings * (std::numeric_limits<double>::epsilon() * farthest * std::abs(scale.density()) +
+            roundings * (std::numeric_limits<double>::epsilon() * farthest(scale) * std::abs(scale.density()) +
                          epsilon * std::abs(scale.length()));
         // Where numbers are as coarse as pixels, most places must still be truncated.
         constexpr double most = 0.125;

@@ -36,8 +36,9 @@ std::optional<CursorPlace> CursorPlaces::ofLevel(double value) const
 {
     int index = truncatedIndex(value);
     if (m_staysOnScreen) {
-        index = std::min(index, truncatedIndex(m_axis->maxVisible()));
-        index = std::max(index, truncatedIndex(m_axis->minVisible()));
+        const bool isReversed = m_axis->isReversed();
+        index = std::min(index, truncatedIndex(isReversed ? m_axis->minVisible() : m_axis->maxVisible()));
+        index = std::max(index, truncatedIndex(isReversed ? m_axis->maxVisible() : m_axis->minVisible()));
     }
     if (m_staysOnScreen || std::isinf(value))
         value = index;

@@ -181,7 +181,7 @@ void GraphCursor::publish(const graph::CursorPlace &place)
 
 double GraphCursor::fractionOf(double value) const
 {
-    return (value - m_axis->minValue()) / (m_axis->maxValue() - m_axis->minValue());
+    return m_axis->axisRange().fullScale().fraction(value);
 }
 
 void GraphCursor::placeOnScreen()
@@ -337,7 +337,8 @@ int GraphCursor::moveOnScreen(const PlotData &data, int direction, bool autoRepe
             placeAt(samples.ofIndex(index));
         return place;
     }
-    const bool backwards = data.x(data.size() - 1) < data.x(0);
+    const bool falls = data.x(data.size() - 1) < data.x(0);
+    const bool backwards = falls != (m_axis && m_axis->isReversed());
     const int next = index + (backwards ? -direction : direction);
     if (!graph::hasSample(data, next))
         return place;

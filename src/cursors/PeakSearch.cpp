@@ -2,6 +2,7 @@
 
 #include "axis/ValueAxis.h"
 #include "common/SafeInteger.h"
+#include "cursors/NearestSample.h"
 #include "cursors/PeakAnalysis.h"
 #include "data/PlotData.h"
 
@@ -11,6 +12,30 @@
 #include <vector>
 
 namespace graph {
+
+namespace {
+
+// visiblePeak() among the samples that the axes really show, by what is higher on the screen.
+int shownPeak(bool right, const PlotData &data, const ValueAxis &along, const ValueAxis &across, int start)
+{
+    if (data.size() < 1)
+        return -1;
+    const auto [first, last] = std::minmax(
+        {nearestSample(data, along.minVisible()), nearestSample(data, along.maxVisible())});
+    const auto [lowest, highest] = std::minmax({across.minVisible(), across.maxVisible()});
+    const bool isLinear = across.scaleKind() == ScaleKind::Linear;
+    const double least = lowest;
+    const auto height = [&](double y) { return isLinear ? y : std::log(std::max(y, least)); };
+    QVector<double> y(last - first + 1);
+    for (int i = 0; i < y.size(); ++i)
+        y[i] = height(data.y(first + i));
+    const bool isRising = (data.x(first) <= data.x(last)) != along.isReversed();
+    const int from = std::max(std::min(start, last), first) - first;
+    const int peak = nextPeak(right == isRising, y, 0, y.size() - 1, from, height(lowest), height(highest));
+    return peak < 0 ? -1 : first + peak;
+}
+
+} // namespace
 
 /*!
     \qmlmethod void GraphCursor::setPeak()
@@ -58,6 +83,8 @@ int highestSample(const PlotData &data)
 */
 int visiblePeak(bool right, const PlotData &data, const ValueAxis &along, const ValueAxis &across, int start)
 {
+    if (along.isReversible() || across.isReversible())
+        return shownPeak(right, data, along, across, start);
     const int size = data.size();
     const int first = evenlySpacedIndex(along.minVisible(), size, along.minValue(), along.maxValue());
     const int last = evenlySpacedIndex(along.maxVisible(), size, along.minValue(), along.maxValue());

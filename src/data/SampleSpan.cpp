@@ -41,6 +41,16 @@ SampleSpan SampleSpan::mid(int first, int end) const
     return result;
 }
 
+SampleSpan SampleSpan::reversed() const
+{
+    SampleSpan result(*this);
+    if (m_size > 0)
+        result.m_first = arrayIndex(m_size - 1);
+    result.m_step = -m_step;
+    result.m_reversed = !m_reversed;
+    return result;
+}
+
 SampleSpan SampleSpan::between(double xMin, double xMax) const
 {
     if (xMin > xMax)
@@ -99,7 +109,7 @@ int SampleSpan::guess(double value, int hint) const
 
 QVector<QPointF> SampleSpan::toVector() const
 {
-    if (m_points && m_size == m_pointArray.size())
+    if (m_points && m_size == m_pointArray.size() && !m_reversed)
         return m_pointArray;
     QVector<QPointF> result(m_size);
     QPointF *out = result.data();

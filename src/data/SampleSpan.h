@@ -33,6 +33,10 @@ public:
     // The samples with xMin <= x <= xMax. The ends may be swapped; NaN gives none.
     SampleSpan between(double xMin, double xMax) const;
 
+    // The same samples in the opposite order. Not to be searched by x.
+    SampleSpan reversed() const;
+    bool isReversed() const { return m_reversed; }
+
     int size() const { return m_size; }
     bool isEmpty() const { return m_size == 0; }
 
@@ -86,6 +90,7 @@ private:
     int m_first = 0; // the array index of sample 0, and the way from one sample to the next
     int m_step = 1;
     int m_size = 0;
+    bool m_reversed = false;
 };
 
 } // namespace graph

@@ -99,7 +99,7 @@ void CustomPainter::paint(QPainter *painter, const QRectF &visibleRect, float sc
     });
     // So far outside that the border along which a shape is cut off is never seen.
     const double margin = graph::penWidth(m_lineWidth) + 1.0;
-    const QRectF clip = QRectF(0.0, 0.0, visibleRect.width() * scaleX, visibleRect.height() * scaleY)
+    const QRectF clip = QRectF(0.0, 0.0, place.width() - 1.0, place.height() - 1.0)
                             .adjusted(-margin, -margin, margin, margin);
     painter->save();
     fill(painter, shapes, clip);

@@ -56,16 +56,22 @@ void IntegralPainter::paint(QPainter *painter, const QRectF &visibleRect, float 
 {
     const graph::Curve trace = curve();
     Frame frame{visibleRect, mapping(visibleRect, scaleX, scaleY), 0.0, 0.0};
-    frame.left = qMax(qMin(m_begin, m_end), frame.valueOfColumn(-1));
-    frame.right = qMin(qMax(m_begin, m_end), frame.mapping.valueX(frame.mapping.width()));
+    double first = frame.valueOfColumn(-1);
+    double last = frame.mapping.valueX(frame.mapping.width());
+    const bool isReversed = first > last;
+    if (isReversed)
+        std::swap(first, last);
+    frame.left = qMax(qMin(m_begin, m_end), first);
+    frame.right = qMin(qMax(m_begin, m_end), last);
     if (trace.samples.isEmpty() || !(frame.left <= frame.right) || std::isnan(m_baseLevel))
         return;
     painter->save();
     const graph::SampleSpan &samples = trace.samples;
     // The same density as that at which a plot turns from single samples to columns.
-    const double columns = (frame.right - frame.left) * frame.mapping.scaleX();
+    const double columns = frame.mapping.isLinearX() ? (frame.right - frame.left) * frame.mapping.scaleX()
+                                                     : frame.x(frame.right) - frame.x(frame.left);
     const bool isDense =
-        !trace.isSegments &&
+        !trace.isSegments && !isReversed &&
         samples.countUpTo(frame.right) - samples.countBelow(frame.left) > 1.001 * columns + 1.0;
     if (isDense)
         fillColumns(painter, trace, frame);

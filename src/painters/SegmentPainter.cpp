@@ -41,6 +41,11 @@ SegmentPainter::SegmentPainter(QQuickItem *parent)
 
 void SegmentPainter::paint(QPainter *painter, const QRectF &visibleRect, float scaleX, float scaleY)
 {
+    const graph::PixelMapping place = mapping(visibleRect, scaleX, scaleY);
+    if (!place.isLinearX() || !place.isLinearY()) {
+        paintOnScreen(painter, place);
+        return;
+    }
     const QPointF first = bounded({m_point1X, m_point1Y}, visibleRect.topLeft(), scaleX, scaleY);
     const QPointF second = bounded({m_point2X, m_point2Y}, visibleRect.topLeft(), scaleX, scaleY);
     QPointF begin = first;
@@ -52,23 +57,49 @@ void SegmentPainter::paint(QPainter *painter, const QRectF &visibleRect, float s
     if (!graph::clipLine(begin, end, visibleRect.adjusted(-w, -h, w, h)) ||
         !graph::clipLine(begin, end, visibleRect))
         return;
-    const graph::PixelMapping place = mapping(visibleRect, scaleX, scaleY);
     const auto toPixels = [&place](const QPointF &point) {
         return QPoint(place.column(point.x()), place.row(point.y()));
     };
+    // Compared exactly: Qt's own comparison takes points within a tiny data range for equal.
+    const auto same = [](const QPointF &a, const QPointF &b) { return a.x() == b.x() && a.y() == b.y(); };
+    draw(painter, toPixels(begin), toPixels(end), same(begin, first), same(end, second));
+}
+
+// Where an axis is not linear, the line is straight on the screen and no longer in data units.
+void SegmentPainter::paintOnScreen(QPainter *painter, const graph::PixelMapping &place) const
+{
+    const auto near = [](double coordinate) {
+        return std::isnan(coordinate)
+                   ? coordinate
+                   : qBound(-graph::farthestCoordinate, coordinate, graph::farthestCoordinate);
+    };
+    const QPointF first(near(place.x(m_point1X)), near(place.y(m_point1Y)));
+    const QPointF second(near(place.x(m_point2X)), near(place.y(m_point2Y)));
+    const QRectF item(0.0, 0.0, place.width() - 1.0, place.height() - 1.0);
+    QPointF begin = first;
+    QPointF end = second;
+    if (!graph::clipLine(begin, end, item))
+        return;
+    const auto toPixels = [](const QPointF &point) {
+        return QPoint(graph::pixel(point.x()), graph::pixel(point.y()));
+    };
+    draw(painter, toPixels(begin), toPixels(end), item.contains(first), item.contains(second));
+}
+
+void SegmentPainter::draw(QPainter *painter, const QPoint &begin, const QPoint &end, bool isFirst,
+                          bool isSecond) const
+{
     painter->save();
     QPen pen(m_segmentColor, graph::penWidth(m_lineWidth), m_lineStyle, Qt::RoundCap);
     painter->setPen(pen);
-    painter->drawLine(toPixels(begin), toPixels(end));
+    painter->drawLine(begin, end);
 
     pen.setStyle(Qt::SolidLine);
     painter->setPen(pen);
-    // Compared exactly: Qt's own comparison takes points within a tiny data range for equal.
-    const auto same = [](const QPointF &a, const QPointF &b) { return a.x() == b.x() && a.y() == b.y(); };
-    if (same(begin, first))
-        drawEnd(painter, toPixels(begin));
-    if (same(end, second))
-        drawEnd(painter, toPixels(end));
+    if (isFirst)
+        drawEnd(painter, begin);
+    if (isSecond)
+        drawEnd(painter, end);
     painter->restore();
 }
 

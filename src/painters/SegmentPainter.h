@@ -50,6 +50,9 @@ signals:
     void endSizeChanged();
 
 private:
+    void paintOnScreen(QPainter *painter, const graph::PixelMapping &place) const;
+    // isFirst, isSecond: whether an end is that of the whole line.
+    void draw(QPainter *painter, const QPoint &begin, const QPoint &end, bool isFirst, bool isSecond) const;
     void drawEnd(QPainter *painter, const QPoint &end) const;
 
     double m_point1X = 0.0;

@@ -5,6 +5,7 @@
 #include <QFontMetrics>
 #include <QPainter>
 
+#include <algorithm>
 #include <cmath>
 
 /*!
@@ -45,7 +46,7 @@ void TextPainter::paint(QPainter *painter, const QRectF &visibleRect, float scal
     const graph::PixelMapping place = mapping(visibleRect, scaleX, scaleY);
     int x = place.column(m_origin.x());
     if (plotParent())
-        x += nudge(x, QFontMetrics(m_font).horizontalAdvance(m_label));
+        x += nudge(x, QFontMetrics(m_font).horizontalAdvance(m_label), place);
     const int y = graph::pixel(place.y(m_origin.y()) - m_labelOffset);
     const QPoint anchor(x, y);
     painter->drawText(QRect(anchor, anchor), int(m_hTextAlignment | m_vTextAlignment | Qt::TextDontClip),
@@ -55,9 +56,13 @@ void TextPainter::paint(QPainter *painter, const QRectF &visibleRect, float scal
     painter->setPen(formerPen);
 }
 
-int TextPainter::nudge(int x, int textWidth) const
+int TextPainter::nudge(int x, int textWidth, const graph::PixelMapping &place) const
 {
     const AbstractPlot *plot = plotParent();
+    if (!place.isLinearX() || plot->visibleRangeX() < 0.0) {
+        const auto [left, right] = std::minmax({place.x(plot->minValueX()), place.x(plot->maxValueX())});
+        return left >= x - textWidth ? textWidth / 2 : right <= x + textWidth ? -(textWidth / 2) : 0;
+    }
     const double scale = (plot->width() - 1.0) / plot->visibleRangeX();
     // Whole pixels, yet kept as double: counted from data value 0 they exceed an int when a far range is
     // magnified.

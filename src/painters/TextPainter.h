@@ -48,7 +48,7 @@ signals:
     void labelOffsetChanged();
 
 private:
-    int nudge(int x, int textWidth) const;
+    int nudge(int x, int textWidth, const graph::PixelMapping &place) const;
 
     QPointF m_origin;
     QFont m_font{"Verdana", 12, QFont::Normal, false};

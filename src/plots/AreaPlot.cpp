@@ -91,11 +91,11 @@ void AreaPlot::paintPlot(const graph::PlotFrame &frame)
 {
     if (!m_maxData || !m_minData)
         return;
-    const graph::SampleSpan upper = m_maxData->sampleSpan(frame.visibleRect);
-    const graph::SampleSpan lower = m_minData->sampleSpan(frame.visibleRect);
+    const graph::SampleSpan upper = inOrderOfColumns(m_maxData->sampleSpan(frame.visibleRect));
+    const graph::SampleSpan lower = inOrderOfColumns(m_minData->sampleSpan(frame.visibleRect));
     if (upper.isEmpty() || upper.size() != lower.size())
         return;
-    if (graph::sampleDensity(upper, width(), visibleRangeX()) <= graph::densestDirectPaint) {
+    if (graph::sampleDensity(upper, frame.mapping, visibleRangeX()) <= graph::densestDirectPaint) {
         fillPolygon(frame, upper, lower);
         return;
     }
@@ -111,7 +111,7 @@ void AreaPlot::fillPolygon(const graph::PlotFrame &frame, const graph::SampleSpa
                            const graph::SampleSpan &lower) const
 {
     const auto isDrawable = [&](int i) {
-        return std::isfinite(upper.x(i)) && std::isfinite(upper.y(i)) && std::isfinite(lower.y(i));
+        return frame.mapping.hasPlace(upper.x(i), upper.y(i)) && frame.mapping.hasPlaceY(lower.y(i));
     };
     const auto point = [&](int i, double y) {
         return QPointF(graph::coordinate(frame.mapping.x(upper.x(i))), graph::coordinate(frame.mapping.y(y)));

@@ -2,6 +2,7 @@
 
 #include "data/ColumnSearch.h"
 #include "plots/ColumnEnvelope.h"
+#include "plots/SampleLine.h"
 
 #include <cmath>
 #include <limits>
@@ -23,24 +24,41 @@ struct Band
     }
 };
 
-bool isFinite(const MinMax &extremes)
+bool haveAllPlaces(const MinMax &extremes, const PixelMapping &mapping)
 {
-    return std::isfinite(extremes.min) && std::isfinite(extremes.max);
+    return mapping.hasPlaceY(extremes.min) && mapping.hasPlaceY(extremes.max);
 }
 
-// The pairs first..end-1 of which both halves are finite. The quick way holds only where that is so of all.
-void addPairs(Band &band, const SampleSpan &upper, const SampleSpan &lower, int first, int end)
+// The pairs first..end-1 of which both halves have a place. The quick way holds only where that is so of all.
+void addPairs(Band &band, const SampleSpan &upper, const SampleSpan &lower, const PixelMapping &mapping,
+              int first, int end)
 {
     const MinMax above = upper.minMax(first, end);
     const MinMax below = lower.minMax(first, end);
-    if (isFinite(above) && isFinite(below) && !upper.hasNaN(first, end) && !lower.hasNaN(first, end)) {
+    if (haveAllPlaces(above, mapping) && haveAllPlaces(below, mapping) && !upper.hasNaN(first, end) && !lower.hasNaN(first, end)) {
         band.add(above.max, below.min);
         return;
     }
     for (int i = first; i < end; ++i) {
-        if (std::isfinite(upper.y(i)) && std::isfinite(lower.y(i)))
+        if (mapping.hasPlaceY(upper.y(i)) && mapping.hasPlaceY(lower.y(i)))
             band.add(upper.y(i), lower.y(i));
     }
+}
+
+// The columns between two samples: those of the pair before, or, on an axis that spreads some samples over many
+// columns, the area between the lines from pair to pair.
+void bridge(std::vector<Band> &bands, int from, int to, const SampleSpan &upper, const SampleSpan &lower, int i,
+            const PixelMapping &mapping)
+{
+    if (mapping.isLinearX() || i == 0 || std::isnan(bands[std::size_t(from) - 1].top)) {
+        for (int k = from; k < to; ++k)
+            bands[k] = bands[k - 1];
+        return;
+    }
+    const SampleLine top(mapping, upper.at(i - 1), upper.at(i));
+    const SampleLine bottom(mapping, {upper.x(i - 1), lower.y(i - 1)}, {upper.x(i), lower.y(i)});
+    for (int k = from; k < to; ++k)
+        bands[k].add(top.valueAt(k), bottom.valueAt(k));
 }
 
 } // namespace
@@ -49,21 +67,20 @@ QVector<QLine> areaStrokes(const SampleSpan &upper, const SampleSpan &lower, con
                            int columns, bool ascending)
 {
     std::vector<Band> bands(std::size_t(qMax(0, columns)));
-    const bool runs = ascending && mapping.scaleX() > 0.0;
+    const bool runs = ascending && (mapping.scaleX() > 0.0) != upper.isReversed();
     int last = -1;
     int count = 1;
     for (int i = 0, end = 0; i < upper.size(); i = end) {
         const int column = mapping.column(upper.x(i));
         if (column >= columns && runs)
             break; // nothing that follows is inside the item
-        end = runs ? columnEnd(upper, mapping, i, column, count) : i + 1;
+        end = runs ? std::max(columnEnd(upper, mapping, i, column, count), i + 1) : i + 1;
         count = end - i;
         if (column >= columns || (column < 0 && last < 0))
             continue;
-        for (int k = qMax(1, last + 1); k < column; ++k)
-            bands[k] = bands[k - 1];
+        bridge(bands, qMax(1, last + 1), column, upper, lower, i, mapping);
         last = qMax(last, column);
-        addPairs(bands[last], upper, lower, i, end);
+        addPairs(bands[last], upper, lower, mapping, i, end);
     }
 
     QVector<QLine> strokes;

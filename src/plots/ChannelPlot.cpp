@@ -88,17 +88,16 @@ int ChannelPlot::checkClickPosition(double x, double y, double threshold) const
     const graph::PixelMapping mapping = pixelMapping();
     if (!mapping.isDrawable())
         return -1;
-    const double clickX = x - (minVisibleX() - minValueX()) * mapping.scaleX();
-    const double clickY = y - (maxValueY() - maxVisibleY()) * mapping.scaleY();
-    const auto distance = [](double click, int first, int end) {
-        return std::max({first - click, click - end, 0.0});
+    const QPointF click = clickInItem(x, y, mapping);
+    const auto distance = [](double coordinate, int first, int end) {
+        return std::max({first - coordinate, coordinate - end, 0.0});
     };
     int found = -1;
     std::tuple<double, int> best(threshold, std::numeric_limits<int>::max());
     for (const Channel &channel : channels(mapping)) {
         const QRect &rect = channel.rect;
-        const double away = std::max(distance(clickX, rect.x(), rect.x() + rect.width()),
-                                     distance(clickY, rect.y(), rect.y() + rect.height()));
+        const double away = std::max(distance(click.x(), rect.x(), rect.x() + rect.width()),
+                                     distance(click.y(), rect.y(), rect.y() + rect.height()));
         const std::tuple<double, int> candidate(away, rect.width());
         if (away <= threshold && candidate < best) {
             best = candidate;

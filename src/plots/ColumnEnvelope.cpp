@@ -1,35 +1,48 @@
 #include "plots/ColumnEnvelope.h"
 
 #include "data/ColumnSearch.h"
+#include "plots/SampleLine.h"
 
 #include <algorithm>
 #include <cmath>
 
 namespace graph {
 
-MinMax finiteMinMax(const SampleSpan &samples, int first, int end)
-{
-    MinMax extremes = samples.minMax(first, end);
-    if (extremes.isEmpty() || (std::isfinite(extremes.min) && std::isfinite(extremes.max)))
-        return extremes;
-    extremes = {};
-    for (int i = first; i < end; ++i) {
-        const double y = samples.y(i);
-        if (std::isfinite(y))
-            extremes.add({y, y});
-    }
-    return extremes;
-}
-
 namespace {
 
 // Samples a column from which on it is quicker to search the end of a column than to look at each sample.
 constexpr qint64 fewestToSearch = 4;
+// Samples below which halves are not asked for by themselves.
+constexpr int fewestToSplit = 128;
 
-MinMax finiteMinMax(double y)
+MinMax drawableMinMax(double y, bool positiveOnly)
 {
-    return std::isfinite(y) ? MinMax{y, y} : MinMax();
+    return std::isfinite(y) && (y > 0.0 || !positiveOnly) ? MinMax{y, y} : MinMax();
 }
+
+} // namespace
+
+MinMax drawableMinMax(const SampleSpan &samples, int first, int end, bool positiveOnly)
+{
+    MinMax extremes = samples.minMax(first, end);
+    const bool areDrawable = std::isfinite(extremes.min) && std::isfinite(extremes.max) &&
+                             (extremes.min > 0.0 || !positiveOnly);
+    if (extremes.isEmpty() || areDrawable)
+        return extremes;
+    extremes = {};
+    if (samples.hasPyramid() && end - first > fewestToSplit) {
+        // What has no place is often all in one part; the rest is known without reading it.
+        const int middle = first + (end - first) / 2;
+        extremes = drawableMinMax(samples, first, middle, positiveOnly);
+        extremes.add(drawableMinMax(samples, middle, end, positiveOnly));
+        return extremes;
+    }
+    for (int i = first; i < end; ++i)
+        extremes.add(drawableMinMax(samples.y(i), positiveOnly));
+    return extremes;
+}
+
+namespace {
 
 class Scan
 {
@@ -83,6 +96,35 @@ private:
     int m_column = -1; // the last one that was filled
 };
 
+// The columns between two others on the straight line between the last sample of the one and the first of the other.
+void fillStraight(ColumnEnvelope &envelope, int before, int behind, const PixelMapping &mapping, const QPointF &from,
+                  const QPointF &to)
+{
+    if (!mapping.hasPlace(from.x(), from.y()) || !mapping.hasPlace(to.x(), to.y()))
+        return;
+    const SampleLine line(mapping, from, to);
+    double left = line.valueAt(before + 1);
+    for (int column = before + 1; column < behind; ++column) {
+        const double right = line.valueAt(column + 1);
+        envelope.min[column] = std::min(left, right);
+        envelope.max[column] = std::max(left, right);
+        envelope.state[column] = ColumnEnvelope::Filled;
+        left = right;
+    }
+}
+
+// The rows of a column's stroke that is at least so many pixels long.
+QLine strokeOfPixels(int column, const MinMax &extremes, const PixelMapping &mapping, double leastPixels)
+{
+    double top = mapping.y(extremes.max);
+    double bottom = mapping.y(extremes.min);
+    if (std::abs(bottom - top) < leastPixels) {
+        top = (top + bottom - leastPixels) / 2.0;
+        bottom = top + leastPixels;
+    }
+    return QLine(column, roundedPixel(bottom), column, roundedPixel(top));
+}
+
 } // namespace
 
 ColumnEnvelope columnEnvelope(const SampleSpan &samples, const PixelMapping &mapping, int columns, double baseline,
@@ -95,19 +137,40 @@ ColumnEnvelope columnEnvelope(const SampleSpan &samples, const PixelMapping &map
     envelope.state.assign(size, ColumnEnvelope::Empty);
 
     Scan scan(envelope, bridgeGaps);
-    const bool ascending = mapping.scaleX() > 0.0;
+    const bool ascending = (mapping.scaleX() > 0.0) != samples.isReversed();
+    const bool positiveOnly = !mapping.isLinearY();
     const bool byColumn = ascending && samples.size() >= fewestToSearch * columns;
     int run = 1;
     for (int i = 0; i < samples.size();) {
         const int column = mapping.column(samples.x(i));
-        const int end = byColumn ? columnEnd(samples, mapping, i, column, run) : i + 1;
-        scan.add(column, byColumn ? finiteMinMax(samples, i, end) : finiteMinMax(samples.y(i)));
+        const int end = byColumn ? std::max(columnEnd(samples, mapping, i, column, run), i + 1) : i + 1;
+        scan.add(column, byColumn ? drawableMinMax(samples, i, end, positiveOnly)
+                                  : drawableMinMax(samples.y(i), positiveOnly));
         if (ascending && column >= columns)
             break; // nothing that follows is inside the item
         run = end - i;
         i = end;
     }
     return envelope;
+}
+
+void bridgeStraight(ColumnEnvelope &envelope, const SampleSpan &samples, const PixelMapping &mapping)
+{
+    int end = 0; // of the samples up to the column
+    int before = -1;
+    for (int column = 0; column < envelope.columns(); ++column) {
+        if (envelope.state[column] == ColumnEnvelope::Empty)
+            continue;
+        const bool isBridge = before >= 0 && column > before + 1 &&
+                              envelope.state[before] == ColumnEnvelope::Filled &&
+                              envelope.state[column] == ColumnEnvelope::Filled;
+        if (isBridge) {
+            end = columnEnd(samples, mapping, end, before, 1);
+            if (end > 0 && end < samples.size())
+                fillStraight(envelope, before, column, mapping, samples.at(end - 1), samples.at(end));
+        }
+        before = column;
+    }
 }
 
 void joinColumns(ColumnEnvelope &envelope, double baseline, bool wholeWidth)
@@ -146,8 +209,14 @@ QVector<QLine> envelopeStrokes(const ColumnEnvelope &envelope, const PixelMappin
     for (int c = 0; c < envelope.columns(); ++c) {
         double min = envelope.min[c];
         double max = envelope.max[c];
+        const bool isEmpty = !keepEmpty && min == baseline && max == baseline;
+        if (!mapping.isLinearY()) {
+            if (!isEmpty)
+                strokes.append(strokeOfPixels(c, {min, max}, mapping, minSpan));
+            continue;
+        }
         if (max - min < minSpan) {
-            if (!keepEmpty && min == baseline && max == baseline)
+            if (isEmpty)
                 continue;
             max = (max + min + minSpan) / 2;
             min = max - minSpan;

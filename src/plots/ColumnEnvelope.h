@@ -10,16 +10,17 @@
 
 namespace graph {
 
-// The extremes of the finite values among samples first..end-1.
-MinMax finiteMinMax(const SampleSpan &samples, int first, int end);
+// The extremes of those values among samples first..end-1 that have a place: finite ones, positive ones only
+// on a logarithmic axis.
+MinMax drawableMinMax(const SampleSpan &samples, int first, int end, bool positiveOnly = false);
 
 // The extremes, in data units, of the samples in each pixel column of an item.
 struct ColumnEnvelope
 {
     enum State : unsigned char {
         Empty,  // no sample falls into the column; its extremes are the baseline
-        Hole,   // samples do, but none with a finite value; its extremes are the baseline
-        Filled, // at least one finite sample, or taken over from the column before
+        Hole,   // samples do, but none with a value that has a place; its extremes are the baseline
+        Filled, // at least one such sample, or taken over from the column before
     };
 
     int columns() const { return static_cast<int>(state.size()); }
@@ -31,16 +32,20 @@ struct ColumnEnvelope
     int lastColumn = -1;  // the largest of them inside the item
 };
 
-// Reduces samples of ascending x to the extremes of each of `columns` columns; those outside are dropped. With
-// bridgeGaps, columns skipped between two filled ones repeat the one before. Values that are not finite do not count.
+// Reduces samples in the order of columns to the extremes of each of `columns` columns; those outside are dropped. With
+// bridgeGaps, columns skipped between two filled ones repeat the one before. Values without a place do not count.
 ColumnEnvelope columnEnvelope(const SampleSpan &samples, const PixelMapping &mapping, int columns, double baseline,
                               bool bridgeGaps);
+
+// Fills columns without a sample between two filled ones with the straight line between the samples beside them, where
+// no missing value ends the trace. samples, mapping: those of the envelope.
+void bridgeStraight(ColumnEnvelope &envelope, const SampleSpan &samples, const PixelMapping &mapping);
 
 // Stretches columns that lie wholly on one side of the baseline so that their strokes touch those of the neighbours;
 // with wholeWidth the columns outside the samples count as neighbours too.
 void joinColumns(ColumnEnvelope &envelope, double baseline, bool wholeWidth);
 
-// One upright line per column, at least minSpan (data units) long, rows rounded to the nearest. Unless keepEmpty,
+// One upright line per column, at least minSpan (data units; pixels where the axis is not linear) long, rows rounded to the nearest. Unless keepEmpty,
 // columns that stand at the baseline exactly, that is those without a sample, give none.
 QVector<QLine> envelopeStrokes(const ColumnEnvelope &envelope, const PixelMapping &mapping, double minSpan,
                                double baseline, bool keepEmpty);

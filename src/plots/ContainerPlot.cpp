@@ -1,5 +1,6 @@
 #include "plots/ContainerPlot.h"
 
+#include "axis/ValueAxis.h"
 #include "painters/BasePainter.h"
 
 #include <cmath>
@@ -41,10 +42,15 @@ double ContainerPlot::framebufferShift() const
 
 void ContainerPlot::paintPlot(const graph::PlotFrame &frame)
 {
-    const QRectF &visible = frame.visibleRect;
-    // Without a vertical axis the visible maximum reads 0, yet there is a range of 1 to draw in.
-    const double top = axisY() ? maxVisibleY() : visible.y() + visible.height();
-    const graph::PixelMapping mapping(visible.x(), top, visibleRangeX(), visibleRangeY(), size());
+    QRectF visible = frame.visibleRect;
+    graph::PixelMapping mapping = frame.mapping;
+    if (!axisY()) {
+        // The visible maximum reads 0, yet there is a range of 1 to draw in.
+        const graph::PixelScale y(visible.y() + visible.height(), -visibleRangeY(), height());
+        mapping = graph::PixelMapping(scaleX(), y, size());
+    }
+    if ((axisX() && axisX()->isReversed()) || (axisY() && axisY()->isReversed()))
+        visible = visible.normalized();
     const QList<QQuickItem *> items = childItems();
     for (QQuickItem *item : items) {
         auto *figure = dynamic_cast<BasePainter *>(item);

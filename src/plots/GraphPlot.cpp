@@ -168,15 +168,14 @@ int GraphPlot::checkClickPosition(double x, double y, double threshold) const
     const graph::PixelMapping mapping = pixelMapping();
     if (!mapping.isDrawable())
         return -1;
-    const double clickX = x - (minVisibleX() - minValueX()) * mapping.scaleX();
-    const double clickY = y - (maxValueY() - maxVisibleY()) * mapping.scaleY();
+    const QPointF click = clickInItem(x, y, mapping);
     const graph::SampleSpan samples = plotData()->sampleSpan(visibleRect());
     for (int i = 0; i < samples.size(); ++i) {
-        if (!graph::TracePainting::isDrawable(samples, i))
+        if (!mapping.hasPlace(samples.x(i), samples.y(i)))
             continue;
         const int column = mapping.column(samples.x(i));
         const int row = mapping.row(samples.y(i));
-        if (std::abs(clickX - column) <= threshold && std::abs(clickY - row) <= threshold)
+        if (std::abs(click.x() - column) <= threshold && std::abs(click.y() - row) <= threshold)
             return samples.dataIndex(i);
     }
     return -1;
@@ -186,7 +185,9 @@ void GraphPlot::paintPlot(const graph::PlotFrame &frame)
 {
     if (!plotData())
         return;
-    const graph::SampleSpan samples = plotData()->sampleSpan(frame.visibleRect);
+    graph::SampleSpan samples = plotData()->sampleSpan(frame.visibleRect);
+    if (!plotData()->usePointsAsSegments())
+        samples = inOrderOfColumns(samples);
     if (!samples.isEmpty())
         graph::TracePainting(*this, frame, samples).paint();
 }

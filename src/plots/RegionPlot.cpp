@@ -83,5 +83,7 @@ QColor RegionPlot::colorOf(const PlotRegion *region) const
 
 int RegionPlot::baseRow(const graph::PixelMapping &mapping) const
 {
-    return mapping.row(std::isfinite(baseline()) ? baseline() : 0.0);
+    const int row = mapping.row(std::isfinite(baseline()) ? baseline() : 0.0);
+    // On a logarithmic axis 0 is infinitely far below.
+    return mapping.isLinearY() ? row : qBound(-1, row, graph::pixel(mapping.height()));
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "common/PixelMapping.h"
 #include "data/SampleSpan.h"
 
 namespace graph {
@@ -8,11 +9,15 @@ namespace graph {
 // data with exactly one sample a column is still drawn sample by sample.
 constexpr double densestDirectPaint = 1.001;
 
-// Samples per pixel column of an item of that width in pixels; NaN for a lone sample.
-inline double sampleDensity(const SampleSpan &samples, double width, double visibleRangeX)
+// Samples per pixel column of the stretch that they cover; NaN for a lone sample. On a logarithmic axis it is
+// the mean of a density that changes along the stretch.
+inline double sampleDensity(const SampleSpan &samples, const PixelMapping &mapping, double visibleRangeX)
 {
-    return (samples.size() - 1) /
-           ((width - 1.0) * ((samples.last().x() - samples.first().x()) / visibleRangeX));
+    const double first = samples.first().x();
+    const double last = samples.last().x();
+    const double columns = mapping.isLinearX() ? (mapping.width() - 1.0) * ((last - first) / visibleRangeX)
+                                               : mapping.x(last) - mapping.x(first);
+    return (samples.size() - 1) / columns;
 }
 
 } // namespace graph

@@ -37,21 +37,16 @@ TracePainting::TracePainting(const GraphPlot &plot, const PlotFrame &frame, cons
     , m_painter(frame.painter)
     , m_mapping(frame.mapping)
     , m_samples(samples)
-    , m_baseline(std::isfinite(plot.baseline()) ? plot.baseline() : 0.0)
+    , m_baseline(frame.mapping.hasPlaceY(plot.baseline()) ? plot.baseline() : 0.0)
     , m_baseRow(frame.mapping.row(m_baseline))
     , m_pen(plot.penColor())
 {
     m_pen.setCapStyle(Qt::FlatCap);
 }
 
-bool TracePainting::isDrawable(const SampleSpan &samples, int i)
-{
-    return std::isfinite(samples.x(i)) && std::isfinite(samples.y(i));
-}
-
 void TracePainting::paint()
 {
-    const double density = sampleDensity(m_samples, m_plot.width(), m_plot.visibleRangeX());
+    const double density = sampleDensity(m_samples, m_mapping, m_plot.visibleRangeX());
     if (density > densestDirectPaint && m_plot.plotStyle() != GraphPlot::ScatterPlot &&
         !m_plot.plotData()->usePointsAsSegments())
         paintEnvelope();
@@ -90,7 +85,7 @@ void TracePainting::paintFill()
     QPainterPath path;
     bool connected = false;
     for (int i = 0; i < m_samples.size(); ++i) {
-        if (!isDrawable(m_samples, i)) {
+        if (!isDrawable(i)) {
             connected = false;
             continue;
         }
@@ -112,7 +107,7 @@ void TracePainting::paintLine(int lineWidth)
     for (int i = 0; i < m_samples.size(); ++i) {
         if (segments && i % 2 == 0)
             connected = false;
-        if (!isDrawable(m_samples, i)) {
+        if (!isDrawable(i)) {
             connected = false;
             continue;
         }
@@ -132,7 +127,7 @@ void TracePainting::paintBars(int lineWidth)
     QVector<QLine> bars;
     bars.reserve(m_samples.size());
     for (int i = 0; i < m_samples.size(); ++i) {
-        if (!isDrawable(m_samples, i))
+        if (!isDrawable(i))
             continue;
         const int column = m_mapping.column(m_samples.x(i));
         const int row = m_mapping.row(m_samples.y(i));
@@ -152,7 +147,7 @@ void TracePainting::paintPoints(int lineWidth)
 {
     QVector<QLine> dots;
     for (int i = 0; i < m_samples.size(); ++i) {
-        if (!isDrawable(m_samples, i) || (m_samples.y(i) == m_baseline && !m_plot.plotBaseline()))
+        if (!isDrawable(i) || (m_samples.y(i) == m_baseline && !m_plot.plotBaseline()))
             continue;
         const int column = m_mapping.column(m_samples.x(i));
         const int row = m_mapping.row(m_samples.y(i));
@@ -175,8 +170,11 @@ void TracePainting::paintPoint(int i, int column, int row)
     GraphPoint *point = m_plot.graphPoint();
     const int index = m_samples.dataIndex(i); // several points may have the same x
     point->setPointIndex(index);
-    point->setMargins(row, pixel(m_plot.visibleRangeX() * m_mapping.scaleX() - column),
-                      pixel(m_plot.visibleRangeY() * m_mapping.scaleY() - row), column);
+    const double lengthX =
+        m_mapping.isLinearX() ? m_plot.visibleRangeX() * m_mapping.scaleX() : m_mapping.width() - 1.0;
+    const double lengthY =
+        m_mapping.isLinearY() ? m_plot.visibleRangeY() * m_mapping.scaleY() : m_mapping.height() - 1.0;
+    point->setMargins(row, pixel(lengthX - column), pixel(lengthY - row), column);
     {
         // Heard by the plot, the change would ask for the next repaint from within this one, without end.
         const QSignalBlocker blocker(point);
@@ -189,6 +187,9 @@ void TracePainting::paintEnvelope()
 {
     ColumnEnvelope envelope = columnEnvelope(m_samples, m_mapping, pixel(m_plot.width()), m_baseline,
                                              !m_plot.useIntermittentPlot());
+    // A logarithmic axis spreads the samples at its begin over many columns each.
+    if (!m_mapping.isLinearX() && m_plot.plotStyle() != GraphPlot::BarPlot)
+        bridgeStraight(envelope, m_samples, m_mapping);
     switch (m_plot.plotStyle()) {
     case GraphPlot::FillPlot:
         setPen(fillColor(), 1);
@@ -211,7 +212,7 @@ void TracePainting::paintEnvelope()
     joinColumns(envelope, m_baseline, m_plot.plotBaseline());
     const int lineWidth = penWidth(m_plot.minLineWidth());
     setPen(m_plot.penColor(), lineWidth);
-    const double minSpan = lineWidth / m_mapping.scaleY();
+    const double minSpan = m_mapping.isLinearY() ? lineWidth / m_mapping.scaleY() : lineWidth;
     drawUprightLines(m_painter,
                      envelopeStrokes(envelope, m_mapping, minSpan, m_baseline, m_plot.plotBaseline()));
 }

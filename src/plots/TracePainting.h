@@ -21,10 +21,9 @@ public:
 
     void paint();
 
-    // Whether the sample has a place.
-    static bool isDrawable(const SampleSpan &samples, int i);
-
 private:
+    // Whether the sample has a place.
+    bool isDrawable(int i) const { return m_mapping.hasPlace(m_samples.x(i), m_samples.y(i)); }
     void paintDirect(double density);
     void paintFill();
     void paintLine(int lineWidth);

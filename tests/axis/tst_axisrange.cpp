@@ -38,6 +38,7 @@ private slots:
     void moves();
     void staysInside();
     void bounds();
+    void logarithmicBounds();
 };
 
 void tst_axisrange::moves_data()
@@ -103,6 +104,23 @@ void tst_axisrange::bounds()
     QVERIFY(range.setUpperBound(range.upperBound()));
     QVERIFY(!range.setLowerBound(0.7));
     QCOMPARE(text(range), QString("100 200 100 200"));
+}
+
+void tst_axisrange::logarithmicBounds()
+{
+    AxisRange range = rangeOf(1, 1e4, 0, 0);
+    range.setScaleKind(graph::ScaleKind::Logarithmic);
+    range.setLowerBound(0.25);
+    range.setUpperBound(1.0);
+    QVERIFY(std::abs(range.minVisible() - 10.0) < 1e-12);
+    QCOMPARE(range.maxVisible() - 1e4, 0.0); // exactly
+    QVERIFY(std::abs(range.fullScale().fraction(1000.0) - 0.75) < 1e-15);
+    QVERIFY(std::abs(range.mirrored(1000.0) - 10.0) < 1e-12);
+    range.moveMinValue(0.0);
+    range.setScalable(false);
+    range.setLowerBound(0.5);
+    QCOMPARE(range.minVisible(), 10.0);
+    QCOMPARE(range.minValue(), 0.0);
 }
 
 QTEST_APPLESS_MAIN(tst_axisrange)

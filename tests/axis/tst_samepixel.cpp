@@ -24,9 +24,20 @@ public:
     QVector<QPoint> pixels;
 };
 
-// The pixel of a value, counted with more digits than the program has.
-int exactPixel(double value, double begin, double end, int size)
+// Of either scale.
+class Axis : public ValueAxis
 {
+public:
+    using ValueAxis::setScaleKind;
+};
+
+// The pixel of a value, counted with more digits than the program has.
+int exactPixel(double value, double begin, double end, int size, bool isLogarithmic)
+{
+    if (isLogarithmic)
+        return int(std::log(value / static_cast<long double>(begin)) * (size - 1) /
+                       std::log(end / static_cast<long double>(begin)) +
+                   1e-6L);
     const long double range = static_cast<long double>(end) - begin;
     return int((static_cast<long double>(value) - begin) * (size - 1) / range + 1e-6L);
 }
@@ -70,8 +81,8 @@ struct Chart
         return lines.size() == 2 ? lines.first().p1().toPoint() : QPoint(-1, -1);
     }
 
-    ValueAxis x;
-    ValueAxis y;
+    Axis x;
+    Axis y;
     PlotPoints data;
     PixelRecorder point;
     GraphPlot plot;
@@ -84,7 +95,7 @@ struct Chart
 // The places of an axis' lines and the values shown there, from the lowest value on.
 struct Ticks
 {
-    Ticks(ValueAxis &axis, const QSize &size)
+    Ticks(Axis &axis, const QSize &size)
     {
         const bool horizontal = axis.orientation() == Qt::Horizontal;
         const QPoint corner(7, 3);
@@ -127,17 +138,19 @@ void tst_samepixel::everythingAtOneValue()
     for (int round = 0; round < 400; ++round) {
         Chart chart;
         const QSize size(random.bounded(2, 700), random.bounded(2, 500));
-        for (ValueAxis *axis : {&chart.x, &chart.y}) {
+        for (Axis *axis : {&chart.x, &chart.y}) {
             const double unit = std::pow(10.0, random.bounded(13) - 6);
-            const double begin = (random.bounded(200) - 100) * unit / 10.0;
+            const bool isLogarithmic = random.bounded(3) == 0;
+            const double begin = (random.bounded(200) - (isLogarithmic ? -1 : 100)) * unit / 10.0;
             const int extent = random.bounded(1, 100);
             axis->setMinValue(begin);
             axis->setMaxValue(begin + extent * unit);
             axis->setMinVisible(begin + random.bounded(3) * 0.1 * extent * unit);
             axis->setMaxVisible(axis->maxValue() - random.bounded(3) * 0.1 * extent * unit);
+            axis->setScaleKind(isLogarithmic ? graph::ScaleKind::Logarithmic : graph::ScaleKind::Linear);
             axis->setNumTicks(random.bounded(1, 12));
             axis->setTickInterval(random.bounded(4) ? ValueAxis::ScaledDecimal : ValueAxis::ScaledBinary);
-            axis->setRangeOrder(random.bounded(4) ? ValueAxis::Increasing : ValueAxis::Decreasing);
+            axis->setRangeOrder(random.bounded(4) || isLogarithmic ? ValueAxis::Increasing : ValueAxis::Decreasing);
         }
         const Ticks columns(chart.x, size);
         const Ticks rows(chart.y, size);
@@ -151,8 +164,10 @@ void tst_samepixel::everythingAtOneValue()
         for (int i = 0; i < count; ++i) {
             const double x = columns.values.at(i);
             const double y = rows.values.at(i);
-            const QPoint pixel(exactPixel(x, chart.x.minVisible(), chart.x.maxVisible(), size.width()),
-                               exactPixel(y, chart.y.maxVisible(), chart.y.minVisible(), size.height()));
+            const QPoint pixel(exactPixel(x, chart.x.minVisible(), chart.x.maxVisible(), size.width(),
+                                          chart.x.scaleKind() == graph::ScaleKind::Logarithmic),
+                               exactPixel(y, chart.y.maxVisible(), chart.y.minVisible(), size.height(),
+                                          chart.y.scaleKind() == graph::ScaleKind::Logarithmic));
             QCOMPARE(QPoint(columns.places.at(i), rows.places.at(i)), pixel);
             QCOMPARE(chart.point.pixels.at(i), pixel);
             // A cross a hair outside is not drawn at all; ticks are sums and may end up there.

@@ -15,6 +15,8 @@ private slots:
     void mappingEnds();
     void wholePixels_data();
     void wholePixels();
+    void logarithmicScale_data();
+    void logarithmicScale();
     void undrawableMappings();
     void fuzzyEqualityAroundZero();
 };
@@ -84,6 +86,48 @@ void tst_common::wholePixels()
     const auto single = graph::PixelMapping::fromScales({0.0, 0.0, 100.0, 100.0}, 0.57f, 0.57f);
     QCOMPARE(single.column(100.0), 57);
     QCOMPARE(single.row(0.0), 57);
+}
+
+void tst_common::logarithmicScale_data()
+{
+    QTest::addColumn<double>("begin");
+    QTest::addColumn<double>("end");
+    QTest::addColumn<double>("first"); // the values on the first, the middle and the last of 201 pixels
+    QTest::addColumn<double>("middle");
+    QTest::addColumn<double>("last");
+    QTest::newRow("decades") << 1.0 << 1e4 << 1.0 << 100.0 << 1e4;
+    QTest::newRow("falling") << 1e4 << 1.0 << 1e4 << 100.0 << 1.0;
+    QTest::newRow("audio") << 20.0 << 20000.0 << 20.0 << std::sqrt(20.0 * 20000.0) << 20000.0;
+    QTest::newRow("less than a decade") << 900.0 << 1000.0 << 900.0 << std::sqrt(9e5) << 1000.0;
+    QTest::newRow("tiny numbers") << 1e-300 << 1e-296 << 1e-300 << 1e-298 << 1e-296;
+    QTest::newRow("from zero") << 0.0 << 1000.0 << 1.0 << std::sqrt(1000.0) << 1000.0;
+    QTest::newRow("across zero") << -5.0 << 1000.0 << 1.0 << std::sqrt(1000.0) << 1000.0;
+    QTest::newRow("falling to zero") << 1000.0 << 0.0 << 1000.0 << std::sqrt(1000.0) << 1.0;
+    QTest::newRow("nothing positive") << -5.0 << 0.0 << 1.0 << std::sqrt(10.0) << 10.0;
+}
+
+void tst_common::logarithmicScale()
+{
+    QFETCH(double, begin);
+    QFETCH(double, end);
+    QFETCH(double, first);
+    QFETCH(double, middle);
+    QFETCH(double, last);
+    const graph::PixelScale scale(graph::ScaleKind::Logarithmic, {begin, end}, end - begin, 201);
+    QCOMPARE(scale.value(0.0) - first, 0.0); // exactly
+    QCOMPARE(scale.value(200.0) - last, 0.0);
+    QVERIFY(std::abs(scale.value(100.0) / middle - 1.0) < 1e-12);
+    for (const auto &[value, pixel] : {std::make_pair(first, 0), {middle, 100}, {last, 200}}) {
+        QCOMPARE(scale.coordinate(value), double(pixel));
+        for (const int border : {pixel - 1, pixel, pixel + 1}) {
+            for (const double near : {value * (1.0 - 1e-15), value, value * (1.0 + 1e-15)}) {
+                QVERIFY(scale.searchUpTo(border, [&](const auto &isUpTo) { return isUpTo(near); }) ==
+                        (scale.pixel(near) <= border));
+            }
+        }
+    }
+    for (const double nowhere : {0.0, -1.0})
+        QCOMPARE(scale.pixel(nowhere), first < last ? -graph::pixelLimit : graph::pixelLimit);
 }
 
 void tst_common::undrawableMappings()

@@ -1,5 +1,7 @@
 #include "plots/ColumnEnvelope.h"
 
+#include "data/MinMaxPyramid.h"
+
 #include <QtTest>
 
 #include <cmath>
@@ -7,7 +9,9 @@
 
 using graph::ColumnEnvelope;
 using graph::PixelMapping;
+using graph::PixelScale;
 using graph::SampleSpan;
+using graph::ScaleKind;
 
 namespace {
 
@@ -56,6 +60,15 @@ struct PlainEnvelope
 SampleSpan series(const QVector<double> &y, double first = 0.0, double interval = 1.0)
 {
     return SampleSpan(y, first, interval);
+}
+
+// Over the samples in the order of their array.
+std::shared_ptr<const graph::MinMaxPyramid> pyramidOf(const SampleSpan &samples)
+{
+    QVector<QPointF> points = samples.toVector();
+    if (samples.isReversed())
+        std::reverse(points.begin(), points.end());
+    return std::make_shared<const graph::MinMaxPyramid>(points.constData(), points.size());
 }
 
 // x 0..columns-1 and y 0..100 on an item of that width and 101 rows.
@@ -122,6 +135,71 @@ private slots:
                 QFAIL(qPrintable(
                     QStringLiteral("differs in round %1: n %2, width %3").arg(round).arg(n).arg(width)));
         }
+    }
+
+    void logarithmicEqualsPlainReduction()
+    {
+        std::mt19937 random(11);
+        const auto uniform = [&](double low, double high) {
+            return std::uniform_real_distribution<>(low, high)(random);
+        };
+        const auto chance = [&](double p) { return uniform(0, 1) < p; };
+        for (int round = 0; round < 2000; ++round) {
+            const int n = int(uniform(1, chance(0.1) ? 30000 : 400));
+            const int width = int(uniform(2, 300));
+            double begin = std::pow(10.0, uniform(-9, 9));
+            double end = begin * std::pow(10.0, uniform(0.01, 9));
+            const bool reversed = chance(0.3);
+            if (reversed)
+                std::swap(begin, end);
+            const PixelMapping mapping(
+                PixelScale(ScaleKind::Logarithmic, {begin, end}, end - begin, width),
+                PixelScale(ScaleKind::Logarithmic, {50.0, 0.05}, 0.05 - 50.0, 100), QSizeF(width, 100));
+            QVector<double> y(n);
+            for (double &value : y)
+                value = chance(0.02) ? qQNaN() : chance(0.05) ? uniform(-1, 0) : uniform(0.01, 50);
+            SampleSpan samples;
+            if (chance(0.5)) {
+                samples = SampleSpan(y, std::min(begin, end) * uniform(0.5, 2), std::abs(end - begin) / n);
+            } else {
+                // Many on the borders of columns, as exactly as they can be computed.
+                QVector<double> xs(n);
+                for (double &x : xs)
+                    x = mapping.valueX(chance(0.5) ? int(uniform(-5, width + 5)) : uniform(-5, width + 5));
+                std::sort(xs.begin(), xs.end());
+                QVector<QPointF> points(n);
+                for (int i = 0; i < n; ++i)
+                    points[i] = QPointF(xs[i], y[i]);
+                samples = SampleSpan(points);
+            }
+            if (reversed)
+                samples = samples.reversed();
+            if (chance(0.5))
+                samples.setPyramid(pyramidOf(samples));
+            const ColumnEnvelope fast = graph::columnEnvelope(samples, mapping, width, 0.0, false);
+            // What has no place on the axis is missing.
+            QVector<QPointF> placed = samples.toVector();
+            for (QPointF &point : placed)
+                point.setY(point.y() > 0.0 ? point.y() : qQNaN());
+            const PlainEnvelope plain(SampleSpan(placed), mapping, width, 0.0, false);
+            if (fast.max != plain.max || fast.min != plain.min)
+                QFAIL(qPrintable(
+                    QStringLiteral("differs in round %1: n %2, width %3").arg(round).arg(n).arg(width)));
+        }
+    }
+
+    void bridgesStraight()
+    {
+        // A decade is 100 columns; samples at 1, 10 and 1000, then missing ones.
+        const PixelMapping mapping(PixelScale(ScaleKind::Logarithmic, {1.0, 1e6}, 999999.0, 601),
+                                   PixelScale(100.0, -100.0, 101), QSizeF(601, 101));
+        const SampleSpan samples(QVector<QPointF>{{1, 10}, {10, 20}, {1e3, 60}, {1e4, qQNaN()}, {1e5, 5}});
+        ColumnEnvelope envelope = graph::columnEnvelope(samples, mapping, 601, 0.0, false);
+        graph::bridgeStraight(envelope, samples, mapping);
+        QVERIFY(std::abs(envelope.min[50] - 15.0) < 1e-9 && std::abs(envelope.max[50] - 15.1) < 1e-9);
+        QVERIFY(std::abs(envelope.min[200] - 40.0) < 1e-9);
+        QCOMPARE(envelope.state[350], ColumnEnvelope::Empty);
+        QCOMPARE(envelope.state[450], ColumnEnvelope::Empty);
     }
 
     void missingValuesLeaveHoles()

@@ -100,8 +100,38 @@ QRectF AbstractPlot::visibleRect() const
 
 graph::PixelMapping AbstractPlot::pixelMapping() const
 {
-    return graph::PixelMapping(minVisibleX(), maxVisibleY(), visibleRangeX(), visibleRangeY(),
-                               QSizeF(width(), height()));
+    return graph::PixelMapping(scaleX(), scaleY(), QSizeF(width(), height()));
+}
+
+QPointF AbstractPlot::clickInItem(double x, double y, const graph::PixelMapping &mapping) const
+{
+    // From the whole extent's left and top to those of the item.
+    const double left = mapping.isLinearX() ? (minVisibleX() - minValueX()) * mapping.scaleX()
+                                            : -mapping.x(m_axisX->axisRange().shownEnds().begin);
+    const double top = mapping.isLinearY() ? (maxValueY() - maxVisibleY()) * mapping.scaleY()
+                                           : -mapping.y(m_axisY->axisRange().shownEnds().end);
+    return {x - left, y - top};
+}
+
+graph::SampleSpan AbstractPlot::inOrderOfColumns(const graph::SampleSpan &samples) const
+{
+    return m_axisX && m_axisX->isReversed() ? samples.reversed() : samples;
+}
+
+graph::PixelScale AbstractPlot::scaleX() const
+{
+    const double range = visibleRangeX();
+    if (!m_axisX || m_axisX->scaleKind() == graph::ScaleKind::Linear)
+        return {minVisibleX(), range, width()};
+    return {m_axisX->scaleKind(), {minVisibleX(), maxVisibleX()}, range, width()};
+}
+
+graph::PixelScale AbstractPlot::scaleY() const
+{
+    const double range = -visibleRangeY();
+    if (!m_axisY || m_axisY->scaleKind() == graph::ScaleKind::Linear)
+        return {maxVisibleY(), range, height()};
+    return {m_axisY->scaleKind(), {maxVisibleY(), minVisibleY()}, range, height()};
 }
 
 void AbstractPlot::paint(QPainter *painter)
@@ -240,8 +270,14 @@ double AbstractPlot::getVisibleSpanYPeak() const
     if (!m_axisY)
         return 0.0;
     const double least = m_axisY->minValue();
-    return m_axisX && m_plotData
-               ? graph::peakBetween(*m_plotData, m_axisX->minVisible(), m_axisX->maxVisible(), least)
+    if (!m_axisX)
+        return least;
+    double first = m_axisX->minVisible();
+    double last = m_axisX->maxVisible();
+    if (m_axisX->isReversed())
+        std::swap(first, last);
+    return m_plotData
+               ? graph::peakBetween(*m_plotData, first, last, least)
                : least;
 }
 

@@ -3,6 +3,7 @@
 #include "common/Export.h"
 #include "common/PixelMapping.h"
 #include "common/QtVersion.h"
+#include "data/SampleSpan.h"
 #include "view/base/PlotFrame.h"
 
 #include <QColor>
@@ -46,6 +47,9 @@ public:
     QRectF visibleRect() const;
     // The mapping as it stands now, for a paint or a hit test.
     graph::PixelMapping pixelMapping() const;
+    // A click in pixels of the whole data extent at the present zoom as one in the item, as far as the axes show
+    // that extent in a positive part only.
+    QPointF clickInItem(double x, double y, const graph::PixelMapping &mapping) const;
 
     // The one way into painting: prepares what every plot needs and calls paintPlot().
     void paint(QPainter *painter) override;
@@ -108,13 +112,17 @@ protected:
     virtual double framebufferShift() const;
     virtual void paintPlot(const graph::PlotFrame &frame);
 
+    // Samples of ascending x as they follow each other from left to right.
+    graph::SampleSpan inOrderOfColumns(const graph::SampleSpan &samples) const;
+
+    // One direction of the mapping, without asking for the ranges of the other.
+    graph::PixelScale scaleX() const;
+    graph::PixelScale scaleY() const;
+
 private slots:
     void adoptZoomRectOfParent();
 
 private:
-    // One direction of the mapping, without asking for the ranges of the other.
-    graph::PixelScale scaleX() const { return {minVisibleX(), visibleRangeX(), width()}; }
-    graph::PixelScale scaleY() const { return {maxVisibleY(), -visibleRangeY(), height()}; }
     void followZoomRectOfParent();
     void followAxis(ValueAxis *axis);
 
