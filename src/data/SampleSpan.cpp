@@ -36,17 +36,30 @@ SampleSpan SampleSpan::mid(int first, int end) const
     first = qBound(0, first, m_size);
     SampleSpan result(*this);
     result.m_size = qBound(first, end, m_size) - first;
-    if (result.m_size > 0)
-        result.m_first = arrayIndex(first);
+    result.m_first = arrayIndex(first);
+    result.m_before = m_before + first;
+    result.m_after = m_after + m_size - first - result.m_size;
+    return result;
+}
+
+SampleSpan SampleSpan::withNeighbours() const
+{
+    const int before = std::min(m_before, 1);
+    const int after = std::min(m_after, 1);
+    SampleSpan result(*this);
+    result.m_first = arrayIndex(-before);
+    result.m_size += before + after;
+    result.m_before -= before;
+    result.m_after -= after;
     return result;
 }
 
 SampleSpan SampleSpan::reversed() const
 {
     SampleSpan result(*this);
-    if (m_size > 0)
-        result.m_first = arrayIndex(m_size - 1);
+    result.m_first = arrayIndex(m_size - 1);
     result.m_step = -m_step;
+    std::swap(result.m_before, result.m_after);
     result.m_reversed = !m_reversed;
     return result;
 }

@@ -32,6 +32,9 @@ public:
     SampleSpan mid(int first, int end) const;
     // The samples with xMin <= x <= xMax. The ends may be swapped; NaN gives none.
     SampleSpan between(double xMin, double xMax) const;
+    // This view and the sample before it and the one after it, where the array has them: what a line from the last
+    // sample in sight runs on to.
+    SampleSpan withNeighbours() const;
 
     // The same samples in the opposite order. Not to be searched by x.
     SampleSpan reversed() const;
@@ -91,6 +94,8 @@ private:
     int m_step = 1;
     int m_size = 0;
     bool m_reversed = false;
+    int m_before = 0; // samples that the view leaves out, in its own order
+    int m_after = 0;
 };
 
 } // namespace graph

@@ -1,0 +1,112 @@
+#include "kit/data/NumberList.h"
+
+#include <QJSValue>
+#include <QSequentialIterable>
+
+#include <algorithm>
+#include <cstring>
+#include <limits>
+#include <vector>
+
+namespace graph {
+
+namespace {
+
+double number(const QVariant &value)
+{
+    bool isNumber = false;
+    const double result = value.toDouble(&isNumber);
+    return isNumber ? result : std::numeric_limits<double>::quiet_NaN();
+}
+
+template <typename Element> QVector<double> converted(const QByteArray &bytes, int offset, int count)
+{
+    QVector<double> numbers(count);
+    if constexpr (std::is_same_v<Element, double>) {
+        std::memcpy(numbers.data(), bytes.constData() + offset, std::size_t(count) * sizeof(double));
+    } else {
+        const auto *elements = reinterpret_cast<const Element *>(bytes.constData() + offset);
+        std::copy(elements, elements + count, numbers.begin());
+    }
+    return numbers;
+}
+
+using Conversion = QVector<double> (*)(const QByteArray &, int, int);
+
+// Null for what is no typed array.
+Conversion conversionOf(const QString &type)
+{
+    struct Known
+    {
+        const char *type;
+        Conversion conversion;
+    };
+    static const Known known[] = {
+        {"Float64Array", converted<double>},      {"Float32Array", converted<float>},
+        {"Int32Array", converted<qint32>},        {"Uint32Array", converted<quint32>},
+        {"Int16Array", converted<qint16>},        {"Uint16Array", converted<quint16>},
+        {"Int8Array", converted<qint8>},          {"Uint8Array", converted<quint8>},
+        {"Uint8ClampedArray", converted<quint8>},
+    };
+    for (const Known &candidate : known) {
+        if (type == QLatin1String(candidate.type))
+            return candidate.conversion;
+    }
+    return nullptr;
+}
+
+// The elements of a typed array lie in one buffer, which is read as a whole: asked for one by one they cost a
+// hundred times as much.
+std::optional<QVector<double>> typedArray(const QJSValue &array)
+{
+    const QString type =
+        array.property(QStringLiteral("constructor")).property(QStringLiteral("name")).toString();
+    const Conversion conversion = conversionOf(type);
+    if (!conversion)
+        return std::nullopt;
+    const QByteArray bytes = array.property(QStringLiteral("buffer")).toVariant().toByteArray();
+    const int offset = array.property(QStringLiteral("byteOffset")).toInt();
+    const int length = array.property(QStringLiteral("byteLength")).toInt();
+    const int count = array.property(QStringLiteral("length")).toInt();
+    if (offset < 0 || length < 0 || count < 0 || qint64(offset) + length > bytes.size())
+        return std::nullopt;
+    return conversion(bytes, offset, count);
+}
+
+std::optional<QVector<double>> elements(const QVariant &list)
+{
+    if (!list.canConvert<QVariantList>() || list.userType() == QMetaType::QString)
+        return std::nullopt;
+    QVector<double> numbers;
+    const auto iterable = list.value<QSequentialIterable>();
+    numbers.reserve(iterable.size());
+    for (const QVariant &element : iterable)
+        numbers.append(number(element));
+    return numbers;
+}
+
+} // namespace
+
+std::optional<QVector<double>> numberList(const QVariant &list)
+{
+    const int type = list.userType();
+    if (type == qMetaTypeId<QVector<double>>())
+        return list.value<QVector<double>>();
+    if (type == qMetaTypeId<QList<double>>())
+        return list.value<QList<double>>().toVector();
+    if (type == qMetaTypeId<std::vector<double>>()) {
+        const auto values = list.value<std::vector<double>>();
+        return QVector<double>(values.begin(), values.end());
+    }
+    if (type == qMetaTypeId<QJSValue>()) {
+        const QJSValue value = list.value<QJSValue>();
+        if (!value.isObject())
+            return std::nullopt;
+        if (const auto numbers = typedArray(value))
+            return numbers;
+        return numberList(value.toVariant());
+    }
+    return elements(list);
+}
+
+} // namespace graph

@@ -1,0 +1,16 @@
+#pragma once
+
+#include "common/Export.h"
+
+#include <QVariant>
+#include <QVector>
+
+#include <optional>
+
+namespace graph {
+
+// The numbers of a list as a document may write it: an array, a typed array, a list property of a C++ object.
+// What is no number is NaN. Nothing where it is no list at all.
+GRAPH_CHARTS_EXPORT std::optional<QVector<double>> numberList(const QVariant &list);
+
+} // namespace graph

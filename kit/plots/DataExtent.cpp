@@ -1,0 +1,50 @@
+#include "kit/plots/DataExtent.h"
+
+#include "data/PlotData.h"
+
+#include <cmath>
+#include <limits>
+
+namespace graph {
+
+namespace {
+
+MinMax finiteExtent(const SampleSpan &samples)
+{
+    MinMax extent = samples.minMax(0, samples.size());
+    if (std::isfinite(extent.min) && std::isfinite(extent.max))
+        return extent;
+    extent = {};
+    for (int i = 0; i < samples.size(); ++i) {
+        if (std::isfinite(samples.y(i)))
+            extent.add({samples.y(i), samples.y(i)});
+    }
+    return extent;
+}
+
+} // namespace
+
+DataExtent dataExtent(const PlotData &data)
+{
+    constexpr double farthest = std::numeric_limits<double>::max();
+    return dataExtent(data, -farthest, farthest);
+}
+
+DataExtent dataExtent(const PlotData &data, double xMin, double xMax)
+{
+    const SampleSpan samples = data.sampleSpan(xMin, xMax);
+    DataExtent extent;
+    extent.y = finiteExtent(samples);
+    if (data.usePointsAsSegments()) {
+        // In the order of the data, and partly outside.
+        for (int i = 0; i < samples.size(); ++i) {
+            if (std::isfinite(samples.x(i)))
+                extent.x.add({samples.x(i), samples.x(i)});
+        }
+    } else if (!samples.isEmpty()) {
+        extent.x.add({samples.x(0), samples.x(samples.size() - 1)});
+    }
+    return extent;
+}
+
+} // namespace graph

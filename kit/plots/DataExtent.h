@@ -1,0 +1,24 @@
+#pragma once
+
+#include "common/Export.h"
+#include "data/MinMax.h"
+
+class PlotData;
+
+namespace graph {
+
+// How far data reaches, for axes that follow it; either is empty without a finite sample.
+struct DataExtent
+{
+    MinMax x;
+    MinMax y;
+};
+
+// Of all samples, at the cost of a look at each after a change of the data and of a few steps from the second
+// request on.
+GRAPH_CHARTS_EXPORT DataExtent dataExtent(const PlotData &data);
+
+// Of the samples with xMin <= x <= xMax, whose x are the extent's x.
+GRAPH_CHARTS_EXPORT DataExtent dataExtent(const PlotData &data, double xMin, double xMax);
+
+} // namespace graph

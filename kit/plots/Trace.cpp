@@ -1,0 +1,422 @@
+#include "kit/plots/Trace.h"
+
+#include "common/Opacity.h"
+#include "data/PlotPoints.h"
+#include "data/PlotSeries.h"
+#include "kit/data/KitLog.h"
+#include "kit/data/NumberList.h"
+#include "kit/plots/TraceStrokes.h"
+
+#include <QDebug>
+
+namespace graph {
+
+namespace {
+
+// Takes both coordinates at once, which written one after the other would be two changes.
+class TracePoints : public PlotPoints
+{
+public:
+    using PlotPoints::PlotPoints;
+
+    void setCoordinates(const QVector<double> &x, const QVector<double> &y)
+    {
+        QVector<QPointF> points(std::min(x.size(), y.size()));
+        for (int i = 0; i < points.size(); ++i)
+            points[i] = QPointF(x.at(i), y.at(i));
+        setPoints(points);
+    }
+};
+
+TraceLook lookOf(const Trace &trace)
+{
+    TraceLook look;
+    look.style = static_cast<TraceLook::Style>(trace.style());
+    look.color = trace.penColor();
+    look.lineWidth = trace.lineWidth();
+    look.fillOpacity = trace.fillOpacity();
+    look.baseline = trace.baseline();
+    return look;
+}
+
+} // namespace
+
+/*!
+    \qmltype Trace
+    \inqmlmodule graph_kit
+    \inherits GraphPlot
+    \brief A plot with its data: values written in the document, any data object, or an address on the bus.
+
+    \code
+    Trace { name: "Level"; values: [1, 5, 3, 8, 2]; interval: 0.5; unit: "V" }
+    \endcode
+
+    The line runs on to the edges of the view where samples lie outside of it, and straight over pixel columns
+   into which none falls. NaN leaves a gap, a sample without neighbours is a dot. Where many samples share a
+   pixel column the line covers them all, from the smallest to the largest. What is drawn follows style, color
+   and lineWidth; the properties of GraphPlot for its own styles have no effect.
+
+    Data comes from the first of series, address and values that is given; two of them at once are a warning
+   in the category \c graph.kit.
+
+    \qmlproperty bool Trace::antialiasing
+    Whether edges are smoothed, false by default. Smoothed lines through noise cost many times as much.
+*/
+Trace::Trace(QQuickItem *parent)
+    : GraphPlot(parent)
+{
+    setRenderTarget(Image);
+    connect(this, SIGNAL(penColorChanged(QColor)), this, SLOT(handlePenColor()));
+}
+
+Trace::~Trace() = default;
+
+void Trace::classBegin()
+{
+    m_isComplete = false;
+    GraphPlot::classBegin();
+}
+
+void Trace::componentComplete()
+{
+    GraphPlot::componentComplete();
+    m_isComplete = true;
+    applySource();
+}
+
+/*!
+    \qmlproperty list<real> Trace::values
+    The values: an array, a typed array, or a list property of a C++ object. What is no number leaves a gap.
+   Empty by default.
+*/
+void Trace::setValues(const QVariant &values)
+{
+    const auto numbers = numberList(values);
+    if (!numbers && values.isValid() && !values.isNull())
+        qCWarning(kitLog) << this << "values is to be a list of numbers";
+    m_hasValues = numbers.has_value();
+    m_values = numbers.value_or(QVector<double>());
+    applySource();
+    emit valuesChanged();
+}
+
+void Trace::setValues(const QVector<double> &values)
+{
+    m_hasValues = true;
+    m_values = values;
+    applySource();
+    emit valuesChanged();
+}
+
+/*!
+    \qmlproperty real Trace::interval
+    The distance in x from one value to the next; 1 by default, negative ones run backwards. Of values, and of
+   those of an address.
+*/
+void Trace::setInterval(double interval)
+{
+    if (m_interval == interval)
+        return;
+    m_interval = interval;
+    applySource();
+    emit intervalChanged();
+}
+
+/*!
+    \qmlproperty real Trace::start
+    The x of the first value, 0 by default. Of values, and of those of an address.
+*/
+void Trace::setStart(double start)
+{
+    if (m_start == start)
+        return;
+    m_start = start;
+    applySource();
+    emit startChanged();
+}
+
+/*!
+    \qmlproperty list<real> Trace::positions
+    An x for each value, in any order, in place of start and interval; a list like values. The shorter of the
+   two lists counts. Undefined by default.
+*/
+void Trace::setPositions(const QVariant &positions)
+{
+    const auto numbers = numberList(positions);
+    if (!numbers && positions.isValid() && !positions.isNull())
+        qCWarning(kitLog) << this << "positions is to be a list of numbers";
+    m_hasPositions = numbers.has_value();
+    m_positions = numbers.value_or(QVector<double>());
+    applySource();
+    emit positionsChanged();
+}
+
+void Trace::setPositions(const QVector<double> &positions)
+{
+    m_hasPositions = true;
+    m_positions = positions;
+    applySource();
+    emit positionsChanged();
+}
+
+/*!
+    \qmlproperty PlotData Trace::series
+    A data object of any kind, null by default. What it says of itself, such as its units, stays as it is;
+   only where it has no unit it takes that of the trace.
+*/
+void Trace::setSeries(PlotData *series)
+{
+    if (m_series == series)
+        return;
+    if (m_series)
+        disconnect(m_series, SIGNAL(destroyed()), this, SLOT(applySource()));
+    m_series = series;
+    // Later than the plot's own connection, which lets go of whatever data the plot has then.
+    if (series)
+        connect(series, SIGNAL(destroyed()), this, SLOT(applySource()), Qt::QueuedConnection);
+    applySource();
+    emit seriesChanged();
+}
+
+/*!
+    \qmlproperty string Trace::address
+    Where the values come from on the bus: the name of a service, a comma and the prefix of its items, as for
+    PlotData::dbusAddress. Empty by default.
+*/
+void Trace::setAddress(const QString &address)
+{
+    if (m_address == address)
+        return;
+    m_address = address;
+    applySource();
+    emit addressChanged();
+}
+
+/*!
+    \qmlproperty string Trace::name
+    What a legend and a reading call the trace; empty by default.
+*/
+void Trace::setName(const QString &name)
+{
+    if (m_name == name)
+        return;
+    m_name = name;
+    if (m_own)
+        m_own->setLabel(name);
+    emit nameChanged();
+}
+
+/*!
+    \qmlproperty string Trace::unit
+    The unit of the values, such as "V"; empty by default.
+*/
+void Trace::setUnit(const QString &unit)
+{
+    if (m_unit == unit)
+        return;
+    m_unit = unit;
+    if (plotData())
+        describe(plotData());
+    emit unitChanged();
+}
+
+/*!
+    \qmlproperty color Trace::color
+    The colour of the line, the bars or the dots. A chart gives each trace without one the next colour of its
+   theme; elsewhere it is black.
+*/
+void Trace::setColor(const QColor &color)
+{
+    m_hasOwnColor = true;
+    applyColor(color);
+}
+
+void Trace::resetColor()
+{
+    m_hasOwnColor = false;
+    applyColor(m_defaultColor);
+}
+
+void Trace::setDefaultColor(const QColor &color)
+{
+    m_defaultColor = color;
+    if (!m_hasOwnColor)
+        applyColor(color);
+}
+
+void Trace::applyColor(const QColor &color)
+{
+    m_isChoosingColor = true;
+    setPenColor(color);
+    m_isChoosingColor = false;
+}
+
+void Trace::handlePenColor()
+{
+    // A pen colour that the document sets is its choice as well.
+    if (!m_isChoosingColor)
+        m_hasOwnColor = true;
+    update();
+    emit colorChanged();
+}
+
+/*!
+    \qmlproperty int Trace::lineWidth
+    The width of the line in pixels, at least 1. A chart's theme chooses it where the document does not; 2
+   elsewhere. Dots grow with it.
+*/
+void Trace::setLineWidth(int width)
+{
+    m_hasOwnLineWidth = true;
+    if (m_lineWidth == width)
+        return;
+    m_lineWidth = width;
+    update();
+    emit lineWidthChanged();
+}
+
+void Trace::resetLineWidth()
+{
+    setLineWidth(m_defaultLineWidth);
+    m_hasOwnLineWidth = false;
+}
+
+void Trace::setDefaultLineWidth(int width)
+{
+    m_defaultLineWidth = width;
+    if (!m_hasOwnLineWidth)
+        resetLineWidth();
+}
+
+/*!
+    \qmlproperty enumeration Trace::style
+    Trace.Line (default); Trace.Area, which also fills what lies between line and baseline; Trace.Steps, which
+   keeps each value until the next; Trace.Bars from the baseline; Trace.Points; Trace.LineAndPoints.
+*/
+void Trace::setStyle(Style style)
+{
+    if (m_style == style)
+        return;
+    m_style = style;
+    update();
+    emit styleChanged();
+}
+
+/*!
+    \qmlproperty real Trace::fillOpacity
+    The opacity of an area, from 0 to 1; 0.25 by default.
+*/
+void Trace::setFillOpacity(double opacity)
+{
+    const double bounded = boundedOpacity(opacity);
+    if (m_fillOpacity == bounded)
+        return;
+    m_fillOpacity = bounded;
+    update();
+    emit fillOpacityChanged();
+}
+
+DataExtent Trace::dataExtent() const
+{
+    return plotData() ? graph::dataExtent(*plotData()) : DataExtent();
+}
+
+DataExtent Trace::dataExtent(double xMin, double xMax) const
+{
+    return plotData() ? graph::dataExtent(*plotData(), xMin, xMax) : DataExtent();
+}
+
+Trace::Source Trace::source() const
+{
+    if (m_series)
+        return Source::Series;
+    if (!m_address.isEmpty())
+        return Source::Address;
+    return m_hasValues || m_hasPositions ? Source::Values : Source::None;
+}
+
+void Trace::warnOfTwoSources()
+{
+    const int given = int(m_series != nullptr) + int(!m_address.isEmpty()) + int(m_hasValues);
+    if (given < 2 || m_hasWarned)
+        return;
+    m_hasWarned = true;
+    const char *used = m_series ? "series" : "address";
+    qCWarning(kitLog).nospace() << this << ": series, address and values are three ways to give the data; "
+                                << used << " is used";
+}
+
+// The trace's own data object, of that kind. Axes that the former one was given go over to it.
+template <typename Data> Data *Trace::ownData()
+{
+    if (auto *data = dynamic_cast<Data *>(m_own.data()))
+        return data;
+    auto *data = new Data(this);
+    if (m_own) {
+        data->setAxisX(m_own->axisX());
+        data->setAxisY(m_own->axisY());
+        m_own->deleteLater();
+    }
+    m_own = data;
+    data->setLabel(m_name);
+    return data;
+}
+
+void Trace::applySource()
+{
+    if (!m_isComplete)
+        return;
+    warnOfTwoSources();
+    const Source from = source();
+    if (from == Source::Series) {
+        describe(m_series);
+        setPlotData(m_series);
+        return;
+    }
+    if (from == Source::None) {
+        if (m_own && plotData() == m_own)
+            setPlotData(nullptr);
+        return;
+    }
+    if (from == Source::Values && m_hasPositions) {
+        ownData<TracePoints>()->setCoordinates(m_positions, m_values);
+    } else {
+        auto *data = ownData<PlotSeries>();
+        data->setXInterval(m_interval);
+        data->setXFirstValue(m_start);
+        if (from == Source::Values)
+            data->setYData(m_values);
+        if (from == Source::Address && data->dbusAddress() != m_address)
+            data->setDbusAddress(m_address);
+    }
+    describe(m_own);
+    setPlotData(m_own);
+}
+
+void Trace::describe(PlotData *data) const
+{
+    if (data == m_own || data->yUnits().isEmpty())
+        data->setYUnits(m_unit);
+}
+
+void Trace::handlePlotChanged()
+{
+    GraphPlot::handlePlotChanged();
+    emit dataChanged();
+}
+
+void Trace::paintPlot(const PlotFrame &frame)
+{
+    const PlotData *data = plotData();
+    if (!data)
+        return;
+    const SampleSpan visible = data->sampleSpan(frame.visibleRect);
+    if (data->usePointsAsSegments()) {
+        TraceStrokes::paintSegments(frame.painter, lookOf(*this), frame.mapping, visible);
+        return;
+    }
+    const SampleSpan samples = inOrderOfColumns(visible.withNeighbours());
+    TraceStrokes(lookOf(*this), frame.mapping, samples).paint(frame.painter);
+}
+
+} // namespace graph

@@ -1,0 +1,133 @@
+#pragma once
+
+#include "data/PlotData.h"
+#include "kit/plots/DataExtent.h"
+#include "plots/GraphPlot.h"
+
+#include <QVariant>
+
+namespace graph {
+
+// A plot with its data: values written in the document, any data object, or an address on the bus.
+class GRAPH_CHARTS_EXPORT Trace : public GraphPlot
+{
+    Q_OBJECT
+    Q_PROPERTY(QVariant values READ values WRITE setValues NOTIFY valuesChanged)
+    Q_PROPERTY(double interval READ interval WRITE setInterval NOTIFY intervalChanged)
+    Q_PROPERTY(double start READ start WRITE setStart NOTIFY startChanged)
+    Q_PROPERTY(QVariant positions READ positions WRITE setPositions NOTIFY positionsChanged)
+    Q_PROPERTY(PlotData *series READ series WRITE setSeries NOTIFY seriesChanged)
+    Q_PROPERTY(QString address READ address WRITE setAddress NOTIFY addressChanged)
+    Q_PROPERTY(QString name READ name WRITE setName NOTIFY nameChanged)
+    Q_PROPERTY(QString unit READ unit WRITE setUnit NOTIFY unitChanged)
+    Q_PROPERTY(QColor color READ penColor WRITE setColor RESET resetColor NOTIFY colorChanged)
+    Q_PROPERTY(int lineWidth READ lineWidth WRITE setLineWidth RESET resetLineWidth NOTIFY lineWidthChanged)
+    Q_PROPERTY(Style style READ style WRITE setStyle NOTIFY styleChanged)
+    Q_PROPERTY(double fillOpacity READ fillOpacity WRITE setFillOpacity NOTIFY fillOpacityChanged)
+
+public:
+    enum Style { Line, Area, Steps, Bars, Points, LineAndPoints };
+    Q_ENUM(Style)
+
+    explicit Trace(QQuickItem *parent = nullptr);
+    ~Trace() override;
+
+    QVariant values() const { return QVariant::fromValue(m_values); }
+    double interval() const { return m_interval; }
+    double start() const { return m_start; }
+    QVariant positions() const { return QVariant::fromValue(m_positions); }
+    PlotData *series() const { return m_series; }
+    QString address() const { return m_address; }
+    QString name() const { return m_name; }
+    QString unit() const { return m_unit; }
+    int lineWidth() const { return m_lineWidth; }
+    Style style() const { return m_style; }
+    double fillOpacity() const { return m_fillOpacity; }
+
+    void setValues(const QVariant &values);
+    // Shares the array with the caller.
+    void setValues(const QVector<double> &values);
+    void setInterval(double interval);
+    void setStart(double start);
+    void setPositions(const QVariant &positions);
+    void setPositions(const QVector<double> &positions);
+    void setSeries(PlotData *series);
+    void setAddress(const QString &address);
+    void setName(const QString &name);
+    void setUnit(const QString &unit);
+    void setColor(const QColor &color);
+    void resetColor();
+    void setLineWidth(int width);
+    void resetLineWidth();
+    void setStyle(Style style);
+    void setFillOpacity(double opacity);
+
+    // What a chart chooses, which counts while the document has not chosen.
+    bool hasOwnColor() const { return m_hasOwnColor; }
+    bool hasOwnLineWidth() const { return m_hasOwnLineWidth; }
+    void setDefaultColor(const QColor &color);
+    void setDefaultLineWidth(int width);
+
+    // How far the data reaches; empty without any.
+    DataExtent dataExtent() const;
+    DataExtent dataExtent(double xMin, double xMax) const;
+
+signals:
+    void valuesChanged();
+    void intervalChanged();
+    void startChanged();
+    void positionsChanged();
+    void seriesChanged();
+    void addressChanged();
+    void nameChanged();
+    void unitChanged();
+    void colorChanged();
+    void lineWidthChanged();
+    void styleChanged();
+    void fillOpacityChanged();
+    // After each change of the samples, once for all changes of one pass of the event loop.
+    void dataChanged();
+
+protected:
+    void classBegin() override;
+    void componentComplete() override;
+    void handlePlotChanged() override;
+    void paintPlot(const PlotFrame &frame) override;
+
+private slots:
+    void applySource();
+    void handlePenColor();
+
+private:
+    enum class Source { None, Series, Address, Values };
+
+    Source source() const;
+    void warnOfTwoSources();
+    template <typename Data> Data *ownData();
+    void describe(PlotData *data) const;
+    void applyColor(const QColor &color);
+
+    QVector<double> m_values;
+    QVector<double> m_positions;
+    bool m_hasPositions = false;
+    bool m_hasValues = false;
+    double m_interval = 1.0;
+    double m_start = 0.0;
+    QPointer<PlotData> m_series;
+    QString m_address;
+    QString m_name;
+    QString m_unit;
+    QPointer<PlotData> m_own;
+    QColor m_defaultColor{Qt::black};
+    int m_lineWidth = 2;
+    int m_defaultLineWidth = 2;
+    Style m_style = Line;
+    double m_fillOpacity = 0.25;
+    bool m_isComplete = true;
+    bool m_hasOwnColor = false;
+    bool m_hasOwnLineWidth = false;
+    bool m_isChoosingColor = false;
+    bool m_hasWarned = false;
+};
+
+} // namespace graph

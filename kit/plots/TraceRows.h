@@ -1,0 +1,36 @@
+#pragma once
+
+#include "kit/plots/TraceColumns.h"
+#include "raster/RectangleSweep.h"
+
+namespace graph {
+
+// Whether a line goes from sample to sample, or keeps each value until the next.
+enum class TraceCourse { Straight, Steps };
+
+// The rows that a line of one pixel through all samples covers in each column 0..width-1 of an item: no more
+// than one run, empty where there is no line. Ends are clipped some pixels outside of the item.
+class GRAPH_CHARTS_EXPORT TraceRows
+{
+public:
+    TraceRows(const std::vector<TraceColumn> &columns, TraceCourse course, const QSize &size);
+
+    int width() const { return int(m_rows.size()); }
+    const Rows &at(int column) const { return m_rows[std::size_t(column)]; }
+
+private:
+    void addJoint(const TraceColumn &left, const TraceColumn &right);
+    void addStep(const TraceColumn &left, const TraceColumn &right);
+    // From one row to another, both included.
+    void add(int column, double row, double otherRow);
+
+    std::vector<Rows> m_rows;
+    double m_top;
+    double m_bottom;
+};
+
+// The pixel of an item coordinate as a line's vertex; those far outside keep their fraction and size, so that
+// the line to them keeps its slope.
+double vertexPixel(double coordinate);
+
+} // namespace graph

@@ -1,0 +1,226 @@
+#include "kit/plots/TraceShapes.h"
+
+#include "common/SafeInteger.h"
+
+#include <array>
+#include <cmath>
+
+namespace graph {
+
+namespace {
+
+// Columns from which on a bar leaves a gap to the next one.
+constexpr double barShare = 0.75;
+// The width in pixels of a bar without a neighbour.
+constexpr double loneBar = 16.0;
+
+// Pixels around the item in which paths are kept: joints and ends lie beyond any pen's reach.
+constexpr double aroundItem = 512.0;
+
+Rows clipped(const Rows &rows, int height)
+{
+    return {std::max(rows.top, 0), std::min(rows.end, height)};
+}
+
+Rows thickened(const Rows &rows, int lineWidth)
+{
+    const int missing = lineWidth - rows.count();
+    if (rows.isEmpty() || missing <= 0)
+        return rows;
+    const int top = rows.top - (missing + 1) / 2;
+    return {top, top + lineWidth};
+}
+
+} // namespace
+
+QVector<QRect> lineRectangles(const TraceRows &rows, int lineWidth, int height)
+{
+    std::vector<Rows> thick(std::size_t(rows.width()));
+    for (int column = 0; column < rows.width(); ++column)
+        thick[std::size_t(column)] = thickened(rows.at(column), lineWidth);
+
+    // Each column shows the strokes whose width reaches it. Those that do not touch are painted on their own:
+    // a sweep takes one run a column, and what is hidden by the others costs nothing to look at twice.
+    RectangleSweep sweep;
+    const int before = lineWidth / 2;
+    const int after = lineWidth - 1 - before;
+    for (int column = 0; column < rows.width(); ++column) {
+        std::vector<Rows> runs;
+        for (int c = std::max(0, column - after); c <= std::min(rows.width() - 1, column + before); ++c) {
+            Rows run = clipped(thick[std::size_t(c)], height);
+            if (run.isEmpty())
+                continue;
+            for (std::size_t i = 0; i < runs.size();) {
+                if (runs[i].touches(run)) {
+                    run.unite(runs[i]);
+                    runs.erase(runs.begin() + std::ptrdiff_t(i));
+                    i = 0;
+                } else {
+                    ++i;
+                }
+            }
+            runs.push_back(run);
+        }
+        for (const Rows &run : runs)
+            sweep.add(column, run);
+    }
+    return sweep.takeRectangles();
+}
+
+QVector<QRect> areaRectangles(const TraceRows &rows, int baseRow, int height)
+{
+    RectangleSweep sweep;
+    for (int column = 0; column < rows.width(); ++column) {
+        Rows run = rows.at(column);
+        if (run.isEmpty())
+            continue;
+        run.unite({baseRow, baseRow});
+        sweep.add(column, clipped(run, height));
+    }
+    return sweep.takeRectangles();
+}
+
+QVector<QRect> barRectangles(const std::vector<TraceColumn> &columns, int baseRow, const QSize &size)
+{
+    QVector<QRect> bars;
+    const auto center = [&](std::size_t i) { return (columns[i].left + columns[i].right) / 2.0; };
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+        const TraceColumn &column = columns[i];
+        if (column.isGap())
+            continue;
+        double room = std::numeric_limits<double>::infinity();
+        if (i > 0)
+            room = center(i) - center(i - 1);
+        if (i + 1 < columns.size())
+            room = std::min(room, center(i + 1) - center(i));
+        const int width = std::isfinite(room)
+                              ? std::max(1, int(std::min(room * barShare, 2.0 * size.width())))
+                              : int(loneBar);
+        Rows rows{pixel(column.top), pixel(column.bottom) + 1};
+        rows.unite({baseRow, baseRow});
+        rows = clipped(rows, size.height());
+        const int left = std::max(pixel(std::trunc(center(i)) - width / 2), 0);
+        const int end = std::min(pixel(std::trunc(center(i)) - width / 2) + width, size.width());
+        if (left < end && !rows.isEmpty())
+            bars.append(QRect(left, rows.top, end - left, rows.count()));
+    }
+    return bars;
+}
+
+namespace {
+
+// Adds lines to a path as far as they are near the item. What is far above or below runs along the limit
+// instead, so that an area below the line keeps its columns.
+class NearPath
+{
+public:
+    explicit NearPath(const QSizeF &size)
+        : m_near(QRectF(QPointF(), size).adjusted(-aroundItem, -aroundItem, aroundItem, aroundItem))
+    {
+    }
+
+    void moveTo(const QPointF &point)
+    {
+        m_at = point;
+        m_isOpen = false;
+    }
+
+    void lineTo(const QPointF &point)
+    {
+        QPointF begin = m_at;
+        QPointF end = point;
+        m_at = point;
+        if (std::max(begin.x(), end.x()) < m_near.left() || std::min(begin.x(), end.x()) > m_near.right()) {
+            m_isOpen = false;
+            return;
+        }
+        const QPointF whole[] = {begin, end};
+        for (QPointF *cut : {&begin, &end}) {
+            if (cut->x() < m_near.left())
+                *cut = crossingX(whole[0], whole[1], m_near.left());
+            else if (cut->x() > m_near.right())
+                *cut = crossingX(whole[0], whole[1], m_near.right());
+        }
+        if (!m_isOpen)
+            m_path.moveTo(limited(begin));
+        for (const double limit : begin.y() < end.y()
+                                      ? std::array<double, 2>{m_near.top(), m_near.bottom()}
+                                      : std::array<double, 2>{m_near.bottom(), m_near.top()}) {
+            if ((begin.y() < limit && limit < end.y()) || (end.y() < limit && limit < begin.y()))
+                m_path.lineTo(crossingY(begin, end, limit));
+        }
+        m_path.lineTo(limited(end));
+        m_isOpen = end == point;
+    }
+
+    QPainterPath path() const { return m_path; }
+
+private:
+    static QPointF crossingX(const QPointF &a, const QPointF &b, double x)
+    {
+        return {x, a.y() + (b.y() - a.y()) * ((x - a.x()) / (b.x() - a.x()))};
+    }
+    static QPointF crossingY(const QPointF &a, const QPointF &b, double y)
+    {
+        return {a.x() + (b.x() - a.x()) * ((y - a.y()) / (b.y() - a.y())), y};
+    }
+    QPointF limited(const QPointF &point) const
+    {
+        return {point.x(), std::min(std::max(point.y(), m_near.top()), m_near.bottom())};
+    }
+
+    QRectF m_near;
+    QPainterPath m_path;
+    QPointF m_at;
+    bool m_isOpen = false;
+};
+
+} // namespace
+
+QPainterPath linePath(const std::vector<TraceColumn> &columns, TraceCourse course, Vertices vertices,
+                      const QSizeF &size)
+{
+    NearPath path(size);
+    const auto placed = [vertices](double x, double y) {
+        // The centres of pixels are what whole ones name.
+        return vertices == Vertices::Whole ? QPointF(vertexPixel(x), vertexPixel(y))
+                                           : QPointF(x + 0.5, y + 0.5);
+    };
+    const TraceColumn *previous = nullptr;
+    for (const TraceColumn &column : columns) {
+        const bool isJoined = previous && areJoined(*previous, column);
+        if (previous && course == TraceCourse::Steps && !std::isnan(previous->last) &&
+            !std::isnan(column.left))
+            path.lineTo(
+                placed(column.left, previous->last)); // up to a gap as well: the value holds until then
+        if (isJoined) {
+            path.lineTo(placed(column.left, column.first));
+        } else if (!column.isGap()) {
+            path.moveTo(placed(column.left, std::isnan(column.first) ? column.top : column.first));
+        }
+        if (column.samples > 1 && !column.isGap()) {
+            const double middle = (column.left + column.right) / 2.0;
+            path.lineTo(placed(middle, column.top));
+            path.lineTo(placed(middle, column.bottom));
+            if (!std::isnan(column.last))
+                path.lineTo(placed(column.right, column.last));
+        }
+        previous = &column;
+    }
+    return path.path();
+}
+
+QVector<QRect> dotRectangles(int diameter)
+{
+    RectangleSweep sweep;
+    const double radius = diameter / 2.0;
+    for (int column = 0; column < diameter; ++column) {
+        const double x = column + 0.5 - radius;
+        const int half = int(std::sqrt(radius * radius - x * x) - 0.5 * (diameter % 2) + 0.5);
+        const int middle = diameter % 2;
+        sweep.add(column - diameter / 2, {-half, half + middle});
+    }
+    return sweep.takeRectangles();
+}
+
+} // namespace graph

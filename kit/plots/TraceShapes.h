@@ -1,0 +1,31 @@
+#pragma once
+
+#include "common/Export.h"
+#include "kit/plots/TraceRows.h"
+
+#include <QPainterPath>
+#include <QRect>
+#include <QVector>
+
+namespace graph {
+
+// A line of `lineWidth` pixels along the rows, as disjoint rectangles within `height` rows.
+GRAPH_CHARTS_EXPORT QVector<QRect> lineRectangles(const TraceRows &rows, int lineWidth, int height);
+
+// What lies between the rows, these included, and the base row.
+GRAPH_CHARTS_EXPORT QVector<QRect> areaRectangles(const TraceRows &rows, int baseRow, int height);
+
+// A bar for each column, as wide as its neighbours leave room for.
+GRAPH_CHARTS_EXPORT QVector<QRect> barRectangles(const std::vector<TraceColumn> &columns, int baseRow,
+                                                 const QSize &size);
+
+// A line through the columns' vertices, clipped some way outside of the item. Whole: on whole pixels, else
+// between them.
+enum class Vertices { Whole, Exact };
+GRAPH_CHARTS_EXPORT QPainterPath linePath(const std::vector<TraceColumn> &columns, TraceCourse course,
+                                          Vertices vertices, const QSizeF &size);
+
+// A round dot of that many pixels around 0, 0.
+GRAPH_CHARTS_EXPORT QVector<QRect> dotRectangles(int diameter);
+
+} // namespace graph

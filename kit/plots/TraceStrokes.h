@@ -1,0 +1,53 @@
+#pragma once
+
+#include "kit/plots/TraceRows.h"
+
+#include <QColor>
+
+class QPainter;
+
+namespace graph {
+
+// How a trace is drawn.
+struct TraceLook
+{
+    enum Style { Line, Area, Steps, Bars, Points, LineAndPoints };
+
+    Style style = Line;
+    QColor color;
+    int lineWidth = 2;
+    double fillOpacity = 0.25;
+    double baseline = 0.0; // in data units
+};
+
+// Paints a trace, once, into an item of the mapping's size. Pixel columns with many samples are painted from
+// their extremes, so that the cost follows the width of the item.
+class GRAPH_CHARTS_EXPORT TraceStrokes
+{
+public:
+    // samples: from left to right, those beside the item that its line runs on to included.
+    TraceStrokes(const TraceLook &look, const PixelMapping &mapping, const SampleSpan &samples);
+
+    void paint(QPainter *painter) const;
+
+    // The same for pairs of samples that are separate lines; style and order count for nothing.
+    static void paintSegments(QPainter *painter, const TraceLook &look, const PixelMapping &mapping,
+                              const SampleSpan &samples);
+
+private:
+    void paintLine(QPainter *painter, bool isFilled) const;
+    void paintRows(QPainter *painter, bool isFilled) const;
+    void paintPath(QPainter *painter, bool isFilled) const;
+    void paintBars(QPainter *painter) const;
+    void paintPoints(QPainter *painter) const;
+    void paintLoneSamples(QPainter *painter) const;
+    TraceCourse course() const;
+    int baseRow() const;
+
+    TraceLook m_look;
+    const PixelMapping &m_mapping;
+    const SampleSpan &m_samples;
+    std::vector<TraceColumn> m_columns;
+};
+
+} // namespace graph

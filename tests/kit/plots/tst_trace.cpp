@@ -1,0 +1,99 @@
+#include "kit/plots/Trace.h"
+#include "support/QmlDocument.h"
+#include "support/Table.h"
+
+#include "axis/ValueAxis.h"
+#include "data/PlotSeries.h"
+
+using graph::Trace;
+
+class tst_trace : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { qmlRegisterType<Trace>("charts", 1, 0, "Trace"); }
+
+    void data_data()
+    {
+        columns<QByteArray, QString>({"source", "samples"});
+        QTest::newRow("values") << QByteArray("values: [1, 5]; interval: 0.5; start: 2") << "2,1 2.5,5";
+        QTest::newRow("no numbers") << QByteArray("values: [1, undefined, 'x', null, '3']")
+                                    << "0,1 1,nan 2,nan 3,nan 4,3";
+        QTest::newRow("doubles") << QByteArray("values: new Float64Array([1.5, NaN])") << "0,1.5 1,nan";
+        QTest::newRow("part of a buffer")
+            << QByteArray("values: new Int16Array([1, 2, -3, 4]).subarray(1, 3)") << "0,2 1,-3";
+        QTest::newRow("positions") << QByteArray("positions: [4, 2]; values: [1, 5, 6]; interval: 3")
+                                   << "4,1 2,5";
+        QTest::newRow("series") << QByteArray("series: given") << "0,7 1,8";
+        QTest::newRow("as data") << QByteArray("plotData: given") << "0,7 1,8";
+        QTest::newRow("empty") << QByteArray("values: []; series: null; address: ''") << "";
+        QTest::newRow("two") << QByteArray("values: [1]; series: given") << "0,7 1,8";
+        QTest::newRow("no list") << QByteArray("values: 'abc'") << "";
+    }
+
+    void data()
+    {
+        QFETCH(QByteArray, source);
+        if (source == "values: [1]; series: given")
+            QTest::ignoreMessage(QtWarningMsg,
+                                 QRegularExpression("three ways to give the data; series is used$"));
+        if (source == "values: 'abc'")
+            QTest::ignoreMessage(QtWarningMsg, QRegularExpression("values is to be a list of numbers$"));
+        QmlDocument document("Item { PlotSeries { id: given; yData: [7, 8]; yUnits: 'Hz' } "
+                             "Trace { id: trace; unit: 'V'; " +
+                             source + " } }");
+        auto *trace = document.object<Trace>("trace");
+        QStringList samples;
+        for (int i = 0; trace->plotData() && i < trace->plotData()->size(); ++i)
+            samples << QString("%1,%2").arg(trace->plotData()->x(i)).arg(trace->plotData()->y(i));
+        const QString found = samples.join(' ');
+        QTEST(found, "samples");
+        QCOMPARE(document.object<PlotData>("given")->yUnits(), QString("Hz"));
+        if (trace->plotData() && !source.contains("given"))
+            QCOMPARE(trace->plotData()->yUnits(), QString("V"));
+        delete document.object<PlotData>("given");
+        QCoreApplication::processEvents();
+        QCOMPARE(trace->plotData() != nullptr, source.contains("values") && !source.contains("abc"));
+    }
+
+    // Of axes that a chart gave to the data; the values change their kind.
+    void keepsItsAxes()
+    {
+        QmlDocument document("Item { ValueAxis { id: axis } Trace { id: trace; values: [1] } }");
+        auto *trace = document.object<Trace>("trace");
+        trace->plotData()->setAxisX(document.object<ValueAxis>("axis"));
+        trace->setPositions(QVector<double>{3});
+        QCOMPARE(trace->plotData()->axisX(), document.object<ValueAxis>("axis"));
+        QCOMPARE(trace->plotData()->x(0), 3.0);
+    }
+
+    void extent()
+    {
+        Trace trace;
+        QVERIFY(trace.dataExtent().x.isEmpty());
+        trace.setInterval(-2);
+        trace.setValues(QVector<double>{qQNaN(), 3, -qInf(), 8});
+        QCOMPARE(trace.dataExtent().x.min, -6.0);
+        QCOMPARE(trace.dataExtent().y.min, 3.0);
+        QCOMPARE(trace.dataExtent(-4, 0).y.max, 3.0);
+        QSignalSpy changed(&trace, SIGNAL(dataChanged()));
+        trace.setValues(QVector<double>{1});
+        QTRY_COMPARE(changed.count(), 1);
+    }
+
+    void choiceOfColor()
+    {
+        Trace trace;
+        trace.setDefaultColor(Qt::red);
+        QCOMPARE(trace.penColor(), QColor(Qt::red));
+        trace.setPenColor(Qt::blue);
+        trace.setDefaultColor(Qt::green);
+        QCOMPARE(trace.penColor(), QColor(Qt::blue));
+        trace.resetColor();
+        QCOMPARE(trace.penColor(), QColor(Qt::green));
+    }
+};
+
+QTEST_MAIN(tst_trace)
+#include "tst_trace.moc"

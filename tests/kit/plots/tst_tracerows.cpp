@@ -1,0 +1,152 @@
+#include "kit/plots/TraceRows.h"
+#include "kit/plots/TraceShapes.h"
+#include "support/Table.h"
+
+#include "data/MinMaxPyramid.h"
+
+#include <random>
+
+using namespace graph;
+
+namespace {
+
+constexpr QSize size(60, 40);
+
+// Every sample for itself: the line from each to the next, one pixel column after the other.
+class PlainRows
+{
+public:
+    PlainRows(const SampleSpan &samples, const PixelMapping &mapping)
+    {
+        for (int i = 0; i < samples.size(); ++i) {
+            const QPointF end = vertex(samples, mapping, i);
+            if (isPlace(end))
+                add(int(end.x()), end.y(), end.y());
+            const QPointF begin = i > 0 ? vertex(samples, mapping, i - 1) : QPointF(qQNaN(), 0);
+            if (!isPlace(begin) || !isPlace(end) || begin.x() == end.x())
+                continue;
+            const double slope = (end.y() - begin.y()) / (end.x() - begin.x());
+            for (int c = std::max(0, int(begin.x())); c <= std::min(size.width() - 1, int(end.x())); ++c) {
+                const double left = std::max(begin.x(), c - 0.5);
+                const double right = std::min(end.x(), c + 0.5);
+                add(c, begin.y() + (left - begin.x()) * slope, begin.y() + (right - begin.x()) * slope);
+            }
+        }
+    }
+
+    double top[size.width()];
+    double bottom[size.width()];
+    bool any[size.width()] = {};
+
+private:
+    static bool isPlace(const QPointF &p) { return !std::isnan(p.x()) && !std::isnan(p.y()); }
+    static QPointF vertex(const SampleSpan &samples, const PixelMapping &mapping, int i)
+    {
+        const double y = samples.y(i);
+        return {double(mapping.column(samples.x(i))), std::isfinite(y) ? mapping.row(y) : qQNaN()};
+    }
+
+    void add(int column, double y, double otherY)
+    {
+        if (column < 0 || column >= size.width())
+            return;
+        top[column] = std::min({any[column] ? top[column] : y, y, otherY});
+        bottom[column] = std::max({any[column] ? bottom[column] : y, y, otherY});
+        any[column] = true;
+    }
+};
+
+} // namespace
+
+Q_DECLARE_METATYPE(graph::TraceCourse)
+
+class tst_tracerows : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    // Dense, sparse and bursty data with gaps, wholly or partly in view, with and without a pyramid.
+    void likeAPlainLoop()
+    {
+        std::mt19937 random(1);
+        const auto uniform = [&](double low, double high) {
+            return std::uniform_real_distribution<double>(low, high)(random);
+        };
+        for (int round = 0; round < 3000; ++round) {
+            const int count = int(std::exp(uniform(0, 7.5)));
+            const double gaps = round % 3 == 0 ? 0.2 : 0.0;
+            QVector<QPointF> points;
+            double x = uniform(-30, 60);
+            const double spacing = uniform(0.001, round % 5 == 0 ? 0.01 : 8);
+            for (int i = 0; i < count; ++i) {
+                x += round % 2 || i % 20 ? uniform(0, spacing) : uniform(0, 30);
+                const double y = uniform(0, 1) < gaps ? (i % 2 ? qQNaN() : qInf()) : uniform(-15, 55);
+                points.append({x, y});
+            }
+            const PixelMapping mapping(0, size.height() - 1, size.width() - 1, size.height() - 1, size);
+            const MinMaxPyramid pyramid(points.constData(), points.size());
+            SampleSpan samples = SampleSpan(points).between(0, size.width() - 1).withNeighbours();
+            if (round % 2)
+                samples.setPyramid(std::make_shared<MinMaxPyramid>(pyramid));
+            const TraceRows rows(traceColumns(samples, mapping), TraceCourse::Straight, size);
+            const PlainRows plain(samples, mapping);
+            for (int c = 0; c < size.width(); ++c) {
+                const Rows &own = rows.at(c);
+                QCOMPARE(!own.isEmpty(), plain.any[c]);
+                // A row that the line passes on its way into the next column may be that one's.
+                if (own.isEmpty())
+                    continue;
+                QVERIFY2(std::abs(own.top - plain.top[c]) <= 1.5 &&
+                             std::abs(own.end - 1 - plain.bottom[c]) <= 1.5,
+                         qPrintable(QString("round %1, column %2: %3..%4, not %5..%6")
+                                        .arg(round)
+                                        .arg(c)
+                                        .arg(own.top)
+                                        .arg(own.end - 1)
+                                        .arg(plain.top[c])
+                                        .arg(plain.bottom[c])));
+                if (c > 0 && gaps == 0.0 && !rows.at(c - 1).isEmpty())
+                    QVERIFY(rows.at(c - 1).touches(own));
+            }
+        }
+    }
+
+    void lines_data()
+    {
+        columns<QVector<QPointF>, TraceCourse, QString>({"points", "course", "rows"});
+        const auto straight = TraceCourse::Straight;
+        const auto steps = TraceCourse::Steps;
+        // Rows of a picture of 60 columns, as column:top-bottom; y grows upwards from row 39.
+        QTest::newRow("one sample") << QVector<QPointF>{{3, 9}} << straight << "3:30-30";
+        QTest::newRow("one row a column")
+            << QVector<QPointF>{{3, 9}, {5, 7}} << straight << "3:30-30 4:31-31 5:32-32";
+        QTest::newRow("upwards") << QVector<QPointF>{{3, 7}, {5, 9}} << straight << "3:32-32 4:31-31 5:30-30";
+        QTest::newRow("steep") << QVector<QPointF>{{3, 9}, {4, 5}} << straight << "3:30-31 4:32-34";
+        QTest::newRow("gap") << QVector<QPointF>{{3, 9}, {4, qQNaN()}, {5, 9}} << straight
+                             << "3:30-30 5:30-30";
+        QTest::newRow("steps") << QVector<QPointF>{{3, 9}, {5, 7}} << steps << "3:30-30 4:30-30 5:30-32";
+        QTest::newRow("held up to a gap")
+            << QVector<QPointF>{{3, 9}, {5, qQNaN()}} << steps << "3:30-30 4:30-30 5:30-30";
+        QTest::newRow("far outside") << QVector<QPointF>{{-1e9, 1e9 + 1}, {1e9, -1e9 + 1}} << straight
+                                     << "0:38-38 1:39-39 2:40-40";
+        QTest::newRow("infinite") << QVector<QPointF>{{3, qInf()}, {4, -qInf()}} << straight << "";
+    }
+
+    void lines()
+    {
+        QFETCH(QVector<QPointF>, points);
+        QFETCH(TraceCourse, course);
+        const PixelMapping mapping(0, size.height() - 1, size.width() - 1, size.height() - 1, size);
+        const TraceRows rows(traceColumns(SampleSpan(points), mapping), course, size);
+        QStringList text;
+        for (int c = 0; c < 6; ++c) {
+            if (!rows.at(c).isEmpty() && rows.at(c).top <= size.height())
+                text << QString("%1:%2-%3").arg(c).arg(rows.at(c).top).arg(rows.at(c).end - 1);
+        }
+        const QString found = text.join(QLatin1Char(' '));
+        QTEST(found, "rows");
+    }
+};
+
+QTEST_APPLESS_MAIN(tst_tracerows)
+#include "tst_tracerows.moc"
