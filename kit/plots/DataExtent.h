@@ -14,6 +14,17 @@ struct DataExtent
     MinMax y;
 };
 
+// A plot that knows how far its data reaches, for the chart that chooses the ranges of its axes.
+class GRAPH_CHARTS_EXPORT ExtentSource
+{
+public:
+    virtual ~ExtentSource() = default;
+
+    virtual DataExtent dataExtent() const = 0;
+    // Of what lies between two x.
+    virtual DataExtent dataExtent(double xMin, double xMax) const = 0;
+};
+
 // Of all samples, at the cost of a look at each after a change of the data and of a few steps from the second
 // request on.
 GRAPH_CHARTS_EXPORT DataExtent dataExtent(const PlotData &data);

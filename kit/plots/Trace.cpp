@@ -1,10 +1,10 @@
 #include "kit/plots/Trace.h"
 
 #include "common/Opacity.h"
-#include "data/PlotPoints.h"
 #include "data/PlotSeries.h"
 #include "kit/data/KitLog.h"
 #include "kit/data/NumberList.h"
+#include "kit/plots/TracePoints.h"
 #include "kit/plots/TraceStrokes.h"
 
 #include <QDebug>
@@ -12,21 +12,6 @@
 namespace graph {
 
 namespace {
-
-// Takes both coordinates at once, which written one after the other would be two changes.
-class TracePoints : public PlotPoints
-{
-public:
-    using PlotPoints::PlotPoints;
-
-    void setCoordinates(const QVector<double> &x, const QVector<double> &y)
-    {
-        QVector<QPointF> points(std::min(x.size(), y.size()));
-        for (int i = 0; i < points.size(); ++i)
-            points[i] = QPointF(x.at(i), y.at(i));
-        setPoints(points);
-    }
-};
 
 TraceLook lookOf(const Trace &trace)
 {

@@ -9,7 +9,7 @@
 namespace graph {
 
 // A plot with its data: values written in the document, any data object, or an address on the bus.
-class GRAPH_CHARTS_EXPORT Trace : public GraphPlot
+class GRAPH_CHARTS_EXPORT Trace : public GraphPlot, public ExtentSource
 {
     Q_OBJECT
     Q_PROPERTY(QVariant values READ values WRITE setValues NOTIFY valuesChanged)
@@ -69,8 +69,8 @@ public:
     void setDefaultLineWidth(int width);
 
     // How far the data reaches; empty without any.
-    DataExtent dataExtent() const;
-    DataExtent dataExtent(double xMin, double xMax) const;
+    DataExtent dataExtent() const override;
+    DataExtent dataExtent(double xMin, double xMax) const override;
 
 signals:
     void valuesChanged();

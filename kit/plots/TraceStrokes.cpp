@@ -212,6 +212,14 @@ TraceCourse TraceStrokes::course() const
 
 int TraceStrokes::baseRow() const
 {
+    switch (m_look.fill) {
+    case TraceLook::ToTop:
+        return 0;
+    case TraceLook::ToBottom:
+        return wholeSize(m_mapping).height();
+    case TraceLook::ToBaseline:
+        break;
+    }
     return m_mapping.row(std::isfinite(m_look.baseline) ? m_look.baseline : 0.0);
 }
 

@@ -13,7 +13,11 @@ struct TraceLook
 {
     enum Style { Line, Area, Steps, Bars, Points, LineAndPoints };
 
+    // Up to where an area reaches.
+    enum Fill { ToBaseline, ToTop, ToBottom };
+
     Style style = Line;
+    Fill fill = ToBaseline;
     QColor color;
     int lineWidth = 2;
     double fillOpacity = 0.25;

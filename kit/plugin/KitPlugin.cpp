@@ -1,11 +1,17 @@
 #include "kit/plugin/KitPlugin.h"
 
+#include "kit/plots/ColorScale.h"
+#include "kit/plots/LimitLine.h"
 #include "kit/plots/Trace.h"
+#include "kit/plots/WaterfallPlot.h"
 
 #include <QtQml>
 
 void KitPlugin::registerTypes(const char *uri)
 {
     qmlRegisterModule(uri, 1, 0);
+    qmlRegisterType<graph::ColorScale>(uri, 1, 0, "ColorScale");
+    qmlRegisterType<graph::LimitLine>(uri, 1, 0, "LimitLine");
     qmlRegisterType<graph::Trace>(uri, 1, 0, "Trace");
+    qmlRegisterType<graph::WaterfallPlot>(uri, 1, 0, "WaterfallPlot");
 }

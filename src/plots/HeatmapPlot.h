@@ -30,6 +30,8 @@ public:
     QString units() const { return m_units; }
     QString dataFilePath() const { return m_dataFilePath; }
     int testPointState() const { return m_testPointState; }
+    // By code; the first is that of cells without one.
+    static const std::vector<unsigned int> &colors() { return m_heatMapColors; }
     QString dataDirectory() const { return m_dataDirectory; }
 
     // A level in dBmV in the chosen unit.

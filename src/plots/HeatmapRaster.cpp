@@ -1,5 +1,7 @@
 #include "plots/HeatmapRaster.h"
 
+#include "plots/CellCover.h"
+
 #include <algorithm>
 #include <cmath>
 #include <cstring>
@@ -11,51 +13,12 @@ namespace {
 
 using Code = unsigned char;
 
-// Columns, or rows, first..end-1; none when they are equal.
-struct CellRange
-{
-    int first = 0;
-    int end = 0;
-
-    int count() const { return end - first; }
-    bool operator==(const CellRange &other) const { return first == other.first && end == other.end; }
-    void include(const CellRange &other)
-    {
-        if (other.count() == 0)
-            return;
-        first = count() == 0 ? other.first : std::min(first, other.first);
-        end = std::max(end, other.end);
-    }
-};
-
 CellRange hull(const std::vector<CellRange> &ranges)
 {
     CellRange all;
     for (const CellRange &range : ranges)
         all.include(range);
     return all;
-}
-
-// For each of `pixels` pixels the cells that cover it. Cell i reaches from edges[i] to edges[i + 1], in item
-// coordinates; cells that lie before 0 or after `last` as a whole are left out. The cells of one pixel are
-// neighbours as long as the edges rise or fall throughout.
-std::vector<CellRange> coveringCells(const std::vector<double> &edges, int pixels, double last)
-{
-    std::vector<CellRange> ranges(pixels);
-    for (int i = 0; i + 1 < int(edges.size()); ++i) {
-        if (std::isunordered(edges[i], edges[i + 1]))
-            continue;
-        const double low = std::min(edges[i], edges[i + 1]);
-        const double high = std::max(edges[i], edges[i + 1]);
-        const bool isVisible = (high > 0.0 || low == 0.0) && low <= last;
-        if (!isVisible)
-            continue;
-        const int first = pixel(low);
-        const int end = std::min(std::max(pixel(high), first + 1), pixels);
-        for (int p = std::max(first, 0); p < end; ++p)
-            ranges[p].include({i, i + 1});
-    }
-    return ranges;
 }
 
 // Item coordinates of the borders between columns: half way between their frequencies. The first and the last
@@ -93,25 +56,6 @@ std::vector<double> rowEdges(const Heatmap &heatmap, double topLevel, const Pixe
     for (int r = 0; r <= heatmap.rowCount; ++r)
         edges[r] = mapping.y(double(top - float(r) * step));
     return edges;
-}
-
-// out[i] = the larger of a[i] and b[i]. In blocks of a fixed size, which compilers turn into single
-// instructions.
-void largerOf(const Code *a, const Code *b, Code *out, int count)
-{
-    constexpr int blockSize = 16;
-    int i = 0;
-    for (; i + blockSize <= count; i += blockSize) {
-        Code x[blockSize];
-        Code y[blockSize];
-        std::memcpy(x, a + i, blockSize);
-        std::memcpy(y, b + i, blockSize);
-        for (int k = 0; k < blockSize; ++k)
-            x[k] = std::max(x[k], y[k]);
-        std::memcpy(out + i, x, blockSize);
-    }
-    for (; i < count; ++i)
-        out[i] = std::max(a[i], b[i]);
 }
 
 // Finds the largest code among the columns of each pixel of a line, by a ladder of rows: level k holds at i

@@ -1,0 +1,288 @@
+#include "kit/plots/ColorScale.h"
+
+#include "common/SafeInteger.h"
+#include "kit/plots/WaterfallPlot.h"
+#include "plots/HeatmapPlot.h"
+
+#include <QMouseEvent>
+#include <QPainter>
+
+#include <cmath>
+
+namespace graph {
+
+namespace {
+
+constexpr int labelGap = 5;   // pixels between bar and labels
+constexpr int tickLength = 3; // pixels
+// Line heights from one label to the next.
+constexpr double labelDistance = 2.2;
+// The share of the bar at each end that drags this end; what is between drags both.
+constexpr double endShare = 1.0 / 3.0;
+// Ends are not dragged nearer to each other than this share of their distance in one go.
+constexpr double leastPlace = 0.05;
+
+double rowOf(const QMouseEvent &event)
+{
+#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
+    return event.position().y();
+#else
+    return event.localPos().y();
+#endif
+}
+
+} // namespace
+
+/*!
+    \qmltype ColorScale
+    \inqmlmodule graph_kit
+    \inherits Item
+    \brief The colours of a WaterfallPlot with their levels, or the steps of a HeatmapPlot.
+
+    \code
+    Row {
+        WaterfallPlot { id: waterfall; width: 700; height: 400 }
+        ColorScale { plot: waterfall; height: 400 }
+    }
+    \endcode
+
+    It is a bar with labels at its right, 64 pixels wide unless it is given a width. The upper and the lower
+   third of the bar can be dragged to move \c to and \c from of the plot, what is between to move both; a
+   double click or tap lets both follow the levels again.
+
+    \qmlproperty AbstractPlot ColorScale::plot
+    A WaterfallPlot or a HeatmapPlot; null by default, and nothing is shown for any other plot.
+*/
+ColorScale::ColorScale(QQuickItem *parent)
+    : QQuickPaintedItem(parent)
+{
+    setRenderTarget(Image);
+    setImplicitWidth(64);
+    setImplicitHeight(200);
+    setAcceptedMouseButtons(Qt::LeftButton);
+}
+
+void ColorScale::setPlot(AbstractPlot *plot)
+{
+    if (m_plot == plot)
+        return;
+    if (m_plot)
+        disconnect(m_plot, nullptr, this, nullptr);
+    m_plot = plot;
+    m_grab = Grab::None;
+    if (plot) {
+        connect(plot, SIGNAL(destroyed()), this, SLOT(handlePlotGone()));
+        if (waterfall()) {
+            connect(plot, SIGNAL(levelsChanged()), this, SLOT(update()));
+            connect(plot, SIGNAL(colorMapChanged()), this, SLOT(update()));
+            connect(plot, SIGNAL(unitChanged()), this, SLOT(update()));
+        }
+    }
+    update();
+    emit plotChanged();
+}
+
+void ColorScale::handlePlotGone()
+{
+    m_grab = Grab::None;
+    update();
+    emit plotChanged();
+}
+
+/*!
+    \qmlproperty bool ColorScale::draggable
+    Whether the levels can be dragged; true by default.
+*/
+void ColorScale::setDraggable(bool draggable)
+{
+    if (m_draggable == draggable)
+        return;
+    m_draggable = draggable;
+    m_grab = Grab::None;
+    emit draggableChanged();
+}
+
+/*!
+    \qmlproperty color ColorScale::textColor
+    The colour of labels and ticks, grey by default.
+
+    \qmlproperty int ColorScale::fontSize
+    The height of the labels in pixels, 12 by default.
+
+    \qmlproperty int ColorScale::barWidth
+    The width of the bar in pixels, 14 by default.
+*/
+void ColorScale::setTextColor(const QColor &color)
+{
+    if (m_textColor == color)
+        return;
+    m_textColor = color;
+    update();
+    emit textColorChanged();
+}
+
+void ColorScale::setFontSize(int size)
+{
+    if (m_fontSize == size || size < 1)
+        return;
+    m_fontSize = size;
+    update();
+    emit fontSizeChanged();
+}
+
+void ColorScale::setBarWidth(int width)
+{
+    if (m_barWidth == width || width < 1)
+        return;
+    m_barWidth = width;
+    update();
+    emit barWidthChanged();
+}
+
+WaterfallPlot *ColorScale::waterfall() const
+{
+    return qobject_cast<WaterfallPlot *>(m_plot.data());
+}
+
+QFont ColorScale::font() const
+{
+    QFont result;
+    result.setPixelSize(m_fontSize);
+    return result;
+}
+
+// The labels of the ends need half a line each.
+QRect ColorScale::bar() const
+{
+    const int margin = QFontMetrics(font()).height() / 2 + 1;
+    return {0, margin, m_barWidth, pixel(height()) - 2 * margin};
+}
+
+double ColorScale::placeAt(double row) const
+{
+    const QRect area = bar();
+    return area.height() > 1 ? (area.bottom() - row) / (area.height() - 1.0) : 0.0;
+}
+
+void ColorScale::paint(QPainter *painter)
+{
+    if (bar().height() < 2)
+        return;
+    painter->setFont(font());
+    if (const WaterfallPlot *plot = waterfall())
+        paintLevels(painter, *plot);
+    else if (qobject_cast<HeatmapPlot *>(m_plot.data()))
+        paintSteps(painter);
+}
+
+void ColorScale::paintLevels(QPainter *painter, const WaterfallPlot &plot) const
+{
+    const QRect area = bar();
+    for (int row = area.top(); row <= area.bottom(); ++row) {
+        const int index = int(std::lround(placeAt(row) * (colorMapSize - 1)));
+        painter->fillRect(area.left(), row, area.width(), 1, QColor(plot.colors().at(index)));
+    }
+    const int lineHeight = QFontMetrics(font()).height();
+    const int most = std::max(2, int(area.height() / (labelDistance * lineHeight)));
+    const ScaleTicks ticks = scaleTicks(plot.from(), plot.to(), most);
+    for (int i = 0; i < ticks.values.size(); ++i) {
+        const double place = (ticks.values.at(i) - plot.from()) / (plot.to() - plot.from());
+        const double row = area.bottom() - place * (area.height() - 1);
+        const bool isTopmost = plot.to() > plot.from() ? i + 1 == ticks.values.size() : i == 0;
+        const QString unit = isTopmost && !plot.unit().isEmpty() ? QLatin1Char(' ') + plot.unit() : QString();
+        paintLabel(painter, row, ticks.labels.at(i) + unit);
+    }
+}
+
+void ColorScale::paintSteps(QPainter *painter) const
+{
+    const QRect area = bar();
+    const std::vector<unsigned int> &colors = HeatmapPlot::colors();
+    const int steps = int(colors.size()) - 1; // the first is that of cells without a level
+    for (int step = 0; step < steps; ++step) {
+        const int top = area.bottom() + 1 - area.height() * (step + 1) / steps;
+        const int end = area.bottom() + 1 - area.height() * step / steps;
+        painter->fillRect(area.left(), top, area.width(), end - top, QColor(colors[std::size_t(step) + 1]));
+        paintLabel(painter, (top + end - 1) / 2.0, QString::number(step + 1));
+    }
+}
+
+void ColorScale::paintLabel(QPainter *painter, double row, const QString &text) const
+{
+    const QRect area = bar();
+    const int y = int(std::lround(row));
+    painter->fillRect(area.right() + 1, y, tickLength, 1, m_textColor);
+    painter->setPen(m_textColor);
+    const int left = area.right() + 1 + labelGap;
+    const int lineHeight = QFontMetrics(font()).height();
+    painter->drawText(QRect(left, y - lineHeight / 2, pixel(width()) - left, lineHeight),
+                      Qt::AlignLeft | Qt::AlignVCenter | Qt::TextDontClip, text);
+}
+
+void ColorScale::mousePressEvent(QMouseEvent *event)
+{
+    const WaterfallPlot *plot = waterfall();
+    if (!plot || !m_draggable || bar().height() < 2) {
+        event->ignore();
+        return;
+    }
+    const double place = placeAt(rowOf(*event));
+    m_grab = place > 1.0 - endShare ? Grab::Top : place < endShare ? Grab::Bottom : Grab::Middle;
+    m_grabbedLevel = plot->from() + (plot->to() - plot->from()) * place;
+    setKeepMouseGrab(true);
+}
+
+void ColorScale::mouseMoveEvent(QMouseEvent *event)
+{
+    drag(placeAt(rowOf(*event)));
+}
+
+// The level that was grabbed stays under the finger.
+void ColorScale::drag(double place)
+{
+    WaterfallPlot *plot = waterfall();
+    if (!plot || m_grab == Grab::None)
+        return;
+    const double from = plot->from();
+    const double to = plot->to();
+    switch (m_grab) {
+    case Grab::Top:
+        plot->setTo(from + (m_grabbedLevel - from) / std::max(place, leastPlace));
+        break;
+    case Grab::Bottom:
+        plot->setFrom(to - (to - m_grabbedLevel) / std::max(1.0 - place, leastPlace));
+        break;
+    case Grab::Middle: {
+        const double shift = m_grabbedLevel - (from + (to - from) * place);
+        plot->setFrom(from + shift);
+        plot->setTo(to + shift);
+        break;
+    }
+    case Grab::None:
+        break;
+    }
+}
+
+void ColorScale::mouseReleaseEvent(QMouseEvent *)
+{
+    mouseUngrabEvent();
+}
+
+void ColorScale::mouseUngrabEvent()
+{
+    m_grab = Grab::None;
+    setKeepMouseGrab(false);
+}
+
+void ColorScale::mouseDoubleClickEvent(QMouseEvent *event)
+{
+    WaterfallPlot *plot = waterfall();
+    if (!plot || !m_draggable) {
+        event->ignore();
+        return;
+    }
+    plot->resetFrom();
+    plot->resetTo();
+}
+
+} // namespace graph

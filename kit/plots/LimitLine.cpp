@@ -1,0 +1,258 @@
+#include "kit/plots/LimitLine.h"
+
+#include "axis/ValueAxis.h"
+#include "common/Opacity.h"
+#include "kit/data/KitLog.h"
+#include "kit/data/NumberList.h"
+#include "kit/plots/TraceShapes.h"
+#include "kit/plots/TraceStrokes.h"
+#include "raster/Strokes.h"
+
+#include <QDebug>
+#include <QPainter>
+
+#include <cmath>
+
+namespace graph {
+
+namespace {
+
+constexpr double aroundItem = 16.0; // pixels
+constexpr double farthest = std::numeric_limits<double>::max();
+
+QVector<double> numbersOf(const QObject *line, const char *property, const QVariant &list)
+{
+    const auto numbers = numberList(list);
+    if (!numbers && list.isValid() && !list.isNull())
+        qCWarning(kitLog) << line << property << "is to be a list of numbers";
+    return numbers.value_or(QVector<double>());
+}
+
+} // namespace
+
+/*!
+    \qmltype LimitLine
+    \inqmlmodule graph_kit
+    \inherits GraphPlot
+    \brief A line that samples are not to cross, and whether they do.
+
+    \code
+    LimitLine { positions: [20, 1000, 20000]; values: [-40, -20, -40]; series: spectrum; kind: LimitLine.Upper
+   } \endcode
+
+    \qmlproperty list<real> LimitLine::positions
+    \qmlproperty list<real> LimitLine::values
+    The points of the line in units of the axes, in any order; between them it is straight on the screen, also
+   on a logarithmic axis. Beside it there is no limit, nor where a value is NaN; two points at one position
+   are a jump. One value without positions holds everywhere. Empty by default.
+*/
+LimitLine::LimitLine(QQuickItem *parent)
+    : GraphPlot(parent)
+{
+    setRenderTarget(Image);
+    setPenColor(QColor(0xe5, 0x48, 0x4d));
+    connect(this, SIGNAL(penColorChanged(QColor)), this, SLOT(update()));
+    connect(this, SIGNAL(penColorChanged(QColor)), this, SIGNAL(colorChanged()));
+    connect(this, SIGNAL(axisXChanged(ValueAxis *)), this, SLOT(followScale(ValueAxis *)));
+    connect(this, SIGNAL(axisYChanged(ValueAxis *)), this, SLOT(followScale(ValueAxis *)));
+    setPlotData(&m_limit);
+}
+
+LimitLine::~LimitLine()
+{
+    setPlotData(nullptr);
+}
+
+void LimitLine::setPositions(const QVariant &positions)
+{
+    m_positions = numbersOf(this, "positions", positions);
+    applyLimit();
+    emit positionsChanged();
+}
+
+void LimitLine::setValues(const QVariant &values)
+{
+    m_values = numbersOf(this, "values", values);
+    applyLimit();
+    emit valuesChanged();
+}
+
+void LimitLine::setLimit(const QVector<double> &positions, const QVector<double> &values)
+{
+    m_positions = positions;
+    m_values = values;
+    applyLimit();
+    emit positionsChanged();
+    emit valuesChanged();
+}
+
+void LimitLine::applyLimit()
+{
+    // A value that holds everywhere has no place of its own, but the plot is to count as one with data.
+    if (holdsEverywhere())
+        m_limit.setCoordinates({std::numeric_limits<double>::quiet_NaN()}, m_values);
+    else
+        m_limit.setCoordinates(m_positions, m_values);
+    judge();
+}
+
+/*!
+    \qmlproperty enumeration LimitLine::kind
+    LimitLine.Upper (default) or LimitLine.Lower.
+*/
+void LimitLine::setKind(Kind kind)
+{
+    if (m_kind == kind)
+        return;
+    m_kind = kind;
+    update();
+    emit kindChanged();
+    judge();
+}
+
+/*!
+    \qmlproperty PlotData LimitLine::series
+    The data that is compared with the limit at each change; null by default.
+
+    \qmlproperty bool LimitLine::passed
+    \readonly
+    Whether no sample is beyond the limit; false while none has been compared.
+
+    \qmlproperty real LimitLine::margin
+    \readonly
+    The least distance of a sample from the limit, in units of y, negative beyond it; NaN while none has been
+   compared.
+
+    \qmlproperty real LimitLine::worstAt
+    \readonly
+    The x of that sample; NaN without one.
+*/
+void LimitLine::setSeries(PlotData *series)
+{
+    if (m_series == series)
+        return;
+    if (m_series)
+        disconnect(m_series, nullptr, this, SLOT(judge()));
+    m_series = series;
+    if (series) {
+        connect(series, SIGNAL(plotChanged()), this, SLOT(judge()));
+        connect(series, SIGNAL(destroyed()), this, SLOT(judge()));
+    }
+    emit seriesChanged();
+    judge();
+}
+
+void LimitLine::followScale(ValueAxis *axis)
+{
+    if (axis)
+        connect(axis, SIGNAL(axisChanged()), this, SLOT(judge()), Qt::UniqueConnection);
+    judge();
+}
+
+LimitScales LimitLine::scales() const
+{
+    return {axisX() ? axisX()->scaleKind() : ScaleKind::Linear,
+            axisY() ? axisY()->scaleKind() : ScaleKind::Linear};
+}
+
+QVector<QPointF> LimitLine::limitOver(double xMin, double xMax) const
+{
+    if (holdsEverywhere())
+        return {{xMin, m_values.first()}, {xMax, m_values.first()}};
+    return m_limit.sampleSpan(-farthest, farthest).toVector();
+}
+
+void LimitLine::judge()
+{
+    LimitVerdict verdict;
+    if (m_series && !m_values.isEmpty()) {
+        const SampleSpan all = m_series->sampleSpan(-farthest, farthest);
+        const QVector<QPointF> limit = limitOver(all.first().x(), all.last().x());
+        if (!all.isEmpty() && !m_series->usePointsAsSegments())
+            verdict = checkLimit(limit, m_kind == Upper ? LimitSide::Upper : LimitSide::Lower, all, scales());
+    }
+    const auto isSame = [](double a, double b) { return a == b || (std::isnan(a) && std::isnan(b)); };
+    if (isSame(verdict.margin, m_verdict.margin) && isSame(verdict.worstAt, m_verdict.worstAt))
+        return;
+    m_verdict = verdict;
+    emit verdictChanged();
+}
+
+/*!
+    \qmlproperty string LimitLine::name
+    What a legend calls the line; empty by default.
+*/
+void LimitLine::setName(const QString &name)
+{
+    if (m_limit.label() == name)
+        return;
+    m_limit.setLabel(name);
+    emit nameChanged();
+}
+
+/*!
+    \qmlproperty color LimitLine::color
+    The colour of the line, a red by default.
+
+    \qmlproperty int LimitLine::lineWidth
+    The width of the line in pixels, 2 by default.
+*/
+void LimitLine::setLineWidth(int width)
+{
+    if (m_lineWidth == width)
+        return;
+    m_lineWidth = width;
+    update();
+    emit lineWidthChanged();
+}
+
+/*!
+    \qmlproperty real LimitLine::fillOpacity
+    The opacity, from 0 to 1, of what is beyond the limit; 0.12 by default.
+*/
+void LimitLine::setFillOpacity(double opacity)
+{
+    const double bounded = boundedOpacity(opacity);
+    if (m_fillOpacity == bounded)
+        return;
+    m_fillOpacity = bounded;
+    update();
+    emit fillOpacityChanged();
+}
+
+DataExtent LimitLine::dataExtent() const
+{
+    return dataExtent(-farthest, farthest);
+}
+
+DataExtent LimitLine::dataExtent(double xMin, double xMax) const
+{
+    if (!holdsEverywhere())
+        return graph::dataExtent(m_limit, xMin, xMax);
+    DataExtent extent;
+    if (std::isfinite(m_values.first()))
+        extent.y.add({m_values.first(), m_values.first()});
+    return extent;
+}
+
+void LimitLine::paintPlot(const PlotFrame &frame)
+{
+    SampleSpan samples;
+    if (holdsEverywhere()) {
+        // Beyond the item, so that its outer columns are covered.
+        const auto [left, right] = std::minmax(
+            {frame.mapping.valueX(-aroundItem), frame.mapping.valueX(frame.mapping.width() + aroundItem)});
+        samples = SampleSpan(limitOver(left, right));
+    } else {
+        samples = m_limit.sampleSpan(frame.visibleRect).withNeighbours();
+    }
+    TraceLook look;
+    look.style = TraceLook::Area;
+    look.color = penColor();
+    look.lineWidth = m_lineWidth;
+    look.fillOpacity = m_fillOpacity;
+    look.fill = m_kind == Upper ? TraceLook::ToTop : TraceLook::ToBottom;
+    TraceStrokes(look, frame.mapping, inOrderOfColumns(samples)).paint(frame.painter);
+}
+
+} // namespace graph

@@ -1,0 +1,25 @@
+#pragma once
+
+#include "data/PlotPoints.h"
+
+#include <algorithm>
+
+namespace graph {
+
+// Points that take both coordinates at once; written one after the other they would be two changes.
+class TracePoints : public PlotPoints
+{
+public:
+    using PlotPoints::PlotPoints;
+
+    // The shorter of the two counts.
+    void setCoordinates(const QVector<double> &x, const QVector<double> &y)
+    {
+        QVector<QPointF> points(std::min(x.size(), y.size()));
+        for (int i = 0; i < points.size(); ++i)
+            points[i] = QPointF(x.at(i), y.at(i));
+        setPoints(points);
+    }
+};
+
+} // namespace graph
