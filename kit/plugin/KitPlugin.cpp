@@ -1,5 +1,6 @@
 #include "kit/plugin/KitPlugin.h"
 
+#include "kit/axis/ChartAxis.h"
 #include "kit/plots/ColorScale.h"
 #include "kit/plots/LimitLine.h"
 #include "kit/plots/Trace.h"
@@ -10,6 +11,7 @@
 void KitPlugin::registerTypes(const char *uri)
 {
     qmlRegisterModule(uri, 1, 0);
+    qmlRegisterType<graph::ChartAxis>(uri, 1, 0, "ChartAxis");
     qmlRegisterType<graph::ColorScale>(uri, 1, 0, "ColorScale");
     qmlRegisterType<graph::LimitLine>(uri, 1, 0, "LimitLine");
     qmlRegisterType<graph::Trace>(uri, 1, 0, "Trace");

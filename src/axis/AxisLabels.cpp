@@ -137,9 +137,10 @@ private:
         const bool downwards = (m_side == AxisSide::End) == m_band || m_side == AxisSide::Middle;
         double top = std::floor(m_plot.center().y()) + rowDistance;
         if (m_side == AxisSide::Begin)
-            top = m_band ? m_plot.top() - rowDistance - m_height : m_plot.top() + rowDistance;
+            top = m_band ? m_plot.top() - m_look.offset - rowDistance - m_height : m_plot.top() + rowDistance;
         else if (m_side == AxisSide::End)
-            top = m_band ? m_plot.bottom() + rowDistance : m_plot.bottom() - rowDistance - m_height;
+            top = m_band ? m_plot.bottom() + m_look.offset + rowDistance
+                         : m_plot.bottom() - rowDistance - m_height;
         return downwards ? top + row * m_height : top - row * m_height;
     }
     double rowTop(int row) const
@@ -283,9 +284,10 @@ private:
     {
         double wanted = std::floor(m_plot.center().x()) - bandDistance - width;
         if (m_side == AxisSide::Begin)
-            wanted = m_band ? m_plot.left() - bandDistance - width : m_plot.left() + rowDistance;
+            wanted = m_band ? m_plot.left() - m_look.offset - bandDistance - width : m_plot.left() + rowDistance;
         else if (m_side == AxisSide::End)
-            wanted = m_band ? m_plot.right() + bandDistance : m_plot.right() - rowDistance - width;
+            wanted = m_band ? m_plot.right() + m_look.offset + bandDistance
+                            : m_plot.right() - rowDistance - width;
         return clampedPlace(wanted, m_bounds.left(), m_bounds.right() - width);
     }
 
@@ -307,7 +309,9 @@ private:
         if (!m_band)
             return m_bounds.width();
         const bool atLeft = m_side == AxisSide::Begin;
-        return (atLeft ? m_plot.left() - m_bounds.left() : m_bounds.right() - m_plot.right()) - bandDistance;
+        const double room =
+            atLeft ? m_plot.left() - m_bounds.left() : m_bounds.right() - m_plot.right();
+        return room - m_look.offset - bandDistance;
     }
 
     // Behind the highest number, where any of them would have room for that.

@@ -18,11 +18,14 @@ struct AxisLook
     Qt::Alignment alignment = Qt::AlignBottom;
     Qt::Orientation orientation = Qt::Horizontal;
     int margin = 0;
+    int offset = 0; // between the plot area and the margin, which others have there
     bool staggered = false;
     bool hasLines = true;
     bool hasLabels = true;
     QPen linePen;
     QVector<qreal> dashes; // as written; counts where the pen has custom dashes
+    QPen minorPen;
+    int minorLength = 0; // from the axis' side on; 0: all across the plot area
     QColor labelColor = Qt::black;
     QColor verticalUnitColor;
     QFont labelFont;

@@ -4,6 +4,8 @@
 
 #include <QPainter>
 
+#include <algorithm>
+
 namespace graph {
 
 namespace {
@@ -31,6 +33,28 @@ QPen drawablePen(const AxisLook &look)
     return pen;
 }
 
+// The lines of minor ticks, which may be short ones at the side of the axis.
+void paintMinorLines(QPainter *painter, const AxisLook &look, const TickMarks &marks, const QRectF &plot)
+{
+    QVector<QLineF> lines;
+    const double across = look.isHorizontal() ? plot.height() : plot.width();
+    const double length = look.minorLength > 0 ? std::min<double>(look.minorLength, across) : across;
+    const double begin = look.side() == AxisSide::Begin ? 0.0 : across - length;
+    for (const double minor : marks.set().minors) {
+        const double place = marks.place(minor);
+        if (!(place > -1.0 && place < marks.length()))
+            continue;
+        const QPointF from(pixel(place), begin);
+        const QPointF to(pixel(place), begin + length - 1.0);
+        if (look.isHorizontal())
+            lines.append(QLineF(from, to).translated(plot.topLeft()));
+        else
+            lines.append(QLineF(from.y(), from.x(), to.y(), to.x()).translated(plot.topLeft()));
+    }
+    painter->setPen(look.minorPen);
+    painter->drawLines(lines);
+}
+
 } // namespace
 
 void paintAxisLines(QPainter *painter, const AxisLook &look, const TickMarks &marks, const QRectF &plot)
@@ -49,6 +73,8 @@ void paintAxisLines(QPainter *painter, const AxisLook &look, const TickMarks &ma
     }
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing, false);
+    if (!marks.set().minors.isEmpty())
+        paintMinorLines(painter, look, marks, plot);
     painter->setPen(drawablePen(look));
     painter->drawLines(lines);
     painter->restore();

@@ -119,7 +119,7 @@ public:
     QColor linePen() const { return lineColor(); }
     QColor labelPen() const { return labelColor(); }
     QString unit() const { return m_look.unit; }
-    int requiredMargin() const;
+    virtual int requiredMargin() const;
     ZoomRect *zoomRect() const { return m_zoomRect; }
 
     // How values are spread along the axis, and their places in its full range.
@@ -129,6 +129,10 @@ public:
     // samples as if it had not happened.
     bool isReversible() const { return m_reversible; }
     bool isReversed() const { return m_reversible && m_range.minVisible() > m_range.maxVisible(); }
+    // Whether the margin is beside those of other axes of its side instead of shared with them, and how far from
+    // the plot area it then is; the plane sees to that.
+    virtual bool hasOwnMargin() const { return false; }
+    bool setMarginOffset(int offset);
 
     void setZoomRect(ZoomRect *zoomRect);
     void handleValueRangeChanged();
@@ -153,13 +157,14 @@ public:
     void updateRequiredMargin();
 
     // How the axis is drawn, for planes and for the other axes there.
-    graph::AxisLook look() const;
+    virtual graph::AxisLook look() const;
 
     // Draw into the plot rectangle of a plane, labels also into the margins around it: with what the plane
     // tells of the surroundings, or on the labels plane alone.
     void paintLines(QPainter *painter, const QRectF &rect);
     void paintLabels(QPainter *painter, const QRectF &rect);
-    void paintLabels(QPainter *painter, const QRectF &rect, const graph::LabelSurroundings &surroundings);
+    virtual void paintLabels(QPainter *painter, const QRectF &rect,
+                             const graph::LabelSurroundings &surroundings);
 
 public slots:
     void setAlignment(Qt::Alignment alignment);
@@ -232,10 +237,14 @@ protected:
     void setScaleKind(graph::ScaleKind kind);
     void setReversible() { m_reversible = true; }
 
+    // What there is to draw in a plot area.
+    virtual graph::TickSet tickSet(const QRectF &rect);
+    // To be called when a tick has another text than in the last repaint.
+    void forgetTexts() { m_texts.clear(); }
+
 private:
     void pushVisibleRange();
     void followDigits(QObject *owner);
-    graph::TickSet tickSet(const QRectF &rect);
     QList<qreal> namedValues() const;
 
     graph::AxisRange m_range;

@@ -210,6 +210,14 @@ void ValueAxis::setLinesPlane(XYScale *plane)
     m_linesPlane = graph::planeItem(plane);
 }
 
+bool ValueAxis::setMarginOffset(int offset)
+{
+    if (offset == m_look.offset)
+        return false;
+    m_look.offset = offset;
+    return true;
+}
+
 graph::AxisLook ValueAxis::look() const
 {
     graph::AxisLook look = m_look;
@@ -223,7 +231,7 @@ void ValueAxis::paintLines(QPainter *painter, const QRectF &rect)
     if (!m_visible || m_axisStyle == LabelsOnly || !graph::TickMarks::areDrawable(m_range, rect.size()))
         return;
     const graph::TickSet set = tickSet(rect);
-    graph::paintAxisLines(painter, m_look, graph::TickMarks(set, m_range, orientation(), rect.size()), rect);
+    graph::paintAxisLines(painter, look(), graph::TickMarks(set, m_range, orientation(), rect.size()), rect);
 }
 
 void ValueAxis::paintLabels(QPainter *painter, const QRectF &rect)
@@ -249,5 +257,6 @@ void ValueAxis::paintLabels(QPainter *painter, const QRectF &rect,
             this, [this] { updateRequiredMargin(); }, Qt::QueuedConnection);
     }
     const graph::TickMarks marks(set, m_range, orientation(), rect.size());
-    graph::paintAxisLabels(painter, {m_look, marks, m_texts, format}, rect, surroundings);
+    const graph::AxisLook drawn = look();
+    graph::paintAxisLabels(painter, {drawn, marks, m_texts, format}, rect, surroundings);
 }

@@ -93,7 +93,6 @@ int ValueAxis::getLabelHeight() const
     return QFontMetrics(labelFont()).height();
 }
 
-// What there is to draw in a plot area.
 graph::TickSet ValueAxis::tickSet(const QRectF &rect)
 {
     const int count =

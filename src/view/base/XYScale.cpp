@@ -149,19 +149,8 @@ void XYScale::repaintWith(ValueAxis *axis)
 
 void XYScale::handleMarginsChanged()
 {
-    QMargins margins;
-    for (const ValueAxis *axis : qAsConst(m_axes)) {
-        if (!axis)
-            continue;
-        if (axis->alignment() == Qt::AlignLeft)
-            margins.setLeft(qMax(margins.left(), axis->margin()));
-        else if (axis->alignment() == Qt::AlignRight)
-            margins.setRight(qMax(margins.right(), axis->margin()));
-        else if (axis->alignment() == Qt::AlignTop)
-            margins.setTop(qMax(margins.top(), axis->margin()));
-        else if (axis->alignment() == Qt::AlignBottom)
-            margins.setBottom(qMax(margins.bottom(), axis->margin()));
-    }
+    const QMargins margins(marginAt(Qt::AlignLeft), marginAt(Qt::AlignTop), marginAt(Qt::AlignRight),
+                           marginAt(Qt::AlignBottom));
     if (margins == m_margins)
         return;
     m_margins = margins;
@@ -169,6 +158,25 @@ void XYScale::handleMarginsChanged()
     setPlotAreaMargins(margins);
     emit marginsChanged(margins.left(), margins.right(), margins.top(), margins.bottom());
     update();
+}
+
+// The greatest margin of the axes at a side, and next to it, away from the plot area, those of the axes that have
+// one of their own.
+int XYScale::marginAt(Qt::Alignment side)
+{
+    int margin = 0;
+    for (const ValueAxis *axis : qAsConst(m_axes)) {
+        if (axis && axis->alignment() == side && !axis->hasOwnMargin())
+            margin = qMax(margin, axis->margin());
+    }
+    for (ValueAxis *axis : qAsConst(m_axes)) {
+        if (!axis || axis->alignment() != side || !axis->hasOwnMargin())
+            continue;
+        if (axis->setMarginOffset(margin))
+            update();
+        margin += axis->visible() ? axis->margin() : 0;
+    }
+    return margin;
 }
 
 void XYScale::setPlotAreaMargins(const QMargins &margins)

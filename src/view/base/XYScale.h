@@ -38,6 +38,7 @@ signals:
     void marginsChanged(int left, int right, int top, int bottom);
 
 private:
+    int marginAt(Qt::Alignment side);
     void repaintWith(ValueAxis *axis);
 
     QVector<QPointer<ValueAxis>> m_axes;

@@ -1,0 +1,94 @@
+#include "kit/axis/AutoRange.h"
+
+#include <algorithm>
+
+namespace graph {
+
+namespace {
+
+// Shares of the data's span.
+constexpr double headRoom = 0.05;
+constexpr double tolerableFreeRoom = 0.4;
+constexpr double nearZero = 0.25;
+
+double powerOfTen(double exponent)
+{
+    return exponent < 0.0 ? 1.0 / std::pow(10.0, -exponent) : std::pow(10.0, exponent);
+}
+
+// 1, 2 or 5 times a power of ten, at most `value`.
+double roundDown(double value)
+{
+    const double power = powerOfTen(std::floor(std::log10(value) + 1e-9));
+    const double mantissa = value / power * (1.0 + 1e-9);
+    return power * (mantissa >= 5.0 ? 5.0 : mantissa >= 2.0 ? 2.0 : 1.0);
+}
+
+double roundUp(double value)
+{
+    const double below = roundDown(value);
+    if (below >= value * (1.0 - 1e-9))
+        return below;
+    const double mantissa = below / powerOfTen(std::floor(std::log10(below) + 1e-9));
+    return mantissa > 1.5 && mantissa < 3.0 ? below * 2.5 : below * 2.0;
+}
+
+// The data with some room around them, between round ends. Data of one sign stay on their side of 0, which is shown
+// where it is near.
+ScaleEnds roomyLinear(double lowest, double highest)
+{
+    const double room = (highest - lowest) * headRoom;
+    const double interval = roundDown((highest - lowest) / 8.0);
+    double begin = std::floor((lowest - room) / interval) * interval;
+    double end = std::ceil((highest + room) / interval) * interval;
+    if (lowest >= 0.0)
+        begin = lowest < highest * nearZero ? 0.0 : std::max(begin, 0.0);
+    if (highest <= 0.0)
+        end = highest > lowest * nearZero ? 0.0 : std::min(end, 0.0);
+    return {begin + 0.0, end + 0.0};
+}
+
+ScaleEnds wanted(const AutoRangeRequest &request, double lowest, double highest)
+{
+    if (lowest == highest) {
+        // A single level in the middle of something.
+        const double around = lowest == 0.0 ? 1.0 : std::abs(lowest) / 2.0;
+        return request.scale == ScaleKind::Linear
+                   ? roomyLinear(lowest - around, highest + around)
+                   : ScaleEnds{roundDown(lowest / 3.0), roundUp(highest * 3.0)};
+    }
+    if (!request.hasHeadRoom)
+        return {lowest, highest};
+    if (request.scale == ScaleKind::Linear)
+        return roomyLinear(lowest, highest);
+    const double factor = std::pow(highest / lowest, headRoom);
+    return {roundDown(lowest / factor), roundUp(highest * factor)};
+}
+
+} // namespace
+
+ScaleEnds autoRange(const AutoRangeRequest &request)
+{
+    const bool isLinear = request.scale == ScaleKind::Linear;
+    const double lowest = isLinear || request.data.lowest > 0.0 ? request.data.lowest : request.data.leastPositive;
+    const double highest = request.data.highest;
+    const bool isUsable = std::isfinite(highest - lowest) && lowest <= highest && (isLinear || lowest > 0.0);
+    if (!isUsable)
+        return request.present ? *request.present : isLinear ? ScaleEnds{0.0, 1.0} : ScaleEnds{1.0, 10.0};
+    const ScaleEnds target = wanted(request, lowest, highest);
+    if (!request.present)
+        return target;
+    const ScaleEnds present = isLinear ? *request.present : positivePart(request.present->begin, request.present->end);
+    // Distances as the axis shows them.
+    const Scale scale = Scale::between(request.scale, target, target.end - target.begin, 1.0);
+    const double tolerance = request.onlyGrows     ? std::numeric_limits<double>::infinity()
+                             : request.hasHeadRoom ? tolerableFreeRoom
+                                                   : 0.0;
+    const bool keepsBegin =
+        present.begin <= lowest && scale.fraction(lowest) - scale.fraction(present.begin) <= tolerance;
+    const bool keepsEnd =
+        present.end >= highest && scale.fraction(present.end) - scale.fraction(highest) <= tolerance;
+    return {keepsBegin ? present.begin : target.begin, keepsEnd ? present.end : target.end};
+}
+
+} // namespace graph

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "common/Scale.h"
+
+namespace graph {
+
+// What data there is to be shown, in units of the axis.
+struct ShownExtent
+{
+    double lowest;
+    double highest;
+    // The smallest value above 0, which a logarithmic axis begins with; 0 where there is none.
+    double leastPositive;
+};
+
+struct AutoRangeRequest
+{
+    ScaleKind scale = ScaleKind::Linear;
+    // Whether ends only move outwards.
+    bool onlyGrows = false;
+    // Whether some room and round ends are added; else the ends are those of the data.
+    bool hasHeadRoom = true;
+    // Null for data that are the first, where the present range tells nothing.
+    const ScaleEnds *present = nullptr;
+    ShownExtent data;
+};
+
+// The range, rising, in which an axis shows the data. While they live it stays: an end moves outwards when data cross
+// it, and inwards when a good part of the range has become free there. Data that are not finite leave it as it is.
+ScaleEnds autoRange(const AutoRangeRequest &request);
+
+} // namespace graph

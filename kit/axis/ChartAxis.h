@@ -1,0 +1,118 @@
+#pragma once
+
+#include "axis/ValueAxis.h"
+#include "common/Export.h"
+#include "kit/axis/AutoRange.h"
+#include "kit/axis/TickPlan.h"
+
+#include <optional>
+
+namespace graph {
+
+// An axis that scales by itself: linear, logarithmic or in time, with minor ticks, a title and a margin of its own, and
+// with a range that follows the data where it is told of them.
+class GRAPH_CHARTS_EXPORT ChartAxis : public ValueAxis
+{
+    Q_OBJECT
+    Q_PROPERTY(QString title READ title WRITE setTitle NOTIFY titleChanged)
+    Q_PROPERTY(ScaleType scale READ scale WRITE setScale NOTIFY scaleChanged)
+    Q_PROPERTY(int minorTicks READ minorTicks WRITE setMinorTicks NOTIFY minorTicksChanged)
+    Q_PROPERTY(bool minorGrid READ minorGrid WRITE setMinorGrid NOTIFY minorGridChanged)
+    Q_PROPERTY(QColor minorGridColor READ minorGridColor WRITE setMinorGridColor NOTIFY minorGridColorChanged)
+    Q_PROPERTY(bool utc READ utc WRITE setUtc NOTIFY utcChanged)
+    Q_PROPERTY(AutoRange autoRange READ autoRange WRITE setAutoRange NOTIFY autoRangeChanged)
+    // Written here they are the document's, and autoRange leaves them alone.
+    Q_PROPERTY(double minValue READ minValue WRITE setMinValue NOTIFY beginChanged)
+    Q_PROPERTY(double maxValue READ maxValue WRITE setMaxValue NOTIFY endChanged)
+
+public:
+    enum ScaleType : int { Linear, Logarithmic, Time };
+    Q_ENUM(ScaleType)
+    enum AutoRange : int { Off, Grow, Fit, FitVisible };
+    Q_ENUM(AutoRange)
+
+    explicit ChartAxis(QObject *parent = nullptr);
+
+    QString title() const { return m_title; }
+    ScaleType scale() const { return m_scale; }
+    int minorTicks() const { return m_minorTicks; }
+    bool minorGrid() const { return m_minorGrid; }
+    QColor minorGridColor() const;
+    bool utc() const { return m_utc; }
+    AutoRange autoRange() const { return m_autoRange; }
+    int requiredMargin() const override;
+
+    // Both ends of the full range at once, which autoRange then leaves alone. From the greater to the smaller: the
+    // axis is reversed.
+    Q_INVOKABLE void range(double from, double to);
+
+    // Tells what data there is, for autoRange: all of it, or with FitVisible what the visible part of the other axis
+    // shows. Whoever has the data calls this when they change; it is cheap, and without effect while autoRange is
+    // Off or where the document has written the range. leastPositive: the smallest value above 0, for a
+    // logarithmic axis of data that reach down to 0; 0 if not known.
+    void setDataExtent(double lowest, double highest, double leastPositive = 0.0);
+    // There is none any more: the next ones are the first.
+    void clearDataExtent() { m_hasFollowedData = false; }
+
+    bool hasOwnMargin() const override { return true; }
+    AxisLook look() const override;
+    QString formattedValue(double value) const override;
+    void paintLabels(QPainter *painter, const QRectF &rect, const LabelSurroundings &surroundings) override;
+    using ValueAxis::paintLabels;
+
+public slots:
+    void setTitle(const QString &title);
+    void setScale(ScaleType scale);
+    void setMinorTicks(int count);
+    void setMinorGrid(bool on);
+    void setMinorGridColor(const QColor &color);
+    void setUtc(bool utc);
+    void setAutoRange(AutoRange mode);
+    void setMinValue(double minValue);
+    void setMaxValue(double maxValue);
+
+signals:
+    void titleChanged();
+    void scaleChanged();
+    void minorTicksChanged();
+    void minorGridChanged();
+    void minorGridColorChanged();
+    void utcChanged();
+    void autoRangeChanged();
+    // minValueChanged() and maxValueChanged() for the properties of this class, which cannot name those.
+    void beginChanged();
+    void endChanged();
+
+protected:
+    TickSet tickSet(const QRectF &rect) override;
+
+private:
+    void moveRange(double from, double to);
+    void followMargin();
+    void checkRange();
+    void measureAgain();
+    bool hasOwnTicks() const;
+    TickRequest requestFor(double lowest, double highest, double length) const;
+    TickPlan plan(double lowest, double highest, double length) const;
+    QString shownTitle() const;
+    QRectF titleBand(const QRectF &plot) const;
+    int titleHeight() const;
+
+    QString m_title;
+    ScaleType m_scale = Linear;
+    int m_minorTicks = -1;
+    bool m_minorGrid = false;
+    QColor m_minorGridColor;
+    bool m_utc = false;
+    AutoRange m_autoRange = Off;
+    std::optional<double> m_writtenMin;
+    std::optional<double> m_writtenMax;
+    bool m_hasFollowedData = false;
+    bool m_hasComplained = false;
+    // The margin follows the required one until the document writes another.
+    int m_followedMargin = 0;
+    TickPlan m_plan; // of the last repaint
+    int m_widestText = 0; // of all repaints of this range
+};
+
+} // namespace graph

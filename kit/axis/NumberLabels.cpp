@@ -1,0 +1,140 @@
+#include "kit/axis/NumberLabels.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace graph {
+
+namespace {
+
+// More digits than that are not read but compared; what all labels share is said once then.
+constexpr int mostDigits = 7;
+// Without a unit that takes prefixes, numbers are written out up to here.
+constexpr int mostWholeDigits = 6;
+constexpr int mostZeros = 3;
+
+// Rounded down; a power of ten, computed with an error of a few units in the last place, is its own.
+int exponentOf(double magnitude)
+{
+    return int(std::floor(std::log10(magnitude) + 1e-9));
+}
+
+int prefixBelow(int exponent)
+{
+    return 3 * int(std::floor(exponent / 3.0));
+}
+
+// Both exact in the decimal sense: a quotient by a power of ten rounds better than a product with its inverse.
+double divided(double value, int exponent)
+{
+    return exponent < 0 ? value * std::pow(10.0, -exponent) : value / std::pow(10.0, exponent);
+}
+
+QString trimmed(QString number)
+{
+    if (!number.contains(QLatin1Char('.')))
+        return number;
+    while (number.endsWith(QLatin1Char('0')))
+        number.chop(1);
+    if (number.endsWith(QLatin1Char('.')))
+        number.chop(1);
+    return number;
+}
+
+QString fixed(double value, int decimals)
+{
+    // No "-0.0".
+    const QString text = QString::number(value, 'f', decimals);
+    return text.startsWith(QLatin1Char('-')) && text.toDouble() == 0.0 ? text.mid(1) : text;
+}
+
+} // namespace
+
+NumberLabels::NumberLabels(double lowest, double highest, double interval, const AxisUnit &unit)
+    : m_unit(unit)
+{
+    const double greatest = std::max(std::abs(lowest), std::abs(highest));
+    if (!unit.covers(exponentOf(greatest)))
+        m_unit = unit.withoutPrefixes();
+    m_prefix = prefixFor(greatest, interval);
+    m_decimals = decimalsAt(m_prefix, interval);
+    const int wholeDigits = std::max(exponentOf(greatest) - m_prefix + 1, 1);
+    if (wholeDigits + m_decimals <= mostDigits)
+        return;
+    // Round enough to be short and to last while panning.
+    m_offsetGrid = std::pow(10.0, std::ceil(std::log10(highest - lowest) - 1e-9) + 1.0);
+    m_offset = std::floor(lowest / m_offsetGrid) * m_offsetGrid;
+    if (m_offset == 0.0)
+        return;
+    m_prefix = prefixFor(std::max(highest - m_offset, interval), interval);
+    m_decimals = decimalsAt(m_prefix, interval);
+}
+
+int NumberLabels::prefixFor(double magnitude, double interval) const
+{
+    const int exponent = exponentOf(magnitude);
+    if (!m_unit.takesPrefixes()) {
+        const bool isWrittenOut = exponent < mostWholeDigits && exponent >= -mostZeros;
+        return isWrittenOut ? 0 : prefixBelow(exponent);
+    }
+    const int prefix = m_unit.allowed(prefixBelow(exponent));
+    // 990, 1000 and 1010 MHz rather than 0.99, 1.00 and 1.01 GHz.
+    const int lower = m_unit.allowed(prefix - 3);
+    const bool isShorter = decimalsAt(prefix, interval) >= 2 && exponent - lower < 4;
+    return isShorter ? lower : prefix;
+}
+
+int NumberLabels::decimalsAt(int prefix, double interval) const
+{
+    return std::max(prefix - exponentOf(interval), 0);
+}
+
+QString NumberLabels::text(double value) const
+{
+    const QString number = fixed(divided(value - m_offset, m_prefix), m_decimals);
+    if (value == 0.0 && m_offset == 0.0 && !m_unit.takesPrefixes() && m_prefix != 0)
+        return QStringLiteral("0");
+    // Beside a common part in another prefix each says what it counts.
+    if (m_offset != 0.0)
+        return withUnit(number, m_prefix);
+    return m_unit.takesPrefixes() ? number : number + AxisUnit::numberSuffix(m_prefix);
+}
+
+QString NumberLabels::withUnit(const QString &number, int prefix) const
+{
+    const bool isApart = !m_unit.symbol().isEmpty();
+    if (m_unit.takesPrefixes())
+        return number + QLatin1Char(' ') + m_unit.prefixed(prefix);
+    return number + AxisUnit::numberSuffix(prefix) + (isApart ? QLatin1Char(' ') + m_unit.symbol() : QString());
+}
+
+QString NumberLabels::unit() const
+{
+    if (m_offset != 0.0)
+        return QString();
+    return m_unit.takesPrefixes() ? m_unit.prefixed(m_prefix) : m_unit.symbol();
+}
+
+QString NumberLabels::common() const
+{
+    if (m_offset == 0.0)
+        return QString();
+    const int exponent = prefixBelow(exponentOf(std::abs(m_offset)));
+    const int prefix = m_unit.takesPrefixes() ? m_unit.allowed(exponent) : exponent;
+    const int decimals = std::max(prefix - exponentOf(m_offsetGrid), 0);
+    return withUnit(trimmed(fixed(divided(m_offset, prefix), decimals)), prefix) + QLatin1String(" +");
+}
+
+QString shortNumber(double value, const AxisUnit &unit)
+{
+    if (value == 0.0)
+        return QStringLiteral("0");
+    constexpr int digits = 12;
+    const int exponent = exponentOf(std::abs(value));
+    const bool isWrittenOut = exponent < 3 && exponent >= (unit.takesPrefixes() ? 0 : -mostZeros);
+    const int prefix = isWrittenOut ? 0 : prefixBelow(exponent);
+    const QString number = trimmed(fixed(divided(value, prefix), digits));
+    return number + (unit.takesPrefixes() ? AxisUnit::suffix(prefix) : AxisUnit::numberSuffix(prefix));
+}
+
+} // namespace graph

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "kit/axis/AxisUnit.h"
+
+#include <QString>
+
+namespace graph {
+
+// The texts of numbers at multiples of one interval: all with the same prefix, and with as many digits as the
+// interval needs, so that no two are alike.
+class NumberLabels
+{
+public:
+    // interval: 1, 2 or 5 times a power of ten.
+    NumberLabels(double lowest, double highest, double interval, const AxisUnit &unit);
+
+    QString text(double value) const;
+    // Of the texts, with its prefix; empty where the texts carry it themselves.
+    QString unit() const;
+    QString common() const;
+
+private:
+    // The exponent of the prefix that suits values of this magnitude.
+    int prefixFor(double magnitude, double interval) const;
+    int decimalsAt(int prefix, double interval) const;
+    QString withUnit(const QString &number, int prefix) const;
+
+    AxisUnit m_unit;
+    double m_offset = 0.0;
+    double m_offsetGrid = 1.0;
+    int m_prefix = 0;
+    int m_decimals = 0;
+};
+
+// A number with a prefix or exponent of its own, as few digits as say it, and without the unit: "20k".
+QString shortNumber(double value, const AxisUnit &unit);
+
+} // namespace graph

@@ -1,0 +1,202 @@
+#include "kit/axis/TickPlan.h"
+
+#include "kit/axis/NumberLabels.h"
+
+#include <algorithm>
+
+namespace graph {
+
+namespace {
+
+constexpr int mostTicks = 1000;
+// Pixels that minor ticks keep from each other.
+constexpr double minorSpacing = 5.0;
+
+// Steps of a decade from the finest that may do to the coarsest: 1, 2 and 5.
+class RoundIntervals
+{
+public:
+    explicit RoundIntervals(double least)
+        : m_exponent(int(std::floor(std::log10(least) - 1e-9)))
+    {
+        while (value() < least)
+            next();
+    }
+
+    // From the decimal number, so that it is the double nearest to it.
+    double value() const
+    {
+        const double power = std::pow(10.0, std::abs(m_exponent));
+        return m_exponent < 0 ? m_mantissa / power : m_mantissa * power;
+    }
+    // Parts of an interval that are round as well.
+    int parts() const { return m_mantissa == 2 ? 4 : 5; }
+    void next()
+    {
+        m_mantissa = m_mantissa == 1 ? 2 : m_mantissa == 2 ? 5 : 1;
+        m_exponent += m_mantissa == 1;
+    }
+
+private:
+    int m_exponent;
+    int m_mantissa = 1;
+};
+
+// The multiples of an interval from lowest to highest, each rounded once.
+QVector<double> multiples(double lowest, double highest, double interval)
+{
+    QVector<double> values;
+    // An end that misses a multiple by a rounding error is one.
+    const double rounding = 1e-9;
+    const double first = std::ceil(lowest / interval - rounding);
+    const double last = std::floor(highest / interval + rounding);
+    if (!(last - first < mostTicks))
+        return values;
+    for (double n = first; n <= last; ++n) {
+        // Zero without a sign; within the range in spite of rounding.
+        const double value = interval < 1.0 ? n / std::round(1.0 / interval) : n * interval;
+        values.append(std::clamp(value + 0.0, lowest, highest));
+    }
+    return values;
+}
+
+
+TickPlan linearPlan(const TickRequest &request, const RoundIntervals &interval)
+{
+    TickPlan plan;
+    plan.majors = multiples(request.lowest, request.highest, interval.value());
+    const NumberLabels labels(request.lowest, request.highest, interval.value(), AxisUnit(request.unit));
+    for (const double value : qAsConst(plan.majors))
+        plan.texts.append(labels.text(value));
+    plan.unit = labels.unit();
+    plan.common = labels.common();
+    return plan;
+}
+
+} // namespace
+
+bool TickRequest::hasRoomFor(const TickPlan &plan) const
+{
+    const Scale along = places();
+    for (int i = 1; i < plan.majors.size(); ++i) {
+        const double distance = along.place(plan.majors.at(i)) - along.place(plan.majors.at(i - 1));
+        const double texts = (extent(plan.texts.at(i)) + extent(plan.texts.at(i - 1))) / 2.0 + gap;
+        if (distance < std::max(texts, spacing))
+            return false;
+    }
+    return true;
+}
+
+QVector<double> minorMultiples(const TickRequest &request, const QVector<double> &majors, double interval)
+{
+    const Scale scale = request.places();
+    const double span = request.highest - request.lowest;
+    // The narrowest place of any scale is at its upper end.
+    const double narrowest =
+        scale.place(request.highest) - scale.place(std::max(request.highest - interval, request.lowest));
+    if (!(interval > 0.0) || narrowest < minorSpacing || span / interval > mostTicks)
+        return {};
+    QVector<double> minors = multiples(request.lowest, request.highest, interval);
+    const auto isMajor = [&](double value) {
+        return std::any_of(majors.begin(), majors.end(),
+                           [&](double major) { return std::abs(major - value) < interval / 2.0; });
+    };
+    minors.erase(std::remove_if(minors.begin(), minors.end(), isMajor), minors.end());
+    return minors;
+}
+
+TickPlan linearTicks(const TickRequest &request)
+{
+    if (!request.isUsable())
+        return {};
+    const double span = request.highest - request.lowest;
+    const double greatest = std::max(std::abs(request.lowest), std::abs(request.highest));
+    // Where numbers are coarser than that, they cannot be told apart.
+    const double finest = std::max(span * std::min(request.spacing / request.length, 1.0),
+                                   8.0 * std::numeric_limits<double>::epsilon() * greatest);
+    TickPlan plan;
+    for (RoundIntervals interval(std::max(finest, std::numeric_limits<double>::min())); interval.value() <= span;
+         interval.next()) {
+        plan = linearPlan(request, interval);
+        if (!request.hasRoomFor(plan) && plan.majors.size() > 1)
+            continue;
+        const int parts = request.minorTicks < 0 ? interval.parts() : request.minorTicks + 1;
+        if (parts > 1)
+            plan.minors = minorMultiples(request, plan.majors, interval.value() / parts);
+        break;
+    }
+    return plan;
+}
+
+namespace {
+
+double powerOfTen(int exponent)
+{
+    return exponent < 0 ? 1.0 / std::pow(10.0, -exponent) : std::pow(10.0, exponent);
+}
+
+// The mantissas of every stride-th decade that lie in the range.
+QVector<double> decadeValues(const TickRequest &request, const QVector<int> &mantissas, int stride)
+{
+    QVector<double> values;
+    const int first = int(std::floor(std::log10(request.lowest) - 1e-9));
+    const int last = int(std::ceil(std::log10(request.highest) + 1e-9));
+    for (int exponent = first; exponent <= last; ++exponent) {
+        if (exponent % stride != 0)
+            continue;
+        for (const int mantissa : mantissas) {
+            const double value = exponent < 0 ? mantissa / std::pow(10.0, -exponent)
+                                              : mantissa * powerOfTen(exponent);
+            const double rounding = 1e-12 * value;
+            if (value >= request.lowest - rounding && value <= request.highest + rounding)
+                values.append(value);
+        }
+    }
+    return values;
+}
+
+// Of a logarithmic axis' decades; all that is left to say are 2 to 9, or the decades between those with a text.
+QVector<double> decadeMinors(const TickRequest &request, const QVector<double> &majors)
+{
+    if (request.minorTicks == 0)
+        return {};
+    const double decade = request.length / std::log10(request.highest / request.lowest);
+    const double narrowest = decade * std::log10(10.0 / 9.0);
+    QVector<double> minors = narrowest >= 2.0 ? decadeValues(request, {1, 2, 3, 4, 5, 6, 7, 8, 9}, 1)
+                             : decade >= minorSpacing ? decadeValues(request, {1}, 1)
+                                                      : QVector<double>();
+    const auto isMajor = [&](double value) { return majors.contains(value); };
+    minors.erase(std::remove_if(minors.begin(), minors.end(), isMajor), minors.end());
+    return minors;
+}
+
+} // namespace
+
+TickPlan logarithmicTicks(const TickRequest &request)
+{
+    if (!request.isUsable() || !(request.lowest > 0.0))
+        return {};
+    const AxisUnit unit(request.unit);
+    if (decadeValues(request, {1, 2, 5}, 1).size() < 3)
+        return linearTicks(request);
+    TickPlan plan;
+    plan.unit = request.unit;
+    static const QVector<int> densities[] = {{1, 2, 5}, {1}};
+    for (const QVector<int> &mantissas : densities) {
+        for (const int stride : {1, 2, 3, 6, 12, 30, 60, 120, 300}) {
+            plan.majors = decadeValues(request, mantissas, stride);
+            plan.texts.clear();
+            for (const double value : qAsConst(plan.majors))
+                plan.texts.append(shortNumber(value, unit));
+            if (request.hasRoomFor(plan)) {
+                plan.minors = decadeMinors(request, plan.majors);
+                return plan;
+            }
+            if (mantissas.size() > 1)
+                break;
+        }
+    }
+    return plan;
+}
+
+} // namespace graph

@@ -1,0 +1,195 @@
+#include "axis/AxisBench.h"
+#include "data/PlotSeries.h"
+#include "kit/axis/ChartAxis.h"
+#include "plots/GraphPlot.h"
+#include "view/base/XYScale.h"
+
+#include <QtTest>
+
+#include <cmath>
+
+using graph::ChartAxis;
+
+namespace {
+
+// What an axis paints on a plot area of 501 x 201 pixels.
+QStringList textsOf(ChartAxis &axis)
+{
+    const PaintRecorder recorder(
+        [&](QPainter *painter) { axis.paintLabels(painter, QRectF(100, 100, 501, 201)); });
+    QStringList texts;
+    for (const PaintRecorder::Text &text : recorder.texts)
+        texts.append(text.text);
+    return texts;
+}
+
+} // namespace
+
+class tst_chartaxis : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void zoomsInTheLogarithm();
+    void reversed();
+    void badLogarithmicRange_data();
+    void badLogarithmicRange();
+    void title();
+    void besideEachOther();
+    void followsData();
+};
+
+void tst_chartaxis::zoomsInTheLogarithm()
+{
+    ChartAxis axis;
+    ZoomRect zoom;
+    axis.setScale(ChartAxis::Logarithmic);
+    axis.range(1.0, 1e4);
+    axis.setZoomRect(&zoom);
+    zoom.setRight(0.75);
+    zoom.setLeft(0.25);
+    QCOMPARE(axis.minVisible(), 10.0);
+    QCOMPARE(axis.maxVisible(), 1000.0);
+    axis.setMinVisible(100.0);
+    QCOMPARE(zoom.left(), 0.5);
+    axis.setScale(ChartAxis::Linear);
+    QCOMPARE(axis.minVisible(), 1.0 + 0.5 * 9999.0);
+}
+
+void tst_chartaxis::reversed()
+{
+    ChartAxis x;
+    ChartAxis y;
+    y.setAlignment(Qt::AlignLeft);
+    x.range(100.0, 0.0);
+    y.range(10.0, 0.0);
+    PlotSeries series;
+    QVector<double> values(1001, 1.0);
+    values[250] = 9.0; // at 25, three quarters from the left
+    series.setXInterval(0.1);
+    series.setYData(values);
+    GraphPlot plot;
+    plot.setAxisX(&x);
+    plot.setAxisY(&y);
+    plot.setPlotData(&series);
+    plot.setSize(QSizeF(101, 101));
+    plot.setRenderTarget(QQuickPaintedItem::Image);
+    plot.setPlotStyle(GraphPlot::LinePlot);
+    plot.setMinLineWidth(1);
+    QTRY_VERIFY(plot.isValid());
+    QImage image(101, 101, QImage::Format_RGB32);
+    image.fill(Qt::white);
+    {
+        QPainter painter(&image);
+        plot.paint(&painter);
+    }
+    // Great values are below.
+    QCOMPARE(image.pixelColor(75, 80), QColor(Qt::black));
+    QCOMPARE(image.pixelColor(25, 80), QColor(Qt::white));
+    QCOMPARE(image.pixelColor(30, 10), QColor(Qt::black));
+    QCOMPARE(plot.mapFromItemX(75), 25.0);
+    const QStringList texts = textsOf(x);
+    QVERIFY(texts.contains("0") && texts.contains("100"));
+}
+
+void tst_chartaxis::badLogarithmicRange_data()
+{
+    QTest::addColumn<double>("from");
+    QTest::addColumn<double>("to");
+    QTest::addColumn<QString>("shown");
+    QTest::newRow("touches") << 0.0 << 100.0 << "0.1 to 100";
+    QTest::newRow("crosses") << -10.0 << 100.0 << "0.1 to 100";
+    QTest::newRow("reversed") << 100.0 << 0.0 << "100 to 0.1";
+    QTest::newRow("below") << -100.0 << -1.0 << "1 to 10";
+}
+
+void tst_chartaxis::badLogarithmicRange()
+{
+    QFETCH(double, from);
+    QFETCH(double, to);
+    QFETCH(QString, shown);
+    ChartAxis axis;
+    axis.setObjectName("level");
+    axis.setScale(ChartAxis::Logarithmic);
+    QTest::ignoreMessage(QtWarningMsg,
+                         qPrintable(QStringLiteral("ChartAxis level: a logarithmic axis cannot show the range %1 to "
+                                                   "%2, only %3 of it. Give it a range above 0.")
+                                        .arg(from)
+                                        .arg(to)
+                                        .arg(shown)));
+    axis.range(from, to);
+    QSignalSpy changed(&axis, &ValueAxis::axisChanged);
+    QVERIFY(changed.wait());
+    QCOMPARE(QStringLiteral("%1 to %2").arg(axis.minVisible()).arg(axis.maxVisible()), shown);
+    QVERIFY(!textsOf(axis).isEmpty());
+    axis.setUnit("V");
+    QVERIFY(changed.wait()); // without another message
+}
+
+void tst_chartaxis::title()
+{
+    ChartAxis axis;
+    axis.range(0.0, 5e9);
+    axis.setUnit("Hz");
+    const int margin = axis.requiredMargin();
+    QCOMPARE(textsOf(axis).filter("GHz").size(), 1);
+    axis.setTitle("Frequency");
+    QVERIFY(textsOf(axis).contains("Frequency (GHz)"));
+    QCOMPARE(textsOf(axis).filter("GHz").size(), 1);
+    QTRY_COMPARE(axis.margin(), axis.requiredMargin());
+    QCOMPARE(axis.requiredMargin(), margin); // in place of the row of the unit
+    axis.setMargin(7);
+    axis.setUnit("");
+    QTest::qWait(1);
+    QCOMPARE(axis.margin(), 7);
+}
+
+void tst_chartaxis::besideEachOther()
+{
+    ChartAxis first;
+    ChartAxis second;
+    ValueAxis plain;
+    XYScale plane;
+    plane.setSize(QSizeF(400, 300));
+    int margin = 30;
+    for (ValueAxis *axis : {static_cast<ValueAxis *>(&first), static_cast<ValueAxis *>(&second), &plain}) {
+        axis->setAlignment(Qt::AlignLeft);
+        axis->setMargin(margin);
+        margin += 10;
+    }
+    plane.setAxes({&first, &second, &plain});
+    QCOMPARE(plane.margins().left(), 30 + 40 + 50);
+    QCOMPARE(plain.look().offset, 0);
+    QCOMPARE(first.look().offset, 50);
+    QCOMPARE(second.look().offset, 80);
+    first.setVisible(false);
+    QCOMPARE(plane.margins().left(), 40 + 50);
+    QCOMPARE(second.look().offset, 50);
+}
+
+void tst_chartaxis::followsData()
+{
+    ChartAxis axis;
+    axis.setAlignment(Qt::AlignLeft);
+    axis.setDataExtent(0.0, 80.0);
+    QCOMPARE(axis.maxValue(), 1.0);
+    axis.setAutoRange(ChartAxis::Fit);
+    axis.setDataExtent(0.0, 80.0);
+    QCOMPARE(axis.maxValue(), 90.0);
+    axis.setMinValue(-20.0);
+    axis.setDataExtent(0.0, 800.0);
+    QCOMPARE(axis.minValue(), -20.0);
+    QCOMPARE(axis.maxValue(), 900.0);
+    axis.setMinValue(qQNaN());
+    axis.setDataExtent(0.0, 800.0);
+    QCOMPARE(axis.minValue(), 0.0);
+    axis.range(5.0, 1.0);
+    axis.setDataExtent(0.0, 800.0);
+    QCOMPARE(axis.minValue(), 5.0);
+    axis.setMaxValue(qQNaN());
+    axis.setDataExtent(0.0, 800.0);
+    QCOMPARE(axis.maxValue(), 0.0); // still reversed
+}
+
+QTEST_MAIN(tst_chartaxis)
+#include "tst_chartaxis.moc"
