@@ -91,23 +91,6 @@ private:
     std::exit(2);
 }
 
-// Changes what the next frame shows.
-void change(const Job &job, Contender &contender, int frame)
-{
-    const double last = job.samples - 1;
-    if (job.work == QLatin1String("pan")) {
-        // A step of the finger: one pixel and a bit, so that the columns never hold the same samples twice.
-        const double shift = last * (frame % 16) * 1.3 / job.size.width();
-        contender.setVisible(shift, last + shift);
-    } else if (job.work == QLatin1String("window")) {
-        const double width = last / 100;
-        const double first = std::fmod(frame * width / 7, last - width);
-        contender.setVisible(first, first + width);
-    } else {
-        contender.useSet(1 + frame % 2);
-    }
-}
-
 } // namespace
 
 Job Job::fromArguments(int argc, char **argv)
@@ -126,6 +109,8 @@ Job Job::fromArguments(int argc, char **argv)
             std::sscanf(value, "%dx%d", &job.size.rwidth(), &job.size.rheight());
         else if (key == "--pen")
             job.pen = std::atoi(value);
+        else if (key == "--traces")
+            job.traces = std::atoi(value);
         else if (key == "--seconds")
             job.seconds = std::atof(value);
         else
@@ -136,25 +121,55 @@ Job Job::fromArguments(int argc, char **argv)
     return job;
 }
 
-int run(const char *name, const Job &job, Contender &contender)
+// Each frame needs a change, or there is none. Moved once, whatever is kept for that is there.
+static void showAndMove(Contender &contender, int set, int samples)
+{
+    contender.useSet(set);
+    for (int beyond = 0; beyond < 3; ++beyond) {
+        contender.setVisible(0, samples - 1 + beyond);
+        contender.frame();
+    }
+}
+
+void open(const Job &job, Contender &contender)
 {
     contender.prepare(job, {noisyTrace(warmUpSamples, 1), noisyTrace(job.samples, 2), noisyTrace(job.samples, 3)});
-    // Each frame needs a change, or there is none. Moved once, whatever is kept for that is there.
-    const auto showAndMove = [&contender](int set, int samples) {
-        contender.useSet(set);
-        for (int beyond = 0; beyond < 3; ++beyond) {
-            contender.setVisible(0, samples - 1 + beyond);
-            contender.frame();
-        }
-    };
-    showAndMove(0, warmUpSamples);
-    const double heldBefore = memory("VmRSS:");
-    forgetPeakMemory();
-    showAndMove(1, job.samples);
+    showAndMove(contender, 0, warmUpSamples);
+}
+
+void warmUp(const Job &job, Contender &contender)
+{
+    showAndMove(contender, 1, job.samples);
     contender.setVisible(0, job.samples - 1);
     change(job, contender, 1);
     contender.frame();
+}
 
+void change(const Job &job, Contender &contender, int frame)
+{
+    const double last = job.samples - 1;
+    if (job.work == QLatin1String("pan")) {
+        // A step of the finger: one pixel and a bit, so that the columns never hold the same samples twice.
+        const double shift = last * (frame % 16) * 1.3 / job.size.width();
+        contender.setVisible(shift, last + shift);
+    } else if (job.work == QLatin1String("window")) {
+        const double width = last / 100;
+        const double first = std::fmod(frame * width / 7, last - width);
+        contender.setVisible(first, first + width);
+    } else if (job.work == QLatin1String("cursor")) {
+        // Over three quarters of the width, by odd steps.
+        contender.moveCursor(job.size.width() / 8 + frame * 7 % (job.size.width() * 3 / 4));
+    } else {
+        contender.useSet(1 + frame % 2);
+    }
+}
+
+int run(const char *name, const Job &job, Contender &contender)
+{
+    open(job, contender);
+    const double heldBefore = memory("VmRSS:");
+    forgetPeakMemory();
+    warmUp(job, contender);
     Frames frames(job.seconds);
     const bool firstPan = job.work == QLatin1String("first-pan");
     for (int i = 0; frames.wantsMore(); ++i) {

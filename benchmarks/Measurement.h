@@ -8,13 +8,14 @@
 namespace benchmark {
 
 // What one process measures, from the command line:
-//   --work new|pan|window|first-pan|sparse|heat|ten|idle --samples N --size WxH --pen PIXELS --seconds S
+//   --work new|pan|window|cursor|first-pan|heat|ten|idle|empty --samples N --size WxH --pen PIXELS --traces N --seconds S
 struct Job
 {
     QString work = QStringLiteral("new");
     int samples = 1000;
     QSize size{800, 480};
     int pen = 2;
+    int traces = 0; // of a whole screen, with grid, labels, legend, cursor and markers; 0: one trace and nothing else
     double seconds = 1.0; // that the frames of one run may take
 
     // Ends the process with a message when the arguments make no sense.
@@ -33,6 +34,8 @@ public:
     // Replaces all samples, which stand at x = 0, 1, 2...
     virtual void useSet(int set) = 0;
     virtual void setVisible(double first, double last) = 0;
+    // To a pixel column, counted from somewhere near the left edge. Only whole screens have a cursor.
+    virtual void moveCursor(int pixel) = 0;
     // Returns when the window's own image holds what was asked for.
     virtual void frame() = 0;
 };
@@ -42,6 +45,12 @@ public:
 // Times are milliseconds a frame, of the processor and of the clock on the wall; memory is what the chart holds, and
 // held at most, in bytes a sample beyond the arrays it was given.
 int run(const char *name, const Job &job, Contender &contender);
+
+// The steps that such a run is made of: the chart is opened with a little data, shows and moves all of it, and gets a
+// change for each frame.
+void open(const Job &job, Contender &contender);
+void warmUp(const Job &job, Contender &contender);
+void change(const Job &job, Contender &contender, int frame);
 
 // Prints the line of a job of another kind, which `frame` is one round of.
 int run(const char *name, const Job &job, const std::function<void(int)> &frame);

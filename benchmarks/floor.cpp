@@ -43,6 +43,8 @@ public:
             m_pyramid = std::make_unique<graph::MinMaxPyramid>(m_samples.constData(), m_samples.size());
     }
 
+    void moveCursor(int) override {}
+
     void frame() override
     {
         m_layer.fill(Qt::transparent);

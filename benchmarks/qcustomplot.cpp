@@ -1,10 +1,14 @@
-// QCustomPlot on a raster widget, set up for speed: no axes, no antialiasing, fast lines, values written in place.
+// QCustomPlot on a raster widget, set up for speed: no antialiasing, fast lines, values written in place, no axes unless
+// it is a whole screen. There the cursor, its readings and the markers have a layer with a buffer of its own, which is
+// all that a moved cursor draws again.
 
 #include "benchmarks/Measurement.h"
 
 #include <QApplication>
 
 #include <qcustomplot.h>
+
+#include <algorithm>
 
 using benchmark::Job;
 
@@ -30,8 +34,9 @@ public:
         }
         m_x = area->axis(QCPAxis::atBottom);
         area->axis(QCPAxis::atLeft)->setRange(-50, 50);
-        m_graph = m_plot.addGraph(m_x, area->axis(QCPAxis::atLeft));
-        m_graph->setPen(QPen(Qt::black, job.pen));
+        addGraphs(area, std::max(1, job.traces), job.pen);
+        if (job.traces > 0)
+            addScreen(area);
         m_plot.setNotAntialiasedElements(QCP::aeAll);
         m_plot.setPlottingHints(QCP::phFastPolylines | QCP::phImmediateRefresh);
         m_plot.show();
@@ -40,27 +45,113 @@ public:
 
     void useSet(int set) override
     {
-        const QVector<double> &values = m_sets.at(set);
-        if (m_graph->dataCount() != values.size()) {
+        for (QCPGraph *graph : qAsConst(m_graphs))
+            setValues(graph, m_sets.at(set));
+        m_values = m_sets.at(set);
+        placeMarkers();
+    }
+
+    void setVisible(double first, double last) override { m_x->setRange(first, last); }
+
+    void moveCursor(int pixel) override
+    {
+        m_cursorOnly = true;
+        const int index = qBound(0, qRound(m_x->pixelToCoord(pixel)), int(m_values.size()) - 1);
+        setLine(m_cursor, index);
+        for (int i = 0; i < m_readings.size(); ++i) {
+            m_readings.at(i)->setText(QString::number(m_values.at(index)));
+            m_readings.at(i)->position->setCoords(index, 45 - 4 * i);
+        }
+    }
+
+    void frame() override
+    {
+        if (m_cursorOnly)
+            m_plot.layer(QStringLiteral("overlay"))->replot();
+        else
+            m_plot.replot(QCustomPlot::rpImmediateRefresh);
+        m_cursorOnly = false;
+        QApplication::processEvents();
+    }
+
+private:
+    void addGraphs(QCPAxisRect *area, int count, int pen)
+    {
+        static const Qt::GlobalColor colours[] = {Qt::black, Qt::blue, Qt::darkGreen, Qt::darkMagenta};
+        for (int i = 0; i < count; ++i) {
+            m_graphs.append(m_plot.addGraph(m_x, area->axis(QCPAxis::atLeft)));
+            m_graphs.last()->setPen(QPen(colours[i % 4], pen));
+            m_graphs.last()->setName(QStringLiteral("Trace %1").arg(i));
+        }
+    }
+
+    void addScreen(QCPAxisRect *area)
+    {
+        area->setAutoMargins(QCP::msAll);
+        for (QCPAxis *axis : area->axes()) {
+            axis->setVisible(true);
+            axis->grid()->setVisible(true);
+        }
+        auto *legend = new QCPLegend;
+        area->insetLayout()->addElement(legend, Qt::AlignRight | Qt::AlignTop);
+        legend->setLayer(QStringLiteral("legend"));
+        for (QCPGraph *graph : qAsConst(m_graphs))
+            graph->addToLegend(legend);
+        for (QCPItemStraightLine *&line : m_markers)
+            line = newLine(Qt::darkCyan);
+        m_cursor = newLine(Qt::red);
+        for (int i = 0; i < m_graphs.size(); ++i) {
+            m_readings.append(new QCPItemText(&m_plot));
+            m_readings.last()->setLayer(QStringLiteral("overlay"));
+            m_readings.last()->setPositionAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+        }
+    }
+
+    QCPItemStraightLine *newLine(const QColor &color)
+    {
+        auto *line = new QCPItemStraightLine(&m_plot);
+        line->setLayer(QStringLiteral("overlay"));
+        line->setPen(QPen(color, 1));
+        return line;
+    }
+
+    static void setLine(QCPItemStraightLine *line, double x)
+    {
+        line->point1->setCoords(x, 0);
+        line->point2->setCoords(x, 1);
+    }
+
+    void placeMarkers()
+    {
+        if (!m_cursor)
+            return;
+        for (int i = 0; i < 2; ++i)
+            setLine(m_markers[i], (i + 1) * m_values.size() / 5);
+    }
+
+    static void setValues(QCPGraph *graph, const QVector<double> &values)
+    {
+        if (graph->dataCount() != values.size()) {
             QVector<QCPGraphData> data(values.size());
             for (int i = 0; i < values.size(); ++i)
                 data[i].key = i;
-            m_graph->data()->set(data, true);
-            m_graph->data()->squeeze();
+            graph->data()->set(data, true);
+            graph->data()->squeeze();
         }
-        QCPGraphData *samples = &*m_graph->data()->begin();
+        QCPGraphData *samples = &*graph->data()->begin();
         for (int i = 0; i < values.size(); ++i)
             samples[i].value = values.at(i);
     }
 
-    void setVisible(double first, double last) override { m_x->setRange(first, last); }
-    void frame() override { m_plot.replot(QCustomPlot::rpImmediateRefresh); }
-
-private:
     QVector<QVector<double>> m_sets;
+    QVector<double> m_values;
     QCustomPlot m_plot;
     QCPAxis *m_x = nullptr;
-    QCPGraph *m_graph = nullptr;
+    QVector<QCPGraph *> m_graphs;
+    QCPItemStraightLine *m_markers[2] = {};
+    QCPItemStraightLine *m_cursor = nullptr;
+    QVector<QCPItemText *> m_readings;
+    bool m_cursorOnly = false;
 };
 
 } // namespace

@@ -1,0 +1,92 @@
+# cmake -DVALGRIND=... -DPROGRAM=benchmark_scenes -DNUMBERS=instructions.txt -DBUILD="compiler; flags; Qt; processor"
+#       -DWORK=folder [-DRENEW=ON] -P count.cmake
+# Counts the instructions of a frame of each scene and compares them with the numbers that are kept for builds of this
+# kind; with RENEW it writes those. Instructions do not depend on what else the machine does: two runs differ by less
+# than a thousandth. Another compiler, other flags or another Qt make another number, so each kind of build has a list
+# of its own, and a build without one is skipped.
+
+set(tolerance 3) # percent
+set(counted_frames 8) # as in scenes.cpp
+
+set(text "")
+if(EXISTS ${NUMBERS})
+  file(READ ${NUMBERS} text)
+endif()
+# The list of this build, from its heading to the empty line behind it.
+string(FIND "${text}" "[${BUILD}]\n" begin)
+if(begin EQUAL -1 AND NOT RENEW)
+  message("skipped: no numbers are kept for [${BUILD}]")
+  return()
+endif()
+if(NOT EXISTS "${VALGRIND}")
+  message("skipped: valgrind is not installed")
+  return()
+endif()
+
+file(REMOVE_RECURSE ${WORK})
+file(MAKE_DIRECTORY ${WORK})
+execute_process(
+  COMMAND ${VALGRIND} --tool=callgrind --instr-atstart=no --callgrind-out-file=${WORK}/counted ${PROGRAM}
+  OUTPUT_FILE ${WORK}/output.txt ERROR_FILE ${WORK}/output.txt RESULT_VARIABLE result)
+if(NOT result EQUAL 0)
+  file(READ ${WORK}/output.txt output)
+  message(FATAL_ERROR "${PROGRAM} failed: ${result}\n${output}")
+endif()
+
+set(list "")
+set(wrong "")
+file(GLOB parts LIST_DIRECTORIES OFF ${WORK}/counted.*)
+list(SORT parts COMPARE NATURAL)
+foreach(part ${parts})
+  file(STRINGS ${part} lines REGEX "^(desc: Trigger|totals:)")
+  if(NOT "${lines}" MATCHES "Client Request: ([a-z-]+);totals: ([0-9]+)")
+    continue()
+  endif()
+  set(scene ${CMAKE_MATCH_1})
+  math(EXPR now "${CMAKE_MATCH_2} / ${counted_frames} / 1000")
+  string(APPEND list "${scene} ${now}\n")
+  if(RENEW)
+    continue()
+  endif()
+  string(SUBSTRING "${text}" ${begin} -1 kept)
+  string(REGEX REPLACE "\n\n.*" "\n" kept "${kept}")
+  if(NOT kept MATCHES "\n${scene} ([0-9]+)\n")
+    list(APPEND wrong "${scene} has no number")
+    continue()
+  endif()
+  set(before ${CMAKE_MATCH_1})
+  math(EXPR thousandths "(${now} - ${before}) * 1000 / ${before}")
+  message("${scene}: ${now} thousand instructions a frame, ${before} noted, ${thousandths} thousandths more")
+  math(EXPR most "${tolerance} * 10")
+  if(thousandths GREATER most OR thousandths LESS -${most})
+    list(APPEND wrong "${scene}: ${before} -> ${now}")
+  endif()
+endforeach()
+if(list STREQUAL "")
+  message("skipped: the program was built without valgrind's header")
+  return()
+endif()
+if(wrong)
+  list(JOIN wrong "\n  " wrong)
+  message(FATAL_ERROR "More than ${tolerance} % away from what is noted:\n  ${wrong}\n"
+    "Where that is meant to be, also where a frame has become cheaper: build the target renew_instructions.")
+endif()
+
+if(RENEW)
+  if(begin EQUAL -1)
+    string(APPEND text "\n[${BUILD}]\n${list}")
+  else()
+    string(SUBSTRING "${text}" 0 ${begin} above)
+    string(SUBSTRING "${text}" ${begin} -1 below)
+    string(FIND "${below}" "\n\n" end)
+    if(end EQUAL -1)
+      set(below "")
+    else()
+      string(SUBSTRING "${below}" ${end} -1 below)
+      string(REGEX REPLACE "^\n" "" below "${below}")
+    endif()
+    set(text "${above}[${BUILD}]\n${list}${below}")
+  endif()
+  file(WRITE ${NUMBERS} "${text}")
+  message("${list}")
+endif()
