@@ -37,6 +37,7 @@ bool BusBinding::setAddress(const QString &address)
         m_client->disconnect(m_follower);
     m_client = client;
     m_lateItems.setClient(client);
+    m_sinks.clear();
     return true;
 }
 
@@ -50,10 +51,14 @@ void BusBinding::followItem(const QString &key)
     QObject::connect(item, SIGNAL(valueChanged()), m_follower, SLOT(handleOrnItemValueChanged()));
 }
 
-void BusBinding::followVector(const QString &key)
+void BusBinding::followVector(const QString &key, const Sink &sink)
 {
+    if (sink) {
+        m_sinks.insert(key.toLocal8Bit(), sink);
+        m_appended.setClient(m_client);
+    }
     auto *item = qobject_cast<ORNVecDoubleClientItem *>(
-        itemAtAddress(key + vectorSuffix, [this, key] { followVector(key); }));
+        itemAtAddress(key + vectorSuffix, [this, key, sink] { followVector(key, sink); }));
     replaceItem(key, item);
     if (!m_client)
         return;
@@ -61,7 +66,7 @@ void BusBinding::followVector(const QString &key)
         qDebug() << m_follower << "No ORNVecDoubleClientItem for";
         return;
     }
-    m_follower->setProperty(key.toLocal8Bit().constData(), QVariant::fromValue(item->vector()));
+    give(item, key.toLocal8Bit(), -1);
     QObject::connect(item, SIGNAL(sizeChanged()), m_follower, SLOT(handleOrnVecDoubleItemChanged()));
 }
 
@@ -78,7 +83,16 @@ void BusBinding::takeVector(const QObject *sender)
         qDebug() << "in handleOrnVecDoubleItemChanged: sender() =" << sender;
         return;
     }
-    m_follower->setProperty(keyInName(item, vectorSuffix).constData(), QVariant::fromValue(item->vector()));
+    give(item, keyInName(item, vectorSuffix), m_appended.take(item->getId()));
+}
+
+void BusBinding::give(const ORNVecDoubleClientItem *item, const QByteArray &key, int appended)
+{
+    // A copy, because the follower may be given another address by those who hear of the change.
+    if (const Sink sink = m_sinks.value(key))
+        sink(item->vector(), appended);
+    else
+        m_follower->setProperty(key.constData(), QVariant::fromValue(item->vector()));
 }
 
 ORNClientItem *BusBinding::itemAtAddress(const QString &name, const LateItems::Notice &whenAdded)

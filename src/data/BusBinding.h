@@ -1,5 +1,6 @@
 #pragma once
 
+#include "data/AppendedCount.h"
 #include "data/LateItems.h"
 #include "platform/bus/ORNClientInterface.h"
 #include "platform/bus/ORNClientItem.h"
@@ -7,6 +8,9 @@
 #include <QMap>
 #include <QPointer>
 #include <QString>
+#include <QVector>
+
+#include <functional>
 
 // The bus items that a data object follows: the client and the prefix of its address, and one item per property
 // key, whose value is copied into the property. It makes and ends the connections; client and items belong to
@@ -17,6 +21,9 @@
 class BusBinding
 {
 public:
+    // Takes an array, of which the last `appended` elements are new; -1 when all of them may be.
+    using Sink = std::function<void(const QVector<double> &array, int appended)>;
+
     explicit BusBinding(QObject *follower);
 
     // The address that was accepted last: client name, comma, prefix of the item names.
@@ -28,7 +35,7 @@ public:
     // Follow the item of the present address for the key from now on, and no longer the one that it had before.
     // Without such an item the property stays as it is until there is one.
     void followItem(const QString &key);
-    void followVector(const QString &key);
+    void followVector(const QString &key, const Sink &sink = {});
 
     // Copy the value of an item that has changed. Anybody may have sent: what is no item is ignored.
     void takeValue(const QObject *sender);
@@ -37,11 +44,14 @@ public:
 private:
     ORNClientItem *itemAtAddress(const QString &name, const LateItems::Notice &whenAdded);
     void replaceItem(const QString &key, ORNClientItem *item);
+    void give(const ORNVecDoubleClientItem *item, const QByteArray &key, int appended);
 
     QObject *m_follower;
     QString m_address;
     QString m_prefix;
     QPointer<ORNClientInterface> m_client;
     QMap<QString, QPointer<ORNClientItem>> m_items;
+    QMap<QByteArray, Sink> m_sinks;
     LateItems m_lateItems;
+    AppendedCount m_appended;
 };

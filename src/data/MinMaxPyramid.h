@@ -2,7 +2,6 @@
 
 #include "data/MinMax.h"
 
-#include <optional>
 #include <vector>
 
 namespace graph {
@@ -11,48 +10,75 @@ namespace graph {
 // length of the range: blocks of 64 samples, and above them levels of eight nodes in one. 0.3 bytes a sample.
 //
 // The array is not kept. Each query is given the same, unchanged samples again: double, QPointF, or any type
-// with a function minMax(const Sample *, int), and hasNaN(const Sample *, int) where that is asked for.
+// with a function minMax(const Sample *, int), and hasNaN(const Sample *, int) where that is asked for. Samples
+// that were appended to the array are added by extend(), which reads no others.
 class MinMaxPyramid
 {
 public:
     static constexpr int blockSize = 64;
     static constexpr int fanOut = 8;
 
-    template <typename Sample> MinMaxPyramid(const Sample *samples, int count);
+    MinMaxPyramid() = default;
+    template <typename Sample> MinMaxPyramid(const Sample *samples, int count) { extend(samples, count); }
+    // That of an array which begins at that block of the other one's.
+    MinMaxPyramid(const MinMaxPyramid &other, int firstBlock);
+
+    // The array has `count` samples now.
+    template <typename Sample> void extend(const Sample *samples, int count);
 
     // The same as minMax(samples + first, end - first), for 0 <= first <= end <= count.
     template <typename Sample> MinMax minMax(const Sample *samples, int first, int end) const;
 
-    // Whether any of the samples is NaN, which the extremes do not tell. They are read when this is asked for the
-    // first time: most plots never do.
+    // Whether any of the samples is NaN, which the extremes do not tell. They are read when this is asked for, each
+    // once: most plots never do.
     template <typename Sample> bool hasNaN(const Sample *samples, int count) const;
 
 private:
     using Level = std::vector<MinMax>;
 
     MinMax nodes(std::size_t first, std::size_t end) const;
+    void extendLevels();
 
-    std::vector<Level> m_levels; // the finest first
-    mutable std::optional<bool> m_hasNaN;
+    std::vector<Level> m_levels{1}; // the finest first
+    mutable int m_searched = 0; // samples, for NaN
+    mutable bool m_hasNaN = false;
 };
 
-template <typename Sample> MinMaxPyramid::MinMaxPyramid(const Sample *samples, int count)
+inline MinMaxPyramid::MinMaxPyramid(const MinMaxPyramid &other, int firstBlock)
+{
+    const Level &blocks = other.m_levels.front();
+    m_levels.front().assign(blocks.begin() + std::min(std::size_t(firstBlock), blocks.size()), blocks.end());
+    extendLevels();
+}
+
+template <typename Sample> void MinMaxPyramid::extend(const Sample *samples, int count)
 {
     using graph::minMax;
     // Whole blocks only; the rest is read from the array.
-    Level blocks(std::size_t(std::max(count, 0)) / blockSize);
-    for (std::size_t block = 0; block < blocks.size(); ++block)
-        blocks[block] = minMax(samples + block * blockSize, blockSize);
-    while (blocks.size() >= fanOut) {
-        Level coarser(blocks.size() / fanOut);
-        for (std::size_t node = 0; node < coarser.size(); ++node) {
+    Level &blocks = m_levels.front();
+    const std::size_t end = std::size_t(std::max(count, 0)) / blockSize;
+    if (blocks.empty())
+        blocks.reserve(end);
+    for (std::size_t block = blocks.size(); block < end; ++block)
+        blocks.push_back(minMax(samples + block * blockSize, blockSize));
+    extendLevels();
+}
+
+// Nodes of the coarser levels, as far as there is a whole number of finer ones under them.
+inline void MinMaxPyramid::extendLevels()
+{
+    for (std::size_t level = 0; m_levels[level].size() >= fanOut; ++level) {
+        if (level + 1 == m_levels.size())
+            m_levels.emplace_back();
+        const Level &finer = m_levels[level];
+        Level &coarser = m_levels[level + 1];
+        for (std::size_t node = coarser.size(); node < finer.size() / fanOut; ++node) {
+            MinMax extremes;
             for (std::size_t child = node * fanOut; child < (node + 1) * fanOut; ++child)
-                coarser[node].add(blocks[child]);
+                extremes.add(finer[child]);
+            coarser.push_back(extremes);
         }
-        m_levels.push_back(std::move(blocks));
-        blocks = std::move(coarser);
     }
-    m_levels.push_back(std::move(blocks));
 }
 
 template <typename Sample> MinMax MinMaxPyramid::minMax(const Sample *samples, int first, int end) const
@@ -87,9 +113,11 @@ inline MinMax MinMaxPyramid::nodes(std::size_t first, std::size_t end) const
 template <typename Sample> bool MinMaxPyramid::hasNaN(const Sample *samples, int count) const
 {
     using graph::hasNaN;
-    if (!m_hasNaN)
-        m_hasNaN = hasNaN(samples, count);
-    return *m_hasNaN;
+    if (!m_hasNaN && m_searched < count) {
+        m_hasNaN = hasNaN(samples + m_searched, count - m_searched);
+        m_searched = count;
+    }
+    return m_hasNaN;
 }
 
 } // namespace graph

@@ -13,6 +13,30 @@
 
 #include <iosfwd>
 
+namespace graph {
+
+// Tells whether samples have changed since they were looked at. Those of one epoch keep their numbers, which count from
+// its beginning: when the oldest fall out and new ones come at the end, `first` is the number of sample 0. Epoch 0 is
+// that of data that do not know; any other number is never used again by the same data.
+struct SampleHistory
+{
+    qint64 epoch = 0;
+    qint64 first = 0;
+    int size = 0;
+
+    bool isSame(const SampleHistory &other) const
+    {
+        return epoch != 0 && epoch == other.epoch && first == other.first && size == other.size;
+    }
+    // How many samples have fallen out since the other one, of the same data.
+    qint64 scrolledSince(const SampleHistory &other) const
+    {
+        return epoch != 0 && epoch == other.epoch ? first - other.first : 0;
+    }
+};
+
+} // namespace graph
+
 class QDataStream;
 class QTextStream;
 class ValueAxis;
@@ -71,6 +95,10 @@ public:
     virtual graph::SampleSpan sampleSpan(double xMin, double xMax) const;
     // Those in the x range of a visible rectangle, a rounding error at its ends included.
     graph::SampleSpan sampleSpan(const QRectF &rect) const;
+
+    virtual graph::SampleHistory history() const { return {}; }
+    // Whether plotChanged() is still to come for a change.
+    bool isChangePending() const { return m_plotChangedTimer != 0; }
 
     QString dbusAddress() const { return m_bus.address(); }
     QString label() const { return m_label; }
@@ -152,6 +180,8 @@ protected:
     // Follow a bus item with the property of that name.
     void connectOrnItem(const QString &key);
     void connectOrnVecDoubleItem(const QString &key);
+    // Without a property: the array is given to the sink.
+    void connectOrnVecDoubleItem(const QString &key, const BusBinding::Sink &sink) { m_bus.followVector(key, sink); }
 
     // Equal objects are of the same kind: the class that holds the data, because an object that QML made may
     // have a class and a meta-object of its own.

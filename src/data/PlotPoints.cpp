@@ -262,6 +262,7 @@ int PlotPoints::beginChange()
 {
     m_ascending = Ascending();
     m_pyramid.reset();
+    ++m_epoch;
     return m_points.size();
 }
 

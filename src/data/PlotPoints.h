@@ -30,6 +30,7 @@ public:
     bool operator==(const PlotData &other) const override;
     using PlotData::sampleSpan;
     graph::SampleSpan sampleSpan(double xMin, double xMax) const override;
+    graph::SampleHistory history() const override { return {m_epoch, 0, size()}; }
 
     // Sorts by x; equal ones keep their order, NaN goes last.
     virtual void sort();
@@ -69,6 +70,7 @@ private:
     graph::SampleSpan segmentSpan(double xMin, double xMax) const;
 
     QVector<QPointF> m_points;
+    qint64 m_epoch = 1;
     mutable Ascending m_ascending;
     mutable graph::LazyPyramid m_pyramid;
 };

@@ -208,12 +208,14 @@ void PlotSeries::fillData(int count, double min, double max)
         m_yData.append(value);
     }
     m_pyramid.reset();
+    ++m_epoch;
     emit sizeChanged(count); // what was added, not the new size, as scripts expect it
 }
 
 void PlotSeries::announceData(int formerSize)
 {
     m_pyramid.reset();
+    ++m_epoch;
     if (m_yData.size() != formerSize)
         emit sizeChanged(m_yData.size());
     emitPlotChanged();

@@ -30,6 +30,7 @@ public:
     bool operator==(const PlotData &other) const override;
     using PlotData::sampleSpan;
     graph::SampleSpan sampleSpan(double xMin, double xMax) const override;
+    graph::SampleHistory history() const override { return {m_epoch, 0, size()}; }
 
     double xInterval() const { return m_xInterval; }
     double xFirstValue() const { return m_xFirstValue; }
@@ -57,6 +58,7 @@ private:
     void announceData(int formerSize);
 
     QVector<double> m_yData;
+    qint64 m_epoch = 1;
     double m_xInterval = 1.0;
     double m_xFirstValue = 0.0;
     mutable graph::LazyPyramid m_pyramid;

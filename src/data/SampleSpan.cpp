@@ -13,22 +13,52 @@ SampleSpan::SampleSpan(const QVector<double> &values, double xFirst, double xInt
     , m_values(m_valueArray.constData())
     , m_xFirst(xFirst)
     , m_xInterval(xInterval)
+    , m_arraySize(values.size())
 {
-    if (!std::isfinite(xFirst) || !std::isfinite(xInterval))
-        return;
-    m_size = values.size();
-    if (xInterval < 0.0) {
-        m_first = m_size - 1;
-        m_step = -1;
-    }
+    takeValues(0, m_arraySize);
 }
 
 SampleSpan::SampleSpan(const QVector<QPointF> &points, const QVector<int> &indices)
     : m_pointArray(points)
     , m_indices(indices)
     , m_points(m_pointArray.constData())
+    , m_arraySize(points.size())
     , m_size(points.size())
 {
+}
+
+SampleSpan::SampleSpan(const Stretch<double> &stretch, double xFirst, double xInterval)
+    : m_owner(stretch.owner)
+    , m_values(stretch.array)
+    , m_xFirst(xFirst)
+    , m_xInterval(xInterval)
+    , m_number(stretch.number - stretch.first)
+    , m_arraySize(stretch.first + stretch.size)
+    , m_dataFirst(stretch.first)
+{
+    takeValues(stretch.first, stretch.size);
+}
+
+SampleSpan::SampleSpan(const Stretch<QPointF> &stretch)
+    : m_owner(stretch.owner)
+    , m_points(stretch.array)
+    , m_arraySize(stretch.first + stretch.size)
+    , m_dataFirst(stretch.first)
+    , m_first(stretch.first)
+    , m_size(stretch.size)
+{
+}
+
+void SampleSpan::takeValues(int first, int size)
+{
+    if (!std::isfinite(m_xFirst) || !std::isfinite(m_xInterval))
+        return;
+    m_size = size;
+    m_first = first;
+    if (m_xInterval < 0.0) {
+        m_first = first + size - 1;
+        m_step = -1;
+    }
 }
 
 SampleSpan SampleSpan::mid(int first, int end) const
@@ -80,8 +110,7 @@ MinMax SampleSpan::minMax(int first, int end) const
     end = qBound(first, end, m_size);
     if (first == end)
         return MinMax();
-    // Backwards or forwards, the samples are one stretch of the array.
-    const int low = std::min(arrayIndex(first), arrayIndex(end - 1));
+    const int low = lowest(first, end);
     const int count = end - first;
     if (m_points)
         return m_pyramid ? m_pyramid->minMax(m_points, low, low + count)
@@ -93,11 +122,10 @@ bool SampleSpan::hasNaN(int first, int end) const
 {
     if (first == end)
         return false;
-    if (m_pyramid &&
-        !(m_points ? m_pyramid->hasNaN(m_pointArray.constData(), m_pointArray.size())
-                   : m_pyramid->hasNaN(m_valueArray.constData(), m_valueArray.size())))
+    if (m_pyramid && !(m_points ? m_pyramid->hasNaN(m_points, m_arraySize)
+                                : m_pyramid->hasNaN(m_values, m_arraySize)))
         return false;
-    const int low = std::min(arrayIndex(first), arrayIndex(end - 1));
+    const int low = lowest(first, end);
     return m_points ? graph::hasNaN(m_points + low, end - first) : graph::hasNaN(m_values + low, end - first);
 }
 
@@ -116,13 +144,13 @@ int SampleSpan::guess(double value, int hint) const
 {
     if (!isEquallySpaced())
         return hint;
-    const double position = (value - m_xFirst) / m_xInterval; // in the array
+    const double position = (value - m_xFirst) / m_xInterval - m_number; // in the array
     return truncatedIndex((position - m_first) * m_step);
 }
 
 QVector<QPointF> SampleSpan::toVector() const
 {
-    if (m_points && m_size == m_pointArray.size() && !m_reversed)
+    if (m_size > 0 && m_size == m_pointArray.size() && !m_reversed)
         return m_pointArray;
     QVector<QPointF> result(m_size);
     QPointF *out = result.data();

@@ -13,6 +13,8 @@ class MinMaxPyramid;
 
 // Samples of a data object in ascending order of x, seen in the object's own array without a copy. The view
 // shares the array, so it stays valid, with the values it was made with, whatever becomes of the data.
+// An array that samples are appended to is shared as well: what is appended lies behind the view, and the
+// array moves elsewhere, not in place, while somebody else shares it.
 //
 // Samples are numbered 0..size()-1 within the view; x(), y(), at() and dataIndex() take only these numbers.
 class GRAPH_CHARTS_EXPORT SampleSpan
@@ -27,6 +29,21 @@ public:
     // Points in ascending order of x, or pairs of points used as segments, in any order. indices: the index
     // of each in the data object; empty when these are 0, 1, 2...
     explicit SampleSpan(const QVector<QPointF> &points, const QVector<int> &indices = {});
+
+    // A stretch of a longer array, which the owner keeps as it is. In a pyramid samples have the index that they
+    // have in the array, in the data object they count from the first of the stretch, which has the x
+    // xFirst + number * xInterval: x of a sample is the same number wherever it lies.
+    template <typename Sample> struct Stretch
+    {
+        std::shared_ptr<const void> owner;
+        const Sample *array = nullptr;
+        int first = 0;
+        int size = 0;
+        double number = 0.0;
+    };
+    SampleSpan(const Stretch<double> &stretch, double xFirst, double xInterval);
+    // In ascending order of x.
+    explicit SampleSpan(const Stretch<QPointF> &stretch);
 
     // The samples first..end-1 of this view, clamped to those that exist.
     SampleSpan mid(int first, int end) const;
@@ -45,7 +62,7 @@ public:
 
     double x(int i) const
     {
-        return m_points ? m_points[arrayIndex(i)].x() : m_xFirst + arrayIndex(i) * m_xInterval;
+        return m_points ? m_points[arrayIndex(i)].x() : m_xFirst + (m_number + arrayIndex(i)) * m_xInterval;
     }
     double y(int i) const { return m_points ? m_points[arrayIndex(i)].y() : m_values[arrayIndex(i)]; }
     QPointF at(int i) const { return QPointF(x(i), y(i)); }
@@ -53,7 +70,16 @@ public:
     QPointF last() const { return isEmpty() ? QPointF() : at(m_size - 1); }
 
     // The index of a sample in the data object.
-    int dataIndex(int i) const { return m_indices.isEmpty() ? arrayIndex(i) : m_indices[arrayIndex(i)]; }
+    int dataIndex(int i) const
+    {
+        return m_indices.isEmpty() ? arrayIndex(i) - m_dataFirst : m_indices[arrayIndex(i)];
+    }
+
+    // The samples one after the other in memory, the other way round where the view runs backwards; null where the
+    // view is of the other kind.
+    bool isBackwards() const { return m_step < 0; }
+    const double *values() const { return m_values && m_size > 0 ? m_values + lowest(0, m_size) : nullptr; }
+    const QPointF *points() const { return m_points && m_size > 0 ? m_points + lowest(0, m_size) : nullptr; }
 
     // The extremes of y of the samples first..end-1, clamped to those that exist. One straight pass over the
     // array, or a few steps where there is a pyramid; NaN is ignored either way.
@@ -80,16 +106,23 @@ public:
 
 private:
     int arrayIndex(int i) const { return m_first + i * m_step; }
+    // Backwards or forwards, samples that follow each other are one stretch of the array.
+    int lowest(int first, int end) const { return std::min(arrayIndex(first), arrayIndex(end - 1)); }
     int guess(double value, int hint) const;
+    void takeValues(int first, int size);
 
-    QVector<double> m_valueArray; // these two keep what m_values and m_points look into
+    QVector<double> m_valueArray; // these three keep what m_values and m_points look into
     QVector<QPointF> m_pointArray;
+    std::shared_ptr<const void> m_owner;
     QVector<int> m_indices;
     std::shared_ptr<const MinMaxPyramid> m_pyramid;
     const double *m_values = nullptr;
     const QPointF *m_points = nullptr;
     double m_xFirst = 0.0;
     double m_xInterval = 0.0;
+    double m_number = 0.0; // that x is counted by, of the first element of the array
+    int m_arraySize = 0;
+    int m_dataFirst = 0; // the array index of the data object's first sample
     int m_first = 0; // the array index of sample 0, and the way from one sample to the next
     int m_step = 1;
     int m_size = 0;
