@@ -1,6 +1,8 @@
 #include "kit/plugin/KitPlugin.h"
 
 #include "kit/axis/ChartAxis.h"
+#include "kit/data/StreamPoints.h"
+#include "kit/data/StreamSeries.h"
 #include "kit/plots/ColorScale.h"
 #include "kit/plots/LimitLine.h"
 #include "kit/plots/Trace.h"
@@ -14,6 +16,8 @@ void KitPlugin::registerTypes(const char *uri)
     qmlRegisterType<graph::ChartAxis>(uri, 1, 0, "ChartAxis");
     qmlRegisterType<graph::ColorScale>(uri, 1, 0, "ColorScale");
     qmlRegisterType<graph::LimitLine>(uri, 1, 0, "LimitLine");
+    qmlRegisterType<graph::StreamPoints>(uri, 1, 0, "StreamPoints");
+    qmlRegisterType<graph::StreamSeries>(uri, 1, 0, "StreamSeries");
     qmlRegisterType<graph::Trace>(uri, 1, 0, "Trace");
     qmlRegisterType<graph::WaterfallPlot>(uri, 1, 0, "WaterfallPlot");
 }

@@ -8,14 +8,16 @@
 
 class ORNClientInterface;
 
-// What a client tells of an array just before the array's own item does: that only its newest elements are new.
+// What a client tells of an array just before the array's own item does: that only its newest elements are
+// new.
 class GRAPH_CHARTS_EXPORT AppendedCount : public QObject
 {
     Q_OBJECT
 
 public:
     void setClient(ORNClientInterface *client);
-    // The number of new elements of the item that has changed, -1 when all of them may be new. Once for each change.
+    // The number of new elements of the item that has changed, -1 when all of them may be new. Once for each
+    // change.
     int take(const QString &itemName);
 
 private slots:

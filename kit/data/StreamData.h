@@ -1,0 +1,73 @@
+#pragma once
+
+#include "kit/data/PushQueue.h"
+#include "kit/data/SampledData.h"
+
+#include <QJSValue>
+
+#include <atomic>
+
+namespace graph {
+
+// What live data have in common: a capacity, the possibility to hold still, and samples that another thread
+// pushes.
+class GRAPH_CHARTS_EXPORT StreamData : public SampledData
+{
+    Q_OBJECT
+    Q_PROPERTY(int capacity READ capacity WRITE setCapacity NOTIFY capacityChanged)
+    Q_PROPERTY(bool held READ isHeld WRITE setHeld NOTIFY heldChanged)
+    Q_PROPERTY(qint64 dropped READ dropped NOTIFY droppedChanged)
+
+public:
+    explicit StreamData(QObject *parent = nullptr);
+
+    virtual int capacity() const = 0;
+    bool isHeld() const { return m_held; }
+    qint64 dropped() const { return m_dropped; }
+
+    void setCapacity(int capacity);
+    void setHeld(bool held);
+    void clear() override;
+
+    bool event(QEvent *event) override;
+
+signals:
+    void capacityChanged();
+    void heldChanged();
+    void droppedChanged();
+
+protected:
+    // What the samples look like from outside; compared around each change.
+    struct Appearance
+    {
+        SampleHistory history;
+        double start = 0.0;
+    };
+    virtual Appearance appearance() const { return {history(), 0.0}; }
+    // Announces what has become different.
+    virtual void announce(const Appearance &former);
+
+    virtual void resizeStore(int capacity) = 0;
+    virtual void clearStore() = 0;
+    // Keeps what is to be seen while data go on arriving, or lets go of it.
+    virtual void freeze(bool frozen) = 0;
+    // On the object's own thread.
+    virtual void takePushed() = 0;
+
+    // What a document appends: a list or a single number.
+    static QVector<double> numbersOf(const QJSValue &values);
+
+    // Of the thread that pushes.
+    bool admitPush(int count);
+    void announcePush();
+    void countDropped(qint64 count);
+
+private:
+    OneThread m_pusher;
+    std::atomic<bool> m_pushAnnounced{false};
+    std::atomic<bool> m_refusalTold{false};
+    qint64 m_dropped = 0;
+    bool m_held = false;
+};
+
+} // namespace graph

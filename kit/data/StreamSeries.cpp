@@ -1,0 +1,186 @@
+#include "kit/data/StreamSeries.h"
+
+#include "common/SafeInteger.h"
+
+#include <cmath>
+
+namespace graph {
+
+/*!
+    \qmltype StreamSeries
+    \inherits PlotData
+    \inqmlmodule graph_kit
+    \brief Live samples, equally spaced in x: new ones are appended, and beyond the capacity the oldest fall
+   out.
+
+    Appending costs the samples that are appended, however many there are. So does a frame of a chart that
+   rolls over them, beside its pixels.
+
+    \code
+    StreamSeries { id: level; capacity: 720000; interval: 0.005 }
+    // in a handler, or in C++
+    level.append(values)
+    \endcode
+
+    In C++ a thread that measures calls \c {push(const double *values, int count)}. It neither waits nor
+   locks; the object takes the samples on its own thread, in order, when the event loop comes to it, which is
+   before the next frame. One thread may push at a time; another one may when that has ended, and is refused
+   before, with one line in \c graph.kit. The last push has to be over when the object is destroyed.
+
+    \qmlproperty int StreamSeries::capacity
+    How many samples are kept, 1 to 1073741824; 100000 by default. Memory is taken for those that there
+   are: 8.5 bytes each. A smaller capacity drops the oldest at once. Less than 1 is ignored, with a line in \c
+   graph.kit.
+
+    \qmlproperty bool StreamSeries::held
+    While true all that can be read stays as it is: size, start and samples. Data go on arriving meanwhile,
+   and on release all of it is there, as far as the capacity reaches. Takes the memory of a second series at
+   most. False by default.
+
+    \qmlproperty int StreamSeries::dropped
+    \readonly
+    How many pushed samples were lost because the application took none over for too long, while 1048576
+   others came. The oldest are lost. Those that follow keep their x; a NaN in the place of each lost one
+   leaves a gap.
+
+    \qmlmethod void StreamSeries::clear()
+    Forgets all samples. The next one has the x that \c start was given last.
+*/
+StreamSeries::StreamSeries(QObject *parent)
+    : StreamData(parent)
+{
+}
+
+// Not limited to the samples that there are; -1 for none, or without a spacing.
+int StreamSeries::indexOf(double x) const
+{
+    const double position = (x - m_countedX) / m_interval - double(shown().number - m_countedFrom);
+    if (shown().size == 0 || m_interval == 0.0 || std::isnan(position))
+        return -1;
+    return roundedIndex(position);
+}
+
+SampleSpan StreamSeries::allSamples() const
+{
+    SampleSpan span(shown().stretch(double(m_countedFrom)), m_countedX, m_interval);
+    span.setPyramid(shown().pyramid());
+    return span;
+}
+
+/*!
+    \qmlproperty string StreamSeries::dbusAddress
+    As \l PlotData::dbusAddress, and the array \c yData. Where a service appends to it, what came is appended
+   here: the capacity is that of the series, not that of the service. An array that is sent as a whole
+   replaces the samples.
+*/
+void StreamSeries::setDbusAddress(const QString &address)
+{
+    StreamData::setDbusAddress(address);
+    if (!BusBinding::isAddress(address))
+        return;
+    connectOrnVecDoubleItem(QStringLiteral("yData"), [this](const QVector<double> &array, int appended) {
+        const Appearance former = appearance();
+        if (appended < 0)
+            clearStore();
+        const int count = appended < 0 ? array.size() : std::min(appended, int(array.size()));
+        appendLive(array.constData() + (array.size() - count), count);
+        announce(former);
+    });
+}
+
+/*!
+    \qmlproperty double StreamSeries::interval
+    The distance in x from one sample to the next, in units of x; may be negative. A change keeps the x of the
+   oldest sample. Default: 1. With 0 all samples are at one x; with NaN or an infinity nothing is drawn.
+*/
+void StreamSeries::setInterval(double interval)
+{
+    if (m_interval == interval || (std::isnan(m_interval) && std::isnan(interval)))
+        return;
+    const double first = start();
+    m_countedX = std::isfinite(first) ? first : m_writtenStart;
+    m_countedFrom = shown().number;
+    m_interval = interval;
+    emit intervalChanged();
+    emitPlotChanged();
+}
+
+/*!
+    \qmlproperty double StreamSeries::start
+    The x of the oldest sample, in units of x. It moves on as samples fall out; writing it moves all samples.
+   Default: 0.
+*/
+void StreamSeries::setStart(double start)
+{
+    m_writtenStart = start;
+    if (this->start() == start)
+        return;
+    m_countedX = start;
+    m_countedFrom = shown().number;
+    emit startChanged();
+    emitPlotChanged();
+}
+
+/*!
+    \qmlmethod void StreamSeries::append(list<real> values)
+    Adds samples at the end: a list, a typed array or a single number. NaN is a gap, and so is what is no
+   number. Of more than the capacity the last ones are kept.
+*/
+void StreamSeries::append(const QJSValue &values)
+{
+    append(numbersOf(values));
+}
+
+void StreamSeries::append(const double *values, int count)
+{
+    const Appearance former = appearance();
+    appendLive(values, count);
+    announce(former);
+}
+
+void StreamSeries::appendLive(const double *values, int count)
+{
+    if (count > 0)
+        m_live.append(count, [values](double *to, int first, int n) {
+            std::copy(values + first, values + first + n, to);
+        });
+}
+
+void StreamSeries::push(const double *values, int count)
+{
+    if (!admitPush(count))
+        return;
+    m_pushed.push(count, [values](qint64 i) { return values[i]; });
+    announcePush();
+}
+
+void StreamSeries::takePushed()
+{
+    m_pushed.take([this](const double *values, int count) { appendLive(values, count); },
+                  [this](qint64 count) {
+                      m_live.skip(count, std::numeric_limits<double>::quiet_NaN());
+                      countDropped(count);
+                  });
+}
+
+void StreamSeries::announce(const Appearance &former)
+{
+    if (start() != former.start)
+        emit startChanged();
+    StreamData::announce(former);
+}
+
+void StreamSeries::clearStore()
+{
+    m_live.clear();
+    m_countedX = m_writtenStart;
+    m_countedFrom = 0;
+    freeze(isHeld());
+}
+
+void StreamSeries::freeze(bool frozen)
+{
+    m_frozen = frozen ? m_live.view() : StreamView<double>();
+}
+
+} // namespace graph

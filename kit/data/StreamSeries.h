@@ -1,0 +1,74 @@
+#pragma once
+
+#include "kit/data/StreamBuffer.h"
+#include "kit/data/StreamData.h"
+
+#include <QJSValue>
+
+namespace graph {
+
+class GRAPH_CHARTS_EXPORT StreamSeries : public StreamData
+{
+    Q_OBJECT
+    Q_PROPERTY(double interval READ interval WRITE setInterval NOTIFY intervalChanged)
+    Q_PROPERTY(double start READ start WRITE setStart NOTIFY startChanged)
+
+public:
+    explicit StreamSeries(QObject *parent = nullptr);
+
+    int size() const override { return shown().size; }
+    double x(int index) const override { return xOf(shown().number + index); }
+    double y(int index) const override { return contains(index) ? shown().samples()[index] : 0.0; }
+    QPointF sample(int index) const override
+    {
+        return contains(index) ? QPointF(x(index), y(index)) : QPointF();
+    }
+    int indexOf(double x) const override;
+    void setDbusAddress(const QString &address) override;
+    SampleHistory history() const override { return shown().history(); }
+
+    int capacity() const override { return m_live.capacity(); }
+    double interval() const { return m_interval; }
+    double start() const { return xOf(shown().number); }
+    // One after the other, size() of them; valid until the next change of the data.
+    const double *values() const { return shown().samples(); }
+
+    void setInterval(double interval);
+    void setStart(double start);
+
+    Q_INVOKABLE void append(const QJSValue &values);
+    void append(const double *values, int count);
+    void append(const QVector<double> &values) { append(values.constData(), values.size()); }
+    // The same from one other thread. Nobody may push while the object is being destroyed.
+    void push(const double *values, int count);
+
+signals:
+    void intervalChanged();
+    void startChanged();
+
+protected:
+    SampleSpan allSamples() const override;
+    Appearance appearance() const override { return {history(), start()}; }
+    void announce(const Appearance &former) override;
+    void resizeStore(int capacity) override { m_live.setCapacity(capacity); }
+    void clearStore() override;
+    void freeze(bool frozen) override;
+    void takePushed() override;
+
+private:
+    const StreamView<double> &shown() const { return isHeld() ? m_frozen : m_live.view(); }
+    bool contains(int index) const { return index >= 0 && index < shown().size; }
+    double xOf(qint64 number) const { return m_countedX + double(number - m_countedFrom) * m_interval; }
+    void appendLive(const double *values, int count);
+
+    StreamBuffer<double> m_live;
+    StreamView<double> m_frozen; // while held
+    PushQueue<double> m_pushed;
+    double m_interval = 1.0;
+    double m_writtenStart = 0.0;
+    // x is counted from one sample, so that a sample keeps its x to the last bit while others fall out.
+    double m_countedX = 0.0;
+    qint64 m_countedFrom = 0;
+};
+
+} // namespace graph

@@ -1,0 +1,315 @@
+#include "kit/data/StreamPoints.h"
+#include "kit/data/StreamSeries.h"
+#include "platform/bus/BusPublisher.h"
+#include "support/QmlDocument.h"
+#include "support/Table.h"
+
+#include <QRandomGenerator>
+#include <QSignalSpy>
+#include <QtTest>
+
+#include <cmath>
+#include <numeric>
+#include <thread>
+
+using graph::StreamPoints;
+using graph::StreamSeries;
+
+namespace {
+
+QVector<double> counted(int from, int count)
+{
+    QVector<double> values(count);
+    std::iota(values.begin(), values.end(), double(from));
+    return values;
+}
+
+QVector<double> valuesOf(const PlotData &data)
+{
+    QVector<double> values;
+    for (int i = 0; i < data.size(); ++i)
+        values.append(data.y(i));
+    return values;
+}
+
+bool isSame(double a, double b)
+{
+    return a == b || (std::isnan(a) && std::isnan(b));
+}
+
+// Compares everything that tells of the samples with the list of them.
+QString difference(const PlotData &data, const QVector<QPointF> &expected, QRandomGenerator &random)
+{
+    if (data.size() != expected.size())
+        return QStringLiteral("%1 samples, not %2").arg(data.size()).arg(expected.size());
+    const graph::SampleSpan span = data.sampleSpan(-qInf(), qInf());
+    for (int i = 0; i < span.size(); ++i) {
+        const QPointF sample = expected.at(span.dataIndex(i));
+        if (span.x(i) != sample.x() || !isSame(span.y(i), sample.y()) ||
+            data.x(span.dataIndex(i)) != sample.x())
+            return QStringLiteral("sample %1").arg(i);
+    }
+    const int first = random.bounded(span.size() + 1);
+    const int end = random.bounded(first, span.size() + 1);
+    graph::MinMax plain;
+    bool anyNaN = false;
+    for (int i = first; i < end; ++i) {
+        plain.add(std::isnan(span.y(i)) ? graph::MinMax() : graph::MinMax{span.y(i), span.y(i)});
+        anyNaN = anyNaN || std::isnan(span.y(i));
+    }
+    const graph::MinMax extremes = span.minMax(first, end);
+    if (plain.isEmpty() ? !extremes.isEmpty() : extremes.min != plain.min || extremes.max != plain.max)
+        return QStringLiteral("extremes of %1..%2").arg(first).arg(end);
+    return span.hasNaN(first, end) == anyNaN ? QString()
+                                             : QStringLiteral("NaN in %1..%2").arg(first).arg(end);
+}
+
+} // namespace
+
+class tst_streams : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    // Appended, held, cleared and resized at random, against lists from which the oldest are removed.
+    void agreesWithPlainLists_data()
+    {
+        columns<int, int, bool>({"capacity", "longest", "ascending"});
+        QTest::newRow("one sample") << 1 << 3 << true;
+        QTest::newRow("shorter than a block") << 10 << 25 << true;
+        QTest::newRow("moves often") << 3000 << 700 << true;
+        QTest::newRow("lets pages go") << 70000 << 30000 << true;
+        QTest::newRow("x runs back at times") << 300 << 40 << false;
+    }
+
+    void agreesWithPlainLists()
+    {
+        QFETCH(int, capacity);
+        QFETCH(int, longest);
+        QFETCH(bool, ascending);
+        QRandomGenerator random(7);
+        StreamSeries series;
+        StreamPoints points;
+        series.setCapacity(capacity);
+        points.setCapacity(capacity);
+        series.setInterval(-0.1);
+        series.setStart(3.0);
+        QVector<QPointF> expectedSeries, expectedPoints, shownSeries, shownPoints;
+        qint64 number = 0;
+        double x = 0.0;
+        for (int round = 0; round < 150; ++round) {
+            QVector<double> xs, ys;
+            for (int i = random.bounded(longest + 1); i > 0; --i) {
+                ys.append(random.bounded(50) == 0 ? qQNaN() : random.generateDouble());
+                x += ascending || random.bounded(30) > 0 ? random.generateDouble() : -3.0;
+                xs.append(x);
+                expectedSeries.append({3.0 + double(number++) * -0.1, ys.last()});
+                expectedPoints.append({x, ys.last()});
+            }
+            const bool wasHeld = series.isHeld();
+            series.append(ys);
+            points.append(xs.constData(), ys.constData(), xs.size());
+            const auto letOldestGo = [&] {
+                for (auto *list : {&expectedSeries, &expectedPoints})
+                    list->remove(0, std::max(0, list->size() - capacity));
+            };
+            letOldestGo();
+            if (random.bounded(40) == 0) {
+                capacity = std::max(1, capacity + random.bounded(-longest, longest));
+                series.setCapacity(capacity);
+                points.setCapacity(capacity);
+                letOldestGo();
+            }
+            if (!wasHeld) {
+                shownSeries = expectedSeries;
+                shownPoints = expectedPoints;
+            }
+            series.setHeld(random.bounded(3) == 0);
+            points.setHeld(series.isHeld());
+            if (!series.isHeld()) {
+                shownSeries = expectedSeries;
+                shownPoints = expectedPoints;
+            }
+            QCOMPARE(difference(series, shownSeries, random), QString());
+            QCOMPARE(difference(points, shownPoints, random), QString());
+        }
+    }
+
+    void spanKeepsItsValuesWhileSamplesMove()
+    {
+        StreamSeries series;
+        series.setCapacity(100000);
+        series.append(counted(0, 100000));
+        const graph::SampleSpan span = series.sampleSpan(10, 99990);
+        for (int round = 0; round < 30; ++round)
+            series.append(counted(-1000000, 50000));
+        for (int i = 0; i < span.size(); ++i)
+            QCOMPARE(span.y(i), 10.0 + i);
+        QCOMPARE(span.minMax(0, span.size()).min, 10.0);
+        QCOMPARE(series.y(0), -1000000.0);
+    }
+
+    void changesAreAnnounced()
+    {
+        StreamSeries series;
+        series.setCapacity(3);
+        QTRY_VERIFY(!series.isChangePending());
+        QSignalSpy plot(&series, SIGNAL(plotChanged())), size(&series, SIGNAL(sizeChanged(int))),
+            start(&series, SIGNAL(startChanged()));
+        series.append(counted(0, 2));
+        series.append(counted(2, 2));
+        QTRY_COMPARE(plot.count(), 1);
+        QCOMPARE(size.count(), 2);
+        QCOMPARE(start.count(), 1);
+        QCOMPARE(series.boundingRect(), QRectF(1, 1, 2, 2));
+        series.setHeld(true);
+        series.append(counted(9, 2));
+        QTRY_VERIFY(!series.isChangePending());
+        QCOMPARE(plot.count(), 1);
+        QCOMPARE(series.start(), 1.0);
+        series.setHeld(false);
+        QTRY_COMPARE(plot.count(), 2);
+        QCOMPARE(series.last(), QPointF(5, 10));
+        series.clear();
+        QCOMPARE(series.start(), 0.0);
+        QCOMPARE(series.size(), 0);
+    }
+
+    void nastyInput()
+    {
+        StreamSeries series;
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression("capacity of 0 samples"));
+        series.setCapacity(0);
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression("capacity of -5 samples"));
+        series.setCapacity(-5);
+        QCOMPARE(series.capacity(), 100000);
+        series.append(nullptr, 0);
+        series.append(counted(0, 10000000));
+        QCOMPARE(series.size(), 100000);
+        QCOMPARE(series.start(), 9900000.0);
+        series.append({qQNaN(), qInf(), -qInf()});
+        QCOMPARE(series.boundingRect().bottom(), 9999999.0);
+        series.setInterval(0.0);
+        QCOMPARE(series.indexOf(1.0), -1);
+        series.setInterval(qQNaN());
+        QVERIFY(series.sampleSpan(-qInf(), qInf()).isEmpty());
+        series.setInterval(2.0);
+        QCOMPARE(series.x(1) - series.x(0), 2.0);
+    }
+
+    void otherThreadPushes()
+    {
+        StreamSeries series;
+        StreamPoints points;
+        series.setCapacity(1 << 22);
+        points.setCapacity(1 << 22);
+        constexpr int count = 1 << 20;
+        std::thread pusher([&] {
+            for (int i = 0; i < count; i += 256) {
+                const QVector<double> values = counted(i, 256);
+                series.push(values.constData(), values.size());
+                points.push(values.constData(), values.constData(), values.size());
+            }
+        });
+        QTRY_COMPARE(points.size(), count);
+        pusher.join();
+        QTRY_COMPARE(series.size(), count);
+        QCOMPARE(series.dropped() + points.dropped(), 0);
+        for (int i = 0; i < count; ++i)
+            QVERIFY(series.values()[i] == i && points.points()[i] == QPointF(i, i));
+    }
+
+    // What the application did not come to take is lost from the front, and the rest keeps its x.
+    void oldestArePassedOver()
+    {
+        constexpr int buffer = 1 << 20;
+        StreamSeries series;
+        series.setCapacity(3 * buffer);
+        const QVector<double> values = counted(0, buffer + 100);
+        series.push(values.constData(), 10);
+        QCoreApplication::processEvents();
+        series.push(values.constData() + 10, buffer);
+        series.push(values.constData() + 10 + buffer, 90);
+        QCoreApplication::processEvents();
+        QCOMPARE(series.dropped(), 90);
+        QCOMPARE(series.size(), buffer + 100);
+        QVERIFY(std::isnan(series.y(10)) && std::isnan(series.y(99)));
+        for (int i = 100; i < series.size(); ++i)
+            QVERIFY(series.x(i) == series.y(i));
+    }
+
+    void secondThreadIsRefused()
+    {
+        StreamSeries series;
+        const double value = 1.0;
+        series.push(&value, 1);
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression("push\\(\\) from a second thread is refused"));
+        std::thread([&] {
+            series.push(&value, 1);
+            series.push(&value, 1);
+        }).join();
+        QTRY_COMPARE(series.size(), 1);
+
+        // Where the first has ended, another may go on.
+        StreamSeries handedOver;
+        for (int i = 0; i < 2; ++i)
+            std::thread([&] { handedOver.push(&value, 1); }).join();
+        QTRY_COMPARE(handedOver.size(), 2);
+    }
+
+    void documents()
+    {
+        const QmlDocument streams(R"(
+            import graph_kit 1.0
+            StreamSeries {
+            capacity: 12; interval: 0.5; start: 2
+            Component.onCompleted: {
+                append([1, 2, NaN, "x"])
+                append(new Float64Array([5, 6]))
+                append(new Float32Array([6.5, 7, 8]).subarray(1))
+                append(new Uint8Array([255]))
+                append(-1)
+                append([])
+                append("none"); append(undefined); append({})
+            }
+        })");
+        const auto *series = qobject_cast<StreamSeries *>(streams.root());
+        const QVector<double> expected{1, 2, qQNaN(), qQNaN(), 5, 6, 7, 8, 255, -1};
+        QCOMPARE(series->size(), expected.size());
+        for (int i = 0; i < expected.size(); ++i)
+            QVERIFY2(isSame(series->y(i), expected.at(i)), qPrintable(QString::number(i)));
+        QCOMPARE(series->last().x(), 6.5);
+        const QmlDocument pointwise(R"(
+            import graph_kit 1.0
+            StreamPoints { Component.onCompleted: append(new Int16Array([-3, 4, 9]), [1, 2]) })");
+        const auto *points = qobject_cast<StreamPoints *>(pointwise.root());
+        QCOMPARE(points->last(), QPointF(4, 2));
+        QCOMPARE(points->size(), 2);
+    }
+
+    void busAppends()
+    {
+        BusPublisher bus("streams");
+        bus.setVector("t_yData:doubleARRAY:", counted(0, 3));
+        bus.setVector("t_xData:doubleARRAY:", counted(10, 3));
+        StreamSeries series;
+        StreamPoints points;
+        series.setDbusAddress("streams,t");
+        points.setDbusAddress("streams,t");
+        // The service keeps three, the series all.
+        for (int i = 3; i < 6; ++i) {
+            bus.append("t_yData:doubleARRAY:", {double(i)}, 3);
+            bus.append("t_xData:doubleARRAY:", {10.0 + i}, 3);
+        }
+        QTRY_COMPARE(valuesOf(series), counted(0, 6));
+        QCOMPARE(valuesOf(points), counted(0, 6));
+        QCOMPARE(points.last(), QPointF(15, 5));
+        QVERIFY(series.dynamicPropertyNames().isEmpty());
+        bus.setVector("t_yData:doubleARRAY:", counted(70, 2));
+        QTRY_COMPARE(valuesOf(series), counted(70, 2));
+        QCOMPARE(series.start(), 0.0);
+    }
+};
+
+QTEST_MAIN(tst_streams)
+#include "tst_streams.moc"
