@@ -11,17 +11,17 @@ namespace graph {
     \inherits PlotData
     \inqmlmodule graph_kit
     \brief Live points with an x and a y of their own: new ones are appended, and beyond the capacity the
-   oldest fall out.
+    oldest fall out.
 
     As \l StreamSeries, for samples that do not come at equal distances. Appending costs what is appended as
-   long as x ascends; while points are kept that run backwards, all are sorted for each change. Points whose x
-   is NaN are not drawn.
+    long as x ascends; while points are kept that run backwards, all are sorted for each change. Points whose
+    x is NaN are not drawn.
 
     In C++ one thread may call \c {push(const double *xs, const double *ys, int count)}.
 
     \qmlproperty int StreamPoints::capacity
     How many points are kept, 1 to 1073741824; 100000 by default. As \l StreamSeries::capacity, at 16.5 bytes
-   each.
+    each.
 
     \qmlproperty bool StreamPoints::held
     While true all that can be read stays as it is, see \l StreamSeries::held. False by default.
@@ -67,7 +67,7 @@ const StreamPoints::Sorted &StreamPoints::sorted() const
 /*!
     \qmlproperty string StreamPoints::dbusAddress
     As \l PlotData::dbusAddress, and the arrays \c xData and \c yData. Elements that a service appends to both
-   are appended here; arrays that are sent as a whole replace the points.
+    are appended here; arrays that are sent as a whole replace the points.
 */
 void StreamPoints::setDbusAddress(const QString &address)
 {
@@ -109,7 +109,7 @@ void StreamPoints::takeCoordinate(QVector<double> &waiting, const QVector<double
 /*!
     \qmlmethod void StreamPoints::append(list<real> xs, list<real> ys)
     Adds points at the end: lists, typed arrays or single numbers; of lists of different lengths the shorter
-   one counts. A y that is NaN is a gap.
+    one counts. A y that is NaN is a gap.
 */
 void StreamPoints::append(const QJSValue &xs, const QJSValue &ys)
 {

@@ -11,10 +11,10 @@ namespace graph {
     \inherits PlotData
     \inqmlmodule graph_kit
     \brief Live samples, equally spaced in x: new ones are appended, and beyond the capacity the oldest fall
-   out.
+    out.
 
     Appending costs the samples that are appended, however many there are. So does a frame of a chart that
-   rolls over them, beside its pixels.
+    rolls over them, beside its pixels.
 
     \code
     StreamSeries { id: level; capacity: 720000; interval: 0.005 }
@@ -23,25 +23,25 @@ namespace graph {
     \endcode
 
     In C++ a thread that measures calls \c {push(const double *values, int count)}. It neither waits nor
-   locks; the object takes the samples on its own thread, in order, when the event loop comes to it, which is
-   before the next frame. One thread may push at a time; another one may when that has ended, and is refused
-   before, with one line in \c graph.kit. The last push has to be over when the object is destroyed.
+    locks; the object takes the samples on its own thread, in order, when the event loop comes to it, which is
+    before the next frame. One thread may push at a time; another one may when that has ended, and is refused
+    before, with one line in \c graph.kit. The last push has to be over when the object is destroyed.
 
     \qmlproperty int StreamSeries::capacity
-    How many samples are kept, 1 to 1073741824; 100000 by default. Memory is taken for those that there
-   are: 8.5 bytes each. A smaller capacity drops the oldest at once. Less than 1 is ignored, with a line in \c
-   graph.kit.
+    How many samples are kept, 1 to 1073741824; 100000 by default. Memory is taken for those that there are:
+    8.5 bytes each. A smaller capacity drops the oldest at once. Less than 1 is ignored, with a line in \c
+    graph.kit.
 
     \qmlproperty bool StreamSeries::held
     While true all that can be read stays as it is: size, start and samples. Data go on arriving meanwhile,
-   and on release all of it is there, as far as the capacity reaches. Takes the memory of a second series at
-   most. False by default.
+    and on release all of it is there, as far as the capacity reaches. Takes the memory of a second series at
+    most. False by default.
 
     \qmlproperty int StreamSeries::dropped
     \readonly
     How many pushed samples were lost because the application took none over for too long, while 1048576
-   others came. The oldest are lost. Those that follow keep their x; a NaN in the place of each lost one
-   leaves a gap.
+    others came. The oldest are lost. Those that follow keep their x; a NaN in the place of each lost one
+    leaves a gap.
 
     \qmlmethod void StreamSeries::clear()
     Forgets all samples. The next one has the x that \c start was given last.
@@ -70,8 +70,8 @@ SampleSpan StreamSeries::allSamples() const
 /*!
     \qmlproperty string StreamSeries::dbusAddress
     As \l PlotData::dbusAddress, and the array \c yData. Where a service appends to it, what came is appended
-   here: the capacity is that of the series, not that of the service. An array that is sent as a whole
-   replaces the samples.
+    here: the capacity is that of the series, not that of the service. An array that is sent as a whole
+    replaces the samples.
 */
 void StreamSeries::setDbusAddress(const QString &address)
 {
@@ -91,7 +91,7 @@ void StreamSeries::setDbusAddress(const QString &address)
 /*!
     \qmlproperty double StreamSeries::interval
     The distance in x from one sample to the next, in units of x; may be negative. A change keeps the x of the
-   oldest sample. Default: 1. With 0 all samples are at one x; with NaN or an infinity nothing is drawn.
+    oldest sample. Default: 1. With 0 all samples are at one x; with NaN or an infinity nothing is drawn.
 */
 void StreamSeries::setInterval(double interval)
 {
@@ -108,7 +108,7 @@ void StreamSeries::setInterval(double interval)
 /*!
     \qmlproperty double StreamSeries::start
     The x of the oldest sample, in units of x. It moves on as samples fall out; writing it moves all samples.
-   Default: 0.
+    Default: 0.
 */
 void StreamSeries::setStart(double start)
 {
@@ -124,7 +124,7 @@ void StreamSeries::setStart(double start)
 /*!
     \qmlmethod void StreamSeries::append(list<real> values)
     Adds samples at the end: a list, a typed array or a single number. NaN is a gap, and so is what is no
-   number. Of more than the capacity the last ones are kept.
+    number. Of more than the capacity the last ones are kept.
 */
 void StreamSeries::append(const QJSValue &values)
 {
