@@ -1,6 +1,5 @@
 #include "kit/data/StreamPoints.h"
 
-
 #include <cmath>
 #include <numeric>
 

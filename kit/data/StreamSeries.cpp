@@ -1,5 +1,4 @@
 #include "kit/data/StreamSeries.h"
-
 #include "common/SafeInteger.h"
 
 #include <cmath>
