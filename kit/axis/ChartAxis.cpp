@@ -3,7 +3,9 @@
 #include "axis/TickMarks.h"
 #include "kit/axis/AxisUnit.h"
 #include "kit/axis/NumberLabels.h"
+#include "kit/axis/TimeTicks.h"
 
+#include <QDateTime>
 #include <QFontMetricsF>
 #include <QLoggingCategory>
 #include <QPainter>
@@ -23,6 +25,16 @@ constexpr double nominalLength = 600.0; // pixels
 constexpr int marginSlack = 6;
 constexpr int minorMarkLength = 4;
 constexpr double minorGridOpacity = 0.45;
+
+double noOffset(double)
+{
+    return 0.0;
+}
+
+double placeOffset(double seconds)
+{
+    return QDateTime::fromMSecsSinceEpoch(qint64(seconds * 1000.0)).offsetFromUtc();
+}
 
 } // namespace
 
@@ -207,6 +219,23 @@ void ChartAxis::range(double from, double to)
     moveRange(from, to);
 }
 
+/*!
+    \qmlmethod string ChartAxis::valueText(double value)
+    A value with its unit, or as a date and time, for a readout: with as many digits as tell it from its neighbours on
+    the screen.
+*/
+QString ChartAxis::valueText(double value) const
+{
+    constexpr double steps = 1000.0;
+    if (m_scale == Time)
+        return timeText(value, m_utc ? noOffset : placeOffset);
+    if (formatter())
+        return ValueAxis::formattedValue(value);
+    const double span = std::abs(maxVisible() - minVisible());
+    const double resolution = m_scale == Logarithmic ? std::abs(value) / steps : span / steps;
+    return numberWithUnit(value, resolution, AxisUnit(unit()));
+}
+
 void ChartAxis::moveRange(double from, double to)
 {
     ValueAxis::setMinValue(from);
@@ -305,7 +334,7 @@ TickRequest ChartAxis::requestFor(double lowest, double highest, double length) 
     request.highest = highest;
     request.length = length;
     request.spacing = metrics.height() * (isAlongText ? tickDistanceAlongText : tickDistanceAcrossText);
-    request.gap = metrics.horizontalAdvance(QLatin1Char('0')) * 2.0;
+    request.gap = isAlongText ? metrics.horizontalAdvance(QLatin1Char('0')) * 2.0 : metrics.height() / 4.0;
     request.unit = unit();
     request.minorTicks = m_minorTicks;
     if (isAlongText)
@@ -318,6 +347,8 @@ TickRequest ChartAxis::requestFor(double lowest, double highest, double length) 
 TickPlan ChartAxis::plan(double lowest, double highest, double length) const
 {
     const TickRequest request = requestFor(lowest, highest, length);
+    if (m_scale == Time)
+        return timeTicks(request, m_utc ? noOffset : placeOffset);
     return m_scale == Logarithmic ? logarithmicTicks(request) : linearTicks(request);
 }
 
@@ -356,7 +387,10 @@ QString ChartAxis::formattedValue(double value) const
     if (!hasOwnTicks())
         return ValueAxis::formattedValue(value);
     const int index = m_plan.majors.indexOf(value);
-    return index < 0 ? shortNumber(value, AxisUnit(unit())) : m_plan.texts.at(index);
+    if (index >= 0)
+        return m_plan.texts.at(index);
+    return m_scale == Time ? timeText(value, m_utc ? noOffset : placeOffset)
+                           : shortNumber(value, AxisUnit(unit()));
 }
 
 AxisLook ChartAxis::look() const

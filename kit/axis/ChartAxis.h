@@ -46,6 +46,10 @@ public:
     // axis is reversed.
     Q_INVOKABLE void range(double from, double to);
 
+    // A value with its unit, or as a date and time, as a readout writes it: with the digits that the visible range
+    // tells apart.
+    Q_INVOKABLE QString valueText(double value) const;
+
     // Tells what data there is, for autoRange: all of it, or with FitVisible what the visible part of the other axis
     // shows. Whoever has the data calls this when they change; it is cheap, and without effect while autoRange is
     // Off or where the document has written the range. leastPositive: the smallest value above 0, for a

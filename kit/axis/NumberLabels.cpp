@@ -125,6 +125,24 @@ QString NumberLabels::common() const
     return withUnit(trimmed(fixed(divided(m_offset, prefix), decimals)), prefix) + QLatin1String(" +");
 }
 
+QString numberWithUnit(double value, double resolution, const AxisUnit &unit)
+{
+    if (!std::isfinite(value))
+        return std::isnan(value) ? QStringLiteral("---") : QString::number(value);
+    // By the greater of both: a value near 0 is told in the unit of the others.
+    const int exponent = exponentOf(std::max({std::abs(value), resolution, std::numeric_limits<double>::min()}));
+    const bool hasPrefix = unit.takesPrefixes() && unit.covers(exponent);
+    const bool isWrittenOut = !hasPrefix && exponent < mostWholeDigits && exponent >= -mostZeros;
+    const int prefix = value == 0.0 || isWrittenOut ? 0
+                       : hasPrefix                  ? unit.allowed(prefixBelow(exponent))
+                                                    : prefixBelow(exponent);
+    constexpr int mostDecimals = 12;
+    const int decimals = resolution > 0.0 ? std::clamp(prefix - exponentOf(resolution), 0, mostDecimals) : 6;
+    const QString symbol = hasPrefix ? unit.prefixed(prefix) : unit.symbol();
+    return fixed(divided(value, prefix), decimals) + (hasPrefix ? QString() : AxisUnit::numberSuffix(prefix)) +
+           (symbol.isEmpty() ? QString() : QLatin1Char(' ') + symbol);
+}
+
 QString shortNumber(double value, const AxisUnit &unit)
 {
     if (value == 0.0)

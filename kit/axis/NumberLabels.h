@@ -35,4 +35,7 @@ private:
 // A number with a prefix or exponent of its own, as few digits as say it, and without the unit: "20k".
 QString shortNumber(double value, const AxisUnit &unit);
 
+// A number and its unit with the digits that tell it from one that differs by `resolution`: "1.234 kHz".
+QString numberWithUnit(double value, double resolution, const AxisUnit &unit);
+
 } // namespace graph

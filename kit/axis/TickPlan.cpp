@@ -1,6 +1,7 @@
 #include "kit/axis/TickPlan.h"
 
 #include "kit/axis/NumberLabels.h"
+#include "kit/axis/RoundIntervals.h"
 
 #include <algorithm>
 
@@ -11,36 +12,6 @@ namespace {
 constexpr int mostTicks = 1000;
 // Pixels that minor ticks keep from each other.
 constexpr double minorSpacing = 5.0;
-
-// Steps of a decade from the finest that may do to the coarsest: 1, 2 and 5.
-class RoundIntervals
-{
-public:
-    explicit RoundIntervals(double least)
-        : m_exponent(int(std::floor(std::log10(least) - 1e-9)))
-    {
-        while (value() < least)
-            next();
-    }
-
-    // From the decimal number, so that it is the double nearest to it.
-    double value() const
-    {
-        const double power = std::pow(10.0, std::abs(m_exponent));
-        return m_exponent < 0 ? m_mantissa / power : m_mantissa * power;
-    }
-    // Parts of an interval that are round as well.
-    int parts() const { return m_mantissa == 2 ? 4 : 5; }
-    void next()
-    {
-        m_mantissa = m_mantissa == 1 ? 2 : m_mantissa == 2 ? 5 : 1;
-        m_exponent += m_mantissa == 1;
-    }
-
-private:
-    int m_exponent;
-    int m_mantissa = 1;
-};
 
 // The multiples of an interval from lowest to highest, each rounded once.
 QVector<double> multiples(double lowest, double highest, double interval)
@@ -78,11 +49,17 @@ TickPlan linearPlan(const TickRequest &request, const RoundIntervals &interval)
 bool TickRequest::hasRoomFor(const TickPlan &plan) const
 {
     const Scale along = places();
-    for (int i = 1; i < plan.majors.size(); ++i) {
-        const double distance = along.place(plan.majors.at(i)) - along.place(plan.majors.at(i - 1));
-        const double texts = (extent(plan.texts.at(i)) + extent(plan.texts.at(i - 1))) / 2.0 + gap;
-        if (distance < std::max(texts, spacing))
+    double lastPlace = 0.0;
+    double lastEnd = 0.0;
+    for (int i = 0; i < plan.majors.size(); ++i) {
+        const double place = along.place(plan.majors.at(i));
+        // A text beside an end may have to be moved inside.
+        const double half = extent(plan.texts.at(i)) / 2.0;
+        const double center = std::min(std::max(place, half), length - half);
+        if (i > 0 && (place - lastPlace < spacing || center - half < lastEnd + gap))
             return false;
+        lastPlace = place;
+        lastEnd = center + half;
     }
     return true;
 }

@@ -35,6 +35,9 @@ private slots:
     void badLogarithmicRange_data();
     void badLogarithmicRange();
     void title();
+    void time();
+    void valueText_data();
+    void valueText();
     void besideEachOther();
     void followsData();
 };
@@ -142,6 +145,48 @@ void tst_chartaxis::title()
     axis.setUnit("");
     QTest::qWait(1);
     QCOMPARE(axis.margin(), 7);
+}
+
+void tst_chartaxis::time()
+{
+    ChartAxis axis;
+    axis.setScale(ChartAxis::Time);
+    axis.setUtc(true);
+    axis.range(1.7e9, 1.7e9 + 3600.0);
+    QVERIFY(textsOf(axis).contains("22:30"));
+    QCOMPARE(axis.valueText(1.7e9 + 0.25), QString("2023-11-14 22:13:20.25"));
+    QCOMPARE(axis.valueText(1.7e9 + 100.0), QString("2023-11-14 22:15:00"));
+    for (const double end : {-6.3e10, 8.9e11, 1e300, -1e300, qInf()}) {
+        axis.range(0.0, end);
+        textsOf(axis);
+    }
+}
+
+void tst_chartaxis::valueText_data()
+{
+    QTest::addColumn<double>("from");
+    QTest::addColumn<double>("to");
+    QTest::addColumn<QString>("unit");
+    QTest::addColumn<double>("value");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("span") << 0.0 << 20e3 << "Hz" << 1234.567 << "1.23 kHz";
+    QTest::newRow("zoomed") << 1200.0 << 1240.0 << "Hz" << 1234.567 << "1.23457 kHz";
+    QTest::newRow("no prefix") << -100.0 << 0.0 << "dB" << -12.3456 << "-12.3 dB";
+    QTest::newRow("no unit") << 0.0 << 5.0 << "" << 2.0 << "2.000";
+    QTest::newRow("zero") << -1.0 << 1.0 << "V" << 0.0 << "0.000 V";
+    QTest::newRow("missing") << 0.0 << 1.0 << "V" << qQNaN() << "---";
+}
+
+void tst_chartaxis::valueText()
+{
+    QFETCH(double, from);
+    QFETCH(double, to);
+    QFETCH(QString, unit);
+    QFETCH(double, value);
+    ChartAxis axis;
+    axis.range(from, to);
+    axis.setUnit(unit);
+    QTEST(axis.valueText(value), "text");
 }
 
 void tst_chartaxis::besideEachOther()

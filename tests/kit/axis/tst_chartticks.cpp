@@ -1,5 +1,6 @@
 #include "kit/axis/AutoRange.h"
 #include "kit/axis/TickPlan.h"
+#include "kit/axis/TimeTicks.h"
 
 #include <QtTest>
 
@@ -59,6 +60,8 @@ class tst_chartticks : public QObject
 private slots:
     void texts_data();
     void texts();
+    void times_data();
+    void times();
     void anyRange();
     void minorTicks();
     void autoRange_data();
@@ -121,6 +124,49 @@ void tst_chartticks::texts()
     QCOMPARE(complaint(request, plan), QString());
 }
 
+void tst_chartticks::times_data()
+{
+    QTest::addColumn<double>("lowest");
+    QTest::addColumn<double>("span");
+    QTest::addColumn<double>("length");
+    QTest::addColumn<QString>("expected");
+    const double noon = 1795348800.0; // 2026-11-22 12:00 UTC, a Sunday
+    const double autumn = 1792890000.0; // the clocks go back from 3 to 2, 2026-10-25
+    const auto add = [](const char *name, double lowest, double span, double length, const char *expected) {
+        QTest::newRow(name) << lowest << span << length << expected;
+    };
+    add("milliseconds", noon, 0.02, 600, "22 Nov 13:00:00.00 13:00:00.01 13:00:00.02");
+    add("seconds", noon + 58, 20, 600, "22 Nov 13:01:00 13:01:05 13:01:10 13:01:15");
+    add("minutes", noon, 1800, 600, "22 Nov 13:00 13:10 13:20 13:30");
+    add("hours", noon, 86400, 600, "22 Nov 18:00 23 Nov 00:00 06:00 12:00");
+    add("days", noon, 4 * 86400, 600, "23 Nov 2026 24 Nov 25 Nov 26 Nov");
+    add("weeks", noon, 35 * 86400, 600, "23 Nov 2026 30 Nov 7 Dec 14 Dec 21 Dec");
+    add("months", noon, 150 * 86400, 600, "Dec 2026 Jan 2027 Feb Mar Apr");
+    add("years", noon, 5 * 366 * 86400., 600, "2027 2028 2029 2030 2031");
+    add("clocks go back", autumn - 7200, 4 * 3600, 600, "25 Oct 01:00 02:00 03:00 04:00");
+    add("around the year 0", -62168000000.0, 20 * 365.25 * 86400, 600, "0 5 10 15");
+    add("year 30000", 884541340800.0 - 3600, 86400 * 3.0, 600, "1 Jan 30000 2 Jan 3 Jan");
+    add("no calendar", 1e15, 4, 600, "0 2 4");
+    add("little room", noon, 86400, 100, "23 Nov 2026");
+}
+
+// At a place that is an hour ahead, in summer two.
+void tst_chartticks::times()
+{
+    QFETCH(double, lowest);
+    QFETCH(double, span);
+    QFETCH(double, length);
+    QFETCH(QString, expected);
+    const auto offset = [](double time) {
+        return time >= 1774746000.0 && time < 1792890000.0 ? 7200.0 : time > 1e10 || time < 0 ? 0.0 : 3600.0;
+    };
+    TickRequest request = requestFor(ScaleKind::Linear, lowest, lowest + span, "");
+    request.length = length;
+    const TickPlan plan = graph::timeTicks(request, offset);
+    QCOMPARE(plan.texts.join(' '), expected);
+    QCOMPARE(complaint(request, plan), QString());
+}
+
 void tst_chartticks::anyRange()
 {
     QRandomGenerator random(5);
@@ -135,7 +181,9 @@ void tst_chartticks::anyRange()
         TickRequest request = requestFor(isLinear ? ScaleKind::Linear : ScaleKind::Logarithmic, lowest, highest,
                                          units[random.bounded(4)]);
         request.length = random.bounded(2, 3000);
-        const TickPlan plan = planOf(request);
+        const auto hourAhead = [](double) { return 3600.0; };
+        const bool isTime = isLinear && random.bounded(3) == 0;
+        const TickPlan plan = isTime ? graph::timeTicks(request, hourAhead) : planOf(request);
         const QString wrong = complaint(request, plan);
         if (!wrong.isEmpty())
             QFAIL(qPrintable(QStringLiteral("%1 to %2 on %3: %4 (%5)")
