@@ -104,7 +104,7 @@ void InstrumentService::publishSweep(quint64 number)
     // A recording that grows must not lose samples, except those that would be dropped anyway.
     quint64 sweep = capacity > 0 ? std::max(m_next, number - std::min(number, quint64(capacity))) : number;
     QVector<SweptTrace> traces = m_instrument->sweep(sweep);
-    const int samples = traces.isEmpty() ? 0 : traces.first().y.size();
+    const int samples = traces.isEmpty() ? 0 : int(traces.first().y.size());
     while (sweep < number) {
         const QVector<SweptTrace> next = m_instrument->sweep(++sweep);
         for (int i = 0; i < traces.size(); ++i)

@@ -20,6 +20,6 @@ Row {
     SegmentedSelector {
         id: selector
 
-        onActivated: currentIndex = index
+        onActivated: function(index) { currentIndex = index; }
     }
 }

@@ -7,5 +7,5 @@ SegmentedSelector {
 
     choices: ["Fill", "Line", "Max", "Min", "Bars", "Points"]
     currentIndex: plot.plotStyle
-    onActivated: plot.plotStyle = index
+    onActivated: function(index) { plot.plotStyle = index; }
 }

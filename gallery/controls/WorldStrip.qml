@@ -87,8 +87,8 @@ WorldView {
         anchors.fill: parent
         enabled: strip.zoomRect !== null
         preventStealing: true
-        onPressed: hold(mouse.x)
-        onPositionChanged: {
+        onPressed: function(mouse) { hold(mouse.x); }
+        onPositionChanged: function(mouse) {
             var place = (mouse.x - grip) / strip.width;
             if (held === leftEdge)
                 strip.zoomRect.left = place;

@@ -43,13 +43,13 @@ Page {
             id: imageSwitch
 
             choices: ["Painted", "Kept as image"]
-            onActivated: currentIndex = index
+            onActivated: function(index) { currentIndex = index; }
         },
         SegmentedSelector {
             id: outlineSwitch
 
             choices: ["Outlined", "Plain"]
-            onActivated: currentIndex = index
+            onActivated: function(index) { currentIndex = index; }
         }
     ]
     endControls: ZoomButtons {

@@ -109,7 +109,7 @@ Page {
     // As many names as fit side by side without touching, the chosen one first.
     function nameEvents() {
         var texts = names.value || [];
-        var order = [chosen];
+        var order = chosen < positions.length ? [chosen] : [];
         for (var i = 0; i < positions.length; ++i) {
             if (i !== chosen)
                 order.push(i);
@@ -151,7 +151,7 @@ Page {
             label: "Event"
             value: page.chosen
             to: page.positions.length - 1
-            onActivated: page.showEvent(value)
+            onActivated: function(value) { page.showEvent(value); }
         },
         PushButton {
             text: "Whole fibre"

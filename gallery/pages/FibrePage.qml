@@ -43,7 +43,7 @@ Page {
 
             label: "Event"
             to: events.size - 1
-            onActivated: page.showEvent(value)
+            onActivated: function(value) { page.showEvent(value); }
         },
         PushButton {
             text: "Set A"

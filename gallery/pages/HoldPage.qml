@@ -50,7 +50,7 @@ Page {
             id: runSelector
 
             choices: ["Run", "Stop"]
-            onActivated: currentIndex = index
+            onActivated: function(index) { currentIndex = index; }
         },
         TraceKeys {
             plots: [trace, highestTrace, lowestTrace]

@@ -64,7 +64,7 @@ Page {
             from: -20
             to: 20
             step: 2
-            onActivated: {
+            onActivated: function(value) {
                 shift.value = value;
                 page.startAgain();
             }

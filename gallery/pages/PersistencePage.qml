@@ -123,14 +123,14 @@ Item {
 
                     visible: !page.isReplay
                     choices: ["dBm", "dB\u00b5V"]
-                    onActivated: currentIndex = index
+                    onActivated: function(index) { currentIndex = index; }
                 }
 
                 SegmentedSelector {
                     id: traceSwitch
 
                     choices: ["Trace", "Map only"]
-                    onActivated: currentIndex = index
+                    onActivated: function(index) { currentIndex = index; }
                 }
 
                 PushButton {

@@ -69,7 +69,7 @@ AxisCard {
         }
 
         MouseArea {
-            onClicked: marks.selectedPoint = marks.checkClickPosition(mouse.x, mouse.y, 24)
+            onClicked: function(mouse) { marks.selectedPoint = marks.checkClickPosition(mouse.x, mouse.y, 24); }
         }
     }
 }

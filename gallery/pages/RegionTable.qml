@@ -12,8 +12,8 @@ PlotRegions {
     property real missingValue: 0
     property Instantiator maker: Instantiator {
         model: table.rows
-        onObjectAdded: table.append(object)
-        onObjectRemoved: table.remove(object)
+        onObjectAdded: function(index, object) { table.append(object); }
+        onObjectRemoved: function(index, object) { table.remove(object); }
 
         PlotRegion {
             valid: !isNaN(modelData.value)

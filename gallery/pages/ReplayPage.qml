@@ -59,7 +59,7 @@ Page {
             label: "Event"
             to: events.size - 1
             visible: events.size > 0
-            onActivated: chosenEvent.value = value
+            onActivated: function(value) { chosenEvent.value = value; }
         }
     ]
     endControls: ZoomButtons {

@@ -50,13 +50,13 @@ Page {
                 return first.formattedXValue(share * (first.xRangeEnd - first.xRangeBegin));
             })
             currentIndex: shares.findIndex(function (share) { return Math.abs(chart.zoomRect.width / share - 1) < 0.01; })
-            onActivated: page.showShare(shares[index])
+            onActivated: function(index) { page.showShare(shares[index]); }
         },
         // Which channel the level is read on.
         SegmentedSelector {
             choices: ["CH1", "CH2"]
             currentIndex: levelCursor.primaryPlot === secondTrace ? 1 : 0
-            onActivated: page.measureOn(index === 1 ? secondTrace : firstTrace)
+            onActivated: function(index) { page.measureOn(index === 1 ? secondTrace : firstTrace); }
         },
         ToggleButton {
             text: "Gaps"

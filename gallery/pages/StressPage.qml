@@ -174,7 +174,7 @@ Page {
         choices: ["Fill", "Line", "Max", "Min", "Bars", "Points"]
         currentIndex: page.style
         usable: page.pointsAllowed ? 6 : 5
-        onActivated: page.chosenStyle = index
+        onActivated: function(index) { page.chosenStyle = index; }
     }
     endControls: SegmentedSelector {
         id: motionSelector
@@ -182,6 +182,6 @@ Page {
         choices: ["New data", "Pan", "Still"]
         // Pictures are taken only of traces that do not move.
         currentIndex: shell.takesPictures ? 2 : 0
-        onActivated: currentIndex = index
+        onActivated: function(index) { currentIndex = index; }
     }
 }

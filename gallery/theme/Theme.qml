@@ -16,7 +16,7 @@ QtObject {
     readonly property int axisText: compact ? 14 : 16
     readonly property int titleText: compact ? 18 : 21
 
-    // The software renderer draws plots that target a framebuffer one pixel off the grid.
+    // With Qt 5 the software renderer draws plots that target a framebuffer one pixel off the grid.
     readonly property int plotTarget: shell.softwareRendering ? GraphPlot.Image : GraphPlot.FramebufferObject
 
     readonly property int touchSize: 44

@@ -17,7 +17,7 @@ LineGrab {
     zoomRect: Cursors.zoomRect(cursor)
     // The cursor's own colour is translucent after a paint.
     color: cursor ? Qt.rgba(cursor.color.r, cursor.color.g, cursor.color.b, 1) : "transparent"
-    onMovedTo: {
+    onMovedTo: function(place) {
         if (horizontal)
             Cursors.moveToRow(cursor, place);
         else

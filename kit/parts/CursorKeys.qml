@@ -54,5 +54,5 @@ Item {
         return true;
     }
 
-    Keys.onPressed: event.accepted = press(event.key, event.isAutoRepeat)
+    Keys.onPressed: function(event) { event.accepted = press(event.key, event.isAutoRepeat); }
 }

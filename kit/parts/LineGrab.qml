@@ -117,13 +117,13 @@ Item {
         preventStealing: true
         propagateComposedEvents: true
         cursorShape: grab.horizontal ? Qt.SizeVerCursor : Qt.SizeHorCursor
-        onPressed: {
+        onPressed: function(mouse) {
             var point = grab.mapFromItem(touch, mouse.x, mouse.y);
             mouse.accepted = grab.isNearest(point.x, point.y);
             start = place(mouse);
             dragged = false;
         }
-        onPositionChanged: {
+        onPositionChanged: function(mouse) {
             finger = place(mouse);
             if (!dragging) {
                 if (Math.abs(finger - start) < Qt.styleHints.startDragDistance)
@@ -138,8 +138,8 @@ Item {
         }
         onReleased: dragging = false
         onCanceled: dragging = false
-        onClicked: mouse.accepted = dragged
-        onDoubleClicked: mouse.accepted = false
+        onClicked: function(mouse) { mouse.accepted = dragged; }
+        onDoubleClicked: function(mouse) { mouse.accepted = false; }
         onEnabledChanged: dragging = dragging && enabled
 
         Timer {

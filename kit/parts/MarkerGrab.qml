@@ -32,7 +32,7 @@ LineGrab {
     zoomRect: Cursors.zoomRect(cursor)
     color: marker ? marker.color : "transparent"
     row: freeRow()
-    onMovedTo: Cursors.moveMarker(cursor, marker, place)
+    onMovedTo: function(place) { Cursors.moveMarker(cursor, marker, place); }
 
     Rectangle {
         id: background

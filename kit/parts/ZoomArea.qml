@@ -58,7 +58,7 @@ Flickable {
         parent: area
         anchors.fill: parent
 
-        onPinchStarted: {
+        onPinchStarted: function(pinch) {
             if (!area.zoomRect)
                 return;
             start = {
@@ -71,7 +71,7 @@ Flickable {
             };
             started = true;
         }
-        onPinchUpdated: {
+        onPinchUpdated: function(pinch) {
             if (!started || !area.zoomRect)
                 return;
             var rect = area.zoomRect;
@@ -93,9 +93,9 @@ Flickable {
 
         MouseArea {
             anchors.fill: parent
-            onClicked: area.tapped(mouse.x, mouse.y)
+            onClicked: function(mouse) { area.tapped(mouse.x, mouse.y); }
             onDoubleClicked: area.showAll()
-            onWheel: {
+            onWheel: function(wheel) {
                 var factor = Math.pow(area.wheelFactor, -wheel.angleDelta.y / 120);
                 var vertically = wheel.modifiers & (Qt.ShiftModifier | Qt.ControlModifier);
                 var horizontally = !(wheel.modifiers & Qt.ShiftModifier);

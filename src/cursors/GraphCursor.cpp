@@ -1,6 +1,7 @@
 #include "cursors/GraphCursor.h"
 
 #include "axis/ValueAxis.h"
+#include "common/FramebufferShift.h"
 #include "common/SafeInteger.h"
 #include "common/SceneExit.h"
 #include "cursors/CursorDirection.h"
@@ -245,12 +246,26 @@ void GraphCursor::setStaysOnScreen(bool staysOnScreen)
 /*!
     \qmlproperty bool GraphCursor::visible
     Whether the line and the markers are drawn. False until the view has found a primary plot; without a
-    notify signal.
+    notify signal. With Qt 6 this is the property of Item, which cannot be replaced there: items in the cursor
+    are hidden with it.
 */
 void GraphCursor::setVisible(bool visible)
 {
+#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
+    QQuickPaintedItem::setVisible(visible);
+#else
     m_visible = visible;
+#endif
     update();
+}
+
+bool GraphCursor::isCursorVisible() const
+{
+#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
+    return isVisible();
+#else
+    return m_visible;
+#endif
 }
 
 /*!
@@ -359,10 +374,11 @@ void GraphCursor::GRAPH_GEOMETRY_CHANGED(const QRectF &newGeometry, const QRectF
 
 void GraphCursor::paint(QPainter *painter)
 {
-    if (!m_zoomRect || !m_visible)
+    if (!m_zoomRect || !isCursorVisible())
         return;
-    if (renderTarget() != Image)
-        painter->translate(1.0, 1.0);
+    const double shift = graph::framebufferShift(*this);
+    if (shift != 0.0)
+        painter->translate(shift, shift);
     painter->setFont(m_font);
     graph::CursorPainter cursorPainter(painter, m_direction, *this);
     for (const GraphMarker *marker : qAsConst(m_markers)) {

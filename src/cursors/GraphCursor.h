@@ -52,8 +52,10 @@ class GRAPH_CHARTS_EXPORT GraphCursor : public QQuickPaintedItem
     Q_PROPERTY(QList<qreal> yValues READ yValues NOTIFY yValuesChanged)
     Q_PROPERTY(QStringList formattedYValues READ formattedYValues NOTIFY yValuesChanged)
     Q_PROPERTY(bool staysOnScreen READ staysOnScreen WRITE setStaysOnScreen NOTIFY staysOnScreenChanged)
-    // The cursor's own flag beside that of the item, which stays true.
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
+    // The cursor's own flag beside that of the item, which stays true. With Qt 6 the item's property is final.
     Q_PROPERTY(bool visible READ isCursorVisible WRITE setVisible)
+#endif
     Q_PROPERTY(QColor color READ color WRITE setColor NOTIFY colorChanged)
     Q_PROPERTY(
         bool autoPrimaryPlot READ autoPrimaryPlot WRITE setAutoPrimaryPlot NOTIFY sgnAutoPrimaryPlotChanged)
@@ -88,7 +90,7 @@ public:
     QList<qreal> yValues() const { return m_readings.values; }
     QStringList formattedYValues() const { return m_readings.texts; }
     bool staysOnScreen() const { return m_staysOnScreen; }
-    bool isCursorVisible() const { return m_visible; }
+    bool isCursorVisible() const;
     QColor color() const { return m_color; }
     bool autoPrimaryPlot() const { return m_autoPrimaryPlot; }
     int primaryPlotIndex() const { return m_primaryPlotIndex; }
@@ -200,7 +202,9 @@ private:
     QPointer<const PlotData> m_placedData; // where posIndex, posValue and position come from
     QPointer<ValueAxis> m_placedAxis;
     bool m_staysOnScreen = true;
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
     bool m_visible = false;
+#endif
     QColor m_color = Qt::red;
     bool m_autoPrimaryPlot = false;
     int m_primaryPlotIndex = -1;

@@ -85,8 +85,13 @@ QVariant NastyValues::value(int type, const QByteArray &typeName)
 {
     static const QByteArrayList plainNumbers = {"PlotStyle", "TickInterval", "AxisStyle", "AxisRangeOrder", "PeakType"};
     if (QMetaType(type).flags() & QMetaType::PointerToQObject) {
-        QObject *pointer = object(QMetaType::metaObjectForType(type));
+        const QMetaType pointerType(type);
+        QObject *pointer = object(pointerType.metaObject());
+#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
+        return QVariant(pointerType, &pointer);
+#else
         return QVariant(type, &pointer);
+#endif
     }
     // Qt's own enumerations have no room for other numbers, so that merely reading them would be undefined.
     if (typeName.startsWith("Qt::"))

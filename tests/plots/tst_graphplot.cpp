@@ -318,7 +318,8 @@ private slots:
         QCOMPARE(plot()->renderTarget(), QQuickPaintedItem::FramebufferObject);
         const auto draw = [this](QPainter *painter) { plot()->paint(painter); };
         const QImage shifted = picture(draw, QSize(101, 101), Qt::transparent);
-        QCOMPARE(painted(plot()).copy(0, 0, 100, 100), shifted.copy(1, 1, 100, 100));
+        const int shift = QT_VERSION < QT_VERSION_CHECK(6, 0, 0) ? 1 : 0;
+        QCOMPARE(painted(plot()).copy(0, 0, 100, 100), shifted.copy(shift, shift, 100, 100));
     }
 
     void gapsAreBridged()

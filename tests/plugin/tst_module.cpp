@@ -63,7 +63,7 @@ void TestModule::baseTypesCannotBeCreated()
 
 void TestModule::everythingInOneDocument()
 {
-    const QString document = contents(QFINDTESTDATA("everything.qml"));
+    const QString document = contents(EVERYTHING);
     const QStringList names = exportedNames();
     QCOMPARE(names.size(), 38);
     for (const QString &name : names)

@@ -87,7 +87,7 @@ QVariant otherValue(const QMetaProperty &property, const QVariant &value)
     case QMetaType::QStringList:
         return value.toStringList() << "x";
     case QMetaType::QColor:
-        return QColor("teal");
+        return QColor(0, 128, 128, 127); // with the alpha that a painted cursor gives its own
     case QMetaType::QPointF:
         return value.toPointF() + QPointF(1, 1);
     case QMetaType::QRectF:

@@ -286,16 +286,14 @@ private slots:
                 GraphView {
                     axes: ValueAxis { id: axis; linesPlane: plane; labelsPlane: plane }
                     XYScale { id: plane }
-                    GraphPlot {
-                        id: plot
-                        plotData: trace
-                        Item {
-                            // While the document is made the overview is still to come.
-                            onVisibleChanged: if (overview) {
-                                cursor.posOnScreen = 1
-                                overview.graphPlot = cursor.primaryPlot
-                                ++root.heard
-                            }
+                    GraphPlot { id: plot; plotData: trace }
+                    Item {
+                        parent: plot
+                        // While the document is made the overview is still to come.
+                        onVisibleChanged: if (overview) {
+                            cursor.posOnScreen = 1
+                            overview.graphPlot = cursor.primaryPlot
+                            ++root.heard
                         }
                     }
                     GraphCursor { id: cursor; primaryPlot: plot }

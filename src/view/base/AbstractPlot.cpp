@@ -2,6 +2,7 @@
 
 #include "axis/ValueAxis.h"
 #include "common/ExtentUpTo.h"
+#include "common/FramebufferShift.h"
 #include "common/SceneExit.h"
 #include "common/VectorRegisters.h"
 #include "data/PlotData.h"
@@ -42,7 +43,7 @@ QRectF spanned(const QPointF &first, const QPointF &second)
    software scene graph
     (\c {QT_QUICK_BACKEND=software}) does not: there the trace is one pixel away from the grid lines, and the
    plot's last column and row are cut off. Write \c {renderTarget: GraphPlot.Image} where that scene graph is
-   used.
+   used. With Qt 6, which paints every item into an image, nothing is shifted.
 
     \qmlproperty ZoomRect AbstractPlot::zoomRect
     \readonly
@@ -154,7 +155,7 @@ bool AbstractPlot::isPaintable(const graph::PixelMapping &mapping) const
 
 double AbstractPlot::framebufferShift() const
 {
-    return renderTarget() == Image ? 0.0 : 1.0;
+    return graph::framebufferShift(*this);
 }
 
 void AbstractPlot::paintPlot(const graph::PlotFrame &) {}

@@ -107,8 +107,7 @@ protected:
     // Whether paint() goes on with this mapping; while there is data that can be mapped, unless a subclass
     // says otherwise.
     virtual bool isPaintable(const graph::PixelMapping &mapping) const;
-    // How far to the right and down everything is painted, in pixels: 1 into a framebuffer object, 0 into an
-    // image.
+    // How far to the right and down everything is painted, in pixels.
     virtual double framebufferShift() const;
     virtual void paintPlot(const graph::PlotFrame &frame);
 

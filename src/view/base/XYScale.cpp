@@ -2,6 +2,7 @@
 
 #include "axis/PlaneAccess.h"
 #include "axis/ValueAxis.h"
+#include "common/FramebufferShift.h"
 #include "common/SceneExit.h"
 #include "view/base/AbstractPlot.h"
 
@@ -190,14 +191,14 @@ void XYScale::setPlotAreaMargins(const QMargins &margins)
 void XYScale::paint(QPainter *painter)
 {
     const QRectF plotRect = boundingRect().marginsRemoved(m_plotAreaMargins);
-    const bool framebuffer = renderTarget() != Image;
-    if (framebuffer)
-        painter->translate(1.0, 1.0);
+    const double shift = graph::framebufferShift(*this);
+    if (shift != 0.0)
+        painter->translate(shift, shift);
     for (ValueAxis *axis : qAsConst(m_axes)) {
         if (axis && axis->linesPlane() == this)
             axis->paintLines(painter, plotRect);
     }
-    if (framebuffer)
+    if (shift != 0.0)
         painter->resetTransform();
     graph::LabelSurroundings surroundings{boundingRect(), {}};
     for (const ValueAxis *axis : qAsConst(m_axes)) {
