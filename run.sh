@@ -1,9 +1,14 @@
 #!/usr/bin/env bash
-# Builds the chart items and opens the gallery that shows them. Without a display every page becomes a picture in
-# pictures/. Arguments go to the gallery, for example: ./run.sh --page spectrum --size 800x480
+# Builds the chart items and opens the gallery that shows them, with Qt 6 after --qt6. Without a display every page
+# becomes a picture in pictures/. Arguments go to the gallery, for example: ./run.sh --page spectrum --size 800x480
 set -euo pipefail
 cd "$(dirname "$0")"
-tools/setup.sh release
-cmake --preset release >/dev/null
-cmake --build --preset release --target gallery
-exec build/release/bin/gallery "$@"
+preset=release
+if [ "${1:-}" = --qt6 ]; then
+    preset=release-qt6
+    shift
+fi
+tools/setup.sh "$preset"
+cmake --preset "$preset" >/dev/null
+cmake --build --preset "$preset" --target gallery
+exec "build/$preset/bin/gallery" "$@"

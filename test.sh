@@ -1,18 +1,21 @@
 #!/usr/bin/env bash
-# Builds everything and runs all tests. --sanitizers does the same with clang's address, undefined behaviour and
-# leak checks. Further arguments go to ctest, for example: ./test.sh -R axis
-# --fuzz SECONDS feeds whatever reads foreign bytes with damaged ones instead, each reader for that long.
+# Builds everything and runs all tests. Further arguments go to ctest, for example: ./test.sh -R axis
+# The first argument may choose another way:
+#   --qt6               with Qt 6 instead of Qt 5
+#   --sanitizers        with clang's address, undefined behaviour and leak checks
+#   --fuzz SECONDS      feeds whatever reads foreign bytes with damaged ones, each reader for that long
 set -euo pipefail
 cd "$(dirname "$0")"
-if [ "${1:-}" = --fuzz ]; then
-    shift
-    exec tests/fuzz/run.sh "$@"
-fi
 preset=dev
-if [ "${1:-}" = --sanitizers ]; then
-    preset=asan
-    shift
-fi
+case "${1:-}" in
+    --qt6) preset=dev-qt6 ;;
+    --sanitizers) preset=asan ;;
+    --fuzz)
+        shift
+        exec tests/fuzz/run.sh "$@"
+        ;;
+esac
+[ "$preset" = dev ] || shift
 tools/setup.sh "$preset"
 cmake --preset "$preset" >/dev/null
 cmake --build --preset "$preset"

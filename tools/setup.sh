@@ -1,19 +1,29 @@
 #!/usr/bin/env bash
-# Installs the packages that building and running need on Debian 12, and only those that are missing.
+# Installs the packages that building and running need on Debian 12, and only those that are missing: setup.sh PRESET.
 set -euo pipefail
+preset=${1:-dev}
 packages=(
-    cmake ninja-build g++
-    qtbase5-dev qtdeclarative5-dev qtdeclarative5-dev-tools
-    qml-module-qtquick2 qml-module-qtquick-window2 qml-module-qtquick-layouts qml-module-qtqml-models2
-    qml-module-qttest
-    libdbus-1-dev dbus-daemon pkg-config fontconfig fonts-roboto-unhinted fonts-dejavu-core
+    cmake ninja-build g++ libdbus-1-dev dbus-daemon pkg-config fontconfig fonts-roboto-unhinted fonts-dejavu-core
 )
-if [ "${1:-dev}" = asan ]; then
-    packages+=(clang libclang-rt-14-dev)
-fi
-if [ "${1:-dev}" = fuzz ]; then
-    packages+=(clang libclang-rt-14-dev libdbus-1-dev pkg-config)
-fi
+case "$preset" in
+    *-qt6)
+        packages+=(
+            qt6-base-dev qt6-declarative-dev qt6-declarative-dev-tools libgl-dev
+            qml6-module-qtqml qml6-module-qtqml-workerscript qml6-module-qtquick qml6-module-qtquick-window
+            qml6-module-qttest
+        )
+        ;;
+    *)
+        packages+=(
+            qtbase5-dev qtdeclarative5-dev qtdeclarative5-dev-tools
+            qml-module-qtquick2 qml-module-qtquick-window2 qml-module-qtquick-layouts qml-module-qtqml-models2
+            qml-module-qttest
+        )
+        ;;
+esac
+case "$preset" in
+    asan | fuzz) packages+=(clang libclang-rt-14-dev) ;;
+esac
 missing=()
 for package in "${packages[@]}"; do
     status=$(dpkg-query -W -f '${Status}' "$package" 2>/dev/null || true)

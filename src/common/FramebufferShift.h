@@ -4,8 +4,8 @@
 
 namespace graph {
 
-// How far to the right and down an item draws, in pixels: by one into a framebuffer object, unshifted into an image.
-// Qt 6 has no such objects and paints every item into an image, whatever the property says.
+// How far to the right and down an item draws, in pixels: by one into a framebuffer object, unshifted into an
+// image. Qt 6 has no such objects and paints every item into an image, whatever the property says.
 inline double framebufferShift(const QQuickPaintedItem &item)
 {
 #if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)

@@ -53,7 +53,7 @@ class GRAPH_CHARTS_EXPORT GraphCursor : public QQuickPaintedItem
     Q_PROPERTY(QStringList formattedYValues READ formattedYValues NOTIFY yValuesChanged)
     Q_PROPERTY(bool staysOnScreen READ staysOnScreen WRITE setStaysOnScreen NOTIFY staysOnScreenChanged)
 #if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
-    // The cursor's own flag beside that of the item, which stays true. With Qt 6 the item's property is final.
+    // The cursor's own flag beside that of the item, which stays true. Qt 6 allows no other than the item's.
     Q_PROPERTY(bool visible READ isCursorVisible WRITE setVisible)
 #endif
     Q_PROPERTY(QColor color READ color WRITE setColor NOTIFY colorChanged)

@@ -15,7 +15,8 @@ const QRegularExpression knownMessages(
     "Plot.*No ORNVecDoubleClientItem|ValueAxis.*buildTicks\\(\\) |in handleOrnVecDoubleItemChanged|        sender\\(\\) not found|Heat map |"
     "\".*\" (cannot be reached|is no name)|"
     // Qt, of values that have no meaning for a property, and of items in each other's way.
-    ".*(Unable to assign |TypeError: Cannot read property)|[\t ]*\"?(Could not convert (argument|array value)|Passing incomp?atible|This will throw|%entry)|Too many arguments, ignoring |"
+    ".*(Unable to assign |TypeError: Cannot read property)|"
+    "[\t ]*\"?(Could not convert (argument|array value)|Passing incomp?atible|This will throw|%entry)|Too many arguments, ignoring |"
     ".*(Binding|Possible anchor) loop detected|QFont::fromString: Invalid description|QPainter::begin: Paint device returned engine == 0|QPainter::\\w+: Painter not active| *OpenType support missing|QPen::setDashPattern: Pattern not of even length|"
     "QQuickItem::setParentItem: Parent .* is already part of the subtree)");
 
