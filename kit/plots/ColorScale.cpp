@@ -151,11 +151,9 @@ QFont ColorScale::font() const
     return result;
 }
 
-// The labels of the ends need half a line each.
 QRect ColorScale::bar() const
 {
-    const int margin = QFontMetrics(font()).height() / 2 + 1;
-    return {0, margin, m_barWidth, pixel(height()) - 2 * margin};
+    return {0, 0, m_barWidth, pixel(height())};
 }
 
 double ColorScale::placeAt(double row) const
@@ -215,7 +213,9 @@ void ColorScale::paintLabel(QPainter *painter, double row, const QString &text) 
     painter->setPen(m_textColor);
     const int left = area.right() + 1 + labelGap;
     const int lineHeight = QFontMetrics(font()).height();
-    painter->drawText(QRect(left, y - lineHeight / 2, pixel(width()) - left, lineHeight),
+    // At the ends beside their tick rather than cut off.
+    const int top = std::max(0, std::min(y - lineHeight / 2, area.height() - lineHeight));
+    painter->drawText(QRect(left, top, pixel(width()) - left, lineHeight),
                       Qt::AlignLeft | Qt::AlignVCenter | Qt::TextDontClip, text);
 }
 

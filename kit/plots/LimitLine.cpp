@@ -4,9 +4,8 @@
 #include "common/Opacity.h"
 #include "kit/data/KitLog.h"
 #include "kit/data/NumberList.h"
-#include "kit/plots/TraceShapes.h"
+#include "kit/plots/PainterCanvas.h"
 #include "kit/plots/TraceStrokes.h"
-#include "raster/Strokes.h"
 
 #include <QDebug>
 #include <QPainter>
@@ -252,7 +251,8 @@ void LimitLine::paintPlot(const PlotFrame &frame)
     look.lineWidth = m_lineWidth;
     look.fillOpacity = m_fillOpacity;
     look.fill = m_kind == Upper ? TraceLook::ToTop : TraceLook::ToBottom;
-    TraceStrokes(look, frame.mapping, inOrderOfColumns(samples)).paint(frame.painter);
+    PainterCanvas canvas(frame.painter);
+    TraceStrokes(look, frame.mapping, inOrderOfColumns(samples)).paint(canvas);
 }
 
 } // namespace graph

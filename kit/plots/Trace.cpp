@@ -4,10 +4,15 @@
 #include "data/PlotSeries.h"
 #include "kit/data/KitLog.h"
 #include "kit/data/NumberList.h"
+#include "kit/plots/PainterCanvas.h"
 #include "kit/plots/TracePoints.h"
+#include "kit/plots/TraceMesh.h"
+#include "kit/plots/TraceNode.h"
 #include "kit/plots/TraceStrokes.h"
 
 #include <QDebug>
+#include <QQuickWindow>
+#include <QSGRendererInterface>
 
 namespace graph {
 
@@ -247,7 +252,7 @@ void Trace::handlePenColor()
 
 /*!
     \qmlproperty int Trace::lineWidth
-    The width of the line in pixels, at least 1. A chart's theme chooses it where the document does not; 2
+    The width of the line in pixels, from 1 to 64. A chart's theme chooses it where the document does not; 2
    elsewhere. Dots grow with it.
 */
 void Trace::setLineWidth(int width)
@@ -392,16 +397,51 @@ void Trace::handlePlotChanged()
 
 void Trace::paintPlot(const PlotFrame &frame)
 {
+    PainterCanvas canvas(frame.painter);
+    draw(canvas, frame.mapping, frame.visibleRect);
+}
+
+void Trace::draw(TraceCanvas &canvas, const PixelMapping &mapping, const QRectF &visible) const
+{
     const PlotData *data = plotData();
     if (!data)
         return;
-    const SampleSpan visible = data->sampleSpan(frame.visibleRect);
-    if (data->usePointsAsSegments()) {
-        TraceStrokes::paintSegments(frame.painter, lookOf(*this), frame.mapping, visible);
-        return;
+    const SampleSpan samples = data->sampleSpan(visible);
+    if (data->usePointsAsSegments())
+        TraceStrokes::paintSegments(canvas, lookOf(*this), mapping, samples);
+    else
+        TraceStrokes(lookOf(*this), mapping, inOrderOfColumns(samples.withNeighbours())).paint(canvas);
+}
+
+// Where a graphics processor draws, the trace is geometry: a painted item would be a layer of the item's
+// size, uploaded with each change. The painter stays for smoothed edges, and for a trace that has begun with
+// them.
+bool Trace::takesGeometry() const
+{
+    const QSGRendererInterface *renderer = window() ? window()->rendererInterface() : nullptr;
+    const auto api = renderer ? renderer->graphicsApi() : QSGRendererInterface::Unknown;
+    return !m_isPainted && !antialiasing() && api != QSGRendererInterface::Unknown &&
+           api != QSGRendererInterface::Software;
+}
+
+QSGNode *Trace::updatePaintNode(QSGNode *node, UpdatePaintNodeData *data)
+{
+    if (!takesGeometry()) {
+        if (!m_isPainted)
+            delete node;
+        QSGNode *former = m_isPainted ? node : nullptr;
+        m_isPainted = true;
+        return GraphPlot::updatePaintNode(former, data);
     }
-    const SampleSpan samples = inOrderOfColumns(visible.withNeighbours());
-    TraceStrokes(lookOf(*this), frame.mapping, samples).paint(frame.painter);
+    auto *own = static_cast<TraceNode *>(node);
+    if (!own)
+        own = new TraceNode;
+    TraceMesh mesh;
+    const PixelMapping mapping = pixelMapping();
+    if (isPaintable(mapping))
+        draw(mesh, mapping, visibleRect());
+    own->show(mesh, QSizeF(width(), height()));
+    return own;
 }
 
 } // namespace graph

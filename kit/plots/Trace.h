@@ -8,6 +8,8 @@
 
 namespace graph {
 
+class TraceCanvas;
+
 // A plot with its data: values written in the document, any data object, or an address on the bus.
 class GRAPH_CHARTS_EXPORT Trace : public GraphPlot, public ExtentSource
 {
@@ -93,6 +95,7 @@ protected:
     void componentComplete() override;
     void handlePlotChanged() override;
     void paintPlot(const PlotFrame &frame) override;
+    QSGNode *updatePaintNode(QSGNode *node, UpdatePaintNodeData *data) override;
 
 private slots:
     void applySource();
@@ -106,6 +109,8 @@ private:
     template <typename Data> Data *ownData();
     void describe(PlotData *data) const;
     void applyColor(const QColor &color);
+    void draw(TraceCanvas &canvas, const PixelMapping &mapping, const QRectF &visible) const;
+    bool takesGeometry() const;
 
     QVector<double> m_values;
     QVector<double> m_positions;
@@ -128,6 +133,7 @@ private:
     bool m_hasOwnLineWidth = false;
     bool m_isChoosingColor = false;
     bool m_hasWarned = false;
+    bool m_isPainted = false; // has had a node of the painted item
 };
 
 } // namespace graph

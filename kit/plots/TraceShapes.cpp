@@ -2,6 +2,7 @@
 
 #include "common/SafeInteger.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 
@@ -210,15 +211,49 @@ QPainterPath linePath(const std::vector<TraceColumn> &columns, TraceCourse cours
     return path.path();
 }
 
-QVector<QRect> dotRectangles(int diameter)
+namespace {
+
+// The rows of a round dot around row 0, column by column from column -diameter / 2 on.
+std::vector<Rows> dotRows(int diameter)
 {
-    RectangleSweep sweep;
+    std::vector<Rows> rows(static_cast<std::size_t>(diameter));
     const double radius = diameter / 2.0;
+    const int odd = diameter % 2;
     for (int column = 0; column < diameter; ++column) {
         const double x = column + 0.5 - radius;
-        const int half = int(std::sqrt(radius * radius - x * x) - 0.5 * (diameter % 2) + 0.5);
-        const int middle = diameter % 2;
-        sweep.add(column - diameter / 2, {-half, half + middle});
+        const int half = int(std::sqrt(radius * radius - x * x) - 0.5 * odd + 0.5);
+        rows[std::size_t(column)] = {-half, half + odd};
+    }
+    return rows;
+}
+
+} // namespace
+
+// Dots overlap, and where there are many they cover few pixels each of their own, so they are drawn as one
+// shape.
+QVector<QRect> dotRectangles(const QVector<QPoint> &centers, int diameter, const QSize &size)
+{
+    const std::vector<Rows> dot = dotRows(diameter);
+    std::vector<std::vector<Rows>> runs(std::size_t(std::max(0, size.width())));
+    for (const QPoint &center : centers) {
+        for (int i = 0; i < diameter; ++i) {
+            const int column = center.x() - diameter / 2 + i;
+            const Rows &rows = dot[std::size_t(i)];
+            const Rows run = clipped({center.y() + rows.top, center.y() + rows.end}, size.height());
+            if (column >= 0 && column < size.width() && !run.isEmpty())
+                runs[std::size_t(column)].push_back(run);
+        }
+    }
+    RectangleSweep sweep;
+    for (int column = 0; column < size.width(); ++column) {
+        std::vector<Rows> &own = runs[std::size_t(column)];
+        std::sort(own.begin(), own.end(), [](const Rows &a, const Rows &b) { return a.top < b.top; });
+        for (std::size_t i = 0; i < own.size();) {
+            Rows run = own[i];
+            for (++i; i < own.size() && own[i].touches(run); ++i)
+                run.unite(own[i]);
+            sweep.add(column, run);
+        }
     }
     return sweep.takeRectangles();
 }

@@ -25,7 +25,8 @@ enum class Vertices { Whole, Exact };
 GRAPH_CHARTS_EXPORT QPainterPath linePath(const std::vector<TraceColumn> &columns, TraceCourse course,
                                           Vertices vertices, const QSizeF &size);
 
-// A round dot of that many pixels around 0, 0.
-GRAPH_CHARTS_EXPORT QVector<QRect> dotRectangles(int diameter);
+// Round dots of that many pixels, as disjoint rectangles within the item.
+GRAPH_CHARTS_EXPORT QVector<QRect> dotRectangles(const QVector<QPoint> &centers, int diameter,
+                                                 const QSize &size);
 
 } // namespace graph

@@ -2,13 +2,7 @@
 
 #include "common/Opacity.h"
 #include "common/SafeInteger.h"
-#include "common/VectorRegisters.h"
 #include "kit/plots/TraceShapes.h"
-#include "raster/Strokes.h"
-
-#include <QPaintEngine>
-#include <QPainter>
-#include <QPen>
 
 #include <cmath>
 
@@ -18,35 +12,11 @@ namespace {
 
 // Wider strokes on columns would be too thick where the line slopes.
 constexpr int widestOnColumns = 4;
-
-QPen penOf(const TraceLook &look)
-{
-    QPen pen(look.color, look.lineWidth);
-    pen.setCapStyle(Qt::FlatCap);
-    pen.setJoinStyle(Qt::BevelJoin);
-    return pen;
-}
+constexpr int widestLine = 64;
 
 int dotDiameter(const TraceLook &look)
 {
     return std::max(4, 2 * look.lineWidth + 1);
-}
-
-// Whether whole pixels are asked for; a printer or a vector file gets lines.
-bool takesPixels(const QPainter &painter)
-{
-    return painter.paintEngine()->type() == QPaintEngine::Raster &&
-           painter.deviceTransform().type() <= QTransform::TxTranslate &&
-           !painter.testRenderHint(QPainter::Antialiasing);
-}
-
-void drawRectangles(QPainter *painter, const QVector<QRect> &rectangles, const QColor &color)
-{
-    painter->setPen(Qt::NoPen);
-    painter->setBrush(color);
-    painter->drawRects(rectangles);
-    painter->setBrush(Qt::NoBrush);
-    clearWideRegisters();
 }
 
 QSize wholeSize(const PixelMapping &mapping)
@@ -54,27 +24,22 @@ QSize wholeSize(const PixelMapping &mapping)
     return {pixel(std::ceil(mapping.width())), pixel(std::ceil(mapping.height()))};
 }
 
-void drawDots(QPainter *painter, const QVector<QPoint> &centers, const TraceLook &look)
+QSizeF sizeOf(const PixelMapping &mapping)
+{
+    return {mapping.width(), mapping.height()};
+}
+
+void drawDots(TraceCanvas &canvas, const QVector<QPoint> &centers, const TraceLook &look, const QSize &size)
 {
     const int diameter = dotDiameter(look);
-    painter->setPen(Qt::NoPen);
-    painter->setBrush(look.color);
-    if (takesPixels(*painter)) {
-        const QVector<QRect> dot = dotRectangles(diameter);
-        QVector<QRect> dots;
-        dots.reserve(dot.size() * centers.size());
-        for (const QPoint &center : centers) {
-            for (const QRect &part : dot)
-                dots.append(part.translated(center));
-        }
-        painter->drawRects(dots);
-    } else {
-        for (const QPoint &center : centers)
-            painter->drawEllipse(QRectF(center.x() + 0.5 - diameter / 2.0, center.y() + 0.5 - diameter / 2.0,
-                                        diameter, diameter));
+    if (canvas.takesPixels()) {
+        canvas.fill(dotRectangles(centers, diameter, size), look.color);
+        return;
     }
-    painter->setBrush(Qt::NoBrush);
-    clearWideRegisters();
+    QVector<QPointF> exact;
+    for (const QPoint &center : centers)
+        exact.append(QPointF(center) + QPointF(0.5, 0.5));
+    canvas.fillDots(exact, diameter, look.color);
 }
 
 } // namespace
@@ -84,83 +49,81 @@ TraceStrokes::TraceStrokes(const TraceLook &look, const PixelMapping &mapping, c
     , m_mapping(mapping)
     , m_samples(samples)
 {
-    m_look.lineWidth = penWidth(std::max(1, look.lineWidth));
+    m_look.lineWidth = std::min(std::max(look.lineWidth, 1), widestLine);
     m_columns = traceColumns(samples, mapping);
 }
 
-void TraceStrokes::paint(QPainter *painter) const
+void TraceStrokes::paint(TraceCanvas &canvas) const
 {
     switch (m_look.style) {
     case TraceLook::Line:
     case TraceLook::Steps:
-        paintLine(painter, false);
+        paintLine(canvas, false);
         break;
     case TraceLook::Area:
-        paintLine(painter, true);
+        paintLine(canvas, true);
         break;
     case TraceLook::Bars:
-        paintBars(painter);
+        paintBars(canvas);
         break;
     case TraceLook::Points:
-        paintPoints(painter);
+        paintPoints(canvas);
         break;
     case TraceLook::LineAndPoints:
-        paintLine(painter, false);
-        paintPoints(painter);
+        paintLine(canvas, false);
+        paintPoints(canvas);
         break;
     }
 }
 
-void TraceStrokes::paintSegments(QPainter *painter, const TraceLook &look, const PixelMapping &mapping,
+void TraceStrokes::paintSegments(TraceCanvas &canvas, const TraceLook &look, const PixelMapping &mapping,
                                  const SampleSpan &samples)
 {
+    const Vertices vertices = canvas.takesPixels() ? Vertices::Whole : Vertices::Exact;
     QPainterPath path;
     for (int i = 0; i + 1 < samples.size(); i += 2) {
         const std::vector<TraceColumn> ends = traceColumns(samples.mid(i, i + 2), mapping);
-        path.addPath(linePath(ends, TraceCourse::Straight, Vertices::Whole,
-                              QSizeF(mapping.width(), mapping.height())));
+        path.addPath(linePath(ends, TraceCourse::Straight, vertices, sizeOf(mapping)));
     }
-    painter->strokePath(path, penOf(look));
+    canvas.stroke(path, std::min(std::max(look.lineWidth, 1), widestLine), look.color);
 }
 
-void TraceStrokes::paintLine(QPainter *painter, bool isFilled) const
+void TraceStrokes::paintLine(TraceCanvas &canvas, bool isFilled) const
 {
     const bool isDense = std::size_t(m_samples.size()) > m_columns.size();
-    if (takesPixels(*painter) && isDense && m_look.lineWidth <= widestOnColumns)
-        paintRows(painter, isFilled);
+    if (canvas.takesPixels() && isDense && m_look.lineWidth <= widestOnColumns)
+        paintRows(canvas, isFilled);
     else
-        paintPath(painter, isFilled);
-    paintLoneSamples(painter);
+        paintPath(canvas, isFilled);
+    paintLoneSamples(canvas);
 }
 
-void TraceStrokes::paintRows(QPainter *painter, bool isFilled) const
+void TraceStrokes::paintRows(TraceCanvas &canvas, bool isFilled) const
 {
     const QSize size = wholeSize(m_mapping);
     const TraceRows rows(m_columns, course(), size);
     if (isFilled)
-        drawRectangles(painter, areaRectangles(rows, baseRow(), size.height()),
-                       translucent(m_look.color, m_look.fillOpacity));
-    drawRectangles(painter, lineRectangles(rows, m_look.lineWidth, size.height()), m_look.color);
+        canvas.fill(areaRectangles(rows, baseRow(), size.height()),
+                    translucent(m_look.color, m_look.fillOpacity));
+    canvas.fill(lineRectangles(rows, m_look.lineWidth, size.height()), m_look.color);
 }
 
-void TraceStrokes::paintPath(QPainter *painter, bool isFilled) const
+void TraceStrokes::paintPath(TraceCanvas &canvas, bool isFilled) const
 {
-    const Vertices vertices = takesPixels(*painter) ? Vertices::Whole : Vertices::Exact;
-    const QPainterPath path =
-        linePath(m_columns, course(), vertices, QSizeF(m_mapping.width(), m_mapping.height()));
+    const Vertices vertices = canvas.takesPixels() ? Vertices::Whole : Vertices::Exact;
+    const QPainterPath path = linePath(m_columns, course(), vertices, sizeOf(m_mapping));
     if (isFilled)
-        fillToRow(painter, path, baseRow(), QBrush(translucent(m_look.color, m_look.fillOpacity)));
-    painter->setPen(penOf(m_look));
-    drawLinePath(painter, path);
+        canvas.fillToRow(path, baseRow(), translucent(m_look.color, m_look.fillOpacity));
+    canvas.stroke(path, m_look.lineWidth, m_look.color);
 }
 
-void TraceStrokes::paintBars(QPainter *painter) const
+void TraceStrokes::paintBars(TraceCanvas &canvas) const
 {
-    drawRectangles(painter, barRectangles(m_columns, baseRow(), wholeSize(m_mapping)), m_look.color);
+    canvas.fill(barRectangles(m_columns, baseRow(), wholeSize(m_mapping)), m_look.color);
 }
 
 // Each pixel that has a sample, once: a million of them are no more dots than the item has pixels.
-void TraceStrokes::paintPoints(QPainter *painter) const
+void TraceStrokes::paintPoints(TraceCanvas &canvas) const
 {
     const QSize size = wholeSize(m_mapping);
     const int reach = dotDiameter(m_look);
@@ -186,11 +149,11 @@ void TraceStrokes::paintPoints(QPainter *painter) const
             isTaken[std::size_t(centers.at(i).y() + reach)] = false;
         first = end;
     }
-    drawDots(painter, centers, m_look);
+    drawDots(canvas, centers, m_look, wholeSize(m_mapping));
 }
 
 // A sample without a line to another one.
-void TraceStrokes::paintLoneSamples(QPainter *painter) const
+void TraceStrokes::paintLoneSamples(TraceCanvas &canvas) const
 {
     QVector<QPoint> centers;
     for (std::size_t i = 0; i < m_columns.size(); ++i) {
@@ -202,7 +165,7 @@ void TraceStrokes::paintLoneSamples(QPainter *painter) const
             centers.append(QPoint(pixel(column.left), pixel(column.top)));
     }
     if (!centers.isEmpty())
-        drawDots(painter, centers, m_look);
+        drawDots(canvas, centers, m_look, wholeSize(m_mapping));
 }
 
 TraceCourse TraceStrokes::course() const

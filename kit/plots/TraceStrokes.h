@@ -1,10 +1,7 @@
 #pragma once
 
+#include "kit/plots/TraceCanvas.h"
 #include "kit/plots/TraceRows.h"
-
-#include <QColor>
-
-class QPainter;
 
 namespace graph {
 
@@ -32,19 +29,19 @@ public:
     // samples: from left to right, those beside the item that its line runs on to included.
     TraceStrokes(const TraceLook &look, const PixelMapping &mapping, const SampleSpan &samples);
 
-    void paint(QPainter *painter) const;
+    void paint(TraceCanvas &canvas) const;
 
     // The same for pairs of samples that are separate lines; style and order count for nothing.
-    static void paintSegments(QPainter *painter, const TraceLook &look, const PixelMapping &mapping,
+    static void paintSegments(TraceCanvas &canvas, const TraceLook &look, const PixelMapping &mapping,
                               const SampleSpan &samples);
 
 private:
-    void paintLine(QPainter *painter, bool isFilled) const;
-    void paintRows(QPainter *painter, bool isFilled) const;
-    void paintPath(QPainter *painter, bool isFilled) const;
-    void paintBars(QPainter *painter) const;
-    void paintPoints(QPainter *painter) const;
-    void paintLoneSamples(QPainter *painter) const;
+    void paintLine(TraceCanvas &canvas, bool isFilled) const;
+    void paintRows(TraceCanvas &canvas, bool isFilled) const;
+    void paintPath(TraceCanvas &canvas, bool isFilled) const;
+    void paintBars(TraceCanvas &canvas) const;
+    void paintPoints(TraceCanvas &canvas) const;
+    void paintLoneSamples(TraceCanvas &canvas) const;
     TraceCourse course() const;
     int baseRow() const;
 

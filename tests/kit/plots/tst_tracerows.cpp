@@ -42,8 +42,9 @@ private:
     static bool isPlace(const QPointF &p) { return !std::isnan(p.x()) && !std::isnan(p.y()); }
     static QPointF vertex(const SampleSpan &samples, const PixelMapping &mapping, int i)
     {
-        const double y = samples.y(i);
-        return {double(mapping.column(samples.x(i))), std::isfinite(y) ? mapping.row(y) : qQNaN()};
+        if (!mapping.hasPlace(samples.x(i), samples.y(i)))
+            return {qQNaN(), qQNaN()};
+        return {double(mapping.column(samples.x(i))), double(mapping.row(samples.y(i)))};
     }
 
     void add(int column, double y, double otherY)
@@ -65,7 +66,8 @@ class tst_tracerows : public QObject
     Q_OBJECT
 
 private slots:
-    // Dense, sparse and bursty data with gaps, wholly or partly in view, with and without a pyramid.
+    // Dense, sparse and bursty data with gaps, wholly or partly in view, with and without a pyramid, on axes
+    // of both kinds and directions.
     void likeAPlainLoop()
     {
         std::mt19937 random(1);
@@ -83,9 +85,23 @@ private slots:
                 const double y = uniform(0, 1) < gaps ? (i % 2 ? qQNaN() : qInf()) : uniform(-15, 55);
                 points.append({x, y});
             }
-            const PixelMapping mapping(0, size.height() - 1, size.width() - 1, size.height() - 1, size);
+            const int kind = round % 7;
+            const auto scale = [](bool isLogarithmic, double begin, double end, int pixels) {
+                return PixelScale(isLogarithmic ? ScaleKind::Logarithmic : ScaleKind::Linear, {begin, end},
+                                  end - begin, pixels);
+            };
+            const PixelScale scaleX = kind == 1 || kind == 5 ? scale(true, 1, 59, size.width())
+                                      : kind == 3            ? scale(false, 59, 0, size.width())
+                                                             : scale(false, 0, 59, size.width());
+            const PixelScale scaleY = kind == 2 || kind == 5 ? scale(true, 39, 0.5, size.height())
+                                      : kind == 4            ? scale(false, 0, 39, size.height())
+                                                             : scale(false, 39, 0, size.height());
+            const PixelMapping mapping(scaleX, scaleY, size);
+            const bool hasGaps = gaps > 0.0 || !mapping.isLinearX() || !mapping.isLinearY();
             const MinMaxPyramid pyramid(points.constData(), points.size());
-            SampleSpan samples = SampleSpan(points).between(0, size.width() - 1).withNeighbours();
+            SampleSpan samples = SampleSpan(points).between(mapping.isLinearX() ? 0 : 1, 59).withNeighbours();
+            if (kind == 3)
+                samples = samples.reversed();
             if (round % 2)
                 samples.setPyramid(std::make_shared<MinMaxPyramid>(pyramid));
             const TraceRows rows(traceColumns(samples, mapping), TraceCourse::Straight, size);
@@ -105,7 +121,7 @@ private slots:
                                         .arg(own.end - 1)
                                         .arg(plain.top[c])
                                         .arg(plain.bottom[c])));
-                if (c > 0 && gaps == 0.0 && !rows.at(c - 1).isEmpty())
+                if (c > 0 && !hasGaps && !rows.at(c - 1).isEmpty())
                     QVERIFY(rows.at(c - 1).touches(own));
             }
         }

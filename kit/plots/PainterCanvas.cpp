@@ -1,0 +1,52 @@
+#include "kit/plots/PainterCanvas.h"
+
+#include "common/VectorRegisters.h"
+#include "raster/Strokes.h"
+
+#include <QPaintEngine>
+#include <QPainter>
+#include <QPen>
+
+namespace graph {
+
+PainterCanvas::PainterCanvas(QPainter *painter)
+    : m_painter(painter)
+    , m_takesPixels(painter->paintEngine()->type() == QPaintEngine::Raster &&
+                    painter->deviceTransform().type() <= QTransform::TxTranslate &&
+                    !painter->testRenderHint(QPainter::Antialiasing))
+{
+}
+
+void PainterCanvas::fill(const QVector<QRect> &rectangles, const QColor &color)
+{
+    m_painter->setPen(Qt::NoPen);
+    m_painter->setBrush(color);
+    m_painter->drawRects(rectangles);
+    m_painter->setBrush(Qt::NoBrush);
+    clearWideRegisters();
+}
+
+void PainterCanvas::stroke(const QPainterPath &path, int lineWidth, const QColor &color)
+{
+    QPen pen(color, lineWidth);
+    pen.setCapStyle(Qt::FlatCap);
+    pen.setJoinStyle(m_takesPixels ? Qt::BevelJoin : Qt::RoundJoin);
+    m_painter->setPen(pen);
+    drawLinePath(m_painter, path);
+}
+
+void PainterCanvas::fillToRow(const QPainterPath &path, double row, const QColor &color)
+{
+    graph::fillToRow(m_painter, path, row, QBrush(color));
+}
+
+void PainterCanvas::fillDots(const QVector<QPointF> &centers, int diameter, const QColor &color)
+{
+    m_painter->setPen(Qt::NoPen);
+    m_painter->setBrush(color);
+    for (const QPointF &center : centers)
+        m_painter->drawEllipse(center, diameter / 2.0, diameter / 2.0);
+    m_painter->setBrush(Qt::NoBrush);
+}
+
+} // namespace graph
