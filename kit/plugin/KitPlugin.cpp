@@ -1,6 +1,7 @@
 #include "kit/plugin/KitPlugin.h"
 
 #include "kit/axis/ChartAxis.h"
+#include "kit/chart/Diagnosis.h"
 #include "kit/data/StreamPoints.h"
 #include "kit/data/StreamSeries.h"
 #include "kit/plots/ColorScale.h"
@@ -15,6 +16,7 @@ void KitPlugin::registerTypes(const char *uri)
     qmlRegisterModule(uri, 1, 0);
     qmlRegisterType<graph::ChartAxis>(uri, 1, 0, "ChartAxis");
     qmlRegisterType<graph::ColorScale>(uri, 1, 0, "ColorScale");
+    qmlRegisterType<graph::Diagnosis>(uri, 1, 0, "Diagnosis");
     qmlRegisterType<graph::LimitLine>(uri, 1, 0, "LimitLine");
     qmlRegisterType<graph::StreamPoints>(uri, 1, 0, "StreamPoints");
     qmlRegisterType<graph::StreamSeries>(uri, 1, 0, "StreamSeries");

@@ -26,6 +26,7 @@ BusBinding::BusBinding(QObject *follower)
 
 bool BusBinding::setAddress(const QString &address)
 {
+    m_writtenAddress = address.isNull() ? QString::fromLatin1("") : address;
     if (!isAddress(address))
         return false;
     const QStringList fields = address.split(QLatin1Char(','));

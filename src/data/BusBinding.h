@@ -28,6 +28,12 @@ public:
 
     // The address that was accepted last: client name, comma, prefix of the item names.
     QString address() const { return m_address; }
+    // What was written last, accepted or not; null when nothing was.
+    QString writtenAddress() const { return m_writtenAddress; }
+    // The client of that address; null for an address without a service.
+    ORNClientInterface *client() const { return m_client; }
+    // The full names of the items that are followed and not there.
+    QStringList missingItems() const { return m_lateItems.names(); }
     static bool isAddress(const QString &text) { return text.contains(QLatin1Char(',')); }
     // False, and nothing changed, for an address without a comma.
     bool setAddress(const QString &address);
@@ -48,6 +54,7 @@ private:
 
     QObject *m_follower;
     QString m_address;
+    QString m_writtenAddress;
     QString m_prefix;
     QPointer<ORNClientInterface> m_client;
     QMap<QString, QPointer<ORNClientItem>> m_items;

@@ -6,6 +6,7 @@
 #include <QObject>
 #include <QPointer>
 #include <QString>
+#include <QStringList>
 
 #include <functional>
 
@@ -23,6 +24,7 @@ public:
     // Forgets all names.
     void setClient(ORNClientInterface *client);
     void await(const QString &itemName, const Notice &notice);
+    QStringList names() const { return m_expected.keys(); }
 
 private slots:
     void handleItemAdded(const QString &itemName);

@@ -101,6 +101,7 @@ public:
     bool isChangePending() const { return m_plotChangedTimer != 0; }
 
     QString dbusAddress() const { return m_bus.address(); }
+    const BusBinding &busBinding() const { return m_bus; }
     QString label() const { return m_label; }
     QString xLabel() const { return m_x.label; }
     QString yLabel() const { return m_y.label; }

@@ -13,11 +13,12 @@ class GRAPH_CHARTS_EXPORT ContainerPlot : public AbstractPlot
 public:
     using AbstractPlot::AbstractPlot;
 
+    double framebufferShift() const override;
+
     Q_INVOKABLE void scheduleRedraw();
 
 protected:
     bool isPaintable(const graph::PixelMapping &mapping) const override;
-    double framebufferShift() const override;
     void paintPlot(const graph::PlotFrame &frame) override;
     void itemChange(ItemChange change, const ItemChangeData &data) override;
 

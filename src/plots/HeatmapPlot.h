@@ -34,6 +34,8 @@ public:
     static const std::vector<unsigned int> &colors() { return m_heatMapColors; }
     QString dataDirectory() const { return m_dataDirectory; }
 
+    double framebufferShift() const override;
+
     // A level in dBmV in the chosen unit.
     Q_INVOKABLE double dBmVLevelConversion(double level) const;
 
@@ -51,7 +53,6 @@ signals:
 
 protected:
     bool isPaintable(const graph::PixelMapping &mapping) const override;
-    double framebufferShift() const override;
     void paintPlot(const graph::PlotFrame &frame) override;
 
 private slots:

@@ -11,7 +11,7 @@
 #include <memory>
 
 // Every example of the guide and of the README works as it is: it loads, says nothing in the log, and all
-// its plots with data show some.
+// its plots with data show some; and a diagnosis finds nothing in it.
 class TestExamples : public QObject
 {
     Q_OBJECT
@@ -65,6 +65,19 @@ void TestExamples::example()
     QSignalSpy painted(&window, &QQuickWindow::afterRendering);
     window.show();
     QTRY_VERIFY(!painted.isEmpty());
+
+    QQmlComponent diagnosis(&engine);
+    diagnosis.setData("import graph_kit 1.0; Diagnosis {}", QUrl());
+    QList<QQuickItem *> items = root->findChildren<QQuickItem *>();
+    items.append(item);
+    for (QQuickItem *view : qAsConst(items)) {
+        if (!view->inherits("GraphView"))
+            continue;
+        QScopedPointer<QQuickItem> doctor(qobject_cast<QQuickItem *>(diagnosis.create()));
+        doctor->setParentItem(view);
+        QVERIFY(QMetaObject::invokeMethod(doctor.data(), "handleTime"));
+        QCOMPARE(doctor->property("messages").toStringList(), QStringList());
+    }
 
     for (const QQuickItem *child : root->findChildren<QQuickItem *>()) {
         if (child->inherits("AbstractPlot") && child->property("plotData").value<QObject *>())

@@ -40,6 +40,11 @@ ORNClientItem *BusClient::item(const QString &itemName)
     return m_items.value(itemName);
 }
 
+bool BusClient::isServiceThere() const
+{
+    return m_source == Process || (m_feed && m_feed->status().state == ServiceFeed::Answered);
+}
+
 void BusClient::connectToService()
 {
     if (m_source == Process)

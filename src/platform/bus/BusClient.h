@@ -30,6 +30,9 @@ public:
     // Null when there is none; then itemAdded tells when it comes.
     ORNClientItem *item(const QString &itemName);
 
+    // Whether somebody feeds the items, as far as is known.
+    Q_INVOKABLE bool isServiceThere() const;
+
     // Finds where the items come from unless that is known: a publisher in this process, else the bus. Waits for
     // the answer of a service on the bus, as far as there is time.
     void connectToService();

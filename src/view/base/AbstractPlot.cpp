@@ -82,6 +82,16 @@ ValueAxis *AbstractPlot::axisY() const
     return m_axisY;
 }
 
+ValueAxis *AbstractPlot::refusedAxisX() const
+{
+    return m_refusedAxisX;
+}
+
+ValueAxis *AbstractPlot::refusedAxisY() const
+{
+    return m_refusedAxisY;
+}
+
 PlotData *AbstractPlot::plotData() const
 {
     return m_plotData;
@@ -333,7 +343,9 @@ void AbstractPlot::setPlotData(PlotData *data)
 */
 void AbstractPlot::setAxisX(ValueAxis *axis)
 {
-    if (m_axisX == axis || (axis && axis->orientation() == Qt::Vertical))
+    const bool isRefused = axis && axis->orientation() == Qt::Vertical;
+    m_refusedAxisX = isRefused ? axis : nullptr;
+    if (m_axisX == axis || isRefused)
         return;
     if (m_axisX)
         disconnect(m_axisX, nullptr, this, nullptr);
@@ -348,7 +360,9 @@ void AbstractPlot::setAxisX(ValueAxis *axis)
 */
 void AbstractPlot::setAxisY(ValueAxis *axis)
 {
-    if (m_axisY == axis || (axis && axis->orientation() == Qt::Horizontal))
+    const bool isRefused = axis && axis->orientation() == Qt::Horizontal;
+    m_refusedAxisY = isRefused ? axis : nullptr;
+    if (m_axisY == axis || isRefused)
         return;
     if (m_axisY)
         disconnect(m_axisY, nullptr, this, nullptr);

@@ -39,6 +39,9 @@ public:
     PlotData *plotData() const;
     ValueAxis *axisX() const;
     ValueAxis *axisY() const;
+    // The axis that was given last, where it had the other direction and was therefore ignored.
+    ValueAxis *refusedAxisX() const;
+    ValueAxis *refusedAxisY() const;
     QColor penColor() const { return m_penColor; }
     bool isValid() const { return m_valid; }
 
@@ -53,6 +56,9 @@ public:
 
     // The one way into painting: prepares what every plot needs and calls paintPlot().
     void paint(QPainter *painter) override;
+    // How far to the right and down everything is painted, in pixels: 1 into a framebuffer object, 0 into an
+    // image.
+    virtual double framebufferShift() const;
 
     Q_INVOKABLE virtual double maxValueX() const;
     Q_INVOKABLE virtual double maxValueY() const;
@@ -133,5 +139,7 @@ private:
     const PlotData *m_announcedData = nullptr;
     QPointer<ValueAxis> m_axisX;
     QPointer<ValueAxis> m_axisY;
+    QPointer<ValueAxis> m_refusedAxisX;
+    QPointer<ValueAxis> m_refusedAxisY;
     QColor m_penColor = Qt::black;
 };

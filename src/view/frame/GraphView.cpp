@@ -142,6 +142,16 @@ QQmlListProperty<PlotData> GraphView::series()
     return ListFunctions<PlotData>::property<&GraphView::m_series, &GraphView::seriesChanged>(this);
 }
 
+QList<AbstractPlot *> GraphView::plots() const
+{
+    QList<AbstractPlot *> plots;
+    for (AbstractPlot *plot : m_plots) {
+        if (plot)
+            plots.append(plot);
+    }
+    return plots;
+}
+
 void GraphView::componentComplete()
 {
     findScales();

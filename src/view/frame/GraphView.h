@@ -36,6 +36,11 @@ public:
     QQmlListProperty<ValueAxis> axes();
     QQmlListProperty<PlotData> series();
 
+    // What the view has found among its children.
+    QList<AbstractPlot *> plots() const;
+    // The item that plots and cursors fill.
+    QQuickItem *plotArea() const { return m_contentItem; }
+
 signals:
     void axesChanged();
     void seriesChanged();

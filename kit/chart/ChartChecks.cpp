@@ -1,0 +1,318 @@
+#include "kit/chart/ChartChecks.h"
+
+#include "axis/ValueAxis.h"
+#include "data/PlotData.h"
+#include "kit/chart/DataChecks.h"
+#include "kit/chart/ItemName.h"
+#include "plots/ContainerPlot.h"
+#include "plots/GraphPlot.h"
+#include "view/base/AbstractPlot.h"
+#include "view/base/XYScale.h"
+#include "view/frame/GraphView.h"
+#include "view/frame/WorldPlot.h"
+
+#include <QQuickWindow>
+
+#include <cmath>
+
+namespace graph {
+
+namespace {
+
+// Each check gives the sentence about its object, without the object's name; nothing when all is well.
+using ViewCheck = QString (*)(const GraphView &);
+using AxisCheck = QString (*)(const GraphView &, const ValueAxis &);
+using PlotCheck = QString (*)(const GraphView &, const AbstractPlot &);
+
+template <typename T>
+QVector<T *> elements(QQmlListProperty<T> list)
+{
+    QVector<T *> found;
+    for (ListIndex i = 0; i < list.count(&list); ++i) {
+        if (T *element = list.at(&list, i))
+            found.append(element);
+    }
+    return found;
+}
+
+QVector<ValueAxis *> axesOf(const GraphView &view)
+{
+    return elements(const_cast<GraphView &>(view).axes());
+}
+
+bool hasArea(const QQuickItem &item)
+{
+    return item.width() > 1.0 && item.height() > 1.0;
+}
+
+bool isInside(const QQuickItem *item, const QQuickItem &ancestor)
+{
+    while (item && item != &ancestor)
+        item = item->parentItem();
+    return item;
+}
+
+void collectPlots(const QQuickItem &item, QVector<AbstractPlot *> *plots)
+{
+    const QList<QQuickItem *> children = item.childItems();
+    for (QQuickItem *child : children) {
+        if (auto *plot = qobject_cast<AbstractPlot *>(child))
+            plots->append(plot);
+        else
+            collectPlots(*child, plots);
+    }
+}
+
+// Of another view's window neighbours only what uses an axis of this view and has no zoom of its own: an overview has.
+bool belongsTo(const GraphView &view, const AbstractPlot &plot)
+{
+    if (isInside(&plot, view))
+        return true;
+    const QVector<ValueAxis *> axes = axesOf(view);
+    return !plot.zoomRect() && !qobject_cast<const WorldPlot *>(&plot) &&
+           ((plot.axisX() && axes.contains(plot.axisX())) || (plot.axisY() && axes.contains(plot.axisY())));
+}
+
+QString withoutSize(const GraphView &view)
+{
+    if (view.width() > 0.0 && view.height() > 0.0)
+        return {};
+    return QStringLiteral("has no size (it is %1 x %2): write width and height, or anchors.fill: parent")
+        .arg(view.width())
+        .arg(view.height());
+}
+
+QString withoutRoom(const GraphView &view)
+{
+    if (view.plots().isEmpty() || !view.plotArea() || hasArea(*view.plotArea()))
+        return {};
+    return QStringLiteral("has no room for its plots: the margins of its axes take all of its %1 x %2 pixels. Make it "
+                          "larger, or the margins smaller")
+        .arg(view.width())
+        .arg(view.height());
+}
+
+QString withUnlistedAxis(const GraphView &view)
+{
+    const QVector<ValueAxis *> listed = axesOf(view);
+    const auto axes = view.findChildren<ValueAxis *>(QString(), Qt::FindDirectChildrenOnly);
+    for (const ValueAxis *axis : axes) {
+        if (!listed.contains(const_cast<ValueAxis *>(axis)) && !axis->labelsPlane() && !axis->linesPlane())
+            return QStringLiteral("does not draw %1, which is not in its list of axes: write axes: [ ValueAxis { ... } ]")
+                .arg(nameOf(axis));
+    }
+    return {};
+}
+
+QString withUnusedData(const GraphView &view)
+{
+    const QVector<AbstractPlot *> plots = plotsOf(view);
+    const auto isEmpty = [](const AbstractPlot *plot) {
+        return qobject_cast<const GraphPlot *>(plot) && !qobject_cast<const WorldPlot *>(plot) && !plot->plotData();
+    };
+    const auto empty = std::find_if(plots.begin(), plots.end(), isEmpty);
+    if (empty == plots.end())
+        return {};
+    for (PlotData *data : elements(const_cast<GraphView &>(view).series())) {
+        const auto shows = [data](const AbstractPlot *plot) { return plot->plotData() == data; };
+        if (data->size() > 0 && std::none_of(plots.begin(), plots.end(), shows))
+            return QStringLiteral("holds %1, which no plot shows, and %2 without data: give that plot its plotData")
+                .arg(nameOf(data), nameOf(*empty));
+    }
+    return {};
+}
+
+QString withReversedRange(const GraphView &, const ValueAxis &axis)
+{
+    // Axes that can be reversed are another class.
+    if (axis.inherits("graph::ChartAxis") || !(axis.minValue() > axis.maxValue()))
+        return {};
+    return QStringLiteral("has a minValue of %1 above its maxValue of %2: exchange the two; for values that fall from left "
+                          "to right or upwards write rangeOrder: ValueAxis.Decreasing, or use a ChartAxis")
+        .arg(axis.minValue())
+        .arg(axis.maxValue());
+}
+
+QString withUnusableRange(const GraphView &view, const ValueAxis &axis)
+{
+    if (std::isfinite(axis.minValue()) && std::isfinite(axis.maxValue()) && axis.minValue() != axis.maxValue())
+        return {};
+    // The ends may be those of data that are still to come.
+    const QVector<AbstractPlot *> plots = plotsOf(view);
+    const bool hasData = std::any_of(plots.begin(), plots.end(), [&axis](const AbstractPlot *plot) {
+        return (plot->axisX() == &axis || plot->axisY() == &axis) && plot->isValid();
+    });
+    if (!hasData)
+        return {};
+    return QStringLiteral("has no range, it goes from %1 to %2: give it a minValue below its maxValue")
+        .arg(axis.minValue())
+        .arg(axis.maxValue());
+}
+
+QString outsideOfView(const GraphView &view, const AbstractPlot &plot)
+{
+    if (isInside(&plot, view))
+        return {};
+    return QStringLiteral("is outside of %1, whose axes it uses, and knows neither its area nor its zoom: move it into "
+                          "the view's braces")
+        .arg(nameOf(&view));
+}
+
+QString insideOfAnItem(const GraphView &view, const AbstractPlot &plot)
+{
+    if (plot.parentItem() == &view || (plot.zoomRect() == view.zoomRect() && hasArea(plot)))
+        return {};
+    return QStringLiteral("is a child of %1 instead of %2, which looks at its own children only: move it there")
+        .arg(nameOf(plot.parentItem()), nameOf(&view));
+}
+
+QString afterView(const GraphView &view, const AbstractPlot &plot)
+{
+    if (plot.parentItem() != &view || view.plots().contains(const_cast<AbstractPlot *>(&plot)))
+        return {};
+    return QStringLiteral("was created after %1, which then knows nothing of it: declare it in the view and switch visible, "
+                          "create the whole view again, or use a Chart, which takes plots at any time")
+        .arg(nameOf(&view));
+}
+
+QString axisTaken(const ValueAxis *axis, const char *name, const char *direction, const char *alignment)
+{
+    return QStringLiteral("takes no %1 for its %2, because the alignment of %3 was not known in time: write alignment: %4 "
+                          "there as a plain literal, not as a binding")
+        .arg(QLatin1String(direction), QLatin1String(name), nameOf(axis), QLatin1String(alignment));
+}
+
+QString withSwappedAxes(const GraphView &, const AbstractPlot &plot)
+{
+    const ValueAxis *x = plot.refusedAxisX();
+    const ValueAxis *y = plot.refusedAxisY();
+    if (plot.axisX() || plot.axisY() || !x || !y || x->orientation() != Qt::Vertical ||
+        y->orientation() != Qt::Horizontal)
+        return {};
+    return QStringLiteral("has its axes swapped: write axisX for %1, which is horizontal, and axisY for %2, which is vertical")
+        .arg(nameOf(y), nameOf(x));
+}
+
+QString withLateAxis(const GraphView &, const AbstractPlot &plot)
+{
+    if (!plot.axisX() && plot.refusedAxisX() && plot.refusedAxisX()->orientation() == Qt::Horizontal)
+        return axisTaken(plot.refusedAxisX(), "axisX", "horizontal axis", "Qt.AlignBottom");
+    if (!plot.axisY() && plot.refusedAxisY() && plot.refusedAxisY()->orientation() == Qt::Vertical)
+        return axisTaken(plot.refusedAxisY(), "axisY", "vertical axis", "Qt.AlignLeft");
+    if (plot.axisX() && plot.axisX()->orientation() == Qt::Vertical)
+        return axisTaken(plot.axisX(), "axisX", "vertical axis", "Qt.AlignLeft");
+    if (plot.axisY() && plot.axisY()->orientation() == Qt::Horizontal)
+        return axisTaken(plot.axisY(), "axisY", "horizontal axis", "Qt.AlignBottom");
+    return {};
+}
+
+QString withWrongAxis(const GraphView &, const AbstractPlot &plot)
+{
+    if (!plot.axisX() && plot.refusedAxisX())
+        return QStringLiteral("has no horizontal axis: %1, given as axisX, is vertical; write alignment: Qt.AlignBottom there")
+            .arg(nameOf(plot.refusedAxisX()));
+    if (!plot.axisY() && plot.refusedAxisY())
+        return QStringLiteral("has no vertical axis: %1, given as axisY, is horizontal; write alignment: Qt.AlignLeft there")
+            .arg(nameOf(plot.refusedAxisY()));
+    return {};
+}
+
+QString withoutAxis(const GraphView &, const AbstractPlot &plot)
+{
+    // Figures have a range without axes, too.
+    if ((plot.axisX() && plot.axisY()) || qobject_cast<const ContainerPlot *>(&plot))
+        return {};
+    const auto *overview = qobject_cast<const WorldPlot *>(&plot);
+    if (overview && !overview->graphPlot())
+        return QStringLiteral("shows no plot: write graphPlot and the id of the plot");
+    const QString missing = plot.axisX() ? QStringLiteral("axisY") : QStringLiteral("axisX");
+    const QString both = plot.axisX() || plot.axisY() ? missing : QStringLiteral("axisX and axisY");
+    return QStringLiteral("has no %1: write %1 in %2, with the id of an axis of the view")
+        .arg(both, plot.plotData() ? nameOf(plot.plotData()) : QStringLiteral("its plotData or in the plot itself"));
+}
+
+QString withoutArea(const GraphView &view, const AbstractPlot &plot)
+{
+    if (hasArea(plot) || !view.plotArea() || !hasArea(*view.plotArea()))
+        return {};
+    return QStringLiteral("has no size (it is %1 x %2): the view gives its plots their size; remove width, height and "
+                          "anchors from it")
+        .arg(plot.width())
+        .arg(plot.height());
+}
+
+QString withInvisiblePen(const GraphView &, const AbstractPlot &plot)
+{
+    if (plot.penColor().alpha() > 0 || !qobject_cast<const GraphPlot *>(&plot))
+        return {};
+    return QStringLiteral("is drawn in a colour without any opacity: give it another penColor");
+}
+
+const ViewCheck viewChecks[] = {withoutSize, withoutRoom, withUnlistedAxis, withUnusedData};
+const AxisCheck axisChecks[] = {withReversedRange, withUnusableRange};
+const PlotCheck plotChecks[] = {outsideOfView, insideOfAnItem, afterView,   withSwappedAxes, withLateAxis,
+                                withWrongAxis, withoutAxis,    withoutArea, withInvisiblePen};
+
+template <typename Checks, typename... Subject>
+QString firstReason(const Checks &checks, const Subject &...subject)
+{
+    for (const auto check : checks) {
+        const QString reason = check(subject...);
+        if (!reason.isEmpty())
+            return reason;
+    }
+    return {};
+}
+
+void add(QVector<Finding> *findings, const QObject *about, const QString &text)
+{
+    if (!text.isEmpty())
+        findings->append({about, text});
+}
+
+} // namespace
+
+QVector<AbstractPlot *> plotsOf(const GraphView &view)
+{
+    QVector<AbstractPlot *> all;
+    const QQuickItem *top = view.window() ? view.window()->contentItem() : &view;
+    collectPlots(*top, &all);
+    QVector<AbstractPlot *> plots;
+    for (AbstractPlot *plot : all) {
+        if (plot->isVisible() && belongsTo(view, *plot))
+            plots.append(plot);
+    }
+    return plots;
+}
+
+QVector<Finding> findReasons(const GraphView &view, const std::function<bool(const AbstractPlot &)> &isNew)
+{
+    QVector<Finding> findings;
+    const QString ofView = firstReason(viewChecks, view);
+    add(&findings, &view, ofView);
+    if (view.width() <= 0.0 || view.height() <= 0.0)
+        return findings;
+    const QVector<AbstractPlot *> plots = plotsOf(view);
+    QVector<const QObject *> troubled;
+    for (const ValueAxis *axis : axesOf(view)) {
+        const QString text = firstReason(axisChecks, view, *axis);
+        add(&findings, axis, text);
+        if (!text.isEmpty())
+            troubled.append(axis);
+    }
+    for (const AbstractPlot *plot : plots) {
+        const QString text = firstReason(plotChecks, view, *plot);
+        add(&findings, plot, text);
+        const PlotData *data = plot->plotData();
+        if (!data)
+            continue;
+        const QString ofData = reasonOfData(*data);
+        add(&findings, data, ofData);
+        if (text.isEmpty() && ofData.isEmpty() && !troubled.contains(plot->axisX()) &&
+            !troubled.contains(plot->axisY()) && isNew(*plot))
+            add(&findings, data, reasonOutOfRange(*plot));
+    }
+    return findings;
+}
+
+} // namespace graph

@@ -1,0 +1,196 @@
+#include "kit/chart/DataChecks.h"
+
+#include "axis/ValueAxis.h"
+#include "data/PlotPoints.h"
+#include "data/PlotSeries.h"
+#include "kit/chart/ItemName.h"
+#include "platform/bus/ORNClientInterface.h"
+#include "plots/GraphPlot.h"
+
+#include <cmath>
+#include <limits>
+
+namespace graph {
+
+namespace {
+
+using DataCheck = QString (*)(const PlotData &);
+
+// Of data whose samples are points in the plane; regions and bands have none to compare.
+bool hasSamples(const PlotData &data)
+{
+    return !data.inherits("PlotRegions") && !data.inherits("PlotBands");
+}
+
+SampleSpan allSamples(const PlotData &data)
+{
+    constexpr double infinity = std::numeric_limits<double>::infinity();
+    return data.sampleSpan(-infinity, infinity);
+}
+
+QString quoted(const QString &text)
+{
+    return QLatin1Char('"') + text + QLatin1Char('"');
+}
+
+QString withoutAddress(const PlotData &data)
+{
+    const QString written = data.busBinding().writtenAddress();
+    if (written.isNull() || !written.isEmpty() || data.size() > 0)
+        return {};
+    return QStringLiteral("has an empty address: write the name of the service, a comma and the prefix of its items, such "
+                          "as \"analyzer,spectrum\"");
+}
+
+QString withUnreadableAddress(const PlotData &data)
+{
+    const QString written = data.busBinding().writtenAddress();
+    if (written.isEmpty())
+        return {};
+    const QStringList parts = written.split(QLatin1Char(','));
+    QString why;
+    if (parts.size() != 2)
+        why = parts.size() < 2 ? QStringLiteral("has no comma") : QStringLiteral("has more than one comma");
+    else if (parts.at(0).trimmed().isEmpty())
+        why = QStringLiteral("names no service");
+    else if (parts.at(1).trimmed().isEmpty())
+        why = QStringLiteral("has no prefix");
+    else if (written.contains(QLatin1Char(' ')))
+        why = QStringLiteral("has a blank");
+    else if (!data.busBinding().client())
+        why = QStringLiteral("has a name that no service can have");
+    if (why.isEmpty())
+        return {};
+    return QStringLiteral("cannot use the address %1, which %2: write the name of the service, a comma and the prefix of "
+                          "its items, without blanks, such as \"analyzer,spectrum\"")
+        .arg(quoted(written), why);
+}
+
+// Whether the client's service is there; a bus library that cannot tell counts as one that is.
+bool isServiceThere(ORNClientInterface *client)
+{
+    bool isThere = true;
+    if (client->metaObject()->indexOfMethod("isServiceThere()") >= 0)
+        QMetaObject::invokeMethod(client, "isServiceThere", Q_RETURN_ARG(bool, isThere));
+    return isThere;
+}
+
+QString withoutService(const PlotData &data)
+{
+    ORNClientInterface *client = data.busBinding().client();
+    if (!client || isServiceThere(client))
+        return {};
+    const QString service = data.busBinding().address().section(QLatin1Char(','), 0, 0);
+    return QStringLiteral("waits for the service %1, which is not on the bus: start it, or correct the address %2")
+        .arg(quoted(service), quoted(data.busBinding().address()));
+}
+
+QString withoutItem(const PlotData &data)
+{
+    if (!data.busBinding().client() || data.size() > 0)
+        return {};
+    QStringList arrays;
+    for (const QString &item : data.busBinding().missingItems()) {
+        if (item.endsWith(QLatin1String(":doubleARRAY:")))
+            arrays.append(quoted(item));
+    }
+    if (arrays.isEmpty())
+        return {};
+    arrays.sort();
+    return QStringLiteral("gets no values: the service %1 does not publish %2; compare the prefix in the address %3 with "
+                          "the names of its items")
+        .arg(quoted(data.busBinding().address().section(QLatin1Char(','), 0, 0)),
+             arrays.join(QStringLiteral(" and ")), quoted(data.busBinding().address()));
+}
+
+QString withoutNumbers(const PlotData &data)
+{
+    // What was measured, or computed, may be gaps only.
+    const QString type = typeNameOf(&data);
+    if (data.busBinding().client() || data.size() == 0 ||
+        (type != QLatin1String("PlotSeries") && type != QLatin1String("PlotPoints")))
+        return {};
+    const SampleSpan samples = allSamples(data);
+    for (int i = 0; i < samples.size(); ++i) {
+        if (!std::isnan(samples.y(i)))
+            return {};
+    }
+    return QStringLiteral("has %1 values and no number among them: texts, undefined and NaN are gaps; write numbers")
+        .arg(data.size());
+}
+
+QString atOnePlace(const PlotData &data)
+{
+    if (!hasSamples(data) || data.usePointsAsSegments() || data.size() < 3)
+        return {};
+    const SampleSpan samples = allSamples(data);
+    const double x = samples.first().x();
+    if (samples.size() < 3 || samples.last().x() != x)
+        return {};
+    const bool isSeries = data.inherits("PlotSeries");
+    return QStringLiteral("has all its %1 samples at x = %2: write %3")
+        .arg(data.size())
+        .arg(x)
+        .arg(isSeries ? QStringLiteral("an xInterval other than 0") : QStringLiteral("xData, as many as yData"));
+}
+
+const DataCheck dataChecks[] = {withoutAddress, withUnreadableAddress, withoutService,
+                                withoutItem,    withoutNumbers,        atOnePlace};
+
+QString outOfRange(const char *direction, double low, double high, double from, double to, const char *advice)
+{
+    return QStringLiteral("has no sample in the visible range: its %1 go from %2 to %3, and %4 to %5 is visible; %6")
+        .arg(QLatin1String(direction))
+        .arg(low)
+        .arg(high)
+        .arg(from)
+        .arg(to)
+        .arg(QLatin1String(advice));
+}
+
+bool areApart(double low, double high, double from, double to)
+{
+    return high < qMin(from, to) || low > qMax(from, to);
+}
+
+} // namespace
+
+QString reasonOfData(const PlotData &data)
+{
+    for (const DataCheck check : dataChecks) {
+        const QString reason = check(data);
+        if (!reason.isEmpty())
+            return reason;
+    }
+    return {};
+}
+
+QString reasonOutOfRange(const AbstractPlot &plot)
+{
+    const PlotData *data = plot.plotData();
+    if (!data || !plot.axisX() || !plot.axisY() || !hasSamples(*data) || data->usePointsAsSegments())
+        return {};
+    const SampleSpan samples = allSamples(*data);
+    if (samples.isEmpty())
+        return {};
+    const double first = samples.first().x();
+    const double last = samples.last().x();
+    if (areApart(first, last, plot.minVisibleX(), plot.maxVisibleX()))
+        return outOfRange("x values", first, last, plot.minVisibleX(), plot.maxVisibleX(),
+                          "set the range of its horizontal axis, or xFirstValue and xInterval");
+    MinMax extent = samples.minMax(0, samples.size());
+    if (!(extent.min <= extent.max))
+        return {};
+    // Bars and areas begin at the baseline.
+    const auto *trace = qobject_cast<const GraphPlot *>(&plot);
+    if (!trace || trace->plotStyle() == GraphPlot::BarPlot || trace->plotStyle() == GraphPlot::FillPlot) {
+        extent.min = qMin(extent.min, plot.baseline());
+        extent.max = qMax(extent.max, plot.baseline());
+    }
+    if (areApart(extent.min, extent.max, plot.minVisibleY(), plot.maxVisibleY()))
+        return outOfRange("values", extent.min, extent.max, plot.minVisibleY(), plot.maxVisibleY(),
+                          "set the range of its vertical axis");
+    return {};
+}
+
+} // namespace graph

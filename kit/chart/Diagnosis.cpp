@@ -1,0 +1,236 @@
+#include "kit/chart/Diagnosis.h"
+
+#include "data/PlotData.h"
+#include "kit/chart/ChartChecks.h"
+#include "kit/chart/DiagnosisOverlay.h"
+#include "kit/chart/ItemName.h"
+#include "kit/data/KitLog.h"
+#include "view/base/AbstractPlot.h"
+#include "view/frame/GraphView.h"
+
+#include <QMessageLogger>
+#include <QQmlEngine>
+#include <QQmlInfo>
+
+namespace graph {
+
+namespace {
+
+// Bindings, layouts, Loaders and the first values from elsewhere have their time to arrive.
+constexpr int patience = 1000;
+
+QUrl folderless(const QUrl &url)
+{
+    return QUrl(url.fileName());
+}
+
+// Hands the sentence to those who listen to the engine's warnings, without its being printed there, and gives the place
+// in a document that the engine knows for the object.
+QQmlError report(const QObject *object, const QString &sentence)
+{
+    QQmlError error;
+    QQmlEngine *engine = qmlEngine(object);
+    if (!engine)
+        return error;
+    const auto keep = [&error](const QList<QQmlError> &errors) { error = errors.value(0); };
+    const QMetaObject::Connection connection = QObject::connect(engine, &QQmlEngine::warnings, keep);
+    const bool isPrinted = engine->outputWarningsToStandardError();
+    engine->setOutputWarningsToStandardError(false);
+    qmlWarning(object) << sentence;
+    engine->setOutputWarningsToStandardError(isPrinted);
+    QObject::disconnect(connection);
+    return error;
+}
+
+} // namespace
+
+/*!
+    \qmltype Diagnosis
+    \inqmlmodule graph_kit
+    \brief Tells why something of a chart is not to be seen, and what to write instead.
+
+    A child of a GraphView. It looks at the chart one second after the chart came, after plots were added and after the
+    first samples of data arrived, and says each thing once: in the log, category \c graph.kit, with type, id (or
+    objectName), file and line of the item, and to those who listen to QQmlEngine::warnings. It is silent about what is
+    hidden or merely empty. A Chart has one of its own. With \c {enabled: false} it does not look.
+
+    \code
+    GraphView {
+        axes: [ ... ]
+        Diagnosis { overlay: true }
+    }
+    \endcode
+*/
+Diagnosis::Diagnosis(QQuickItem *parent)
+    : QQuickItem(parent)
+{
+    m_timer.setSingleShot(true);
+    m_timer.setInterval(patience);
+    connect(&m_timer, SIGNAL(timeout()), this, SLOT(handleTime()));
+    if (parent)
+        lookSoon();
+}
+
+Diagnosis::~Diagnosis()
+{
+    delete m_paper;
+}
+
+/*!
+    \qmlproperty bool Diagnosis::overlay
+    Whether the messages are written over the chart as well. Default: false.
+*/
+void Diagnosis::setOverlay(bool overlay)
+{
+    if (m_overlay == overlay)
+        return;
+    m_overlay = overlay;
+    emit overlayChanged();
+    updateOverlay();
+}
+
+/*!
+    \qmlproperty list<string> Diagnosis::messages
+    \readonly
+    What was told so far, oldest first.
+*/
+
+void Diagnosis::look()
+{
+    m_timer.stop();
+    GraphView *chart = view();
+    if (!chart) {
+        tellOfPlace();
+        return;
+    }
+    watch(chart);
+    // A hidden page is looked at when it shows.
+    if (!isEnabled() || !chart->isVisible() || !chart->window())
+        return;
+    const auto findings = findReasons(*chart, [this](const AbstractPlot &plot) { return isNew(plot); });
+    for (const AbstractPlot *plot : plotsOf(*chart)) {
+        const PlotData *data = plot->plotData();
+        if (data && data->size() > 0 && isNew(*plot))
+            m_seen.append(data);
+    }
+    m_seen.removeAll(nullptr);
+    for (const Finding &finding : findings)
+        tell(finding);
+}
+
+void Diagnosis::itemChange(ItemChange change, const ItemChangeData &data)
+{
+    if (change == ItemParentHasChanged || change == ItemVisibleHasChanged || change == ItemSceneChange)
+        lookSoon();
+    QQuickItem::itemChange(change, data);
+}
+
+void Diagnosis::componentComplete()
+{
+    QQuickItem::componentComplete();
+    lookSoon();
+}
+
+void Diagnosis::lookSoon()
+{
+    if (!m_timer.isActive())
+        m_timer.start();
+}
+
+void Diagnosis::handleTime()
+{
+    look();
+}
+
+void Diagnosis::handleData()
+{
+    const auto *data = qobject_cast<PlotData *>(sender());
+    if (!data || data->size() == 0)
+        return;
+    // One look at the first samples: what is written later costs nothing here.
+    disconnect(data, SIGNAL(plotChanged()), this, SLOT(handleData()));
+    lookSoon();
+}
+
+GraphView *Diagnosis::view() const
+{
+    QQuickItem *item = parentItem();
+    while (item && !qobject_cast<GraphView *>(item))
+        item = item->parentItem();
+    return static_cast<GraphView *>(item);
+}
+
+void Diagnosis::watch(GraphView *view)
+{
+    connect(view, SIGNAL(axesChanged()), this, SLOT(lookSoon()), Qt::UniqueConnection);
+    connect(view, SIGNAL(visibleChanged()), this, SLOT(lookSoon()), Qt::UniqueConnection);
+    watchChildren(view);
+    for (AbstractPlot *plot : plotsOf(*view))
+        watchPlot(plot);
+}
+
+void Diagnosis::watchChildren(const QQuickItem *item)
+{
+    connect(item, SIGNAL(childrenChanged()), this, SLOT(lookSoon()), Qt::UniqueConnection);
+    const QList<QQuickItem *> children = item->childItems();
+    for (const QQuickItem *child : children) {
+        // What lies in a plot is its own.
+        if (!qobject_cast<const AbstractPlot *>(child))
+            watchChildren(child);
+    }
+}
+
+void Diagnosis::watchPlot(AbstractPlot *plot)
+{
+    for (const char *signal : {SIGNAL(plotDataChanged(PlotData *)), SIGNAL(axisXChanged(ValueAxis *)),
+                               SIGNAL(axisYChanged(ValueAxis *)), SIGNAL(visibleChanged())})
+        connect(plot, signal, this, SLOT(lookSoon()), Qt::UniqueConnection);
+    if (plot->plotData() && isNew(*plot))
+        connect(plot->plotData(), SIGNAL(plotChanged()), this, SLOT(handleData()), Qt::UniqueConnection);
+}
+
+bool Diagnosis::isNew(const AbstractPlot &plot) const
+{
+    return !m_seen.contains(plot.plotData());
+}
+
+void Diagnosis::tell(const Finding &finding)
+{
+    if (!finding.about)
+        return;
+    const QString key = nameOf(finding.about) + finding.text;
+    if (m_told.contains(key))
+        return;
+    m_told.insert(key);
+    const QQmlError place = report(finding.about, finding.text);
+    QString where;
+    if (!place.url().isEmpty())
+        where = QStringLiteral(" (%1:%2)").arg(folderless(place.url()).toString()).arg(place.line());
+    const QString message = nameOf(finding.about) + where + QLatin1Char(' ') + finding.text + QLatin1Char('.');
+    if (kitLog().isWarningEnabled())
+        QMessageLogger(place.url().toString().toUtf8().constData(), place.line(), nullptr, kitLog().categoryName())
+            .warning("%s", qUtf8Printable(message));
+    m_messages.append(message);
+    emit messagesChanged();
+    updateOverlay();
+}
+
+void Diagnosis::tellOfPlace()
+{
+    if (parentItem())
+        tell({this, QStringLiteral("lies in no GraphView and has nothing to look at: move it into the braces of one")});
+}
+
+void Diagnosis::updateOverlay()
+{
+    GraphView *chart = view();
+    if (!m_overlay || m_messages.isEmpty() || !chart) {
+        delete m_paper;
+        return;
+    }
+    if (!m_paper)
+        m_paper = new DiagnosisOverlay(chart);
+    m_paper->setMessages(m_messages);
+}
+
+} // namespace graph

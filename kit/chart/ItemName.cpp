@@ -1,0 +1,46 @@
+#include "kit/chart/ItemName.h"
+
+#include <QQmlContext>
+#include <QQmlEngine>
+#include <QQuickItem>
+#include <QRegularExpression>
+
+namespace graph {
+
+namespace {
+
+QString idOf(const QObject *object)
+{
+    auto *named = const_cast<QObject *>(object);
+    const QQmlContext *context = qmlContext(object);
+    const QString id = context ? context->nameForObject(named) : QString();
+    if (!id.isEmpty())
+        return id;
+    // Some objects number themselves, which helps nobody to find them.
+    static const QRegularExpression number(QStringLiteral("^(PD|WP|ZR)[0-9]+$"));
+    return number.match(object->objectName()).hasMatch() ? QString() : object->objectName();
+}
+
+} // namespace
+
+QString typeNameOf(const QObject *object)
+{
+    QString name = QString::fromLatin1(object->metaObject()->className());
+    name = name.mid(name.lastIndexOf(QLatin1Char(':')) + 1);
+    // Types with properties of their own in a document, and those that are a document, have a class each.
+    const int suffix = qMax(name.indexOf(QLatin1String("_QML_")), name.indexOf(QLatin1String("_QMLTYPE_")));
+    return suffix < 0 ? name : name.left(suffix);
+}
+
+QString nameOf(const QObject *object)
+{
+    const QString id = idOf(object);
+    if (!id.isEmpty())
+        return QStringLiteral("%1 \"%2\"").arg(typeNameOf(object), id);
+    const bool isItem = qobject_cast<const QQuickItem *>(object) && qmlContext(object);
+    if (!isItem && object->parent())
+        return QStringLiteral("%1 of %2").arg(typeNameOf(object), nameOf(object->parent()));
+    return typeNameOf(object);
+}
+
+} // namespace graph
