@@ -97,7 +97,11 @@ QString withUnlistedAxis(const GraphView &view)
     const QVector<ValueAxis *> listed = axesOf(view);
     const auto axes = view.findChildren<ValueAxis *>(QString(), Qt::FindDirectChildrenOnly);
     for (const ValueAxis *axis : axes) {
-        if (!listed.contains(const_cast<ValueAxis *>(axis)) && !axis->labelsPlane() && !axis->linesPlane())
+        // Beside a drawn one it may be a scale that is not to be drawn.
+        const bool isReplaced = std::any_of(listed.begin(), listed.end(), [axis](const ValueAxis *other) {
+            return other == axis || other->orientation() == axis->orientation();
+        });
+        if (!isReplaced && !axis->labelsPlane() && !axis->linesPlane())
             return QStringLiteral("does not draw %1, which is not in its list of axes: write axes: [ ValueAxis { ... } ]")
                 .arg(nameOf(axis));
     }
@@ -217,10 +221,15 @@ QString withWrongAxis(const GraphView &, const AbstractPlot &plot)
     return {};
 }
 
-QString withoutAxis(const GraphView &, const AbstractPlot &plot)
+QString withoutAxis(const GraphView &view, const AbstractPlot &plot)
 {
     // Figures have a range without axes, too.
     if ((plot.axisX() && plot.axisY()) || qobject_cast<const ContainerPlot *>(&plot))
+        return {};
+    // One that waits for both beside a plot that shows something is merely empty.
+    const QVector<AbstractPlot *> plots = plotsOf(view);
+    if (!plot.plotData() && !plot.axisX() && !plot.axisY() &&
+        std::any_of(plots.begin(), plots.end(), [](const AbstractPlot *other) { return other->isValid(); }))
         return {};
     const auto *overview = qobject_cast<const WorldPlot *>(&plot);
     if (overview && !overview->graphPlot())

@@ -95,7 +95,7 @@ private slots:
         row("no size", "GraphView \"view\" has no size (it is 200 x 0): write width", {trace(sound), {}, {}, "width: 200"});
         row("no room", "GraphView \"view\" has no room for its plots: the margins", {trace(sound), "margin: 100", {}});
         row("axis beside the list", "does not draw ValueAxis \"extra\", which is not in its list of axes",
-            {"ValueAxis { id: extra }" + trace(sound)});
+            {"ValueAxis { id: extra; alignment: Qt.AlignLeft }", {}, "Component.onCompleted: alignment = Qt.AlignBottom"});
         row("data that no plot shows", "holds PlotSeries \"data\", which no plot shows, and GraphPlot \"trace\" without data",
             {"GraphPlot { id: trace; axisX: time; axisY: level }", {}, {},
              "width: 200; height: 100; series: PlotSeries { id: data; yData: [1, 2] }"});
@@ -165,6 +165,8 @@ private slots:
         row("decreasing", "", {trace(sound), "rangeOrder: ValueAxis.Decreasing", {}});
         row("from a service", "", {trace(fed.arg("'meter,level'"))});
         row("address once there", "", {trace(fed.arg("''").replace("id: data;", "id: data; yData: [1, 2];"))});
+        row("scale that is not drawn", "", {"ValueAxis { alignment: Qt.AlignLeft }" + trace(sound)});
+        row("plot in reserve", "", {"GraphPlot {}" + trace(sound)});
         row("figures", "", {"ContainerPlot {}"});
         row("overview outside", "", {trace(sound) + "} WorldPlot { width: 100; height: 20; graphPlot: trace } Item {"});
         row("another chart", "", {trace(sound) + "} GraphView { axes: ValueAxis { labelsPlane: p; linesPlane: p } XYScale { id: p } "
