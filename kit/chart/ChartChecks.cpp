@@ -24,8 +24,7 @@ using ViewCheck = QString (*)(const GraphView &);
 using AxisCheck = QString (*)(const GraphView &, const ValueAxis &);
 using PlotCheck = QString (*)(const GraphView &, const AbstractPlot &);
 
-template <typename T>
-QVector<T *> elements(QQmlListProperty<T> list)
+template <typename T> QVector<T *> elements(QQmlListProperty<T> list)
 {
     QVector<T *> found;
     for (ListIndex i = 0; i < list.count(&list); ++i) {
@@ -63,13 +62,16 @@ void collectPlots(const QQuickItem &item, QVector<AbstractPlot *> *plots)
     }
 }
 
-// Of another view's window neighbours only what uses an axis of this view and has no zoom of its own: an overview has.
+// Of another view's window neighbours only what uses an axis of this view and has no zoom of its own: an
+// overview has.
 bool belongsTo(const GraphView &view, const AbstractPlot &plot)
 {
     if (isInside(&plot, view))
         return true;
+    if (const auto *overview = qobject_cast<const WorldPlot *>(&plot))
+        return !overview->graphPlot() && !overview->axisX() && !overview->axisY();
     const QVector<ValueAxis *> axes = axesOf(view);
-    return !plot.zoomRect() && !qobject_cast<const WorldPlot *>(&plot) &&
+    return !plot.zoomRect() &&
            ((plot.axisX() && axes.contains(plot.axisX())) || (plot.axisY() && axes.contains(plot.axisY())));
 }
 
@@ -86,8 +88,9 @@ QString withoutRoom(const GraphView &view)
 {
     if (view.plots().isEmpty() || !view.plotArea() || hasArea(*view.plotArea()))
         return {};
-    return QStringLiteral("has no room for its plots: the margins of its axes take all of its %1 x %2 pixels. Make it "
-                          "larger, or the margins smaller")
+    return QStringLiteral(
+               "has no room for its plots: the margins of its axes take all of its %1 x %2 pixels. Make it "
+               "larger, or the margins smaller")
         .arg(view.width())
         .arg(view.height());
 }
@@ -102,7 +105,8 @@ QString withUnlistedAxis(const GraphView &view)
             return other == axis || other->orientation() == axis->orientation();
         });
         if (!isReplaced && !axis->labelsPlane() && !axis->linesPlane())
-            return QStringLiteral("does not draw %1, which is not in its list of axes: write axes: [ ValueAxis { ... } ]")
+            return QStringLiteral("does not draw %1, which is not in its list of axes: write axes: [ "
+                                  "ValueAxis { ... } ]")
                 .arg(nameOf(axis));
     }
     return {};
@@ -112,7 +116,8 @@ QString withUnusedData(const GraphView &view)
 {
     const QVector<AbstractPlot *> plots = plotsOf(view);
     const auto isEmpty = [](const AbstractPlot *plot) {
-        return qobject_cast<const GraphPlot *>(plot) && !qobject_cast<const WorldPlot *>(plot) && !plot->plotData();
+        return qobject_cast<const GraphPlot *>(plot) && !qobject_cast<const WorldPlot *>(plot) &&
+               !plot->plotData();
     };
     const auto empty = std::find_if(plots.begin(), plots.end(), isEmpty);
     if (empty == plots.end())
@@ -120,7 +125,8 @@ QString withUnusedData(const GraphView &view)
     for (PlotData *data : elements(const_cast<GraphView &>(view).series())) {
         const auto shows = [data](const AbstractPlot *plot) { return plot->plotData() == data; };
         if (data->size() > 0 && std::none_of(plots.begin(), plots.end(), shows))
-            return QStringLiteral("holds %1, which no plot shows, and %2 without data: give that plot its plotData")
+            return QStringLiteral(
+                       "holds %1, which no plot shows, and %2 without data: give that plot its plotData")
                 .arg(nameOf(data), nameOf(*empty));
     }
     return {};
@@ -131,7 +137,8 @@ QString withReversedRange(const GraphView &, const ValueAxis &axis)
     // Axes that can be reversed are another class.
     if (axis.inherits("graph::ChartAxis") || !(axis.minValue() > axis.maxValue()))
         return {};
-    return QStringLiteral("has a minValue of %1 above its maxValue of %2: exchange the two; for values that fall from left "
+    return QStringLiteral("has a minValue of %1 above its maxValue of %2: exchange the two; for values that "
+                          "fall from left "
                           "to right or upwards write rangeOrder: ValueAxis.Decreasing, or use a ChartAxis")
         .arg(axis.minValue())
         .arg(axis.maxValue());
@@ -139,7 +146,8 @@ QString withReversedRange(const GraphView &, const ValueAxis &axis)
 
 QString withUnusableRange(const GraphView &view, const ValueAxis &axis)
 {
-    if (std::isfinite(axis.minValue()) && std::isfinite(axis.maxValue()) && axis.minValue() != axis.maxValue())
+    if (std::isfinite(axis.minValue()) && std::isfinite(axis.maxValue()) &&
+        axis.minValue() != axis.maxValue())
         return {};
     // The ends may be those of data that are still to come.
     const QVector<AbstractPlot *> plots = plotsOf(view);
@@ -155,18 +163,21 @@ QString withUnusableRange(const GraphView &view, const ValueAxis &axis)
 
 QString outsideOfView(const GraphView &view, const AbstractPlot &plot)
 {
-    if (isInside(&plot, view))
+    if (isInside(&plot, view) || qobject_cast<const WorldPlot *>(&plot))
         return {};
-    return QStringLiteral("is outside of %1, whose axes it uses, and knows neither its area nor its zoom: move it into "
-                          "the view's braces")
+    return QStringLiteral(
+               "is outside of %1, whose axes it uses, and knows neither its area nor its zoom: move it into "
+               "the view's braces")
         .arg(nameOf(&view));
 }
 
 QString insideOfAnItem(const GraphView &view, const AbstractPlot &plot)
 {
-    if (plot.parentItem() == &view || (plot.zoomRect() == view.zoomRect() && hasArea(plot)))
+    if (plot.parentItem() == &view || !isInside(&plot, view) ||
+        (plot.zoomRect() == view.zoomRect() && hasArea(plot)))
         return {};
-    return QStringLiteral("is a child of %1 instead of %2, which looks at its own children only: move it there")
+    return QStringLiteral(
+               "is a child of %1 instead of %2, which looks at its own children only: move it there")
         .arg(nameOf(plot.parentItem()), nameOf(&view));
 }
 
@@ -174,14 +185,16 @@ QString afterView(const GraphView &view, const AbstractPlot &plot)
 {
     if (plot.parentItem() != &view || view.plots().contains(const_cast<AbstractPlot *>(&plot)))
         return {};
-    return QStringLiteral("was created after %1, which then knows nothing of it: declare it in the view and switch visible, "
+    return QStringLiteral("was created after %1, which then knows nothing of it: declare it in the view and "
+                          "switch visible, "
                           "create the whole view again, or use a Chart, which takes plots at any time")
         .arg(nameOf(&view));
 }
 
 QString axisTaken(const ValueAxis *axis, const char *name, const char *direction, const char *alignment)
 {
-    return QStringLiteral("takes no %1 for its %2, because the alignment of %3 was not known in time: write alignment: %4 "
+    return QStringLiteral("takes no %1 for its %2, because the alignment of %3 was not known in time: write "
+                          "alignment: %4 "
                           "there as a plain literal, not as a binding")
         .arg(QLatin1String(direction), QLatin1String(name), nameOf(axis), QLatin1String(alignment));
 }
@@ -193,7 +206,8 @@ QString withSwappedAxes(const GraphView &, const AbstractPlot &plot)
     if (plot.axisX() || plot.axisY() || !x || !y || x->orientation() != Qt::Vertical ||
         y->orientation() != Qt::Horizontal)
         return {};
-    return QStringLiteral("has its axes swapped: write axisX for %1, which is horizontal, and axisY for %2, which is vertical")
+    return QStringLiteral("has its axes swapped: write axisX for %1, which is horizontal, and axisY for %2, "
+                          "which is vertical")
         .arg(nameOf(y), nameOf(x));
 }
 
@@ -213,10 +227,12 @@ QString withLateAxis(const GraphView &, const AbstractPlot &plot)
 QString withWrongAxis(const GraphView &, const AbstractPlot &plot)
 {
     if (!plot.axisX() && plot.refusedAxisX())
-        return QStringLiteral("has no horizontal axis: %1, given as axisX, is vertical; write alignment: Qt.AlignBottom there")
+        return QStringLiteral("has no horizontal axis: %1, given as axisX, is vertical; write alignment: "
+                              "Qt.AlignBottom there")
             .arg(nameOf(plot.refusedAxisX()));
     if (!plot.axisY() && plot.refusedAxisY())
-        return QStringLiteral("has no vertical axis: %1, given as axisY, is horizontal; write alignment: Qt.AlignLeft there")
+        return QStringLiteral("has no vertical axis: %1, given as axisY, is horizontal; write alignment: "
+                              "Qt.AlignLeft there")
             .arg(nameOf(plot.refusedAxisY()));
     return {};
 }
@@ -226,28 +242,41 @@ QString withoutAxis(const GraphView &view, const AbstractPlot &plot)
     // Figures have a range without axes, too.
     if ((plot.axisX() && plot.axisY()) || qobject_cast<const ContainerPlot *>(&plot))
         return {};
+    const auto *overview = qobject_cast<const WorldPlot *>(&plot);
+    if (overview && !overview->graphPlot())
+        return QStringLiteral("shows no plot: write graphPlot and the id of the plot");
     // One that waits for both beside a plot that shows something is merely empty.
     const QVector<AbstractPlot *> plots = plotsOf(view);
     if (!plot.plotData() && !plot.axisX() && !plot.axisY() &&
         std::any_of(plots.begin(), plots.end(), [](const AbstractPlot *other) { return other->isValid(); }))
         return {};
-    const auto *overview = qobject_cast<const WorldPlot *>(&plot);
-    if (overview && !overview->graphPlot())
-        return QStringLiteral("shows no plot: write graphPlot and the id of the plot");
     const QString missing = plot.axisX() ? QStringLiteral("axisY") : QStringLiteral("axisX");
     const QString both = plot.axisX() || plot.axisY() ? missing : QStringLiteral("axisX and axisY");
     return QStringLiteral("has no %1: write %1 in %2, with the id of an axis of the view")
-        .arg(both, plot.plotData() ? nameOf(plot.plotData()) : QStringLiteral("its plotData or in the plot itself"));
+        .arg(both, plot.plotData() ? nameOf(plot.plotData())
+                                   : QStringLiteral("its plotData or in the plot itself"));
 }
 
 QString withoutArea(const GraphView &view, const AbstractPlot &plot)
 {
     if (hasArea(plot) || !view.plotArea() || !hasArea(*view.plotArea()))
         return {};
-    return QStringLiteral("has no size (it is %1 x %2): the view gives its plots their size; remove width, height and "
-                          "anchors from it")
+    return QStringLiteral(
+               "has no size (it is %1 x %2): the view gives its plots their size; remove width, height and "
+               "anchors from it")
         .arg(plot.width())
         .arg(plot.height());
+}
+
+QString withoutPoint(const GraphView &, const AbstractPlot &plot)
+{
+    const auto *trace = qobject_cast<const GraphPlot *>(&plot);
+    // Others draw their points themselves.
+    if (!trace || trace->plotStyle() != GraphPlot::ScatterPlot || trace->graphPoint() || !trace->isValid() ||
+        typeNameOf(&plot) != QLatin1String("GraphPlot"))
+        return {};
+    return QStringLiteral("has points without a form, which costs a line in the log for each of them: write "
+                          "graphPoint: GraphPointDot {}, or another form");
 }
 
 QString withInvisiblePen(const GraphView &, const AbstractPlot &plot)
@@ -259,8 +288,8 @@ QString withInvisiblePen(const GraphView &, const AbstractPlot &plot)
 
 const ViewCheck viewChecks[] = {withoutSize, withoutRoom, withUnlistedAxis, withUnusedData};
 const AxisCheck axisChecks[] = {withReversedRange, withUnusableRange};
-const PlotCheck plotChecks[] = {outsideOfView, insideOfAnItem, afterView,   withSwappedAxes, withLateAxis,
-                                withWrongAxis, withoutAxis,    withoutArea, withInvisiblePen};
+const PlotCheck plotChecks[] = {outsideOfView, insideOfAnItem, afterView,   withSwappedAxes,  withLateAxis,
+                                withWrongAxis, withoutAxis,    withoutArea, withInvisiblePen, withoutPoint};
 
 template <typename Checks, typename... Subject>
 QString firstReason(const Checks &checks, const Subject &...subject)

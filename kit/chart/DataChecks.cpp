@@ -4,6 +4,7 @@
 #include "data/PlotPoints.h"
 #include "data/PlotSeries.h"
 #include "kit/chart/ItemName.h"
+#include "kit/plots/Trace.h"
 #include "platform/bus/ORNClientInterface.h"
 #include "plots/GraphPlot.h"
 
@@ -38,8 +39,9 @@ QString withoutAddress(const PlotData &data)
     const QString written = data.busBinding().writtenAddress();
     if (written.isNull() || !written.isEmpty() || data.size() > 0)
         return {};
-    return QStringLiteral("has an empty address: write the name of the service, a comma and the prefix of its items, such "
-                          "as \"analyzer,spectrum\"");
+    return QStringLiteral(
+        "has an empty address: write the name of the service, a comma and the prefix of its items, such "
+        "as \"analyzer,spectrum\"");
 }
 
 QString withUnreadableAddress(const PlotData &data)
@@ -61,7 +63,8 @@ QString withUnreadableAddress(const PlotData &data)
         why = QStringLiteral("has a name that no service can have");
     if (why.isEmpty())
         return {};
-    return QStringLiteral("cannot use the address %1, which %2: write the name of the service, a comma and the prefix of "
+    return QStringLiteral("cannot use the address %1, which %2: write the name of the service, a comma and "
+                          "the prefix of "
                           "its items, without blanks, such as \"analyzer,spectrum\"")
         .arg(quoted(written), why);
 }
@@ -81,7 +84,8 @@ QString withoutService(const PlotData &data)
     if (!client || isServiceThere(client))
         return {};
     const QString service = data.busBinding().address().section(QLatin1Char(','), 0, 0);
-    return QStringLiteral("waits for the service %1, which is not on the bus: start it, or correct the address %2")
+    return QStringLiteral(
+               "waits for the service %1, which is not on the bus: start it, or correct the address %2")
         .arg(quoted(service), quoted(data.busBinding().address()));
 }
 
@@ -97,7 +101,8 @@ QString withoutItem(const PlotData &data)
     if (arrays.isEmpty())
         return {};
     arrays.sort();
-    return QStringLiteral("gets no values: the service %1 does not publish %2; compare the prefix in the address %3 with "
+    return QStringLiteral("gets no values: the service %1 does not publish %2; compare the prefix in the "
+                          "address %3 with "
                           "the names of its items")
         .arg(quoted(data.busBinding().address().section(QLatin1Char(','), 0, 0)),
              arrays.join(QStringLiteral(" and ")), quoted(data.busBinding().address()));
@@ -115,7 +120,8 @@ QString withoutNumbers(const PlotData &data)
         if (!std::isnan(samples.y(i)))
             return {};
     }
-    return QStringLiteral("has %1 values and no number among them: texts, undefined and NaN are gaps; write numbers")
+    return QStringLiteral(
+               "has %1 values and no number among them: texts, undefined and NaN are gaps; write numbers")
         .arg(data.size());
 }
 
@@ -131,7 +137,8 @@ QString atOnePlace(const PlotData &data)
     return QStringLiteral("has all its %1 samples at x = %2: write %3")
         .arg(data.size())
         .arg(x)
-        .arg(isSeries ? QStringLiteral("an xInterval other than 0") : QStringLiteral("xData, as many as yData"));
+        .arg(isSeries ? QStringLiteral("an xInterval other than 0")
+                      : QStringLiteral("xData, as many as yData"));
 }
 
 const DataCheck dataChecks[] = {withoutAddress, withUnreadableAddress, withoutService,
@@ -139,13 +146,22 @@ const DataCheck dataChecks[] = {withoutAddress, withUnreadableAddress, withoutSe
 
 QString outOfRange(const char *direction, double low, double high, double from, double to, const char *advice)
 {
-    return QStringLiteral("has no sample in the visible range: its %1 go from %2 to %3, and %4 to %5 is visible; %6")
+    return QStringLiteral(
+               "has no sample in the visible range: its %1 go from %2 to %3, and %4 to %5 is visible; %6")
         .arg(QLatin1String(direction))
         .arg(low)
         .arg(high)
         .arg(from)
         .arg(to)
         .arg(QLatin1String(advice));
+}
+
+bool reachesBaseline(const AbstractPlot &plot)
+{
+    if (const auto *trace = qobject_cast<const Trace *>(&plot))
+        return trace->style() == Trace::Area || trace->style() == Trace::Bars;
+    const auto *plain = qobject_cast<const GraphPlot *>(&plot);
+    return !plain || plain->plotStyle() == GraphPlot::BarPlot || plain->plotStyle() == GraphPlot::FillPlot;
 }
 
 bool areApart(double low, double high, double from, double to)
@@ -182,8 +198,7 @@ QString reasonOutOfRange(const AbstractPlot &plot)
     if (!(extent.min <= extent.max))
         return {};
     // Bars and areas begin at the baseline.
-    const auto *trace = qobject_cast<const GraphPlot *>(&plot);
-    if (!trace || trace->plotStyle() == GraphPlot::BarPlot || trace->plotStyle() == GraphPlot::FillPlot) {
+    if (reachesBaseline(plot)) {
         extent.min = qMin(extent.min, plot.baseline());
         extent.max = qMax(extent.max, plot.baseline());
     }

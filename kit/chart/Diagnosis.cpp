@@ -19,13 +19,8 @@ namespace {
 // Bindings, layouts, Loaders and the first values from elsewhere have their time to arrive.
 constexpr int patience = 1000;
 
-QUrl folderless(const QUrl &url)
-{
-    return QUrl(url.fileName());
-}
-
-// Hands the sentence to those who listen to the engine's warnings, without its being printed there, and gives the place
-// in a document that the engine knows for the object.
+// Hands the sentence to those who listen to the engine's warnings, without its being printed there, and gives
+// the place in a document that the engine knows for the object.
 QQmlError report(const QObject *object, const QString &sentence)
 {
     QQmlError error;
@@ -49,10 +44,11 @@ QQmlError report(const QObject *object, const QString &sentence)
     \inqmlmodule graph_kit
     \brief Tells why something of a chart is not to be seen, and what to write instead.
 
-    A child of a GraphView. It looks at the chart one second after the chart came, after plots were added and after the
-    first samples of data arrived, and says each thing once: in the log, category \c graph.kit, with type, id (or
-    objectName), file and line of the item, and to those who listen to QQmlEngine::warnings. It is silent about what is
-    hidden or merely empty. A Chart has one of its own. With \c {enabled: false} it does not look.
+    A child of a GraphView. It looks at the chart one second after the chart came, after plots were added and
+   after the first samples of data arrived, and says each thing once: in the log, category \c graph.kit, with
+   type, id (or objectName), file and line of the item, and to those who listen to QQmlEngine::warnings. It is
+   silent about what is hidden or merely empty. A Chart has one of its own. With \c {enabled: false} it does
+   not look.
 
     \code
     GraphView {
@@ -205,10 +201,12 @@ void Diagnosis::tell(const Finding &finding)
     const QQmlError place = report(finding.about, finding.text);
     QString where;
     if (!place.url().isEmpty())
-        where = QStringLiteral(" (%1:%2)").arg(folderless(place.url()).toString()).arg(place.line());
-    const QString message = nameOf(finding.about) + where + QLatin1Char(' ') + finding.text + QLatin1Char('.');
+        where = QStringLiteral(" (%1:%2)").arg(place.url().fileName()).arg(place.line());
+    const QString message =
+        nameOf(finding.about) + where + QLatin1Char(' ') + finding.text + QLatin1Char('.');
     if (kitLog().isWarningEnabled())
-        QMessageLogger(place.url().toString().toUtf8().constData(), place.line(), nullptr, kitLog().categoryName())
+        QMessageLogger(place.url().toString().toUtf8().constData(), place.line(), nullptr,
+                       kitLog().categoryName())
             .warning("%s", qUtf8Printable(message));
     m_messages.append(message);
     emit messagesChanged();
@@ -218,7 +216,8 @@ void Diagnosis::tell(const Finding &finding)
 void Diagnosis::tellOfPlace()
 {
     if (parentItem())
-        tell({this, QStringLiteral("lies in no GraphView and has nothing to look at: move it into the braces of one")});
+        tell({this, QStringLiteral(
+                        "lies in no GraphView and has nothing to look at: move it into the braces of one")});
 }
 
 void Diagnosis::updateOverlay()

@@ -29,7 +29,9 @@ QString typeNameOf(const QObject *object)
     name = name.mid(name.lastIndexOf(QLatin1Char(':')) + 1);
     // Types with properties of their own in a document, and those that are a document, have a class each.
     const int suffix = qMax(name.indexOf(QLatin1String("_QML_")), name.indexOf(QLatin1String("_QMLTYPE_")));
-    return suffix < 0 ? name : name.left(suffix);
+    name = suffix < 0 ? name : name.left(suffix);
+    const QLatin1String builtIn("QQuick");
+    return name.startsWith(builtIn) ? name.mid(builtIn.size()) : name;
 }
 
 QString nameOf(const QObject *object)

@@ -40,7 +40,8 @@ struct Chart
 
 QString trace(const QString &data, const QString &plot = {})
 {
-    return QStringLiteral("GraphPlot { id: trace; plotStyle: GraphPlot.LinePlot; %2\nplotData: %1 }").arg(data, plot);
+    return QStringLiteral("GraphPlot { id: trace; plotStyle: GraphPlot.LinePlot; %2\nplotData: %1 }")
+        .arg(data, plot);
 }
 
 const QString sound = QStringLiteral("PlotSeries { axisX: time; axisY: level; yData: [1, 5, 3] }");
@@ -92,53 +93,88 @@ private slots:
         const auto row = [](const char *name, const char *expected, const Chart &chart) {
             QTest::newRow(name) << chart.document() << expected;
         };
-        row("no size", "GraphView \"view\" has no size (it is 200 x 0): write width", {trace(sound), {}, {}, "width: 200"});
-        row("no room", "GraphView \"view\" has no room for its plots: the margins", {trace(sound), "margin: 100", {}});
+        row("no size", "GraphView \"view\" has no size (it is 200 x 0): write width",
+            {trace(sound), {}, {}, "width: 200"});
+        row("no room", "GraphView \"view\" has no room for its plots: the margins",
+            {trace(sound), "margin: 100", {}});
         row("axis beside the list", "does not draw ValueAxis \"extra\", which is not in its list of axes",
-            {"ValueAxis { id: extra; alignment: Qt.AlignLeft }", {}, "Component.onCompleted: alignment = Qt.AlignBottom"});
-        row("data that no plot shows", "holds PlotSeries \"data\", which no plot shows, and GraphPlot \"trace\" without data",
-            {"GraphPlot { id: trace; axisX: time; axisY: level }", {}, {},
+            {"ValueAxis { id: extra; alignment: Qt.AlignLeft }",
+             {},
+             "Component.onCompleted: alignment = Qt.AlignBottom"});
+        row("data that no plot shows",
+            "holds PlotSeries \"data\", which no plot shows, and GraphPlot \"trace\" without data",
+            {"GraphPlot { id: trace; axisX: time; axisY: level }",
+             {},
+             {},
              "width: 200; height: 100; series: PlotSeries { id: data; yData: [1, 2] }"});
         row("range from > to", "ValueAxis \"time\" has a minValue of 20 above its maxValue of 10: exchange",
             {trace(sound), "minValue: 20", {}});
         row("range without extent", "ValueAxis \"level\" has no range, it goes from 10 to 10",
             {trace(sound), {}, "minValue: 10"});
-        row("range that is none", "ValueAxis \"level\" has no range, it goes from nan to 10", {trace(sound), {}, "minValue: NaN"});
-        row("in an item", "GraphPlot \"trace\" is a child of QQuickItem \"box\" instead of GraphView \"view\"",
+        row("range that is none", "ValueAxis \"level\" has no range, it goes from nan to 10",
+            {trace(sound), {}, "minValue: NaN"});
+        row("in an item",
+            "GraphPlot \"trace\" is a child of Item \"box\" instead of GraphView \"view\"",
             {"Item { id: box; " + trace(sound) + "}"});
         row("beside the view", "GraphPlot \"trace\" is outside of GraphView \"view\", whose axes it uses",
             {"} " + trace(sound) + " Item {"});
-        row("no axes", "GraphPlot \"trace\" has no axisX and axisY: write axisX and axisY in its plotData or in the plot",
+        row("no axes",
+            "GraphPlot \"trace\" has no axisX and axisY: write axisX and axisY in its plotData or in the "
+            "plot",
             {"GraphPlot { id: trace }"});
         row("no axes in the data", "GraphPlot \"trace\" has no axisY: write axisY in PlotSeries \"data\"",
             {trace("PlotSeries { id: data; axisX: time; yData: [1, 2] }")});
-        row("overview of nothing", "WorldPlot \"world\" shows no plot: write graphPlot", {"WorldPlot { id: world }"});
-        row("swapped", "GraphPlot \"trace\" has its axes swapped: write axisX for ValueAxis \"time\", which is horizontal",
+        row("overview of nothing", "WorldPlot \"world\" shows no plot: write graphPlot",
+            {"WorldPlot { id: world }"});
+        row("overview of nothing elsewhere", "WorldPlot \"world\" shows no plot",
+            {trace(sound) + "} WorldPlot { id: world } Item {"});
+        row("points without a form", "GraphPlot \"trace\" has points without a form",
+            {trace(sound, "Component.onCompleted: plotStyle = GraphPlot.ScatterPlot")});
+        row("swapped",
+            "GraphPlot \"trace\" has its axes swapped: write axisX for ValueAxis \"time\", which is "
+            "horizontal",
             {trace("PlotSeries { axisX: level; axisY: time; yData: [1, 2] }")});
-        row("twice the same", "GraphPlot \"trace\" has no vertical axis: ValueAxis \"time\", given as axisY, is horizontal",
+        row("twice the same",
+            "GraphPlot \"trace\" has no vertical axis: ValueAxis \"time\", given as axisY, is horizontal",
             {trace("PlotSeries { axisX: time; axisY: time; yData: [1, 2] }")});
         row("x is vertical", "has no horizontal axis: ValueAxis \"level\", given as axisX, is vertical",
             {trace("PlotSeries { axisX: level; axisY: level; yData: [1, 2] }")});
-        row("alignment too late", "GraphPlot \"trace\" takes no vertical axis for its axisY, because the alignment of "
-                                  "ValueAxis \"late\" was not known in time",
-            {trace("PlotSeries { axisX: time; axisY: late; yData: [1, 2] }"), {}, {},
-             "width: 200; height: 100; Timer { id: flag; Component.onCompleted: repeat = true } ValueAxis { id: late; "
-             "labelsPlane: plane; linesPlane: plane; alignment: flag.repeat ? Qt.AlignLeft : Qt.AlignBottom }"});
+        row("alignment too late",
+            "GraphPlot \"trace\" takes no vertical axis for its axisY, because the alignment of "
+            "ValueAxis \"late\" was not known in time",
+            {trace("PlotSeries { axisX: time; axisY: late; yData: [1, 2] }"),
+             {},
+             {},
+             "width: 200; height: 100; Timer { id: flag; Component.onCompleted: repeat = true } ValueAxis { "
+             "id: late; "
+             "labelsPlane: plane; linesPlane: plane; alignment: flag.repeat ? Qt.AlignLeft : Qt.AlignBottom "
+             "}"});
         row("size of its own", "GraphPlot \"trace\" has no size (it is 0 x 100)",
-            {trace(sound, "anchors.fill: null; Component.onCompleted: { anchors.fill = undefined; width = 0 }")});
-        row("no colour", "GraphPlot \"trace\" is drawn in a colour without any opacity", {trace(sound, "penColor: 'transparent'")});
+            {trace(sound,
+                   "anchors.fill: null; Component.onCompleted: { anchors.fill = undefined; width = 0 }")});
+        row("no colour", "GraphPlot \"trace\" is drawn in a colour without any opacity",
+            {trace(sound, "penColor: 'transparent'")});
         row("empty address", "PlotSeries \"data\" has an empty address: write", {trace(fed.arg("''"))});
-        row("address without a comma", "PlotSeries \"data\" cannot use the address \"meter\", which has no comma",
+        row("address without a comma",
+            "PlotSeries \"data\" cannot use the address \"meter\", which has no comma",
             {trace(fed.arg("'meter'"))});
-        row("address with a blank", "the address \"meter, level\", which has a blank", {trace(fed.arg("'meter, level'"))});
-        row("address without a service", "the address \",level\", which names no service", {trace(fed.arg("',level'"))});
-        row("address without a prefix", "the address \"meter,\", which has no prefix", {trace(fed.arg("'meter,'"))});
-        row("address of three parts", "the address \"a,b,c\", which has more than one comma", {trace(fed.arg("'a,b,c'"))});
-        row("impossible service", "the address \"a/b,c\", which has a name that no service can have", {trace(fed.arg("'a/b,c'"))});
-        row("no service", "PlotSeries \"data\" waits for the service \"absent\", which is not on the bus: start it, or "
-                          "correct the address \"absent,level\"",
+        row("address with a blank", "the address \"meter, level\", which has a blank",
+            {trace(fed.arg("'meter, level'"))});
+        row("address without a service", "the address \",level\", which names no service",
+            {trace(fed.arg("',level'"))});
+        row("address without a prefix", "the address \"meter,\", which has no prefix",
+            {trace(fed.arg("'meter,'"))});
+        row("address of three parts", "the address \"a,b,c\", which has more than one comma",
+            {trace(fed.arg("'a,b,c'"))});
+        row("impossible service", "the address \"a/b,c\", which has a name that no service can have",
+            {trace(fed.arg("'a/b,c'"))});
+        row("no service",
+            "PlotSeries \"data\" waits for the service \"absent\", which is not on the bus: start it, or "
+            "correct the address \"absent,level\"",
             {trace(fed.arg("'absent,level'"))});
-        row("no item", "PlotSeries \"data\" gets no values: the service \"meter\" does not publish \"levle_yData:doubleARRAY:\"",
+        row("no item",
+            "PlotSeries \"data\" gets no values: the service \"meter\" does not publish "
+            "\"levle_yData:doubleARRAY:\"",
             {trace(fed.arg("'meter,levle'"))});
         row("texts", "PlotSeries \"data\" has 2 values and no number among them",
             {trace("PlotSeries { id: data; axisX: time; axisY: level; yData: ['a', 'b'] }")});
@@ -146,9 +182,12 @@ private slots:
             {trace("PlotPoints { id: data; axisX: time; axisY: level; yData: [1, 2, 3] }")});
         row("no interval", "has all its 3 samples at x = 0: write an xInterval",
             {trace("PlotSeries { axisX: time; axisY: level; yData: [1, 2, 3]; xInterval: 0 }")});
-        row("x outside", "PlotSeries of GraphPlot \"trace\" has no sample in the visible range: its x values go from 0 to 2, and 5 to 10 is visible",
+        row("x outside",
+            "PlotSeries of GraphPlot \"trace\" has no sample in the visible range: its x values go from 0 to "
+            "2, and 5 to 10 is visible",
             {trace(sound), "minValue: 5", {}});
-        row("y outside", "its values go from 1 to 5, and 6 to 10 is visible", {trace(sound), {}, "minValue: 6"});
+        row("y outside", "its values go from 1 to 5, and 6 to 10 is visible",
+            {trace(sound), {}, "minValue: 6"});
         row("area above", "its values go from 0 to 5, and 6 to 10 is visible",
             {trace(sound, "Component.onCompleted: plotStyle = GraphPlot.BarPlot"), {}, "minValue: 6"});
 
@@ -160,17 +199,25 @@ private slots:
         row("hidden", "", {trace("PlotSeries { yData: [1, 2] }", "visible: false")});
         row("hidden view", "", {trace("PlotSeries { yData: [1, 2] }"), {}, {}, "visible: false"});
         row("bars that fill the view", "",
-            {trace("PlotSeries { axisX: time; axisY: level; yData: [100, 100] }", "Component.onCompleted: plotStyle = GraphPlot.BarPlot")});
-        row("range of data to come", "", {trace("PlotSeries { axisX: time; axisY: level }"), {}, "minValue: 10"});
+            {trace("PlotSeries { axisX: time; axisY: level; yData: [100, 100] }",
+                   "Component.onCompleted: plotStyle = GraphPlot.BarPlot")});
+        row("range of data to come", "",
+            {trace("PlotSeries { axisX: time; axisY: level }"), {}, "minValue: 10"});
         row("decreasing", "", {trace(sound), "rangeOrder: ValueAxis.Decreasing", {}});
         row("from a service", "", {trace(fed.arg("'meter,level'"))});
-        row("address once there", "", {trace(fed.arg("''").replace("id: data;", "id: data; yData: [1, 2];"))});
+        row("address once there", "",
+            {trace(fed.arg("''").replace("id: data;", "id: data; yData: [1, 2];"))});
         row("scale that is not drawn", "", {"ValueAxis { alignment: Qt.AlignLeft }" + trace(sound)});
         row("plot in reserve", "", {"GraphPlot {}" + trace(sound)});
         row("figures", "", {"ContainerPlot {}"});
-        row("overview outside", "", {trace(sound) + "} WorldPlot { width: 100; height: 20; graphPlot: trace } Item {"});
-        row("another chart", "", {trace(sound) + "} GraphView { axes: ValueAxis { labelsPlane: p; linesPlane: p } XYScale { id: p } "
-                                                  "GraphPlot { plotData: PlotSeries { yData: [1] } } } Item {"});
+        row("values on the baseline", "",
+            {trace("PlotSeries { axisX: time; axisY: level; yData: [0, 0, 0] }")});
+        row("overview outside", "",
+            {trace(sound) + "} WorldPlot { width: 100; height: 20; graphPlot: trace } Item {"});
+        row("another chart", "",
+            {trace(sound) +
+             "} GraphView { axes: ValueAxis { labelsPlane: p; linesPlane: p } XYScale { id: p } "
+             "GraphPlot { plotData: PlotSeries { yData: [1] } } } Item {"});
     }
     void sentence()
     {
@@ -224,7 +271,8 @@ private slots:
         registerTypes();
         QQmlEngine engine;
         QList<QQmlError> heard;
-        connect(&engine, &QQmlEngine::warnings, [&heard](const QList<QQmlError> &errors) { heard += errors; });
+        connect(&engine, &QQmlEngine::warnings,
+                [&heard](const QList<QQmlError> &errors) { heard += errors; });
         QQmlComponent component(&engine);
         component.setData("import QtQuick 2.15\nimport charts 1.0\n" +
                               Chart{"GraphPlot {\nobjectName: 'second' }"}.document(),
@@ -235,8 +283,10 @@ private slots:
         QLoggingCategory::setFilterRules("");
         QElapsedTimer clock;
         clock.start();
-        QTest::ignoreMessage(QtWarningMsg, "GraphPlot \"second\" (level.qml:13) has no axisX and axisY: write axisX and axisY in "
-                                           "its plotData or in the plot itself, with the id of an axis of the view.");
+        QTest::ignoreMessage(
+            QtWarningMsg,
+            "GraphPlot \"second\" (level.qml:13) has no axisX and axisY: write axisX and axisY in "
+            "its plotData or in the plot itself, with the id of an axis of the view.");
         QTRY_COMPARE(heard.size(), 1);
         QVERIFY(clock.elapsed() > 900);
         QCOMPARE(heard.at(0).line(), 13);
