@@ -19,6 +19,7 @@ set(rank_kit_data 9)
 set(rank_kit_plots 10)
 set(rank_kit_chart 11)
 set(rank_kit_plugin 12)
+set(rank_kit_svg 0)
 
 function(layer_of path result)
   string(REGEX MATCH "^(view/[a-z]+|kit/[a-z]+|[a-z]+)/" layer "${path}")

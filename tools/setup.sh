@@ -4,6 +4,11 @@ set -euo pipefail
 preset=${1:-dev}
 packages=(
     cmake ninja-build g++ libdbus-1-dev dbus-daemon pkg-config fontconfig fonts-roboto-unhinted fonts-dejavu-core
+    cmake ninja-build g++
+    qtbase5-dev libqt5svg5-dev qtdeclarative5-dev qtdeclarative5-dev-tools
+    qml-module-qtquick2 qml-module-qtquick-window2 qml-module-qtquick-layouts qml-module-qtqml-models2
+    qml-module-qttest
+    libdbus-1-dev dbus-daemon pkg-config fontconfig fonts-roboto-unhinted fonts-dejavu-core
 )
 case "$preset" in
     *-qt6)

@@ -19,8 +19,8 @@ struct Finding
     QString text; // continues the name of the object
 };
 
-// All plots of the view that are on the screen unless something keeps them off it, at any depth, and those elsewhere
-// in its window that use its axes, or are overviews of nothing.
+// All plots of the view that are on the screen unless something keeps them off it, at any depth, and those
+// elsewhere in its window that use its axes, or are overviews of nothing.
 QVector<AbstractPlot *> plotsOf(const GraphView &view);
 
 // The first reason for each object of the view. isNew: whether the data of that plot are to be compared with

@@ -17,12 +17,6 @@ namespace {
 
 using DataCheck = QString (*)(const PlotData &);
 
-// Of data whose samples are points in the plane; regions and bands have none to compare.
-bool hasSamples(const PlotData &data)
-{
-    return !data.inherits("PlotRegions") && !data.inherits("PlotBands");
-}
-
 SampleSpan allSamples(const PlotData &data)
 {
     constexpr double infinity = std::numeric_limits<double>::infinity();
@@ -170,6 +164,11 @@ bool areApart(double low, double high, double from, double to)
 }
 
 } // namespace
+
+bool hasSamples(const PlotData &data)
+{
+    return !data.inherits("PlotRegions") && !data.inherits("PlotBands");
+}
 
 QString reasonOfData(const PlotData &data)
 {

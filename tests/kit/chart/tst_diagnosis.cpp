@@ -113,8 +113,7 @@ private slots:
             {trace(sound), {}, "minValue: 10"});
         row("range that is none", "ValueAxis \"level\" has no range, it goes from nan to 10",
             {trace(sound), {}, "minValue: NaN"});
-        row("in an item",
-            "GraphPlot \"trace\" is a child of Item \"box\" instead of GraphView \"view\"",
+        row("in an item", "GraphPlot \"trace\" is a child of Item \"box\" instead of GraphView \"view\"",
             {"Item { id: box; " + trace(sound) + "}"});
         row("beside the view", "GraphPlot \"trace\" is outside of GraphView \"view\", whose axes it uses",
             {"} " + trace(sound) + " Item {"});

@@ -1,0 +1,160 @@
+#include "kit/chart/CsvTable.h"
+
+#include "axis/ValueAxis.h"
+#include "data/PlotData.h"
+#include "kit/chart/ChartChecks.h"
+#include "kit/chart/DataChecks.h"
+#include "kit/chart/ExportJob.h"
+#include "view/base/AbstractPlot.h"
+#include "view/frame/GraphView.h"
+#include "view/frame/WorldPlot.h"
+
+#include <QIODevice>
+#include <QLocale>
+
+#include <cmath>
+#include <limits>
+
+namespace graph {
+
+namespace {
+
+constexpr int blockSize = 1 << 16;
+
+bool isSameX(const SampleSpan &a, const SampleSpan &b)
+{
+    if (a.size() != b.size())
+        return false;
+    for (int i = 0; i < a.size(); ++i) {
+        if (a.x(i) != b.x(i))
+            return false;
+    }
+    return true;
+}
+
+// As CSV wants it.
+QByteArray field(const QString &text)
+{
+    static const QString special = QStringLiteral(",\"\r\n");
+    const bool isPlain = std::none_of(text.begin(), text.end(), [](QChar c) { return special.contains(c); });
+    QString quoted = text;
+    return (isPlain ? text
+                    : QLatin1Char('"') + quoted.replace(QLatin1Char('"'), QLatin1String("\"\"")) +
+                          QLatin1Char('"'))
+        .toUtf8();
+}
+
+void appendNumber(QByteArray *text, double value)
+{
+    if (std::isnan(value))
+        return;
+    text->append(QByteArray::number(value, 'g', QLocale::FloatingPointShortest));
+}
+
+QString withUnit(const QString &name, const QString &unit)
+{
+    return unit.isEmpty() ? name : QStringLiteral("%1 [%2]").arg(name, unit);
+}
+
+QString firstOf(const QStringList &texts)
+{
+    for (const QString &text : texts) {
+        if (!text.isEmpty())
+            return text;
+    }
+    return {};
+}
+
+// A trace may have a name and a unit of its own.
+QString nameOfTrace(const AbstractPlot &plot, int number)
+{
+    const PlotData &data = *plot.plotData();
+    const QString name = firstOf({plot.property("name").toString(), data.label(), data.yLabel(),
+                                  plot.objectName(), QStringLiteral("trace %1").arg(number)});
+    return withUnit(name, firstOf({plot.property("unit").toString(), data.yUnits(),
+                                   plot.axisY() ? plot.axisY()->unit() : QString()}));
+}
+
+QString nameOfX(const AbstractPlot &plot)
+{
+    const PlotData &data = *plot.plotData();
+    const QString title = plot.axisX() ? plot.axisX()->property("title").toString() : QString();
+    return withUnit(firstOf({data.xLabel(), title, QStringLiteral("x")}),
+                    firstOf({data.xUnits(), plot.axisX() ? plot.axisX()->unit() : QString()}));
+}
+
+SampleSpan samplesOf(const AbstractPlot &plot, bool all)
+{
+    constexpr double infinity = std::numeric_limits<double>::infinity();
+    return all ? plot.plotData()->sampleSpan(-infinity, infinity)
+               : plot.plotData()->sampleSpan(plot.minVisibleX(), plot.maxVisibleX());
+}
+
+} // namespace
+
+CsvTable::CsvTable(const GraphView &view, bool all)
+{
+    for (const AbstractPlot *plot : plotsOf(view)) {
+        const PlotData *data = plot->plotData();
+        if (!data || !hasSamples(*data) || !view.isAncestorOf(plot) || qobject_cast<const WorldPlot *>(plot))
+            continue;
+        addTrace({nameOfX(*plot), nameOfTrace(*plot, m_traces.size() + 1), samplesOf(*plot, all)});
+    }
+}
+
+void CsvTable::addTrace(const Trace &trace)
+{
+    m_hasCommonX = m_hasCommonX && (m_traces.isEmpty() || (m_traces.first().xName == trace.xName &&
+                                                           isSameX(m_traces.first().samples, trace.samples)));
+    m_rows = qMax(m_rows, trace.samples.size());
+    m_traces.append(trace);
+}
+
+bool CsvTable::write(QIODevice *device, const std::function<bool(double)> &goOn) const
+{
+    QByteArray text = header();
+    text.reserve(2 * blockSize);
+    for (int row = 0; row < m_rows; ++row) {
+        appendRow(&text, row);
+        if (text.size() < blockSize)
+            continue;
+        if (!writeAll(text, device) || !goOn(double(row) / m_rows))
+            return false;
+        text.resize(0);
+    }
+    return writeAll(text, device) && goOn(1.0);
+}
+
+QByteArray CsvTable::header() const
+{
+    QByteArrayList fields;
+    for (const Trace &trace : m_traces) {
+        if (!m_hasCommonX || fields.isEmpty())
+            fields.append(field(m_hasCommonX || m_traces.size() == 1
+                                    ? trace.xName
+                                    : trace.name + QLatin1String(": ") + trace.xName));
+        fields.append(field(trace.name));
+    }
+    return fields.join(',') + '\n';
+}
+
+void CsvTable::appendRow(QByteArray *text, int row) const
+{
+    bool isFirst = true;
+    for (const Trace &trace : m_traces) {
+        const bool isThere = row < trace.samples.size();
+        if (!m_hasCommonX || isFirst) {
+            if (!isFirst)
+                text->append(',');
+            if (isThere)
+                appendNumber(text, trace.samples.x(row));
+        }
+        text->append(',');
+        if (isThere)
+            appendNumber(text, trace.samples.y(row));
+        isFirst = false;
+    }
+    text->append('\n');
+}
+
+} // namespace graph

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "data/SampleSpan.h"
+
+#include <QString>
+#include <QVector>
+
+#include <functional>
+
+class GraphView;
+class QIODevice;
+
+namespace graph {
+
+// The samples of a chart's traces as a table, which shares their arrays: it stays as it is while the chart
+// goes on.
+class CsvTable
+{
+public:
+    // Of the visible plots; all their samples, or those in the visible range of x.
+    CsvTable(const GraphView &view, bool all);
+
+    bool isEmpty() const { return m_rows == 0; }
+
+    // A line of names with units, then a line for each sample, with points in numbers and commas between them
+    // whatever the locale says. One column of x serves all traces that have the same; a gap is an empty
+    // field. goOn is told of the share done. False when it, or the device, wants no more.
+    bool write(QIODevice *device, const std::function<bool(double)> &goOn) const;
+
+private:
+    struct Trace
+    {
+        QString xName;
+        QString name;
+        SampleSpan samples;
+    };
+
+    void addTrace(const Trace &trace);
+    QByteArray header() const;
+    void appendRow(QByteArray *text, int row) const;
+
+    QVector<Trace> m_traces;
+    bool m_hasCommonX = true;
+    int m_rows = 0;
+};
+
+} // namespace graph

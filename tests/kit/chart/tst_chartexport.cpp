@@ -1,0 +1,353 @@
+#include "support/QmlDocument.h"
+
+#include "kit/chart/ChartExport.h"
+#include "view/frame/GraphView.h"
+
+#include <QLocale>
+#include <QLoggingCategory>
+#include <QQuickWindow>
+#include <QTemporaryDir>
+#include <QThreadPool>
+#include <QXmlStreamReader>
+
+#include <csignal>
+#include <sys/resource.h>
+
+namespace {
+
+const char *const chart = R"(
+    GraphView {
+        id: view; width: 300; height: 200
+        axes: [
+            ValueAxis { id: time; maxValue: 10; unit: "s"; margin: 30; labelsPlane: plane; linesPlane: plane },
+            ValueAxis { id: level; alignment: Qt.AlignLeft; maxValue: 8; unit: "V"; margin: 40; labelsPlane: plane; linesPlane: plane }
+        ]
+        XYScale { id: plane }
+        Rectangle { z: -1; color: "#fffff0" }
+        GraphPlot {
+            id: trace; penColor: "#1060c0"; plotStyle: GraphPlot.LinePlot; maxLineWidth: 2
+            plotData: PlotSeries { label: "Level, raw"; axisX: time; axisY: level; yData: [1.5, 5, NaN, 8e-7, 2, 100] }
+        }
+        GraphPlot {
+            penColor: "#c02010"; plotStyle: GraphPlot.FillPlot; visible: %1
+            plotData: PlotPoints { label: "Peaks"; axisX: time; axisY: level; xData: [0.1, 12]; yData: [3, 4] }
+        }
+        Item { Text { x: 20; y: 10; text: "5 < 6 & \u00b5V"; color: "#204020"; font.pixelSize: 20 } }
+    })";
+
+// A chart in a window, and what its export said last.
+class Bench
+{
+public:
+    explicit Bench(const QByteArray &text = QByteArray(chart).replace("%1", "true"))
+        : m_document(text)
+        , m_view(m_document.object<GraphView>("view"))
+        , m_export(new graph::ChartExport(m_view))
+        , m_spy(m_export, SIGNAL(finished(QString, QString)))
+    {
+        m_window.resize(400, 300);
+        m_view->setParentItem(m_window.contentItem());
+        m_window.show();
+        QCoreApplication::processEvents();
+    }
+
+    QmlDocument &document() { return m_document; }
+    graph::ChartExport *operator->() { return m_export; }
+    QString path(const QString &name) const { return m_folder.filePath(name); }
+    QStringList files() const { return QDir(m_folder.path()).entryList(QDir::Files | QDir::Hidden); }
+
+    // The error that it ended with.
+    QString end()
+    {
+        if (m_spy.isEmpty() && !m_spy.wait(10000))
+            return "never ended";
+        return m_spy.takeFirst().at(1).toString();
+    }
+    QByteArray content(const QString &name)
+    {
+        const QString error = end();
+        QFile file(path(name));
+        return error.isEmpty() && file.open(QIODevice::ReadOnly) ? file.readAll() : error.toUtf8();
+    }
+
+private:
+    QTemporaryDir m_folder;
+    QQuickWindow m_window;
+    QmlDocument m_document;
+    GraphView *m_view;
+    graph::ChartExport *m_export;
+    QSignalSpy m_spy;
+};
+
+// Files that grow beyond this are refused, as on a full disk.
+class FullDisk
+{
+public:
+    explicit FullDisk(rlim_t room)
+    {
+        std::signal(SIGXFSZ, SIG_IGN);
+        getrlimit(RLIMIT_FSIZE, &m_before);
+        const rlimit limit{room, m_before.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    ~FullDisk() { setrlimit(RLIMIT_FSIZE, &m_before); }
+
+private:
+    rlimit m_before;
+};
+
+} // namespace
+
+class tst_chartexport : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void csv_data()
+    {
+        QTest::addColumn<QByteArray>("document");
+        QTest::addColumn<bool>("all");
+        QTest::addColumn<QByteArray>("expected");
+        const QByteArray both = QByteArray(chart).replace("%1", "true");
+        const QByteArray one = QByteArray(chart).replace("%1", "false");
+        QTest::newRow("a gap, a tiny value, a comma in the name")
+            << one << true << QByteArray("x [s],\"Level, raw [V]\"\n0,1.5\n1,5\n2,\n3,8e-07\n4,2\n5,100\n");
+        QTest::newRow("what is visible")
+            << QByteArray(one).replace("maxValue: 10;", "minValue: 1; maxValue: 3;") << false
+            << QByteArray("x [s],\"Level, raw [V]\"\n1,5\n2,\n3,8e-07\n");
+        QTest::newRow("x of their own")
+            << QByteArray(both).replace(", NaN, 8e-7, 2, 100", "") << true
+            << QByteArray("\"Level, raw [V]: x [s]\",\"Level, raw [V]\",Peaks [V]: x [s],Peaks [V]\n"
+                          "0,1.5,0.1,3\n1,5,12,4\n");
+        QTest::newRow("the same x")
+            << QByteArray(both).replace("xData: [0.1, 12]; yData: [3, 4]", "xData: [0, 1, 2, 3, 4, 5]; "
+                                                                           "yData: [6, 5, 4, 3, 2, 1]")
+            << false
+            << QByteArray("x [s],\"Level, raw [V]\",Peaks [V]\n0,1.5,6\n1,5,5\n2,,4\n3,8e-07,3\n"
+                          "4,2,2\n5,100,1\n");
+    }
+    void csv()
+    {
+        QFETCH(QByteArray, document);
+        QFETCH(bool, all);
+        QFETCH(QByteArray, expected);
+        QLocale::setDefault(QLocale(QLocale::German));
+        Bench bench(document);
+        QVERIFY(bench->exportData(bench.path("a.csv"), all));
+        QCOMPARE(bench.content("a.csv"), expected);
+        QLocale::setDefault(QLocale::c());
+    }
+
+    // Texts are texts, and what is drawn beyond its item is clipped.
+    void svg()
+    {
+        Bench bench;
+        QVERIFY(bench->exportImage(QUrl::fromLocalFile(bench.path("a b.svg")).toString(), 2.0));
+        QXmlStreamReader xml(bench.content("a b.svg"));
+        QMap<QString, int> elements;
+        QStringList texts;
+        QString size;
+        bool isTraceClipped = false;
+        QByteArray clip;
+        while (!xml.atEnd()) {
+            xml.readNext();
+            if (!xml.isStartElement())
+                continue;
+            const QString name = xml.name().toString();
+            const auto attribute = [&xml](const char *key) {
+                return xml.attributes().value(QLatin1String(key)).toString();
+            };
+            ++elements[name];
+            if (name == "text")
+                texts.append(xml.readElementText());
+            if (name == "svg")
+                size = attribute("width") + " " + attribute("viewBox");
+            if (name == "g" && !attribute("clip-path").isEmpty())
+                clip = attribute("clip-path").toLatin1();
+            if (attribute("stroke") == "#1060c0" || attribute("fill") == "#1060c0")
+                isTraceClipped = isTraceClipped || !clip.isEmpty();
+        }
+        QVERIFY2(!xml.hasError(), qPrintable(xml.errorString()));
+        QCOMPARE(size, QString("600 0 0 300 200"));
+        for (const char *text : {"5 < 6 & \u00b5V", "8 V", "4", "10 s"})
+            QVERIFY2(texts.contains(QString::fromUtf8(text)), qPrintable(texts.join("|")));
+        QVERIFY(isTraceClipped);
+        QVERIFY(elements["polyline"] + elements["path"] > 2);
+        QCOMPARE(elements["image"], 0);
+    }
+
+    void pdf()
+    {
+        Bench bench;
+        QVERIFY(bench->exportImage(bench.path("a.pdf")));
+        const QByteArray file = bench.content("a.pdf");
+        QVERIFY(file.startsWith("%PDF-1.") && file.trimmed().endsWith("%%EOF"));
+        QVERIFY(file.contains("/FontFile2") || file.contains("/FontFile"));
+        QVERIFY(file.contains("/ToUnicode"));
+        QVERIFY(!file.contains("/Subtype /Image"));
+    }
+
+    // The scene as the screen shows it: order, clipping, opacity, turns, borders, and what only the scene
+    // graph draws.
+    void png_data()
+    {
+        QTest::addColumn<QByteArray>("item");
+        QTest::addColumn<QPoint>("at");
+        QTest::addColumn<QColor>("expected");
+        const auto row = [](const char *name, const char *item, const QPoint &at, const QColor &expected) {
+            QTest::newRow(name) << QByteArray(item) << at << expected;
+        };
+        const QColor blue(Qt::blue), paper(Qt::white);
+        row("rectangle", "Rectangle { x: 10; y: 10; width: 20; height: 20; color: 'blue' }", {29, 29}, blue);
+        row("its end", "Rectangle { x: 10; y: 10; width: 20; height: 20; color: 'blue' }", {30, 29}, paper);
+        row("below its parent",
+            "Rectangle { width: 40; height: 40; color: 'blue'; Rectangle { z: -1; width: 9; height: 9 } }",
+            {5, 5}, blue);
+        row("order of z",
+            "Item { Rectangle { z: 2; width: 9; height: 9; color: 'blue' } Rectangle { z: 1; width: 9; "
+            "height: 9 } }",
+            {5, 5}, blue);
+        row("clipped",
+            "Item { width: 10; height: 10; clip: true; Rectangle { width: 40; height: 40; color: 'blue' } }",
+            {12, 5}, paper);
+        row("half", "Item { opacity: 0.5; Rectangle { width: 40; height: 40; color: 'blue' } }", {5, 5},
+            QColor(127, 127, 255));
+        row("turned", "Rectangle { x: 20; y: 20; width: 15; height: 2; color: 'blue'; rotation: 90 }",
+            {27, 15}, blue);
+        row("border", "Rectangle { width: 40; height: 40; border { width: 4; color: 'blue' } }", {3, 20},
+            blue);
+        row("no border", "Rectangle { width: 40; height: 40 }", {0, 20}, paper);
+        row("gradient",
+            "Rectangle { width: 40; height: 40; gradient: Gradient { GradientStop { color: 'red'; position: "
+            "0 } "
+            "GradientStop { color: 'blue'; position: 0.5 } } }",
+            {20, 30}, blue);
+        row("hidden", "Rectangle { width: 40; height: 40; color: 'blue'; visible: false }", {5, 5}, paper);
+        row("image",
+            "Image { width: 40; height: 40; smooth: false; source: 'data:image/png;base64,'\n + "
+            "'iVBORw0KGgoAAAANSUhEUgAAAAEAAAABCAIAAACQd1PeAAAADElEQVR4nGNgYPgPAAEDAQAIicLsAAAAAElFTkSuQmCC' "
+            "}",
+            {20, 20}, blue);
+        row("plot, without the shift of a framebuffer",
+            "GraphPlot { plotStyle: GraphPlot.FillPlot; useTransparencyForFillPlot: false; penColor: 'blue'; "
+            "plotData: PlotSeries { axisX: time; axisY: level; yData: [1, 1] } }",
+            {0, 0}, blue);
+        row("text", "Text { x: 5; y: 5; text: '\u2588\u2588'; color: 'blue'; font.pixelSize: 30 }", {20, 25},
+            blue);
+    }
+    void png()
+    {
+        QFETCH(QByteArray, item);
+        QFETCH(QPoint, at);
+        QFETCH(QColor, expected);
+        Bench bench(
+            "GraphView { id: view; width: 100; height: 100; axes: [ ValueAxis { id: time; labelsPlane: "
+            "plane; linesPlane: plane }, "
+            "ValueAxis { id: level; alignment: Qt.AlignLeft; labelsPlane: plane; linesPlane: plane } ] "
+            "XYScale { id: plane; z: -2 } Rectangle { z: -1 } Item { " +
+            (item.startsWith("GraphPlot") ? "} " + item + "Item {" : item) + " } }");
+        for (const int scale : {1, 3}) {
+            QVERIFY(bench->exportImage(bench.path("a.png"), scale));
+            const QByteArray file = bench.content("a.png");
+            const QImage image = QImage::fromData(file);
+            QVERIFY2(!image.isNull(), file.left(200).constData());
+            QCOMPARE(image.size(), QSize(100, 100) * scale);
+            const QColor pixel = image.pixelColor(at * scale + QPoint(scale / 2, scale / 2));
+            const int distance = qAbs(pixel.red() - expected.red()) + qAbs(pixel.green() - expected.green()) +
+                                 qAbs(pixel.blue() - expected.blue());
+            QVERIFY2(distance <= 4, qPrintable(pixel.name()));
+        }
+    }
+
+    void errors_data()
+    {
+        QTest::addColumn<QString>("file"); // ending in .csv for data
+        QTest::addColumn<double>("scale");
+        QTest::addColumn<QString>("why");
+        QTest::newRow("no folder") << "/no/such/a.csv" << 1.0 << "No such file or directory";
+        QTest::newRow("no right") << "/proc/a.png" << 1.0 << "";
+        QTest::newRow("folder") << "/tmp/." << 1.0 << "the name of a picture ends";
+        QTest::newRow("device") << "/dev/full.csv/../full" << 1.0 << "";
+        QTest::newRow("elsewhere") << "http://a/b.png" << 1.0 << "it is no file";
+        QTest::newRow("ending") << "/tmp/a.jpeg" << 1.0
+                                << "the name of a picture ends with .png, .svg or .pdf";
+        QTest::newRow("scale") << "/tmp/a.png" << 0.0 << "the scale has to be above 0";
+        QTest::newRow("size") << "/tmp/a.png" << 100.0
+                              << "a picture has 1 to 16384 pixels each way, not 30000 x 20000";
+    }
+    void errors()
+    {
+        QFETCH(QString, file);
+        QFETCH(double, scale);
+        QFETCH(QString, why);
+        Bench bench;
+        const QString sentence = "The chart cannot be written to \"" + file + "\": ";
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QRegularExpression::escape(sentence + why)));
+        QVERIFY(!(file.endsWith(".csv") ? bench->exportData(file) : bench->exportImage(file, scale)));
+        QVERIFY2(bench.end().startsWith(sentence + why), qPrintable(why));
+        QVERIFY(!bench->isRunning());
+    }
+
+    void nothingToWrite()
+    {
+        Bench bench("GraphView { id: view; width: 9; height: 9; axes: ValueAxis { labelsPlane: p; "
+                    "linesPlane: p } XYScale { id: p } }");
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression("there are no visible samples\\.$"));
+        QVERIFY(!bench->exportData(bench.path("a.csv")));
+        QVERIFY(bench.end().endsWith("there are no visible samples."));
+    }
+
+    void fullDisk_data()
+    {
+        QTest::addColumn<QString>("name");
+        for (const char *name : {"a.csv", "a.png", "a.svg", "a.pdf"})
+            QTest::newRow(name) << name;
+    }
+    // One sentence, and what was there before is still there.
+    void fullDisk()
+    {
+        QFETCH(QString, name);
+        Bench bench;
+        QFile before(bench.path(name));
+        QVERIFY(before.open(QIODevice::WriteOnly) && before.write("before") == 6);
+        before.close();
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression("cannot be written to .*: File too large"));
+        {
+            FullDisk disk(20);
+            QVERIFY(name.endsWith("csv") ? bench->exportData(bench.path(name), true)
+                                         : bench->exportImage(bench.path(name)));
+            QVERIFY(bench.end().contains("File too large"));
+        }
+        QCOMPARE(bench.files(), QStringList(name));
+        QVERIFY(before.open(QIODevice::ReadOnly));
+        QCOMPARE(before.readAll(), QByteArray("before"));
+    }
+
+    // Cancelled, or gone with its chart: no file, not even a part of one.
+    void endsEarly()
+    {
+        QVector<double> values(2000000, 0.125);
+        for (const bool isDeleted : {false, true}) {
+            Bench bench;
+            bench.document()
+                .object("trace")
+                ->property("plotData")
+                .value<QObject *>()
+                ->setProperty("yData", QVariant::fromValue(values));
+            QVERIFY(bench->exportData(bench.path("a.csv"), true));
+            QVERIFY(bench->isRunning());
+            if (isDeleted) {
+                bench.document().destroyRoot();
+            } else {
+                QTRY_VERIFY(bench->progress() > 0.0 && bench->progress() < 1.0);
+                bench->cancel();
+                QVERIFY(bench.end().endsWith("the export was cancelled."));
+            }
+            QThreadPool::globalInstance()->waitForDone();
+            QCOMPARE(bench.files(), QStringList());
+        }
+    }
+};
+
+QTEST_MAIN(tst_chartexport)
+#include "tst_chartexport.moc"
