@@ -116,6 +116,18 @@ void paintPlainText(const QQuickItem &item, QString text, QPainter *painter)
 
 } // namespace
 
+void paintBackdrop(const QQuickItem &chart, QPainter *painter)
+{
+    const auto *colors = chart.property("colors").value<QObject *>();
+    const auto *area = chart.property("plotArea").value<QQuickItem *>();
+    if (!colors || !area)
+        return;
+    painter->fillRect(QRectF(0.0, 0.0, chart.width(), chart.height()),
+                      colors->property("background").value<QColor>());
+    painter->fillRect(QRectF(area->position(), area->size()),
+                      colors->property("plotBackground").value<QColor>());
+}
+
 void paintRectangle(const QQuickItem &item, QPainter *painter)
 {
     const QBrush fill = fillOf(item);

@@ -14,13 +14,14 @@ namespace graph {
 
 namespace {
 
-enum class Kind { Empty, Painted, Rectangle, Text, Foreign };
+enum class Kind { Empty, Chart, Painted, Rectangle, Text, Foreign };
 
 Kind kindOf(const QQuickItem *item)
 {
-    // A view says that it has contents and draws nothing.
-    if (!(item->flags() & QQuickItem::ItemHasContents) || qobject_cast<const GraphView *>(item))
+    if (!(item->flags() & QQuickItem::ItemHasContents))
         return Kind::Empty;
+    if (qobject_cast<const GraphView *>(item))
+        return Kind::Chart;
     if (qobject_cast<const QQuickPaintedItem *>(item))
         return Kind::Painted;
     if (item->inherits("QQuickRectangle"))
@@ -108,6 +109,9 @@ private:
         const bool smooth = item->antialiasing();
         switch (kindOf(item)) {
         case Kind::Empty:
+            break;
+        case Kind::Chart:
+            m_canvas->draw(placement, false, [item](QPainter *painter) { paintBackdrop(*item, painter); });
             break;
         case Kind::Painted:
             // Their surface ends where they do.

@@ -223,11 +223,9 @@ private slots:
             "GradientStop { color: 'blue'; position: 0.5 } } }",
             {20, 30}, blue);
         row("hidden", "Rectangle { width: 40; height: 40; color: 'blue'; visible: false }", {5, 5}, paper);
-        row("image",
-            "Image { width: 40; height: 40; smooth: false; source: 'data:image/png;base64,'\n + "
-            "'iVBORw0KGgoAAAANSUhEUgAAAAEAAAABCAIAAACQd1PeAAAADElEQVR4nGNgYPgPAAEDAQAIicLsAAAAAElFTkSuQmCC' "
-            "}",
-            {20, 20}, blue);
+        row("what only the scene graph draws",
+            "TextInput { x: 5; y: 5; text: '\u2588\u2588'; color: 'blue'; font.pixelSize: 30 }", {20, 25},
+            blue);
         row("plot, without the shift of a framebuffer",
             "GraphPlot { plotStyle: GraphPlot.FillPlot; useTransparencyForFillPlot: false; penColor: 'blue'; "
             "plotData: PlotSeries { axisX: time; axisY: level; yData: [1, 1] } }",
