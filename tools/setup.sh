@@ -4,23 +4,18 @@ set -euo pipefail
 preset=${1:-dev}
 packages=(
     cmake ninja-build g++ libdbus-1-dev dbus-daemon pkg-config fontconfig fonts-roboto-unhinted fonts-dejavu-core
-    cmake ninja-build g++
-    qtbase5-dev libqt5svg5-dev qtdeclarative5-dev qtdeclarative5-dev-tools
-    qml-module-qtquick2 qml-module-qtquick-window2 qml-module-qtquick-layouts qml-module-qtqml-models2
-    qml-module-qttest
-    libdbus-1-dev dbus-daemon pkg-config fontconfig fonts-roboto-unhinted fonts-dejavu-core
 )
 case "$preset" in
     *-qt6)
         packages+=(
-            qt6-base-dev qt6-declarative-dev qt6-declarative-dev-tools libgl-dev
+            qt6-base-dev qt6-svg-dev qt6-declarative-dev qt6-declarative-dev-tools libgl-dev
             qml6-module-qtqml qml6-module-qtqml-workerscript qml6-module-qtquick qml6-module-qtquick-window
             qml6-module-qttest
         )
         ;;
     *)
         packages+=(
-            qtbase5-dev qtdeclarative5-dev qtdeclarative5-dev-tools
+            qtbase5-dev libqt5svg5-dev qtdeclarative5-dev qtdeclarative5-dev-tools
             qml-module-qtquick2 qml-module-qtquick-window2 qml-module-qtquick-layouts qml-module-qtqml-models2
             qml-module-qttest
         )

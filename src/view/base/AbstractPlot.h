@@ -56,8 +56,7 @@ public:
 
     // The one way into painting: prepares what every plot needs and calls paintPlot().
     void paint(QPainter *painter) override;
-    // How far to the right and down everything is painted, in pixels: 1 into a framebuffer object, 0 into an
-    // image.
+    // How far to the right and down everything is painted, in pixels.
     virtual double framebufferShift() const;
 
     Q_INVOKABLE virtual double maxValueX() const;
@@ -113,8 +112,6 @@ protected:
     // Whether paint() goes on with this mapping; while there is data that can be mapped, unless a subclass
     // says otherwise.
     virtual bool isPaintable(const graph::PixelMapping &mapping) const;
-    // How far to the right and down everything is painted, in pixels.
-    virtual double framebufferShift() const;
     virtual void paintPlot(const graph::PlotFrame &frame);
 
     // Samples of ascending x as they follow each other from left to right.
