@@ -155,6 +155,7 @@ graph::CursorPlaces GraphCursor::places() const
 
 void GraphCursor::placeAt(const std::optional<graph::CursorPlace> &place)
 {
+    followScroll();
     // A horizontal line whose value does not count as an index any more still belongs where its value is.
     if (!place && (m_direction.snapsToSamples || !m_axis))
         return;
@@ -173,6 +174,7 @@ void GraphCursor::publish(const graph::CursorPlace &place)
     m_posValue = place.value;
     m_position = fractionOf(place.value);
     m_placedData = place.data;
+    m_placedHistory = place.data ? place.data->history() : graph::SampleHistory();
     m_placedAxis = m_axis;
     handlePlotValuesChanged();
     emit posIndexChanged();
@@ -365,6 +367,7 @@ void GraphCursor::GRAPH_GEOMETRY_CHANGED(const QRectF &newGeometry, const QRectF
 {
     QQuickPaintedItem::GRAPH_GEOMETRY_CHANGED(newGeometry, oldGeometry);
     if (newGeometry.width() > 0.0 && newGeometry.height() > 0.0 && newGeometry.width() != oldGeometry.width()) {
+        followScroll();
         if (places().valueOf(m_posIndex, m_posValue))
             setPosIndex(m_posIndex);
     } else if (newGeometry.height() != oldGeometry.height()) {

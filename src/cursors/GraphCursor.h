@@ -4,6 +4,7 @@
 #include "common/QtVersion.h"
 #include "cursors/KeyAcceleration.h"
 #include "cursors/TrackedPlots.h"
+#include "data/SampleHistory.h"
 
 #include <QColor>
 #include <QElapsedTimer>
@@ -170,6 +171,8 @@ private:
     void placeOnChosenPlot(double value);
     void placeAt(const std::optional<graph::CursorPlace> &place);
     void publish(const graph::CursorPlace &place);
+    void followSamples();
+    void followScroll();
     double fractionOf(double value) const;
     void placeOnScreen();
     void placeMarkers();
@@ -200,6 +203,7 @@ private:
     QPointer<ZoomRect> m_zoomRect;
     QPointer<ValueAxis> m_axis;
     QPointer<const PlotData> m_placedData; // where posIndex, posValue and position come from
+    graph::SampleHistory m_placedHistory;
     QPointer<ValueAxis> m_placedAxis;
     bool m_staysOnScreen = true;
 #if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)

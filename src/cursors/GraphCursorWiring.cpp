@@ -235,8 +235,37 @@ void GraphCursor::handlePlotActiveChanged()
         setPrimaryPlot(m_plots.plot(int(index)));
 }
 
+// Of data that scroll the samples keep their x while their indices fall. One that falls out leaves the cursor on the
+// oldest, and its markers hidden.
+void GraphCursor::followSamples()
+{
+    followScroll();
+    const auto markers = m_markers;
+    for (GraphMarker *marker : markers) {
+        if (marker)
+            marker->followScroll();
+    }
+}
+
+void GraphCursor::followScroll()
+{
+    const PlotData *data = m_placedData == primarySeries() ? m_placedData.data() : nullptr;
+    const qint64 scrolled = data ? data->history().scrolledSince(m_placedHistory) : 0;
+    if (scrolled == 0 || data->size() < 1)
+        return;
+    const qint64 index = m_posIndex - scrolled;
+    m_placedHistory = data->history();
+    if (index >= 0) {
+        m_posIndex = int(index);
+        emit posIndexChanged();
+    } else if (m_axis) {
+        publish({0, data->x(0), 0.0, data});
+    }
+}
+
 void GraphCursor::handlePlotValuesChanged()
 {
+    followSamples();
     const graph::PlotReadings readings = m_plots.readingsAt(m_posValue);
     if (m_readings.values != readings.values || m_readings.texts != readings.texts) {
         m_readings.values = readings.values;
@@ -282,6 +311,7 @@ void GraphCursor::placeMarkers()
 
 void GraphCursor::handleRectChanged()
 {
+    followSamples();
     setPosIndex(m_posIndex);
     const auto markers = m_markers;
     for (GraphMarker *marker : markers) {

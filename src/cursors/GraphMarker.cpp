@@ -114,7 +114,23 @@ void GraphMarker::setPosValue(double value)
 
 void GraphMarker::placeAgain()
 {
-    setPosValue(m_awaitedValue.value_or(m_posValue));
+    followScroll();
+    if (!m_fellOut)
+        setPosValue(m_awaitedValue.value_or(m_posValue));
+}
+
+void GraphMarker::followScroll()
+{
+    const PlotData *data = m_placedData == primarySeries() ? m_placedData.data() : nullptr;
+    const qint64 scrolled = data && m_posIndex >= 0 ? data->history().scrolledSince(m_placedHistory) : 0;
+    if (scrolled == 0)
+        return;
+    m_placedHistory = data->history();
+    m_fellOut = m_posIndex < scrolled;
+    m_posIndex = m_fellOut ? -1 : int(m_posIndex - scrolled);
+    emit posIndexChanged();
+    if (m_fellOut)
+        hideForLackOfSample();
 }
 
 void GraphMarker::placeIfAwaited()
@@ -155,7 +171,11 @@ void GraphMarker::setPosIndex(int index)
         hideForLackOfSample();
         return;
     }
+    followScroll();
     m_awaitedValue.reset();
+    m_fellOut = false;
+    m_placedData = data;
+    m_placedHistory = data->history();
     if (m_posIndex != index) {
         m_posIndex = index;
         m_posValue = data->x(index);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "common/Export.h"
+#include "data/SampleHistory.h"
 
 #include <QColor>
 #include <QObject>
@@ -105,6 +106,8 @@ private:
     void placeAgain();
     // New data may have the sample that a value waits for.
     void placeIfAwaited();
+    // The index of a sample of data that scroll.
+    void followScroll();
     void hideForLackOfSample();
     void placeOnScreen();
     QStringList seriesDeltas() const;
@@ -120,6 +123,9 @@ private:
     bool m_visible = false;
     bool m_hiddenForLackOfSample = false; // by its own doing: the next valid place shows it again
     std::optional<double> m_awaitedValue; // no sample had it yet
+    bool m_fellOut = false; // with its sample; until it is placed elsewhere
+    QPointer<const PlotData> m_placedData;
+    graph::SampleHistory m_placedHistory;
     bool m_showDelta = true;
     int m_deltaY = 100;
     QString m_formattedDeltaX;

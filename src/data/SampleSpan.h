@@ -78,6 +78,10 @@ public:
     // The samples one after the other in memory, the other way round where the view runs backwards; null where the
     // view is of the other kind.
     bool isBackwards() const { return m_step < 0; }
+    // False where points were sorted.
+    bool isInDataOrder() const { return m_indices.isEmpty(); }
+    // From one equally spaced sample to the next of the view.
+    double interval() const { return m_xInterval * m_step; }
     const double *values() const { return m_values && m_size > 0 ? m_values + lowest(0, m_size) : nullptr; }
     const QPointF *points() const { return m_points && m_size > 0 ? m_points + lowest(0, m_size) : nullptr; }
 
