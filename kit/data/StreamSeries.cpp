@@ -1,4 +1,5 @@
 #include "kit/data/StreamSeries.h"
+
 #include "common/SafeInteger.h"
 
 #include <cmath>

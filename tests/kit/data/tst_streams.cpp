@@ -1,3 +1,4 @@
+#include "cursors/CursorBench.h"
 #include "kit/data/StreamPoints.h"
 #include "kit/data/StreamSeries.h"
 #include "platform/bus/BusPublisher.h"
@@ -173,6 +174,43 @@ private slots:
         series.clear();
         QCOMPARE(series.start(), 0.0);
         QCOMPARE(series.size(), 0);
+    }
+
+    void cursorsKeepTheirSamples()
+    {
+        StreamSeries series;
+        series.setCapacity(100);
+        series.append(counted(0, 100));
+        CursorBench bench;
+        bench.cursor->setStaysOnScreen(false);
+        GraphMarker *marker = bench.addMarker();
+        GraphMarker *leaving = bench.addMarker();
+        auto *plot = bench.addPlot(&series);
+        bench.place(0);
+        bench.cursor->setPrimaryPlot(plot);
+        bench.cursor->setPosIndex(40);
+        for (GraphMarker *one : {marker, leaving})
+            one->setVisible(true);
+        marker->setPosIndex(50);
+        leaving->setPosIndex(5);
+        series.append(counted(100, 10));
+        // The view changes before the data tell of theirs.
+        bench.zoom->setWidth(0.9);
+        QCOMPARE(bench.cursor->posIndex(), 30);
+        QTRY_VERIFY(!series.isChangePending());
+        QCOMPARE(bench.cursor->posValue(), 40.0);
+        QCOMPARE(marker->posIndex(), 40);
+        QCOMPARE(marker->yValue(), 50.0);
+        QVERIFY(marker->isVisible() && !leaving->isVisible());
+        bench.x->setMaxValue(200.0);
+        QVERIFY(marker->isVisible() && !leaving->isVisible());
+        leaving->setPosValue(60.0);
+        QVERIFY(leaving->isVisible());
+        // The cursor's own sample falls out: it is on the oldest.
+        series.append(counted(110, 40));
+        QTRY_COMPARE(bench.cursor->posValue(), 50.0);
+        QCOMPARE(bench.cursor->posIndex(), 0);
+        QCOMPARE(marker->posIndex(), 0);
     }
 
     void nastyInput()

@@ -1,0 +1,110 @@
+#include "kit/data/Average.h"
+
+namespace graph {
+
+/*!
+    \qmltype Average
+    \inherits PlotData
+    \inqmlmodule graph_kit
+    \brief The mean at each x of a trace that is measured again and again.
+
+    Each change of the source is taken once, when its \c plotChanged() comes. A source with another number of
+    samples, or with others x, begins anew. Values that are not finite are passed over; where there were no
+    others the result is NaN.
+
+    \code
+    Average { source: spectrum; count: 32; power: true }
+    \endcode
+
+    \qmlproperty PlotData Average::source
+    The trace that is averaged, any data. Null by default and once it is gone: there are no samples then.
+    Another source begins anew. A source that is computed from this trace is refused, with a line in \c
+    graph.kit.
+
+    \qmlproperty bool Average::running
+    While false, changes of the source are not taken. True again, the source's present trace is. True by
+    default.
+
+    \qmlmethod void Average::clear()
+    Forgets all traces; the next change of the source begins anew.
+*/
+Average::Average(QObject *parent)
+    : ComputedData(parent)
+{
+}
+
+/*!
+    \qmlproperty int Average::count
+    Of how many traces the mean is. Until there are as many it is that of all. Default: 16; less than 1 counts
+    as 1. A change begins anew, as one of \c mode and \c power does.
+*/
+void Average::setCount(int count)
+{
+    if (m_count == count)
+        return;
+    m_count = count;
+    emit countChanged();
+    beginAgain();
+}
+
+/*!
+    \qmlproperty enumeration Average::mode
+    Average.Linear (default): the last \c count traces count alike, for which all of them are kept.
+    Average.Exponential: the newest counts 1 / \c count, those before it less and less; the first ones, up to
+    \c count, count alike.
+*/
+void Average::setMode(Mode mode)
+{
+    if (m_mode == mode)
+        return;
+    m_mode = mode;
+    emit modeChanged();
+    beginAgain();
+}
+
+/*!
+    \qmlproperty bool Average::power
+    The values are levels in dB whose powers are averaged: the mean of 0 dB and 10 dB is 7.4 dB. Default:
+    false.
+*/
+void Average::setPower(bool power)
+{
+    if (m_power == power)
+        return;
+    m_power = power;
+    emit powerChanged();
+    beginAgain();
+}
+
+void Average::beginAgain()
+{
+    clear();
+    computeAgain();
+}
+
+void Average::forget()
+{
+    m_average.reset(std::max(m_count, 1));
+    m_powers.clear();
+    m_mean.clear();
+}
+
+void Average::compute(const double *values, double *result, int count, bool)
+{
+    double *mean = result;
+    if (m_power) {
+        m_powers.resize(count);
+        m_mean.resize(count);
+        powersOfLevels(m_powers.data(), values, count);
+        values = m_powers.constData();
+        mean = m_mean.data();
+    }
+    if (m_mode == Exponential)
+        m_average.addExponential(values, mean, count);
+    else
+        m_average.addLinear(values, mean, count);
+    if (m_power)
+        levelsOfPowers(result, mean, count);
+}
+
+} // namespace graph

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "kit/data/ComputedData.h"
+
+namespace graph {
+
+class GRAPH_CHARTS_EXPORT MaxHold : public ComputedData
+{
+    Q_OBJECT
+
+public:
+    explicit MaxHold(QObject *parent = nullptr);
+
+protected:
+    void compute(const double *values, double *result, int count, bool first) override;
+};
+
+} // namespace graph

@@ -1,0 +1,83 @@
+#pragma once
+
+#include "kit/data/PeakSearch.h"
+#include "kit/data/SeriesObserver.h"
+
+#include <QAbstractListModel>
+
+#include <limits>
+
+namespace graph {
+
+class GRAPH_CHARTS_EXPORT PeakList : public QAbstractListModel
+{
+    Q_OBJECT
+    Q_PROPERTY(PlotData *series READ series WRITE setSeries NOTIFY seriesChanged)
+    Q_PROPERTY(double from READ from WRITE setFrom NOTIFY fromChanged)
+    Q_PROPERTY(double to READ to WRITE setTo NOTIFY toChanged)
+    Q_PROPERTY(double prominence READ prominence WRITE setProminence NOTIFY prominenceChanged)
+    Q_PROPERTY(int limit READ limit WRITE setLimit NOTIFY limitChanged)
+    Q_PROPERTY(int count READ count NOTIFY countChanged)
+
+public:
+    enum Role : int { PositionRole = Qt::UserRole, ValueRole, ProminenceRole, WidthRole, IndexRole };
+
+    explicit PeakList(QObject *parent = nullptr);
+
+    int rowCount(const QModelIndex &parent = {}) const override;
+    QVariant data(const QModelIndex &index, int role) const override;
+    QHash<int, QByteArray> roleNames() const override;
+
+    PlotData *series() const { return m_observer.series(); }
+    double from() const { return m_from; }
+    double to() const { return m_to; }
+    double prominence() const { return m_prominence; }
+    int limit() const { return m_limit; }
+    int count() const { return m_rows.size(); }
+
+    void setSeries(PlotData *series);
+    void setFrom(double from);
+    void setTo(double to);
+    void setProminence(double prominence);
+    void setLimit(int limit);
+
+    Q_INVOKABLE double next(double x) const;
+    Q_INVOKABLE double previous(double x) const;
+
+signals:
+    void seriesChanged();
+    void fromChanged();
+    void toChanged();
+    void prominenceChanged();
+    void limitChanged();
+    void countChanged();
+    // The rows, or what next() and previous() find.
+    void peaksChanged();
+
+private:
+    struct Row
+    {
+        double position;
+        double value;
+        double prominence;
+        double width;
+        int index;
+    };
+
+    template <typename Value> void store(Value &member, Value value, void (PeakList::*changed)());
+    void look();
+    QVector<Row> highest(const SampleSpan &samples, QVector<Peak> peaks) const;
+    void showRows(const QVector<Row> &rows);
+
+    SeriesObserver m_observer;
+    double m_from = -std::numeric_limits<double>::infinity();
+    double m_to = std::numeric_limits<double>::infinity();
+    double m_prominence = 0.0;
+    int m_limit = 10;
+    SampleHistory m_seen;
+    QVector<Peak> m_peaks;       // all of the data
+    QVector<double> m_positions; // of those that are asked for, ascending
+    QVector<Row> m_rows;
+};
+
+} // namespace graph

@@ -1,0 +1,56 @@
+#pragma once
+
+#include "kit/data/SampleSums.h"
+#include "kit/data/SeriesObserver.h"
+
+#include <limits>
+
+namespace graph {
+
+class GRAPH_CHARTS_EXPORT Statistics : public QObject
+{
+    Q_OBJECT
+    Q_PROPERTY(PlotData *series READ series WRITE setSeries NOTIFY seriesChanged)
+    Q_PROPERTY(double from READ from WRITE setFrom NOTIFY fromChanged)
+    Q_PROPERTY(double to READ to WRITE setTo NOTIFY toChanged)
+    Q_PROPERTY(int count READ count NOTIFY valuesChanged)
+    Q_PROPERTY(double min READ min NOTIFY valuesChanged)
+    Q_PROPERTY(double max READ max NOTIFY valuesChanged)
+    Q_PROPERTY(double mean READ mean NOTIFY valuesChanged)
+    Q_PROPERTY(double rms READ rms NOTIFY valuesChanged)
+    Q_PROPERTY(double peakToPeak READ peakToPeak NOTIFY valuesChanged)
+
+public:
+    explicit Statistics(QObject *parent = nullptr);
+
+    PlotData *series() const { return m_observer.series(); }
+    double from() const { return m_from; }
+    double to() const { return m_to; }
+    int count() const { return int(m_sums.count); }
+    double min() const;
+    double max() const;
+    double mean() const;
+    double rms() const;
+    double peakToPeak() const { return max() - min(); }
+
+    void setSeries(PlotData *series);
+    void setFrom(double from);
+    void setTo(double to);
+
+signals:
+    void seriesChanged();
+    void fromChanged();
+    void toChanged();
+    void valuesChanged();
+
+private:
+    void look();
+
+    SeriesObserver m_observer;
+    SampleSums m_blocks;
+    Sums m_sums;
+    double m_from = -std::numeric_limits<double>::infinity();
+    double m_to = std::numeric_limits<double>::infinity();
+};
+
+} // namespace graph
