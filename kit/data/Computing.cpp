@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <vector>
 
 namespace graph {
 
@@ -10,56 +11,40 @@ namespace {
 
 constexpr double missing = std::numeric_limits<double>::quiet_NaN();
 
-// Sums within blocks as long as the window: from the beginning of the block up to each value, and from each
-// value to the end of the block. Any window is the end of one block and the beginning of the next.
-struct BlockSums
-{
-    BlockSums(const double *values, int count, int length)
-        : fromBegin(count)
-        , toEnd(count)
-    {
-        double *from = fromBegin.data();
-        double *to = toEnd.data();
-        for (int begin = 0; begin < count;) {
-            const int end = int(std::min<qint64>(qint64(begin) + length, count));
-            double sum = 0.0;
-            for (int i = begin; i < end; ++i)
-                from[i] = sum += values[i];
-            sum = 0.0;
-            for (int i = end - 1; i >= begin; --i)
-                to[i] = sum += values[i];
-            begin = end;
-        }
-    }
-
-    QVector<double> fromBegin;
-    QVector<double> toEnd;
-};
-
-// The sums of the windows of `length` values around each; the values beside the ends count as 0.
+// The sums of the windows of 2 * reach + 1 values around each; the values beside the ends count as 0.
+//
+// A window is the end of one block of its length and the beginning of the next, so sums from each value to
+// the end of its block, and from the beginning of the next block to each value, make up all of them. The two
+// run side by side.
 void sumWindows(double *result, const double *values, int count, int reach)
 {
-    const int length = 2 * reach + 1;
-    const BlockSums sums(values, count, length);
-    const double *from = sums.fromBegin.constData();
-    const double *to = sums.toEnd.constData();
-    const auto sum = [&](int first, int last) {
-        if (first % length == 0)
-            return from[last]; // of one block, as the first window is
-        if (first / length == last / length)
-            return to[first]; // at the end of the last block
-        return to[first] + from[last];
+    const qint64 length = 2 * qint64(reach) + 1;
+    std::vector<double> sums(std::size_t(2 * length));
+    double *toEnd = sums.data();
+    double *fromBegin = toEnd + length;
+    const auto addUp = [&](auto block, auto next) {
+        double ending = 0.0;
+        double beginning = 0.0;
+        for (qint64 i = 0; i < length; ++i) {
+            toEnd[length - 1 - i] = ending += block(length - 1 - i);
+            fromBegin[i] = beginning += next(i);
+        }
     };
-    const int inner = std::max(count - reach, 0);
-    for (int i = 0; i < std::min(reach, count); ++i)
-        result[i] = sum(0, std::min(i + reach, count - 1));
-    int place = 0; // of the first value of the window in its block
-    for (int i = reach; i < inner; ++i) {
-        result[i] = place == 0 ? from[i + reach] : to[i - reach] + from[i + reach];
-        place = place + 1 == length ? 0 : place + 1;
+    for (qint64 begin = 0; begin < count; begin += length) {
+        const qint64 first = begin - reach;
+        const double *block = values + std::max<qint64>(first, 0);
+        if (first >= 0 && first + 2 * length <= count) {
+            addUp([=](qint64 i) { return block[i]; }, [=](qint64 i) { return block[length + i]; });
+        } else {
+            const auto value = [=](qint64 i) { return i >= 0 && i < count ? values[i] : 0.0; };
+            addUp([=](qint64 i) { return value(first + i); },
+                  [=](qint64 i) { return value(first + length + i); });
+        }
+        const qint64 end = std::min(length, count - begin);
+        result[begin] = toEnd[0];
+        for (qint64 i = 1; i < end; ++i)
+            result[begin + i] = toEnd[i] + fromBegin[i - 1];
     }
-    for (int i = std::max(inner, reach); i < count; ++i)
-        result[i] = sum(i - reach, count - 1);
 }
 
 } // namespace
@@ -104,11 +89,8 @@ void smooth(double *result, const double *values, int count, int reach)
     if (count < 1)
         return;
     reach = std::min(std::max(reach, 0), count - 1);
-    // A window that holds all values from anywhere would be longer than an int for the longest traces.
-    reach = std::min(reach, (std::numeric_limits<int>::max() - 1) / 2);
     if (areFinite(values, count)) {
         sumWindows(result, values, count, reach);
-        const double factor = 1.0 / (2.0 * reach + 1.0);
         const auto mean = [&](int i) {
             const int first = std::max(i - reach, 0);
             const int last = int(std::min<qint64>(qint64(i) + reach, count - 1));
@@ -118,7 +100,7 @@ void smooth(double *result, const double *values, int count, int reach)
         for (int i = 0; i < std::min(reach, count); ++i)
             result[i] = mean(i);
         for (int i = reach; i < inner && i < count; ++i)
-            result[i] *= factor;
+            result[i] /= 2.0 * reach + 1.0;
         for (int i = std::max(inner, reach); i < count; ++i)
             result[i] = mean(i);
         return;

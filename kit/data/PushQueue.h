@@ -49,11 +49,12 @@ public:
         m_written.store(end, std::memory_order_release);
     }
 
-    // Gives what has come to samples(const Sample *, int count) and lost(qint64 count), in order. For one
-    // thread.
-    template <typename Samples, typename Lost> void take(Samples samples, Lost lost)
+    // Gives what has come to samples(const Sample *, int count) and lost(qint64 count), in order; false where
+    // nothing has. For one thread.
+    template <typename Samples, typename Lost> bool take(Samples samples, Lost lost)
     {
         const qint64 end = m_written.load(std::memory_order_acquire);
+        const bool any = m_taken < end;
         while (m_taken < end) {
             Sample portion[portionSize];
             const qint64 begin = std::max(m_taken, end - capacity);
@@ -68,6 +69,7 @@ public:
             if (whole < begin + count)
                 samples(portion + (whole - begin), int(begin + count - whole));
         }
+        return any;
     }
 
 private:

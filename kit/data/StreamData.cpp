@@ -5,13 +5,18 @@
 #include "kit/data/StreamBuffer.h"
 
 #include <QCoreApplication>
-#include <QEvent>
+#include <QTimerEvent>
 
 namespace graph {
 
 namespace {
 
 const auto pushEvent = QEvent::Type(QEvent::registerEventType());
+
+// After so many times, samples that keep coming are taken every few milliseconds, which is several times a
+// frame.
+constexpr int takesInARow = 8;
+constexpr int takeInterval = 4;
 
 } // namespace
 
@@ -68,12 +73,37 @@ bool StreamData::event(QEvent *event)
 {
     if (event->type() != pushEvent)
         return SampledData::event(event);
-    // Before the samples are taken: what is pushed from here on is announced again.
-    m_pushAnnounced.exchange(false);
-    const Appearance former = appearance();
-    takePushed();
-    announce(former);
+    takeAndAnnounce();
+    m_takes = 0;
+    m_takeTimer.start(0, this);
     return true;
+}
+
+// While samples keep coming they are looked for instead of announced: a thread that never pauses would
+// announce them faster than the application can answer, and nothing else would have its turn.
+void StreamData::timerEvent(QTimerEvent *event)
+{
+    if (event->timerId() != m_takeTimer.timerId()) {
+        SampledData::timerEvent(event);
+        return;
+    }
+    if (takeAndAnnounce()) {
+        if (++m_takes == takesInARow)
+            m_takeTimer.start(takeInterval, Qt::PreciseTimer, this);
+        return;
+    }
+    m_takeTimer.stop();
+    // What is pushed from here on is announced again; what came just before, by nobody.
+    m_pushAnnounced.exchange(false);
+    takeAndAnnounce();
+}
+
+bool StreamData::takeAndAnnounce()
+{
+    const Appearance former = appearance();
+    const bool any = takePushed();
+    announce(former);
+    return any;
 }
 
 QVector<double> StreamData::numbersOf(const QJSValue &values)

@@ -3,6 +3,7 @@
 #include "kit/data/PushQueue.h"
 #include "kit/data/SampledData.h"
 
+#include <QBasicTimer>
 #include <QJSValue>
 
 #include <atomic>
@@ -37,6 +38,8 @@ signals:
     void droppedChanged();
 
 protected:
+    void timerEvent(QTimerEvent *event) override;
+
     // What the samples look like from outside; compared around each change.
     struct Appearance
     {
@@ -51,8 +54,8 @@ protected:
     virtual void clearStore() = 0;
     // Keeps what is to be seen while data go on arriving, or lets go of it.
     virtual void freeze(bool frozen) = 0;
-    // On the object's own thread.
-    virtual void takePushed() = 0;
+    // On the object's own thread; false where nothing had come.
+    virtual bool takePushed() = 0;
 
     // What a document appends: a list or a single number.
     static QVector<double> numbersOf(const QJSValue &values);
@@ -63,9 +66,13 @@ protected:
     void countDropped(qint64 count);
 
 private:
+    bool takeAndAnnounce();
+
     OneThread m_pusher;
     std::atomic<bool> m_pushAnnounced{false};
     std::atomic<bool> m_refusalTold{false};
+    QBasicTimer m_takeTimer; // while samples keep coming
+    int m_takes = 0;         // one after the other that found some
     qint64 m_dropped = 0;
     bool m_held = false;
 };

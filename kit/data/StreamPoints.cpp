@@ -152,11 +152,11 @@ void StreamPoints::push(const double *xs, const double *ys, int count)
     announcePush();
 }
 
-void StreamPoints::takePushed()
+bool StreamPoints::takePushed()
 {
-    m_pushed.take([this](const QPointF *points,
-                         int count) { appendLive(count, [points](qint64 i) { return points[i]; }); },
-                  [this](qint64 count) { countDropped(count); });
+    return m_pushed.take([this](const QPointF *points,
+                                int count) { appendLive(count, [points](qint64 i) { return points[i]; }); },
+                         [this](qint64 count) { countDropped(count); });
 }
 
 void StreamPoints::resizeStore(int capacity)

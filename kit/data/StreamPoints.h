@@ -36,7 +36,7 @@ protected:
     void resizeStore(int capacity) override;
     void clearStore() override;
     void freeze(bool frozen) override;
-    void takePushed() override;
+    bool takePushed() override;
 
 private:
     // The points in ascending order of x where they do not come so.

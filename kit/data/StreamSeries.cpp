@@ -154,13 +154,13 @@ void StreamSeries::push(const double *values, int count)
     announcePush();
 }
 
-void StreamSeries::takePushed()
+bool StreamSeries::takePushed()
 {
-    m_pushed.take([this](const double *values, int count) { appendLive(values, count); },
-                  [this](qint64 count) {
-                      m_live.skip(count, std::numeric_limits<double>::quiet_NaN());
-                      countDropped(count);
-                  });
+    return m_pushed.take([this](const double *values, int count) { appendLive(values, count); },
+                         [this](qint64 count) {
+                             m_live.skip(count, std::numeric_limits<double>::quiet_NaN());
+                             countDropped(count);
+                         });
 }
 
 void StreamSeries::announce(const Appearance &former)

@@ -53,7 +53,7 @@ protected:
     void resizeStore(int capacity) override { m_live.setCapacity(capacity); }
     void clearStore() override;
     void freeze(bool frozen) override;
-    void takePushed() override;
+    bool takePushed() override;
 
 private:
     const StreamView<double> &shown() const { return isHeld() ? m_frozen : m_live.view(); }

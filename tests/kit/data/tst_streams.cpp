@@ -257,6 +257,28 @@ private slots:
             QVERIFY(series.values()[i] == i && points.points()[i] == QPointF(i, i));
     }
 
+    // The application has its turn all the same.
+    void threadThatNeverPauses()
+    {
+        StreamSeries series;
+        std::atomic<bool> ends{false};
+        std::thread pusher([&] {
+            for (double value = 0.0; !ends; ++value)
+                series.push(&value, 1);
+        });
+        int turns = 0;
+        QTimer timer;
+        connect(&timer, &QTimer::timeout, [&] { ++turns; });
+        timer.start(0);
+        QElapsedTimer clock;
+        clock.start();
+        while (turns < 20 && clock.elapsed() < 10000)
+            QCoreApplication::processEvents();
+        ends = true;
+        pusher.join();
+        QVERIFY(turns >= 20);
+    }
+
     // What the application did not come to take is lost from the front, and the rest keeps its x.
     void oldestArePassedOver()
     {
