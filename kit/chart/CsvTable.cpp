@@ -98,24 +98,25 @@ CsvTable::CsvTable(const GraphView &view, bool all)
         const PlotData *data = plot->plotData();
         if (!data || !hasSamples(*data) || !view.isAncestorOf(plot) || qobject_cast<const WorldPlot *>(plot))
             continue;
-        addTrace({nameOfX(*plot), nameOfTrace(*plot, m_traces.size() + 1), samplesOf(*plot, all)});
+        m_traces.append({nameOfX(*plot), nameOfTrace(*plot, m_traces.size() + 1), samplesOf(*plot, all)});
+        m_rows = qMax(m_rows, m_traces.last().samples.size());
     }
 }
 
-void CsvTable::addTrace(const Trace &trace)
+bool CsvTable::hasCommonX() const
 {
-    m_hasCommonX = m_hasCommonX && (m_traces.isEmpty() || (m_traces.first().xName == trace.xName &&
-                                                           isSameX(m_traces.first().samples, trace.samples)));
-    m_rows = qMax(m_rows, trace.samples.size());
-    m_traces.append(trace);
+    return std::all_of(m_traces.begin(), m_traces.end(), [this](const Trace &trace) {
+        return trace.xName == m_traces.first().xName && isSameX(trace.samples, m_traces.first().samples);
+    });
 }
 
 bool CsvTable::write(QIODevice *device, const std::function<bool(double)> &goOn) const
 {
-    QByteArray text = header();
+    const bool isCommon = hasCommonX();
+    QByteArray text = header(isCommon);
     text.reserve(2 * blockSize);
     for (int row = 0; row < m_rows; ++row) {
-        appendRow(&text, row);
+        appendRow(&text, row, isCommon);
         if (text.size() < blockSize)
             continue;
         if (!writeAll(text, device) || !goOn(double(row) / m_rows))
@@ -125,12 +126,12 @@ bool CsvTable::write(QIODevice *device, const std::function<bool(double)> &goOn)
     return writeAll(text, device) && goOn(1.0);
 }
 
-QByteArray CsvTable::header() const
+QByteArray CsvTable::header(bool hasCommonX) const
 {
     QByteArrayList fields;
     for (const Trace &trace : m_traces) {
-        if (!m_hasCommonX || fields.isEmpty())
-            fields.append(field(m_hasCommonX || m_traces.size() == 1
+        if (!hasCommonX || fields.isEmpty())
+            fields.append(field(hasCommonX || m_traces.size() == 1
                                     ? trace.xName
                                     : trace.name + QLatin1String(": ") + trace.xName));
         fields.append(field(trace.name));
@@ -138,12 +139,12 @@ QByteArray CsvTable::header() const
     return fields.join(',') + '\n';
 }
 
-void CsvTable::appendRow(QByteArray *text, int row) const
+void CsvTable::appendRow(QByteArray *text, int row, bool hasCommonX) const
 {
     bool isFirst = true;
     for (const Trace &trace : m_traces) {
         const bool isThere = row < trace.samples.size();
-        if (!m_hasCommonX || isFirst) {
+        if (!hasCommonX || isFirst) {
             if (!isFirst)
                 text->append(',');
             if (isThere)

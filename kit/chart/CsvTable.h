@@ -35,12 +35,12 @@ private:
         SampleSpan samples;
     };
 
-    void addTrace(const Trace &trace);
-    QByteArray header() const;
-    void appendRow(QByteArray *text, int row) const;
+    // A look at all samples, which is left to the writing thread.
+    bool hasCommonX() const;
+    QByteArray header(bool hasCommonX) const;
+    void appendRow(QByteArray *text, int row, bool hasCommonX) const;
 
     QVector<Trace> m_traces;
-    bool m_hasCommonX = true;
     int m_rows = 0;
 };
 

@@ -1,8 +1,11 @@
 #include "kit/chart/ScenePainting.h"
 
+#include "common/FramebufferShift.h"
+#include "cursors/GraphCursor.h"
 #include "kit/chart/Canvas.h"
 #include "kit/chart/ItemPainting.h"
 #include "view/base/AbstractPlot.h"
+#include "view/base/XYScale.h"
 #include "view/frame/GraphView.h"
 
 #include <QPainter>
@@ -55,13 +58,21 @@ void collectForeign(QQuickItem *item, QVector<QQuickItem *> *found)
         collectForeign(child, found);
 }
 
+double shiftOf(const QQuickPaintedItem *item)
+{
+    if (const auto *plot = qobject_cast<const AbstractPlot *>(item))
+        return plot->framebufferShift();
+    const bool isShifted = qobject_cast<const GraphCursor *>(item) || qobject_cast<const XYScale *>(item);
+    return isShifted ? framebufferShift(*item) : 0.0;
+}
+
 void paintPaintedItem(QQuickPaintedItem *item, QPainter *painter)
 {
     if (item->fillColor().alpha() > 0)
         painter->fillRect(item->boundingRect(), item->fillColor());
     // What a framebuffer takes back is not to be seen here.
-    if (const auto *plot = qobject_cast<AbstractPlot *>(item))
-        painter->translate(-plot->framebufferShift(), -plot->framebufferShift());
+    const double shift = shiftOf(item);
+    painter->translate(-shift, -shift);
     item->paint(painter);
 }
 

@@ -230,6 +230,12 @@ private slots:
             "GraphPlot { plotStyle: GraphPlot.FillPlot; useTransparencyForFillPlot: false; penColor: 'blue'; "
             "plotData: PlotSeries { axisX: time; axisY: level; yData: [1, 1] } }",
             {0, 0}, blue);
+        row("cursor, without it",
+            "GraphPlot { penColor: 'transparent'; plotData: PlotSeries { axisX: time; axisY: level; xInterval: 1 / "
+            "99; "
+            "yData: Array.from({ length: 100 }, () => 1) } } GraphCursor { color: 'blue'; paintedWidth: 9; "
+            "renderTarget: GraphCursor.FramebufferObject; Component.onCompleted: posOnScreen = 20 }",
+            {17, 50}, blue);
         row("text", "Text { x: 5; y: 5; text: '\u2588\u2588'; color: 'blue'; font.pixelSize: 30 }", {20, 25},
             blue);
     }
