@@ -58,8 +58,8 @@ private:
     QVector<PlotSeries *> m_series;
 };
 
-// A chart as people use it: Job::traces traces with a grid, labels on both axes, a legend, a cursor with a reading for
-// each trace, and two markers.
+// A chart as people use it: Job::traces traces with a grid, labels on both axes, a legend, a cursor with a
+// reading for each trace, and two markers.
 class WholeScreen : public Contender
 {
 public:

@@ -1,5 +1,6 @@
-// Runs a fixed set of scenes for a tool that counts instructions, see count.cmake: `benchmark_scenes` for all of them,
-// `benchmark_scenes NAME` for one. The tool counts only between the marks, and writes what it counted after each scene.
+// Runs a fixed set of scenes for a tool that counts instructions, see count.cmake: `benchmark_scenes` for all
+// of them, `benchmark_scenes NAME` for one. The tool counts only between the marks, and writes what it
+// counted after each scene.
 
 #include "benchmarks/OwnCharts.h"
 #include "plots/AreaPlot.h"
@@ -94,8 +95,10 @@ const Scene scenes[] = {
     {"window", [](const char *name) { countChart(name, benchmark::BareTraces(1), job("window", 100000)); }},
     {"screen-new", [](const char *name) { countChart(name, benchmark::WholeScreen(), job("new", 1000, 4)); }},
     {"screen-pan", [](const char *name) { countChart(name, benchmark::WholeScreen(), job("pan", 1000, 4)); }},
-    {"screen-window", [](const char *name) { countChart(name, benchmark::WholeScreen(), job("window", 1000, 1)); }},
-    {"screen-cursor", [](const char *name) { countChart(name, benchmark::WholeScreen(), job("cursor", 1000, 4)); }},
+    {"screen-window",
+     [](const char *name) { countChart(name, benchmark::WholeScreen(), job("window", 1000, 1)); }},
+    {"screen-cursor",
+     [](const char *name) { countChart(name, benchmark::WholeScreen(), job("cursor", 1000, 4)); }},
     {"area", countArea},
     {"heatmap", countHeatmap},
 };

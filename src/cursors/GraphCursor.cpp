@@ -12,6 +12,7 @@
 #include "cursors/NearestSample.h"
 #include "data/PlotData.h"
 #include "view/base/AbstractPlot.h"
+#include "view/base/StampNode.h"
 #include "view/zoom/ZoomRect.h"
 
 #include <QPainter>
@@ -373,6 +374,12 @@ void GraphCursor::GRAPH_GEOMETRY_CHANGED(const QRectF &newGeometry, const QRectF
     } else if (newGeometry.height() != oldGeometry.height()) {
         handlePlotSizeChanged();
     }
+}
+
+QSGNode *GraphCursor::updatePaintNode(QSGNode *old, UpdatePaintNodeData *data)
+{
+    QSGNode *stamps = graph::stampedNode(this, old);
+    return stamps ? stamps : QQuickPaintedItem::updatePaintNode(old, data);
 }
 
 void GraphCursor::paint(QPainter *painter)

@@ -163,6 +163,7 @@ protected:
     void GRAPH_GEOMETRY_CHANGED(const QRectF &newGeometry, const QRectF &oldGeometry) override;
     void itemChange(ItemChange change, const ItemChangeData &data) override;
     void componentComplete() override;
+    QSGNode *updatePaintNode(QSGNode *old, UpdatePaintNodeData *data) override;
 
     GraphCursor(const graph::CursorDirection &direction, QQuickItem *parent);
 

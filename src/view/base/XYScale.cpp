@@ -5,6 +5,7 @@
 #include "common/FramebufferShift.h"
 #include "common/SceneExit.h"
 #include "view/base/AbstractPlot.h"
+#include "view/base/StampNode.h"
 
 #include <QPainter>
 
@@ -186,6 +187,12 @@ void XYScale::setPlotAreaMargins(const QMargins &margins)
         return;
     m_plotAreaMargins = margins;
     update();
+}
+
+QSGNode *XYScale::updatePaintNode(QSGNode *old, UpdatePaintNodeData *data)
+{
+    QSGNode *stamps = graph::stampedNode(this, old);
+    return stamps ? stamps : QQuickPaintedItem::updatePaintNode(old, data);
 }
 
 void XYScale::paint(QPainter *painter)

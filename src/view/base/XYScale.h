@@ -37,6 +37,9 @@ public slots:
 signals:
     void marginsChanged(int left, int right, int top, int bottom);
 
+protected:
+    QSGNode *updatePaintNode(QSGNode *old, UpdatePaintNodeData *data) override;
+
 private:
     int marginAt(Qt::Alignment side);
     void repaintWith(ValueAxis *axis);

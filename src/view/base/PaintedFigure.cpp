@@ -1,0 +1,207 @@
+#include "view/base/PaintedFigure.h"
+
+#include "common/SafeInteger.h"
+
+#include <QImage>
+#include <QPaintEngine>
+#include <QPainter>
+
+#include <cmath>
+
+namespace graph {
+
+namespace {
+
+// With more of them one picture of the whole costs less.
+constexpr int mostMarks = 200;
+
+// Takes down what a painter is asked for.
+class Recorder : public QPaintEngine, public QPaintDevice
+{
+public:
+    explicit Recorder(const QSize &size)
+        : QPaintEngine(AllFeatures)
+        , m_bounds(QPoint(0, 0), size)
+    {
+    }
+
+    PaintedFigure figure;
+
+    bool begin(QPaintDevice *) override { return true; }
+    bool end() override { return true; }
+    Type type() const override { return User; }
+    QPaintEngine *paintEngine() const override { return const_cast<Recorder *>(this); }
+
+    void updateState(const QPaintEngineState &now) override
+    {
+        const DirtyFlags changed = now.state();
+        m_text.clear();
+        if (changed & DirtyPen)
+            m_pen = now.pen();
+        if (changed & DirtyFont)
+            m_font = now.font();
+        if (changed & DirtyTransform)
+            m_transform = now.transform();
+        if (changed & DirtyHints)
+            m_isPlain = !(now.renderHints() & QPainter::Antialiasing);
+        if ((changed & DirtyOpacity && now.opacity() != 1.0) ||
+            (changed & DirtyCompositionMode &&
+             now.compositionMode() != QPainter::CompositionMode_SourceOver) ||
+            (changed & DirtyClipEnabled && now.isClipEnabled()))
+            figure.isComplete = false;
+    }
+
+    using QPaintEngine::drawLines;
+    void drawLines(const QLineF *lines, int count) override
+    {
+        if (m_pen.style() == Qt::NoPen)
+            return;
+        m_text.clear();
+        const double reach = 0.5 * m_pen.widthF() + 2.0;
+        for (int i = 0; i < count && isRecordable(); ++i) {
+            const QLineF line = lines[i].translated(m_transform.dx(), m_transform.dy());
+            PaintedMark mark;
+            mark.line = line;
+            append(mark, QRectF(line.p1(), line.p2()).normalized().adjusted(-reach, -reach, reach, reach));
+        }
+    }
+
+    void drawTextItem(const QPointF &place, const QTextItem &item) override
+    {
+        if (!isRecordable())
+            return;
+        const QPointF at(place.x() + m_transform.dx(), place.y() + m_transform.dy());
+        // A text comes in pieces, for example at its spaces, which have their places within pixels from the
+        // whole.
+        const bool continues = !m_text.isNull() && at.y() == m_textAt.y() &&
+                               std::abs(at.x() - m_textAt.x() - m_textWidth) < 1e-3;
+        if (continues && m_isTextRecorded)
+            figure.marks.removeLast();
+        if (!continues) {
+            m_text.clear();
+            m_textAt = at;
+            m_textWidth = 0.0;
+        }
+        m_text += item.text();
+        m_textWidth += item.width();
+        // Letters may reach out of their own boxes.
+        const double height = item.ascent() + item.descent();
+        PaintedMark mark;
+        mark.text = m_text;
+        mark.fraction = m_textAt;
+        const int before = figure.marks.size();
+        append(mark, QRectF(m_textAt.x(), at.y() - item.ascent(), m_textWidth, height)
+                         .adjusted(-height / 2, -2, height / 2, 2));
+        m_isTextRecorded = figure.marks.size() > before;
+    }
+
+    void drawPath(const QPainterPath &) override { figure.isComplete = false; }
+    void drawPolygon(const QPointF *, int, PolygonDrawMode) override { figure.isComplete = false; }
+    void drawRects(const QRectF *, int) override { figure.isComplete = false; }
+    void drawEllipse(const QRectF &) override { figure.isComplete = false; }
+    void drawPoints(const QPointF *, int) override { figure.isComplete = false; }
+    void drawPixmap(const QRectF &, const QPixmap &, const QRectF &) override { figure.isComplete = false; }
+    void drawTiledPixmap(const QRectF &, const QPixmap &, const QPointF &) override
+    {
+        figure.isComplete = false;
+    }
+    void drawImage(const QRectF &, const QImage &, const QRectF &, Qt::ImageConversionFlags) override
+    {
+        figure.isComplete = false;
+    }
+
+protected:
+    // Fonts in points have the size that they have on an image.
+    int metric(PaintDeviceMetric metric) const override
+    {
+        static const QImage image(1, 1, QImage::Format_ARGB32_Premultiplied);
+        switch (metric) {
+        case PdmWidth:
+            return m_bounds.width();
+        case PdmHeight:
+            return m_bounds.height();
+        case PdmDpiX:
+            return image.logicalDpiX();
+        case PdmDpiY:
+            return image.logicalDpiY();
+        case PdmPhysicalDpiX:
+            return image.physicalDpiX();
+        case PdmPhysicalDpiY:
+            return image.physicalDpiY();
+        case PdmDevicePixelRatio:
+            return 1;
+        case PdmDevicePixelRatioScaled:
+            return int(devicePixelRatioFScale());
+        default:
+            return 0;
+        }
+    }
+
+private:
+    bool isRecordable()
+    {
+        figure.isComplete = figure.isComplete && m_isPlain && m_transform.type() <= QTransform::TxTranslate &&
+                            m_pen.brush().style() == Qt::SolidPattern && figure.marks.size() < mostMarks;
+        return figure.isComplete;
+    }
+
+    void append(PaintedMark &mark, const QRectF &reach)
+    {
+        if (!(reach.width() < pixelLimit) || !(reach.height() < pixelLimit)) {
+            figure.isComplete = false;
+            return;
+        }
+        const QRect part = reach.toAlignedRect() & m_bounds;
+        if (part.isEmpty())
+            return;
+        mark.pen = m_pen;
+        mark.font = m_font;
+        mark.size = part.size();
+        mark.line.translate(-part.topLeft());
+        mark.fraction -= part.topLeft();
+        figure.marks.append({mark, part.topLeft()});
+    }
+
+    QRect m_bounds;
+    QPen m_pen;
+    QFont m_font;
+    QTransform m_transform;
+    // The text that the next piece may belong to.
+    QString m_text;
+    QPointF m_textAt;
+    double m_textWidth = 0.0;
+    bool m_isTextRecorded = false;
+    bool m_isPlain = true;
+};
+
+} // namespace
+
+bool PaintedMark::operator==(const PaintedMark &other) const
+{
+    if (size != other.size || isText() != other.isText() || pen != other.pen)
+        return false;
+    return isText() ? text == other.text && fraction == other.fraction && font == other.font
+                    : line == other.line;
+}
+
+void PaintedMark::paint(QPainter *painter, const QPoint &origin) const
+{
+    painter->setPen(pen);
+    if (!isText()) {
+        painter->drawLine(line.translated(origin));
+        return;
+    }
+    painter->setFont(font);
+    painter->drawText(fraction + origin, text);
+}
+
+PaintedFigure recordedFigure(const QSize &size, const std::function<void(QPainter *)> &paint)
+{
+    Recorder recorder(size);
+    QPainter painter(&recorder);
+    paint(&painter);
+    painter.end();
+    return recorder.figure;
+}
+
+} // namespace graph

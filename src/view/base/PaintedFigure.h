@@ -1,0 +1,50 @@
+#pragma once
+
+#include <QFont>
+#include <QLineF>
+#include <QPen>
+#include <QRect>
+#include <QSize>
+#include <QString>
+#include <QVector>
+
+#include <functional>
+
+class QPainter;
+
+namespace graph {
+
+// One call of a painter, moved to the origin: what it draws depends on nothing else.
+struct PaintedMark
+{
+    QLineF line;
+    QString text;     // a line where it is null
+    QPointF fraction; // where the text begins within its pixel
+    QFont font;
+    QPen pen;
+    QSize size; // of the part of the picture that it may reach
+
+    bool isText() const { return !text.isNull(); }
+    bool isTranslucent() const { return pen.color().alpha() < 255; }
+    bool operator==(const PaintedMark &other) const;
+    // origin: the place of that part in the painter's coordinates.
+    void paint(QPainter *painter, const QPoint &origin) const;
+};
+
+struct PlacedMark
+{
+    PaintedMark mark;
+    QPoint origin;
+};
+
+// What is painted in a picture of that size, as far as it is lines and texts, from first to last. Anything
+// else, and more of it than is worth it, is not told apart: the flag is false then.
+struct PaintedFigure
+{
+    QVector<PlacedMark> marks;
+    bool isComplete = true;
+};
+
+PaintedFigure recordedFigure(const QSize &size, const std::function<void(QPainter *)> &paint);
+
+} // namespace graph

@@ -1,0 +1,223 @@
+#include "view/base/StampNode.h"
+
+#include <QPainter>
+#include <QQuickWindow>
+#include <QSGImageNode>
+#include <QSGRendererInterface>
+#include <QSGTexture>
+
+#include <algorithm>
+
+namespace graph {
+
+namespace {
+
+constexpr QQuickWindow::CreateTextureOptions textureOptions(QQuickWindow::TextureHasAlphaChannel |
+                                                            QQuickWindow::TextureCanUseAtlas);
+
+QImage emptyImage(const QSize &size)
+{
+    QImage image(size, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    return image;
+}
+
+// The smallest rectangle around the pixels that are not transparent.
+QRect inkOf(const QImage &image)
+{
+    int left = image.width();
+    int right = -1;
+    int top = image.height();
+    int bottom = -1;
+    for (int y = 0; y < image.height(); ++y) {
+        const QRgb *row = reinterpret_cast<const QRgb *>(image.constScanLine(y));
+        const auto isInk = [](QRgb pixel) { return pixel != 0; };
+        const QRgb *first = std::find_if(row, row + image.width(), isInk);
+        if (first == row + image.width())
+            continue;
+        int last = image.width() - 1;
+        while (row[last] == 0)
+            --last;
+        left = std::min(left, int(first - row));
+        right = std::max(right, last);
+        top = std::min(top, y);
+        bottom = y;
+    }
+    return QRect(QPoint(left, top), QPoint(right, bottom));
+}
+
+// With a transparent row at the end: the software scene graph takes an image without one for opaque, and cuts
+// it out of all that is behind, which costs more than to paint over it.
+QImage stampImage(const QImage &image, const QRect &ink)
+{
+    return image.copy(ink.adjusted(0, 0, 0, 1));
+}
+
+} // namespace
+
+StampNode::~StampNode()
+{
+    // Before their textures.
+    while (QSGNode *node = firstChild()) {
+        removeChildNode(node);
+        delete node;
+    }
+}
+
+std::shared_ptr<StampNode::Stamp> StampNode::stampOf(const PaintedMark &mark)
+{
+    for (const std::shared_ptr<Stamp> &stamp : m_stamps) {
+        if (stamp->mark == mark)
+            return stamp;
+    }
+    QImage image = emptyImage(mark.size);
+    QPainter painter(&image);
+    mark.paint(&painter, QPoint());
+    painter.end();
+    auto stamp = std::make_shared<Stamp>();
+    stamp->mark = mark;
+    stamp->ink = inkOf(image);
+    stamp->image = stampImage(image, stamp->ink);
+    m_stamps.push_back(stamp);
+    return stamp;
+}
+
+// Finds what covers what. A text over opaque lines becomes a stamp of its own, with the part of the lines in
+// it.
+bool StampNode::arrange(const PaintedFigure &figure, QVector<Placed> &placed)
+{
+    for (int i = 0; i < figure.marks.size(); ++i) {
+        const PlacedMark &added = figure.marks.at(i);
+        std::shared_ptr<Stamp> stamp = stampOf(added.mark);
+        const QRect ink = stamp->ink.translated(added.origin);
+        bool coversLines = false;
+        for (int k = 0; k < placed.size() && !ink.isEmpty(); ++k) {
+            const PaintedMark &below = figure.marks.at(k).mark;
+            if (!placed.at(k).ink.intersects(ink))
+                continue;
+            if (below.isText() || below.isTranslucent() ||
+                (added.mark.isTranslucent() && !added.mark.isText()))
+                return false;
+            coversLines = coversLines || added.mark.isText();
+        }
+        stamp->isUsed = true;
+        if (coversLines) {
+            // As large as for a stamp without lines: letters at the edge of an image are drawn by other
+            // means.
+            const QPoint &origin = added.origin;
+            QImage image = emptyImage(added.mark.size);
+            QPainter painter(&image);
+            for (const Placed &below : qAsConst(placed)) {
+                if (below.ink.intersects(ink))
+                    painter.drawImage(below.ink.topLeft() - origin, below.stamp->image);
+            }
+            added.mark.paint(&painter, QPoint());
+            painter.end();
+            image = image.copy(stamp->ink);
+            stamp = std::make_shared<Stamp>();
+            stamp->image = stampImage(image, image.rect());
+        }
+        placed.append({stamp, ink});
+    }
+    return true;
+}
+
+void StampNode::show(QQuickWindow *window, const PaintedFigure &figure, bool smooth)
+{
+    for (const std::shared_ptr<Stamp> &stamp : m_stamps)
+        stamp->isUsed = false;
+    QVector<Placed> placed;
+    if (!arrange(figure, placed))
+        placed = {inOne(figure)};
+    placed.erase(
+        std::remove_if(placed.begin(), placed.end(), [](const Placed &p) { return p.ink.isEmpty(); }),
+        placed.end());
+
+    while (m_nodes.size() > placed.size()) {
+        QSGImageNode *node = m_nodes.takeLast();
+        removeChildNode(node);
+        delete node;
+    }
+    QVector<std::shared_ptr<QSGTexture>> shown;
+    for (int i = 0; i < placed.size(); ++i) {
+        Stamp &stamp = *placed.at(i).stamp;
+        if (!stamp.texture)
+            stamp.texture.reset(window->createTextureFromImage(stamp.image, textureOptions));
+        const bool isNew = i == m_nodes.size();
+        if (isNew)
+            m_nodes.append(window->createImageNode());
+        place(m_nodes.at(i), stamp, placed.at(i).ink.topLeft(), smooth);
+        if (isNew)
+            appendChildNode(m_nodes.at(i));
+        shown.append(stamp.texture);
+    }
+    m_shown = shown;
+    m_stamps.erase(std::remove_if(m_stamps.begin(), m_stamps.end(),
+                                  [](const std::shared_ptr<Stamp> &stamp) { return !stamp->isUsed; }),
+                   m_stamps.end());
+}
+
+// Each write makes the renderer paint what is there again.
+void StampNode::place(QSGImageNode *node, const Stamp &stamp, const QPoint &corner, bool smooth)
+{
+    const QRectF whole(QPointF(), stamp.image.size());
+    const QRectF rect = whole.translated(corner);
+    const QSGTexture::Filtering filtering = smooth ? QSGTexture::Linear : QSGTexture::Nearest;
+    if (node->texture() != stamp.texture.get())
+        node->setTexture(stamp.texture.get());
+    if (node->sourceRect() != whole)
+        node->setSourceRect(whole);
+    if (node->rect() != rect)
+        node->setRect(rect);
+    if (node->filtering() != filtering)
+        node->setFiltering(filtering);
+}
+
+// All of it as the layer would have it, in one image no larger than that takes.
+StampNode::Placed StampNode::inOne(const PaintedFigure &figure)
+{
+    QRect bounds;
+    for (const PlacedMark &placed : figure.marks)
+        bounds |= QRect(placed.origin, placed.mark.size);
+    QImage image = emptyImage(bounds.size());
+    QPainter painter(&image);
+    for (const PlacedMark &placed : figure.marks)
+        placed.mark.paint(&painter, placed.origin - bounds.topLeft());
+    painter.end();
+    auto stamp = std::make_shared<Stamp>();
+    stamp->image = stampImage(image, image.rect());
+    return {stamp, bounds};
+}
+
+QSGNode *stampedNode(QQuickPaintedItem *item, QSGNode *&old)
+{
+    QQuickWindow *window = item->window();
+    auto *stamps = dynamic_cast<StampNode *>(old);
+    const bool isPlain = item->fillColor().alpha() == 0 && !item->opaquePainting() &&
+                         item->textureSize().isEmpty() && item->contentsScale() == 1.0 &&
+                         item->contentsSize().isEmpty() && !item->antialiasing() &&
+                         window->effectiveDevicePixelRatio() == 1.0;
+    // A graphics processor has lines of its own in a framebuffer, and an effect may hold on to a layer's
+    // texture.
+    const bool isSoftware = window->rendererInterface()->graphicsApi() == QSGRendererInterface::Software;
+    if (isPlain && (isSoftware || (item->renderTarget() == QQuickPaintedItem::Image && (stamps || !old)))) {
+        const QSize size(qRound(item->width()), qRound(item->height()));
+        const PaintedFigure figure =
+            recordedFigure(size, [item](QPainter *painter) { item->paint(painter); });
+        if (figure.isComplete) {
+            if (!stamps) {
+                delete old;
+                stamps = new StampNode;
+            }
+            stamps->show(window, figure, item->smooth());
+            return stamps;
+        }
+    }
+    if (stamps) {
+        delete stamps;
+        old = nullptr;
+    }
+    return nullptr;
+}
+
+} // namespace graph

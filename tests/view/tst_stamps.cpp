@@ -1,0 +1,215 @@
+// Planes and cursors are shown without layers: as small images, with the pixels of a layer. Counted is what a
+// frame has to blend and to upload for that.
+
+#include "support/QmlDocument.h"
+
+#include "cursors/GraphCursor.h"
+#include "view/base/XYScale.h"
+
+#include <QQuickWindow>
+#include <QSGImageNode>
+#include <QSGTexture>
+#include <QScreen>
+#include <QSet>
+
+namespace {
+
+// Of all watched items, in pixels: what their nodes show, and what of it has been made for the last frame.
+int shownPixels = 0;
+int newPixels = 0;
+
+template <typename Item> class Watched : public Item
+{
+protected:
+    QSGNode *updatePaintNode(QSGNode *old, QQuickItem::UpdatePaintNodeData *data) override
+    {
+        QSGNode *node = Item::updatePaintNode(old, data);
+        QSet<QSGTexture *> textures;
+        for (QSGNode *child = node->firstChild(); child; child = child->nextSibling()) {
+            auto *image = static_cast<QSGImageNode *>(child);
+            const int pixels = int(image->rect().width() * image->rect().height());
+            shownPixels += pixels;
+            if (!m_textures.contains(image->texture()) && !textures.contains(image->texture()))
+                newPixels += pixels;
+            textures.insert(image->texture());
+        }
+        // A layer has its picture in the node itself.
+        if (!node->firstChild() && dynamic_cast<QSGGeometryNode *>(node))
+            shownPixels += int(this->width() * this->height());
+        m_textures = textures;
+        return node;
+    }
+
+private:
+    QSet<QSGTexture *> m_textures;
+};
+
+// %1: of the plane, %2: of both axes, %3: of the cursor. Lines and labels meet where there are no margins.
+const char *const chart = R"(
+    GraphView {
+        id: view
+        width: 300; height: 200
+        property alias horizontal: horizontal
+        property alias cursor: cursor
+        axes: [
+            ValueAxis { id: horizontal; maxValue: 100; unit: "MHz"; linesPlane: plane; labelsPlane: plane; %2 },
+            ValueAxis {
+                id: vertical
+                alignment: Qt.AlignLeft; maxValue: 10; unit: "dB"; linesPlane: plane; labelsPlane: plane; %2
+            }
+        ]
+        XYScale { id: plane; %1 }
+        GraphPlot {
+            id: plot
+            plotData: PlotSeries {
+                axisX: horizontal; axisY: vertical; yData: [1, 4, 2, 8, 3, 9]
+                xInterval: 10
+            }
+        }
+        GraphCursor {
+            id: cursor
+            visible: true; posIndex: 2
+            markers: [ GraphMarker { posIndex: 4; showDelta: true; deltaY: 30 }, GraphMarker { posIndex: 1 } ]
+            %1
+            %3
+        }
+    })";
+
+const char *const wholeScreen = R"(
+    import watched 1.0 as W
+    GraphView {
+        width: 800; height: 480
+        property alias horizontal: horizontal
+        property alias cursor: cursor
+        axes: [
+            ValueAxis {
+                id: horizontal; maxValue: 1000; maxVisible: 10; margin: 40; unit: "s"; linesPlane: grid; labelsPlane: labels
+            },
+            ValueAxis {
+                id: vertical
+                alignment: Qt.AlignLeft; maxValue: 10; maxVisible: 10; margin: 40; linesPlane: grid; labelsPlane: labels
+            }
+        ]
+        W.XYScale { id: grid }
+        W.XYScale { id: labels }
+        W.XYScale {}
+        GraphPlot { plotData: PlotSeries { axisX: horizontal; axisY: vertical; yData: [1, 4, 2, 8, 3, 9] } }
+        W.GraphCursor { id: cursor; visible: true; markers: GraphMarker { posIndex: 4; visible: true } }
+    })";
+
+QImage frameOf(QQuickWindow *window)
+{
+    // What changed is told in the next pass of the event loop, and that may change something in turn.
+    for (int pass = 0; pass < 4; ++pass)
+        QCoreApplication::processEvents();
+    window->grabWindow();
+    return window->screen()->grabWindow(window->winId()).toImage();
+}
+
+} // namespace
+
+class tst_stamps : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void showsThePixelsOfALayer_data();
+    void showsThePixelsOfALayer();
+    void blendsAndUploadsLittle();
+};
+
+void tst_stamps::showsThePixelsOfALayer_data()
+{
+    QTest::addColumn<QString>("axes");
+    QTest::addColumn<QString>("cursor");
+    const struct
+    {
+        const char *name;
+        const char *axes;
+        const char *cursor;
+    } rows[] = {
+        {"margins", "margin: 40", ""},
+        {"labels over lines", "", ""},
+        {"wide lines", "margin: 40; lineWidth: 3", "paintedWidth: 9"},
+        {"dashes", "lineDashPattern: [4, 3]; lineColor: \"blue\"", "renderTarget: GraphCursor.Image"},
+        {"translucent lines cross", "lineColor: \"#80ff0000\"", "paintedWidth: 30"},
+        {"translucent labels", "margin: 40; labelColor: \"#8000ff00\"", "color: \"blue\""},
+        {"no lines", "axisStyle: ValueAxis.LabelsOnly", ""},
+        {"nothing", "visible: false", ""},
+    };
+    for (const auto &row : rows)
+        QTest::newRow(row.name) << row.axes << row.cursor;
+}
+
+void tst_stamps::showsThePixelsOfALayer()
+{
+    QFETCH(QString, axes);
+    QFETCH(QString, cursor);
+    // A size of its own keeps an item in a layer.
+    QQuickWindow windows[2];
+    std::unique_ptr<QmlDocument> documents[2];
+    for (int i = 0; i < 2; ++i) {
+        documents[i] = std::make_unique<QmlDocument>(
+            QString(chart).arg(i ? "textureSize: Qt.size(width, height)" : "", axes, cursor).toUtf8());
+        windows[i].resize(300, 200);
+        qobject_cast<QQuickItem *>(documents[i]->root())->setParentItem(windows[i].contentItem());
+        windows[i].show();
+        QVERIFY(QTest::qWaitForWindowExposed(&windows[i]));
+    }
+    QImage before;
+    for (double shift : {0.0, 3.7, 8.1, 11.0, 20.5}) {
+        for (const auto &document : documents) {
+            document->object("horizontal")->setProperty("maxVisible", 60 + shift);
+            document->object("horizontal")->setProperty("minVisible", shift);
+            document->object("cursor")->setProperty("posOnScreen", 60 + 9 * shift);
+        }
+        const QImage stamped = frameOf(&windows[0]);
+        QCOMPARE(stamped.size(), QSize(300, 200));
+        QVERIFY(stamped != before);
+        QCOMPARE(stamped, frameOf(&windows[1]));
+        before = stamped;
+    }
+}
+
+void tst_stamps::blendsAndUploadsLittle()
+{
+    registerTypes();
+    qmlRegisterType<Watched<XYScale>>("watched", 1, 0, "XYScale");
+    qmlRegisterType<Watched<GraphCursor>>("watched", 1, 0, "GraphCursor");
+    QmlDocument document(wholeScreen);
+    QQuickWindow window;
+    window.resize(800, 480);
+    qobject_cast<QQuickItem *>(document.root())->setParentItem(window.contentItem());
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    const auto count = [&window](auto change) {
+        frameOf(&window);
+        shownPixels = newPixels = 0;
+        change();
+        frameOf(&window);
+        return QPair<int, int>(shownPixels, newPixels);
+    };
+    constexpr int layer = 800 * 480;
+    QObject *axis = document.object("horizontal");
+    const auto pan = [axis](double shift) {
+        axis->setProperty("maxVisible", 10 + shift);
+        axis->setProperty("minVisible", shift);
+    };
+    pan(1.0);
+    // Of both planes, the empty one, and the cursor that follows its sample.
+    const auto panned = count([&] { pan(1.1); });
+    QVERIFY2(panned.first > 1000 && panned.first < layer / 15, qPrintable(QString::number(panned.first)));
+    QCOMPARE(panned.second, 0);
+    const auto relabelled = count([&] { pan(200.0); });
+    QVERIFY2(relabelled.second > 100 && relabelled.second < 5000,
+             qPrintable(QString::number(relabelled.second)));
+    pan(1.0);
+    QObject *cursor = document.object("cursor");
+    cursor->setProperty("posIndex", 2);
+    const auto moved = count([cursor] { cursor->setProperty("posIndex", 3); });
+    QVERIFY2(moved.first > 1000 && moved.first < layer / 50, qPrintable(QString::number(moved.first)));
+    QCOMPARE(moved.second, 0);
+}
+
+QTEST_MAIN(tst_stamps)
+#include "tst_stamps.moc"
