@@ -208,7 +208,7 @@ void tst_stamps::blendsAndUploadsLittle()
     cursor->setProperty("posIndex", 2);
     const auto moved = count([cursor] { cursor->setProperty("posIndex", 3); });
     QVERIFY2(moved.first > 1000 && moved.first < layer / 50, qPrintable(QString::number(moved.first)));
-    QCOMPARE(moved.second, 0);
+    QVERIFY2(moved.second < 500, qPrintable(QString::number(moved.second))); // the text of the distance
 }
 
 QTEST_MAIN(tst_stamps)
