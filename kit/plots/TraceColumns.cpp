@@ -18,49 +18,54 @@ constexpr double fewestToSearch = 4.0;
 double bounded(double place)
 {
     constexpr double farthest = 1e15;
+    if (std::abs(place) < pixelLimit)
+        return place;
     return std::isfinite(place) ? std::min(std::max(place, -farthest), farthest) : gap;
 }
 
-// The extremes of the places of samples first..end-1.
-MinMax places(const SampleSpan &samples, const PixelMapping &mapping, int first, int end)
+// The extremes of the values, among samples first..end-1, that have a place.
+MinMax placedExtremes(const SampleSpan &samples, const PixelMapping &mapping, int first, int end)
 {
     MinMax values = samples.minMax(first, end);
-    if (!values.isEmpty() && !(mapping.hasPlaceY(values.min) && mapping.hasPlaceY(values.max))) {
-        values = {};
-        for (int i = first; i < end; ++i) {
-            const double y = samples.y(i);
-            if (mapping.hasPlaceY(y))
-                values.add({y, y});
-        }
+    if (values.isEmpty() || (mapping.hasPlaceY(values.min) && mapping.hasPlaceY(values.max)))
+        return values;
+    values = {};
+    for (int i = first; i < end; ++i) {
+        const double y = samples.y(i);
+        if (mapping.hasPlaceY(y))
+            values.add({y, y});
     }
-    if (values.isEmpty())
-        return {};
-    // The greater value is above or, on a reversed axis, below.
-    const double low = mapping.y(values.min);
-    const double high = mapping.y(values.max);
-    return {std::min(low, high), std::max(low, high)};
+    return values;
 }
 
-TraceColumn columnOf(const SampleSpan &samples, const PixelMapping &mapping, int column, int first, int end)
+TraceColumn lone(const SampleSpan &samples, const PixelMapping &mapping, int column, int i)
 {
-    TraceColumn result{column,
-                       end - first,
-                       bounded(mapping.x(samples.x(first))),
-                       bounded(mapping.x(samples.x(end - 1))),
-                       bounded(mapping.y(samples.y(first))),
-                       bounded(mapping.y(samples.y(end - 1))),
-                       gap,
-                       gap};
-    if (std::isnan(result.left) || std::isnan(result.right)) {
-        result.first = result.last = gap;
+    const double x = bounded(mapping.x(samples.x(i)));
+    const double y = std::isnan(x) ? gap : bounded(mapping.y(samples.y(i)));
+    return {column, 1, x, y, y, y, y};
+}
+
+// Several samples in the middle of their column.
+TraceColumn crowded(const SampleSpan &samples, const PixelMapping &mapping, int column, int first, int end)
+{
+    TraceColumn result{column, end - first, double(column), gap, gap, gap, gap};
+    // Beyond these columns samples have no place: x that are not positive on a logarithmic axis.
+    if (std::abs(column) == pixelLimit)
         return result;
-    }
-    const MinMax extremes =
-        end - first == 1 ? MinMax{result.first, result.first} : places(samples, mapping, first, end);
-    if (!extremes.isEmpty()) {
-        result.top = bounded(extremes.min);
-        result.bottom = bounded(extremes.max);
-    }
+    const MinMax values = placedExtremes(samples, mapping, first, end);
+    if (values.isEmpty())
+        return result;
+    // The greater value is above or, on a reversed axis, below.
+    const double low = bounded(mapping.y(values.min));
+    const double high = bounded(mapping.y(values.max));
+    result.top = std::min(low, high);
+    result.bottom = std::max(low, high);
+    // Often, where the samples of a column are few, the first and the last are the extremes.
+    const auto placeOf = [&](double y) {
+        return y == values.min ? low : y == values.max ? high : bounded(mapping.y(y));
+    };
+    result.first = placeOf(samples.y(first));
+    result.last = placeOf(samples.y(end - 1));
     return result;
 }
 
@@ -80,7 +85,8 @@ std::vector<TraceColumn> traceColumns(const SampleSpan &samples, const PixelMapp
         else
             while (end < samples.size() && mapping.column(samples.x(end)) == column)
                 ++end;
-        columns.push_back(columnOf(samples, mapping, column, first, end));
+        columns.push_back(end - first == 1 ? lone(samples, mapping, column, first)
+                                           : crowded(samples, mapping, column, first, end));
         run = end - first;
         first = end;
     }

@@ -12,11 +12,10 @@ namespace graph {
 // a column each.
 struct TraceColumn
 {
-    int column;  // of the item, or beside it for the neighbours of what is visible
-    int samples; // how many it has, gaps included
-    double left; // x of the first and of the last of them
-    double right;
-    double first; // y of these; NaN where there is a gap
+    int column;   // of the item, or beside it for the neighbours of what is visible
+    int samples;  // how many it has, gaps included
+    double x;     // of a lone sample, else that of the column
+    double first; // y of the first and of the last sample; NaN where there is a gap
     double last;
     double top; // the extremes of y: top <= bottom, or NaN both where there are only gaps
     double bottom;

@@ -7,19 +7,24 @@ namespace graph {
 namespace {
 
 // Pixels beside the item that are kept, so that wide lines come in from there.
-constexpr double outside = 64.0;
+constexpr int outside = 64;
+
+// The whole number not above, within the limits of pixels. std::floor is a call, one or two for each column.
+double rowNotAbove(double y)
+{
+    const int whole = pixel(y);
+    return whole - (y < whole);
+}
 
 } // namespace
 
 double vertexPixel(double coordinate)
 {
-    return std::abs(coordinate) < pixelLimit ? std::trunc(coordinate) : coordinate;
+    return std::abs(coordinate) < pixelLimit ? double(int(coordinate)) : coordinate;
 }
 
 TraceRows::TraceRows(const std::vector<TraceColumn> &columns, TraceCourse course, const QSize &size)
-    : m_rows(std::size_t(std::max(0, size.width())))
-    , m_top(-outside)
-    , m_bottom(size.height() + outside)
+    : m_rows(std::size_t(std::max(0, size.width())), Rows{pixelLimit + 1, -pixelLimit - 1})
 {
     const TraceColumn *previous = nullptr;
     for (const TraceColumn &column : columns) {
@@ -28,23 +33,34 @@ TraceRows::TraceRows(const std::vector<TraceColumn> &columns, TraceCourse course
         else if (previous && areJoined(*previous, column))
             addJoint(*previous, column);
         if (!column.isGap() && column.column >= 0 && column.column < width())
-            add(column.column, vertexPixel(column.top), vertexPixel(column.bottom));
+            add(column.column, pixel(column.top), pixel(column.bottom));
         previous = &column;
+    }
+    for (Rows &rows : m_rows) {
+        rows.top = std::max(rows.top, -outside);
+        rows.end = std::min(rows.end, size.height() + outside);
+        if (rows.isEmpty())
+            rows = {};
     }
 }
 
-void TraceRows::add(int column, double row, double otherRow)
+void TraceRows::add(int column, int row, int otherRow)
 {
-    const double top = std::min(row, otherRow);
-    const double bottom = std::max(row, otherRow);
-    if (bottom < m_top || top > m_bottom)
-        return;
-    const Rows rows{int(std::max(top, m_top)), int(std::min(bottom, m_bottom)) + 1};
     Rows &all = m_rows[std::size_t(column)];
-    if (all.isEmpty())
-        all = rows;
-    else
-        all.unite(rows);
+    all.top = std::min(all.top, std::min(row, otherRow));
+    all.end = std::max(all.end, std::max(row, otherRow) + 1);
+}
+
+// As addJoint; most columns have a sample in the next one.
+void TraceRows::addNeighbours(int column, int begin, int end)
+{
+    const bool isRising = end < begin;
+    const int next = (begin + end + !isRising) >> 1;
+    const int last = isRising ? std::min(next + 1, begin) : std::max(next - 1, begin);
+    if (column >= 0 && column < width())
+        add(column, begin, last);
+    if (column + 1 >= 0 && column + 1 < width())
+        add(column + 1, next, end);
 }
 
 // A column covers the line between its left and its right border; where that passes no further row, the row
@@ -52,33 +68,42 @@ void TraceRows::add(int column, double row, double otherRow)
 // thick.
 void TraceRows::addJoint(const TraceColumn &left, const TraceColumn &right)
 {
-    const double beginX = vertexPixel(left.right);
-    const double endX = vertexPixel(right.left);
+    const double beginX = vertexPixel(left.x);
+    const double endX = vertexPixel(right.x);
     const double beginY = vertexPixel(left.last);
     const double endY = vertexPixel(right.first);
+    if (endX - beginX == 1.0) {
+        addNeighbours(int(beginX), pixel(beginY), pixel(endY));
+        return;
+    }
     const double sign = endY < beginY ? -1.0 : 1.0;
     const double slope = (endY - beginY) / (endX - beginX);
-    const auto rowAt = [&](double x) { return std::floor(sign * (beginY + (x - beginX) * slope) + 0.5); };
     const int first = int(std::max(beginX, 0.0));
     const int last = int(std::min(endX, width() - 1.0));
+    // The first row, in the direction of the line, that is beyond the left border.
+    const auto rowAt = [&](int column) {
+        return rowNotAbove(sign * (beginY + (column - 0.5 - beginX) * slope) + 0.5);
+    };
+    double from = first == beginX ? sign * beginY : rowAt(first);
     for (int column = first; column <= last; ++column) {
-        const double from = column == beginX ? sign * beginY : rowAt(column - 0.5);
-        const double to = column == endX ? sign * endY : std::max(rowAt(column + 0.5) - 1.0, from);
-        add(column, sign * from, sign * to);
+        const double next = column == endX ? 0.0 : rowAt(column + 1);
+        const double to = column == endX ? sign * endY : std::max(next - 1.0, from);
+        add(column, pixel(sign * from), pixel(sign * to));
+        from = next;
     }
 }
 
 // Up to a gap as well: the value holds until then.
 void TraceRows::addStep(const TraceColumn &left, const TraceColumn &right)
 {
-    const double beginY = vertexPixel(left.last);
-    const double endX = vertexPixel(right.left);
-    const int first = int(std::max(vertexPixel(left.right), 0.0));
+    const int beginY = pixel(left.last);
+    const double endX = vertexPixel(right.x);
+    const int first = int(std::max(vertexPixel(left.x), 0.0));
     const int end = int(std::min(endX, double(width())));
     for (int column = first; column < end; ++column)
         add(column, beginY, beginY);
     if (endX >= 0.0 && endX < width())
-        add(int(endX), beginY, std::isnan(right.first) ? beginY : vertexPixel(right.first));
+        add(int(endX), beginY, std::isnan(right.first) ? beginY : pixel(right.first));
 }
 
 } // namespace graph

@@ -20,13 +20,12 @@ public:
 
 private:
     void addJoint(const TraceColumn &left, const TraceColumn &right);
+    void addNeighbours(int column, int begin, int end);
     void addStep(const TraceColumn &left, const TraceColumn &right);
     // From one row to another, both included.
-    void add(int column, double row, double otherRow);
+    void add(int column, int row, int otherRow);
 
     std::vector<Rows> m_rows;
-    double m_top;
-    double m_bottom;
 };
 
 // The pixel of an item coordinate as a line's vertex; those far outside keep their fraction and size, so that

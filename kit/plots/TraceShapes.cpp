@@ -34,35 +34,60 @@ Rows thickened(const Rows &rows, int lineWidth)
 
 } // namespace
 
+namespace {
+
+// The runs of columns first..last, those that touch as one.
+std::vector<Rows> separateRuns(const std::vector<Rows> &rows, int first, int last)
+{
+    std::vector<Rows> runs;
+    for (int column = first; column <= last; ++column) {
+        if (!rows[std::size_t(column)].isEmpty())
+            runs.push_back(rows[std::size_t(column)]);
+    }
+    std::sort(runs.begin(), runs.end(), [](const Rows &a, const Rows &b) { return a.top < b.top; });
+    std::size_t count = 0;
+    for (const Rows &run : runs) {
+        if (count > 0 && runs[count - 1].touches(run))
+            runs[count - 1].unite(run);
+        else
+            runs[count++] = run;
+    }
+    runs.resize(count);
+    return runs;
+}
+
+} // namespace
+
+// Each column shows the strokes whose width reaches it; nearly always these are one run of rows.
 QVector<QRect> lineRectangles(const TraceRows &rows, int lineWidth, int height)
 {
     std::vector<Rows> thick(std::size_t(rows.width()));
     for (int column = 0; column < rows.width(); ++column)
-        thick[std::size_t(column)] = thickened(rows.at(column), lineWidth);
+        thick[std::size_t(column)] = clipped(thickened(rows.at(column), lineWidth), height);
 
-    // Each column shows the strokes whose width reaches it. Those that do not touch are painted on their own:
-    // a sweep takes one run a column, and what is hidden by the others costs nothing to look at twice.
     RectangleSweep sweep;
     const int before = lineWidth / 2;
     const int after = lineWidth - 1 - before;
     for (int column = 0; column < rows.width(); ++column) {
-        std::vector<Rows> runs;
-        for (int c = std::max(0, column - after); c <= std::min(rows.width() - 1, column + before); ++c) {
-            Rows run = clipped(thick[std::size_t(c)], height);
+        const int first = std::max(0, column - after);
+        const int last = std::min(rows.width() - 1, column + before);
+        Rows all;
+        bool isOne = true;
+        for (int c = first; c <= last && isOne; ++c) {
+            const Rows &run = thick[std::size_t(c)];
             if (run.isEmpty())
                 continue;
-            for (std::size_t i = 0; i < runs.size();) {
-                if (runs[i].touches(run)) {
-                    run.unite(runs[i]);
-                    runs.erase(runs.begin() + std::ptrdiff_t(i));
-                    i = 0;
-                } else {
-                    ++i;
-                }
-            }
-            runs.push_back(run);
+            isOne = all.isEmpty() || all.touches(run);
+            if (all.isEmpty())
+                all = run;
+            else
+                all.unite(run);
         }
-        for (const Rows &run : runs)
+        if (isOne) {
+            sweep.add(column, all);
+            continue;
+        }
+        for (const Rows &run : separateRuns(thick, first, last))
             sweep.add(column, run);
     }
     return sweep.takeRectangles();
@@ -84,7 +109,7 @@ QVector<QRect> areaRectangles(const TraceRows &rows, int baseRow, int height)
 QVector<QRect> barRectangles(const std::vector<TraceColumn> &columns, int baseRow, const QSize &size)
 {
     QVector<QRect> bars;
-    const auto center = [&](std::size_t i) { return (columns[i].left + columns[i].right) / 2.0; };
+    const auto center = [&](std::size_t i) { return columns[i].x; };
     for (std::size_t i = 0; i < columns.size(); ++i) {
         const TraceColumn &column = columns[i];
         if (column.isGap())
@@ -190,21 +215,18 @@ QPainterPath linePath(const std::vector<TraceColumn> &columns, TraceCourse cours
     const TraceColumn *previous = nullptr;
     for (const TraceColumn &column : columns) {
         const bool isJoined = previous && areJoined(*previous, column);
-        if (previous && course == TraceCourse::Steps && !std::isnan(previous->last) &&
-            !std::isnan(column.left))
-            path.lineTo(
-                placed(column.left, previous->last)); // up to a gap as well: the value holds until then
+        if (previous && course == TraceCourse::Steps && !std::isnan(previous->last) && !std::isnan(column.x))
+            path.lineTo(placed(column.x, previous->last)); // up to a gap as well: the value holds until then
         if (isJoined) {
-            path.lineTo(placed(column.left, column.first));
+            path.lineTo(placed(column.x, column.first));
         } else if (!column.isGap()) {
-            path.moveTo(placed(column.left, std::isnan(column.first) ? column.top : column.first));
+            path.moveTo(placed(column.x, std::isnan(column.first) ? column.top : column.first));
         }
         if (column.samples > 1 && !column.isGap()) {
-            const double middle = (column.left + column.right) / 2.0;
-            path.lineTo(placed(middle, column.top));
-            path.lineTo(placed(middle, column.bottom));
+            path.lineTo(placed(column.x, column.top));
+            path.lineTo(placed(column.x, column.bottom));
             if (!std::isnan(column.last))
-                path.lineTo(placed(column.right, column.last));
+                path.lineTo(placed(column.x, column.last));
         }
         previous = &column;
     }
@@ -246,14 +268,9 @@ QVector<QRect> dotRectangles(const QVector<QPoint> &centers, int diameter, const
     }
     RectangleSweep sweep;
     for (int column = 0; column < size.width(); ++column) {
-        std::vector<Rows> &own = runs[std::size_t(column)];
-        std::sort(own.begin(), own.end(), [](const Rows &a, const Rows &b) { return a.top < b.top; });
-        for (std::size_t i = 0; i < own.size();) {
-            Rows run = own[i];
-            for (++i; i < own.size() && own[i].touches(run); ++i)
-                run.unite(own[i]);
+        const std::vector<Rows> &own = runs[std::size_t(column)];
+        for (const Rows &run : separateRuns(own, 0, int(own.size()) - 1))
             sweep.add(column, run);
-        }
     }
     return sweep.takeRectangles();
 }

@@ -162,7 +162,7 @@ void TraceStrokes::paintLoneSamples(TraceCanvas &canvas) const
         const bool isJoined = isHeld || (i > 0 && areJoined(m_columns[i - 1], column)) ||
                               (i + 1 < m_columns.size() && areJoined(column, m_columns[i + 1]));
         if (!isJoined && !column.isGap() && pixel(column.top) == pixel(column.bottom))
-            centers.append(QPoint(pixel(column.left), pixel(column.top)));
+            centers.append(QPoint(pixel(column.x), pixel(column.top)));
     }
     if (!centers.isEmpty())
         drawDots(canvas, centers, m_look, wholeSize(m_mapping));
