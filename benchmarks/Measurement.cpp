@@ -111,6 +111,8 @@ Job Job::fromArguments(int argc, char **argv)
             job.pen = std::atoi(value);
         else if (key == "--traces")
             job.traces = std::atoi(value);
+        else if (key == "--scale" && value == std::string("logarithmic"))
+            job.logarithmic = true;
         else if (key == "--seconds")
             job.seconds = std::atof(value);
         else

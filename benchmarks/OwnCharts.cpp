@@ -3,6 +3,7 @@
 #include "cursors/GraphCursor.h"
 #include "cursors/GraphMarker.h"
 #include "data/PlotSeries.h"
+#include "kit/axis/ChartAxis.h"
 #include "plots/GraphPlot.h"
 #include "simulator/Heatmap.h"
 
@@ -22,7 +23,7 @@ const char bareTraces[] = R"(
         id: root
         property int count: 1
         property alias axis: horizontal
-        ValueAxis { id: horizontal }
+        %1 { id: horizontal }
         ValueAxis { id: vertical; alignment: Qt.AlignLeft; minValue: -50; maxValue: 50; minVisible: -50; maxVisible: 50 }
         Repeater {
             model: root.count
@@ -172,10 +173,18 @@ BareTraces::~BareTraces() = default;
 void BareTraces::prepare(const Job &job, const QVector<QVector<double>> &sets)
 {
     m_sets = sets;
-    m_stage = std::make_unique<Stage>(job.size, bareTraces);
+    QByteArray document(bareTraces);
+    document.replace("%1", job.logarithmic ? "ChartAxis" : "ValueAxis");
+    m_stage = std::make_unique<Stage>(job.size, document);
     m_stage->item()->setProperty("count", m_count);
     m_axis = m_stage->object("axis");
     m_axis->setProperty("maxValue", 1.2 * job.samples);
+    if (job.logarithmic) {
+        // Three decades, most of the samples in the last of them.
+        m_first = job.samples / 1000.0;
+        m_axis->setProperty("minValue", m_first);
+        m_axis->setProperty("scale", graph::ChartAxis::Logarithmic);
+    }
     m_series = seriesBelow(m_stage->item(), job.pen);
     if (m_series.size() != m_count)
         qFatal("%d traces instead of %d", int(m_series.size()), m_count);
@@ -189,7 +198,7 @@ void BareTraces::useSet(int set)
 
 void BareTraces::setVisible(double first, double last)
 {
-    setVisibleOf(m_axis, first, last);
+    setVisibleOf(m_axis, m_first + first, last);
 }
 
 WholeScreen::WholeScreen() = default;

@@ -52,6 +52,7 @@ public:
 
 private:
     int m_count;
+    double m_first = 0.0; // is visible at the begin
     QVector<QVector<double>> m_sets;
     std::unique_ptr<Stage> m_stage;
     QObject *m_axis = nullptr;

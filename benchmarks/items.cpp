@@ -2,6 +2,7 @@
 // another one.
 
 #include "benchmarks/OwnCharts.h"
+#include "kit/axis/ChartAxis.h"
 #include "plugin/Plugin.h"
 
 #include <QGuiApplication>
@@ -52,6 +53,7 @@ int main(int argc, char **argv)
     const Job job = Job::fromArguments(argc, argv);
     QGuiApplication application(argc, argv);
     Plugin().registerTypes("charts");
+    qmlRegisterType<graph::ChartAxis>("charts", 1, 0, "ChartAxis");
     if (job.work == QLatin1String("heat")) {
         benchmark::HeatmapStage stage(job.size, 4096, 512);
         return benchmark::run("items", job, [&](int) { stage.frame(); });

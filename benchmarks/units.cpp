@@ -25,7 +25,11 @@ void runUnits(const Job &job)
     for (int i = 0; i < job.samples; ++i)
         points[i] = QPointF(i, samples.at(i));
     const int columns = job.size.width();
-    const graph::PixelMapping mapping(0, 50, job.samples - 1, 100, job.size);
+    const double begin = job.logarithmic ? job.samples / 1000.0 : 0.0;
+    const double end = job.samples - 1;
+    const graph::PixelScale along(job.logarithmic ? graph::ScaleKind::Logarithmic : graph::ScaleKind::Linear,
+                                  {begin, end}, end - begin, job.size.width());
+    const graph::PixelMapping mapping(along, graph::PixelScale(50, -100, job.size.height()), job.size);
     const graph::SampleSpan series(samples, 0, 1);
     const auto pyramid = std::make_shared<const graph::MinMaxPyramid>(samples.constData(), samples.size());
     graph::SampleSpan withPyramid = series;

@@ -56,10 +56,13 @@ public:
 
     // Whole pixels of data values: truncated toward zero and clamped, see pixel().
     int column(double value) const { return m_x.pixel(value); }
-    template <typename Search> auto searchUpToColumn(int column, Search search) const
-    {
-        return m_x.searchUpTo(column, search);
-    }
+    // Where the axis is linear, for the innermost loops.
+    int linearColumn(double value) const { return m_x.linearPixel(value); }
+    // Whether column(value) <= column: of a linear axis, and of a logarithmic one.
+    auto upToColumn(int column) const { return m_x.upTo(column); }
+    auto upToColumn(int column, double border) const { return m_x.upTo(column, border); }
+    // Of the axis, where the next column begins.
+    double columnBorder(int column) const { return m_x.border(column); }
     int row(double value) const { return m_y.pixel(value); }
     int roundedRow(double value) const { return m_y.roundedPixel(value); }
 

@@ -40,21 +40,13 @@ public:
     // Whole pixels of data values, clamped, see graph::pixel() and graph::roundedPixel(): those of
     // coordinate(value), without computing it. Away from zero by the rounding, a place just short of a whole
     // pixel reaches it and no other does.
-    int pixel(double value) const
-    {
-        const double place = m_scale.place(value);
-        return graph::pixel(place + std::copysign(m_rounding, place));
-    }
+    int pixel(double value) const { return pixelAt(m_scale.place(value)); }
+    // Of a linear scale, without asking for its kind.
+    int linearPixel(double value) const { return pixelAt(m_scale.linearPlace(value)); }
     int roundedPixel(double value) const { return graph::roundedPixel(m_scale.place(value)); }
 
-    // Calls search(isUpTo) and gives its result, isUpTo(value) telling whether pixel(value) <= last: what does
-    // not depend on the value is known beforehand.
-    template <typename Search> auto searchUpTo(int last, Search search) const
-    {
-        return m_scale.isLinear() ? search(upTo(last)) : search(logarithmicUpTo(last));
-    }
-
-    // That of a linear scale.
+    // Whether pixel(value) <= last on a linear scale, for searches: what does not depend on the value is known
+    // beforehand.
     auto upTo(int last) const
     {
         // Truncation is toward zero: pixel 0 has two sides. NaN counts as pixel 0.
@@ -63,23 +55,16 @@ public:
         const double end = isBelowZero         ? last
                            : last < pixelLimit ? last + 1.0
                                                : std::numeric_limits<double>::infinity();
-        return [scale = m_scale, isBelowZero, rounding, end](double value) {
-            const double place = scale.linearPlace(value) + rounding;
+        return [begin = m_scale.begin(), density = m_scale.density(), isBelowZero, rounding, end](double value) {
+            const double place = (value - begin) * density + rounding;
             return isBelowZero ? place <= end : !(place >= end);
         };
     }
 
-    double density() const { return m_scale.density(); }
-    bool isLinear() const { return m_scale.isLinear(); }
-
-private:
-    // The value at which the pixel changes is known but for rounding errors: only values so near to it cost a
-    // logarithm.
-    auto logarithmicUpTo(int last) const
+    // The same on a logarithmic one. Where the next pixel begins, border(last), is known but for rounding errors:
+    // only values so near to it cost a logarithm.
+    auto upTo(int last, double border) const
     {
-        const double nextPlace = last < pixelLimit ? last + (last < 0 ? 0.0 : 1.0)
-                                                   : std::numeric_limits<double>::infinity();
-        const double border = m_scale.value(nextPlace - std::copysign(m_rounding, last));
         constexpr double roundings = 32.0;
         const double uncertain =
             border * roundings * std::numeric_limits<double>::epsilon() * (1.0 + farthest(m_scale));
@@ -90,6 +75,18 @@ private:
             return pixel(value) <= last;
         };
     }
+    double border(int last) const
+    {
+        const double next = last < pixelLimit ? last + (last < 0 ? 0.0 : 1.0)
+                                              : std::numeric_limits<double>::infinity();
+        return m_scale.value(next - std::copysign(m_rounding, last));
+    }
+
+    double density() const { return m_scale.density(); }
+    bool isLinear() const { return m_scale.isLinear(); }
+
+private:
+    int pixelAt(double place) const { return graph::pixel(place + std::copysign(m_rounding, place)); }
 
     static double farthest(const Scale &scale)
     {

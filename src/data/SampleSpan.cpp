@@ -131,16 +131,16 @@ bool SampleSpan::hasNaN(int first, int end) const
 
 int SampleSpan::countBelow(double value, int hint) const
 {
-    return leadingCount(m_size, guess(value, hint), [&](int i) { return x(i) < value; });
+    return leadingCount(m_size, near(value, hint), [&](int i) { return x(i) < value; });
 }
 
 int SampleSpan::countUpTo(double value, int hint) const
 {
-    return leadingCount(m_size, guess(value, hint), [&](int i) { return x(i) <= value; });
+    return leadingCount(m_size, near(value, hint), [&](int i) { return x(i) <= value; });
 }
 
 // Where the search for an x starts: division lands at most a few samples beside it, rounding apart.
-int SampleSpan::guess(double value, int hint) const
+int SampleSpan::near(double value, int hint) const
 {
     if (!isEquallySpaced())
         return hint;

@@ -99,6 +99,10 @@ public:
     int countBelow(double value, int hint = 0) const;
     int countUpTo(double value, int hint = 0) const;
 
+    // Where to look for an x: by division where x is equally spaced, where it lands at most a few samples beside it;
+    // else at the hint.
+    int near(double value, int hint) const;
+
     QVector<QPointF> toVector() const;
 
     // True when x is computed from the index, false when each sample has an x of its own.
@@ -112,7 +116,6 @@ private:
     int arrayIndex(int i) const { return m_first + i * m_step; }
     // Backwards or forwards, samples that follow each other are one stretch of the array.
     int lowest(int first, int end) const { return std::min(arrayIndex(first), arrayIndex(end - 1)); }
-    int guess(double value, int hint) const;
     void takeValues(int first, int size);
 
     QVector<double> m_valueArray; // these three keep what m_values and m_points look into

@@ -113,6 +113,33 @@ void fillStraight(ColumnEnvelope &envelope, int before, int behind, const PixelM
     }
 }
 
+// One after the other, up to the first at or behind a column: nothing that follows is inside the item.
+template <typename ColumnOf>
+void addSamples(Scan &scan, const SampleSpan &samples, int last, bool positiveOnly, ColumnOf columnOf)
+{
+    for (int i = 0; i < samples.size(); ++i) {
+        const int column = columnOf(samples.x(i));
+        scan.add(column, drawableMinMax(samples.y(i), positiveOnly));
+        if (column >= last)
+            break;
+    }
+}
+
+// The same, of all samples of a column at once.
+void addColumns(Scan &scan, const SampleSpan &samples, const PixelMapping &mapping, int last)
+{
+    int run = 1;
+    for (int i = 0; i < samples.size();) {
+        const int column = mapping.column(samples.x(i));
+        const int end = std::max(columnEnd(samples, mapping, i, column, run), i + 1);
+        scan.add(column, drawableMinMax(samples, i, end, !mapping.isLinearY()));
+        if (column >= last)
+            break;
+        run = end - i;
+        i = end;
+    }
+}
+
 // The rows of a column's stroke that is at least so many pixels long.
 QLine strokeOfPixels(int column, const MinMax &extremes, const PixelMapping &mapping, double leastPixels)
 {
@@ -138,19 +165,13 @@ ColumnEnvelope columnEnvelope(const SampleSpan &samples, const PixelMapping &map
 
     Scan scan(envelope, bridgeGaps);
     const bool ascending = (mapping.scaleX() > 0.0) != samples.isReversed();
-    const bool positiveOnly = !mapping.isLinearY();
-    const bool byColumn = ascending && samples.size() >= fewestToSearch * columns;
-    int run = 1;
-    for (int i = 0; i < samples.size();) {
-        const int column = mapping.column(samples.x(i));
-        const int end = byColumn ? std::max(columnEnd(samples, mapping, i, column, run), i + 1) : i + 1;
-        scan.add(column, byColumn ? drawableMinMax(samples, i, end, positiveOnly)
-                                  : drawableMinMax(samples.y(i), positiveOnly));
-        if (ascending && column >= columns)
-            break; // nothing that follows is inside the item
-        run = end - i;
-        i = end;
-    }
+    const int last = ascending ? columns : std::numeric_limits<int>::max();
+    if (ascending && samples.size() >= fewestToSearch * columns)
+        addColumns(scan, samples, mapping, last);
+    else if (mapping.isLinearX() && mapping.isLinearY())
+        addSamples(scan, samples, last, false, [&](double x) { return mapping.linearColumn(x); });
+    else
+        addSamples(scan, samples, last, !mapping.isLinearY(), [&](double x) { return mapping.column(x); });
     return envelope;
 }
 

@@ -121,8 +121,7 @@ void tst_common::logarithmicScale()
         QCOMPARE(scale.coordinate(value), double(pixel));
         for (const int border : {pixel - 1, pixel, pixel + 1}) {
             for (const double near : {value * (1.0 - 1e-15), value, value * (1.0 + 1e-15)}) {
-                QVERIFY(scale.searchUpTo(border, [&](const auto &isUpTo) { return isUpTo(near); }) ==
-                        (scale.pixel(near) <= border));
+                QCOMPARE(scale.upTo(border, scale.border(border))(near), scale.pixel(near) <= border);
             }
         }
     }
