@@ -40,7 +40,7 @@ int runEmpty(const Job &job)
     benchmark::Stage stage(job.size, "Item { property alias spot: spot; Rectangle { id: spot; width: 8; height: 8 } }");
     QObject *spot = stage.object("spot");
     return benchmark::run("empty", job, [&](int frame) {
-        spot->setProperty("x", frame % 2);
+        spot->setProperty("x", 1 - frame % 2);
         stage.waitForFrame();
     });
 }

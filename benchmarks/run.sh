@@ -3,7 +3,7 @@
 # The single results stay in build/benchmarks/results.tsv.
 #   --quick        one round of short runs and fewer cases
 #   --rounds N     3 unless told otherwise
-#   --work "A B"   only these: new pan window first-pan large thin sparse heat ten idle units
+#   --work "A B"   only these: screens opengl new pan window first-pan large thin sparse heat ten idle units
 #   --tables       only the tables of the last run
 set -eu
 cd "$(dirname "$0")/.."
@@ -12,7 +12,7 @@ results=$build/results.tsv
 rounds=3
 seconds=0.7
 quick=no
-works="new pan window first-pan large thin sparse heat ten idle units"
+works="screens opengl new pan window first-pan large thin sparse heat ten idle units"
 tables_only=no
 while [ $# -gt 0 ]; do
     case $1 in
@@ -50,23 +50,38 @@ too_many() {
     esac
 }
 
+# What comes before the command: a display and OpenGL, for some.
+prefix=
+
 # measure ROUND TABLE CONTENDER SAMPLES ARGUMENTS...
 measure() {
     round=$1 table=$2 contender=$3 samples=$4
     shift 4
     [ -x $build/bin/benchmark_"$contender" ] || return 0
     if too_many "$contender" "$samples"; then return 0; fi
-    if ! timeout 120 $build/bin/benchmark_"$contender" --samples "$samples" --seconds $seconds "$@" \
+    # shellcheck disable=SC2086
+    if ! timeout 120 $prefix $build/bin/benchmark_"$contender" --samples "$samples" --seconds $seconds "$@" \
         2>$build/log | sed "s/^/$table	$round	/" >>$results; then
         echo "$contender, $samples samples, $*: failed" >&2
         cat $build/log >&2
     fi
 }
 
+# The same with a display in memory, and OpenGL there.
+measure_gl() {
+    prefix="xvfb-run -a env QT_QPA_PLATFORM=xcb QT_QUICK_BACKEND= LIBGL_ALWAYS_SOFTWARE=1"
+    measure "$@"
+    prefix=
+}
+
 sizes="1000 10000 100000 1000000 10000000"
+screen_sizes="800x480 1024x600 1920x1080"
+screen_traces="1 4"
 sparse_sizes="100 200 500 1000 1500 1900"
 if [ $quick = yes ]; then
     sizes="1000 100000 1000000"
+    screen_sizes=800x480
+    screen_traces=4
     sparse_sizes="100 500 1900"
 fi
 
@@ -76,6 +91,31 @@ run_work() {
     new | pan)
         for n in $sizes; do
             for c in $contenders; do measure "$round" "$work" "$c" "$n" --work "$work"; done
+        done ;;
+    screens)
+        for size in $screen_sizes; do
+            for traces in $screen_traces; do
+                for change in new pan window cursor; do
+                    for n in $sizes; do
+                        for c in items qcustomplot qwt qtcharts; do
+                            measure "$round" "screen: $change, traces: $traces, $size" $c "$n" --work $change \
+                                --traces "$traces" --size "$size"
+                        done
+                    done
+                done
+            done
+        done ;;
+    opengl)
+        # Without a display of its own. The charts on widgets do not use OpenGL.
+        command -v xvfb-run >/dev/null || { echo "Left out: no xvfb-run" >&2; return 0; }
+        for change in new pan window cursor; do
+            for n in 1000 100000; do
+                table="screen on OpenGL: $change, traces: 4, 800x480"
+                measure_gl "$round" "$table" items "$n" --work empty
+                for c in items qtcharts; do
+                    measure_gl "$round" "$table" $c "$n" --work $change --traces 4
+                done
+            done
         done ;;
     thin)
         for n in $sizes; do

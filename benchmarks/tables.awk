@@ -84,7 +84,7 @@ function header(t, first,    i, line, rule) {
 function bestOther(t, size, round,    k, key, best) {
     for (k = 1; k <= nameCount[t]; k++) {
         key = t SUBSEP nameOf[t, k] SUBSEP size SUBSEP round
-        if (nameOf[t, k] != "items" && nameOf[t, k] != "floor" && key in ofRound && (!best || ofRound[key] < best))
+        if (nameOf[t, k] !~ /^(items|floor|empty)$/ && key in ofRound && (!best || ofRound[key] < best))
             best = ofRound[key]
     }
     return best + 0
@@ -113,7 +113,7 @@ END {
     for (t = 1; t <= tableCount; t++) {
         name = order[t]
         print ""
-        print "### " (name in title ? title[name] : "Line of samples, 1920x1080: " name)
+        print "### " (name in title ? title[name] : name ~ /^screen/ ? "Whole " name : "Line of samples, 1920x1080: " name)
         print ""
         header(name, "ms a frame, processor")
         for (k = 1; k <= nameCount[name]; k++) {
@@ -125,6 +125,7 @@ END {
             print line
         }
         ratios(name, "items over floor", "items", "floor", 0)
+        ratios(name, "items over an empty window", "items", "empty", 0)
         ratios(name, "best of the others over items", "", "items", name != "units")
     }
     if ("pan" in tables) {

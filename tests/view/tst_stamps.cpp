@@ -8,6 +8,7 @@
 
 #include <QQuickWindow>
 #include <QSGImageNode>
+#include <QSGRendererInterface>
 #include <QSGTexture>
 #include <QScreen>
 #include <QSet>
@@ -102,8 +103,9 @@ QImage frameOf(QQuickWindow *window)
     // What changed is told in the next pass of the event loop, and that may change something in turn.
     for (int pass = 0; pass < 4; ++pass)
         QCoreApplication::processEvents();
-    window->grabWindow();
-    return window->screen()->grabWindow(window->winId()).toImage();
+    const QImage picture = window->grabWindow();
+    // The software scene graph without a display gives none, but paints a frame.
+    return picture.isNull() ? window->screen()->grabWindow(window->winId()).toImage() : picture;
 }
 
 } // namespace
@@ -182,6 +184,8 @@ void tst_stamps::blendsAndUploadsLittle()
     qobject_cast<QQuickItem *>(document.root())->setParentItem(window.contentItem());
     window.show();
     QVERIFY(QTest::qWaitForWindowExposed(&window));
+    if (window.rendererInterface()->graphicsApi() != QSGRendererInterface::Software)
+        QSKIP("there the cursor has a framebuffer");
     const auto count = [&window](auto change) {
         frameOf(&window);
         shownPixels = newPixels = 0;

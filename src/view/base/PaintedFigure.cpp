@@ -95,6 +95,10 @@ public:
         m_isTextRecorded = figure.marks.size() > before;
     }
 
+    using QPaintEngine::drawEllipse;
+    using QPaintEngine::drawPoints;
+    using QPaintEngine::drawPolygon;
+    using QPaintEngine::drawRects;
     void drawPath(const QPainterPath &) override { figure.isComplete = false; }
     void drawPolygon(const QPointF *, int, PolygonDrawMode) override { figure.isComplete = false; }
     void drawRects(const QRectF *, int) override { figure.isComplete = false; }
