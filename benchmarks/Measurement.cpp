@@ -10,6 +10,15 @@
 #include <fstream>
 #include <string>
 
+// A tool that counts instructions counts those of the timed frames, see run.sh --count.
+#if __has_include(<valgrind/callgrind.h>)
+#include <valgrind/callgrind.h>
+#else
+#define CALLGRIND_START_INSTRUMENTATION
+#define CALLGRIND_STOP_INSTRUMENTATION
+#define CALLGRIND_DUMP_STATS
+#endif
+
 namespace benchmark {
 
 namespace {
@@ -172,6 +181,7 @@ int run(const char *name, const Job &job, Contender &contender)
     const double heldBefore = memory("VmRSS:");
     forgetPeakMemory();
     warmUp(job, contender);
+    CALLGRIND_START_INSTRUMENTATION;
     Frames frames(job.seconds);
     const bool firstPan = job.work == QLatin1String("first-pan");
     for (int i = 0; frames.wantsMore(); ++i) {
@@ -190,6 +200,8 @@ int run(const char *name, const Job &job, Contender &contender)
             });
         }
     }
+    CALLGRIND_DUMP_STATS;
+    CALLGRIND_STOP_INSTRUMENTATION;
     frames.print(name, job, (memory("VmRSS:") - heldBefore) / job.samples,
                  (memory("VmHWM:") - heldBefore) / job.samples);
     return 0;

@@ -4,6 +4,8 @@
 #   --quick        one round of short runs and fewer cases
 #   --rounds N     3 unless told otherwise
 #   --work "A B"   only these: screens opengl new pan window first-pan large thin sparse heat ten idle units
+#   --count        thousands of instructions instead of milliseconds, for whole screens of 1e3 and 1e5 samples: where
+#                  the machine is busy
 #   --tables       only the tables of the last run
 set -eu
 cd "$(dirname "$0")/.."
@@ -14,11 +16,13 @@ seconds=0.7
 quick=no
 works="screens opengl new pan window first-pan large thin sparse heat ten idle units"
 tables_only=no
+count=no
 while [ $# -gt 0 ]; do
     case $1 in
     --quick) quick=yes rounds=1 seconds=0.2 ;;
     --rounds) rounds=$2; shift ;;
     --work) works=$2; shift ;;
+    --count) count=yes rounds=1 seconds=0 works=screens ;;
     --tables) tables_only=yes ;;
     *) echo "Not understood: $1" >&2; exit 2 ;;
     esac
@@ -59,12 +63,31 @@ measure() {
     shift 4
     [ -x $build/bin/benchmark_"$contender" ] || return 0
     if too_many "$contender" "$samples"; then return 0; fi
+    if [ $count = yes ]; then
+        count_instructions "$@"
+        return
+    fi
     # shellcheck disable=SC2086
     if ! timeout 120 $prefix $build/bin/benchmark_"$contender" --samples "$samples" --seconds $seconds "$@" \
         2>$build/log | sed "s/^/$table	$round	/" >>$results; then
         echo "$contender, $samples samples, $*: failed" >&2
         cat $build/log >&2
     fi
+}
+
+# The instructions of the frames that would be timed, in the column of the medians.
+count_instructions() {
+    rm -f $build/counted*
+    line=$(valgrind --tool=callgrind --instr-atstart=no --callgrind-out-file=$build/counted \
+        $build/bin/benchmark_"$contender" --samples "$samples" --seconds 0 "$@" 2>$build/log) || {
+        cat $build/log >&2
+        return 0
+    }
+    sed -n 's/^totals: //p' $build/counted.1 | {
+        read -r total
+        echo "$line" | awk -v total="$total" -v table="$table" -v round="$round" -F '\t' \
+            '{ OFS = FS; $7 = total / $6 / 1000; print table, round, $0 }' >>$results
+    }
 }
 
 # The same with a display in memory, and OpenGL there.
@@ -168,4 +191,5 @@ if [ $tables_only = no ]; then
     } >$build/machine.txt
 fi
 cat $build/machine.txt
-awk -f benchmarks/tables.awk $results
+awk -v unit="$([ $count = yes ] && echo 'thousand instructions a frame' || echo 'ms a frame, processor')" \
+    -f benchmarks/tables.awk $results

@@ -115,7 +115,7 @@ END {
         print ""
         print "### " (name in title ? title[name] : name ~ /^screen/ ? "Whole " name : "Line of samples, 1920x1080: " name)
         print ""
-        header(name, "ms a frame, processor")
+        header(name, unit)
         for (k = 1; k <= nameCount[name]; k++) {
             line = "| " nameOf[name, k] " |"
             for (i = 1; i <= sizeCount[name]; i++) {
