@@ -28,8 +28,10 @@ TraceRows::TraceRows(const std::vector<TraceColumn> &columns, TraceCourse course
 {
     const TraceColumn *previous = nullptr;
     for (const TraceColumn &column : columns) {
-        if (previous && course == TraceCourse::Steps && !std::isnan(previous->last))
-            addStep(*previous, column);
+        if (previous && course == TraceCourse::Steps)
+            addStep(previous->x, previous->last, column.x, column.first);
+        else if (previous && course == TraceCourse::StepsToLeft)
+            addStep(column.x, column.first, previous->x, previous->last);
         else if (previous && areJoined(*previous, column))
             addJoint(*previous, column);
         if (!column.isGap() && column.column >= 0 && column.column < width())
@@ -94,16 +96,16 @@ void TraceRows::addJoint(const TraceColumn &left, const TraceColumn &right)
 }
 
 // Up to a gap as well: the value holds until then.
-void TraceRows::addStep(const TraceColumn &left, const TraceColumn &right)
+void TraceRows::addStep(double x, double y, double nextX, double nextY)
 {
-    const int beginY = pixel(left.last);
-    const double endX = vertexPixel(right.x);
-    const int first = int(std::max(vertexPixel(left.x), 0.0));
-    const int end = int(std::min(endX, double(width())));
-    for (int column = first; column < end; ++column)
-        add(column, beginY, beginY);
-    if (endX >= 0.0 && endX < width())
-        add(int(endX), beginY, std::isnan(right.first) ? beginY : pixel(right.first));
+    if (std::isnan(y) || std::isnan(x) || std::isnan(nextX))
+        return;
+    const int row = pixel(y);
+    const int next = pixel(nextX);
+    const int nextRow = std::isnan(nextY) ? row : pixel(nextY);
+    const auto [first, last] = std::minmax({pixel(x), next});
+    for (int column = std::max(first, 0); column <= std::min(last, width() - 1); ++column)
+        add(column, row, column == next ? nextRow : row);
 }
 
 } // namespace graph

@@ -5,8 +5,9 @@
 
 namespace graph {
 
-// Whether a line goes from sample to sample, or keeps each value until the next.
-enum class TraceCourse { Straight, Steps };
+// Whether a line goes from sample to sample, or keeps each value until the next one, which is the one at its
+// right or, on a reversed axis, at its left.
+enum class TraceCourse { Straight, Steps, StepsToLeft };
 
 // The rows that a line of one pixel through all samples covers in each column 0..width-1 of an item: no more
 // than one run, empty where there is no line. Ends are clipped some pixels outside of the item.
@@ -21,7 +22,7 @@ public:
 private:
     void addJoint(const TraceColumn &left, const TraceColumn &right);
     void addNeighbours(int column, int begin, int end);
-    void addStep(const TraceColumn &left, const TraceColumn &right);
+    void addStep(double x, double y, double nextX, double nextY);
     // From one row to another, both included.
     void add(int column, int row, int otherRow);
 

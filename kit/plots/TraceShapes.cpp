@@ -215,13 +215,19 @@ QPainterPath linePath(const std::vector<TraceColumn> &columns, TraceCourse cours
     const TraceColumn *previous = nullptr;
     for (const TraceColumn &column : columns) {
         const bool isJoined = previous && areJoined(*previous, column);
-        if (previous && course == TraceCourse::Steps && !std::isnan(previous->last) && !std::isnan(column.x))
-            path.lineTo(placed(column.x, previous->last)); // up to a gap as well: the value holds until then
-        if (isJoined) {
+        const bool hasPlace = previous && !std::isnan(previous->x) && !std::isnan(column.x);
+        // Up to a gap as well: the value holds until then.
+        if (course == TraceCourse::Steps && hasPlace && !std::isnan(previous->last))
+            path.lineTo(placed(column.x, previous->last));
+        const bool isHeldToLeft = course == TraceCourse::StepsToLeft && hasPlace && !std::isnan(column.first);
+        if (isHeldToLeft && isJoined)
+            path.lineTo(placed(previous->x, column.first));
+        else if (isHeldToLeft)
+            path.moveTo(placed(previous->x, column.first));
+        if (isJoined || isHeldToLeft)
             path.lineTo(placed(column.x, column.first));
-        } else if (!column.isGap()) {
+        else if (!column.isGap())
             path.moveTo(placed(column.x, std::isnan(column.first) ? column.top : column.first));
-        }
         if (column.samples > 1 && !column.isGap()) {
             path.lineTo(placed(column.x, column.top));
             path.lineTo(placed(column.x, column.bottom));

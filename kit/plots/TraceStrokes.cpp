@@ -158,7 +158,8 @@ void TraceStrokes::paintLoneSamples(TraceCanvas &canvas) const
     QVector<QPoint> centers;
     for (std::size_t i = 0; i < m_columns.size(); ++i) {
         const TraceColumn &column = m_columns[i];
-        const bool isHeld = course() == TraceCourse::Steps && i + 1 < m_columns.size();
+        const bool isHeld = (course() == TraceCourse::Steps && i + 1 < m_columns.size()) ||
+                            (course() == TraceCourse::StepsToLeft && i > 0);
         const bool isJoined = isHeld || (i > 0 && areJoined(m_columns[i - 1], column)) ||
                               (i + 1 < m_columns.size() && areJoined(column, m_columns[i + 1]));
         if (!isJoined && !column.isGap() && pixel(column.top) == pixel(column.bottom))
@@ -170,7 +171,9 @@ void TraceStrokes::paintLoneSamples(TraceCanvas &canvas) const
 
 TraceCourse TraceStrokes::course() const
 {
-    return m_look.style == TraceLook::Steps ? TraceCourse::Steps : TraceCourse::Straight;
+    if (m_look.style != TraceLook::Steps)
+        return TraceCourse::Straight;
+    return m_samples.isReversed() ? TraceCourse::StepsToLeft : TraceCourse::Steps;
 }
 
 int TraceStrokes::baseRow() const

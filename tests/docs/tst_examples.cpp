@@ -26,7 +26,7 @@ void TestExamples::example_data()
     static const QRegularExpression block("```qml\\n(.*?)```",
                                           QRegularExpression::DotMatchesEverythingOption);
     QTest::addColumn<QByteArray>("document");
-    for (const char *page : {"README.md", "docs/guide.md", "docs/controls.md", "docs/diagnosis.md"}) {
+    for (const char *page : {"README.md", "docs/guide.md", "docs/controls.md", "docs/diagnosis.md", "docs/plots.md"}) {
         QFile file(QStringLiteral(DOCUMENTS "/") + page);
         QVERIFY(file.open(QIODevice::ReadOnly));
         const QString text = QString::fromUtf8(file.readAll());

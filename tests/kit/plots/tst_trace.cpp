@@ -57,6 +57,55 @@ private slots:
         QCOMPARE(trace->plotData() != nullptr, source.contains("values") && !source.contains("abc"));
     }
 
+    void anyData_data()
+    {
+        columns<QVector<double>, double, double, bool>({"values", "interval", "from", "isSeen"});
+        QTest::newRow("none") << QVector<double>() << 1.0 << 0.0 << false;
+        QTest::newRow("one") << QVector<double>{3} << 1.0 << 0.0 << true;
+        QTest::newRow("at the baseline") << QVector<double>{0, 0} << 5.0 << 0.0 << true;
+        QTest::newRow("gaps") << QVector<double>{qQNaN(), qInf(), -qInf()} << 1.0 << 0.0 << false;
+        QTest::newRow("one before and one after") << QVector<double>{1, 2} << 1e6 << 5e5 << true;
+        QTest::newRow("far up and down") << QVector<double>{1e300, -1e300} << 10.0 << 0.0 << true;
+        QTest::newRow("all at one x") << QVector<double>{1, 9} << 0.0 << 0.0 << true;
+        QTest::newRow("no distance") << QVector<double>{1, 9} << qQNaN() << 0.0 << false;
+        QTest::newRow("backwards") << QVector<double>{1, 9, 4} << -3.0 << -6.0 << true;
+        QTest::newRow("two million") << QVector<double>(2000000, 4.0) << 5e-6 << 0.0 << true;
+    }
+
+    void anyData()
+    {
+        QFETCH(QVector<double>, values);
+        QFETCH(double, interval);
+        QFETCH(double, from);
+        QFETCH(bool, isSeen);
+        QmlDocument document(R"(Item {
+            ValueAxis { id: horizontal; minValue: -1e7; maxValue: 1e7 }
+            ValueAxis { id: vertical; alignment: Qt.AlignLeft; minValue: -10; maxValue: 10; minVisible: -10; maxVisible: 10 }
+            Trace { id: trace; width: 101; height: 101; axisX: horizontal; axisY: vertical }
+        })");
+        auto *trace = document.object<Trace>("trace");
+        auto *axis = document.object<ValueAxis>("horizontal");
+        axis->setProperty("maxVisible", from + 10);
+        axis->setProperty("minVisible", from);
+        trace->setInterval(interval);
+        trace->setValues(values);
+        const QByteArray name = QTest::currentDataTag();
+        // Of these only what lies between the samples is in sight, or reaches there from the baseline.
+        const bool hasLineOnly = name == "one before and one after";
+        const bool hasNoPoints = hasLineOnly || name == "far up and down";
+        for (int style = Trace::Line; style <= Trace::LineAndPoints; ++style) {
+            trace->setProperty("style", style);
+            trace->setSize(QSizeF(101, 101));
+            const bool hasInk =
+                !inkBox(painted(trace), [](const QColor &c) { return c.alpha() > 0; }).isEmpty();
+            const bool isLeftOut =
+                (style == Trace::Bars && hasLineOnly) || (style == Trace::Points && hasNoPoints);
+            QVERIFY2(hasInk == (isSeen && !isLeftOut), qPrintable(QString::number(style)));
+            trace->setSize(QSizeF(0, 101));
+            painted(trace);
+        }
+    }
+
     // Of axes that a chart gave to the data; the values change their kind.
     void keepsItsAxes()
     {

@@ -143,6 +143,8 @@ private slots:
         QTest::newRow("steps") << QVector<QPointF>{{3, 9}, {5, 7}} << steps << "3:30-30 4:30-30 5:30-32";
         QTest::newRow("held up to a gap")
             << QVector<QPointF>{{3, 9}, {5, qQNaN()}} << steps << "3:30-30 4:30-30 5:30-30";
+        QTest::newRow("held to the left")
+            << QVector<QPointF>{{3, 9}, {5, 7}} << TraceCourse::StepsToLeft << "3:30-32 4:32-32 5:32-32";
         QTest::newRow("far outside") << QVector<QPointF>{{-1e9, 1e9 + 1}, {1e9, -1e9 + 1}} << straight
                                      << "0:38-38 1:39-39 2:40-40";
         QTest::newRow("infinite") << QVector<QPointF>{{3, qInf()}, {4, -qInf()}} << straight << "";
