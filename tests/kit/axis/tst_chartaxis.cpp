@@ -1,6 +1,11 @@
 #include "axis/AxisBench.h"
+#include "cursors/GraphCursor.h"
+#include "data/PlotPoints.h"
 #include "data/PlotSeries.h"
 #include "kit/axis/ChartAxis.h"
+#include "painters/CrossPainter.h"
+#include "painters/SegmentPainter.h"
+#include "plots/ContainerPlot.h"
 #include "plots/GraphPlot.h"
 #include "view/base/XYScale.h"
 
@@ -31,6 +36,8 @@ class tst_chartaxis : public QObject
 
 private slots:
     void zoomsInTheLogarithm();
+    void everythingOnDecades_data();
+    void everythingOnDecades();
     void reversed();
     void badLogarithmicRange_data();
     void badLogarithmicRange();
@@ -57,6 +64,78 @@ void tst_chartaxis::zoomsInTheLogarithm()
     QCOMPARE(zoom.left(), 0.5);
     axis.setScale(ChartAxis::Linear);
     QCOMPARE(axis.minVisible(), 1.0 + 0.5 * 9999.0);
+}
+
+// A decade is 100 pixels each way.
+void tst_chartaxis::everythingOnDecades_data()
+{
+    QTest::addColumn<bool>("isReversed");
+    QTest::newRow("rising") << false;
+    QTest::newRow("falling") << true;
+}
+
+void tst_chartaxis::everythingOnDecades()
+{
+    QFETCH(bool, isReversed);
+    const auto column = [&](int rising) { return isReversed ? 400 - rising : rising; };
+    ChartAxis x;
+    ChartAxis y;
+    y.setAlignment(Qt::AlignLeft);
+    for (ChartAxis *axis : {&x, &y})
+        axis->setScale(ChartAxis::Logarithmic);
+    x.range(isReversed ? 1e4 : 1.0, isReversed ? 1.0 : 1e4);
+    y.range(1.0, 1e4);
+    PlotPoints points;
+    points.setXData({1.0, 10.0, 100.0, 1000.0, 2000.0, 1e4});
+    points.setYData({1.0, 10.0, 1000.0, 0.0, 20.0, 100.0});
+    GraphPlot plot;
+    plot.setAxisX(&x);
+    plot.setAxisY(&y);
+    plot.setPlotData(&points);
+    plot.setPlotStyle(GraphPlot::ScatterPlot);
+    plot.setSize(QSizeF(401, 401));
+    QCOMPARE(plot.checkClickPosition(column(200), 100, 2), 2);
+    QCOMPARE(plot.checkClickPosition(column(300), 400, 2), -1); // 0 has no place
+
+    GraphCursor cursor;
+    cursor.setSize(QSizeF(401, 401));
+    cursor.setPlots({&plot});
+    cursor.setPosOnScreen(column(120));
+    QCOMPARE(cursor.posIndex(), 1);
+    QCOMPARE(cursor.posOnScreen(), column(100));
+    QCOMPARE(cursor.position(), isReversed ? 0.75 : 0.25);
+    QCOMPARE(cursor.yPositions(), QList<qreal>{300.0});
+    if (isReversed)
+        cursor.setPeakLeft();
+    else
+        cursor.setPeakRight();
+    QCOMPARE(cursor.posIndex(), 2);
+
+    // From corner to corner: straight on the screen.
+    ContainerPlot container;
+    container.setRenderTarget(QQuickPaintedItem::Image);
+    container.setAxisX(&x);
+    container.setAxisY(&y);
+    container.setSize(QSizeF(401, 401));
+    SegmentPainter segment(&container);
+    segment.setPoint1X(1e-2);
+    segment.setPoint1Y(1e-2);
+    segment.setPoint2X(1e6);
+    segment.setPoint2Y(1e6);
+    CrossPainter cross(&container);
+    cross.setPoint1X(100.0);
+    cross.setPoint1Y(10.0);
+    cross.setCrossSize(0);
+    const auto lines = PaintRecorder([&](QPainter *painter) { container.paint(painter); }).lines;
+    QCOMPARE(lines.value(0), QLineF(column(0), 400, column(400), 0));
+    QCOMPARE(lines.value(1).p1(), QPointF(column(200), 300));
+
+    // At the upper half of the extent a click is still counted from the whole extent's corner.
+    ZoomRect zoom;
+    x.setZoomRect(&zoom);
+    y.setZoomRect(&zoom);
+    zoom.setLeft(0.5);
+    QCOMPARE(plot.checkClickPosition(isReversed ? 600 : 800, isReversed ? 300 : 200, 2), isReversed ? 1 : 5);
 }
 
 void tst_chartaxis::reversed()
