@@ -28,6 +28,6 @@ GraphCursor {
     CursorTag {
         textColor: Theme.flagText
         fontFamily: Theme.family
-        pixelSize: Theme.smallText
+        fontSize: Theme.smallText
     }
 }

@@ -19,7 +19,7 @@ GraphMarker {
         grabSize: Theme.touchSize
         textColor: Theme.flagText
         fontFamily: Theme.family
-        pixelSize: Theme.smallText
-        deltaBackground: Theme.readoutOverlay
+        fontSize: Theme.smallText
+        backgroundColor: Theme.readoutOverlay
     }
 }

@@ -21,6 +21,6 @@ GraphCursorY {
 
         textColor: Theme.flagText
         fontFamily: Theme.family
-        pixelSize: Theme.smallText
+        fontSize: Theme.smallText
     }
 }

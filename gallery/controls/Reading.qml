@@ -5,8 +5,8 @@ import "../theme"
 ReadoutLabel {
     height: parent ? parent.height : implicitHeight
     fontFamily: Theme.family
-    labelColor: Theme.quietText
-    valueColor: Theme.text
-    labelPixelSize: Theme.smallText
-    valuePixelSize: Theme.valueText
+    color: Theme.quietText
+    textColor: Theme.text
+    labelFontSize: Theme.smallText
+    fontSize: Theme.valueText
 }

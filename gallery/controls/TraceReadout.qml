@@ -5,6 +5,6 @@ import "../theme"
 CursorReadout {
     backgroundColor: Theme.readoutOverlay
     fontFamily: Theme.family
-    pixelSize: Theme.bodyText
+    fontSize: Theme.bodyText
     interval: shell.takesPictures ? 0 : 250
 }

@@ -63,7 +63,7 @@ Page {
             label: "Channel"
             value: page.selected ? page.selected.name : "\u2014"
             widestValue: "OFDM 1"
-            valueColor: page.selected ? page.selected.color : Theme.text
+            textColor: page.selected ? page.selected.color : Theme.text
         },
         Reading {
             label: "from"

@@ -165,7 +165,7 @@ Page {
         Reading {
             label: names.value && page.chosen < names.value.length ? names.value[page.chosen] : "Event"
             value: page.chosen < page.positions.length ? page.distanceText(page.positions[page.chosen]) : ""
-            valueColor: marks.penColor
+            textColor: marks.penColor
         },
         Reading {
             label: "Loss"
@@ -181,7 +181,7 @@ Page {
             label: "Reflected area"
             value: page.peak.isHigh ? (integral.value / page.metre).toFixed(0) + " dB\u00b7m" : "\u2014"
             widestValue: "8888 dB\u00b7m"
-            valueColor: integral.integralColor
+            textColor: integral.integralColor
             visible: !Theme.compact
         },
         Reading {
@@ -190,7 +190,7 @@ Page {
             label: "Section behind"
             value: section ? (section.slope * 1000 * page.metre).toFixed(3) + " dB/km" : "\u2014"
             widestValue: "\u22128.888 dB/km"
-            valueColor: Theme.traces[3]
+            textColor: Theme.traces[3]
         }
     ]
 

@@ -72,13 +72,13 @@ Page {
             label: "A\u2013B"
             value: series.formattedXValue(page.distance)
             widestValue: "88.888 km"
-            valueColor: Theme.markers[0]
+            textColor: Theme.markers[0]
         },
         Reading {
             label: "Loss A\u2013B"
             value: series.formattedYValue(page.loss)
             widestValue: "\u221288.888 dB"
-            valueColor: Theme.markers[0]
+            textColor: Theme.markers[0]
             interval: shell.takesPictures ? 0 : 250
             key: page.distance
         },
@@ -86,7 +86,7 @@ Page {
             label: "Cursor"
             value: series.formattedXValue(cursor.posValue)
             widestValue: "88.888 km"
-            valueColor: Theme.cursor
+            textColor: Theme.cursor
         },
         Reading {
             label: "Points"
@@ -174,7 +174,7 @@ Page {
             plots: [trace, marks]
             textColor: Theme.text
             backgroundColor: Theme.overlay
-            pixelSize: Theme.smallText
+            fontSize: Theme.smallText
             fontFamily: Theme.family
         }
 

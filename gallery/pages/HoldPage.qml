@@ -69,13 +69,13 @@ Page {
             label: "Largest change in view"
             value: page.spread
             widestValue: "88.8 dB"
-            valueColor: area.penColor
+            textColor: area.penColor
         },
         Reading {
             label: "at"
             value: page.spreadAt
             widestValue: "888.888 MHz"
-            valueColor: area.penColor
+            textColor: area.penColor
         }
     ]
 

@@ -54,7 +54,7 @@ Page {
 
             label: strip ? strip.samples.label : ""
             value: strip ? strip.reading : ""
-            valueColor: strip ? strip.color : Theme.text
+            textColor: strip ? strip.color : Theme.text
             widestValue: "888.88 \u00b0C"
             interval: shell.takesPictures ? 0 : 250
         }

@@ -89,7 +89,7 @@ Page {
                     label: modelData.name
                     value: page.fails(index) ? "fail" : "pass"
                     widestValue: "pass"
-                    valueColor: page.fails(index) ? Theme.bad : Theme.good
+                    textColor: page.fails(index) ? Theme.bad : Theme.good
                 }
             }
         },

@@ -87,7 +87,7 @@ Page {
         Reading {
             label: names.value && chosenEvent.value < names.value.length ? names.value[chosenEvent.value] : "Event"
             value: events.size > 0 ? page.number(events.x(chosenEvent.value)) + " " + page.recording.xUnit : ""
-            valueColor: marks.penColor
+            textColor: marks.penColor
             visible: events.size > 0
         }
     ]

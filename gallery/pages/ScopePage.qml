@@ -72,25 +72,25 @@ Page {
             label: "Cursor"
             value: first.formattedXValue(cursor.posValue)
             widestValue: "\u2212888.8 \u00b5s"
-            valueColor: Theme.cursor
+            textColor: Theme.cursor
         },
         Reading {
             label: "CH1"
             value: cursor.reading(firstTrace)
             widestValue: "\u2212888.88 mV"
-            valueColor: firstTrace.penColor
+            textColor: firstTrace.penColor
         },
         Reading {
             label: "CH2"
             value: cursor.reading(secondTrace)
             widestValue: "\u2212888.88 mA"
-            valueColor: secondTrace.penColor
+            textColor: secondTrace.penColor
         },
         Reading {
             label: "Level"
             value: levelCursor.primaryPlot ? levelCursor.primaryPlot.plotData.formattedYValue(levelCursor.posValue) : ""
             widestValue: "\u2212888.88 mA"
-            valueColor: Theme.secondCursor
+            textColor: Theme.secondCursor
         },
         Reading {
             label: "In view"
@@ -185,7 +185,7 @@ Page {
             entryHeight: Theme.compact ? 30 : 40
             textColor: Theme.text
             backgroundColor: Theme.overlay
-            pixelSize: Theme.smallText
+            fontSize: Theme.smallText
             fontFamily: Theme.family
         }
 

@@ -19,7 +19,7 @@ Page {
             pressedColor: Theme.pressed
             textColor: Theme.text
             fontFamily: Theme.family
-            pixelSize: Theme.bodyText
+            fontSize: Theme.bodyText
             radius: Theme.radius
         },
         ZoomButtons {
@@ -31,7 +31,7 @@ Page {
             label: "Cursor"
             value: series.formattedXValue(cursor.posValue) + "  " + cursor.reading(trace)
             widestValue: "888.888 MHz  \u2212100.00 dBm"
-            valueColor: Theme.cursor
+            textColor: Theme.cursor
             interval: page.readingInterval
             key: cursor.posIndex
         },
@@ -39,7 +39,7 @@ Page {
             label: "M1"
             value: firstMarker.formattedDelta + "  " + firstMarker.formattedDeltaY
             widestValue: "\u0394 888.888 MHz  \u0394 88.88 dB"
-            valueColor: firstMarker.color
+            textColor: firstMarker.color
             interval: page.readingInterval
             key: firstMarker.formattedDelta
         },
@@ -47,7 +47,7 @@ Page {
             label: "M2"
             value: secondMarker.formattedDelta + "  " + secondMarker.formattedDeltaY
             widestValue: "\u0394 888.888 MHz  \u0394 88.88 dB"
-            valueColor: secondMarker.color
+            textColor: secondMarker.color
             interval: page.readingInterval
             key: secondMarker.formattedDelta
         },
@@ -196,7 +196,7 @@ Page {
             inARow: true
             textColor: Theme.text
             backgroundColor: Theme.overlay
-            pixelSize: Theme.smallText
+            fontSize: Theme.smallText
             fontFamily: Theme.family
         }
 

@@ -1,5 +1,6 @@
 import QtQuick 2.15
 import graph_plugin 1.0
+import "theme.js" as Theme
 
 // The reading of one trace at a cursor: a dot where the cursor crosses the trace, and the value beside it. Declare one
 // per trace as a direct child of the GraphCursor; labels stay inside of the plot and clear of each other.
@@ -7,11 +8,15 @@ Item {
     id: readout
 
     property AbstractPlot plot: null
-    property string text: GraphCursor.formattedYValue
+    readonly property var chart: Theme.chartOf(readout)
+    property string text: chart && plot ? chart.formatY(plot, GraphCursor.yValue) : GraphCursor.formattedYValue
     property color color: plot ? plot.penColor : "white"
-    property color backgroundColor: "transparent"
-    property string fontFamily: "Roboto"
-    property int pixelSize: 14
+    readonly property var theme: chart ? chart.colors : null
+    // Of the text; in a Chart not that of the trace, which may be hard to read, but a bar beside the text has it.
+    property color textColor: theme ? theme.textColor : color
+    property color backgroundColor: theme ? Theme.translucent(theme.plotBackground, 0.85) : "transparent"
+    property string fontFamily: theme ? theme.fontFamily : "Roboto"
+    property int fontSize: theme ? theme.fontSize : 14
     property real dotSize: 9
     // Number of pixel rows kept free at the top, for example for flags.
     property real topInset: 0
@@ -82,20 +87,30 @@ Item {
         visible: readout.shown
         x: rightX + width <= readout.width || leftX < 0 ? rightX : leftX
         y: Math.round(readout.labelY)
-        width: Math.ceil(value.implicitWidth) + 10
+        width: Math.ceil(value.implicitWidth) + value.x + 5
         height: Math.ceil(value.implicitHeight) + 2
         radius: 3
         color: readout.backgroundColor
 
+        Rectangle {
+            id: bar
+
+            visible: String(readout.textColor) !== String(readout.color)
+            width: 3
+            height: parent.height
+            radius: 1
+            color: readout.color
+        }
+
         Text {
             id: value
 
-            x: 5
+            x: bar.visible ? 8 : 5
             y: 1
             text: steady.text
-            color: readout.color
+            color: readout.textColor
             font.family: readout.fontFamily
-            font.pixelSize: readout.pixelSize
+            font.pixelSize: readout.fontSize
             renderType: Text.NativeRendering
         }
     }

@@ -1,6 +1,7 @@
 import QtQuick 2.15
 import graph_plugin 1.0
 import "cursors.js" as Cursors
+import "theme.js" as Theme
 
 // The cursor's own position in words: at the bottom of the line of a GraphCursor, at an end of that of a GraphCursorY.
 // Declare it as a child of the cursor.
@@ -9,15 +10,18 @@ Item {
 
     property GraphCursor cursor: parent
     property color color: cursor ? Qt.rgba(cursor.color.r, cursor.color.g, cursor.color.b, 1) : "transparent"
-    property color textColor: "black"
-    property string fontFamily: "Roboto"
-    property int pixelSize: 13
+    readonly property var chart: Theme.chartOf(tag)
+    readonly property var theme: chart ? chart.colors : null
+    property color textColor: theme ? theme.plotBackground : "black"
+    property string fontFamily: theme ? theme.fontFamily : "Roboto"
+    property int fontSize: theme ? theme.fontSize : 13
     // At which end of a horizontal line.
     property bool atRight: false
     readonly property bool horizontal: cursor instanceof GraphCursorY
     readonly property PlotData series: Cursors.primaryData(cursor)
-    property string text: !series ? "" : horizontal ? series.formattedYValue(cursor.posValue)
-                         : series.formattedXValue(cursor.posValue)
+    property string text: !series ? "" : chart && !horizontal ? chart.formatX(cursor.posValue)
+                         : chart ? chart.formatY(cursor.primaryPlot, cursor.posValue)
+                         : horizontal ? series.formattedYValue(cursor.posValue) : series.formattedXValue(cursor.posValue)
 
     anchors.fill: parent
     visible: text !== ""
@@ -40,7 +44,7 @@ Item {
             text: tag.text
             color: tag.textColor
             font.family: tag.fontFamily
-            font.pixelSize: tag.pixelSize
+            font.pixelSize: tag.fontSize
             renderType: Text.NativeRendering
         }
     }

@@ -1,65 +1,92 @@
 import QtQuick 2.15
+import graph_plugin 1.0
+import "theme.js" as Theme
 
-// Names the traces of a chart in their colours. Declare it as a child of a GraphView: it covers the plot area and shows
-// its entries in one corner. A tap on an entry hides or shows that trace.
+// Names the traces of a chart beside their colours. Declare it as a child of a GraphView or a Chart: it covers the plot
+// area and shows its entries in one corner. A tap on an entry hides or shows that trace.
 Item {
     id: legend
 
-    // The plots to name; the text is the label of each plot's data.
+    // The plots to name; the text is the name of a Trace, the label of the data of any other plot.
     property var plots: []
+    // Whose values are written behind the names.
+    property GraphCursor cursor: null
     property bool atRight: true
     property bool atBottom: false
     // One beside the other instead of one below the other.
     property bool inARow: false
-    property color textColor: "white"
-    property color backgroundColor: "transparent"
-    property int pixelSize: 14
-    property string fontFamily: "Roboto"
+    readonly property var chart: Theme.chartOf(legend)
+    readonly property var theme: chart ? chart.colors : null
+    property color textColor: theme ? theme.textColor : "white"
+    property color backgroundColor: theme ? Theme.translucent(theme.plotBackground, 0.85) : "transparent"
+    property string fontFamily: theme ? theme.fontFamily : "Roboto"
+    property int fontSize: theme ? theme.fontSize : 14
     property real entryHeight: 40
     property real inset: 4
+    readonly property int _rows: Math.max(1, Math.floor((height - 2 * inset) / entryHeight))
 
-    Grid {
-        columns: legend.inARow ? entries.count : 1
-        horizontalItemAlignment: legend.atRight ? Grid.AlignRight : Grid.AlignLeft
-        anchors {
-            left: legend.atRight ? undefined : legend.left
-            right: legend.atRight ? legend.right : undefined
-            top: legend.atBottom ? undefined : legend.top
-            bottom: legend.atBottom ? legend.bottom : undefined
-            margins: legend.inset
-        }
+    function nameOf(plot) {
+        return !plot ? "" : plot.name ? plot.name : plot.plotData ? plot.plotData.label : "";
+    }
 
-        Repeater {
-            id: entries
+    // Empty while there is none.
+    function valueOf(plot) {
+        if (!cursor || !plot || !plot.visible)
+            return "";
+        var index = cursor.indexOfPlot(plot);
+        var values = cursor.yValues;
+        return index >= 0 && index < values.length && !isNaN(values[index])
+             ? (chart ? chart.formatY(plot, values[index]) : cursor.formattedYValues[index]) : "";
+    }
 
-            model: legend.plots
+    Rectangle {
+        x: legend.atRight ? legend.width - width - legend.inset : legend.inset
+        y: legend.atBottom ? legend.height - height - legend.inset : legend.inset
+        width: grid.width
+        height: grid.height
+        visible: entries.count > 0
+        radius: 4
+        color: legend.backgroundColor
 
-            Item {
-                id: entry
+        Grid {
+            id: grid
 
-                readonly property var plot: modelData
+            columns: legend.inARow ? Math.max(1, entries.count) : Math.ceil(Math.max(1, entries.count) / legend._rows)
+            flow: legend.inARow ? Grid.LeftToRight : Grid.TopToBottom
+            rows: legend.inARow ? 1 : Math.min(Math.max(1, entries.count), legend._rows)
 
-                width: chip.width
-                height: legend.entryHeight
-                opacity: plot && plot.visible ? 1 : 0.4
+            Repeater {
+                id: entries
 
-                Rectangle {
-                    id: chip
+                model: legend.plots
 
-                    anchors.verticalCenter: parent.verticalCenter
-                    width: name.x + name.width + 10
-                    height: name.height + 10
-                    radius: 4
-                    color: legend.backgroundColor
+                Item {
+                    id: entry
+
+                    readonly property var plot: modelData
+                    readonly property string value: legend.valueOf(plot)
+                    // With the room that its values have needed, so that changing digits move nothing.
+                    readonly property real wantedWidth: name.x + name.width + (reading.room > 0 ? reading.room + 12 : 0) + 10
+
+                    // All entries of a column are as wide as its widest.
+                    width: {
+                        var widest = wantedWidth;
+                        for (var i = 0; !legend.inARow && i < entries.count; ++i) {
+                            var other = entries.itemAt(i);
+                            if (other)
+                                widest = Math.max(widest, other.wantedWidth);
+                        }
+                        return widest;
+                    }
+                    height: legend.entryHeight
 
                     Rectangle {
-                        id: swatch
-
                         anchors.verticalCenter: parent.verticalCenter
-                        x: 10
+                        x: 8
                         width: 16
                         height: 4
                         radius: 2
+                        opacity: name.opacity
                         color: entry.plot ? entry.plot.penColor : "transparent"
                     }
 
@@ -67,18 +94,45 @@ Item {
                         id: name
 
                         anchors.verticalCenter: parent.verticalCenter
-                        x: 34
-                        text: entry.plot && entry.plot.plotData ? entry.plot.plotData.label : ""
+                        x: 32
+                        width: Math.min(Math.ceil(implicitWidth), Math.max(40, legend.width * 0.4))
+                        elide: Text.ElideRight
+                        opacity: entry.plot && entry.plot.visible ? 1 : 0.4
+                        text: legend.nameOf(entry.plot)
+                        textFormat: Text.PlainText
                         color: legend.textColor
                         font.family: legend.fontFamily
-                        font.pixelSize: legend.pixelSize
+                        font.pixelSize: legend.fontSize
                         renderType: Text.NativeRendering
                     }
-                }
 
-                MouseArea {
-                    anchors.fill: parent
-                    onClicked: entry.plot.visible = !entry.plot.visible
+                    Text {
+                        id: reading
+
+                        property real room: 0
+
+                        anchors.verticalCenter: parent.verticalCenter
+                        x: entry.width - 10 - width
+                        text: entry.value
+                        textFormat: Text.PlainText
+                        color: legend.textColor
+                        font.family: legend.fontFamily
+                        font.pixelSize: legend.fontSize
+                        renderType: Text.NativeRendering
+                        onImplicitWidthChanged: room = Math.max(room, Math.ceil(implicitWidth))
+                        Connections {
+                            target: legend
+                            function onCursorChanged() {
+                                if (!legend.cursor)
+                                    reading.room = 0;
+                            }
+                        }
+                    }
+
+                    MouseArea {
+                        anchors.fill: parent
+                        onClicked: if (entry.plot) entry.plot.visible = !entry.plot.visible
+                    }
                 }
             }
         }

@@ -1,5 +1,6 @@
 import QtQuick 2.15
 import graph_plugin 1.0
+import "theme.js" as Theme
 
 // What CursorGrab and MarkerGrab share: a strip along a line that can be dragged with a finger, panning near the edges,
 // and a small flag with a name. Taps and double taps go through to what lies below.
@@ -19,9 +20,10 @@ Item {
     // Name on the flag; none, no flag.
     property string text
     property color color: "white"
-    property color textColor: "black"
-    property string fontFamily: "Roboto"
-    property int pixelSize: 13
+    readonly property var theme: Theme.of(grab)
+    property color textColor: theme ? theme.plotBackground : "black"
+    property string fontFamily: theme ? theme.fontFamily : "Roboto"
+    property int fontSize: theme ? theme.fontSize : 13
     // Flags in different rows do not cover each other.
     property int row: 0
     readonly property bool dragging: touch.dragging
@@ -71,7 +73,7 @@ Item {
             text: grab.text
             color: grab.textColor
             font.family: grab.fontFamily
-            font.pixelSize: grab.pixelSize
+            font.pixelSize: grab.fontSize
             renderType: Text.NativeRendering
         }
     }

@@ -1,6 +1,7 @@
 import QtQuick 2.15
 import graph_plugin 1.0
 import "cursors.js" as Cursors
+import "theme.js" as Theme
 
 // Moves a GraphMarker with a finger and shows its name on a flag. Declare it inside the marker, as its label:
 //     GraphMarker { MarkerGrab { text: "A" } }
@@ -12,7 +13,7 @@ LineGrab {
     property GraphMarker marker: _parentMarker
     readonly property GraphCursor cursor: parent
     // Behind the distance that the cursor writes, so that it stays readable over a trace.
-    property color deltaBackground: "transparent"
+    property color backgroundColor: theme ? Theme.translucent(theme.plotBackground, 0.85) : "transparent"
 
     function freeRow() {
         var used = [];
@@ -57,7 +58,7 @@ LineGrab {
         width: Math.ceil(delta.advanceWidth) + 8
         height: Math.ceil(metrics.height) + 2
         radius: 3
-        color: grab.deltaBackground
+        color: grab.backgroundColor
 
         TextMetrics {
             id: delta

@@ -1,17 +1,19 @@
 import QtQuick 2.15
 import graph_plugin 1.0
 import "cursors.js" as Cursors
+import "theme.js" as Theme
 
 // The next peak to the left, the highest one, the next one to the right.
 Row {
     id: buttons
 
     property GraphCursor cursor: null
-    property color color: "#26303a"
-    property color pressedColor: "#33404d"
-    property color textColor: "white"
-    property string fontFamily: "Roboto"
-    property int pixelSize: 15
+    readonly property var theme: Theme.of(buttons)
+    property color color: theme ? theme.minorGridColor : "#26303a"
+    property color pressedColor: theme ? theme.gridColor : "#33404d"
+    property color textColor: theme ? theme.textColor : "white"
+    property string fontFamily: theme ? theme.fontFamily : "Roboto"
+    property int fontSize: theme ? theme.fontSize : 15
     property real buttonHeight: 40
     property real leastWidth: 44
     property real radius: 5
@@ -45,7 +47,7 @@ Row {
                 text: modelData
                 color: buttons.textColor
                 font.family: buttons.fontFamily
-                font.pixelSize: buttons.pixelSize
+                font.pixelSize: buttons.fontSize
                 renderType: Text.NativeRendering
             }
 

@@ -1,4 +1,5 @@
 import QtQuick 2.15
+import "theme.js" as Theme
 
 // One reading: a quiet name and a clear value beside it.
 Item {
@@ -8,11 +9,13 @@ Item {
     property string value
     // The widest value that is to be expected: room for it is kept, so that readings beside this one stay in place.
     property string widestValue
-    property color labelColor: "#8b98a5"
-    property color valueColor: "white"
-    property string fontFamily: "Roboto"
-    property int labelPixelSize: 13
-    property int valuePixelSize: 17
+    readonly property var theme: Theme.of(readout)
+    property color color: theme ? Theme.translucent(theme.textColor, 0.7) : "#8b98a5"
+    property color textColor: theme ? theme.textColor : "white"
+    property string fontFamily: theme ? theme.fontFamily : "Roboto"
+    // Of the value; the name is smaller.
+    property int fontSize: theme ? Math.round(theme.fontSize * 1.2) : 17
+    property int labelFontSize: Math.round(fontSize * 0.77)
     property real spacing: 8
     // Milliseconds between changes of the value, and what lets it follow at once, as SteadyText has them.
     property int interval: 0
@@ -41,9 +44,9 @@ Item {
 
         anchors.baseline: number.baseline
         text: readout.label
-        color: readout.labelColor
+        color: readout.color
         font.family: readout.fontFamily
-        font.pixelSize: readout.labelPixelSize
+        font.pixelSize: readout.labelFontSize
         renderType: Text.NativeRendering
     }
 
@@ -53,9 +56,9 @@ Item {
         x: name.implicitWidth + readout.spacing
         anchors.verticalCenter: parent.verticalCenter
         text: steady.text
-        color: readout.valueColor
+        color: readout.textColor
         font.family: readout.fontFamily
-        font.pixelSize: readout.valuePixelSize
+        font.pixelSize: readout.fontSize
         renderType: Text.NativeRendering
     }
 }

@@ -13,10 +13,21 @@ Flickable {
     property real wheelFactor: 1.25
     // Fingers closer to each other than this in one direction do not zoom in that direction.
     property real leastSpread: 48
+    // Directions that the wheel zooms in unless a key says otherwise.
+    property int wheelDirections: Qt.Horizontal
+    // False leaves nothing but taps.
+    property bool zooms: true
+    // Draws its rectangle after a long press.
+    property BoxZoom boxZoom: null
     readonly property bool pinching: pinchArea.started
+    readonly property bool holding: touch.holding
 
     // A tap that was not the start of anything else, in pixels of the plot area.
     signal tapped(real x, real y)
+    // After two taps, which show everything.
+    signal doubleTapped(real x, real y)
+    // The begin of any touch.
+    signal pressed()
 
     // Zooms by the factors (above 1 shows more) and keeps the values at the pixel position (px, py) in their place.
     function zoomAt(px, py, factorX, factorY) {
@@ -46,7 +57,7 @@ Flickable {
     }
 
     boundsBehavior: Flickable.StopAtBounds
-    interactive: !pinchArea.started
+    interactive: zooms && !pinchArea.started && !holding
 
     PinchArea {
         id: pinchArea
@@ -59,7 +70,7 @@ Flickable {
         anchors.fill: parent
 
         onPinchStarted: function(pinch) {
-            if (!area.zoomRect)
+            if (!area.zoomRect || !area.zooms)
                 return;
             start = {
                 width: area.zoomRect.width,
@@ -92,14 +103,47 @@ Flickable {
         onPinchFinished: started = false
 
         MouseArea {
+            id: touch
+
+            property bool holding: false
+
             anchors.fill: parent
+            preventStealing: holding
+            onPressed: area.pressed()
             onClicked: function(mouse) { area.tapped(mouse.x, mouse.y); }
-            onDoubleClicked: area.showAll()
+            onDoubleClicked: function(mouse) {
+                if (area.zooms)
+                    area.showAll();
+                area.doubleTapped(mouse.x, mouse.y);
+            }
+            onPressAndHold: function(mouse) {
+                if (!area.boxZoom || area.moving)
+                    return;
+                holding = true;
+                area.boxZoom.begin(mouse.x, mouse.y);
+            }
+            onPositionChanged: function(mouse) {
+                if (holding && area.boxZoom)
+                    area.boxZoom.move(mouse.x, mouse.y);
+            }
+            onReleased: {
+                if (holding && area.boxZoom)
+                    area.boxZoom.end();
+                holding = false;
+            }
+            onCanceled: {
+                if (holding && area.boxZoom)
+                    area.boxZoom.cancel();
+                holding = false;
+            }
             onWheel: function(wheel) {
+                if (!area.zooms)
+                    return;
                 var factor = Math.pow(area.wheelFactor, -wheel.angleDelta.y / 120);
-                var vertically = wheel.modifiers & (Qt.ShiftModifier | Qt.ControlModifier);
-                var horizontally = !(wheel.modifiers & Qt.ShiftModifier);
-                area.zoomAt(wheel.x, wheel.y, horizontally ? factor : 1, vertically ? factor : 1);
+                var directions = wheel.modifiers & Qt.ControlModifier ? Qt.Horizontal | Qt.Vertical
+                               : wheel.modifiers & Qt.ShiftModifier ? Qt.Vertical : area.wheelDirections;
+                area.zoomAt(wheel.x, wheel.y, directions & Qt.Horizontal ? factor : 1,
+                            directions & Qt.Vertical ? factor : 1);
             }
         }
     }

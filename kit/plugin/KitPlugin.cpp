@@ -1,7 +1,13 @@
 #include "kit/plugin/KitPlugin.h"
 
 #include "kit/axis/ChartAxis.h"
+#include "kit/chart/ChartTheme.h"
+#include "kit/chart/ChartView.h"
+#include "kit/chart/CursorSwitches.h"
 #include "kit/chart/Diagnosis.h"
+#include "kit/chart/Formatter.h"
+#include "kit/chart/LegendSwitches.h"
+#include "kit/chart/ZoomSwitches.h"
 #include "kit/data/Average.h"
 #include "kit/data/Difference.h"
 #include "kit/data/MaxHold.h"
@@ -15,6 +21,7 @@
 #include "kit/plots/LimitLine.h"
 #include "kit/plots/Trace.h"
 #include "kit/plots/WaterfallPlot.h"
+#include "platform/bus/OrnData.h"
 
 #include <QtQml>
 
@@ -23,12 +30,18 @@ void KitPlugin::registerTypes(const char *uri)
     qmlRegisterModule(uri, 1, 0);
     qmlRegisterType<graph::Average>(uri, 1, 0, "Average");
     qmlRegisterType<graph::ChartAxis>(uri, 1, 0, "ChartAxis");
+    qmlRegisterType<graph::ChartTheme>(uri, 1, 0, "ChartTheme");
+    qmlRegisterType<graph::ChartView>(uri, 1, 0, "ChartView");
     qmlRegisterType<graph::ColorScale>(uri, 1, 0, "ColorScale");
+    qmlRegisterAnonymousType<graph::CursorSwitches>(uri, 1);
     qmlRegisterType<graph::Diagnosis>(uri, 1, 0, "Diagnosis");
     qmlRegisterType<graph::Difference>(uri, 1, 0, "Difference");
+    qmlRegisterType<graph::Formatter>(uri, 1, 0, "Formatter");
+    qmlRegisterAnonymousType<graph::LegendSwitches>(uri, 1);
     qmlRegisterType<graph::LimitLine>(uri, 1, 0, "LimitLine");
     qmlRegisterType<graph::MaxHold>(uri, 1, 0, "MaxHold");
     qmlRegisterType<graph::MinHold>(uri, 1, 0, "MinHold");
+    qmlRegisterType<OrnData>(uri, 1, 0, "OrnData");
     qmlRegisterType<graph::PeakList>(uri, 1, 0, "PeakList");
     qmlRegisterType<graph::Smooth>(uri, 1, 0, "Smooth");
     qmlRegisterType<graph::Statistics>(uri, 1, 0, "Statistics");
@@ -36,4 +49,5 @@ void KitPlugin::registerTypes(const char *uri)
     qmlRegisterType<graph::StreamSeries>(uri, 1, 0, "StreamSeries");
     qmlRegisterType<graph::Trace>(uri, 1, 0, "Trace");
     qmlRegisterType<graph::WaterfallPlot>(uri, 1, 0, "WaterfallPlot");
+    qmlRegisterAnonymousType<graph::ZoomSwitches>(uri, 1);
 }

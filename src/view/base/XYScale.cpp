@@ -88,6 +88,14 @@ void XYScale::setPlots(const QList<AbstractPlot *> &plots)
     handleAxesChanged();
 }
 
+void XYScale::setStandingAxes(const QList<ValueAxis *> &axes)
+{
+    if (sameObjects(m_standingAxes, axes))
+        return;
+    m_standingAxes = guarded(axes);
+    handleAxesChanged();
+}
+
 void XYScale::handleAxesChanged()
 {
     QList<ValueAxis *> axes;
@@ -95,6 +103,8 @@ void XYScale::handleAxesChanged()
         if (axis && (axis->labelsPlane() == this || axis->linesPlane() == this) && !axes.contains(axis))
             axes.append(axis);
     };
+    for (ValueAxis *axis : qAsConst(m_standingAxes))
+        collect(axis);
     for (AbstractPlot *plot : qAsConst(m_plots)) {
         if (!plot)
             continue;

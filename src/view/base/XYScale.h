@@ -21,6 +21,8 @@ public:
     ~XYScale() override;
 
     void setPlots(const QList<AbstractPlot *> &plots);
+    // Axes that the plane draws whether a plot uses them or not, before those of the plots.
+    void setStandingAxes(const QList<ValueAxis *> &axes);
     QList<ValueAxis *> axes() const;
     void setAxes(const QList<ValueAxis *> &axes);
     // What the plane's own axes need.
@@ -45,6 +47,7 @@ private:
     void repaintWith(ValueAxis *axis);
 
     QVector<QPointer<ValueAxis>> m_axes;
+    QVector<QPointer<ValueAxis>> m_standingAxes;
     QVector<QPointer<AbstractPlot>> m_plots;
     // Axes whose repaint requests reach this plane; a connection made once stays for the life of the axis.
     QVector<QPointer<ValueAxis>> m_repaintingAxes;

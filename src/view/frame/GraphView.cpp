@@ -211,24 +211,45 @@ void GraphView::assignPlanes()
 
 void GraphView::adoptChild(QQuickItem *child)
 {
-    // Readable only once the document's engine knows the type of the anchors.
-    if (auto *anchors = child->property("anchors").value<QObject *>()) {
-        const bool fillsView = child == m_contentItem || m_scales.contains(qobject_cast<XYScale *>(child));
-        anchors->setProperty("fill", QVariant::fromValue<QQuickItem *>(fillsView ? this : m_contentItem.data()));
-    }
+    const bool fillsView = child == m_contentItem || m_scales.contains(qobject_cast<XYScale *>(child));
+    stretch(child, fillsView ? this : m_contentItem.data());
     if (auto *plot = qobject_cast<AbstractPlot *>(child)) {
-        m_plots.append(plot);
-        connect(plot, SIGNAL(visibleChanged()), this, SLOT(handlePlotVisibilityChanged()));
-        connect(plot, SIGNAL(destroyed()), this, SLOT(handlePlotVisibilityChanged()));
+        addPlot(plot);
     } else if (auto *cursor = qobject_cast<GraphCursor *>(child)) {
-        m_cursor = cursor;
-        cursor->setZoomRect(m_zoomRect);
-        cursor->setZ(m_defaultScale->z() + 1.0);
-        m_cursors.append(cursor);
+        addCursor(cursor);
     } else if (child->inherits("QQuickFlickable")) {
         if (m_zoomRect)
             m_zoomRect->setFlickable(child);
     }
+}
+
+void GraphView::stretch(QQuickItem *child, QQuickItem *over)
+{
+    // Readable only once the document's engine knows the type of the anchors.
+    if (auto *anchors = child->property("anchors").value<QObject *>())
+        anchors->setProperty("fill", QVariant::fromValue<QQuickItem *>(over));
+}
+
+// The scales and cursors hear of it with the next handlePlotVisibilityChanged().
+void GraphView::addPlot(AbstractPlot *plot)
+{
+    m_plots.append(plot);
+    connect(plot, SIGNAL(visibleChanged()), this, SLOT(handlePlotVisibilityChanged()));
+    connect(plot, SIGNAL(destroyed()), this, SLOT(handlePlotVisibilityChanged()));
+}
+
+void GraphView::removePlot(AbstractPlot *plot)
+{
+    m_plots.removeAll(plot);
+    disconnect(plot, nullptr, this, nullptr);
+}
+
+void GraphView::addCursor(GraphCursor *cursor)
+{
+    m_cursor = cursor;
+    cursor->setZoomRect(m_zoomRect);
+    cursor->setZ(m_defaultScale->z() + 1.0);
+    m_cursors.append(cursor);
 }
 
 void GraphView::handlePlotVisibilityChanged()
@@ -256,7 +277,7 @@ void GraphView::handlePlotVisibilityChanged()
 // each side keeps clear of the widest margin there.
 void GraphView::handleMarginsChanged(int left, int right, int top, int bottom)
 {
-    QMargins margins(left, top, right, bottom);
+    QMargins margins = widest(QMargins(left, top, right, bottom), reservedMargins());
     for (const XYScale *scale : qAsConst(m_scales)) {
         if (scale)
             margins = widest(margins, scale->margins());

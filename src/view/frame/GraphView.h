@@ -3,6 +3,7 @@
 #include "common/Export.h"
 #include "common/QtVersion.h"
 
+#include <QMargins>
 #include <QPointer>
 #include <QQmlListProperty>
 #include <QQuickItem>
@@ -48,6 +49,17 @@ signals:
 protected:
     void componentComplete() override;
 
+    // For views that take children at any time, or wire them in another way.
+    QQuickItem *plotAreaItem() const { return m_contentItem; }
+    const QVector<QPointer<AbstractPlot>> &adoptedPlots() const { return m_plots; }
+    virtual void adoptChild(QQuickItem *child);
+    void addPlot(AbstractPlot *plot);
+    void removePlot(AbstractPlot *plot);
+    void addCursor(GraphCursor *cursor);
+    void stretch(QQuickItem *child, QQuickItem *over);
+    // Room around the plot area besides that of the axes: the wider one counts on each side.
+    virtual QMargins reservedMargins() const { return {}; }
+
 protected slots:
     void updateChildren();
     void handlePlotVisibilityChanged();
@@ -59,7 +71,6 @@ private:
 
     void findScales();
     void assignPlanes();
-    void adoptChild(QQuickItem *child);
     void insetPlotArea(const QMargins &margins);
 
     QVector<QPointer<ValueAxis>> m_axes;

@@ -331,6 +331,11 @@ void ZoomRect::panAndZoom(const QSizeF &size, const QPointF &anchor, const QPoin
     apply(m_x.pinch(newWidth, anchor.x(), place.x()), m_y.pinch(newHeight, anchor.y(), 1.0 - place.y()));
 }
 
+void ZoomRect::show(const QRectF &rect)
+{
+    apply(m_x.pinch(rect.width(), rect.x(), 0.0), m_y.pinch(rect.height(), rect.y(), 0.0));
+}
+
 // Announces what an operation changed and puts the flickable in step.
 void ZoomRect::apply(const graph::ZoomInterval::Changes &x, const graph::ZoomInterval::Changes &y)
 {

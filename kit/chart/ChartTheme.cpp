@@ -1,0 +1,188 @@
+#include "kit/chart/ChartTheme.h"
+
+#include <algorithm>
+#include <initializer_list>
+
+namespace graph {
+
+namespace {
+
+// The colours of M. Okabe and K. Ito, "Color Universal Design" (2008), which people with any of the common
+// kinds of colour blindness tell apart. In the order in which they stand out from the background: yellow is
+// of no use on white and dark blue of little on black. Grey takes the place of black.
+constexpr std::initializer_list<const char *> colorsOnDark = {"#56b4e9", "#e69f00", "#009e73", "#f0e442",
+                                                              "#cc79a7", "#d55e00", "#0072b2", "#bbbbbb"};
+constexpr std::initializer_list<const char *> colorsOnLight = {"#0072b2", "#d55e00", "#009e73", "#cc79a7",
+                                                               "#e69f00", "#56b4e9", "#666666"};
+
+QVariantList colorList(std::initializer_list<const char *> names)
+{
+    QVariantList colors;
+    for (const char *name : names)
+        colors.append(QColor(QLatin1String(name)));
+    return colors;
+}
+
+// Lists from a document hold colours or their names.
+QColor colorOf(const QVariant &value)
+{
+    return value.canConvert<QColor>() ? value.value<QColor>() : QColor(value.toString());
+}
+
+} // namespace
+
+/*!
+    \qmltype ChartTheme
+    \inqmlmodule graph_kit
+    \brief The colours and the font of a Chart and of everything in it.
+
+    A theme of one's own starts with the values of \c Chart.Dark: write only what differs.
+
+    \code
+    Chart {
+        theme: ChartTheme { background: "black"; traceColors: ["lime", "orange"] }
+    }
+    \endcode
+*/
+ChartTheme::ChartTheme(QObject *parent)
+    : QObject(parent)
+    , m_background("#12171c")
+    , m_plotBackground("#171d24")
+    , m_gridColor("#2c353e")
+    , m_minorGridColor("#212930")
+    , m_textColor("#c6ced6")
+    , m_traceColors(colorList(colorsOnDark))
+    , m_cursorColor("#e8edf2")
+    , m_markerColors(colorList({"#e69f00", "#56b4e9", "#cc79a7", "#f0e442"}))
+    , m_fontFamily(QStringLiteral("Roboto"))
+{
+}
+
+ChartTheme *ChartTheme::light(QObject *parent)
+{
+    auto *theme = new ChartTheme(parent);
+    theme->m_background = QColor("#f6f7f8");
+    theme->m_plotBackground = QColor("#ffffff");
+    theme->m_gridColor = QColor("#dde1e5");
+    theme->m_minorGridColor = QColor("#eef0f2");
+    theme->m_textColor = QColor("#3a434c");
+    theme->m_traceColors = colorList(colorsOnLight);
+    theme->m_cursorColor = QColor("#20272e");
+    theme->m_markerColors = colorList({"#d55e00", "#0072b2", "#cc79a7", "#009e73"});
+    return theme;
+}
+
+QFont ChartTheme::font() const
+{
+    QFont font(m_fontFamily);
+    font.setPixelSize(std::max(1, m_fontSize));
+    return font;
+}
+
+QColor ChartTheme::traceColor(int index) const
+{
+    const QColor color =
+        m_traceColors.isEmpty() ? QColor() : colorOf(m_traceColors.at(index % m_traceColors.size()));
+    return color.isValid() ? color : m_textColor;
+}
+
+template <typename T> void ChartTheme::store(T &member, const T &value)
+{
+    if (member == value)
+        return;
+    member = value;
+    emit changed();
+}
+
+/*!
+    \qmlproperty color ChartTheme::background
+    \qmlproperty color ChartTheme::plotBackground
+    Behind the whole chart, and behind the plot area. A translucent colour shows what is below the chart.
+*/
+void ChartTheme::setBackground(const QColor &color)
+{
+    store(m_background, color);
+}
+
+void ChartTheme::setPlotBackground(const QColor &color)
+{
+    store(m_plotBackground, color);
+}
+
+/*!
+    \qmlproperty color ChartTheme::gridColor
+    \qmlproperty color ChartTheme::minorGridColor
+    \qmlproperty int ChartTheme::gridWidth
+    The grid lines, and those at minor ticks; gridWidth in pixels, 1 by default.
+*/
+void ChartTheme::setGridColor(const QColor &color)
+{
+    store(m_gridColor, color);
+}
+
+void ChartTheme::setMinorGridColor(const QColor &color)
+{
+    store(m_minorGridColor, color);
+}
+
+void ChartTheme::setGridWidth(int pixels)
+{
+    store(m_gridWidth, std::max(0, pixels));
+}
+
+/*!
+    \qmlproperty color ChartTheme::textColor
+    \qmlproperty string ChartTheme::fontFamily
+    \qmlproperty int ChartTheme::fontSize
+    All texts of the chart: title, numbers, legend, readings. fontSize in pixels, 14 by default, at least 1;
+   the title is a little larger. The family is Roboto by default; where it is not installed the system chooses
+   another one.
+*/
+void ChartTheme::setTextColor(const QColor &color)
+{
+    store(m_textColor, color);
+}
+
+void ChartTheme::setFontFamily(const QString &family)
+{
+    store(m_fontFamily, family);
+}
+
+void ChartTheme::setFontSize(int pixels)
+{
+    store(m_fontSize, std::max(1, pixels));
+}
+
+/*!
+    \qmlproperty list<color> ChartTheme::traceColors
+    \qmlproperty int ChartTheme::lineWidth
+    The colours of the traces that name none, in the order of the traces; with more traces they start again.
+   By default colours that colour-blind people can tell apart. lineWidth in pixels, 1 by default, for traces
+   that name none.
+*/
+void ChartTheme::setTraceColors(const QVariantList &colors)
+{
+    store(m_traceColors, colors);
+}
+
+void ChartTheme::setLineWidth(int pixels)
+{
+    store(m_lineWidth, std::max(1, pixels));
+}
+
+/*!
+    \qmlproperty color ChartTheme::cursorColor
+    \qmlproperty list<color> ChartTheme::markerColors
+    The line of a cursor, and those of markers in their order.
+*/
+void ChartTheme::setCursorColor(const QColor &color)
+{
+    store(m_cursorColor, color);
+}
+
+void ChartTheme::setMarkerColors(const QVariantList &colors)
+{
+    store(m_markerColors, colors);
+}
+
+} // namespace graph

@@ -1,0 +1,230 @@
+#include "kit/chart/ChartView.h"
+
+#include "kit/axis/ChartAxis.h"
+#include "kit/chart/ChartTheme.h"
+#include "kit/chart/CursorSwitches.h"
+#include "kit/chart/LegendSwitches.h"
+#include "kit/chart/ZoomSwitches.h"
+#include "view/base/AbstractPlot.h"
+#include "view/base/XYScale.h"
+#include "view/zoom/ZoomRect.h"
+
+#include <QQuickWindow>
+#include <QSGRectangleNode>
+
+namespace graph {
+
+namespace {
+
+// The part of the extent that a zoom can show: small enough for ten samples of a day, and so large that
+// moving it by a pixel is no matter of rounding.
+constexpr double leastPart = 1e-8;
+constexpr double defaultWidth = 400.0;
+constexpr double defaultHeight = 240.0;
+constexpr double labelsZ = 1.0;
+constexpr double overlayZ = 3.0;
+// Pauses that are longer separate two zooms for back().
+constexpr int stepPause = 400;
+
+} // namespace
+
+/*!
+    \qmltype Chart
+    \inqmlmodule graph_kit
+    \inherits GraphView
+    \brief A chart that needs nothing but its traces.
+
+    \code
+    Chart {
+        width: 800; height: 480
+        Trace { name: "Level"; values: [1, 5, 3, 8, 2]; interval: 0.5; unit: "V" }
+    }
+    \endcode
+
+    Traces may come and go at any time: as children, from a Repeater, an Instantiator or a Loader, and from
+    createObject(chart). All other plots can be children too; one whose data has no axes gets the axes of the
+   chart. A plot that is black, the colour of a plot that names none, gets a colour of the theme.
+
+    Without a size it is 400 by 240 pixels. Items that have a size of their own stay where they are; others
+   are stretched over the plot area.
+*/
+ChartView::ChartView(QQuickItem *parent)
+    : GraphView(parent)
+    , m_theme(int(Dark))
+    , m_darkTheme(ChartTheme::dark(this))
+    , m_lightTheme(ChartTheme::light(this))
+    , m_axisX(new ChartAxis(this))
+    , m_axisY(new ChartAxis(this))
+    , m_legend(new LegendSwitches(this))
+    , m_cursorSwitches(new CursorSwitches(this))
+    , m_zoom(new ZoomSwitches(this))
+    , m_grid(new XYScale(this))
+    , m_labels(new XYScale(this))
+    , m_underlay(new QQuickItem(this))
+    , m_overlay(new QQuickItem(this))
+{
+    m_clock.start();
+    setImplicitSize(defaultWidth, defaultHeight);
+    setActiveFocusOnTab(true);
+    m_labels->setZ(labelsZ);
+    m_overlay->setZ(overlayZ);
+    m_axisX->setAlignment(Qt::AlignBottom);
+    m_axisY->setAlignment(Qt::AlignLeft);
+    zoomRect()->setMinWidth(leastPart);
+    zoomRect()->setMinHeight(leastPart);
+    zoomRect()->setZoomAxis(Qt::Horizontal | Qt::Vertical);
+    adoptAxis(m_axisX, true);
+    adoptAxis(m_axisY, true);
+    m_stepTimer.setSingleShot(true);
+    m_stepTimer.setInterval(stepPause);
+    QObject *ears = m_ears.get();
+    connect(&m_stepTimer, &QTimer::timeout, ears, [this] {
+        if (m_touched || zoomRect()->isMoving())
+            m_stepTimer.start();
+        else
+            recordStep();
+    });
+    connect(zoomRect(), &ZoomRect::rectChanged, ears, [this] { handleRectChanged(); });
+    connect(zoomRect(), &ZoomRect::movingChanged, ears, [this] { updateRangesLater(); });
+    connect(this, &QQuickItem::visibleChanged, ears, [this] { updateRangesLater(); });
+    connect(plotAreaItem(), &QQuickItem::xChanged, ears, [this] { update(); });
+    connect(plotAreaItem(), &QQuickItem::yChanged, ears, [this] { update(); });
+    connect(plotAreaItem(), &QQuickItem::widthChanged, ears, [this] { update(); });
+    connect(plotAreaItem(), &QQuickItem::heightChanged, ears, [this] { update(); });
+    connect(m_zoom, &ZoomSwitches::changed, ears, [this] {
+        zoomRect()->setZoomAxis((m_zoom->horizontal() ? Qt::Horizontal : Qt::Orientations()) |
+                                (m_zoom->vertical() ? Qt::Vertical : Qt::Orientations()));
+    });
+    setTheme(int(Dark));
+    applyColors();
+}
+
+ChartView::~ChartView()
+{
+    m_ears.reset();
+    setZoomWith(nullptr);
+    // The traces belong to those who made them.
+    const auto plots = adoptedPlots();
+    for (AbstractPlot *plot : plots)
+        removePlot(plot);
+}
+
+/*!
+    \qmlproperty string Chart::title
+    Above the plot area; empty by default, and without a title there is no room for one.
+*/
+void ChartView::setTitle(const QString &title)
+{
+    if (m_title == title)
+        return;
+    m_title = title;
+    emit titleChanged();
+    handleMarginsChanged();
+}
+
+/*!
+    \qmlproperty var Chart::theme
+    \c Chart.Dark (default), \c Chart.Light, or a ChartTheme. Anything else is the dark one.
+
+    \qmlproperty ChartTheme Chart::colors
+    \readonly
+    The theme that is in use, for items of your own in the chart.
+*/
+void ChartView::setTheme(const QVariant &theme)
+{
+    auto *own = qobject_cast<ChartTheme *>(theme.value<QObject *>());
+    ChartTheme *colors = own ? own : theme.toInt() == Light ? m_lightTheme : m_darkTheme;
+    if (m_theme != theme) {
+        m_theme = theme;
+        emit themeChanged();
+    }
+    if (m_colors == colors)
+        return;
+    if (m_colors)
+        disconnect(m_colors, nullptr, m_ears.get(), nullptr);
+    m_colors = colors;
+    connect(colors, &ChartTheme::changed, m_ears.get(), [this] { applyColors(); });
+    connect(colors, &QObject::destroyed, m_ears.get(), [this, colors] {
+        if (colors != m_darkTheme && colors != m_lightTheme)
+            setTheme(int(Dark));
+    });
+    applyColors();
+}
+
+/*!
+    \qmlproperty Item Chart::plotArea
+    \readonly
+    The item that covers the plot area, between the axes: a parent for items of your own.
+
+    \qmlproperty list<AbstractPlot> Chart::traces
+    \readonly
+    The plots of the chart in their order.
+
+    \qmlproperty ChartAxis Chart::axisX
+    \qmlproperty ChartAxis Chart::axisY
+    \readonly
+    The axes at the bottom and on the left, as groups: \c {axisX.unit: "s"}. An axis whose range the document
+   writes keeps it; else it follows the data, as \c autoRange has it: ChartAxis.Fit unless the document says
+   otherwise. Further axes are children of the chart.
+*/
+QVariantList ChartView::traces() const
+{
+    QVariantList traces;
+    for (AbstractPlot *plot : m_traces) {
+        if (plot)
+            traces.append(QVariant::fromValue<QObject *>(plot));
+    }
+    return traces;
+}
+
+void ChartView::applyColors()
+{
+    for (const AxisState &state : m_axes) {
+        if (state.axis)
+            applyColors(state.axis);
+    }
+    colorTraces();
+    handleMarginsChanged();
+    update();
+    emit colorsChanged();
+}
+
+void ChartView::applyColors(ValueAxis *axis)
+{
+    axis->setLineColor(m_colors->gridColor());
+    axis->setLineWidth(m_colors->gridWidth());
+    axis->setLabelColor(m_colors->textColor());
+    axis->setLabelFont(m_colors->font());
+    if (auto *chartAxis = qobject_cast<ChartAxis *>(axis))
+        chartAxis->setMinorGridColor(m_colors->minorGridColor());
+    axis->emitAxisChanged();
+}
+
+QMargins ChartView::reservedMargins() const
+{
+    const int size = m_colors ? m_colors->fontSize() : 0;
+    const int top = m_title.isEmpty() ? size : size * 5 / 2;
+    return {size, top, size * 3 / 2, size / 2};
+}
+
+// The two backgrounds, below everything.
+QSGNode *ChartView::updatePaintNode(QSGNode *node, UpdatePaintNodeData *)
+{
+    if (!node) {
+        node = new QSGNode;
+        node->appendChildNode(window()->createRectangleNode());
+        node->appendChildNode(window()->createRectangleNode());
+    }
+    const auto paint = [](QSGNode *child, const QRectF &rect, const QColor &color) {
+        auto *rectangle = static_cast<QSGRectangleNode *>(child);
+        rectangle->setRect(rect);
+        rectangle->setColor(color);
+    };
+    const QQuickItem *area = plotAreaItem();
+    const QRectF plotRect = area ? QRectF(area->x(), area->y(), area->width(), area->height()) : QRectF();
+    paint(node->firstChild(), boundingRect(), m_colors->background());
+    paint(node->lastChild(), plotRect, m_colors->plotBackground());
+    return node;
+}
+
+} // namespace graph

@@ -1,0 +1,539 @@
+#include "kit/chart/ChartView.h"
+
+#include "data/PlotData.h"
+#include "kit/axis/ChartAxis.h"
+#include "kit/chart/ChartTheme.h"
+#include "kit/plots/Trace.h"
+#include "view/base/AbstractPlot.h"
+#include "view/zoom/ZoomRect.h"
+
+#include <limits>
+
+// How the ranges of the axes follow the data, what of them is visible, and the zooms that led there.
+
+namespace graph {
+
+namespace {
+
+constexpr Span endless{-std::numeric_limits<double>::max(), std::numeric_limits<double>::max()};
+constexpr Span nothing{std::numeric_limits<double>::infinity(), -std::numeric_limits<double>::infinity()};
+
+Span spanOf(const MinMax &extent)
+{
+    return extent.isEmpty() ? nothing : Span{extent.min, extent.max};
+}
+
+Span visibleSpan(const ValueAxis *axis)
+{
+    return Span{axis->minVisible(), axis->maxVisible()}.ordered();
+}
+
+// How far the samples between two x reach.
+DataExtent extentOf(const AbstractPlot *plot, const Span &x)
+{
+    if (const auto *source = dynamic_cast<const ExtentSource *>(plot))
+        return x == endless ? source->dataExtent() : source->dataExtent(x.from, x.to);
+    return plot->plotData() ? dataExtent(*plot->plotData(), x.from, x.to) : DataExtent();
+}
+
+// The part of the axis' full range, as a begin and an extent; everything without a span.
+Span partOf(const ValueAxis *axis, const std::optional<Span> &span)
+{
+    const Scale scale = axis->axisRange().fullScale();
+    const Span part =
+        span ? Span{scale.fraction(span->from), scale.fraction(span->to)}.ordered() : Span{0.0, 1.0};
+    return part.isFinite() ? part : Span{0.0, 1.0};
+}
+
+// No reader sees the ends cross, unless they are to.
+void write(ValueAxis *axis, const Span &full)
+{
+    if (!full.isFinite())
+        return;
+    if (full.from < axis->maxValue()) {
+        axis->setMinValue(full.from);
+        axis->setMaxValue(full.to);
+    } else {
+        axis->setMaxValue(full.to);
+        axis->setMinValue(full.from);
+    }
+}
+
+// What is shown of an axis after a change of the rectangle. A flickable that is touched moves its content to
+// a whole pixel: as long as the length is the same that is no change.
+std::optional<Span> spanShown(const ValueAxis *axis, double part, const std::optional<Span> &before,
+                              double pixels)
+{
+    constexpr double nearlyAll = 1.0 - 1e-9;
+    constexpr double noMove = 0.75; // of a pixel
+    const Span now = visibleSpan(axis);
+    const double resized = before ? std::abs(now.length() - before->length()) : 0.0;
+    if (before && resized <= 1e-9 * now.length() &&
+        std::abs(now.from - before->from) <= noMove * now.length() / std::max(1.0, pixels))
+        return before;
+    return part < nearlyAll ? std::make_optional(now) : std::nullopt;
+}
+
+} // namespace
+
+// While a finger moves the chart its ranges stay.
+void ChartView::updateRangesLater()
+{
+    if (m_rangesPending || !m_ears)
+        return;
+    m_rangesPending = true;
+    QMetaObject::invokeMethod(
+        m_ears.get(), [this] { updateRanges(); }, Qt::QueuedConnection);
+}
+
+void ChartView::updateRanges()
+{
+    m_rangesPending = false;
+    if (!m_complete || !isVisible() || m_touched || zoomRect()->isMoving())
+        return;
+    m_extents.clear();
+    nameUnits();
+    const Span oldX = m_dataX;
+    m_dataX = dataSpan(m_axisX, false);
+    // Other data than those that were zoomed into.
+    if (m_shown.x && m_follow == 0.0 && m_shown.x->meets(oldX) && !m_dataX.isEmpty() &&
+        !m_shown.x->meets(m_dataX))
+        m_shown.x.reset();
+    if (m_shown.following) {
+        const Span all = groupSpanX();
+        const double seconds = followedSeconds();
+        if (!all.isEmpty())
+            m_shown.x =
+                all.length() < seconds ? Span{all.from, all.from + seconds} : Span{all.to - seconds, all.to};
+    }
+    const bool wasApplying = std::exchange(m_applying, true);
+    const bool wasChanging = zoomRect()->setChanging(true);
+    for (AxisState &state : m_axes) {
+        if (state.axis && state.axis->orientation() == Qt::Horizontal)
+            updateRange(state);
+    }
+    const Span x = partOf(m_axisX, m_shown.x);
+    zoomRect()->show(QRectF(x.from, zoomRect()->top(), x.length(), zoomRect()->height()));
+    // What a vertical axis fits may be what is visible.
+    for (AxisState &state : m_axes) {
+        if (state.axis && state.axis->orientation() == Qt::Vertical)
+            updateRange(state);
+    }
+    const Span y = partOf(m_axisY, m_shown.y);
+    zoomRect()->show(QRectF(x.from, y.from, x.length(), y.length()));
+    zoomRect()->setChanging(wasChanging);
+    m_applying = wasApplying;
+    if (oldX != m_dataX) {
+        const auto others = partners();
+        for (ChartView *chart : others)
+            chart->updateRangesLater();
+    }
+}
+
+// The full range is what stands for everything in the direction of the axis: that of the axis, and what is
+// shown beyond it.
+void ChartView::updateRange(AxisState &state)
+{
+    const ValueAxis *axis = state.axis;
+    state.base = fitted(state);
+    Span full = state.base;
+    const std::optional<Span> shown = axis == m_axisX   ? m_shown.x
+                                      : axis == m_axisY ? m_shown.y
+                                                        : std::nullopt;
+    state.isExtended = shown && !full.ordered().contains(*shown);
+    if (state.isExtended) {
+        full = full.ordered().united(*shown);
+        if (state.base.from > state.base.to)
+            std::swap(full.from, full.to);
+    }
+    write(state.axis, full);
+}
+
+// What the axis makes of its data.
+Span ChartView::fitted(AxisState &state)
+{
+    if (state.byHand)
+        return *state.byHand;
+    auto *axis = qobject_cast<ChartAxis *>(state.axis);
+    if (!axis || axis->autoRange() == ChartAxis::Off)
+        return state.base;
+    Span data = axis == m_axisX ? groupSpanX() : dataSpan(axis, axis->autoRange() == ChartAxis::FitVisible);
+    if (data.isEmpty())
+        return state.base;
+    if (state.isExtended)
+        write(axis, state.base);
+    if (axis->orientation() == Qt::Horizontal)
+        data = state.live.withRoom(data, m_clock.elapsed());
+    const bool needsPositive = axis->scaleKind() == ScaleKind::Logarithmic && data.from <= 0.0;
+    axis->setDataExtent(data.from, data.to, needsPositive ? leastPositive(axis) : 0.0);
+    return {axis->minValue(), axis->maxValue()};
+}
+
+// 0 where there is none.
+double ChartView::leastPositive(const ValueAxis *axis) const
+{
+    double least = std::numeric_limits<double>::infinity();
+    const auto plots = adoptedPlots();
+    for (const AbstractPlot *plot : plots) {
+        const PlotData *data = plot && plot->isVisible() ? plot->plotData() : nullptr;
+        if (!data || (plot->axisX() != axis && plot->axisY() != axis))
+            continue;
+        const bool isX = plot->axisX() == axis;
+        for (int i = 0; i < data->size(); ++i) {
+            const double value = isX ? data->x(i) : data->y(i);
+            if (value > 0.0 && value < least)
+                least = value;
+        }
+    }
+    return std::isfinite(least) ? least : 0.0;
+}
+
+Span ChartView::dataSpan(const ValueAxis *axis, bool onlyVisible) const
+{
+    Span span = nothing;
+    const auto plots = adoptedPlots();
+    for (const AbstractPlot *plot : plots) {
+        if (!plot || !plot->isVisible() || (plot->axisX() != axis && plot->axisY() != axis))
+            continue;
+        const bool isX = plot->axisX() == axis;
+        const Span seen = onlyVisible && plot->axisX() ? visibleSpan(plot->axisX()) : nothing;
+        if (!seen.isEmpty()) {
+            const DataExtent extent = extentOf(plot, seen);
+            span = span.united(spanOf(isX ? extent.x : extent.y));
+            continue;
+        }
+        auto known = m_extents.find(plot);
+        if (known == m_extents.end())
+            known = m_extents.insert(plot, extentOf(plot, endless));
+        span = span.united(spanOf(isX ? known->x : known->y));
+    }
+    return span;
+}
+
+// Charts that share x show the data of all of them.
+Span ChartView::groupSpanX() const
+{
+    Span span = m_dataX;
+    const auto others = partners();
+    for (const ChartView *chart : others)
+        span = span.united(chart->m_dataX);
+    return span;
+}
+
+// The unit of its first trace, where the document gives the axis none.
+void ChartView::nameUnits()
+{
+    for (AxisState &state : m_axes) {
+        if (!state.axis || state.axis->unit() != state.givenUnit)
+            continue;
+        for (const AbstractPlot *plot : qAsConst(m_traces)) {
+            const PlotData *data = plot ? plot->plotData() : nullptr;
+            if (!data || (plot->axisX() != state.axis && plot->axisY() != state.axis))
+                continue;
+            const auto *trace = qobject_cast<const Trace *>(plot);
+            const QString unit = plot->axisX() == state.axis         ? data->xUnits()
+                                 : trace && data->yUnits().isEmpty() ? trace->unit()
+                                                                     : data->yUnits();
+            if (unit.isEmpty())
+                continue;
+            state.givenUnit = unit;
+            state.axis->setUnit(unit);
+            break;
+        }
+    }
+}
+
+/*!
+    \qmlmethod void Chart::showRange(real from, real to)
+    \qmlmethod void Chart::showRangeY(real from, real to)
+    Shows that part of axisX or axisY, in their units and in one step; the ends may come in either order, and
+   may lie beyond the data. Without effect where an end is no number, or both are the same. Holds a chart that
+   follows its data.
+*/
+void ChartView::showRange(double from, double to)
+{
+    const Span span = Span{from, to}.ordered();
+    if (!span.isFinite() || span.length() == 0.0)
+        return;
+    showState({span, m_shown.y, false}, true);
+}
+
+void ChartView::showRangeY(double from, double to)
+{
+    const Span span = Span{from, to}.ordered();
+    if (!span.isFinite() || span.length() == 0.0)
+        return;
+    showState({m_shown.x, span, m_shown.following}, true);
+}
+
+/*!
+    \qmlmethod void Chart::showAll()
+    Shows all of the data in both directions.
+
+    \qmlmethod void Chart::back()
+    \qmlmethod void Chart::forward()
+    Through the zooms: each showRange(), box or other gesture, and a series of turns of the wheel, is one
+   step.
+
+    \qmlproperty bool Chart::canGoBack
+    \qmlproperty bool Chart::canGoForward
+    \readonly
+    Whether there is such a step.
+*/
+void ChartView::showAll()
+{
+    for (AxisState &state : m_axes)
+        state.byHand.reset();
+    showState({}, true);
+}
+
+void ChartView::showAllOf(Qt::Orientation orientation)
+{
+    for (AxisState &axisState : m_axes) {
+        if (axisState.axis && axisState.axis->orientation() == orientation)
+            axisState.byHand.reset();
+    }
+    ZoomState state = m_shown;
+    (orientation == Qt::Horizontal ? state.x : state.y).reset();
+    state.following = state.following && orientation == Qt::Vertical;
+    showState(state, true);
+}
+
+void ChartView::back()
+{
+    recordStep();
+    if (!m_history.canGoBack())
+        return;
+    showState(m_history.goBack(), false);
+    emit historyChanged();
+}
+
+void ChartView::forward()
+{
+    recordStep();
+    if (!m_history.canGoForward())
+        return;
+    showState(m_history.goForward(), false);
+    emit historyChanged();
+}
+
+void ChartView::showState(const ZoomState &state, bool asStep)
+{
+    if (asStep)
+        recordStep();
+    const bool wasFollowing = m_shown.following;
+    m_shown = state;
+    updateRanges();
+    if (asStep)
+        recordStep();
+    if (wasFollowing != m_shown.following)
+        emit followingChanged();
+    tellPartners();
+}
+
+// The user's doing, or that of a cursor or a document that moves the rectangle.
+void ChartView::handleRectChanged()
+{
+    if (m_applying || !m_complete)
+        return;
+    const ZoomState before = m_shown;
+    m_shown.x = spanShown(m_axisX, zoomRect()->width(), before.x, plotAreaItem()->width());
+    m_shown.y = spanShown(m_axisY, zoomRect()->height(), before.y, plotAreaItem()->height());
+    // Turning the wheel over the vertical axis does not hold a chart that follows.
+    m_shown.following = before.following && m_shown.x == before.x;
+    m_stepTimer.start();
+    emit historyChanged();
+    if (before.following != m_shown.following)
+        emit followingChanged();
+    if (before.x == m_shown.x)
+        return;
+    // An axis may fit what is visible.
+    updateRangesLater();
+    tellPartners();
+}
+
+void ChartView::zoomBeside(int side, double depth, double place, double factor)
+{
+    ZoomRect *rect = zoomRect();
+    const bool isX = side == Qt::AlignTop || side == Qt::AlignBottom;
+    const double anchor = isX ? rect->left() + place * rect->width() : rect->top() + place * rect->height();
+    if (AxisState *state = furtherAxis(side, depth))
+        moveAxis(*state, anchor, factor, 0.0);
+    else if (isX)
+        rect->zoomX(rect->width() * factor, anchor);
+    else
+        rect->zoomY(rect->height() * factor, anchor);
+}
+
+void ChartView::panBeside(int side, double depth, double distance)
+{
+    ZoomRect *rect = zoomRect();
+    const bool isX = side == Qt::AlignTop || side == Qt::AlignBottom;
+    const double moved = distance * (isX ? rect->width() : rect->height());
+    if (AxisState *state = furtherAxis(side, depth))
+        moveAxis(*state, 0.0, 1.0, moved);
+    else if (isX)
+        rect->moveLeft(rect->left() + moved);
+    else
+        rect->moveTop(rect->top() + moved);
+}
+
+// The axis there, unless it is one of the first ones, which the zoom rectangle is for.
+ChartView::AxisState *ChartView::furtherAxis(int side, double depth)
+{
+    double edge = 0.0;
+    for (AxisState &state : m_axes) {
+        if (!state.axis || int(state.axis->alignment()) != side || !state.axis->visible())
+            continue;
+        edge += state.axis->margin();
+        if (depth < edge)
+            return state.axis == m_axisX || state.axis == m_axisY ? nullptr : &state;
+    }
+    return nullptr;
+}
+
+// The zoom rectangle is for all axes: one alone is moved by another full range under it.
+void ChartView::moveAxis(AxisState &state, double anchor, double factor, double distance)
+{
+    const Scale full = state.axis->axisRange().fullScale();
+    const auto moved = [&](double end) { return full.valueAt(anchor + (end - anchor) * factor + distance); };
+    const Span span{moved(0.0), moved(1.0)};
+    if (!span.isFinite() || span.length() == 0.0)
+        return;
+    state.byHand = span;
+    const bool wasApplying = std::exchange(m_applying, true);
+    updateRange(state);
+    m_applying = wasApplying;
+}
+
+void ChartView::recordStep()
+{
+    m_stepTimer.stop();
+    if (m_history.add(m_shown))
+        emit historyChanged();
+}
+
+void ChartView::setTouched(bool touched)
+{
+    if (m_touched == touched)
+        return;
+    // What came before is a step of its own.
+    if (touched)
+        recordStep();
+    m_touched = touched;
+    emit touchedChanged();
+    if (!touched)
+        updateRangesLater();
+}
+
+void ChartView::setFlickable(QQuickItem *flickable)
+{
+    if (m_flickable == flickable)
+        return;
+    m_flickable = flickable;
+    zoomRect()->setFlickable(flickable);
+    emit flickableChanged();
+}
+
+/*!
+    \qmlproperty real Chart::follow
+    The width of a window, in units of axisX, that rolls with the newest data; 0, the default, for none. Until
+   there is that much data the window waits for it.
+
+    \qmlproperty bool Chart::following
+    Whether the window rolls. Panning, zooming and showRange() hold it; write true, or press the button in the
+   corner, to go on.
+*/
+void ChartView::setFollow(double seconds)
+{
+    if (m_follow == seconds || !(seconds >= 0.0) || !std::isfinite(seconds))
+        return;
+    const bool starts = m_follow == 0.0;
+    m_follow = seconds;
+    emit followChanged();
+    if (seconds == 0.0)
+        setFollowing(false);
+    else if (starts)
+        setFollowing(true);
+    else if (m_shown.following)
+        updateRanges();
+}
+
+void ChartView::setFollowing(bool following)
+{
+    if (m_shown.following == following || (following && followedSeconds() <= 0.0))
+        return;
+    ZoomState state = m_shown;
+    state.following = following;
+    showState(state, m_complete);
+}
+
+double ChartView::followedSeconds() const
+{
+    double seconds = m_follow;
+    const auto others = partners();
+    for (const ChartView *chart : others)
+        seconds = std::max(seconds, chart->m_follow);
+    return seconds;
+}
+
+/*!
+    \qmlproperty Chart Chart::zoomWith
+    Another chart, with which this one shares what is visible of axisX; null by default. More than two charts
+   share it when each names one of the others.
+*/
+void ChartView::setZoomWith(ChartView *other)
+{
+    if (m_zoomWith == other || other == this)
+        return;
+    if (m_zoomWith)
+        m_zoomWith->m_zoomedWithThis.removeAll(this);
+    m_zoomWith = other;
+    if (other) {
+        other->m_zoomedWithThis.append(this);
+        m_shown.x = other->m_shown.x;
+        if (m_shown.following != other->m_shown.following)
+            m_shown.following = !m_shown.following;
+    }
+    if (!m_ears)
+        return;
+    updateRangesLater();
+    if (other)
+        other->updateRangesLater();
+    emit zoomWithChanged();
+    emit followingChanged();
+}
+
+// All that are joined with this one, directly or through others.
+QList<ChartView *> ChartView::partners() const
+{
+    if (!m_zoomWith && m_zoomedWithThis.isEmpty())
+        return {};
+    QList<ChartView *> found{const_cast<ChartView *>(this)};
+    for (int i = 0; i < found.size(); ++i) {
+        auto next = found.at(i)->m_zoomedWithThis;
+        next.append(found.at(i)->m_zoomWith);
+        for (ChartView *chart : qAsConst(next)) {
+            if (chart && !found.contains(chart))
+                found.append(chart);
+        }
+    }
+    return found.mid(1);
+}
+
+void ChartView::tellPartners()
+{
+    const auto others = partners();
+    for (ChartView *chart : others) {
+        if (chart->m_shown.x == m_shown.x && chart->m_shown.following == m_shown.following)
+            continue;
+        const bool wasFollowing = std::exchange(chart->m_shown.following, m_shown.following);
+        chart->m_shown.x = m_shown.x;
+        chart->updateRanges();
+        chart->m_stepTimer.start();
+        if (wasFollowing != m_shown.following)
+            emit chart->followingChanged();
+    }
+}
+
+} // namespace graph

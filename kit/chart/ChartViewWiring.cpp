@@ -1,0 +1,331 @@
+#include "kit/chart/ChartView.h"
+
+#include "kit/axis/ChartAxis.h"
+#include "cursors/GraphCursor.h"
+#include "data/PlotData.h"
+#include "kit/chart/ChartTheme.h"
+#include "kit/plots/Trace.h"
+#include "view/base/AbstractPlot.h"
+#include "view/base/XYScale.h"
+#include "view/zoom/ZoomRect.h"
+
+#include <QQuickWindow>
+
+#include <algorithm>
+
+// What the chart does with the items that come into it and go.
+
+namespace graph {
+
+namespace {
+
+// Deeper than that traces are not looked for: a Loader in an Item in an Item.
+constexpr int greatestDepth = 4;
+// Between the labels of an axis and what is beyond them, in pixels.
+constexpr int labelRoom = 6;
+
+bool hasSize(const QQuickItem *item)
+{
+    return item->width() != 0.0 || item->height() != 0.0;
+}
+
+} // namespace
+
+void ChartView::componentComplete()
+{
+    m_complete = true;
+    gatherAxes();
+    // The view warns of axes that chose no plane, and of a view without any.
+    QQmlListProperty<ValueAxis> list = axes();
+    for (const AxisState &state : m_axes)
+        list.append(&list, state.axis);
+    GraphView::componentComplete();
+    // The planes told of their axes before the view listened.
+    handleMarginsChanged();
+    wire();
+    updateRanges();
+    m_history = ZoomHistory(m_shown);
+}
+
+void ChartView::itemChange(ItemChange change, const ItemChangeData &data)
+{
+    if (m_complete && change == ItemChildAddedChange) {
+        wireLater();
+    } else if (m_complete && change == ItemChildRemovedChange) {
+        m_children.removeAll(data.item);
+        if (auto *plot = qobject_cast<AbstractPlot *>(data.item))
+            dropPlot(plot);
+        wireLater();
+    }
+    GraphView::itemChange(change, data);
+}
+
+// Not at once: a document has not yet said anything about an item that has just got its parent.
+void ChartView::wireLater()
+{
+    if (m_wirePending || !m_ears)
+        return;
+    m_wirePending = true;
+    QMetaObject::invokeMethod(
+        m_ears.get(), [this] { wire(); }, Qt::QueuedConnection);
+}
+
+void ChartView::wire()
+{
+    m_wirePending = false;
+    watchInstantiators();
+    adoptNewChildren();
+    QList<AbstractPlot *> plots;
+    gatherPlots(this, 0, plots);
+    const auto adopted = adoptedPlots();
+    for (AbstractPlot *plot : adopted) {
+        if (plot && !plots.contains(plot))
+            dropPlot(plot);
+    }
+    for (AbstractPlot *plot : qAsConst(plots)) {
+        if (!adoptedPlots().contains(plot))
+            addPlot(plot);
+        adoptPlot(plot);
+    }
+    gatherAxes();
+    handlePlotVisibilityChanged();
+    if (!std::equal(m_traces.begin(), m_traces.end(), plots.begin(), plots.end())) {
+        m_traces = QVector<QPointer<AbstractPlot>>(plots.begin(), plots.end());
+        colorTraces();
+        emit tracesChanged();
+    }
+    updateRangesLater();
+}
+
+void ChartView::adoptNewChildren()
+{
+    const QList<QQuickItem *> children = childItems();
+    for (QQuickItem *child : children) {
+        if (!m_children.contains(child))
+            adoptChild(child);
+    }
+}
+
+void ChartView::adoptChild(QQuickItem *child)
+{
+    m_children.append(child);
+    drawAsImage(child);
+    const bool isPlane = qobject_cast<XYScale *>(child);
+    const bool isDrawn = qobject_cast<AbstractPlot *>(child) || qobject_cast<GraphCursor *>(child);
+    if (child == m_underlay)
+        stretch(child, this);
+    else if (child == plotAreaItem() || child == m_overlay || isPlane || isDrawn || !hasSize(child))
+        GraphView::adoptChild(child);
+}
+
+void ChartView::gatherPlots(QQuickItem *item, int depth, QList<AbstractPlot *> &plots)
+{
+    const QList<QQuickItem *> children = item->childItems();
+    for (QQuickItem *child : children) {
+        if (auto *plot = qobject_cast<AbstractPlot *>(child)) {
+            plots.append(plot);
+            if (item == this)
+                continue;
+            if (!hasSize(plot))
+                stretch(plot, item);
+            plot->setZoomRect(zoomRect());
+        } else if (child != m_underlay && child != m_overlay && child != plotAreaItem() &&
+                   depth < greatestDepth && !child->inherits("QQuickPaintedItem") &&
+                   !qobject_cast<GraphView *>(child)) {
+            if (!m_watched.contains(child)) {
+                m_watched.insert(child);
+                connect(child, &QQuickItem::childrenChanged, m_ears.get(), [this] { wireLater(); });
+                connect(child, &QObject::destroyed, m_ears.get(), [this, child] { m_watched.remove(child); });
+            }
+            gatherPlots(child, depth + 1, plots);
+        }
+    }
+}
+
+// What an Instantiator makes has no place in the scene until somebody gives it one.
+void ChartView::watchInstantiators()
+{
+    const QObjectList objects = QObject::children();
+    for (QObject *object : objects) {
+        if (!object->inherits("QQmlInstantiator") || m_watched.contains(object))
+            continue;
+        m_watched.insert(object);
+        connect(object, &QObject::destroyed, m_ears.get(), [this, object] { m_watched.remove(object); });
+        connect(object, SIGNAL(objectAdded(int, QObject *)), this, SLOT(takeTrace(int, QObject *)));
+        const int count = object->property("count").toInt();
+        for (int i = 0; i < count; ++i) {
+            QObject *made = nullptr;
+            QMetaObject::invokeMethod(object, "objectAt", Q_RETURN_ARG(QObject *, made), Q_ARG(int, i));
+            takeTrace(i, made);
+        }
+    }
+}
+
+void ChartView::takeTrace(int, QObject *object)
+{
+    auto *plot = qobject_cast<AbstractPlot *>(object);
+    if (plot && !plot->parentItem())
+        plot->setParentItem(this);
+    else if (auto *axis = qobject_cast<ValueAxis *>(object))
+        adoptAxis(axis, true);
+}
+
+void ChartView::adoptPlot(AbstractPlot *plot)
+{
+    if (!m_watched.contains(plot)) {
+        m_watched.insert(plot);
+        QObject *ears = m_ears.get();
+        connect(plot, &AbstractPlot::plotDataChanged, ears, [this, plot] { followData(plot); });
+        connect(plot, &AbstractPlot::axisXChanged, ears, [this] { wireLater(); });
+        connect(plot, &AbstractPlot::axisYChanged, ears, [this] { wireLater(); });
+        connect(plot, &QQuickItem::visibleChanged, ears, [this] { updateRangesLater(); });
+        connect(plot, &QObject::destroyed, ears, [this, plot] { dropPlot(plot); });
+        drawAsImage(plot);
+    }
+    followData(plot);
+    if (!plot->axisX())
+        plot->setAxisX(m_axisX);
+    if (!plot->axisY())
+        plot->setAxisY(m_axisY);
+}
+
+// The plot may be no more than its address.
+void ChartView::dropPlot(AbstractPlot *plot)
+{
+    m_watched.remove(plot);
+    m_givenColors.remove(plot);
+    const auto adopted = adoptedPlots();
+    if (adopted.contains(plot)) {
+        removePlot(plot);
+        disconnect(plot, nullptr, m_ears.get(), nullptr);
+        handlePlotVisibilityChanged();
+    }
+    wireLater();
+}
+
+void ChartView::followData(AbstractPlot *plot)
+{
+    const PlotData *data = plot->plotData();
+    if (data && !m_watched.contains(data)) {
+        m_watched.insert(data);
+        connect(data, &PlotData::plotChanged, m_ears.get(), [this] { updateRangesLater(); });
+        connect(data, &QObject::destroyed, m_ears.get(), [this, data] {
+            m_watched.remove(data);
+            updateRangesLater();
+        });
+    }
+    updateRangesLater();
+}
+
+// Plots and cursors that go through a framebuffer are one pixel off with the software renderer.
+void ChartView::drawAsImage(QQuickItem *item)
+{
+    auto *painted = qobject_cast<QQuickPaintedItem *>(item);
+    if (painted && QQuickWindow::sceneGraphBackend() == QLatin1String("software"))
+        painted->setRenderTarget(QQuickPaintedItem::Image);
+}
+
+// The axes that the document declares in the chart, and those that its plots bring along.
+void ChartView::gatherAxes()
+{
+    const QObjectList objects = QObject::children();
+    for (QObject *object : objects) {
+        if (auto *axis = qobject_cast<ValueAxis *>(object))
+            adoptAxis(axis, true);
+    }
+    const auto plots = adoptedPlots();
+    for (const AbstractPlot *plot : plots) {
+        if (plot && plot->axisX())
+            adoptAxis(plot->axisX(), false);
+        if (plot && plot->axisY())
+            adoptAxis(plot->axisY(), false);
+    }
+    m_axes.erase(
+        std::remove_if(m_axes.begin(), m_axes.end(), [](const AxisState &state) { return !state.axis; }),
+        m_axes.end());
+    QList<ValueAxis *> standing;
+    for (const AxisState &state : m_axes) {
+        if (state.isOwn)
+            standing.append(state.axis);
+    }
+    m_grid->setStandingAxes(standing);
+    m_labels->setStandingAxes(standing);
+}
+
+void ChartView::adoptAxis(ValueAxis *axis, bool isOwn)
+{
+    if (stateOf(axis))
+        return;
+    m_axes.push_back({axis, {}, {}, {}, isOwn, false, {}});
+    if (!axis->labelsPlane())
+        axis->setLabelsPlane(m_labels);
+    if (!axis->linesPlane())
+        axis->setLinesPlane(m_grid);
+    m_axes.back().base = {axis->minValue(), axis->maxValue()};
+    auto *chartAxis = qobject_cast<ChartAxis *>(axis);
+    if (chartAxis && chartAxis->autoRange() == ChartAxis::Off && m_axes.back().base == Span{0.0, 1.0})
+        chartAxis->setAutoRange(ChartAxis::Fit);
+    QObject *ears = m_ears.get();
+    const auto follow = [axis] { axis->setMargin(axis->requiredMargin() + labelRoom); };
+    connect(axis, &ValueAxis::requiredMarginChanged, ears, follow);
+    follow();
+    const auto take = [this, axis] {
+        AxisState *state = stateOf(axis);
+        if (m_applying || !state)
+            return;
+        state->base = {axis->minValue(), axis->maxValue()};
+        state->isExtended = false;
+        updateRangesLater();
+    };
+    connect(axis, &ValueAxis::minValueChanged, ears, take);
+    connect(axis, &ValueAxis::maxValueChanged, ears, take);
+    connect(axis, &QObject::destroyed, ears, [this] { wireLater(); });
+    axis->setZoomRect(zoomRect());
+    if (m_colors)
+        applyColors(axis);
+}
+
+ChartView::AxisState *ChartView::stateOf(const ValueAxis *axis)
+{
+    const auto state = std::find_if(m_axes.begin(), m_axes.end(),
+                                    [axis](const AxisState &other) { return other.axis == axis; });
+    return state == m_axes.end() ? nullptr : &*state;
+}
+
+// A trace that goes leaves its place to the next one that comes: none changes its colour because of another
+// one.
+void ChartView::colorTraces()
+{
+    for (AbstractPlot *plot : qAsConst(m_traces)) {
+        if (!plot || !takesColor(plot))
+            continue;
+        GivenColor &given = m_givenColors[plot];
+        if (given.place < 0) {
+            int place = 0;
+            const auto isTaken = [&place](const GivenColor &other) { return other.place == place; };
+            while (std::any_of(m_givenColors.cbegin(), m_givenColors.cend(), isTaken))
+                ++place;
+            given.place = place;
+        }
+        given.color = m_colors->traceColor(given.place);
+        if (auto *trace = qobject_cast<Trace *>(plot)) {
+            trace->setDefaultColor(given.color);
+            trace->setDefaultLineWidth(m_colors->lineWidth());
+        } else {
+            plot->setPenColor(given.color);
+            plot->update();
+        }
+    }
+}
+
+// Whether the colour of the plot is the chart's to choose: other plots than traces do not tell of a choice,
+// but a plot of which nobody has said anything is black.
+bool ChartView::takesColor(const AbstractPlot *plot) const
+{
+    if (const auto *trace = qobject_cast<const Trace *>(plot))
+        return !trace->hasOwnColor();
+    const auto given = m_givenColors.constFind(plot);
+    return plot->penColor() == (given == m_givenColors.cend() ? QColor(Qt::black) : given->color);
+}
+
+} // namespace graph

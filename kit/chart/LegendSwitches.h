@@ -1,0 +1,35 @@
+#pragma once
+
+#include "common/Export.h"
+
+#include <QObject>
+
+namespace graph {
+
+// What a document says about the legend of a chart: the group `legend`.
+class GRAPH_CHARTS_EXPORT LegendSwitches : public QObject
+{
+    Q_OBJECT
+    Q_PROPERTY(bool enabled MEMBER m_enabled NOTIFY changed)
+    Q_PROPERTY(int leastTraces MEMBER m_leastTraces NOTIFY changed)
+    Q_PROPERTY(bool atRight MEMBER m_atRight NOTIFY changed)
+    Q_PROPERTY(bool atBottom MEMBER m_atBottom NOTIFY changed)
+    Q_PROPERTY(bool inARow MEMBER m_inARow NOTIFY changed)
+    Q_PROPERTY(bool values MEMBER m_values NOTIFY changed)
+
+public:
+    using QObject::QObject;
+
+signals:
+    void changed();
+
+private:
+    bool m_enabled = true;
+    int m_leastTraces = 2;
+    bool m_atRight = true;
+    bool m_atBottom = false;
+    bool m_inARow = false;
+    bool m_values = true;
+};
+
+} // namespace graph

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "common/Export.h"
+
+#include <QObject>
+
+namespace graph {
+
+// What a document says about zooming a chart by hand: the group `zoom`.
+class GRAPH_CHARTS_EXPORT ZoomSwitches : public QObject
+{
+    Q_OBJECT
+    Q_PROPERTY(bool enabled MEMBER m_enabled NOTIFY changed)
+    Q_PROPERTY(bool horizontal MEMBER m_horizontal NOTIFY changed)
+    Q_PROPERTY(bool vertical MEMBER m_vertical NOTIFY changed)
+    Q_PROPERTY(bool box MEMBER m_box NOTIFY changed)
+    Q_PROPERTY(bool axes MEMBER m_axes NOTIFY changed)
+    Q_PROPERTY(bool keys MEMBER m_keys NOTIFY changed)
+
+public:
+    using QObject::QObject;
+
+    bool horizontal() const { return m_horizontal; }
+    bool vertical() const { return m_vertical; }
+
+signals:
+    void changed();
+
+private:
+    bool m_enabled = true;
+    bool m_horizontal = true;
+    bool m_vertical = true;
+    bool m_box = true;
+    bool m_axes = true;
+    bool m_keys = true;
+};
+
+} // namespace graph

@@ -1,0 +1,215 @@
+import QtQuick 2.15
+import QtQuick.Window 2.15
+import graph_plugin 1.0
+import graph_kit 1.0
+
+// A chart that needs nothing but its traces. The chart itself is written in C++; here is what a user touches, each part
+// loaded when it is needed for the first time.
+ChartView {
+    id: chart
+
+    property bool _axisTouched: false
+    readonly property bool _zooms: zoom.enabled && (zoom.horizontal || zoom.vertical)
+
+    function _pan(x, y) {
+        zoomRect.moveLeft(zoomRect.left + x * zoomRect.width);
+        zoomRect.moveBottom(zoomRect.bottom + y * zoomRect.height);
+    }
+
+    function _press(event) {
+        if (event.key === Qt.Key_Escape && cursorLoader.pinned) {
+            cursorLoader.pinned = false;
+            return true;
+        }
+        if (cursorLoader.pinned && cursorLoader.shown && cursorKeys.press(event.key, event.isAutoRepeat))
+            return true;
+        return _zooms && zoom.keys && _pressZoom(event);
+    }
+
+    function _pressZoom(event) {
+        switch (event.key) {
+        case Qt.Key_Left:
+        case Qt.Key_Right:
+            _pan(event.key === Qt.Key_Left ? -0.1 : 0.1, 0);
+            return true;
+        case Qt.Key_Up:
+        case Qt.Key_Down:
+            _pan(0, event.key === Qt.Key_Down ? -0.1 : 0.1);
+            return true;
+        case Qt.Key_Home:
+        case Qt.Key_End:
+            _pan(event.key === Qt.Key_Home ? -Infinity : Infinity, 0);
+            return true;
+        case Qt.Key_Plus:
+        case Qt.Key_Equal:
+        case Qt.Key_Minus:
+            zoomRect.zoom(Qt.vector2d(zoomRect.width, zoomRect.height).times(event.key === Qt.Key_Minus ? 1.25 : 0.8),
+                          Qt.point((zoomRect.left + zoomRect.right) / 2, (zoomRect.top + zoomRect.bottom) / 2));
+            return true;
+        case Qt.Key_0:
+            showAll();
+            return true;
+        case Qt.Key_Backspace:
+            if (event.modifiers & Qt.ShiftModifier)
+                forward();
+            else
+                back();
+            return true;
+        }
+        return false;
+    }
+
+    touched: _axisTouched || Boolean(areaLoader.item && (areaLoader.item.pinching || areaLoader.item.holding))
+             || Boolean(boxLoader.item && boxLoader.item.drawing)
+    Keys.onPressed: function(event) { event.accepted = _press(event); }
+    // The only chart of a window need not be touched first.
+    Component.onCompleted: Qt.callLater(function () {
+        if (chart && chart.Window.window && chart.Window.activeFocusItem === chart.Window.contentItem)
+            chart.forceActiveFocus();
+    })
+
+    Text {
+        parent: chart.underlay
+        visible: text !== ""
+        anchors.horizontalCenter: parent.horizontalCenter
+        y: Math.round(chart.colors.fontSize * 0.7)
+        width: Math.min(implicitWidth, parent.width - 16)
+        elide: Text.ElideRight
+        text: chart.title
+        color: chart.colors.textColor
+        font.family: chart.colors.fontFamily
+        font.pixelSize: Math.round(chart.colors.fontSize * 1.2)
+        renderType: Text.NativeRendering
+    }
+
+    Item {
+        id: touchPlane
+
+        parent: chart.underlay
+        x: chart.plotArea.x
+        y: chart.plotArea.y
+        width: chart.plotArea.width
+        height: chart.plotArea.height
+
+        Loader {
+            id: areaLoader
+
+            active: chart.zoom.enabled || chart.cursor.enabled
+            anchors.fill: parent
+
+            sourceComponent: ZoomArea {
+                zoomRect: chart.zoomRect
+                interactive: chart._zooms && !pinching && !holding
+                zooms: chart._zooms
+                wheelDirections: Qt.Horizontal | Qt.Vertical
+                boxZoom: boxLoader.item
+                onPressed: {
+                    chart.recordStep();
+                    chart.forceActiveFocus(Qt.MouseFocusReason);
+                }
+                onTapped: function(x, y) { cursorLoader.tap(x, y); }
+                onDoubleTapped: chart.showAll()
+                Component.onCompleted: chart.flickable = this
+            }
+        }
+
+        Loader {
+            id: boxLoader
+
+            active: chart._zooms && chart.zoom.box
+            anchors.fill: parent
+            sourceComponent: BoxZoom { zoomRect: chart.zoomRect; color: chart.colors.cursorColor }
+        }
+
+        HoverHandler {
+            id: hover
+
+            enabled: chart.cursor.enabled && chart.cursor.hover
+            acceptedDevices: PointerDevice.Mouse
+            onPointChanged: if (hovered) cursorLoader.hoverAt(point.position.x)
+        }
+    }
+
+    Repeater {
+        parent: chart.underlay
+        model: chart._zooms && chart.zoom.axes ? [Qt.AlignLeft, Qt.AlignRight, Qt.AlignTop, Qt.AlignBottom] : []
+
+        AxisArea {
+            side: modelData
+            view: chart
+            onPressedChanged: chart._axisTouched = pressed
+            Component.onDestruction: if (pressed && chart) chart._axisTouched = false
+        }
+    }
+
+    Loader {
+        id: cursorLoader
+
+        property bool pinned: false
+        readonly property bool shown: Boolean(item) && item.opacity > 0
+
+        function place(x) {
+            active = true;
+            if (item)
+                item.setPosOnScreen(Math.round(x));
+        }
+
+        function hoverAt(x) {
+            if (!pinned && !chart.touched && !chart.zoomRect.moving && chart.traces.length > 0)
+                place(x);
+        }
+
+        // Another tap on the line takes it away.
+        function tap(x, y) {
+            if (!chart.cursor.enabled || chart.traces.length === 0)
+                return;
+            if (pinned && item && Math.abs(x - item.posOnScreen) < 12) {
+                pinned = false;
+                return;
+            }
+            place(x);
+            pinned = true;
+        }
+
+        parent: chart.underlay
+        active: false
+
+        sourceComponent: ChartCursor {
+            view: chart
+            parent: chart
+            opacity: chart.cursor.enabled && (cursorLoader.pinned || hover.hovered) ? 1 : 0
+        }
+    }
+
+    CursorKeys {
+        id: cursorKeys
+
+        parent: chart.underlay
+        cursor: cursorLoader.item
+    }
+
+    Loader {
+        parent: chart.overlay
+        active: chart.legend.enabled && chart.traces.length >= chart.legend.leastTraces
+        anchors.fill: parent
+
+        sourceComponent: Legend {
+            plots: chart.traces
+            cursor: chart.legend.values && cursorLoader.shown ? cursorLoader.item : null
+            atRight: chart.legend.atRight
+            atBottom: chart.legend.atBottom
+            inARow: chart.legend.inARow
+            // For fingers where there is room, else as close as the text allows.
+            entryHeight: Math.max(chart.colors.fontSize * 1.5,
+                                  Math.min(chart.colors.fontSize * 2.2, height / (2 * chart.traces.length)))
+        }
+    }
+
+    Loader {
+        parent: chart.overlay
+        active: chart.follow > 0
+        visible: !chart.following
+        anchors { right: parent.right; bottom: parent.bottom; margins: 8 }
+        sourceComponent: LiveButton { view: chart }
+    }
+}

@@ -1,0 +1,143 @@
+import QtQuick 2.15
+import QtQml 2.15
+import QtTest 1.2
+import graph_plugin 1.0
+import graph_kit 1.0
+
+TestCase {
+    id: testCase
+
+    name: "chart"
+    width: 640
+    height: 400
+    visible: true
+    when: windowShown
+
+    Component {
+        id: plain
+
+        Chart {
+            anchors.fill: parent
+            Trace { name: "Level"; values: [1, 5, 3, 8, 2]; interval: 0.5; unit: "V" }
+        }
+    }
+
+    Component {
+        id: filled
+
+        Chart {
+            id: chart
+
+            property alias repeater: repeater
+            property alias instantiator: instantiator
+            property alias loader: loader
+
+            anchors.fill: parent
+            Trace { name: "child"; values: [0, 1] }
+            Repeater {
+                id: repeater
+                model: 0
+                Trace { name: "repeated"; values: [0, 2] }
+            }
+            Instantiator {
+                id: instantiator
+                active: false
+                Trace { name: "made"; values: [0, 3] }
+            }
+            Loader {
+                id: loader
+                active: false
+                sourceComponent: Trace { name: "loaded"; values: [0, 4] }
+            }
+        }
+    }
+
+    Component {
+        id: empty
+
+        Chart { anchors.fill: parent }
+    }
+
+    Component {
+        id: traceComponent
+
+        Trace {}
+    }
+
+    Component {
+        id: plotComponent
+
+        GraphPlot {
+            plotStyle: GraphPlot.LinePlot
+            plotData: PlotSeries { label: "plain"; yData: [0, 6] }
+        }
+    }
+
+    function make(component) {
+        var chart = createTemporaryObject(component, testCase);
+        verify(chart);
+        waitForRendering(chart);
+        return chart;
+    }
+
+    function names(chart) {
+        return chart.traces.map(trace => trace.name !== undefined ? trace.name : trace.plotData.label).join(" ");
+    }
+
+    function ranges(chart) {
+        return [chart.axisX.minVisible, chart.axisX.maxVisible, chart.axisY.minVisible, chart.axisY.maxVisible].join(" ");
+    }
+
+    function test_fiveLines() {
+        var chart = make(plain);
+        compare(ranges(chart), "0 2 0 8.5");
+        compare(chart.axisY.unit, "V");
+        var trace = chart.traces[0];
+        compare(String(trace.color), String(chart.colors.traceColors[0]));
+        compare(trace.width, chart.plotArea.width);
+        verify(chart.plotArea.x > 20 && chart.plotArea.y + chart.plotArea.height < 390 && chart.plotArea.width > 500 && chart.plotArea.height > 300);
+    }
+
+    // However a trace comes, it is drawn, has a colour of its own, and counts in the ranges; when it goes, nothing of it
+    // is left.
+    function test_tracesComeAndGo_data() {
+        return [
+            { tag: "Repeater", add: chart => { chart.repeater.model = 1; }, remove: chart => { chart.repeater.model = 0; },
+              top: 2, name: "repeated" },
+            { tag: "Instantiator", add: chart => { chart.instantiator.active = true; },
+              remove: chart => { chart.instantiator.active = false; }, top: 3, name: "made" },
+            { tag: "Loader", add: chart => { chart.loader.active = true; },
+              remove: chart => { chart.loader.active = false; }, top: 4, name: "loaded" },
+            { tag: "createObject", add: chart => traceComponent.createObject(chart, { name: "created", values: [0, 5] }),
+              remove: (chart, trace) => trace.destroy(), top: 5, name: "created" },
+            { tag: "plain plot", add: chart => plotComponent.createObject(chart),
+              remove: (chart, plot) => plot.destroy(), top: 6, name: "plain" },
+            { tag: "moved in", add: chart => traceComponent.createObject(testCase, { name: "moved", values: [0, 7] }),
+              move: (chart, trace) => { trace.parent = chart; }, remove: (chart, trace) => { trace.parent = testCase; },
+              top: 7, name: "moved" }
+        ];
+    }
+
+    function test_tracesComeAndGo(data) {
+        var chart = make(filled);
+        compare(names(chart), "child");
+        var made = data.add(chart);
+        if (data.move)
+            data.move(chart, made);
+        tryVerify(() => chart.traces.length === 2);
+        compare(names(chart).split(" ").sort().join(" "), ["child", data.name].sort().join(" "));
+        tryVerify(() => chart.axisY.maxVisible >= data.top && chart.axisY.maxVisible <= data.top * 1.5);
+        var own = chart.traces[0].name === "child" ? 0 : 1;
+        var trace = chart.traces[1 - own];
+        verify(String(trace.penColor) !== String(chart.traces[own].penColor));
+        compare(trace.axisX, chart.axisX);
+        compare(trace.zoomRect, chart.zoomRect);
+        compare(trace.width, chart.plotArea.width);
+        data.remove(chart, made);
+        tryVerify(() => names(chart) === "child");
+        wait(0);
+        compare(chart.traces[0].name, "child");
+        if (data.move)
+            made.destroy();
+    }
+}

@@ -1,0 +1,208 @@
+import QtQuick 2.15
+import QtTest 1.2
+import graph_kit 1.0
+
+TestCase {
+    id: testCase
+
+    name: "chartlive"
+    width: 640
+    height: 400
+    visible: true
+    when: windowShown
+
+    Component {
+        id: chartComponent
+
+        Chart {
+            property alias trace: trace
+
+            width: 640
+            height: 190
+            Trace { id: trace; values: [0] }
+        }
+    }
+
+    SignalSpy {
+        id: rangeSpy
+
+        signalName: "maxValueChanged"
+    }
+
+    function make(properties) {
+        var chart = createTemporaryObject(chartComponent, testCase, properties || {});
+        waitForRendering(chart);
+        return chart;
+    }
+
+    function shown(chart) {
+        return [chart.axisX.minVisible, chart.axisX.maxVisible].map(x => Number(x.toPrecision(9))).join(" ");
+    }
+
+    // Samples 0, 1, ... up to `last`, from `first` on.
+    function feed(chart, first, last) {
+        chart.trace.start = first;
+        chart.trace.values = Array.from({ length: last - first + 1 }, (unused, i) => Math.sin((first + i) / 3));
+        wait(1);
+    }
+
+    function test_follow() {
+        var chart = make({ follow: 10 });
+        feed(chart, 0, 4);
+        compare(shown(chart), "0 10");
+        feed(chart, 0, 25);
+        compare(shown(chart), "15 25");
+        feed(chart, 5, 30);
+        compare(shown(chart), "20 30");
+        verify(chart.following);
+        // A vertical zoom holds nothing.
+        chart.zoomRect.zoomY(0.5, 0.5);
+        verify(chart.following);
+        chart.zoomRect.moveLeft(0.1);
+        verify(!chart.following);
+        var held = shown(chart);
+        feed(chart, 15, 40);
+        compare(shown(chart), held);
+        // The button in the lower right corner.
+        mouseClick(chart, chart.plotArea.x + chart.plotArea.width - 30, chart.plotArea.y + chart.plotArea.height - 20);
+        verify(chart.following);
+        compare(shown(chart), "30 40");
+        chart.showRange(20, 25);
+        verify(!chart.following);
+        chart.back();
+        verify(chart.following);
+        compare(shown(chart), "30 40");
+        chart.follow = 0;
+        verify(!chart.following);
+    }
+
+    // A chart that shows everything of data that grows gives them room, and moves now and then.
+    function test_growthDoesNotJitter() {
+        var chart = make();
+        rangeSpy.target = chart.axisX;
+        for (var i = 1; i < 100; ++i)
+            feed(chart, 0, 100 + i);
+        verify(rangeSpy.count < 15, rangeSpy.count);
+        verify(chart.axisX.maxValue >= 199 && chart.axisX.maxValue < 260);
+    }
+
+    function test_zoomWith() {
+        var first = make();
+        var second = make({ y: 200, zoomWith: first });
+        feed(first, 0, 10);
+        feed(second, 5, 30);
+        tryVerify(() => shown(first) === "0 30" && shown(second) === "0 30");
+        first.showRange(2, 8);
+        compare(shown(second), "2 8");
+        second.showRange(10, 12);
+        compare(shown(first), "10 12");
+        first.follow = 5;
+        compare(shown(first) + " " + shown(second), "25 30 25 30");
+        second.zoomRect.moveLeft(0);
+        verify(!first.following && !second.following);
+        compare(shown(first), shown(second));
+        second.zoomWith = null;
+        first.showAll();
+        tryVerify(() => shown(first) === "0 10");
+        first.destroy();
+        wait(0);
+    }
+
+    // Nothing of this may print a line or stop the chart.
+    function test_badInput_data() {
+        return [
+            { tag: "no size", act: chart => { chart.width = 0; chart.height = 0; } },
+            { tag: "negative size", act: chart => { chart.width = -5; chart.height = -5; } },
+            { tag: "no values", act: chart => { chart.trace.values = []; } },
+            { tag: "only NaN", act: chart => { chart.trace.values = [NaN, NaN]; } },
+            { tag: "infinite", act: chart => { chart.trace.values = [Infinity, 1, -Infinity]; } },
+            { tag: "all equal", act: chart => { chart.trace.values = [5, 5, 5]; }, inside: 5 },
+            { tag: "all zero", act: chart => { chart.trace.values = [0, 0]; }, inside: 0 },
+            { tag: "one", act: chart => { chart.trace.values = [-3]; }, inside: -3 },
+            { tag: "huge", act: chart => { chart.trace.values = [-1e308, 1e308]; } },
+            { tag: "tiny", act: chart => { chart.trace.values = [1e-300, 2e-300]; } },
+            { tag: "far from 0", act: chart => { chart.trace.values = [1e9, 1e9 + 1]; }, inside: 1e9 },
+            { tag: "null theme", act: chart => { chart.theme = null; } },
+            { tag: "unknown theme", act: chart => { chart.theme = "blue"; } },
+            { tag: "wrong theme", act: chart => { chart.theme = chart; } },
+            { tag: "bad follow", act: chart => { chart.follow = -1; chart.follow = NaN; chart.following = true; } },
+            { tag: "zoom with itself", act: chart => { chart.zoomWith = chart; chart.showRange(1, 2); } },
+            { tag: "axes without labels", act: chart => { chart.axisX.visible = false; chart.axisY.visible = false; } },
+            { tag: "trace deleted under a finger", act: chart => {
+                    mousePress(chart, 300, 100);
+                    mouseMove(chart, 320, 100);
+                    chart.trace.destroy();
+                    wait(0);
+                    mouseMove(chart, 350, 100);
+                    mouseRelease(chart, 350, 100);
+                } },
+            { tag: "chart deleted under a finger", act: chart => { mousePress(chart, 300, 100); chart.destroy(); wait(0); } }
+        ];
+    }
+
+    function test_badInput(data) {
+        var chart = make();
+        mouseMove(chart, 200, 90);
+        data.act(chart);
+        wait(30);
+        if (data.inside !== undefined)
+            verify(chart.axisY.minVisible < data.inside && data.inside < chart.axisY.maxVisible);
+        if (chart && chart.axisX)
+            verify(chart.axisX.minVisible < chart.axisX.maxVisible && chart.axisY.minVisible < chart.axisY.maxVisible);
+    }
+
+    Component {
+        id: formatterComponent
+
+        Formatter {}
+    }
+
+    function test_formatter_data() {
+        return [
+            { tag: "function", properties: { text: value => value > 2 ? "high" : "low" }, value: 3, text: "high" },
+            { tag: "unknown unit", properties: { unit: "bar", precision: 1 }, value: 1.26, text: "1.3 bar" },
+            { tag: "known unit", properties: { unit: "V", precision: 1 }, value: 1260, text: "1.3 kV" },
+            { tag: "plain", properties: { precision: 2 }, value: 0.126, text: "0.13" }
+        ];
+    }
+
+    function test_formatter(data) {
+        compare(createTemporaryObject(formatterComponent, testCase, data.properties).formatValue(data.value), data.text);
+    }
+
+    function test_readingsKeepUnitAndDigits() {
+        var chart = make();
+        chart.axisX.unit = "furlong";
+        chart.trace.unit = "bar";
+        chart.trace.values = [1.234567];
+        wait(1);
+        compare(chart.formatY(chart.trace, 1.234567), "1.23 bar");
+        compare(chart.formatX(0.5), "0.5 furlong");
+        compare(chart.axisY.unit, "bar");
+    }
+
+    function test_theme() {
+        var chart = make();
+        var dark = String(chart.colors.background);
+        var color = String(chart.trace.color);
+        chart.theme = Chart.Light;
+        verify(String(chart.colors.background) !== dark && String(chart.trace.color) !== color);
+        chart.trace.color = "red";
+        chart.theme = Chart.Dark;
+        compare(String(chart.colors.background), dark);
+        compare(String(chart.trace.color), "#ff0000");
+        var own = themeComponent.createObject(null);
+        chart.theme = own;
+        own.textColor = "lime";
+        compare(String(chart.axisX.labelColor), "#00ff00");
+        own.destroy();
+        wait(0);
+        compare(String(chart.colors.background), dark);
+    }
+
+    Component {
+        id: themeComponent
+
+        ChartTheme { traceColors: ["lime", "no colour"] }
+    }
+}

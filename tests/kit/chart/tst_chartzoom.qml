@@ -1,0 +1,189 @@
+import QtQuick 2.15
+import QtTest 1.2
+import graph_kit 1.0
+
+TestCase {
+    id: testCase
+
+    name: "chartzoom"
+    width: 640
+    height: 400
+    visible: true
+    when: windowShown
+
+    Component {
+        id: chartComponent
+
+        Chart {
+            width: 640
+            height: 400
+            Trace { values: Array.from({ length: 101 }, (unused, i) => i % 2); interval: 0.1 }
+        }
+    }
+
+    Component {
+        id: traceComponent
+
+        Trace {}
+    }
+
+    SignalSpy {
+        id: rectSpy
+
+        signalName: "rectChanged"
+    }
+
+    property var chart
+
+    function init() {
+        chart = createTemporaryObject(chartComponent, testCase);
+        waitForRendering(chart);
+        compare(shown(), "0 10");
+        compare(all(), true);
+    }
+
+    function shown() {
+        return [chart.axisX.minVisible, chart.axisX.maxVisible].map(x => Number(x.toPrecision(9))).join(" ");
+    }
+
+    function shownY() {
+        return [chart.axisY.minVisible, chart.axisY.maxVisible].map(y => Number(y.toPrecision(9))).join(" ");
+    }
+
+    function all() {
+        return chart.zoomRect.width === 1 && chart.zoomRect.height === 1;
+    }
+
+    function test_showRange_data() {
+        return [
+            { tag: "in order", from: 3, to: 7, shown: "3 7" },
+            { tag: "the other way round", from: 7, to: 3, shown: "3 7" },
+            { tag: "a millionth", from: 5, to: 5.00001, shown: "5 5.00001" },
+            { tag: "beyond the data", from: -5, to: 25, shown: "-5 25", changes: 0 },
+            { tag: "outside of it", from: 100, to: 200, shown: "100 200" },
+            { tag: "no number", from: NaN, to: 3, shown: "0 10", changes: 0 },
+            { tag: "endless", from: 0, to: Infinity, shown: "0 10", changes: 0 },
+            { tag: "nothing", from: 4, to: 4, shown: "0 10", changes: 0 }
+        ];
+    }
+
+    // One step, whatever the order, and one back. A range around all of the data is all of the full range.
+    function test_showRange(data) {
+        rectSpy.target = chart.zoomRect;
+        rectSpy.clear();
+        var moved = data.shown !== "0 10";
+        chart.showRange(data.from, data.to);
+        compare(shown(), data.shown);
+        compare(rectSpy.count, data.changes === undefined ? 1 : data.changes);
+        compare(chart.canGoBack, moved);
+        chart.showRangeY(0.75, 0.25);
+        compare(shownY(), "0.25 0.75");
+        chart.back();
+        compare(shown() + " " + chart.zoomRect.height, data.shown + " 1");
+        chart.back();
+        compare(shown(), "0 10");
+        verify(!chart.canGoBack && chart.canGoForward);
+        chart.forward();
+        compare(shown(), moved ? data.shown : "0 10");
+        chart.forward();
+        compare(shownY(), "0.25 0.75");
+        chart.showAll();
+        verify(all());
+    }
+
+    // In pixels of the chart, of fractions of its plot area.
+    function at(x, y) {
+        var area = chart.plotArea;
+        return Qt.point(Math.round(area.x + x * (area.width - 1)), Math.round(area.y + y * (area.height - 1)));
+    }
+
+    function wheel(x, y, turns) {
+        var place = at(x, y);
+        mouseWheel(chart, place.x, place.y, 0, turns * 120);
+    }
+
+    function drag(x, y, toX, toY, button, pause) {
+        var from = at(x, y);
+        var to = at(toX, toY);
+        mousePress(chart, from.x, from.y, button);
+        wait(pause || 0);
+        for (var i = 1; i <= 8; ++i)
+            mouseMove(chart, from.x + (to.x - from.x) * i / 8, from.y + (to.y - from.y) * i / 8, 10, button);
+        // A hand that rests flicks nothing.
+        mouseMove(chart, to.x, to.y, 150, button);
+        mouseRelease(chart, to.x, to.y, button, Qt.NoModifier, 150);
+    }
+
+    // What is left of the zoom rectangle (left, width, bottom, height) after something that a hand does.
+    function test_byHand_data() {
+        var half = () => { chart.showRange(2, 6); chart.showRangeY(0.2, 0.6); };
+        return [
+            { tag: "wheel", hand: () => wheel(0.5, 0.5, 1), width: 0.8, height: 0.8, left: 0.1 },
+            { tag: "wheel over the x axis", hand: () => wheel(0.5, 1.05, 1), width: 0.8, height: 1, left: 0.1 },
+            { tag: "wheel over the y axis", hand: () => wheel(-0.03, 0.5, 1), width: 1, height: 0.8, left: 0 },
+            { tag: "wheel at the begin", hand: () => wheel(0, 0.5, 1), width: 0.8, height: 0.8, left: 0 },
+            { tag: "box", hand: () => drag(0.2, 0.2, 0.6, 0.7, Qt.RightButton), width: 0.4, height: 0.5, left: 0.2 },
+            { tag: "box backwards", hand: () => drag(0.6, 0.7, 0.2, 0.2, Qt.RightButton), width: 0.4, height: 0.5, left: 0.2 },
+            { tag: "flat box", hand: () => drag(0.2, 0.5, 0.6, 0.5, Qt.RightButton), width: 0.4, height: 1, left: 0.2 },
+            { tag: "box of nothing", hand: () => drag(0.2, 0.2, 0.2, 0.2, Qt.RightButton), width: 1, height: 1, left: 0 },
+            { tag: "box after a long press", hand: () => drag(0.2, 0.2, 0.6, 0.7, Qt.LeftButton, 1000), width: 0.4,
+              height: 0.5, left: 0.2 },
+            { tag: "pan", before: half, hand: () => drag(0.5, 0.5, 0.25, 0.5, Qt.LeftButton), width: 0.4, left: 0.3,
+              slack: 0.03 },
+            { tag: "drag of the x axis", before: half, hand: () => drag(0.5, 1.05, 0.25, 1.05, Qt.LeftButton), width: 0.4,
+              left: 0.3 },
+            { tag: "double tap", before: half, hand: () => { var p = at(0.5, 0.5); mouseDoubleClickSequence(chart, p.x, p.y); },
+              width: 1, height: 1, left: 0 },
+            { tag: "key +", hand: () => keyClick(Qt.Key_Plus), width: 0.8, height: 0.8, left: 0.1 },
+            { tag: "key Right", before: half, hand: () => keyClick(Qt.Key_Right), width: 0.4, left: 0.24 },
+            { tag: "key End", before: half, hand: () => keyClick(Qt.Key_End), width: 0.4, left: 0.6 },
+            { tag: "key 0", before: half, hand: () => keyClick(Qt.Key_0), width: 1, height: 1, left: 0 },
+            { tag: "key Backspace", before: half, hand: () => keyClick(Qt.Key_Backspace), width: 0.4, height: 1, left: 0.2 }
+        ];
+    }
+
+    function test_byHand(data) {
+        chart.forceActiveFocus();
+        if (data.before)
+            data.before();
+        var stood = shown() + " " + shownY();
+        data.hand();
+        tryVerify(() => !chart.zoomRect.moving);
+        var rect = chart.zoomRect;
+        var slack = data.slack || 0.01;
+        verify(Math.abs(rect.width - data.width) < slack, "width " + rect.width);
+        verify(data.height === undefined || Math.abs(rect.height - data.height) < slack, "height " + rect.height);
+        verify(Math.abs(rect.left - data.left) < slack, "left " + rect.left);
+        if (data.tag.indexOf("nothing") >= 0 || data.tag.indexOf("Backspace") >= 0)
+            return;
+        chart.back();
+        compare(shown() + " " + shownY(), stood);
+    }
+
+    function test_switchedOff_data() {
+        return [
+            { tag: "all", off: () => { chart.zoom.enabled = false; }, width: 1, height: 1 },
+            { tag: "vertical", off: () => { chart.zoom.vertical = false; }, width: 0.8, height: 1 },
+            { tag: "horizontal", off: () => { chart.zoom.horizontal = false; }, width: 1, height: 0.8 }
+        ];
+    }
+
+    function test_switchedOff(data) {
+        data.off();
+        wheel(0.5, 0.5, 1);
+        verify(Math.abs(chart.zoomRect.width - data.width) < 0.01);
+        verify(Math.abs(chart.zoomRect.height - data.height) < 0.01);
+    }
+
+    // New data do not move what somebody looks at, and are followed by a chart that shows everything.
+    function test_dataUnderAZoom() {
+        chart.showRange(2, 4);
+        var other = traceComponent.createObject(chart, { values: [0, 50], interval: 100 });
+        tryCompare(chart.axisX, "maxValue", 100);
+        compare(shown(), "2 4");
+        chart.back();
+        compare(shown(), "0 100");
+        other.destroy();
+        tryVerify(() => shown() === "0 10");
+    }
+}
