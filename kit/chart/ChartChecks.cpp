@@ -332,7 +332,14 @@ QVector<Finding> findReasons(const GraphView &view, const std::function<bool(con
         return findings;
     const QVector<AbstractPlot *> plots = plotsOf(view);
     QVector<const QObject *> troubled;
-    for (const ValueAxis *axis : axesOf(view)) {
+    QVector<ValueAxis *> axes = axesOf(view);
+    for (const AbstractPlot *plot : plots) {
+        for (ValueAxis *axis : {plot->axisX(), plot->axisY()}) {
+            if (axis && !axes.contains(axis))
+                axes.append(axis);
+        }
+    }
+    for (const ValueAxis *axis : qAsConst(axes)) {
         const QString text = firstReason(axisChecks, view, *axis);
         add(&findings, axis, text);
         if (!text.isEmpty())

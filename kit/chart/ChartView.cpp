@@ -1,8 +1,10 @@
 #include "kit/chart/ChartView.h"
 
 #include "kit/axis/ChartAxis.h"
+#include "kit/chart/ChartExport.h"
 #include "kit/chart/ChartTheme.h"
 #include "kit/chart/CursorSwitches.h"
+#include "kit/chart/Diagnosis.h"
 #include "kit/chart/LegendSwitches.h"
 #include "kit/chart/ZoomSwitches.h"
 #include "view/base/AbstractPlot.h"
@@ -62,7 +64,11 @@ ChartView::ChartView(QQuickItem *parent)
     , m_labels(new XYScale(this))
     , m_underlay(new QQuickItem(this))
     , m_overlay(new QQuickItem(this))
+    , m_export(new ChartExport(this))
 {
+    new Diagnosis(m_overlay);
+    connect(m_export, SIGNAL(finished(QString, QString)), this, SIGNAL(exportFinished(QString, QString)));
+    connect(m_export, SIGNAL(progressChanged()), this, SIGNAL(exportProgressChanged()));
     m_clock.start();
     setImplicitSize(defaultWidth, defaultHeight);
     setActiveFocusOnTab(true);
@@ -107,6 +113,49 @@ ChartView::~ChartView()
     const auto plots = adoptedPlots();
     for (AbstractPlot *plot : plots)
         removePlot(plot);
+}
+
+/*!
+    \qmlmethod bool Chart::exportImage(string file, real scale = 1)
+    Writes a picture of the chart to a path or file URL that ends with .png, .svg or .pdf: the chart as it is
+   now, as large as it is times scale (at most 16384 pixels each way). SVG and PDF hold lines and texts, not
+   pixels. Gives whether it began; exportFinished() tells the end in any case. Another thread writes the file,
+   which appears complete or not at all.
+
+    \qmlmethod bool Chart::exportData(string file, bool all = false)
+    Writes the samples of the visible traces as CSV, those in the visible range of x or all: a line of names
+   with units, then a line for each sample. Traces at the same x share a column of it. Numbers have points and
+   are exact whatever the locale; a gap is an empty field. Begins and ends like exportImage().
+
+    \qmlmethod void Chart::cancelExport()
+    Ends all exports that go on, without files.
+
+    \qmlsignal Chart::exportFinished(string file, string error)
+    The error is empty when the file is there, or else a sentence, which is also in the log (category \c
+   graph.kit) unless the export was cancelled.
+
+    \qmlproperty real Chart::exportProgress
+    \readonly
+    From 0 to 1 while exports go on, 1 otherwise.
+*/
+double ChartView::exportProgress() const
+{
+    return m_export->progress();
+}
+
+bool ChartView::exportImage(const QString &file, double scale)
+{
+    return m_export->exportImage(file, scale);
+}
+
+bool ChartView::exportData(const QString &file, bool all)
+{
+    return m_export->exportData(file, all);
+}
+
+void ChartView::cancelExport()
+{
+    m_export->cancel();
 }
 
 /*!

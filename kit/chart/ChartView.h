@@ -26,6 +26,7 @@ Q_MOC_INCLUDE("kit/chart/ZoomSwitches.h")
 namespace graph {
 
 class ChartAxis;
+class ChartExport;
 class ChartTheme;
 class CursorSwitches;
 class LegendSwitches;
@@ -49,6 +50,7 @@ class GRAPH_CHARTS_EXPORT ChartView : public GraphView
     Q_PROPERTY(double follow READ follow WRITE setFollow NOTIFY followChanged)
     Q_PROPERTY(bool following READ isFollowing WRITE setFollowing NOTIFY followingChanged)
     Q_PROPERTY(graph::ChartView *zoomWith READ zoomWith WRITE setZoomWith NOTIFY zoomWithChanged)
+    Q_PROPERTY(double exportProgress READ exportProgress NOTIFY exportProgressChanged)
     Q_PROPERTY(bool canGoBack READ canGoBack NOTIFY historyChanged)
     Q_PROPERTY(bool canGoForward READ canGoForward NOTIFY historyChanged)
     // For Chart.qml: the layers below and above the traces, and whether a finger is at work that keeps ranges
@@ -78,6 +80,7 @@ public:
     double follow() const { return m_follow; }
     bool isFollowing() const { return m_shown.following; }
     ChartView *zoomWith() const { return m_zoomWith; }
+    double exportProgress() const;
     bool canGoBack() const { return m_history.canGoBack() || hasUnrecordedStep(); }
     bool canGoForward() const { return m_history.canGoForward() && !hasUnrecordedStep(); }
     QQuickItem *underlay() const { return m_underlay; }
@@ -102,6 +105,9 @@ public:
     Q_INVOKABLE void forward();
     // What was zoomed until now is a step, and what comes next another one.
     Q_INVOKABLE void recordStep();
+    Q_INVOKABLE bool exportImage(const QString &file, double scale = 1.0);
+    Q_INVOKABLE bool exportData(const QString &file, bool all = false);
+    Q_INVOKABLE void cancelExport();
     // By a hand on the axes at a side; depth: pixels away from the plot area, place: fraction of what is
     // visible.
     Q_INVOKABLE void zoomBeside(int side, double depth, double place, double factor);
@@ -118,6 +124,8 @@ signals:
     void followingChanged();
     void zoomWithChanged();
     void historyChanged();
+    void exportFinished(const QString &file, const QString &error);
+    void exportProgressChanged();
     void touchedChanged();
     void flickableChanged();
 
@@ -228,6 +236,7 @@ private:
     XYScale *m_labels;
     QQuickItem *m_underlay;
     QQuickItem *m_overlay;
+    ChartExport *m_export;
 };
 
 } // namespace graph

@@ -7,6 +7,7 @@
 #include "kit/plots/Trace.h"
 #include "platform/bus/ORNClientInterface.h"
 #include "plots/GraphPlot.h"
+#include "view/zoom/ZoomRect.h"
 
 #include <cmath>
 #include <limits>
@@ -150,6 +151,13 @@ QString outOfRange(const char *direction, double low, double high, double from, 
         .arg(QLatin1String(advice));
 }
 
+// Somebody looks at a part of the chart, and data elsewhere are no wonder.
+bool isZoomed(const AbstractPlot &plot)
+{
+    const ZoomRect *zoom = plot.zoomRect();
+    return zoom && (zoom->width() < 1.0 || zoom->height() < 1.0);
+}
+
 bool reachesBaseline(const AbstractPlot &plot)
 {
     if (const auto *trace = qobject_cast<const Trace *>(&plot))
@@ -183,7 +191,8 @@ QString reasonOfData(const PlotData &data)
 QString reasonOutOfRange(const AbstractPlot &plot)
 {
     const PlotData *data = plot.plotData();
-    if (!data || !plot.axisX() || !plot.axisY() || !hasSamples(*data) || data->usePointsAsSegments())
+    if (!data || !plot.axisX() || !plot.axisY() || !hasSamples(*data) || data->usePointsAsSegments() ||
+        isZoomed(plot))
         return {};
     const SampleSpan samples = allSamples(*data);
     if (samples.isEmpty())

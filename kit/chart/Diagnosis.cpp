@@ -24,6 +24,9 @@ constexpr int patience = 1000;
 QQmlError report(const QObject *object, const QString &sentence)
 {
     QQmlError error;
+    // What an item made for itself is where that item is.
+    while (!qmlContext(object) && object->parent())
+        object = object->parent();
     QQmlEngine *engine = qmlEngine(object);
     if (!engine)
         return error;

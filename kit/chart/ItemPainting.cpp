@@ -1,5 +1,8 @@
 #include "kit/chart/ItemPainting.h"
 
+#include "kit/chart/ChartTheme.h"
+#include "kit/chart/ChartView.h"
+
 #include <QAbstractTextDocumentLayout>
 #include <QFontMetricsF>
 #include <QJSValue>
@@ -116,16 +119,15 @@ void paintPlainText(const QQuickItem &item, QString text, QPainter *painter)
 
 } // namespace
 
-void paintBackdrop(const QQuickItem &chart, QPainter *painter)
+void paintBackdrop(const QQuickItem &view, QPainter *painter)
 {
-    const auto *colors = chart.property("colors").value<QObject *>();
-    const auto *area = chart.property("plotArea").value<QQuickItem *>();
-    if (!colors || !area)
+    const auto *chart = qobject_cast<const ChartView *>(&view);
+    if (!chart)
         return;
-    painter->fillRect(QRectF(0.0, 0.0, chart.width(), chart.height()),
-                      colors->property("background").value<QColor>());
-    painter->fillRect(QRectF(area->position(), area->size()),
-                      colors->property("plotBackground").value<QColor>());
+    const QQuickItem *area = chart->plotArea();
+    painter->fillRect(QRectF(0.0, 0.0, chart->width(), chart->height()), chart->colors()->background());
+    if (area)
+        painter->fillRect(QRectF(area->position(), area->size()), chart->colors()->plotBackground());
 }
 
 void paintRectangle(const QQuickItem &item, QPainter *painter)

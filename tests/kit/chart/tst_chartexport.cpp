@@ -1,6 +1,8 @@
 #include "support/QmlDocument.h"
 
 #include "kit/chart/ChartExport.h"
+#include "kit/chart/ChartTheme.h"
+#include "kit/chart/ChartView.h"
 #include "view/frame/GraphView.h"
 
 #include <QLocale>
@@ -231,7 +233,8 @@ private slots:
             "plotData: PlotSeries { axisX: time; axisY: level; yData: [1, 1] } }",
             {0, 0}, blue);
         row("cursor, without it",
-            "GraphPlot { penColor: 'transparent'; plotData: PlotSeries { axisX: time; axisY: level; xInterval: 1 / "
+            "GraphPlot { penColor: 'transparent'; plotData: PlotSeries { axisX: time; axisY: level; "
+            "xInterval: 1 / "
             "99; "
             "yData: Array.from({ length: 100 }, () => 1) } } GraphCursor { color: 'blue'; paintedWidth: 9; "
             "renderTarget: GraphCursor.FramebufferObject; Component.onCompleted: posOnScreen = 20 }",
@@ -325,6 +328,25 @@ private slots:
         QCOMPARE(bench.files(), QStringList(name));
         QVERIFY(before.open(QIODevice::ReadOnly));
         QCOMPARE(before.readAll(), QByteArray("before"));
+    }
+
+    // With the colours behind its traces, which are no item.
+    void ofAChart()
+    {
+        qmlRegisterType<graph::ChartView>("charts", 1, 0, "ChartView");
+        Bench bench("ChartView { id: view; width: 200; height: 100 }");
+        auto *view = bench.document().object<graph::ChartView>("view");
+        QSignalSpy ended(view, SIGNAL(exportFinished(QString, QString)));
+        QVERIFY(view->exportImage(bench.path("a.png")));
+        QTRY_COMPARE(ended.size(), 1);
+        QCOMPARE(ended.at(0).at(1).toString(), QString());
+        const QImage image(bench.path("a.png"));
+        QCOMPARE(image.pixelColor(0, 0), view->colors()->background());
+        QCOMPARE(image.pixelColor(view->plotArea()->position().toPoint() + QPoint(3, 3)),
+                 view->colors()->plotBackground());
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression("there are no visible samples"));
+        QVERIFY(!view->exportData(bench.path("a.csv")));
+        QTRY_COMPARE(ended.size(), 2);
     }
 
     // Cancelled, or gone with its chart: no file, not even a part of one.
