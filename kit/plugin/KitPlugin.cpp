@@ -1,5 +1,6 @@
 #include "kit/plugin/KitPlugin.h"
 
+#include "axis/ValueAxis.h"
 #include "kit/axis/ChartAxis.h"
 #include "kit/chart/ChartTheme.h"
 #include "kit/chart/ChartView.h"
@@ -28,6 +29,10 @@
 void KitPlugin::registerTypes(const char *uri)
 {
     qmlRegisterModule(uri, 1, 0);
+    // The types of properties, for documents that import no other module.
+    qmlRegisterAnonymousType<AbstractPlot>(uri, 1);
+    qmlRegisterAnonymousType<PlotData>(uri, 1);
+    qmlRegisterAnonymousType<ValueAxis>(uri, 1);
     qmlRegisterType<graph::Average>(uri, 1, 0, "Average");
     qmlRegisterType<graph::ChartAxis>(uri, 1, 0, "ChartAxis");
     qmlRegisterType<graph::ChartTheme>(uri, 1, 0, "ChartTheme");

@@ -26,7 +26,9 @@ void TestExamples::example_data()
     static const QRegularExpression block("```qml\\n(.*?)```",
                                           QRegularExpression::DotMatchesEverythingOption);
     QTest::addColumn<QByteArray>("document");
-    for (const char *page : {"README.md", "docs/guide.md", "docs/controls.md", "docs/diagnosis.md", "docs/plots.md"}) {
+    // First a page that begins with the second module alone: no other example has made its types known yet.
+    for (const char *page :
+         {"docs/plots.md", "README.md", "docs/guide.md", "docs/controls.md", "docs/diagnosis.md"}) {
         QFile file(QStringLiteral(DOCUMENTS "/") + page);
         QVERIFY(file.open(QIODevice::ReadOnly));
         const QString text = QString::fromUtf8(file.readAll());
