@@ -1,6 +1,7 @@
 #include "kit/axis/ChartAxis.h"
 
 #include "axis/TickMarks.h"
+#include "axis/TickSearch.h"
 #include "kit/axis/AxisUnit.h"
 #include "kit/axis/NumberLabels.h"
 #include "kit/axis/TimeTicks.h"
@@ -51,8 +52,8 @@ double placeOffset(double seconds)
     Its margin is as wide as the labels need, and several such axes at one side of a plane are beside each other.
     A range from a greater to a smaller value shows a reversed axis.
 
-    The ticks of ValueAxis are used where \c tickInterval is FixedTicks, \c customInterval is set or there is a
-    \c formatter.
+    \c tickInterval FixedTicks shows the positions in \c ticks. A \c formatter writes the texts. A \c customInterval
+    counts on a linear axis that is not reversed.
 */
 ChartAxis::ChartAxis(QObject *parent)
     : ValueAxis(parent)
@@ -321,7 +322,9 @@ int ChartAxis::requiredMargin() const
 
 bool ChartAxis::hasOwnTicks() const
 {
-    return tickInterval() != FixedTicks && customInterval() == 0.0 && !formatter();
+    // A formatter may show other units than those of the axis, in which plain ticks then are round.
+    const bool arePlain = m_scale == Linear && !isReversed() && (customInterval() != 0.0 || formatter());
+    return tickInterval() != FixedTicks && !arePlain;
 }
 
 TickRequest ChartAxis::requestFor(double lowest, double highest, double length) const
@@ -347,13 +350,27 @@ TickRequest ChartAxis::requestFor(double lowest, double highest, double length) 
 TickPlan ChartAxis::plan(double lowest, double highest, double length) const
 {
     const TickRequest request = requestFor(lowest, highest, length);
-    if (m_scale == Time)
-        return timeTicks(request, m_utc ? noOffset : placeOffset);
-    return m_scale == Logarithmic ? logarithmicTicks(request) : linearTicks(request);
+    TickPlan found = m_scale == Time          ? timeTicks(request, m_utc ? noOffset : placeOffset)
+                     : m_scale == Logarithmic ? logarithmicTicks(request)
+                                              : linearTicks(request);
+    if (!formatter())
+        return found;
+    for (int i = 0; i < found.majors.size(); ++i)
+        found.texts[i] = formatter()->formatValue(found.majors.at(i));
+    found.unit = unit();
+    found.common.clear();
+    return found;
 }
 
 TickSet ChartAxis::tickSet(const QRectF &rect)
 {
+    if (tickInterval() == FixedTicks) {
+        TickSet fixed;
+        fixed.positions = ticks();
+        const auto [lowest, highest] = std::minmax({minVisible(), maxVisible()});
+        fixed.ticks = ticksWithin(fixed.positions, lowest, highest);
+        return fixed;
+    }
     if (!hasOwnTicks())
         return ValueAxis::tickSet(rect);
     ScaleEnds ends{minVisible(), maxVisible()};

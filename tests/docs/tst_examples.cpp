@@ -27,8 +27,8 @@ void TestExamples::example_data()
                                           QRegularExpression::DotMatchesEverythingOption);
     QTest::addColumn<QByteArray>("document");
     // First a page that begins with the second module alone: no other example has made its types known yet.
-    for (const char *page :
-         {"docs/plots.md", "README.md", "docs/guide.md", "docs/controls.md", "docs/diagnosis.md"}) {
+    for (const char *page : {"docs/plots.md", "README.md", "docs/guide.md", "docs/controls.md", "docs/diagnosis.md",
+                             "docs/axes.md"}) {
         QFile file(QStringLiteral(DOCUMENTS "/") + page);
         QVERIFY(file.open(QIODevice::ReadOnly));
         const QString text = QString::fromUtf8(file.readAll());

@@ -42,6 +42,7 @@ private slots:
     void badLogarithmicRange_data();
     void badLogarithmicRange();
     void title();
+    void fixedTicks();
     void time();
     void valueText_data();
     void valueText();
@@ -224,6 +225,20 @@ void tst_chartaxis::title()
     axis.setUnit("");
     QTest::qWait(1);
     QCOMPARE(axis.margin(), 7);
+}
+
+void tst_chartaxis::fixedTicks()
+{
+    ChartAxis axis;
+    axis.setScale(ChartAxis::Logarithmic);
+    axis.range(1000.0, 1.0);
+    axis.setTicks({1.0, 30.0, 700.0, 5000.0});
+    axis.setTickInterval(ValueAxis::FixedTicks);
+    QCOMPARE(textsOf(axis), (QStringList{"700", "30", "1"}));
+    FeetText formatter;
+    axis.setFormatter(&formatter);
+    axis.setTickInterval(ValueAxis::ScaledDecimal);
+    QVERIFY(textsOf(axis).contains("<100>"));
 }
 
 void tst_chartaxis::time()
