@@ -23,11 +23,12 @@ using benchmark::Job;
 
 namespace {
 
-double residentMemory()
+// VmRSS: what the process has, VmHWM: what it had at most.
+double memory(const char *key)
 {
     std::ifstream status("/proc/self/status");
     for (std::string line; std::getline(status, line);) {
-        if (line.compare(0, 6, "VmRSS:") == 0)
+        if (line.compare(0, 6, key) == 0)
             return 1024.0 * std::atof(line.c_str() + 6);
     }
     return 0.0;
@@ -79,12 +80,13 @@ public:
     // From a thread of its own, a thousand at a time.
     void push(int count)
     {
+        const double before = m_streams.back()->start();
         std::thread([this, count] {
             for (int done = 0; done < count; done += 1000)
                 for (const auto &stream : m_streams)
                     stream->push(m_noise.constData(), std::min({1000, count - done, int(m_noise.size())}));
         }).join();
-        while (m_streams.back()->isChangePending())
+        while (m_streams.back()->start() == before || m_streams.back()->isChangePending())
             QCoreApplication::processEvents();
     }
 
@@ -108,14 +110,18 @@ private:
 
 void runRolling(const Job &job)
 {
-    const double before = residentMemory();
     Roll roll(job, 1);
+    roll.append(1000);
     roll.show(0);
+    const double before = memory("VmRSS:");
     const int step = std::max(job.samples / 10000, 1);
     roll.fill();
     roll.show(roll.stream(0).start());
-    std::printf("memory\tbytes a sample beyond the samples\t%d\t%.2f\n", job.samples,
-                (residentMemory() - before) / job.samples - sizeof(double));
+    const auto beyondSamples = [&](const char *key) {
+        return (memory(key) - before) / job.samples - sizeof(double);
+    };
+    std::printf("memory\tbytes a sample beyond the samples, and at most\t%d\t%.2f\t%.2f\n", job.samples,
+                beyondSamples("VmRSS:"), beyondSamples("VmHWM:"));
     const double start = roll.stream(0).start();
     benchmark::run("pan of live data that rest", job,
                    [&](int frame) { roll.show(start - double(frame) * step); });
@@ -131,6 +137,7 @@ void runPushed(Job job)
     job.samples = std::min(job.samples, 1000000);
     Roll roll(job, 8);
     roll.fill();
+    benchmark::run("eight channels pushed, not drawn", job, [&](int) { roll.push(job.samples / 60); });
     benchmark::run("eight channels pushed", job, [&](int) {
         roll.push(job.samples / 60);
         roll.show(roll.stream(0).start());

@@ -115,9 +115,14 @@ private:
                 if (!isShared)
                     m_view.array->letGo(begin + std::min(done + portion, count));
             }
-            array->pyramid = MinMaxPyramid(m_view.array->pyramid, begin / MinMaxPyramid::blockSize);
+            if (isShared)
+                array->pyramid = m_view.array->pyramid;
+            else
+                array->pyramid = std::move(m_view.array->pyramid);
+            array->pyramid.removeFront(begin / MinMaxPyramid::blockSize);
             m_view.first -= begin;
         }
+        array->pyramid.reserve(array->capacity());
         m_view.array = std::move(array);
     }
 

@@ -20,8 +20,10 @@ public:
 
     MinMaxPyramid() = default;
     template <typename Sample> MinMaxPyramid(const Sample *samples, int count) { extend(samples, count); }
-    // That of an array which begins at that block of the other one's.
-    MinMaxPyramid(const MinMaxPyramid &other, int firstBlock);
+    // Makes room for an array of that many samples.
+    void reserve(int count);
+    // The array begins at that block now; all of its samples that the pyramid knows have moved along.
+    void removeFront(int blockCount);
 
     // The array has `count` samples now.
     template <typename Sample> void extend(const Sample *samples, int count);
@@ -44,10 +46,21 @@ private:
     mutable bool m_hasNaN = false;
 };
 
-inline MinMaxPyramid::MinMaxPyramid(const MinMaxPyramid &other, int firstBlock)
+inline void MinMaxPyramid::reserve(int count)
 {
-    const Level &blocks = other.m_levels.front();
-    m_levels.front().assign(blocks.begin() + std::min(std::size_t(firstBlock), blocks.size()), blocks.end());
+    // The coarser levels have an eighth of the nodes, all together a seventh.
+    m_levels.front().reserve(std::size_t(std::max(count, 0)) / blockSize);
+}
+
+inline void MinMaxPyramid::removeFront(int blockCount)
+{
+    Level &blocks = m_levels.front();
+    blocks.erase(blocks.begin(), blocks.begin() + std::min(std::size_t(blockCount), blocks.size()));
+    // Their nodes have other blocks under them now.
+    for (std::size_t level = 1; level < m_levels.size(); ++level)
+        m_levels[level].clear();
+    m_searched = 0;
+    m_hasNaN = false;
     extendLevels();
 }
 
