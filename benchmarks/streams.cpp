@@ -137,7 +137,6 @@ void runPushed(Job job)
     job.samples = std::min(job.samples, 1000000);
     Roll roll(job, 8);
     roll.fill();
-    benchmark::run("eight channels pushed, not drawn", job, [&](int) { roll.push(job.samples / 60); });
     benchmark::run("eight channels pushed", job, [&](int) {
         roll.push(job.samples / 60);
         roll.show(roll.stream(0).start());

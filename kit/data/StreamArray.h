@@ -33,13 +33,14 @@ public:
     Sample *samples() { return m_samples; }
     const Sample *samples() const { return m_samples; }
     int capacity() const { return m_capacity; }
+    bool isSmall() const { return qint64(m_capacity) * qint64(sizeof(Sample)) <= largestSmall; }
 
     // Nobody will read the samples before this one any more, but for the pyramid's search for NaN.
     void letGo(int first)
     {
 #ifdef Q_OS_LINUX
         static const std::uintptr_t page = std::uintptr_t(sysconf(_SC_PAGESIZE));
-        if (first < m_letGo + fewestToLetGo)
+        if (isSmall() || first < m_letGo + fewestToLetGo)
             return;
         const auto floor = [](std::uintptr_t address) { return address / page * page; };
         const std::uintptr_t begin = floor(std::uintptr_t(m_samples + m_letGo) + page - 1);
@@ -57,6 +58,8 @@ public:
 private:
     // Each time costs a call of the system.
     static constexpr int fewestToLetGo = 1 << 15;
+    // Bytes. A large array lets go of the pages that it does not need.
+    static constexpr qint64 largestSmall = 1 << 24;
 
     Sample *m_samples;
     int m_capacity;

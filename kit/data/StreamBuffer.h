@@ -30,9 +30,9 @@ template <typename Sample> struct StreamView
 };
 
 // The newest samples of a stream, at most `capacity`, one after the other in memory. Those that are appended
-// come behind the others, where nobody looks yet; at the end of the array the samples move to a new one, half
-// as long again, so that a sample is moved twice at most while it passes. Views keep the array that they were
-// made of.
+// come behind the others, where nobody looks yet; at the end of the array the samples move to its beginning,
+// or to a new array where views share this one. It is half as long again as they are, so that a sample is
+// moved twice at most while it passes.
 template <typename Sample> class StreamBuffer
 {
 public:
@@ -57,7 +57,7 @@ public:
         drop(m_view.size + kept - m_capacity);
         m_view.number += count - kept; // which fell out at once
         if (!m_view.array || m_view.first + m_view.size + kept > m_view.array->capacity())
-            moveTo(m_view.size + kept);
+            makeRoom(m_view.size + kept);
         StreamArray<Sample> &array = *m_view.array;
         fill(array.samples() + m_view.first + m_view.size, count - kept, kept);
         m_view.size += kept;
@@ -97,6 +97,22 @@ private:
         m_view.first += count;
         m_view.number += count;
         m_view.size -= count;
+    }
+
+    // Behind the samples. Small arrays that nobody shares are used again: new pages cost more time than the
+    // memory is worth.
+    void makeRoom(int size)
+    {
+        if (!m_view.array || m_view.array.use_count() > 1 || !m_view.array->isSmall() ||
+            m_view.array->capacity() < arraySize(size)) {
+            moveTo(size);
+            return;
+        }
+        const int begin = beginOfBlock();
+        Sample *samples = m_view.array->samples();
+        std::copy(samples + begin, samples + m_view.first + m_view.size, samples);
+        m_view.array->pyramid.removeFront(begin / MinMaxPyramid::blockSize);
+        m_view.first -= begin;
     }
 
     void moveTo(int size)
