@@ -370,8 +370,6 @@ int mute()
 
 int main(int argc, char **argv)
 {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    qputenv("QT_QUICK_BACKEND", "software");
     QGuiApplication application(argc, argv);
     Plugin().registerTypes("charts");
     const QString name = application.arguments().value(1);
