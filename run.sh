@@ -11,4 +11,4 @@ fi
 tools/setup.sh "$preset"
 cmake --preset "$preset" >/dev/null
 cmake --build --preset "$preset" --target gallery
-exec "build/$preset/bin/gallery" "$@"
+exec "build/$preset/bin/graph-gallery" "$@"

@@ -35,7 +35,7 @@ int runGallery(QGuiApplication *application, const gallery::Options &options)
     using namespace gallery;
     const QDir folder(QCoreApplication::applicationDirPath());
     registerQmlTypes();
-    Shell shell(options, folder.filePath("simulator"));
+    Shell shell(options, folder.filePath("graph-simulator"));
     QQuickView view;
     view.engine()->addImportPath(folder.filePath(INSTALLED_QML_DIR));
     view.engine()->addImportPath(folder.filePath("../qml")); // in the build tree

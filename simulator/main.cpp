@@ -52,7 +52,7 @@ int run(QCoreApplication *application, const CommandLine &line)
 int main(int argc, char *argv[])
 {
     QCoreApplication application(argc, argv);
-    QCoreApplication::setApplicationName(QStringLiteral("simulator"));
+    QCoreApplication::setApplicationName(QStringLiteral("graph-simulator"));
     QCoreApplication::setApplicationVersion(QStringLiteral(SIMULATOR_VERSION));
 
     QString error;

@@ -23,6 +23,8 @@ case "$preset" in
 esac
 case "$preset" in
     asan | fuzz) packages+=(clang libclang-rt-14-dev) ;;
+    package) packages=(mmdebstrap lintian) ;;
+    tsan) packages+=(clang libclang-rt-14-dev xvfb xauth libgl1-mesa-dri) ;;
 esac
 missing=()
 for package in "${packages[@]}"; do

@@ -3,7 +3,7 @@
 # and the package imagemagick. Usage: tools/update_tiles.sh [path of the gallery]
 set -euo pipefail
 cd "$(dirname "$0")/.."
-gallery=${1:-build/release/bin/gallery}
+gallery=${1:-build/release/bin/graph-gallery}
 folder=$(mktemp -d)
 trap 'rm -r "$folder"' EXIT
 awk 'BEGIN { print "# format: replay-csv 1\n# kind: y\n# x-first: 0\n# x-step: 1\n# points: 600\n# x-unit: ms"

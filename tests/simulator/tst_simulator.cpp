@@ -54,7 +54,7 @@ private slots:
         };
         row("", 1, "there is no session bus");
         row("--help", 0, "--instrument <name>");
-        row("--version", 0, "simulator 0");
+        row("--version", 0, "graph-simulator 0");
         row("--instrument voltmeter", 2, "\"voltmeter\" is not one of analyzer, otdr, scope, logger");
         row("--samples many", 2, "--samples: \"many\"");
         row("--samples -1", 2, "from 0 to 10000000");

@@ -1,0 +1,54 @@
+#!/usr/bin/env bash
+# Builds the Debian packages in a root that has nothing but what they ask for, checks them with lintian, installs them
+# into another clean root and draws a document and a page of the gallery there. Needs to be root. The packages are left
+# in build/package.
+set -euo pipefail
+cd "$(dirname "$0")/../.."
+tools/setup.sh package
+work=$PWD/build/package
+rm -rf "$work"
+mkdir -p "$work"
+release=$(. /etc/os-release && echo "$VERSION_CODENAME")
+make_root() {
+    mmdebstrap --quiet --mode=root --skip=check/qemu --variant=minbase --aptopt='APT::Install-Recommends "false"' \
+        "$@" "$release" "$root"
+}
+
+root=$work/build-root
+wanted=$(awk '/^Build-Depends:/ { on = 1; next } /^[^ ]/ { on = 0 } on { print $1 }' debian/control | tr -d ,)
+make_root --include="build-essential $(echo $wanted | sed 's/debhelper-compat/debhelper/')"
+mkdir "$root/build"
+git ls-files -z --cached --others --exclude-standard | tar -c --null --files-from=- --transform 's,^,graph-plugin/,' |
+    tar -x -C "$root/build"
+chroot "$root" env LC_ALL=C.UTF-8 sh -c 'cd /build/graph-plugin && dpkg-buildpackage -us -uc' >"$work/log" 2>&1 ||
+    { tail -n 60 "$work/log"; exit 1; }
+mv "$root"/build/*.* "$work"
+(cd "$work" && lintian --allow-root --fail-on error,warning --tag-display-limit 0 ./*.changes)
+
+# Programs in C++ are built with nothing but the packages.
+cp "$work"/lib*.deb "$root/build"
+rm -f "$root"/build/*dbgsym*
+chroot "$root" sh -c 'dpkg -i /build/*.deb' >>"$work/log" 2>&1
+chroot "$root" sh -c 'cmake -G Ninja -S /build/graph-plugin/examples -B /build/examples && cmake --build /build/examples' \
+    >>"$work/log" 2>&1 || { tail -n 30 "$work/log"; exit 1; }
+rm -rf "$root"
+
+root=$work/root
+mkdir "$work/debs"
+cp "$work"/*.deb "$work/debs"
+rm -f "$work"/debs/*dbgsym* "$work"/debs/*-dev_*
+make_root --customize-hook="copy-in $work/debs /" \
+    --customize-hook='chroot "$1" sh -c "DEBIAN_FRONTEND=noninteractive apt-get -qq install -y --no-install-recommends /debs/*.deb"' \
+    >>"$work/log" 2>&1 || { tail -n 30 "$work/log"; exit 1; }
+cp tools/package/chart.qml "$root"
+chroot "$root" graph-view --shot /chart.png /chart.qml 2>&1 | tee "$work/said"
+chroot "$root" graph-gallery --page spectrum --shot /spectrum.png 2>&1 | tee -a "$work/said"
+mv "$root/chart.png" "$root/spectrum.png" "$work"
+# The picture that was drawn, and nothing else, is told.
+if grep -v '^/spectrum.png$' "$work/said"; then
+    echo "The programs complain" >&2
+    exit 1
+fi
+echo 'Installed, in KiB:'
+chroot "$root" sh -c 'du -k /usr/lib/*/libgraph_charts.so.*.* /usr/lib/*/libtoskorn*.so.*.* /usr/lib/*/qt5/qml/graph_*/*.so /usr/bin/graph-*'
+rm -rf "$root" "$work/debs"
