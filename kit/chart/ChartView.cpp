@@ -83,6 +83,8 @@ ChartView::ChartView(QQuickItem *parent)
     adoptAxis(m_axisY, true);
     m_stepTimer.setSingleShot(true);
     m_stepTimer.setInterval(stepPause);
+    m_fitTimer.setSingleShot(true);
+    m_fitTimer.setInterval(LingeringSpan::period);
     QObject *ears = m_ears.get();
     connect(&m_stepTimer, &QTimer::timeout, ears, [this] {
         if (m_touched || zoomRect()->isMoving())
@@ -90,13 +92,14 @@ ChartView::ChartView(QQuickItem *parent)
         else
             recordStep();
     });
+    connect(&m_fitTimer, &QTimer::timeout, ears, [this] { updateRanges(); });
     connect(zoomRect(), &ZoomRect::rectChanged, ears, [this] { handleRectChanged(); });
     connect(zoomRect(), &ZoomRect::movingChanged, ears, [this] { updateRangesLater(); });
     connect(this, &QQuickItem::visibleChanged, ears, [this] { updateRangesLater(); });
-    connect(plotAreaItem(), &QQuickItem::xChanged, ears, [this] { update(); });
-    connect(plotAreaItem(), &QQuickItem::yChanged, ears, [this] { update(); });
-    connect(plotAreaItem(), &QQuickItem::widthChanged, ears, [this] { update(); });
-    connect(plotAreaItem(), &QQuickItem::heightChanged, ears, [this] { update(); });
+    connect(plotArea(), &QQuickItem::xChanged, ears, [this] { update(); });
+    connect(plotArea(), &QQuickItem::yChanged, ears, [this] { update(); });
+    connect(plotArea(), &QQuickItem::widthChanged, ears, [this] { update(); });
+    connect(plotArea(), &QQuickItem::heightChanged, ears, [this] { update(); });
     connect(m_zoom, &ZoomSwitches::changed, ears, [this] {
         zoomRect()->setZoomAxis((m_zoom->horizontal() ? Qt::Horizontal : Qt::Orientations()) |
                                 (m_zoom->vertical() ? Qt::Vertical : Qt::Orientations()));
@@ -110,8 +113,8 @@ ChartView::~ChartView()
     m_ears.reset();
     setZoomWith(nullptr);
     // The traces belong to those who made them.
-    const auto plots = adoptedPlots();
-    for (AbstractPlot *plot : plots)
+    const auto taken = plots();
+    for (AbstractPlot *plot : taken)
         removePlot(plot);
 }
 
@@ -269,7 +272,7 @@ QSGNode *ChartView::updatePaintNode(QSGNode *node, UpdatePaintNodeData *)
         rectangle->setRect(rect);
         rectangle->setColor(color);
     };
-    const QQuickItem *area = plotAreaItem();
+    const QQuickItem *area = plotArea();
     const QRectF plotRect = area ? QRectF(area->x(), area->y(), area->width(), area->height()) : QRectF();
     paint(node->firstChild(), boundingRect(), m_colors->background());
     paint(node->lastChild(), plotRect, m_colors->plotBackground());

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "common/Export.h"
+#include "kit/chart/LingeringSpan.h"
 #include "kit/chart/LiveEnd.h"
 #include "kit/chart/ZoomHistory.h"
 #include "kit/plots/DataExtent.h"
@@ -76,7 +77,6 @@ public:
     CursorSwitches *cursor() const { return m_cursorSwitches; }
     ZoomSwitches *zoom() const { return m_zoom; }
     QVariantList traces() const;
-    QQuickItem *plotArea() const { return plotAreaItem(); }
     double follow() const { return m_follow; }
     bool isFollowing() const { return m_shown.following; }
     ChartView *zoomWith() const { return m_zoomWith; }
@@ -146,6 +146,7 @@ private:
     {
         QPointer<ValueAxis> axis;
         LiveEnd live;
+        LingeringSpan lingering;
         Span base; // the full range but for what is shown beyond it
         QString givenUnit;
         bool isOwn = false; // drawn without a trace, too
@@ -222,6 +223,7 @@ private:
     ZoomState m_shown;
     ZoomHistory m_history;
     QTimer m_stepTimer;
+    QTimer m_fitTimer;
     QElapsedTimer m_clock;
     mutable std::unique_ptr<BaseFormatter> m_positionFormatter;
     // Receives what the chart hears: it dies first, so that nothing reaches half an object.

@@ -162,8 +162,13 @@ Span ChartView::fitted(AxisState &state)
         return state.base;
     if (state.isExtended)
         write(axis, state.base);
-    if (axis->orientation() == Qt::Horizontal)
+    if (axis->orientation() == Qt::Horizontal) {
         data = state.live.withRoom(data, m_clock.elapsed());
+    } else {
+        data = state.lingering.withPast(data, m_clock.elapsed());
+        if (state.lingering.lingers() && !m_fitTimer.isActive())
+            m_fitTimer.start();
+    }
     const bool needsPositive = axis->scaleKind() == ScaleKind::Logarithmic && data.from <= 0.0;
     axis->setDataExtent(data.from, data.to, needsPositive ? leastPositive(axis) : 0.0);
     return {axis->minValue(), axis->maxValue()};
@@ -173,9 +178,9 @@ Span ChartView::fitted(AxisState &state)
 double ChartView::leastPositive(const ValueAxis *axis) const
 {
     double least = std::numeric_limits<double>::infinity();
-    const auto plots = adoptedPlots();
-    for (const AbstractPlot *plot : plots) {
-        const PlotData *data = plot && plot->isVisible() ? plot->plotData() : nullptr;
+    const auto taken = plots();
+    for (const AbstractPlot *plot : taken) {
+        const PlotData *data = plot->isVisible() ? plot->plotData() : nullptr;
         if (!data || (plot->axisX() != axis && plot->axisY() != axis))
             continue;
         const bool isX = plot->axisX() == axis;
@@ -191,9 +196,9 @@ double ChartView::leastPositive(const ValueAxis *axis) const
 Span ChartView::dataSpan(const ValueAxis *axis, bool onlyVisible) const
 {
     Span span = nothing;
-    const auto plots = adoptedPlots();
-    for (const AbstractPlot *plot : plots) {
-        if (!plot || !plot->isVisible() || (plot->axisX() != axis && plot->axisY() != axis))
+    const auto taken = plots();
+    for (const AbstractPlot *plot : taken) {
+        if (!plot->isVisible() || (plot->axisX() != axis && plot->axisY() != axis))
             continue;
         const bool isX = plot->axisX() == axis;
         const Span seen = onlyVisible && plot->axisX() ? visibleSpan(plot->axisX()) : nothing;
@@ -323,7 +328,10 @@ void ChartView::showState(const ZoomState &state, bool asStep)
         recordStep();
     const bool wasFollowing = m_shown.following;
     m_shown = state;
+    // A finger that rests on the chart does not keep it from what it is told to show.
+    const bool wasTouched = std::exchange(m_touched, false);
     updateRanges();
+    m_touched = wasTouched;
     if (asStep)
         recordStep();
     if (wasFollowing != m_shown.following)
@@ -337,8 +345,8 @@ void ChartView::handleRectChanged()
     if (m_applying || !m_complete)
         return;
     const ZoomState before = m_shown;
-    m_shown.x = spanShown(m_axisX, zoomRect()->width(), before.x, plotAreaItem()->width());
-    m_shown.y = spanShown(m_axisY, zoomRect()->height(), before.y, plotAreaItem()->height());
+    m_shown.x = spanShown(m_axisX, zoomRect()->width(), before.x, plotArea()->width());
+    m_shown.y = spanShown(m_axisY, zoomRect()->height(), before.y, plotArea()->height());
     // Turning the wheel over the vertical axis does not hold a chart that follows.
     m_shown.following = before.following && m_shown.x == before.x;
     m_stepTimer.start();

@@ -75,22 +75,22 @@ void ChartView::wire()
     m_wirePending = false;
     watchInstantiators();
     adoptNewChildren();
-    QList<AbstractPlot *> plots;
-    gatherPlots(this, 0, plots);
-    const auto adopted = adoptedPlots();
-    for (AbstractPlot *plot : adopted) {
-        if (plot && !plots.contains(plot))
+    QList<AbstractPlot *> found;
+    gatherPlots(this, 0, found);
+    const auto taken = plots();
+    for (AbstractPlot *plot : taken) {
+        if (!found.contains(plot))
             dropPlot(plot);
     }
-    for (AbstractPlot *plot : qAsConst(plots)) {
-        if (!adoptedPlots().contains(plot))
+    for (AbstractPlot *plot : qAsConst(found)) {
+        if (!plots().contains(plot))
             addPlot(plot);
         adoptPlot(plot);
     }
     gatherAxes();
     handlePlotVisibilityChanged();
-    if (!std::equal(m_traces.begin(), m_traces.end(), plots.begin(), plots.end())) {
-        m_traces = QVector<QPointer<AbstractPlot>>(plots.begin(), plots.end());
+    if (!std::equal(m_traces.begin(), m_traces.end(), found.begin(), found.end())) {
+        m_traces = QVector<QPointer<AbstractPlot>>(found.begin(), found.end());
         colorTraces();
         emit tracesChanged();
     }
@@ -114,7 +114,7 @@ void ChartView::adoptChild(QQuickItem *child)
     const bool isDrawn = qobject_cast<AbstractPlot *>(child) || qobject_cast<GraphCursor *>(child);
     if (child == m_underlay)
         stretch(child, this);
-    else if (child == plotAreaItem() || child == m_overlay || isPlane || isDrawn || !hasSize(child))
+    else if (child == plotArea() || child == m_overlay || isPlane || isDrawn || !hasSize(child))
         GraphView::adoptChild(child);
 }
 
@@ -129,7 +129,7 @@ void ChartView::gatherPlots(QQuickItem *item, int depth, QList<AbstractPlot *> &
             if (!hasSize(plot))
                 stretch(plot, item);
             plot->setZoomRect(zoomRect());
-        } else if (child != m_underlay && child != m_overlay && child != plotAreaItem() &&
+        } else if (child != m_underlay && child != m_overlay && child != plotArea() &&
                    depth < greatestDepth && !child->inherits("QQuickPaintedItem") &&
                    !qobject_cast<GraphView *>(child)) {
             if (!m_watched.contains(child)) {
@@ -194,8 +194,7 @@ void ChartView::dropPlot(AbstractPlot *plot)
 {
     m_watched.remove(plot);
     m_givenColors.remove(plot);
-    const auto adopted = adoptedPlots();
-    if (adopted.contains(plot)) {
+    if (plots().contains(plot)) {
         removePlot(plot);
         disconnect(plot, nullptr, m_ears.get(), nullptr);
         handlePlotVisibilityChanged();
@@ -233,11 +232,11 @@ void ChartView::gatherAxes()
         if (auto *axis = qobject_cast<ValueAxis *>(object))
             adoptAxis(axis, true);
     }
-    const auto plots = adoptedPlots();
-    for (const AbstractPlot *plot : plots) {
-        if (plot && plot->axisX())
+    const auto taken = plots();
+    for (const AbstractPlot *plot : taken) {
+        if (plot->axisX())
             adoptAxis(plot->axisX(), false);
-        if (plot && plot->axisY())
+        if (plot->axisY())
             adoptAxis(plot->axisY(), false);
     }
     m_axes.erase(
@@ -256,11 +255,15 @@ void ChartView::adoptAxis(ValueAxis *axis, bool isOwn)
 {
     if (stateOf(axis))
         return;
-    m_axes.push_back({axis, {}, {}, {}, isOwn, false, {}});
+    m_axes.push_back({axis, {}, {}, {}, {}, isOwn, false, {}});
     if (!axis->labelsPlane())
         axis->setLabelsPlane(m_labels);
-    if (!axis->linesPlane())
+    if (!axis->linesPlane()) {
         axis->setLinesPlane(m_grid);
+        // The grid is that of the first axes: a second one between its lines could not be read.
+        if (axis != m_axisX && axis != m_axisY)
+            axis->setLineStyle(Qt::NoPen);
+    }
     m_axes.back().base = {axis->minValue(), axis->maxValue()};
     auto *chartAxis = qobject_cast<ChartAxis *>(axis);
     if (chartAxis && chartAxis->autoRange() == ChartAxis::Off && m_axes.back().base == Span{0.0, 1.0})

@@ -11,6 +11,9 @@ ChartView {
     property bool _axisTouched: false
     readonly property bool _zooms: zoom.enabled && (zoom.horizontal || zoom.vertical)
 
+    // A tap on the plot area, in its pixels.
+    signal tapped(real x, real y)
+
     function _pan(x, y) {
         zoomRect.moveLeft(zoomRect.left + x * zoomRect.width);
         zoomRect.moveBottom(zoomRect.bottom + y * zoomRect.height);
@@ -107,7 +110,10 @@ ChartView {
                     chart.recordStep();
                     chart.forceActiveFocus(Qt.MouseFocusReason);
                 }
-                onTapped: function(x, y) { cursorLoader.tap(x, y); }
+                onTapped: function(x, y) {
+                    cursorLoader.tap(x, y);
+                    chart.tapped(x, y);
+                }
                 onDoubleTapped: chart.showAll()
                 Component.onCompleted: chart.flickable = this
             }
@@ -194,14 +200,17 @@ ChartView {
         anchors.fill: parent
 
         sourceComponent: Legend {
+            // Names only: the traces need the room.
+            readonly property bool isSmall: width < chart.colors.fontSize * 28
+
             plots: chart.traces
-            cursor: chart.legend.values && cursorLoader.shown ? cursorLoader.item : null
+            cursor: chart.legend.values && !isSmall && cursorLoader.shown ? cursorLoader.item : null
             atRight: chart.legend.atRight
             atBottom: chart.legend.atBottom
             inARow: chart.legend.inARow
             // For fingers where there is room, else as close as the text allows.
-            entryHeight: Math.max(chart.colors.fontSize * 1.5,
-                                  Math.min(chart.colors.fontSize * 2.2, height / (2 * chart.traces.length)))
+            entryHeight: Math.max(fontSize * 1.4, Math.min(fontSize * 2.2, height / (2 * chart.traces.length)))
+            fontSize: Math.round(chart.colors.fontSize * (isSmall ? 0.85 : 1))
         }
     }
 

@@ -8,8 +8,8 @@ LineGrab {
     id: grab
 
     property GraphCursor cursor: parent
-    // A tap on this area moves the cursor to it.
-    property ZoomArea tapArea: null
+    // A tap on this ZoomArea or Chart moves the cursor to it.
+    property Item tapArea: null
 
     horizontal: cursor instanceof GraphCursorY
     line: cursor ? cursor.posOnScreen : 0

@@ -50,8 +50,6 @@ protected:
     void componentComplete() override;
 
     // For views that take children at any time, or wire them in another way.
-    QQuickItem *plotAreaItem() const { return m_contentItem; }
-    const QVector<QPointer<AbstractPlot>> &adoptedPlots() const { return m_plots; }
     virtual void adoptChild(QQuickItem *child);
     void addPlot(AbstractPlot *plot);
     void removePlot(AbstractPlot *plot);

@@ -86,6 +86,22 @@ TestCase {
         verify(chart.axisX.maxValue >= 199 && chart.axisX.maxValue < 260);
     }
 
+    // Bursts and pauses that take turns do not make the axis jump; what stays smaller does.
+    function test_burstsDoNotJitter() {
+        var chart = make();
+        chart.trace.values = [0, 10];
+        wait(1);
+        rangeSpy.target = chart.axisY;
+        rangeSpy.clear();
+        for (var i = 0; i < 20; ++i) {
+            chart.trace.values = [0, i % 4 == 0 ? 10 : 1 + i / 100];
+            wait(30);
+        }
+        verify(rangeSpy.count <= 6, rangeSpy.count);
+        compare(chart.axisY.maxVisible >= 10, true);
+        tryVerify(() => chart.axisY.maxVisible < 2, 4000);
+    }
+
     function test_zoomWith() {
         var first = make();
         var second = make({ y: 200, zoomWith: first });

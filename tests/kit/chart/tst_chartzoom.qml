@@ -114,6 +114,18 @@ TestCase {
         mouseRelease(chart, to.x, to.y, button, Qt.NoModifier, 150);
     }
 
+    function pinch(from, to, y) {
+        var touch = touchEvent(chart);
+        var fingers = at => [chart.plotArea.x + at * chart.plotArea.width, chart.plotArea.x + (1 - at) * chart.plotArea.width];
+        var row = chart.plotArea.y + y * chart.plotArea.height;
+        touch.press(1, chart, fingers(from)[0], row).press(2, chart, fingers(from)[1], row).commit();
+        for (var i = 1; i <= 8; ++i) {
+            var place = fingers(from + (to - from) * i / 8);
+            touch.move(1, chart, place[0], row).move(2, chart, place[1], row).commit();
+        }
+        touch.release(1, chart, place[0], row).release(2, chart, place[1], row).commit();
+    }
+
     // What is left of the zoom rectangle (left, width, bottom, height) after something that a hand does.
     function test_byHand_data() {
         var half = () => { chart.showRange(2, 6); chart.showRangeY(0.2, 0.6); };
@@ -132,6 +144,9 @@ TestCase {
               slack: 0.03 },
             { tag: "drag of the x axis", before: half, hand: () => drag(0.5, 1.05, 0.25, 1.05, Qt.LeftButton), width: 0.4,
               left: 0.3 },
+            { tag: "pinch", hand: () => pinch(0.4, 0.2, 0.5), width: 0.42, left: 0.29, slack: 0.1 },
+            { tag: "double tap of the x axis", before: half, hand: () => { var p = at(0.5, 1.05); mouseDoubleClickSequence(chart, p.x, p.y); },
+              width: 1, height: 0.4, left: 0 },
             { tag: "double tap", before: half, hand: () => { var p = at(0.5, 0.5); mouseDoubleClickSequence(chart, p.x, p.y); },
               width: 1, height: 1, left: 0 },
             { tag: "key +", hand: () => keyClick(Qt.Key_Plus), width: 0.8, height: 0.8, left: 0.1 },
@@ -173,6 +188,26 @@ TestCase {
         wheel(0.5, 0.5, 1);
         verify(Math.abs(chart.zoomRect.width - data.width) < 0.01);
         verify(Math.abs(chart.zoomRect.height - data.height) < 0.01);
+    }
+
+    // A further axis is moved alone, until everything is shown.
+    function test_handOnAFurtherAxis() {
+        var further = axisComponent.createObject(chart);
+        traceComponent.createObject(chart, { values: [0, 100], interval: 10, axisY: further });
+        tryVerify(() => further.maxVisible >= 100 && chart.plotArea.x + chart.plotArea.width < 610);
+        var first = shownY();
+        wheel(1.03, 0.5, 1);
+        verify(further.maxVisible - further.minVisible < 100);
+        compare(shownY(), first);
+        verify(all());
+        chart.showAll();
+        tryVerify(() => further.maxVisible >= 100);
+    }
+
+    Component {
+        id: axisComponent
+
+        ChartAxis { alignment: Qt.AlignRight }
     }
 
     // New data do not move what somebody looks at, and are followed by a chart that shows everything.
