@@ -146,7 +146,7 @@ TestCase {
               left: 0.3 },
             { tag: "pinch", hand: () => pinch(0.4, 0.2, 0.5), width: 0.42, left: 0.29, slack: 0.1 },
             { tag: "double tap of the x axis", before: half, hand: () => { var p = at(0.5, 1.05); mouseDoubleClickSequence(chart, p.x, p.y); },
-              width: 1, height: 0.4, left: 0 },
+              width: 1, left: 0 },
             { tag: "double tap", before: half, hand: () => { var p = at(0.5, 0.5); mouseDoubleClickSequence(chart, p.x, p.y); },
               width: 1, height: 1, left: 0 },
             { tag: "key +", hand: () => keyClick(Qt.Key_Plus), width: 0.8, height: 0.8, left: 0.1 },
