@@ -67,6 +67,7 @@ ChartAxis::ChartAxis(QObject *parent)
     connect(this, &ValueAxis::orientationChanged, this, &ChartAxis::measureAgain);
     connect(this, &ValueAxis::valueRangeChanged, this, &ChartAxis::measureAgain);
     connect(this, &ValueAxis::unitChanged, this, &ChartAxis::measureAgain);
+    connect(this, &ValueAxis::formatterChanged, this, &ChartAxis::measureAgain);
     emitAxisChanged();
 }
 
@@ -283,6 +284,7 @@ void ChartAxis::measureAgain()
 {
     m_widestText = 0;
     m_plan = {};
+    m_planKey.reset();
 }
 
 /*!
@@ -373,30 +375,41 @@ TickSet ChartAxis::tickSet(const QRectF &rect)
     }
     if (!hasOwnTicks())
         return ValueAxis::tickSet(rect);
-    ScaleEnds ends{minVisible(), maxVisible()};
-    if (scaleKind() == ScaleKind::Logarithmic)
-        ends = positivePart(ends.begin, ends.end);
-    const double length = (orientation() == Qt::Horizontal ? rect.width() : rect.height()) - 1.0;
-    TickPlan wanted = plan(std::min(ends.begin, ends.end), std::max(ends.begin, ends.end), length);
-    if (!(wanted == m_plan)) {
-        forgetTexts();
-        m_plan = std::move(wanted);
-        const QFontMetrics metrics(labelFont());
-        int widest = m_widestText;
-        for (const QString &text : qAsConst(m_plan.texts))
-            widest = std::max(widest, metrics.horizontalAdvance(text));
-        if (widest > m_widestText && orientation() == Qt::Vertical) {
-            m_widestText = widest;
-            // Not at once: this is a repaint, perhaps in another thread.
-            QMetaObject::invokeMethod(
-                this, [this] { updateRequiredMargin(); }, Qt::QueuedConnection);
-        }
-    }
+    updatePlan((orientation() == Qt::Horizontal ? rect.width() : rect.height()) - 1.0);
     TickSet set;
     set.ticks = QList<qreal>(m_plan.majors.begin(), m_plan.majors.end());
     set.positions = set.ticks;
     set.minors = m_plan.minors;
     return set;
+}
+
+void ChartAxis::updatePlan(double length)
+{
+    ScaleEnds ends{minVisible(), maxVisible()};
+    if (scaleKind() == ScaleKind::Logarithmic)
+        ends = positivePart(ends.begin, ends.end);
+    const PlanKey key(ends.begin, ends.end, length, labelFont(), unit(), m_minorTicks, m_scale, m_utc, orientation());
+    // A formatter may answer differently at any time.
+    if (m_planKey == key && !formatter())
+        return;
+    m_planKey = key;
+    TickPlan wanted = plan(std::min(ends.begin, ends.end), std::max(ends.begin, ends.end), length);
+    if (wanted == m_plan)
+        return;
+    forgetTexts();
+    m_plan = std::move(wanted);
+    if (orientation() == Qt::Horizontal)
+        return;
+    const QFontMetrics metrics(labelFont());
+    int widest = m_widestText;
+    for (const QString &text : qAsConst(m_plan.texts))
+        widest = std::max(widest, metrics.horizontalAdvance(text));
+    if (widest == m_widestText)
+        return;
+    m_widestText = widest;
+    // Not at once: this is a repaint, perhaps in another thread.
+    QMetaObject::invokeMethod(
+        this, [this] { updateRequiredMargin(); }, Qt::QueuedConnection);
 }
 
 QString ChartAxis::formattedValue(double value) const

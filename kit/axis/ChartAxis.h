@@ -6,6 +6,7 @@
 #include "kit/axis/TickPlan.h"
 
 #include <optional>
+#include <tuple>
 
 namespace graph {
 
@@ -115,7 +116,12 @@ private:
     bool m_hasComplained = false;
     // The margin follows the required one until the document writes another.
     int m_followedMargin = 0;
+    // All that a plan depends on: lines and labels are painted from one, which is not cheap.
+    using PlanKey = std::tuple<double, double, double, QFont, QString, int, int, bool, Qt::Orientation>;
+    void updatePlan(double length);
+
     TickPlan m_plan; // of the last repaint
+    std::optional<PlanKey> m_planKey;
     int m_widestText = 0; // of all repaints of this range
 };
 

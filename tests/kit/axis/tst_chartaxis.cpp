@@ -239,6 +239,8 @@ void tst_chartaxis::fixedTicks()
     axis.setFormatter(&formatter);
     axis.setTickInterval(ValueAxis::ScaledDecimal);
     QVERIFY(textsOf(axis).contains("<100>"));
+    axis.setFormatter(nullptr);
+    QVERIFY(textsOf(axis).contains("100"));
 }
 
 void tst_chartaxis::time()
