@@ -54,7 +54,7 @@ TestCase {
     }
 
     function test_wrong() {
-        ignoreWarning(/^Trace "level" \(tst_charttelling.qml:38\) cannot use the address "meter", which has no comma/);
+        ignoreWarning(/^PlotSeries of Trace "level" \(tst_charttelling.qml:38\) cannot use the address "meter", which has no comma/);
         const chart = createTemporaryObject(wrong, testCase);
         wait(1200);
     }
