@@ -30,18 +30,24 @@ void BusValue::findItem()
     if (m_item)
         m_item->disconnect(this);
     m_item = nullptr;
+    if (m_client)
+        m_client->disconnect(this);
+    m_client = nullptr;
     const QStringList fields = m_dbusAddress.split(',');
     if (fields.size() != 2 || m_key.isEmpty())
         return;
-    ORNClientInterface *client = ORNClientInterface::getSessionBusClient(fields.first(), this);
-    if (!client)
+    m_client = ORNClientInterface::getSessionBusClient(fields.first(), this);
+    if (!m_client)
         return;
     const QString name = fields.last() + '_' + m_key + ':';
-    m_item = client->getItem(name);
+    m_item = m_client->getItem(name);
     if (!m_item)
-        m_item = client->getItem(name + "doubleARRAY:");
-    if (!m_item)
+        m_item = m_client->getItem(name + "doubleARRAY:");
+    if (!m_item) {
+        // By name, since only this system's own client has the signal: the service, or the item, comes later.
+        connect(m_client, SIGNAL(itemAdded(QString)), this, SLOT(findItem()));
         return;
+    }
     connect(m_item, &ORNClientItem::valueChanged, this, &BusValue::takeValue);
     if (const auto *array = qobject_cast<ORNVecClientItem *>(m_item))
         connect(array, &ORNVecClientItem::sizeChanged, this, &BusValue::takeValue);

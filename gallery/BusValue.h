@@ -4,6 +4,7 @@
 
 #include <QPointer>
 
+class ORNClientInterface;
 class ORNClientItem;
 
 namespace gallery {
@@ -30,13 +31,13 @@ signals:
     void addressChanged();
 
 private slots:
+    void findItem();
     void takeValue();
 
 private:
-    void findItem();
-
     QString m_dbusAddress;
     QString m_key;
+    QPointer<ORNClientInterface> m_client;
     QPointer<ORNClientItem> m_item;
 };
 
