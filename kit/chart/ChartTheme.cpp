@@ -135,8 +135,8 @@ void ChartTheme::setGridWidth(int pixels)
     \qmlproperty string ChartTheme::fontFamily
     \qmlproperty int ChartTheme::fontSize
     All texts of the chart: title, numbers, legend, readings. fontSize in pixels, 14 by default, at least 1;
-   the title is a little larger. The family is Roboto by default; where it is not installed the system chooses
-   another one.
+    the title is a little larger. The family is Roboto by default; where it is not installed the system chooses
+    another one.
 */
 void ChartTheme::setTextColor(const QColor &color)
 {
@@ -157,8 +157,8 @@ void ChartTheme::setFontSize(int pixels)
     \qmlproperty list<color> ChartTheme::traceColors
     \qmlproperty int ChartTheme::lineWidth
     The colours of the traces that name none, in the order of the traces; with more traces they start again.
-   By default colours that colour-blind people can tell apart. lineWidth in pixels, 1 by default, for traces
-   that name none.
+    By default colours that colour-blind people can tell apart. lineWidth in pixels, 1 by default, for traces
+    that name none.
 */
 void ChartTheme::setTraceColors(const QVariantList &colors)
 {

@@ -45,10 +45,10 @@ constexpr int stepPause = 400;
 
     Traces may come and go at any time: as children, from a Repeater, an Instantiator or a Loader, and from
     createObject(chart). All other plots can be children too; one whose data has no axes gets the axes of the
-   chart. A plot that is black, the colour of a plot that names none, gets a colour of the theme.
+    chart. A plot that is black, the colour of a plot that names none, gets a colour of the theme.
 
     Without a size it is 400 by 240 pixels. Items that have a size of their own stay where they are; others
-   are stretched over the plot area.
+    are stretched over the plot area.
 */
 ChartView::ChartView(QQuickItem *parent)
     : GraphView(parent)
@@ -121,21 +121,21 @@ ChartView::~ChartView()
 /*!
     \qmlmethod bool Chart::exportImage(string file, real scale = 1)
     Writes a picture of the chart to a path or file URL that ends with .png, .svg or .pdf: the chart as it is
-   now, as large as it is times scale (at most 16384 pixels each way). SVG and PDF hold lines and texts, not
-   pixels. Gives whether it began; exportFinished() tells the end in any case. Another thread writes the file,
-   which appears complete or not at all.
+    now, as large as it is times scale (at most 16384 pixels each way). SVG and PDF hold lines and texts, not
+    pixels. Gives whether it began; exportFinished() tells the end in any case. Another thread writes the file,
+    which appears complete or not at all.
 
     \qmlmethod bool Chart::exportData(string file, bool all = false)
     Writes the samples of the visible traces as CSV, those in the visible range of x or all: a line of names
-   with units, then a line for each sample. Traces at the same x share a column of it. Numbers have points and
-   are exact whatever the locale; a gap is an empty field. Begins and ends like exportImage().
+    with units, then a line for each sample. Traces at the same x share a column of it. Numbers have points and
+    are exact whatever the locale; a gap is an empty field. Begins and ends like exportImage().
 
     \qmlmethod void Chart::cancelExport()
     Ends all exports that go on, without files.
 
     \qmlsignal Chart::exportFinished(string file, string error)
     The error is empty when the file is there, or else a sentence, which is also in the log (category \c
-   graph.kit) unless the export was cancelled.
+    graph.kit) unless the export was cancelled.
 
     \qmlproperty real Chart::exportProgress
     \readonly
@@ -161,6 +161,79 @@ void ChartView::cancelExport()
     m_export->cancel();
 }
 
+/*!
+    \qmlproperty ZoomSwitches Chart::zoom
+    What gestures, wheel and keys may do, by its switches: false in \c zoom.vertical keeps all of y in view.
+
+    \qmlproperty CursorSwitches Chart::cursor
+    The cursor that a tap or the mouse brings, by its switches.
+
+    \qmlproperty LegendSwitches Chart::legend
+    The list of traces, by its switches.
+
+    \qmlproperty Item Chart::underlay
+    \qmlproperty Item Chart::overlay
+    \qmlproperty bool Chart::touched
+    \qmlproperty Item Chart::flickable
+    \qmlmethod Chart::showAllOf(Qt::Orientation)
+    \qmlmethod Chart::recordStep()
+    \qmlmethod Chart::zoomBeside()
+    \qmlmethod Chart::panBeside()
+    \internal
+*/
+/*!
+    \qmltype ZoomSwitches
+    \brief What the user's hand may do to a Chart, its `zoom`.
+
+    \qmlproperty bool ZoomSwitches::enabled
+    Anything at all; true by default, as all of these.
+
+    \qmlproperty bool ZoomSwitches::horizontal
+    \qmlproperty bool ZoomSwitches::vertical
+    Along x and along y.
+
+    \qmlproperty bool ZoomSwitches::box
+    Zoom to a box with the right button or a long press.
+
+    \qmlproperty bool ZoomSwitches::axes
+    Gestures over an axis, which move only that axis.
+
+    \qmlproperty bool ZoomSwitches::keys
+    The keyboard.
+*/
+/*!
+    \qmltype CursorSwitches
+    \brief The cursor that a Chart has of its own, its `cursor`.
+
+    \qmlproperty bool CursorSwitches::enabled
+    Whether there is one; true by default, as all of these.
+
+    \qmlproperty bool CursorSwitches::hover
+    Whether it follows the mouse, not only taps.
+
+    \qmlproperty bool CursorSwitches::readings
+    Whether the values at the cursor are shown.
+*/
+/*!
+    \qmltype LegendSwitches
+    \brief The list of traces in a Chart, its `legend`.
+
+    \qmlproperty bool LegendSwitches::enabled
+    Whether there is one; true by default.
+
+    \qmlproperty int LegendSwitches::leastTraces
+    With how many traces it appears; 2 by default.
+
+    \qmlproperty bool LegendSwitches::atRight
+    \qmlproperty bool LegendSwitches::atBottom
+    Its corner of the plot area; the upper right one by default.
+
+    \qmlproperty bool LegendSwitches::inARow
+    Its names beside each other instead of below each other.
+
+    \qmlproperty bool LegendSwitches::values
+    Whether it tells the values at the cursor.
+*/
 /*!
     \qmlproperty string Chart::title
     Above the plot area; empty by default, and without a title there is no room for one.
@@ -216,8 +289,8 @@ void ChartView::setTheme(const QVariant &theme)
     \qmlproperty ChartAxis Chart::axisY
     \readonly
     The axes at the bottom and on the left, as groups: \c {axisX.unit: "s"}. An axis whose range the document
-   writes keeps it; else it follows the data, as \c autoRange has it: ChartAxis.Fit unless the document says
-   otherwise. Further axes are children of the chart.
+    writes keeps it; else it follows the data, as \c autoRange has it: ChartAxis.Fit unless the document says
+    otherwise. Further axes are children of the chart.
 */
 QVariantList ChartView::traces() const
 {

@@ -252,8 +252,8 @@ void ChartView::nameUnits()
     \qmlmethod void Chart::showRange(real from, real to)
     \qmlmethod void Chart::showRangeY(real from, real to)
     Shows that part of axisX or axisY, in their units and in one step; the ends may come in either order, and
-   may lie beyond the data. Without effect where an end is no number, or both are the same. Holds a chart that
-   follows its data.
+    may lie beyond the data. Without effect where an end is no number, or both are the same. Holds a chart that
+    follows its data.
 */
 void ChartView::showRange(double from, double to)
 {
@@ -278,7 +278,7 @@ void ChartView::showRangeY(double from, double to)
     \qmlmethod void Chart::back()
     \qmlmethod void Chart::forward()
     Through the zooms: each showRange(), box or other gesture, and a series of turns of the wheel, is one
-   step.
+    step.
 
     \qmlproperty bool Chart::canGoBack
     \qmlproperty bool Chart::canGoForward
@@ -446,11 +446,11 @@ void ChartView::setFlickable(QQuickItem *flickable)
 /*!
     \qmlproperty real Chart::follow
     The width of a window, in units of axisX, that rolls with the newest data; 0, the default, for none. Until
-   there is that much data the window waits for it.
+    there is that much data the window waits for it.
 
     \qmlproperty bool Chart::following
     Whether the window rolls. Panning, zooming and showRange() hold it; write true, or press the button in the
-   corner, to go on.
+    corner, to go on.
 */
 void ChartView::setFollow(double seconds)
 {
@@ -488,7 +488,7 @@ double ChartView::followedSeconds() const
 /*!
     \qmlproperty Chart Chart::zoomWith
     Another chart, with which this one shares what is visible of axisX; null by default. More than two charts
-   share it when each names one of the others.
+    share it when each names one of the others.
 */
 void ChartView::setZoomWith(ChartView *other)
 {

@@ -48,10 +48,10 @@ QQmlError report(const QObject *object, const QString &sentence)
     \brief Tells why something of a chart is not to be seen, and what to write instead.
 
     A child of a GraphView. It looks at the chart one second after the chart came, after plots were added and
-   after the first samples of data arrived, and says each thing once: in the log, category \c graph.kit, with
-   type, id (or objectName), file and line of the item, and to those who listen to QQmlEngine::warnings. It is
-   silent about what is hidden or merely empty. A Chart has one of its own. With \c {enabled: false} it does
-   not look.
+    after the first samples of data arrived, and says each thing once: in the log, category \c graph.kit, with
+    type, id (or objectName), file and line of the item, and to those who listen to QQmlEngine::warnings. It is
+    silent about what is hidden or merely empty. A Chart has one of its own. With \c {enabled: false} it does
+    not look.
 
     \code
     GraphView {

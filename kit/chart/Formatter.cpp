@@ -34,8 +34,8 @@ Formatter::~Formatter() = default;
 /*!
     \qmlproperty var Formatter::text
     A function that makes a text of a value. It is to depend on nothing but the value, or on what is the same
-   for all repaints of an axis. Undefined by default: then unit, sigDigs and precision say how a value is
-   written.
+    for all repaints of an axis. Undefined by default: then unit, sigDigs and precision say how a value is
+    written.
 */
 void Formatter::setText(const QJSValue &text)
 {
@@ -46,7 +46,7 @@ void Formatter::setText(const QJSValue &text)
 /*!
     \qmlproperty string Formatter::unit
     The unit, empty by default. Hz, s, m, V, A, W, ohm, bit/s and B are written with prefixes; any other one
-   as it is, behind the number.
+    as it is, behind the number.
 
     \qmlproperty int Formatter::sigDigs
     \qmlproperty int Formatter::precision

@@ -47,8 +47,8 @@ double rowOf(const QMouseEvent &event)
     \endcode
 
     It is a bar with labels at its right, 64 pixels wide unless it is given a width. The upper and the lower
-   third of the bar can be dragged to move \c to and \c from of the plot, what is between to move both; a
-   double click or tap lets both follow the levels again.
+    third of the bar can be dragged to move \c to and \c from of the plot, what is between to move both; a
+    double click or tap lets both follow the levels again.
 
     \qmlproperty AbstractPlot ColorScale::plot
     A WaterfallPlot or a HeatmapPlot; null by default, and nothing is shown for any other plot.

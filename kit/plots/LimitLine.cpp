@@ -36,14 +36,14 @@ QVector<double> numbersOf(const QObject *line, const char *property, const QVari
     \brief A line that samples are not to cross, and whether they do.
 
     \code
-    LimitLine { positions: [20, 1000, 20000]; values: [-40, -20, -40]; series: spectrum; kind: LimitLine.Upper
-   } \endcode
+    LimitLine { positions: [20, 1000, 20000]; values: [-40, -20, -40]; series: spectrum; kind: LimitLine.Upper }
+    \endcode
 
     \qmlproperty list<real> LimitLine::positions
     \qmlproperty list<real> LimitLine::values
     The points of the line in units of the axes, in any order; between them it is straight on the screen, also
-   on a logarithmic axis. Beside it there is no limit, nor where a value is NaN; two points at one position
-   are a jump. One value without positions holds everywhere. Empty by default.
+    on a logarithmic axis. Beside it there is no limit, nor where a value is NaN; two points at one position
+    are a jump. One value without positions holds everywhere. Empty by default.
 */
 LimitLine::LimitLine(QQuickItem *parent)
     : GraphPlot(parent)
@@ -120,7 +120,7 @@ void LimitLine::setKind(Kind kind)
     \qmlproperty real LimitLine::margin
     \readonly
     The least distance of a sample from the limit, in units of y, negative beyond it; NaN while none has been
-   compared.
+    compared.
 
     \qmlproperty real LimitLine::worstAt
     \readonly

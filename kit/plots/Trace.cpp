@@ -42,12 +42,12 @@ TraceLook lookOf(const Trace &trace)
     \endcode
 
     The line runs on to the edges of the view where samples lie outside of it, and straight over pixel columns
-   into which none falls. NaN leaves a gap, a sample without neighbours is a dot. Where many samples share a
-   pixel column the line covers them all, from the smallest to the largest. What is drawn follows style, color
-   and lineWidth; the properties of GraphPlot for its own styles have no effect.
+    into which none falls. NaN leaves a gap, a sample without neighbours is a dot. Where many samples share a
+    pixel column the line covers them all, from the smallest to the largest. What is drawn follows style, color
+    and lineWidth; the properties of GraphPlot for its own styles have no effect.
 
     Data comes from the first of series, address and values that is given; two of them at once are a warning
-   in the category \c graph.kit.
+    in the category \c graph.kit.
 
     \qmlproperty bool Trace::antialiasing
     Whether edges are smoothed, false by default. Smoothed lines through noise cost many times as much.
@@ -77,7 +77,7 @@ void Trace::componentComplete()
 /*!
     \qmlproperty list<real> Trace::values
     The values: an array, a typed array, or a list property of a C++ object. What is no number leaves a gap.
-   Empty by default.
+    Empty by default.
 */
 void Trace::setValues(const QVariant &values)
 {
@@ -101,7 +101,7 @@ void Trace::setValues(const QVector<double> &values)
 /*!
     \qmlproperty real Trace::interval
     The distance in x from one value to the next; 1 by default, negative ones run backwards. Of values, and of
-   those of an address.
+    those of an address.
 */
 void Trace::setInterval(double interval)
 {
@@ -128,7 +128,7 @@ void Trace::setStart(double start)
 /*!
     \qmlproperty list<real> Trace::positions
     An x for each value, in any order, in place of start and interval; a list like values. The shorter of the
-   two lists counts. Undefined by default.
+    two lists counts. Undefined by default.
 */
 void Trace::setPositions(const QVariant &positions)
 {
@@ -152,7 +152,7 @@ void Trace::setPositions(const QVector<double> &positions)
 /*!
     \qmlproperty PlotData Trace::series
     A data object of any kind, null by default. What it says of itself, such as its units, stays as it is;
-   only where it has no unit it takes that of the trace.
+    only where it has no unit it takes that of the trace.
 */
 void Trace::setSeries(PlotData *series)
 {
@@ -213,7 +213,7 @@ void Trace::setUnit(const QString &unit)
 /*!
     \qmlproperty color Trace::color
     The colour of the line, the bars or the dots. A chart gives each trace without one the next colour of its
-   theme; elsewhere it is black.
+    theme; elsewhere it is black.
 */
 void Trace::setColor(const QColor &color)
 {
@@ -253,7 +253,7 @@ void Trace::handlePenColor()
 /*!
     \qmlproperty int Trace::lineWidth
     The width of the line in pixels, from 1 to 64. A chart's theme chooses it where the document does not; 2
-   elsewhere. Dots grow with it.
+    elsewhere. Dots grow with it.
 */
 void Trace::setLineWidth(int width)
 {
@@ -281,7 +281,7 @@ void Trace::setDefaultLineWidth(int width)
 /*!
     \qmlproperty enumeration Trace::style
     Trace.Line (default); Trace.Area, which also fills what lies between line and baseline; Trace.Steps, which
-   keeps each value until the next; Trace.Bars from the baseline; Trace.Points; Trace.LineAndPoints.
+    keeps each value until the next; Trace.Bars from the baseline; Trace.Points; Trace.LineAndPoints.
 */
 void Trace::setStyle(Style style)
 {

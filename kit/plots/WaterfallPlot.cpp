@@ -35,9 +35,9 @@ template <typename T> bool store(T &member, const T &value)
     \endcode
 
     x is that of the columns, which stand around start, start + interval and so on. y counts away from 0,
-   where the newest row is: downwards to negative numbers, or upwards, by rowInterval a row. Without an axis
-   all columns, or all rows, are shown. Where several levels share a pixel the largest is shown; NaN is
-   transparent.
+    where the newest row is: downwards to negative numbers, or upwards, by rowInterval a row. Without an axis
+    all columns, or all rows, are shown. Where several levels share a pixel the largest is shown; NaN is
+    transparent.
 
     plotData is the row of the number readRow, so that a cursor of the chart reads its levels.
 */
@@ -57,7 +57,7 @@ WaterfallPlot::~WaterfallPlot()
 /*!
     \qmlproperty int WaterfallPlot::rows
     How many rows are kept, 500 by default and at least 1. Of rows so long that these would take more than 256
-   MiB fewer are kept.
+    MiB fewer are kept.
 
     \qmlproperty int WaterfallPlot::count
     \readonly
@@ -81,7 +81,7 @@ void WaterfallPlot::setRows(int rows)
     \qmlproperty real WaterfallPlot::start
     \qmlproperty real WaterfallPlot::interval
     The x of the first column, 0 by default, and the distance to the next one, 1 by default. Those of a series
-   are taken from it.
+    are taken from it.
 */
 void WaterfallPlot::setStart(double start)
 {
@@ -104,7 +104,7 @@ void WaterfallPlot::setInterval(double interval)
 /*!
     \qmlproperty real WaterfallPlot::rowInterval
     The distance in y from one row to the next, greater than 0; 1 by default. With the time between rows, in
-   seconds, the vertical axis is in seconds.
+    seconds, the vertical axis is in seconds.
 */
 void WaterfallPlot::setRowInterval(double interval)
 {
@@ -117,7 +117,7 @@ void WaterfallPlot::setRowInterval(double interval)
 /*!
     \qmlproperty enumeration WaterfallPlot::direction
     WaterfallPlot.Down (default): the newest row is at the top, at y = 0, and older ones below it have
-   negative y. WaterfallPlot.Up: the newest row is at the bottom, at y = 0.
+    negative y. WaterfallPlot.Up: the newest row is at the bottom, at y = 0.
 */
 void WaterfallPlot::setDirection(Direction direction)
 {
@@ -137,7 +137,7 @@ void WaterfallPlot::placeRows(double interval, Direction direction)
 /*!
     \qmlproperty PlotData WaterfallPlot::series
     Data of which each change, that is each plotChanged(), is a row; null by default. Its samples are taken to
-   be equally spaced from the first to the last.
+    be equally spaced from the first to the last.
 */
 void WaterfallPlot::setSeries(PlotData *series)
 {
@@ -168,7 +168,7 @@ void WaterfallPlot::takeSeries()
 /*!
     \qmlmethod void WaterfallPlot::addRow(list<real> levels)
     A new row of levels, a list or a typed array; from C++ also a pointer and a count. A row of another length
-   than the former clears those, with a line in the category \c graph.kit; an empty one clears them silently.
+    than the former clears those, with a line in the category \c graph.kit; an empty one clears them silently.
 */
 void WaterfallPlot::addRow(const QVariant &levels)
 {
@@ -205,8 +205,8 @@ void WaterfallPlot::clear()
 /*!
     \qmlproperty var WaterfallPlot::colorMap
     "viridis" (default), "turbo", "inferno" or "grey", or a list of colours from the smallest to the largest
-   level; one colour is that of all levels. Anything else is a line in the category \c graph.kit and leaves
-   the map as it is.
+    level; one colour is that of all levels. Anything else is a line in the category \c graph.kit and leaves
+    the map as it is.
 */
 void WaterfallPlot::setColorMap(const QVariant &map)
 {
@@ -225,8 +225,8 @@ void WaterfallPlot::setColorMap(const QVariant &map)
     \qmlproperty real WaterfallPlot::from
     \qmlproperty real WaterfallPlot::to
     The levels of the first and of the last colour; \c from may be the greater one. Levels beyond them have
-   these colours. One that is not set, or reset with undefined, follows the levels that have been seen; -100
-   and 0 without any.
+    these colours. One that is not set, or reset with undefined, follows the levels that have been seen; -100
+    and 0 without any.
 */
 void WaterfallPlot::setFrom(double level)
 {

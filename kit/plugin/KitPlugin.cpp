@@ -23,6 +23,8 @@
 #include "kit/plots/Trace.h"
 #include "kit/plots/WaterfallPlot.h"
 #include "platform/bus/OrnData.h"
+#include "platform/ui/BaseFormatter.h"
+#include "view/zoom/ZoomRect.h"
 
 #include <QtQml>
 
@@ -31,8 +33,10 @@ void KitPlugin::registerTypes(const char *uri)
     qmlRegisterModule(uri, 1, 0);
     // The types of properties, for documents that import no other module.
     qmlRegisterAnonymousType<AbstractPlot>(uri, 1);
+    qmlRegisterAnonymousType<BaseFormatter>(uri, 1);
     qmlRegisterAnonymousType<PlotData>(uri, 1);
     qmlRegisterAnonymousType<ValueAxis>(uri, 1);
+    qmlRegisterAnonymousType<ZoomRect>(uri, 1);
     qmlRegisterType<graph::Average>(uri, 1, 0, "Average");
     qmlRegisterType<graph::ChartAxis>(uri, 1, 0, "ChartAxis");
     qmlRegisterType<graph::ChartTheme>(uri, 1, 0, "ChartTheme");

@@ -9,7 +9,7 @@ namespace reference {
 QString page(const QmlType &type, const QmlTypes &types, const CommentTexts &texts, QStringList *missing);
 
 // The list of all pages.
-QString index(const QmlTypes &types, const CommentTexts &texts);
+QString index(const QString &module, const QmlTypes &types, const CommentTexts &texts);
 
 // Whether the type has a page: attached types stand on that of their owner.
 bool hasPage(const QmlType &type, const QmlTypes &types);

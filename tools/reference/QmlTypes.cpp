@@ -79,6 +79,14 @@ private:
     int m_position = 0;
 };
 
+const QString space = QStringLiteral("graph::");
+
+// As documents call it: without the namespace of C++, and what Chart.qml adds its interactive parts to is the chart.
+QString withoutNamespace(QString type)
+{
+    return type == space + "ChartView" ? QStringLiteral("Chart") : type.remove(space);
+}
+
 QString qmlName(const Node &node)
 {
     static const QMap<QString, QString> names = {
@@ -98,7 +106,7 @@ QString qmlName(const Node &node)
         {"QVector<qreal>", "list<double>"},
         {"QVector<double>", "list<double>"},
     };
-    const QString type = names.value(node.value("type"), node.value("type"));
+    const QString type = names.value(node.value("type"), withoutNamespace(node.value("type")));
     return node.value("isList") == "true" ? "list<" + type + ">" : type;
 }
 
@@ -113,8 +121,8 @@ Function function(const Node &node)
 QmlType qmlType(const Node &component)
 {
     QmlType type;
-    type.name = component.value("name");
-    type.base = component.value("prototype");
+    type.name = withoutNamespace(component.value("name"));
+    type.base = withoutNamespace(component.value("prototype"));
     type.attachedType = component.value("attachedType");
     type.exported = component.values.contains("exports");
     type.creatable = type.exported && component.value("isCreatable") != "false";
@@ -151,10 +159,14 @@ bool QmlType::hasProperty(const QString &property) const
 QmlTypes qmlTypes(const QString &text)
 {
     QmlTypes types;
+    // A module with a namespace of its own lists others' types as well, those that it is built on.
+    const bool hasSpace = text.contains("name: \"" + space);
     const Node module = Reader(tokens(text)).node();
     for (const Node &child : module.children) {
-        if (child.kind == "Component")
-            types.insert(child.value("name"), qmlType(child));
+        if (child.kind == "Component" && (!hasSpace || child.value("name").startsWith(space))) {
+            const QmlType type = qmlType(child);
+            types.insert(type.name, type);
+        }
     }
     return types;
 }

@@ -67,6 +67,23 @@ void addRenderTargets(QmlTypes *types, CommentTexts *texts)
     }
 }
 
+bool hasMember(const QmlType &type, const QString &name)
+{
+    const auto isMember = [&name](const Function &function) { return function.name == name; };
+    return type.hasProperty(name) || std::any_of(type.methods.begin(), type.methods.end(), isMember) ||
+           std::any_of(type.signalList.begin(), type.signalList.end(), isMember);
+}
+
+// Properties of a base from the module below that have another text here.
+void addInherited(QmlType *type, const CommentTexts &texts)
+{
+    for (const QString &topic : texts.texts.keys()) {
+        const QString member = topic.section("::", 1);
+        if (topic.startsWith(type->name + "::") && !hasMember(*type, member))
+            type->properties.append({member, QString(), false});
+    }
+}
+
 // Texts about what the module does not have, most often misspelled.
 QStringList strayTopics(const QmlTypes &types, const CommentTexts &texts)
 {
@@ -74,11 +91,8 @@ QStringList strayTopics(const QmlTypes &types, const CommentTexts &texts)
     for (const QString &topic : texts.texts.keys()) {
         const QString member = topic.section("::", 1);
         const QmlType type = types.value(topic.section("::", 0, 0));
-        const auto isMember = [&member](const Function &function) { return function.name == member; };
-        const bool known = member.isEmpty() || type.hasProperty(member) ||
-                           types.value(type.attachedType).hasProperty(member) ||
-                           std::any_of(type.methods.begin(), type.methods.end(), isMember) ||
-                           std::any_of(type.signalList.begin(), type.signalList.end(), isMember);
+        const bool known = member.isEmpty() || hasMember(type, member) ||
+                           types.value(type.attachedType).hasProperty(member);
         if (type.name.isEmpty() || !known)
             stray.append(topic);
     }
@@ -107,21 +121,22 @@ bool publish(const QString &path, const QString &text, bool check)
 
 } // namespace
 
-// make_reference [--check] TYPES SOURCES PAGES: TYPES is a plugins.qmltypes file, SOURCES the folder whose
-// .cpp files hold the comments, PAGES the folder of the pages. Fails when something public has no text;
-// --check writes nothing and fails when a page is not up to date.
+// make_reference [--check] MODULE TYPES SOURCES PAGES: TYPES is the module's plugins.qmltypes file, SOURCES the folder
+// whose .cpp files hold the comments, PAGES the folder of the pages; the pages of a module that this one is built on
+// lie in the folder above. Fails when something public has no text; --check writes nothing and fails when a page is
+// not up to date.
 int main(int argc, char **argv)
 {
     const QCoreApplication application(argc, argv);
     QStringList arguments = QCoreApplication::arguments().mid(1);
     const bool check = arguments.removeAll("--check") > 0;
-    if (arguments.size() != 3) {
-        std::fprintf(stderr, "usage: make_reference [--check] TYPES SOURCES PAGES\n");
+    if (arguments.size() != 4) {
+        std::fprintf(stderr, "usage: make_reference [--check] MODULE TYPES SOURCES PAGES\n");
         return 2;
     }
-    QmlTypes types = qmlTypes(contents(arguments.at(0)));
-    CommentTexts texts = commentTexts(arguments.at(1));
-    const QDir folder(arguments.at(2));
+    QmlTypes types = qmlTypes(contents(arguments.at(1)));
+    CommentTexts texts = commentTexts(arguments.at(2));
+    const QDir folder(arguments.at(3));
     if (types.isEmpty() || texts.texts.isEmpty() || !folder.mkpath(".")) {
         std::fprintf(stderr, "nothing to read or nowhere to write\n");
         return 2;
@@ -129,6 +144,12 @@ int main(int argc, char **argv)
 
     absorbHiddenBases(&types, texts);
     addRenderTargets(&types, &texts);
+    for (QmlType &type : types) {
+        if (!types.contains(type.base) && folder.exists("../" + type.base + ".md")) {
+            addInherited(&type, texts);
+            type.base = QStringLiteral("[%1](../%1.md)").arg(type.base);
+        }
+    }
 
     QStringList missing;
     QStringList unexpected = folder.entryList({"*.md"});
@@ -141,7 +162,7 @@ int main(int argc, char **argv)
         if (hasPage(type, types))
             write(type.name + ".md", page(type, types, texts, &missing));
     }
-    write("README.md", index(types, texts));
+    write("README.md", index(arguments.at(0), types, texts));
     problems += complaints("no text for", missing);
     problems += complaints("text for something unknown", strayTopics(types, texts));
     problems += complaints("more than one text for", texts.repeated);
