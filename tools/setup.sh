@@ -25,6 +25,7 @@ case "$preset" in
     asan | fuzz) packages+=(clang libclang-rt-14-dev) ;;
     package) packages=(mmdebstrap lintian) ;;
     tsan) packages+=(clang libclang-rt-14-dev xvfb xauth libgl1-mesa-dri) ;;
+    docs) packages=(mkdocs) ;;
 esac
 missing=()
 for package in "${packages[@]}"; do
