@@ -17,5 +17,5 @@ if [ "${1:-}" = --qt6 ]; then
 fi
 tools/setup.sh "$preset"
 cmake --preset "$preset" >/dev/null
-cmake --build --preset "$preset" --target gallery
+cmake --build --preset "$preset" --target gallery graph-view
 exec "build/$preset/bin/graph-gallery" "$@"
