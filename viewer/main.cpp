@@ -5,6 +5,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QEventLoop>
+#include <QFont>
 #include <QGuiApplication>
 #include <QPainter>
 #include <QQmlComponent>
@@ -150,5 +151,7 @@ int main(int argc, char **argv)
     if (!options.picture.isEmpty())
         drawing = std::make_unique<gallery::HeadlessDrawing>();
     QGuiApplication application(argc, argv);
+    if (drawing)
+        QGuiApplication::setFont(QFont("Roboto", 11));
     return show(&application, options);
 }

@@ -33,7 +33,7 @@ must_succeed(${CXX} -std=c++17 -fPIC ${SOURCE}/publisher/main.cpp -o ${BUILD}/pu
 set(stopped 124)
 set(ENV{QML2_IMPORT_PATH} ${PREFIX}/${QML_DIR})
 file(GLOB sources ${SOURCE}/*/main.cpp)
-list(TRANSFORM sources REPLACE ".*/([a-z]+)/main.cpp" "${BUILD}/example_\\1" OUTPUT_VARIABLE programs)
+list(TRANSFORM sources REPLACE ".*/([a-z_]+)/main.cpp" "${BUILD}/example_\\1" OUTPUT_VARIABLE programs)
 foreach(program ${programs} ${BUILD}/publisher)
   # What the bus itself says does not count.
   run(dbus-run-session -- sh -c "timeout 2 ${program} >${BUILD}/output 2>&1")
@@ -42,5 +42,14 @@ foreach(program ${programs} ${BUILD}/publisher)
   string(REGEX REPLACE "QStandardPaths: [^\n]*\n" "" output "${output}")
   if(NOT status EQUAL stopped OR NOT output STREQUAL "")
     message(FATAL_ERROR "${program}\nstatus ${status}\n${output}")
+  endif()
+endforeach()
+
+# Documents that need no program: shown with the viewer, they say nothing either.
+foreach(document audio/audio waterfall/waterfall)
+  run(${PREFIX}/bin/graph-view ${SOURCE}/${document}.qml --shot ${BUILD}/picture.png --wait 1500)
+  string(REGEX REPLACE "QStandardPaths: [^\n]*\n" "" output "${output}")
+  if(NOT status EQUAL 0 OR NOT output STREQUAL "")
+    message(FATAL_ERROR "${document}.qml\nstatus ${status}\n${output}")
   endif()
 endforeach()
