@@ -253,7 +253,7 @@ void ChartAxis::setDataExtent(double lowest, double highest, double leastPositiv
     AutoRangeRequest request;
     request.scale = scaleKind();
     request.onlyGrows = m_autoRange == Grow;
-    request.hasHeadRoom = orientation() == Qt::Vertical;
+    request.hasHeadRoom = orientation() == Qt::Vertical && m_hasHeadRoom;
     request.present = m_hasFollowedData ? &present : nullptr;
     request.data = {lowest, highest, leastPositive};
     if (!std::isfinite(lowest) || !std::isfinite(highest))

@@ -58,6 +58,8 @@ public:
     void setDataExtent(double lowest, double highest, double leastPositive = 0.0);
     // There is none any more: the next ones are the first.
     void clearDataExtent() { m_hasFollowedData = false; }
+    // Whether a vertical axis keeps some room around the data, true by default.
+    void setHeadRoom(bool on) { m_hasHeadRoom = on; }
 
     bool hasOwnMargin() const override { return true; }
     AxisLook look() const override;
@@ -113,6 +115,7 @@ private:
     std::optional<double> m_writtenMin;
     std::optional<double> m_writtenMax;
     bool m_hasFollowedData = false;
+    bool m_hasHeadRoom = true;
     bool m_hasComplained = false;
     // The margin follows the required one until the document writes another.
     int m_followedMargin = 0;

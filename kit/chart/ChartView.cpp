@@ -7,12 +7,15 @@
 #include "kit/chart/Diagnosis.h"
 #include "kit/chart/LegendSwitches.h"
 #include "kit/chart/ZoomSwitches.h"
+#include "kit/plots/ColorScale.h"
 #include "view/base/AbstractPlot.h"
 #include "view/base/XYScale.h"
 #include "view/zoom/ZoomRect.h"
 
 #include <QQuickWindow>
 #include <QSGRectangleNode>
+
+#include <algorithm>
 
 namespace graph {
 
@@ -46,6 +49,9 @@ constexpr int stepPause = 400;
     Traces may come and go at any time: as children, from a Repeater, an Instantiator or a Loader, and from
     createObject(chart). All other plots can be children too; one whose data has no axes gets the axes of the
     chart. A plot that is black, the colour of a plot that names none, gets a colour of the theme.
+
+    The ranges of axes with a WaterfallPlot are exactly its extent, without a grid, and a ColorScale is placed at
+    the right of the plot area.
 
     Without a size it is 400 by 240 pixels. Items that have a size of their own stay where they are; others
     are stretched over the plot area.
@@ -96,10 +102,10 @@ ChartView::ChartView(QQuickItem *parent)
     connect(zoomRect(), &ZoomRect::rectChanged, ears, [this] { handleRectChanged(); });
     connect(zoomRect(), &ZoomRect::movingChanged, ears, [this] { updateRangesLater(); });
     connect(this, &QQuickItem::visibleChanged, ears, [this] { updateRangesLater(); });
-    connect(plotArea(), &QQuickItem::xChanged, ears, [this] { update(); });
-    connect(plotArea(), &QQuickItem::yChanged, ears, [this] { update(); });
-    connect(plotArea(), &QQuickItem::widthChanged, ears, [this] { update(); });
-    connect(plotArea(), &QQuickItem::heightChanged, ears, [this] { update(); });
+    connect(plotArea(), &QQuickItem::xChanged, ears, [this] { handleAreaChanged(); });
+    connect(plotArea(), &QQuickItem::yChanged, ears, [this] { handleAreaChanged(); });
+    connect(plotArea(), &QQuickItem::widthChanged, ears, [this] { handleAreaChanged(); });
+    connect(plotArea(), &QQuickItem::heightChanged, ears, [this] { handleAreaChanged(); });
     connect(m_zoom, &ZoomSwitches::changed, ears, [this] {
         zoomRect()->setZoomAxis((m_zoom->horizontal() ? Qt::Horizontal : Qt::Orientations()) |
                                 (m_zoom->vertical() ? Qt::Vertical : Qt::Orientations()));
@@ -219,7 +225,8 @@ void ChartView::cancelExport()
     \brief The list of traces in a Chart, its `legend`.
 
     \qmlproperty bool LegendSwitches::enabled
-    Whether there is one; true by default.
+    Whether there is one; true by default. A chart that is small both ways, below about 400 by 300 pixels, needs
+    the room for its traces and shows none.
 
     \qmlproperty int LegendSwitches::leastTraces
     With how many traces it appears; 2 by default.
@@ -244,7 +251,7 @@ void ChartView::setTitle(const QString &title)
         return;
     m_title = title;
     emit titleChanged();
-    handleMarginsChanged();
+    makeRoom();
 }
 
 /*!
@@ -309,7 +316,11 @@ void ChartView::applyColors()
             applyColors(state.axis);
     }
     colorTraces();
-    handleMarginsChanged();
+    for (ColorScale *scale : qAsConst(m_colorScales)) {
+        if (scale)
+            scale->setDefaultLook(m_colors->textColor(), m_colors->font());
+    }
+    makeRoom();
     update();
     emit colorsChanged();
 }
@@ -328,8 +339,21 @@ void ChartView::applyColors(ValueAxis *axis)
 QMargins ChartView::reservedMargins() const
 {
     const int size = m_colors ? m_colors->fontSize() : 0;
-    const int top = m_title.isEmpty() ? size : size * 5 / 2;
-    return {size, top, size * 3 / 2, size / 2};
+    // A unit goes above the numbers of its axis.
+    const auto hasUnitAbove = [](const AxisState &state) {
+        const auto *axis = qobject_cast<const ChartAxis *>(state.axis.data());
+        return axis && axis->orientation() == Qt::Vertical && axis->visible() && !axis->unit().isEmpty() &&
+               axis->title().isEmpty();
+    };
+    const bool hasUnit = std::any_of(m_axes.begin(), m_axes.end(), hasUnitAbove);
+    const int top = !m_title.isEmpty() ? size * 5 / 2 : hasUnit ? size * 9 / 4 : size;
+    return {size, top, std::max(size * 3 / 2, widthOfScales()), size / 2};
+}
+
+void ChartView::handleAreaChanged()
+{
+    update();
+    placeScales();
 }
 
 // The two backgrounds, below everything.

@@ -29,6 +29,7 @@ namespace graph {
 class ChartAxis;
 class ChartExport;
 class ChartTheme;
+class ColorScale;
 class CursorSwitches;
 class LegendSwitches;
 class ZoomSwitches;
@@ -166,6 +167,14 @@ private:
     void adoptAxis(ValueAxis *axis, bool isOwn);
     void drawAsImage(QQuickItem *item);
 
+    // Colour scales
+    bool adoptScale(QQuickItem *child);
+    QList<ColorScale *> standingScales() const;
+    int widthOfScales() const;
+    void makeRoom();
+    void placeScales();
+    void handleAreaChanged();
+
     // Look
     void applyColors();
     void applyColors(ValueAxis *axis);
@@ -181,6 +190,7 @@ private:
     Span dataSpan(const ValueAxis *axis, bool onlyVisible) const;
     double leastPositive(const ValueAxis *axis) const;
     Span groupSpanX() const;
+    bool isFilled(const ValueAxis *axis) const;
     AxisState *stateOf(const ValueAxis *axis);
     AxisState *furtherAxis(int side, double depth);
     void moveAxis(AxisState &state, double anchor, double factor, double distance);
@@ -206,6 +216,7 @@ private:
     std::vector<AxisState> m_axes;
     QVector<QPointer<QObject>> m_instantiators;
     QVector<QPointer<QQuickItem>> m_children; // the adopted ones
+    QVector<QPointer<ColorScale>> m_colorScales;
     QVector<QPointer<AbstractPlot>> m_traces;
     QSet<const QObject *> m_watched;
     struct GivenColor

@@ -4,9 +4,12 @@
 #include "kit/axis/ChartAxis.h"
 #include "kit/chart/ChartTheme.h"
 #include "kit/plots/Trace.h"
+#include "kit/plots/WaterfallPlot.h"
 #include "view/base/AbstractPlot.h"
+#include "view/base/XYScale.h"
 #include "view/zoom/ZoomRect.h"
 
+#include <algorithm>
 #include <limits>
 
 // How the ranges of the axes follow the data, what of them is visible, and the zooms that led there.
@@ -123,6 +126,7 @@ void ChartView::updateRanges()
     zoomRect()->show(QRectF(x.from, y.from, x.length(), y.length()));
     zoomRect()->setChanging(wasChanging);
     m_applying = wasApplying;
+    m_grid->setVisible(!isFilled(m_axisX) && !isFilled(m_axisY));
     if (oldX != m_dataX) {
         const auto others = partners();
         for (ChartView *chart : others)
@@ -162,7 +166,12 @@ Span ChartView::fitted(AxisState &state)
         return state.base;
     if (state.isExtended)
         write(axis, state.base);
-    if (axis->orientation() == Qt::Horizontal) {
+    const bool isExact = isFilled(axis);
+    axis->setHeadRoom(!isExact);
+    if (isExact) {
+        state.live = {};
+        state.lingering = {};
+    } else if (axis->orientation() == Qt::Horizontal) {
         data = state.live.withRoom(data, m_clock.elapsed());
     } else {
         data = state.lingering.withPast(data, m_clock.elapsed());
@@ -225,6 +234,18 @@ Span ChartView::groupSpanX() const
     return span;
 }
 
+// Whether a plot colours all of the range of the axis.
+bool ChartView::isFilled(const ValueAxis *axis) const
+{
+    const auto fills = [axis](const AbstractPlot *plot) {
+        const auto *source = dynamic_cast<const ExtentSource *>(plot);
+        return source && source->fillsExtent() && plot->isVisible() &&
+               (plot->axisX() == axis || plot->axisY() == axis);
+    };
+    const auto taken = plots();
+    return std::any_of(taken.begin(), taken.end(), fills);
+}
+
 // The unit of its first trace, where the document gives the axis none.
 void ChartView::nameUnits()
 {
@@ -234,6 +255,9 @@ void ChartView::nameUnits()
         for (const AbstractPlot *plot : qAsConst(m_traces)) {
             const PlotData *data = plot ? plot->plotData() : nullptr;
             if (!data || (plot->axisX() != state.axis && plot->axisY() != state.axis))
+                continue;
+            // Its unit is that of its colours.
+            if (plot->axisY() == state.axis && qobject_cast<const WaterfallPlot *>(plot))
                 continue;
             const auto *trace = qobject_cast<const Trace *>(plot);
             const QString unit = plot->axisX() == state.axis         ? data->xUnits()

@@ -4,6 +4,7 @@
 #include "kit/axis/ChartAxis.h"
 #include "kit/chart/ChartTheme.h"
 #include "kit/plots/Trace.h"
+#include "kit/plots/WaterfallPlot.h"
 #include "platform/ui/BaseFormatter.h"
 #include "platform/ui/NumberText.h"
 
@@ -69,7 +70,11 @@ QString ChartView::formatY(QQuickItem *item, double value) const
     if (data->yFormatter())
         return data->formattedYValue(value);
     const auto *trace = qobject_cast<const Trace *>(plot);
-    return withUnit(value, {data->ySigDigs(), data->yPrecision()}, trace ? trace->unit() : QString());
+    const auto *waterfall = qobject_cast<const WaterfallPlot *>(plot);
+    return withUnit(value, {data->ySigDigs(), data->yPrecision()},
+                    trace       ? trace->unit()
+                    : waterfall ? waterfall->unit()
+                                : QString());
 }
 
 } // namespace graph

@@ -4,7 +4,10 @@
 #include "cursors/GraphCursor.h"
 #include "data/PlotData.h"
 #include "kit/chart/ChartTheme.h"
+#include "kit/plots/ColorScale.h"
 #include "kit/plots/Trace.h"
+#include "kit/plots/WaterfallPlot.h"
+#include "plots/HeatmapPlot.h"
 #include "view/base/AbstractPlot.h"
 #include "view/base/XYScale.h"
 #include "view/zoom/ZoomRect.h"
@@ -41,7 +44,7 @@ void ChartView::componentComplete()
         list.append(&list, state.axis);
     GraphView::componentComplete();
     // The planes told of their axes before the view listened.
-    handleMarginsChanged();
+    makeRoom();
     wire();
     updateRanges();
     m_history = ZoomHistory(m_shown);
@@ -53,6 +56,11 @@ void ChartView::itemChange(ItemChange change, const ItemChangeData &data)
         wireLater();
     } else if (m_complete && change == ItemChildRemovedChange) {
         m_children.removeAll(data.item);
+        // It may be no more than an item.
+        const auto isGone = [&data](QQuickItem *scale) { return !scale || scale == data.item; };
+        m_colorScales.erase(std::remove_if(m_colorScales.begin(), m_colorScales.end(), isGone),
+                            m_colorScales.end());
+        makeRoom();
         if (auto *plot = qobject_cast<AbstractPlot *>(data.item))
             dropPlot(plot);
         wireLater();
@@ -112,6 +120,8 @@ void ChartView::adoptChild(QQuickItem *child)
     drawAsImage(child);
     const bool isPlane = qobject_cast<XYScale *>(child);
     const bool isDrawn = qobject_cast<AbstractPlot *>(child) || qobject_cast<GraphCursor *>(child);
+    if (adoptScale(child))
+        return;
     if (child == m_underlay)
         stretch(child, this);
     else if (child == plotArea() || child == m_overlay || isPlane || isDrawn || !hasSize(child))
@@ -179,6 +189,11 @@ void ChartView::adoptPlot(AbstractPlot *plot)
         connect(plot, &AbstractPlot::axisXChanged, ears, [this] { wireLater(); });
         connect(plot, &AbstractPlot::axisYChanged, ears, [this] { wireLater(); });
         connect(plot, &QQuickItem::visibleChanged, ears, [this] { updateRangesLater(); });
+        if (auto *waterfall = qobject_cast<WaterfallPlot *>(plot)) {
+            connect(waterfall, &WaterfallPlot::rowsChanged, ears, [this] { updateRangesLater(); });
+            connect(waterfall, &WaterfallPlot::rowIntervalChanged, ears, [this] { updateRangesLater(); });
+            connect(waterfall, &WaterfallPlot::directionChanged, ears, [this] { updateRangesLater(); });
+        }
         connect(plot, &QObject::destroyed, ears, [this, plot] { dropPlot(plot); });
         drawAsImage(plot);
     }
@@ -283,6 +298,10 @@ void ChartView::adoptAxis(ValueAxis *axis, bool isOwn)
     connect(axis, &ValueAxis::minValueChanged, ears, take);
     connect(axis, &ValueAxis::maxValueChanged, ears, take);
     connect(axis, &QObject::destroyed, ears, [this] { wireLater(); });
+    connect(axis, &ValueAxis::unitChanged, ears, [this] { makeRoom(); });
+    connect(axis, &ValueAxis::visibleChanged, ears, [this] { makeRoom(); });
+    if (chartAxis)
+        connect(chartAxis, &ChartAxis::titleChanged, ears, [this] { makeRoom(); });
     axis->setZoomRect(zoomRect());
     if (m_colors)
         applyColors(axis);
@@ -327,6 +346,8 @@ bool ChartView::takesColor(const AbstractPlot *plot) const
 {
     if (const auto *trace = qobject_cast<const Trace *>(plot))
         return !trace->hasOwnColor();
+    if (qobject_cast<const WaterfallPlot *>(plot) || qobject_cast<const HeatmapPlot *>(plot))
+        return false;
     const auto given = m_givenColors.constFind(plot);
     return plot->penColor() == (given == m_givenColors.cend() ? QColor(Qt::black) : given->color);
 }

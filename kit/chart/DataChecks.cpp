@@ -5,6 +5,7 @@
 #include "data/PlotSeries.h"
 #include "kit/chart/ItemName.h"
 #include "kit/plots/Trace.h"
+#include "kit/plots/WaterfallPlot.h"
 #include "platform/bus/ORNClientInterface.h"
 #include "plots/GraphPlot.h"
 #include "view/zoom/ZoomRect.h"
@@ -192,7 +193,7 @@ QString reasonOutOfRange(const AbstractPlot &plot)
 {
     const PlotData *data = plot.plotData();
     if (!data || !plot.axisX() || !plot.axisY() || !hasSamples(*data) || data->usePointsAsSegments() ||
-        isZoomed(plot))
+        isZoomed(plot) || dynamic_cast<const WaterfallPlot *>(&plot))
         return {};
     const SampleSpan samples = allSamples(*data);
     if (samples.isEmpty())

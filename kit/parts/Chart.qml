@@ -132,7 +132,7 @@ ChartView {
 
             enabled: chart.cursor.enabled && chart.cursor.hover
             acceptedDevices: PointerDevice.Mouse
-            onPointChanged: if (hovered) cursorLoader.hoverAt(point.position.x)
+            onPointChanged: if (hovered) cursorLoader.hoverAt(point.position.x, point.position.y)
         }
     }
 
@@ -154,15 +154,15 @@ ChartView {
         property bool pinned: false
         readonly property bool shown: Boolean(item) && item.opacity > 0
 
-        function place(x) {
+        function place(x, y) {
             active = true;
             if (item)
-                item.setPosOnScreen(Math.round(x));
+                item.placeAt(x, y);
         }
 
-        function hoverAt(x) {
+        function hoverAt(x, y) {
             if (!pinned && !chart.touched && !chart.zoomRect.moving && chart.traces.length > 0)
-                place(x);
+                place(x, y);
         }
 
         // Another tap on the line takes it away.
@@ -173,7 +173,7 @@ ChartView {
                 pinned = false;
                 return;
             }
-            place(x);
+            place(x, y);
             pinned = true;
         }
 
@@ -195,21 +195,28 @@ ChartView {
     }
 
     Loader {
+        id: legendLoader
+
+        // A small chart needs all of its plot area for the traces.
+        // Not those that are all colours, which a ColorScale explains.
+        readonly property var named: chart.traces.filter(plot => !(plot instanceof WaterfallPlot || plot instanceof HeatmapPlot))
+        readonly property bool hasRoom: chart.width >= chart.colors.fontSize * 28 || chart.height >= chart.colors.fontSize * 21
+
         parent: chart.overlay
-        active: chart.legend.enabled && chart.traces.length >= chart.legend.leastTraces
+        active: chart.legend.enabled && named.length >= chart.legend.leastTraces && hasRoom
         anchors.fill: parent
 
         sourceComponent: Legend {
             // Names only: the traces need the room.
             readonly property bool isSmall: width < chart.colors.fontSize * 28
 
-            plots: chart.traces
+            plots: legendLoader.named
             cursor: chart.legend.values && !isSmall && cursorLoader.shown ? cursorLoader.item : null
             atRight: chart.legend.atRight
             atBottom: chart.legend.atBottom
             inARow: chart.legend.inARow
             // For fingers where there is room, else as close as the text allows.
-            entryHeight: Math.max(fontSize * 1.4, Math.min(fontSize * 2.2, height / (2 * chart.traces.length)))
+            entryHeight: Math.max(fontSize * 1.4, Math.min(fontSize * 2.2, height / (2 * Math.max(1, plots.length))))
             fontSize: Math.round(chart.colors.fontSize * (isSmall ? 0.85 : 1))
         }
     }

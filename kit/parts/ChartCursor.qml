@@ -7,6 +7,16 @@ GraphCursor {
     id: cursor
 
     property ChartView view: null
+    // The row of pixels where it was placed: levels are read there.
+    property real row: NaN
+
+    signal rowPlaced()
+
+    function placeAt(x, y) {
+        setPosOnScreen(Math.round(x));
+        row = y;
+        rowPlaced();
+    }
 
     color: view ? view.colors.cursorColor : "white"
     paintedWidth: 1
@@ -14,7 +24,22 @@ GraphCursor {
     Repeater {
         model: cursor.view && cursor.view.cursor.readings ? cursor.view.traces : []
 
-        CursorReadout { plot: modelData; dotSize: 7 }
+        CursorReadout {
+            id: readout
+
+            plot: modelData
+            dotSize: 7
+            // Not a binding: the place goes with the colours when the view moves.
+            Component.onCompleted: if (readsLevel) follow()
+            function follow() {
+                if (readsLevel && !isNaN(cursor.row))
+                    levelY = plot.mapFromItemY(cursor.row);
+            }
+            Connections {
+                target: cursor
+                function onRowPlaced() { readout.follow(); }
+            }
+        }
     }
 
     CursorTag {}

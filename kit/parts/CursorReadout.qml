@@ -1,5 +1,6 @@
 import QtQuick 2.15
 import graph_plugin 1.0
+import graph_kit 1.0
 import "theme.js" as Theme
 
 // The reading of one trace at a cursor: a dot where the cursor crosses the trace, and the value beside it. Declare one
@@ -9,9 +10,15 @@ Item {
 
     property AbstractPlot plot: null
     readonly property var chart: Theme.chartOf(readout)
-    property string text: chart && plot ? chart.formatY(plot, GraphCursor.yValue) : GraphCursor.formattedYValue
-    property color color: plot ? plot.penColor : "white"
+    readonly property bool readsLevel: Boolean(plot) && plot instanceof WaterfallPlot
+    // Where in a WaterfallPlot the level is read, in units of its vertical axis: in the row that it reads itself unless
+    // another place is written.
+    property real levelY: readsLevel ? (plot.readRow + 0.5) * plot.rowInterval * (plot.direction === WaterfallPlot.Up ? 1 : -1) : NaN
+    readonly property real reading: readsLevel ? (_rows, plot.levelAt(GraphCursor.xValue, levelY)) : GraphCursor.yValue
+    property string text: chart && plot ? chart.formatY(plot, reading)
+                        : readsLevel && plot.plotData ? plot.plotData.formattedYValue(reading) : GraphCursor.formattedYValue
     readonly property var theme: chart ? chart.colors : null
+    property color color: readsLevel && theme ? theme.cursorColor : plot ? plot.penColor : "white"
     // Of the text; in a Chart not that of the trace, which may be hard to read, but a bar beside the text has it.
     property color textColor: theme ? theme.textColor : color
     property color backgroundColor: theme ? Theme.translucent(theme.plotBackground, 0.85) : "transparent"
@@ -25,13 +32,22 @@ Item {
 
     // False while there is nothing to read: the plot is hidden, empty or gone, or its sample is missing.
     readonly property bool shown: GraphCursor.index >= 0 && Boolean(plot) && Boolean(plot.plotData)
-                                  && plot.plotData.size > 0 && !isNaN(GraphCursor.yValue)
+                                  && plot.plotData.size > 0 && !isNaN(reading)
     readonly property real crossingX: GraphCursor.xPosOnScreen
-    readonly property real crossingY: GraphCursor.yPosOnScreen
+    readonly property real crossingY: readsLevel ? Math.round(levelPlace()) : GraphCursor.yPosOnScreen
     readonly property real labelHeight: chip.height
     // Above the crossing, where a peak leaves room; below it at the top of the plot.
     readonly property real wantedY: crossingY - labelHeight - 6 >= topInset ? crossingY - labelHeight - 6 : crossingY + 6
     readonly property real labelY: shown ? placeAmongSiblings() : 0
+
+    // Counts the rows of a waterfall that have come.
+    property int _rows: 0
+
+    // Follows the visible range.
+    function levelPlace() {
+        var axis = plot.axisY;
+        return axis && axis.minVisible !== axis.maxVisible && height > 0 ? plot.mapToItemY(levelY) : 0;
+    }
 
     // From the top down each label moves below the one above it; those that do not fit any more move up again.
     function placeAmongSiblings() {
@@ -58,6 +74,11 @@ Item {
 
     anchors.fill: parent
     GraphCursor.plot: plot
+
+    Connections {
+        target: readout.readsLevel ? readout.plot.plotData : null
+        function onPlotChanged() { ++readout._rows; }
+    }
 
     SteadyText {
         id: steady

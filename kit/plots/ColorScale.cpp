@@ -13,7 +13,7 @@ namespace graph {
 
 namespace {
 
-constexpr int labelGap = 5;   // pixels between bar and labels
+constexpr int labelGap = 8;   // pixels between bar and labels
 constexpr int tickLength = 3; // pixels
 // Line heights from one label to the next.
 constexpr double labelDistance = 2.2;
@@ -46,7 +46,9 @@ double rowOf(const QMouseEvent &event)
     }
     \endcode
 
-    It is a bar with labels at its right, 64 pixels wide unless it is given a width. The upper and the lower
+    It is a bar with labels at its right, as wide as these need unless it is given a width. A Chart places a
+    ColorScale that is its child, and has neither position nor size of its own, at the right of the plot area,
+    in the colour and font of its theme; several of them are beside each other. The upper and the lower
     third of the bar can be dragged to move \c to and \c from of the plot, what is between to move both; a
     double click or tap lets both follow the levels again.
 
@@ -57,8 +59,8 @@ ColorScale::ColorScale(QQuickItem *parent)
     : QQuickPaintedItem(parent)
 {
     setRenderTarget(Image);
-    setImplicitWidth(64);
     setImplicitHeight(200);
+    handleLabelsChanged();
     setAcceptedMouseButtons(Qt::LeftButton);
 }
 
@@ -73,13 +75,38 @@ void ColorScale::setPlot(AbstractPlot *plot)
     if (plot) {
         connect(plot, SIGNAL(destroyed()), this, SLOT(handlePlotGone()));
         if (waterfall()) {
-            connect(plot, SIGNAL(levelsChanged()), this, SLOT(update()));
+            connect(plot, SIGNAL(levelsChanged()), this, SLOT(handleLabelsChanged()));
             connect(plot, SIGNAL(colorMapChanged()), this, SLOT(update()));
-            connect(plot, SIGNAL(unitChanged()), this, SLOT(update()));
+            connect(plot, SIGNAL(unitChanged()), this, SLOT(handleLabelsChanged()));
         }
     }
-    update();
+    measureAgain();
     emit plotChanged();
+}
+
+// It only grows: labels that change while levels are dragged do not move what is beside.
+void ColorScale::handleLabelsChanged()
+{
+    update();
+    const QFontMetrics metrics(font());
+    int widest = 0;
+    const auto labels = waterfall() ? levelLabels(*waterfall()) : stepLabels();
+    for (const Label &label : labels)
+        widest = std::max(widest, metrics.horizontalAdvance(label.text));
+    setImplicitWidth(std::max(int(implicitWidth()), m_barWidth + labelGap + widest + 1));
+}
+
+void ColorScale::measureAgain()
+{
+    setImplicitWidth(0);
+    handleLabelsChanged();
+}
+
+void ColorScale::GRAPH_GEOMETRY_CHANGED(const QRectF &newGeometry, const QRectF &oldGeometry)
+{
+    QQuickPaintedItem::GRAPH_GEOMETRY_CHANGED(newGeometry, oldGeometry);
+    if (newGeometry.height() != oldGeometry.height())
+        handleLabelsChanged();
 }
 
 void ColorScale::handlePlotGone()
@@ -104,16 +131,17 @@ void ColorScale::setDraggable(bool draggable)
 
 /*!
     \qmlproperty color ColorScale::textColor
-    The colour of labels and ticks, grey by default.
+    The colour of labels and ticks; by default that of the theme in a Chart, and else grey.
 
     \qmlproperty int ColorScale::fontSize
-    The height of the labels in pixels, 12 by default.
+    The height of the labels in pixels; by default that of the theme in a Chart, and else 12.
 
     \qmlproperty int ColorScale::barWidth
     The width of the bar in pixels, 14 by default.
 */
 void ColorScale::setTextColor(const QColor &color)
 {
+    m_hasTextColor = true;
     if (m_textColor == color)
         return;
     m_textColor = color;
@@ -121,12 +149,29 @@ void ColorScale::setTextColor(const QColor &color)
     emit textColorChanged();
 }
 
+void ColorScale::setDefaultLook(const QColor &textColor, const QFont &font)
+{
+    if (!m_hasTextColor && m_textColor != textColor) {
+        m_textColor = textColor;
+        emit textColorChanged();
+    }
+    m_fontFamily = font.family();
+    if (!m_hasFontSize && m_fontSize != font.pixelSize() && font.pixelSize() > 0) {
+        m_fontSize = font.pixelSize();
+        emit fontSizeChanged();
+    }
+    measureAgain();
+}
+
 void ColorScale::setFontSize(int size)
 {
-    if (m_fontSize == size || size < 1)
+    if (size < 1)
+        return;
+    m_hasFontSize = true;
+    if (m_fontSize == size)
         return;
     m_fontSize = size;
-    update();
+    measureAgain();
     emit fontSizeChanged();
 }
 
@@ -135,7 +180,7 @@ void ColorScale::setBarWidth(int width)
     if (m_barWidth == width || width < 1)
         return;
     m_barWidth = width;
-    update();
+    measureAgain();
     emit barWidthChanged();
 }
 
@@ -147,6 +192,8 @@ WaterfallPlot *ColorScale::waterfall() const
 QFont ColorScale::font() const
 {
     QFont result;
+    if (!m_fontFamily.isEmpty())
+        result.setFamily(m_fontFamily);
     result.setPixelSize(m_fontSize);
     return result;
 }
@@ -180,6 +227,15 @@ void ColorScale::paintLevels(QPainter *painter, const WaterfallPlot &plot) const
         const int index = int(std::lround(placeAt(row) * (colorMapSize - 1)));
         painter->fillRect(area.left(), row, area.width(), 1, QColor(plot.colors().at(index)));
     }
+    const auto labels = levelLabels(plot);
+    for (const Label &label : labels)
+        paintLabel(painter, label);
+}
+
+QVector<ColorScale::Label> ColorScale::levelLabels(const WaterfallPlot &plot) const
+{
+    QVector<Label> labels;
+    const QRect area = bar();
     const int lineHeight = QFontMetrics(font()).height();
     const int most = std::max(2, int(area.height() / (labelDistance * lineHeight)));
     const ScaleTicks ticks = scaleTicks(plot.from(), plot.to(), most);
@@ -188,8 +244,22 @@ void ColorScale::paintLevels(QPainter *painter, const WaterfallPlot &plot) const
         const double row = area.bottom() - place * (area.height() - 1);
         const bool isTopmost = plot.to() > plot.from() ? i + 1 == ticks.values.size() : i == 0;
         const QString unit = isTopmost && !plot.unit().isEmpty() ? QLatin1Char(' ') + plot.unit() : QString();
-        paintLabel(painter, row, ticks.labels.at(i) + unit);
+        labels.append({row, ticks.labels.at(i) + unit});
     }
+    return labels;
+}
+
+QVector<ColorScale::Label> ColorScale::stepLabels() const
+{
+    QVector<Label> labels;
+    const QRect area = bar();
+    const int steps = qobject_cast<HeatmapPlot *>(m_plot.data()) ? int(HeatmapPlot::colors().size()) - 1 : 0;
+    for (int step = 0; step < steps; ++step) {
+        const int top = area.bottom() + 1 - area.height() * (step + 1) / steps;
+        const int end = area.bottom() + 1 - area.height() * step / steps;
+        labels.append({(top + end - 1) / 2.0, QString::number(step + 1)});
+    }
+    return labels;
 }
 
 void ColorScale::paintSteps(QPainter *painter) const
@@ -201,14 +271,16 @@ void ColorScale::paintSteps(QPainter *painter) const
         const int top = area.bottom() + 1 - area.height() * (step + 1) / steps;
         const int end = area.bottom() + 1 - area.height() * step / steps;
         painter->fillRect(area.left(), top, area.width(), end - top, QColor(colors[std::size_t(step) + 1]));
-        paintLabel(painter, (top + end - 1) / 2.0, QString::number(step + 1));
     }
+    const auto labels = stepLabels();
+    for (const Label &label : labels)
+        paintLabel(painter, label);
 }
 
-void ColorScale::paintLabel(QPainter *painter, double row, const QString &text) const
+void ColorScale::paintLabel(QPainter *painter, const Label &label) const
 {
     const QRect area = bar();
-    const int y = int(std::lround(row));
+    const int y = int(std::lround(label.row));
     painter->fillRect(area.right() + 1, y, tickLength, 1, m_textColor);
     painter->setPen(m_textColor);
     const int left = area.right() + 1 + labelGap;
@@ -216,7 +288,7 @@ void ColorScale::paintLabel(QPainter *painter, double row, const QString &text) 
     // At the ends beside their tick rather than cut off.
     const int top = std::max(0, std::min(y - lineHeight / 2, area.height() - lineHeight));
     painter->drawText(QRect(left, top, pixel(width()) - left, lineHeight),
-                      Qt::AlignLeft | Qt::AlignVCenter | Qt::TextDontClip, text);
+                      Qt::AlignLeft | Qt::AlignVCenter | Qt::TextDontClip, label.text);
 }
 
 void ColorScale::mousePressEvent(QMouseEvent *event)

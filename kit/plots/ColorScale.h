@@ -1,6 +1,7 @@
 #pragma once
 
 #include "common/Export.h"
+#include "common/QtVersion.h"
 #include "kit/plots/ScaleTicks.h"
 #include "view/base/AbstractPlot.h"
 
@@ -35,6 +36,8 @@ public:
     void setTextColor(const QColor &color);
     void setFontSize(int size);
     void setBarWidth(int width);
+    // Of a theme: they count until the document writes others.
+    void setDefaultLook(const QColor &textColor, const QFont &font);
 
     void paint(QPainter *painter) override;
 
@@ -46,6 +49,7 @@ signals:
     void barWidthChanged();
 
 protected:
+    void GRAPH_GEOMETRY_CHANGED(const QRectF &newGeometry, const QRectF &oldGeometry) override;
     void mousePressEvent(QMouseEvent *event) override;
     void mouseMoveEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
@@ -54,11 +58,21 @@ protected:
 
 private slots:
     void handlePlotGone();
+    void handleLabelsChanged();
 
 private:
     enum class Grab { None, Top, Middle, Bottom };
 
+    struct Label
+    {
+        double row;
+        QString text;
+    };
+
     WaterfallPlot *waterfall() const;
+    QVector<Label> levelLabels(const WaterfallPlot &plot) const;
+    QVector<Label> stepLabels() const;
+    void measureAgain();
     QRect bar() const;
     QFont font() const;
     // The place of a row on the bar, 0 at its bottom and 1 at its top.
@@ -66,11 +80,14 @@ private:
     void drag(double place);
     void paintLevels(QPainter *painter, const WaterfallPlot &plot) const;
     void paintSteps(QPainter *painter) const;
-    void paintLabel(QPainter *painter, double row, const QString &text) const;
+    void paintLabel(QPainter *painter, const Label &label) const;
 
     QPointer<AbstractPlot> m_plot;
     QColor m_textColor{Qt::gray};
+    QString m_fontFamily;
     int m_fontSize = 12;
+    bool m_hasTextColor = false; // that the document wrote
+    bool m_hasFontSize = false;
     int m_barWidth = 14;
     bool m_draggable = true;
     Grab m_grab = Grab::None;

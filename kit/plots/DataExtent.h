@@ -23,6 +23,8 @@ public:
     virtual DataExtent dataExtent() const = 0;
     // Of what lies between two x.
     virtual DataExtent dataExtent(double xMin, double xMax) const = 0;
+    // Whether the plot colours all of its extent: room around it would be blank, and a grid below it is covered.
+    virtual bool fillsExtent() const { return false; }
 };
 
 // Of all samples, at the cost of a look at each after a change of the data and of a few steps from the second

@@ -68,6 +68,7 @@ public:
 
     DataExtent dataExtent() const override;
     DataExtent dataExtent(double xMin, double xMax) const override;
+    bool fillsExtent() const override { return true; }
 
     // Without an axis all rows and columns are shown.
     double minVisibleX() const override;
