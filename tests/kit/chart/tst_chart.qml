@@ -98,6 +98,34 @@ TestCase {
         verify(chart.plotArea.x > 20 && chart.plotArea.y + chart.plotArea.height < 390 && chart.plotArea.width > 500 && chart.plotArea.height > 300);
     }
 
+    // A small one has none, and its unit is beside the plot area, too.
+    function test_smallChart_data() {
+        return [{ tag: "large", width: 420, height: 310, legends: 1 }, { tag: "narrow", width: 200, height: 310, legends: 1 },
+                { tag: "small", width: 300, height: 200, legends: 0 }];
+    }
+
+    function test_smallChart(data) {
+        var chart = make(plain), area = chart.plotArea, legends = 0;
+        function count(item) {
+            legends += item.entryHeight !== undefined;
+            for (var i = 0; i < item.children.length; ++i)
+                count(item.children[i]);
+        }
+        traceComponent.createObject(chart, { values: [1, 2] });
+        chart.anchors.fill = null;
+        chart.width = data.width;
+        chart.height = data.height;
+        tryVerify(() => chart.traces.length === 2);
+        count(chart);
+        compare(legends, data.legends);
+        // Half a number, a gap and the unit.
+        verify(area.y >= metrics.height * 1.75 && area.y < metrics.height * 2.5);
+        chart.axisY.title = "Level";
+        verify(area.y < metrics.height);
+    }
+
+    FontMetrics { id: metrics; font.family: "Roboto"; font.pixelSize: 14 }
+
     // However a trace comes, it is drawn, has a colour of its own, and counts in the ranges; when it goes, nothing of it
     // is left.
     function test_tracesComeAndGo_data() {
