@@ -12,12 +12,17 @@ GraphCursor {
 
     signal rowPlaced()
 
+    property real _waiting: NaN
+
     function placeAt(x, y) {
+        _waiting = primaryPlot ? NaN : x;
         setPosOnScreen(Math.round(x));
         row = y;
         rowPlaced();
     }
 
+    // A new one has no plots until the chart has taken it in.
+    onPlotsChanged: if (!isNaN(_waiting) && primaryPlot) placeAt(_waiting, row)
     color: view ? view.colors.cursorColor : "white"
     paintedWidth: 1
 

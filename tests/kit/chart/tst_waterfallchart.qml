@@ -68,16 +68,17 @@ TestCase {
 
     // The level under the pointer, which goes with the colours when the view moves, not that of the newest row.
     function test_cursor() {
-        var chart = make(), area = chart.plotArea;
-        mouseClick(chart, area.x + area.width * 0.375, area.y + area.height * 0.3);
-        var readout = null;
-        function find(item) {
-            if (item.levelY !== undefined)
-                readout = item;
-            for (var i = 0; i < item.children.length; ++i)
-                find(item.children[i]);
+        function find(item, property) {
+            var found = item[property] !== undefined ? item : null;
+            for (var i = 0; !found && i < item.children.length; ++i)
+                found = find(item.children[i], property);
+            return found;
         }
-        tryVerify(() => { find(chart); return readout && readout.shown; });
+        var chart = make(), area = chart.plotArea;
+        // The first tap makes the cursor.
+        find(chart, "hoverAt").tap(area.width * 0.375, area.height * 0.3);
+        var readout = find(chart, "levelY");
+        tryVerify(() => readout.shown && readout.GraphCursor.xValue === 30);
         fuzzyCompare(readout.levelY, -1.2, 0.02);
         compare(readout.reading, -69);
         verify(/^-69(\.0*)? dBm$/.test(readout.text), readout.text);
