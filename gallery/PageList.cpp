@@ -15,6 +15,10 @@ PageList simulatedPages()
     const QStringList analyzer = {"--instrument", "analyzer", "--samples", "2001", "--rate", "20"};
     return {
         {"home", "Home", "", "Home.qml", "", {}},
+        {"chart", "Chart", "A few lines: axes, legend, zoom, readings", "ChartPage.qml", "", {}},
+        {"recorder", "Recorder", "Hours of four channels, the last seconds in view", "RecorderPage.qml", "", {}},
+        {"audio", "Audio", "20 Hz to 20 kHz, most and mean, markers, export", "AudioPage.qml", "", {}},
+        {"waterfall", "Waterfall", "Levels over frequency and time as colours", "WaterfallPage.qml", "", {}},
         {"spectrum", "Spectrum", "Live trace, cursor, markers, peaks, six styles", "SpectrumPage.qml",
          "analyzer", analyzer},
         {"persistence", "Persistence", "Heat map of many sweeps under the live trace", "PersistencePage.qml",

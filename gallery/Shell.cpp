@@ -1,6 +1,9 @@
 #include "Shell.h"
 
+#include <QDir>
+#include <QFile>
 #include <QQuickWindow>
+#include <QStandardPaths>
 
 namespace gallery {
 
@@ -55,6 +58,18 @@ void Shell::holdSweep(int number)
 {
     if (takesPictures())
         runInstrument(number);
+}
+
+QString Shell::source(const QString &document) const
+{
+    QFile file(":/pages/" + document);
+    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+}
+
+QString Shell::exportFile(const QString &name) const
+{
+    const QString pictures = QStandardPaths::writableLocation(QStandardPaths::PicturesLocation);
+    return QDir(QDir(pictures).exists() ? pictures : QDir::homePath()).filePath(name);
 }
 
 void Shell::setPage(const QString &name)

@@ -43,6 +43,11 @@ public:
     // For pages whose picture shows several sweeps together: makes the instrument hold this one next.
     Q_INVOKABLE void holdSweep(int number);
 
+    // The text of a document in the folder of pages.
+    Q_INVOKABLE QString source(const QString &document) const;
+    // Where a page may write a file of this name.
+    Q_INVOKABLE QString exportFile(const QString &name) const;
+
 public slots:
     void setPage(const QString &page);
 

@@ -9,10 +9,10 @@ Item {
     readonly property bool ready: true
 
     readonly property var pages: shell.pages.slice(1)
-    readonly property int columns: width < 640 ? 3 : 5
+    readonly property int columns: width < 640 ? 3 : 6
     readonly property int rows: Math.ceil(pages.length / columns)
     // Titles alone where there is little room.
-    readonly property real textHeight: Theme.compact ? 30 : 74
+    readonly property real textHeight: Theme.compact ? 30 : 88
     readonly property real tileWidth: Math.floor((width - (columns + 1) * Theme.gap) / columns)
     readonly property real tileHeight: Math.max(textHeight + 50, Math.floor((height - (rows + 1) * Theme.gap) / rows))
 
@@ -75,7 +75,7 @@ Item {
                                 width: parent.width
                                 visible: !Theme.compact
                                 wrapMode: Text.Wrap
-                                maximumLineCount: 2
+                                maximumLineCount: 3
                                 text: modelData.summary
                                 font.pixelSize: Theme.smallText
                                 color: Theme.quietText
