@@ -43,7 +43,7 @@ TestCase {
     function feed(chart, first, last) {
         chart.trace.start = first;
         chart.trace.values = Array.from({ length: last - first + 1 }, (unused, i) => Math.sin((first + i) / 3));
-        wait(1);
+        wait(20);
     }
 
     function test_follow() {
