@@ -86,6 +86,14 @@ QColor ChartTheme::traceColor(int index) const
     return color.isValid() ? color : m_textColor;
 }
 
+QVector<QColor> ChartTheme::colorsOfMarkers() const
+{
+    QVector<QColor> colors;
+    for (const QVariant &color : m_markerColors)
+        colors.append(colorOf(color).isValid() ? colorOf(color) : m_textColor);
+    return colors;
+}
+
 template <typename T> void ChartTheme::store(T &member, const T &value)
 {
     if (member == value)

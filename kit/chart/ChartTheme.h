@@ -49,6 +49,7 @@ public:
     QFont font() const;
     // The colour of a trace that names none; the colours start again after the last one.
     QColor traceColor(int index) const;
+    QVector<QColor> colorsOfMarkers() const;
 
     void setBackground(const QColor &color);
     void setPlotBackground(const QColor &color);

@@ -1,5 +1,6 @@
 #include "kit/chart/ChartView.h"
 
+#include "cursors/GraphCursor.h"
 #include "kit/axis/ChartAxis.h"
 #include "kit/chart/ChartExport.h"
 #include "kit/chart/ChartTheme.h"
@@ -118,6 +119,11 @@ ChartView::~ChartView()
 {
     m_ears.reset();
     setZoomWith(nullptr);
+    const QList<QQuickItem *> children = childItems();
+    for (QQuickItem *child : children) {
+        if (auto *cursor = qobject_cast<GraphCursor *>(child))
+            cursor->setLook({});
+    }
     // The traces belong to those who made them.
     const auto taken = plots();
     for (AbstractPlot *plot : taken)
@@ -233,7 +239,7 @@ void ChartView::cancelExport()
 
     \qmlproperty bool LegendSwitches::atRight
     \qmlproperty bool LegendSwitches::atBottom
-    Its corner of the plot area; the upper right one by default.
+    Its corner of the plot area; by default the upper right one, the upper left one where the chart has \c follow.
 
     \qmlproperty bool LegendSwitches::inARow
     Its names beside each other instead of below each other.
@@ -321,6 +327,7 @@ void ChartView::applyColors()
             scale->setDefaultLook(m_colors->textColor(), m_colors->font());
     }
     makeRoom();
+    dressCursors();
     update();
     emit colorsChanged();
 }

@@ -114,6 +114,7 @@ public:
     Q_INVOKABLE void zoomBeside(int side, double depth, double place, double factor);
     Q_INVOKABLE void panBeside(int side, double depth, double distance);
     Q_INVOKABLE QString formatX(double value) const;
+    QString distanceText(const ValueAxis *axis, double distance) const;
     Q_INVOKABLE QString formatY(QQuickItem *trace, double value) const;
 
 signals:
@@ -179,6 +180,7 @@ private:
     void applyColors();
     void applyColors(ValueAxis *axis);
     void colorTraces();
+    void dressCursors();
     bool takesColor(const AbstractPlot *plot) const;
     void nameUnits();
 
@@ -202,6 +204,7 @@ private:
     void tellPartners();
     QList<ChartView *> partners() const;
     double followedSeconds() const;
+    Span awaitedSpan(double seconds) const;
 
     QString m_title;
     QVariant m_theme;

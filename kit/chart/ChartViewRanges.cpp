@@ -3,11 +3,14 @@
 #include "data/PlotData.h"
 #include "kit/axis/ChartAxis.h"
 #include "kit/chart/ChartTheme.h"
+#include "kit/chart/LegendSwitches.h"
 #include "kit/plots/Trace.h"
 #include "kit/plots/WaterfallPlot.h"
 #include "view/base/AbstractPlot.h"
 #include "view/base/XYScale.h"
 #include "view/zoom/ZoomRect.h"
+
+#include <QDateTime>
 
 #include <algorithm>
 #include <limits>
@@ -105,7 +108,9 @@ void ChartView::updateRanges()
     if (m_shown.following) {
         const Span all = groupSpanX();
         const double seconds = followedSeconds();
-        if (!all.isEmpty())
+        if (all.isEmpty())
+            m_shown.x = awaitedSpan(seconds);
+        else
             m_shown.x =
                 all.length() < seconds ? Span{all.from, all.from + seconds} : Span{all.to - seconds, all.to};
     }
@@ -172,7 +177,11 @@ Span ChartView::fitted(AxisState &state)
         state.live = {};
         state.lingering = {};
     } else if (axis->orientation() == Qt::Horizontal) {
-        data = state.live.withRoom(data, m_clock.elapsed());
+        // Data that a window follows need no room: who looks at all of them sees them up to the newest.
+        if (followedSeconds() <= 0.0)
+            data = state.live.withRoom(data, m_clock.elapsed());
+        if (state.live.hasRoom() && !m_fitTimer.isActive())
+            m_fitTimer.start();
     } else {
         data = state.lingering.withPast(data, m_clock.elapsed());
         if (state.lingering.lingers() && !m_fitTimer.isActive())
@@ -483,6 +492,7 @@ void ChartView::setFollow(double seconds)
     const bool starts = m_follow == 0.0;
     m_follow = seconds;
     emit followChanged();
+    m_legend->setDefaultAtRight(seconds == 0.0);
     if (seconds == 0.0)
         setFollowing(false);
     else if (starts)
@@ -498,6 +508,15 @@ void ChartView::setFollowing(bool following)
     ZoomState state = m_shown;
     state.following = following;
     showState(state, m_complete);
+}
+
+// What a window shows that has no data yet.
+Span ChartView::awaitedSpan(double seconds) const
+{
+    if (m_axisX->scale() != ChartAxis::Time)
+        return {0.0, seconds};
+    const double now = QDateTime::currentMSecsSinceEpoch() / 1000.0;
+    return {now - seconds, now};
 }
 
 double ChartView::followedSeconds() const

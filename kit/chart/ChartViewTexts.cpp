@@ -61,6 +61,24 @@ QString ChartView::formatX(double value) const
                                : withUnit(value, positionDigits, unit);
 }
 
+// Between a cursor and a marker: of a time in seconds, or in days and hours.
+QString ChartView::distanceText(const ValueAxis *axis, double distance) const
+{
+    const auto *chartAxis = qobject_cast<const ChartAxis *>(axis);
+    if (!chartAxis)
+        return formatX(distance);
+    if (chartAxis->scale() != ChartAxis::Time)
+        return chartAxis == m_axisX ? formatX(distance) : chartAxis->valueText(distance);
+    constexpr double minute = 60.0;
+    constexpr double day = 86400.0;
+    if (distance < minute)
+        return withUnit(distance, positionDigits, QStringLiteral("s"));
+    const int days = int(std::min(distance / day, 1e6));
+    const QTime time = QTime(0, 0).addSecs(int(std::fmod(distance, day)));
+    const QString clock = time.toString(QStringLiteral("HH:mm:ss"));
+    return days > 0 ? QString::number(days) + QStringLiteral(" d ") + clock : clock;
+}
+
 QString ChartView::formatY(QQuickItem *item, double value) const
 {
     const auto *plot = qobject_cast<AbstractPlot *>(item);

@@ -96,6 +96,7 @@ void ChartView::wire()
         adoptPlot(plot);
     }
     gatherAxes();
+    dressCursors();
     handlePlotVisibilityChanged();
     if (!std::equal(m_traces.begin(), m_traces.end(), found.begin(), found.end())) {
         m_traces = QVector<QPointer<AbstractPlot>>(found.begin(), found.end());
@@ -336,6 +337,20 @@ void ChartView::colorTraces()
         } else {
             plot->setPenColor(given.color);
             plot->update();
+        }
+    }
+}
+
+void ChartView::dressCursors()
+{
+    const QList<QQuickItem *> children = childItems();
+    for (QQuickItem *child : children) {
+        if (auto *cursor = qobject_cast<GraphCursor *>(child)) {
+            const auto text = [this, cursor](double distance) {
+                return distanceText(cursor->followedAxis(), distance);
+            };
+            cursor->setLook(CursorLook{m_colors->cursorColor(), m_colors->font(), m_colors->colorsOfMarkers(),
+                                       m_colors->textColor(), text});
         }
     }
 }

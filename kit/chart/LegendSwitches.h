@@ -4,6 +4,8 @@
 
 #include <QObject>
 
+#include <optional>
+
 namespace graph {
 
 // What a document says about the legend of a chart: the group `legend`.
@@ -12,7 +14,7 @@ class GRAPH_CHARTS_EXPORT LegendSwitches : public QObject
     Q_OBJECT
     Q_PROPERTY(bool enabled MEMBER m_enabled NOTIFY changed)
     Q_PROPERTY(int leastTraces MEMBER m_leastTraces NOTIFY changed)
-    Q_PROPERTY(bool atRight MEMBER m_atRight NOTIFY changed)
+    Q_PROPERTY(bool atRight READ isAtRight WRITE setAtRight NOTIFY changed)
     Q_PROPERTY(bool atBottom MEMBER m_atBottom NOTIFY changed)
     Q_PROPERTY(bool inARow MEMBER m_inARow NOTIFY changed)
     Q_PROPERTY(bool values MEMBER m_values NOTIFY changed)
@@ -20,13 +22,27 @@ class GRAPH_CHARTS_EXPORT LegendSwitches : public QObject
 public:
     using QObject::QObject;
 
+    bool isAtRight() const { return m_atRight.value_or(m_defaultAtRight); }
+    void setAtRight(bool atRight)
+    {
+        m_atRight = atRight;
+        emit changed();
+    }
+    // Where the document says nothing.
+    void setDefaultAtRight(bool atRight)
+    {
+        m_defaultAtRight = atRight;
+        emit changed();
+    }
+
 signals:
     void changed();
 
 private:
     bool m_enabled = true;
     int m_leastTraces = 2;
-    bool m_atRight = true;
+    std::optional<bool> m_atRight;
+    bool m_defaultAtRight = true;
     bool m_atBottom = false;
     bool m_inARow = false;
     bool m_values = true;

@@ -14,8 +14,11 @@ constexpr double room = 0.25; // of the data's span
 
 Span LiveEnd::withRoom(const Span &data, qint64 now)
 {
-    if (data == m_data)
+    if (data == m_data) {
+        if (now - m_changedAt >= longestPause)
+            m_end = data.to;
         return {data.from, m_end};
+    }
     const bool grows = data.from == m_data.from && data.to > m_data.to;
     m_growths = grows && now - m_changedAt < longestPause ? m_growths + 1 : 0;
     if (!grows || data.to > m_end)

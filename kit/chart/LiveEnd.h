@@ -14,6 +14,8 @@ class GRAPH_CHARTS_EXPORT LiveEnd
 public:
     // The data with the room that it has now; now: in milliseconds, of a clock that does not go back.
     Span withRoom(const Span &data, qint64 now);
+    // Whether there is room, which goes when the data has stopped growing.
+    bool hasRoom() const { return m_end > m_data.to; }
 
 private:
     Span m_data;

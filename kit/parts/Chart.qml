@@ -14,6 +14,9 @@ ChartView {
     // A tap on the plot area, in its pixels.
     signal tapped(real x, real y)
 
+    // For the tags of cursors.
+    readonly property alias liveButton: liveLoader
+
     function _pan(x, y) {
         zoomRect.moveLeft(zoomRect.left + x * zoomRect.width);
         zoomRect.moveBottom(zoomRect.bottom + y * zoomRect.height);
@@ -114,7 +117,10 @@ ChartView {
                     cursorLoader.tap(x, y);
                     chart.tapped(x, y);
                 }
-                onDoubleTapped: chart.showAll()
+                onDoubleTapped: {
+                    cursorLoader.takeBackTap();
+                    chart.showAll();
+                }
                 Component.onCompleted: chart.flickable = this
             }
         }
@@ -153,6 +159,9 @@ ChartView {
 
         property bool pinned: false
         readonly property bool shown: Boolean(item) && item.opacity > 0
+        // Rolled out of the window with its sample.
+        readonly property bool isLost: pinned && chart.following && Boolean(item) && !item.inView
+        property var beforeTap: null
 
         function place(x, y) {
             active = true;
@@ -169,6 +178,7 @@ ChartView {
         function tap(x, y) {
             if (!chart.cursor.enabled || chart.traces.length === 0)
                 return;
+            beforeTap = { pinned: pinned, value: item ? item.posValue : 0 };
             if (pinned && item && Math.abs(x - item.posOnScreen) < 12) {
                 pinned = false;
                 return;
@@ -177,13 +187,24 @@ ChartView {
             pinned = true;
         }
 
+        // It was the first one of a double tap.
+        function takeBackTap() {
+            if (!beforeTap)
+                return;
+            pinned = beforeTap.pinned;
+            if (pinned && item)
+                item.setPosValue(beforeTap.value);
+            beforeTap = null;
+        }
+
         parent: chart.underlay
         active: false
+        onIsLostChanged: if (isLost) pinned = false
 
         sourceComponent: ChartCursor {
             view: chart
             parent: chart
-            opacity: chart.cursor.enabled && (cursorLoader.pinned || hover.hovered) ? 1 : 0
+            opacity: chart.cursor.enabled && inView && (cursorLoader.pinned || hover.hovered) ? 1 : 0
         }
     }
 
@@ -212,6 +233,7 @@ ChartView {
 
             plots: legendLoader.named
             cursor: chart.legend.values && !isSmall && cursorLoader.shown ? cursorLoader.item : null
+            keepsRoom: chart.legend.values && !isSmall && chart.cursor.enabled
             atRight: chart.legend.atRight
             atBottom: chart.legend.atBottom
             inARow: chart.legend.inARow
@@ -222,9 +244,11 @@ ChartView {
     }
 
     Loader {
+        id: liveLoader
+
         parent: chart.overlay
         active: chart.follow > 0
-        visible: !chart.following
+        visible: active && !chart.following
         anchors { right: parent.right; bottom: parent.bottom; margins: 8 }
         sourceComponent: LiveButton { view: chart }
     }

@@ -13,10 +13,16 @@ GraphCursor {
     signal rowPlaced()
 
     property real _waiting: NaN
+    // Whether its sample is in view.
+    readonly property ValueAxis axis: plots.length >= 0 && primaryPlot ? primaryPlot.axisX : null
+    readonly property bool inView: !axis || (posValue - axis.minVisible) * (posValue - axis.maxVisible) <= 0
 
+    // On a sample that is in view, which may leave it later on.
     function placeAt(x, y) {
         _waiting = primaryPlot ? NaN : x;
+        setStaysOnScreen(true);
         setPosOnScreen(Math.round(x));
+        setStaysOnScreen(false);
         row = y;
         rowPlaced();
     }
@@ -25,6 +31,7 @@ GraphCursor {
     onPlotsChanged: if (!isNaN(_waiting) && primaryPlot) placeAt(_waiting, row)
     color: view ? view.colors.cursorColor : "white"
     paintedWidth: 1
+    staysOnScreen: false
 
     Repeater {
         model: cursor.view && cursor.view.cursor.readings ? cursor.view.traces : []

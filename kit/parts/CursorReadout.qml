@@ -52,9 +52,12 @@ Item {
     // From the top down each label moves below the one above it; those that do not fit any more move up again.
     function placeAmongSiblings() {
         var labels = [];
+        var bottom = height;
         for (var i = 0; i < parent.children.length; ++i) {
             // Null while it is being destroyed.
             var other = parent.children[i];
+            if (other && other.tagInset > 0)
+                bottom = Math.min(bottom, height - other.tagInset);
             if (other && other.wantedY !== undefined && other.shown)
                 labels.push({ item: other, order: labels.length, y: other.wantedY, height: other.labelHeight + 2 });
         }
@@ -64,7 +67,7 @@ Item {
             label.y = Math.max(label.y, free);
             free = label.y + label.height;
         });
-        free = height;
+        free = bottom;
         labels.reverse().forEach(function (label) {
             label.y = Math.min(label.y, free - label.height);
             free = label.y;

@@ -23,15 +23,24 @@ Item {
                          : chart ? chart.formatY(cursor.primaryPlot, cursor.posValue)
                          : horizontal ? series.formattedYValue(cursor.posValue) : series.formattedXValue(cursor.posValue)
 
+    // The rows at the bottom that readings keep clear of.
+    readonly property real tagInset: !horizontal && visible ? height - box.y + 2 : 0
+    readonly property Item _liveButton: chart && chart.liveButton ? chart.liveButton : null
+    // Above the button where it would be below it.
+    readonly property bool _isRaised: Boolean(_liveButton) && _liveButton.visible && box.x + box.width + 4 > _liveButton.x
+
     anchors.fill: parent
     visible: text !== ""
 
     Rectangle {
+        id: box
+
         readonly property real line: tag.cursor ? tag.cursor.posOnScreen : 0
 
         x: !tag.horizontal ? Math.max(0, Math.min(line - (width - 1) / 2, tag.width - width))
            : tag.atRight ? tag.width - width - 2 : 2
-        y: tag.horizontal ? Math.max(0, Math.min(line - (height - 1) / 2, tag.height - height)) : tag.height - height - 2
+        y: tag.horizontal ? Math.max(0, Math.min(line - (height - 1) / 2, tag.height - height))
+           : (tag._isRaised ? tag._liveButton.y : tag.height) - height - 2
         width: Math.ceil(name.implicitWidth + 10) | 1
         height: Math.ceil(name.implicitHeight + 3) | 1
         radius: 3

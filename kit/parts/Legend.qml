@@ -11,6 +11,8 @@ Item {
     property var plots: []
     // Whose values are written behind the names.
     property GraphCursor cursor: null
+    // Room for values is there also while there is no cursor.
+    property bool keepsRoom: false
     property bool atRight: true
     property bool atBottom: false
     // One beside the other instead of one below the other.
@@ -27,6 +29,30 @@ Item {
 
     function nameOf(plot) {
         return !plot ? "" : plot.name ? plot.name : plot.plotData ? plot.plotData.label : "";
+    }
+
+    // A trace without a name tells nobody anything.
+    readonly property var _named: {
+        var named = [];
+        for (var i = 0; plots && i < plots.length; ++i) {
+            if (nameOf(plots[i]) !== "")
+                named.push(plots[i]);
+        }
+        return named;
+    }
+
+    // The ends of the axis, with a digit more, are as long as values get.
+    function longestValue(plot) {
+        var axis = keepsRoom && chart && plot && plot.plotData && plot.plotData.size > 0 ? plot.axisY : null;
+        if (!axis)
+            return "";
+        var longest = "";
+        [axis.minVisible, axis.maxVisible, (axis.minVisible + axis.maxVisible) / 2].forEach(function (value) {
+            var text = chart.formatY(plot, value * 0.98765432);
+            if (text.length > longest.length)
+                longest = text;
+        });
+        return longest;
     }
 
     // Empty while there is none.
@@ -58,7 +84,7 @@ Item {
             Repeater {
                 id: entries
 
-                model: legend.plots
+                model: legend._named
 
                 Item {
                     id: entry
@@ -109,7 +135,20 @@ Item {
                     Text {
                         id: reading
 
+                        // Only grows: a live range changes all the time.
                         property real room: 0
+
+                        function grow() {
+                            room = Math.max(room, Math.ceil(implicitWidth), Math.ceil(widest.advanceWidth));
+                        }
+
+                        TextMetrics {
+                            id: widest
+
+                            font: reading.font
+                            text: legend.longestValue(entry.plot)
+                            onAdvanceWidthChanged: reading.grow()
+                        }
 
                         anchors.verticalCenter: parent.verticalCenter
                         x: entry.width - 10 - width
@@ -119,11 +158,11 @@ Item {
                         font.family: legend.fontFamily
                         font.pixelSize: legend.fontSize
                         renderType: Text.NativeRendering
-                        onImplicitWidthChanged: room = Math.max(room, Math.ceil(implicitWidth))
+                        onImplicitWidthChanged: grow()
                         Connections {
                             target: legend
                             function onCursorChanged() {
-                                if (!legend.cursor)
+                                if (!legend.cursor && !legend.keepsRoom)
                                     reading.room = 0;
                             }
                         }

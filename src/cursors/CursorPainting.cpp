@@ -46,17 +46,15 @@ CursorPainter::CursorPainter(QPainter *painter, const CursorDirection &direction
 {
 }
 
-void CursorPainter::marker(int place, const QColor &color)
+void CursorPainter::marker(int place, const QColor &color, bool glows)
 {
-    QColor glow = color;
-    glow.setAlpha(127);
-    m_painter->setPen(glow);
-    lines(place + 2, place + 2);
-    lines(place - 2, place - 2);
-    glow.setAlpha(191);
-    m_painter->setPen(glow);
-    lines(place - 1, place - 1);
-    lines(place + 1, place + 1);
+    for (int distance = glows ? 2 : 0; distance > 0; --distance) {
+        QColor glow = color;
+        glow.setAlpha(distance == 2 ? 127 : 191);
+        m_painter->setPen(glow);
+        lines(place - distance, place - distance);
+        lines(place + distance, place + distance);
+    }
     m_painter->setPen(color);
     lines(place, place);
 }

@@ -40,7 +40,7 @@ class CursorPainter
 public:
     CursorPainter(QPainter *painter, const CursorDirection &direction, const QQuickItem &item);
 
-    void marker(int place, const QColor &color);
+    void marker(int place, const QColor &color, bool glows);
     // The text of the distance between cursor and marker, with its base line in row y.
     void distance(const QString &text, int cursor, int marker, int y);
     void band(int position, int paintedWidth, QColor color);

@@ -230,6 +230,7 @@ void GraphCursor::setPanMargin(int margin)
 */
 void GraphCursor::setFont(QFont font)
 {
+    m_hasOwnFont = true;
     if (m_font == font)
         return;
     m_font = font;
@@ -278,6 +279,7 @@ bool GraphCursor::isCursorVisible() const
 */
 void GraphCursor::setColor(QColor color)
 {
+    m_hasOwnColor = true;
     if (m_color == color)
         return;
     m_color = color;
@@ -304,11 +306,46 @@ void GraphCursor::setAutoPrimaryPlot(bool automatic)
 */
 void GraphCursor::setPaintedWidth(int newWidth)
 {
+    m_hasOwnWidth = true;
     if (m_paintedWidth == newWidth)
         return;
     m_paintedWidth = newWidth;
     emit sgnPaintedWidthChanged();
     update();
+}
+
+void GraphCursor::setLook(const std::optional<graph::CursorLook> &look)
+{
+    m_look = look;
+    if (!look)
+        return;
+    if (!m_hasOwnColor) {
+        setColor(look->color);
+        m_hasOwnColor = false;
+    }
+    if (!m_hasOwnFont) {
+        setFont(look->font);
+        m_hasOwnFont = false;
+    }
+    if (!m_hasOwnWidth) {
+        setPaintedWidth(1);
+        m_hasOwnWidth = false;
+    }
+    colorMarkers();
+    update();
+}
+
+// The colours start again after the last one.
+void GraphCursor::colorMarkers()
+{
+    if (!m_look || m_look->markerColors.isEmpty())
+        return;
+    for (int i = 0; i < m_markers.size(); ++i) {
+        if (GraphMarker *marker = m_markers.at(i)) {
+            marker->setDefaultColor(m_look->markerColors.at(i % m_look->markerColors.size()));
+            marker->handleDeltaChanged();
+        }
+    }
 }
 
 /*!
@@ -394,7 +431,9 @@ void GraphCursor::paint(QPainter *painter)
     for (const GraphMarker *marker : qAsConst(m_markers)) {
         if (!marker || !marker->isVisible() || !m_direction.snapsToSamples)
             continue;
-        cursorPainter.marker(marker->posOnScreen(), marker->color());
+        cursorPainter.marker(marker->posOnScreen(), marker->color(), !m_look);
+        if (m_look)
+            painter->setPen(m_look->textColor);
         if (primarySeries() && marker->showDelta())
             cursorPainter.distance(marker->formattedDeltaX(), m_posOnScreen, marker->posOnScreen(),
                                    marker->deltaY());

@@ -2,6 +2,7 @@
 
 #include "common/Export.h"
 #include "common/QtVersion.h"
+#include "cursors/CursorLook.h"
 #include "cursors/KeyAcceleration.h"
 #include "cursors/TrackedPlots.h"
 #include "data/SampleHistory.h"
@@ -99,6 +100,9 @@ public:
 
     void setPlots(const QList<AbstractPlot *> &plots);
     void setZoomRect(ZoomRect *zoomRect);
+    // In a chart: thin lines, and its colours, font and texts where the document gives none. None when it leaves it.
+    void setLook(const std::optional<graph::CursorLook> &look);
+    const std::optional<graph::CursorLook> &look() const { return m_look; }
     void paint(QPainter *painter) override;
 
     Q_INVOKABLE int indexOfPlot(AbstractPlot *plot) const;
@@ -186,6 +190,7 @@ private:
     int senderPlotIndex() const;
     void adoptZoomRectOf(QQuickItem *parent);
     void giveReadingTo(QQuickItem *child);
+    void colorMarkers();
 
     const graph::CursorDirection &m_direction;
     int m_posIndex = -1;
@@ -214,6 +219,10 @@ private:
     bool m_autoPrimaryPlot = false;
     int m_primaryPlotIndex = -1;
     int m_paintedWidth = 3;
+    std::optional<graph::CursorLook> m_look;
+    bool m_hasOwnColor = false;
+    bool m_hasOwnFont = false;
+    bool m_hasOwnWidth = false;
 };
 
 QML_DECLARE_TYPEINFO(GraphCursor, QML_HAS_ATTACHED_PROPERTIES)

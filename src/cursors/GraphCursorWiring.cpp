@@ -70,6 +70,7 @@ QQmlListProperty<GraphMarker> GraphCursor::markers()
             return;
         marker->setCursor(cursorOf(list));
         cursorOf(list)->m_markers.append(marker);
+        cursorOf(list)->colorMarkers();
         emit cursorOf(list)->markersChanged();
     };
     const auto count = [](List *list) -> graph::ListIndex { return cursorOf(list)->m_markers.size(); };
@@ -347,6 +348,8 @@ void GraphCursor::setZoomRect(ZoomRect *zoomRect)
 
 void GraphCursor::itemChange(ItemChange change, const ItemChangeData &data)
 {
+    if (change == ItemParentHasChanged)
+        m_look.reset();
     if (change == ItemParentHasChanged && data.item)
         adoptZoomRectOf(data.item);
     // A document's own children are not ready before the cursor is.

@@ -217,6 +217,18 @@ void GraphMarker::hideForLackOfSample()
 */
 void GraphMarker::setColor(QColor color)
 {
+    m_hasOwnColor = true;
+    showColor(color);
+}
+
+void GraphMarker::setDefaultColor(const QColor &color)
+{
+    if (!m_hasOwnColor)
+        showColor(color);
+}
+
+void GraphMarker::showColor(const QColor &color)
+{
     if (m_color == color)
         return;
     m_color = color;
@@ -305,7 +317,7 @@ void GraphMarker::handleDeltaChanged()
     if (!data || !m_visible || m_posIndex < 0 || m_posIndex >= data->size())
         return;
     const double cursorX = m_cursor->posValue();
-    const QString deltaX = delta(data->formattedXValue(std::abs(cursorX - m_posValue)));
+    const QString deltaX = delta(distanceText(*data));
     const double y = data->y(m_posIndex);
     const int yPlace = graph::pixel(primaryPlot()->mapToItemY(y));
     const QString text = data->formattedYValue(y);
@@ -328,6 +340,12 @@ void GraphMarker::handleDeltaChanged()
     publish(m_formattedYValue, text, &GraphMarker::formattedYValueChanged);
     publish(m_formattedDeltaY, deltaY, &GraphMarker::formattedDeltaYChanged);
     publish(m_formattedDeltasY, deltasY, &GraphMarker::formattedDeltasYChanged);
+}
+
+QString GraphMarker::distanceText(const PlotData &data) const
+{
+    const double distance = std::abs(m_cursor->posValue() - m_posValue);
+    return m_cursor->look() ? m_cursor->look()->distanceText(distance) : data.formattedXValue(distance);
 }
 
 QStringList GraphMarker::seriesDeltas() const

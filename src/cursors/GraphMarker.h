@@ -66,6 +66,9 @@ public:
     PlotData *primarySeries() const;
     ValueAxis *primaryAxis() const;
 
+    // Where the document gives none.
+    void setDefaultColor(const QColor &color);
+
 public slots:
     void setPosValue(double value);
     void setPosIndex(int index);
@@ -110,6 +113,8 @@ private:
     void followScroll();
     void hideForLackOfSample();
     void placeOnScreen();
+    void showColor(const QColor &color);
+    QString distanceText(const PlotData &data) const;
     QStringList seriesDeltas() const;
 
     int m_posIndex = -1;
@@ -120,6 +125,7 @@ private:
     int m_yPosOnScreen = 0;
     QString m_formattedYValue;
     QColor m_color = Qt::darkYellow;
+    bool m_hasOwnColor = false;
     bool m_visible = false;
     bool m_hiddenForLackOfSample = false; // by its own doing: the next valid place shows it again
     std::optional<double> m_awaitedValue; // no sample had it yet

@@ -38,7 +38,7 @@ TestCase {
 
             GraphPlot {
                 id: plot
-                plotData: PlotSeries { axisX: axisX; axisY: axisY; yData: testCase.levels(50) }
+                plotData: PlotSeries { label: "Level"; axisX: axisX; axisY: axisY; yData: testCase.levels(50) }
             }
 
             GraphPlot {
