@@ -160,7 +160,7 @@ ChartView {
         property bool pinned: false
         readonly property bool shown: Boolean(item) && item.opacity > 0
         // Rolled out of the window with its sample.
-        readonly property bool isLost: pinned && chart.following && Boolean(item) && !item.inView
+        readonly property bool isLost: chart.following && Boolean(item) && !item.inView
         property var beforeTap: null
 
         function place(x, y) {

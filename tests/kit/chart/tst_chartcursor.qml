@@ -1,0 +1,166 @@
+import QtQuick 2.15
+import QtTest 1.2
+import graph_plugin 1.0
+import graph_kit 1.0
+
+// Cursors, markers and the legend of a chart keep to its theme and out of each other's way.
+TestCase {
+    id: testCase
+
+    name: "chartcursor"
+    width: 640
+    height: 400
+    visible: true
+    when: windowShown
+
+    Component {
+        id: declared
+
+        Chart {
+            id: chart
+
+            property alias line: line
+            property alias own: own
+            property alias reading: reading
+            property alias tag: tag
+
+            width: 640
+            height: 400
+            axisX.unit: "Hz"
+            Trace { id: level; name: "Level"; values: Array.from({ length: 1001 }, (unused, i) => i < 500 ? 0 : 9); unit: "V" }
+            GraphCursor {
+                id: line
+                markers: [GraphMarker { posValue: 440; visible: true }, GraphMarker { id: own; color: "lime" }]
+                CursorReadout { id: reading; plot: level }
+                CursorTag { id: tag }
+            }
+        }
+    }
+
+    Component {
+        id: live
+
+        Chart {
+            width: 640
+            height: 400
+            follow: 30
+            Trace { name: "Battery"; unit: "V" }
+            Trace { name: "Motor"; unit: "V" }
+            Trace {}
+        }
+    }
+
+    function make(component, properties) {
+        var chart = createTemporaryObject(component, testCase, properties || {});
+        waitForRendering(chart);
+        return chart;
+    }
+
+    function find(item, name) {
+        for (var i = 0; i < item.children.length; ++i) {
+            var child = item.children[i];
+            var found = child[name] !== undefined ? child : find(child, name);
+            if (found)
+                return found;
+        }
+        return null;
+    }
+
+    function rgb(color) {
+        return Qt.rgba(color.r, color.g, color.b, 1).toString();
+    }
+
+    function test_themeOfCursorAndMarkers() {
+        var chart = make(declared);
+        [Chart.Dark, Chart.Light].forEach(function (theme) {
+            chart.theme = theme;
+            compare(rgb(chart.line.color), rgb(chart.colors.cursorColor));
+            compare(rgb(chart.line.markers[0].color), rgb(chart.colors.markerColors[0]));
+            compare(rgb(chart.own.color), "#00ff00");
+            compare(chart.line.paintedWidth + " " + chart.line.font.pixelSize, "1 " + chart.colors.fontSize);
+        });
+        chart.line.setPosValue(20);
+        compare(chart.line.markers[0].formattedDelta, "\u0394 420 Hz");
+        chart.line.color = "red";
+        chart.theme = Chart.Dark;
+        compare(rgb(chart.line.color), "#ff0000");
+    }
+
+    // A time between two times is no date.
+    function test_distanceInTime() {
+        var chart = make(declared);
+        chart.axisX.scale = ChartAxis.Time;
+        [[20, "00:07:00"], [435, "5 s"]].forEach(function (pair) {
+            chart.line.setPosValue(pair[0]);
+            compare(chart.line.markers[0].formattedDelta, "\u0394 " + pair[1]);
+        });
+    }
+
+    function test_tagKeepsClear() {
+        var chart = make(declared, { follow: 1000 });
+        chart.showRange(0, 1000);
+        chart.line.setPosValue(100);
+        var low = chart.tag.tagInset;
+        verify(low > 10);
+        tryVerify(() => chart.reading.labelY + chart.reading.labelHeight <= chart.plotArea.height - low);
+        // Above the button in the corner.
+        chart.line.setPosValue(1000);
+        verify(chart.tag.tagInset > low + 20);
+    }
+
+    function feed(chart, last) {
+        chart.traces.forEach(trace => { trace.values = Array.from({ length: last + 1 }, (unused, i) => 24 + Math.sin(i)); });
+        wait(1);
+    }
+
+    function shown(chart) {
+        return chart.axisX.minVisible + " " + chart.axisX.maxVisible;
+    }
+
+    function test_liveWindow() {
+        var chart = make(live);
+        compare(shown(chart), "0 30");
+        for (var i = 0; i < 8; ++i)
+            feed(chart, 125 + i);
+        compare(shown(chart), "102 132");
+        // Those with a name, at the side where nothing new comes in, and as wide as with a cursor.
+        var legend = find(chart.overlay, "keepsRoom"), entries = find(legend, "flow");
+        compare(entries.columns + " " + entries.rows, "1 2");
+        compare(legend.atRight, false);
+        tryVerify(() => entries.width > 0);
+        var width = entries.width;
+        var area = chart.plotArea;
+        mouseClick(chart, area.x + 100, area.y + 200);
+        var cursor = find(chart, "inView");
+        tryCompare(cursor, "opacity", 1);
+        tryVerify(() => legend.cursor);
+        waitForRendering(chart);
+        compare(entries.width, width);
+        // With its sample the cursor leaves the window.
+        feed(chart, 200);
+        tryCompare(cursor, "opacity", 0);
+        chart.showAll();
+        compare(shown(chart), "0 200");
+        chart.legend.atRight = true;
+        compare(legend.atRight, true);
+    }
+
+    function test_doubleTapLeavesNoCursor() {
+        var chart = make(live);
+        feed(chart, 10);
+        mouseDoubleClickSequence(chart, chart.plotArea.x + 100, chart.plotArea.y + 200);
+        mouseMove(testCase, 639, 399);
+        var cursor = find(chart, "inView");
+        verify(cursor);
+        tryCompare(cursor, "opacity", 0);
+    }
+
+    // What has stopped growing ends where it ends.
+    function test_roomGoes() {
+        var chart = make(live, { follow: 0 });
+        for (var i = 0; i < 8; ++i)
+            feed(chart, 100 + i);
+        verify(chart.axisX.maxVisible > 110);
+        tryVerify(() => shown(chart) === "0 107", 4000);
+    }
+}
