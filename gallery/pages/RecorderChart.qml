@@ -4,7 +4,7 @@ import graph_kit 1.0
 Chart {
     width: 800; height: 480
     follow: 10
-    axisY { minValue: 0; maxValue: 12 }
+    axisY { title: "Voltage"; minValue: 0; maxValue: 12 }
     axisX { title: "Time"; unit: "s" }
     legend.inARow: true
 
