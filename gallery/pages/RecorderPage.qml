@@ -8,9 +8,11 @@ ShowPage {
 
     readonly property bool following: Boolean(shown) && shown.following
 
+    // Not beyond what is recorded.
     function scroll(part) {
-        var axis = shown.axisX, way = part * (axis.maxVisible - axis.minVisible);
-        shown.showRange(axis.minVisible + way, axis.maxVisible + way);
+        var axis = shown.axisX, width = axis.maxVisible - axis.minVisible;
+        var begin = Math.max(axis.minValue, Math.min(axis.minVisible + part * width, axis.maxValue - width));
+        shown.showRange(begin, begin + width);
     }
 
     document: "RecorderChart.qml"
@@ -33,6 +35,7 @@ ShowPage {
         },
         PushButton {
             text: "\u2039"
+            enabled: Boolean(page.shown) && page.shown.axisX.minVisible > page.shown.axisX.minValue
             onClicked: page.scroll(-0.5)
         },
         PushButton {
