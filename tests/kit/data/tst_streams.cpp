@@ -112,7 +112,7 @@ private slots:
             points.append(xs.constData(), ys.constData(), xs.size());
             const auto letOldestGo = [&] {
                 for (auto *list : {&expectedSeries, &expectedPoints})
-                    list->remove(0, std::max(0, list->size() - capacity));
+                    list->remove(0, std::max<qint64>(0, list->size() - capacity));
             };
             letOldestGo();
             if (random.bounded(40) == 0) {
