@@ -77,7 +77,6 @@ Item {
         Grid {
             id: grid
 
-            columns: legend.inARow ? Math.max(1, entries.count) : Math.ceil(Math.max(1, entries.count) / legend._rows)
             flow: legend.inARow ? Grid.LeftToRight : Grid.TopToBottom
             rows: legend.inARow ? 1 : Math.min(Math.max(1, entries.count), legend._rows)
 

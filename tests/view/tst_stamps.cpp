@@ -202,7 +202,7 @@ void tst_stamps::blendsAndUploadsLittle()
     pan(1.0);
     // Of both planes, the empty one, and the cursor that follows its sample.
     const auto panned = count([&] { pan(1.1); });
-    QVERIFY2(panned.first > 1000 && panned.first < layer / 15, qPrintable(QString::number(panned.first)));
+    QVERIFY2(panned.first > 1000 && panned.first < layer / 12, qPrintable(QString::number(panned.first)));
     QCOMPARE(panned.second, 0);
     const auto relabelled = count([&] { pan(200.0); });
     QVERIFY2(relabelled.second > 100 && relabelled.second < 5000,

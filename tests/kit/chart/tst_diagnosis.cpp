@@ -175,8 +175,11 @@ private slots:
             "PlotSeries \"data\" gets no values: the service \"meter\" does not publish "
             "\"levle_yData:doubleARRAY:\"",
             {trace(fed.arg("'meter,levle'"))});
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
+        // Qt 6 itself says so, and hands over zeros.
         row("texts", "PlotSeries \"data\" has 2 values and no number among them",
             {trace("PlotSeries { id: data; axisX: time; axisY: level; yData: ['a', 'b'] }")});
+#endif
         row("no xData", "PlotPoints \"data\" has all its 3 samples at x = 0: write xData",
             {trace("PlotPoints { id: data; axisX: time; axisY: level; yData: [1, 2, 3] }")});
         row("no interval", "has all its 3 samples at x = 0: write an xInterval",
