@@ -181,6 +181,7 @@ private:
     void applyColors(ValueAxis *axis);
     void colorTraces();
     void dressCursors();
+    void placeCursors();
     bool takesColor(const AbstractPlot *plot) const;
     void nameUnits();
 

@@ -132,6 +132,7 @@ void ChartView::updateRanges()
     zoomRect()->setChanging(wasChanging);
     m_applying = wasApplying;
     m_grid->setVisible(!isFilled(m_axisX) && !isFilled(m_axisY));
+    placeCursors();
     if (oldX != m_dataX) {
         const auto others = partners();
         for (ChartView *chart : others)

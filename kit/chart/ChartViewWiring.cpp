@@ -355,6 +355,17 @@ void ChartView::dressCursors()
     }
 }
 
+// Those that came before the data: their texts would tell of a place where they are not.
+void ChartView::placeCursors()
+{
+    const QList<QQuickItem *> children = childItems();
+    for (QQuickItem *child : children) {
+        auto *cursor = qobject_cast<GraphCursor *>(child);
+        if (cursor && cursor->posIndex() < 0)
+            cursor->setPosValue(cursor->posValue());
+    }
+}
+
 // Whether the colour of the plot is the chart's to choose: other plots than traces do not tell of a choice,
 // but a plot of which nobody has said anything is black.
 bool ChartView::takesColor(const AbstractPlot *plot) const

@@ -14,6 +14,9 @@ ChartView {
     // A tap on the plot area, in its pixels.
     signal tapped(real x, real y)
 
+    // A ChartCursor of the document.
+    property GraphCursor declaredCursor: null
+    readonly property bool _bringsCursor: cursor.enabled && !declaredCursor
     // For the tags of cursors.
     readonly property alias liveButton: liveLoader
 
@@ -27,7 +30,7 @@ ChartView {
             cursorLoader.pinned = false;
             return true;
         }
-        if (cursorLoader.pinned && cursorLoader.shown && cursorKeys.press(event.key, event.isAutoRepeat))
+        if ((declaredCursor || cursorLoader.pinned && cursorLoader.shown) && cursorKeys.press(event.key, event.isAutoRepeat))
             return true;
         return _zooms && zoom.keys && _pressZoom(event);
     }
@@ -136,7 +139,7 @@ ChartView {
         HoverHandler {
             id: hover
 
-            enabled: chart.cursor.enabled && chart.cursor.hover
+            enabled: chart._bringsCursor && chart.cursor.hover
             acceptedDevices: PointerDevice.Mouse
             onPointChanged: if (hovered) cursorLoader.hoverAt(point.position.x, point.position.y)
         }
@@ -176,7 +179,7 @@ ChartView {
 
         // Another tap on the line takes it away.
         function tap(x, y) {
-            if (!chart.cursor.enabled || chart.traces.length === 0)
+            if (!chart._bringsCursor || chart.traces.length === 0)
                 return;
             beforeTap = { pinned: pinned, value: item ? item.posValue : 0 };
             if (pinned && item && Math.abs(x - item.posOnScreen) < 12) {
@@ -204,7 +207,8 @@ ChartView {
         sourceComponent: ChartCursor {
             view: chart
             parent: chart
-            opacity: chart.cursor.enabled && inView && (cursorLoader.pinned || hover.hovered) ? 1 : 0
+            isDeclared: false
+            opacity: chart._bringsCursor && inView && (cursorLoader.pinned || hover.hovered) ? 1 : 0
         }
     }
 
@@ -212,7 +216,7 @@ ChartView {
         id: cursorKeys
 
         parent: chart.underlay
-        cursor: cursorLoader.item
+        cursor: chart.declaredCursor || cursorLoader.item
     }
 
     Loader {
@@ -232,7 +236,7 @@ ChartView {
             readonly property bool isSmall: width < chart.colors.fontSize * 28
 
             plots: legendLoader.named
-            cursor: chart.legend.values && !isSmall && cursorLoader.shown ? cursorLoader.item : null
+            cursor: !chart.legend.values || isSmall ? null : chart.declaredCursor ? chart.declaredCursor : cursorLoader.shown ? cursorLoader.item : null
             keepsRoom: chart.legend.values && !isSmall && chart.cursor.enabled
             atRight: chart.legend.atRight
             atBottom: chart.legend.atBottom

@@ -1,12 +1,16 @@
 import QtQuick 2.15
 import graph_plugin 1.0
 import graph_kit 1.0
+import "theme.js" as Theme
 
-// The cursor of a Chart with the readings of its traces.
+// The cursor of a Chart with the readings of its traces. Declared in a Chart it takes the place of the one that a tap
+// brings: it is always there, a finger drags it, taps and the chart's keys move it, and it may have markers.
 GraphCursor {
     id: cursor
 
-    property ChartView view: null
+    property ChartView view: Theme.chartOf(cursor)
+    // False for the one that the chart places itself.
+    property bool isDeclared: true
     // The row of pixels where it was placed: levels are read there.
     property real row: NaN
 
@@ -31,7 +35,8 @@ GraphCursor {
     onPlotsChanged: if (!isNaN(_waiting) && primaryPlot) placeAt(_waiting, row)
     color: view ? view.colors.cursorColor : "white"
     paintedWidth: 1
-    staysOnScreen: false
+    staysOnScreen: isDeclared
+    Component.onCompleted: if (isDeclared && view) view.declaredCursor = cursor
 
     Repeater {
         model: cursor.view && cursor.view.cursor.readings ? cursor.view.traces : []
@@ -54,5 +59,6 @@ GraphCursor {
         }
     }
 
+    CursorGrab { enabled: cursor.isDeclared; tapArea: cursor.isDeclared ? cursor.view : null }
     CursorTag {}
 }

@@ -86,6 +86,35 @@ TestCase {
         compare(rgb(chart.line.color), "#ff0000");
     }
 
+    Component {
+        id: withCursor
+
+        Chart {
+            width: 640
+            height: 400
+            Trace { name: "Level" }
+            ChartCursor { markers: GraphMarker { posValue: 4; visible: true } }
+        }
+    }
+
+    // It waits for data, hears taps and keys, and keeps the chart's own away.
+    function test_declaredCursor() {
+        var chart = make(withCursor), cursor = chart.declaredCursor;
+        compare(cursor.view, chart);
+        chart.traces[0].start = 2;
+        feed(chart, 98);
+        compare(cursor.posIndex + " " + cursor.posValue, "0 2");
+        mouseClick(chart, chart.plotArea.x + chart.plotArea.width / 2, 200);
+        fuzzyCompare(cursor.posValue, 51, 1.5);
+        var place = cursor.posValue;
+        keyClick(Qt.Key_Right);
+        verify(cursor.posValue > place);
+        cursor.setPosValue(44);
+        compare(cursor.markers[0].formattedDelta, "\u0394 40");
+        var others = Array.prototype.filter.call(chart.children, child => child instanceof GraphCursor && child !== cursor);
+        compare(others.length, 0);
+    }
+
     // A time between two times is no date.
     function test_distanceInTime() {
         var chart = make(declared);
