@@ -17,8 +17,9 @@ ChartView {
     // A ChartCursor of the document.
     property GraphCursor declaredCursor: null
     readonly property bool _bringsCursor: cursor.enabled && !declaredCursor
-    // For the tags of cursors.
+    // For the tags and flags of cursors, which keep clear of them.
     readonly property alias liveButton: liveLoader
+    readonly property Item legendBox: legendLoader.item ? legendLoader.item.box : null
 
     function _pan(x, y) {
         zoomRect.moveLeft(zoomRect.left + x * zoomRect.width);

@@ -25,6 +25,8 @@ Item {
     property int fontSize: theme ? theme.fontSize : 14
     property real entryHeight: 40
     property real inset: 4
+    // What of it is painted.
+    readonly property alias box: box
     readonly property int _rows: Math.max(1, Math.floor((height - 2 * inset) / entryHeight))
 
     function nameOf(plot) {
@@ -66,6 +68,8 @@ Item {
     }
 
     Rectangle {
+        id: box
+
         x: legend.atRight ? legend.width - width - legend.inset : legend.inset
         y: legend.atBottom ? legend.height - height - legend.inset : legend.inset
         width: grid.width

@@ -20,7 +20,12 @@ Item {
     // Name on the flag; none, no flag.
     property string text
     property color color: "white"
-    readonly property var theme: Theme.of(grab)
+    readonly property var chart: Theme.chartOf(grab)
+    readonly property var theme: chart ? chart.colors : null
+    readonly property Item _legend: chart && chart.legendBox && chart.legendBox.visible ? chart.legendBox : null
+    // Where the legend is above, the flags are below it.
+    readonly property real _top: _legend && _legend.y < flag.height && flag.x < _legend.x + _legend.width
+                                 && _legend.x < flag.x + flag.width ? _legend.y + _legend.height : 0
     property color textColor: theme ? theme.plotBackground : "black"
     property string fontFamily: theme ? theme.fontFamily : "Roboto"
     property int fontSize: theme ? theme.fontSize : 13
@@ -62,7 +67,7 @@ Item {
         height: Math.ceil(name.implicitHeight) + 4
         x: grab.horizontal ? 2 : Math.max(0, Math.min(grab.line - (width - 1) / 2, grab.width - width))
         y: grab.horizontal ? Math.max(0, Math.min(grab.line - Math.floor(height / 2), grab.height - height))
-                           : 2 + grab.row * (height + 2)
+                           : 2 + grab._top + grab.row * (height + 2)
         radius: 3
         color: grab.color
 

@@ -93,7 +93,8 @@ TestCase {
             width: 640
             height: 400
             Trace { name: "Level" }
-            ChartCursor { markers: GraphMarker { posValue: 4; visible: true } }
+            legend.leastTraces: 1
+            ChartCursor { markers: GraphMarker { posValue: 4; visible: true; MarkerGrab { text: "A" } } }
         }
     }
 
@@ -111,6 +112,10 @@ TestCase {
         verify(cursor.posValue > place);
         cursor.setPosValue(44);
         compare(cursor.markers[0].formattedDelta, "\u0394 40");
+        // The flag is not behind the legend.
+        compare(cursor.markers[0].label._top, 0);
+        cursor.markers[0].setPosValue(98);
+        tryCompare(cursor.markers[0].label, "_top", chart.legendBox.y + chart.legendBox.height);
         var others = Array.prototype.filter.call(chart.children, child => child instanceof GraphCursor && child !== cursor);
         compare(others.length, 0);
     }
