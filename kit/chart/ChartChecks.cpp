@@ -3,7 +3,8 @@
 #include "axis/ValueAxis.h"
 #include "data/PlotData.h"
 #include "kit/chart/DataChecks.h"
-#include "kit/chart/ItemName.h"
+#include "kit/chart/KitChecks.h"
+#include "kit/data/ItemName.h"
 #include "plots/ContainerPlot.h"
 #include "plots/GraphPlot.h"
 #include "view/base/AbstractPlot.h"
@@ -279,17 +280,26 @@ QString withoutPoint(const GraphView &, const AbstractPlot &plot)
                           "graphPoint: GraphPointDot {}, or another form");
 }
 
+// Types of the kit call it otherwise than those of the engine.
+QLatin1String colorProperty(const AbstractPlot &plot)
+{
+    return QLatin1String(plot.metaObject()->indexOfProperty("color") < 0 ? "penColor" : "color");
+}
+
 QString withInvisiblePen(const GraphView &, const AbstractPlot &plot)
 {
     if (plot.penColor().alpha() > 0 || !qobject_cast<const GraphPlot *>(&plot))
         return {};
-    return QStringLiteral("is drawn in a colour without any opacity: give it another penColor");
+    return QStringLiteral("is drawn in a colour without any opacity: give it another %1")
+        .arg(colorProperty(plot));
 }
 
-const ViewCheck viewChecks[] = {withoutSize, withoutRoom, withUnlistedAxis, withUnusedData};
+const ViewCheck viewChecks[] = {withoutSize, withoutRoom, withUnlistedAxis, withUnusedData, withUnknownTheme};
 const AxisCheck axisChecks[] = {withReversedRange, withUnusableRange};
-const PlotCheck plotChecks[] = {outsideOfView, insideOfAnItem, afterView,   withSwappedAxes,  withLateAxis,
-                                withWrongAxis, withoutAxis,    withoutArea, withInvisiblePen, withoutPoint};
+const PlotCheck plotChecks[] = {outsideOfView,    insideOfAnItem, afterView,        withSwappedAxes,
+                                withLateAxis,     withWrongAxis,  withoutAxis,      withoutArea,
+                                withInvisiblePen, withoutPoint,   withEmptyAddress, withColorOfGround,
+                                withAnotherUnit};
 
 template <typename Checks, typename... Subject>
 QString firstReason(const Checks &checks, const Subject &...subject)
@@ -351,13 +361,17 @@ QVector<Finding> findReasons(const GraphView &view, const std::function<bool(con
         const PlotData *data = plot->plotData();
         if (!data)
             continue;
-        const QString ofData = reasonOfData(*data);
-        add(&findings, data, ofData);
-        if (text.isEmpty() && ofData.isEmpty() && !troubled.contains(plot->axisX()) &&
-            !troubled.contains(plot->axisY()) && isNew(*plot))
-            add(&findings, data, reasonOutOfRange(*plot));
+        const QObject *about = isOwnData(*plot) ? static_cast<const QObject *>(plot) : data;
+        const QString ofData = reasonOfData(*plot);
+        add(&findings, about, ofData);
+        if (!text.isEmpty() || !ofData.isEmpty() || !isNew(*plot))
+            continue;
+        const QString ofNewData = reasonOfNewData(view, *plot);
+        add(&findings, about, ofNewData);
+        if (ofNewData.isEmpty() && !troubled.contains(plot->axisX()) && !troubled.contains(plot->axisY()))
+            add(&findings, about, reasonOutOfRange(*plot));
     }
-    return findings;
+    return findings + misplacedParts(view);
 }
 
 } // namespace graph

@@ -4,6 +4,7 @@
 #include "kit/axis/ChartAxis.h"
 #include "kit/chart/ChartTheme.h"
 #include "kit/chart/LegendSwitches.h"
+#include "kit/data/Telling.h"
 #include "kit/plots/Trace.h"
 #include "kit/plots/WaterfallPlot.h"
 #include "view/base/AbstractPlot.h"
@@ -488,6 +489,10 @@ void ChartView::setFlickable(QQuickItem *flickable)
 */
 void ChartView::setFollow(double seconds)
 {
+    if (seconds < 0.0)
+        tell(this, QStringLiteral(
+                       "has a follow of %1, which is ignored: write the seconds that it is to show, or 0")
+                       .arg(seconds));
     if (m_follow == seconds || !(seconds >= 0.0) || !std::isfinite(seconds))
         return;
     const bool starts = m_follow == 0.0;
@@ -536,6 +541,8 @@ double ChartView::followedSeconds() const
 */
 void ChartView::setZoomWith(ChartView *other)
 {
+    if (other && other == this)
+        tell(this, QStringLiteral("is zoomed with itself: write zoomWith and the id of another chart"));
     if (m_zoomWith == other || other == this)
         return;
     if (m_zoomWith)

@@ -4,6 +4,8 @@
 #include "cursors/GraphCursor.h"
 #include "data/PlotData.h"
 #include "kit/chart/ChartTheme.h"
+#include "kit/data/ItemName.h"
+#include "kit/data/Telling.h"
 #include "kit/plots/ColorScale.h"
 #include "kit/plots/Trace.h"
 #include "kit/plots/WaterfallPlot.h"
@@ -26,6 +28,19 @@ namespace {
 constexpr int greatestDepth = 4;
 // Between the labels of an axis and what is beyond them, in pixels.
 constexpr int labelRoom = 6;
+
+// Now, because the axes of the chart take its place.
+void tellOfRefusedAxis(const AbstractPlot *plot, const ValueAxis *axis, const char *property,
+                       const char *direction, const char *otherProperty, const char *alignment)
+{
+    if (!axis)
+        return;
+    tell(plot, QStringLiteral(
+                   "gets the %1 of the chart, because %2, given as its %1, is %3: write alignment: %4 in "
+                   "it, or %5 instead of %1 here")
+                   .arg(QLatin1String(property), nameOf(axis), QLatin1String(direction),
+                        QLatin1String(alignment), QLatin1String(otherProperty)));
+}
 
 bool hasSize(const QQuickItem *item)
 {
@@ -199,10 +214,15 @@ void ChartView::adoptPlot(AbstractPlot *plot)
         drawAsImage(plot);
     }
     followData(plot);
-    if (!plot->axisX())
+    if (!plot->axisX()) {
+        tellOfRefusedAxis(plot, plot->refusedAxisX(), "axisX", "vertical", "axisY", "Qt.AlignBottom");
         plot->setAxisX(m_axisX);
-    if (!plot->axisY())
+    }
+    if (!plot->axisY()) {
+        tellOfRefusedAxis(plot, plot->refusedAxisY(), "axisY", "horizontal", "axisX",
+                          "Qt.AlignLeft or Qt.AlignRight");
         plot->setAxisY(m_axisY);
+    }
 }
 
 // The plot may be no more than its address.

@@ -3,7 +3,9 @@
 #include "axis/ValueAxis.h"
 #include "data/PlotPoints.h"
 #include "data/PlotSeries.h"
-#include "kit/chart/ItemName.h"
+#include "kit/data/ComputedData.h"
+#include "kit/data/ItemName.h"
+#include "kit/plots/LimitLine.h"
 #include "kit/plots/Trace.h"
 #include "kit/plots/WaterfallPlot.h"
 #include "platform/bus/ORNClientInterface.h"
@@ -17,7 +19,7 @@ namespace graph {
 
 namespace {
 
-using DataCheck = QString (*)(const PlotData &);
+using DataCheck = QString (*)(const AbstractPlot &, const PlotData &);
 
 SampleSpan allSamples(const PlotData &data)
 {
@@ -30,7 +32,7 @@ QString quoted(const QString &text)
     return QLatin1Char('"') + text + QLatin1Char('"');
 }
 
-QString withoutAddress(const PlotData &data)
+QString withoutAddress(const AbstractPlot &, const PlotData &data)
 {
     const QString written = data.busBinding().writtenAddress();
     if (written.isNull() || !written.isEmpty() || data.size() > 0)
@@ -40,7 +42,7 @@ QString withoutAddress(const PlotData &data)
         "as \"analyzer,spectrum\"");
 }
 
-QString withUnreadableAddress(const PlotData &data)
+QString withUnreadableAddress(const AbstractPlot &, const PlotData &data)
 {
     const QString written = data.busBinding().writtenAddress();
     if (written.isEmpty())
@@ -74,7 +76,7 @@ bool isServiceThere(ORNClientInterface *client)
     return isThere;
 }
 
-QString withoutService(const PlotData &data)
+QString withoutService(const AbstractPlot &, const PlotData &data)
 {
     ORNClientInterface *client = data.busBinding().client();
     if (!client || isServiceThere(client))
@@ -85,7 +87,7 @@ QString withoutService(const PlotData &data)
         .arg(quoted(service), quoted(data.busBinding().address()));
 }
 
-QString withoutItem(const PlotData &data)
+QString withoutItem(const AbstractPlot &, const PlotData &data)
 {
     if (!data.busBinding().client() || data.size() > 0)
         return {};
@@ -104,16 +106,15 @@ QString withoutItem(const PlotData &data)
              arrays.join(QStringLiteral(" and ")), quoted(data.busBinding().address()));
 }
 
-QString withoutNumbers(const PlotData &data)
+QString withoutNumbers(const AbstractPlot &, const PlotData &data)
 {
     // What was measured, or computed, may be gaps only.
     const QString type = typeNameOf(&data);
     if (data.busBinding().client() || data.size() == 0 ||
         (type != QLatin1String("PlotSeries") && type != QLatin1String("PlotPoints")))
         return {};
-    const SampleSpan samples = allSamples(data);
-    for (int i = 0; i < samples.size(); ++i) {
-        if (!std::isnan(samples.y(i)))
+    for (int i = 0; i < data.size(); ++i) {
+        if (!std::isnan(data.y(i)))
             return {};
     }
     return QStringLiteral(
@@ -121,7 +122,7 @@ QString withoutNumbers(const PlotData &data)
         .arg(data.size());
 }
 
-QString atOnePlace(const PlotData &data)
+QString atOnePlace(const AbstractPlot &plot, const PlotData &data)
 {
     if (!hasSamples(data) || data.usePointsAsSegments() || data.size() < 3)
         return {};
@@ -130,15 +131,28 @@ QString atOnePlace(const PlotData &data)
     if (samples.size() < 3 || samples.last().x() != x)
         return {};
     const bool isSeries = data.inherits("PlotSeries");
+    const bool isOwn = isOwnData(plot);
     return QStringLiteral("has all its %1 samples at x = %2: write %3")
         .arg(data.size())
         .arg(x)
-        .arg(isSeries ? QStringLiteral("an xInterval other than 0")
-                      : QStringLiteral("xData, as many as yData"));
+        .arg(isSeries ? (isOwn ? QStringLiteral("an interval other than 0")
+                               : QStringLiteral("an xInterval other than 0"))
+                      : (isOwn ? QStringLiteral("positions that differ")
+                               : QStringLiteral("xData, as many as yData")));
+}
+
+QString withoutSource(const AbstractPlot &, const PlotData &data)
+{
+    const auto *computed = qobject_cast<const ComputedData *>(&data);
+    if (!computed || computed->source() || computed->hasWrittenSource())
+        return {};
+    return QStringLiteral("has no source and computes nothing: write source and the data to compute it from, "
+                          "such as trace.plotData");
 }
 
 const DataCheck dataChecks[] = {withoutAddress, withUnreadableAddress, withoutService,
-                                withoutItem,    withoutNumbers,        atOnePlace};
+                                withoutItem,    withoutNumbers,        atOnePlace,
+                                withoutSource};
 
 QString outOfRange(const char *direction, double low, double high, double from, double to, const char *advice)
 {
@@ -179,10 +193,19 @@ bool hasSamples(const PlotData &data)
     return !data.inherits("PlotRegions") && !data.inherits("PlotBands");
 }
 
-QString reasonOfData(const PlotData &data)
+bool isOwnData(const AbstractPlot &plot)
 {
+    const auto *trace = qobject_cast<const Trace *>(&plot);
+    return trace ? !trace->series()
+                 : qobject_cast<const LimitLine *>(&plot) || qobject_cast<const WaterfallPlot *>(&plot);
+}
+
+QString reasonOfData(const AbstractPlot &plot)
+{
+    if (!plot.plotData())
+        return {};
     for (const DataCheck check : dataChecks) {
-        const QString reason = check(data);
+        const QString reason = check(plot, *plot.plotData());
         if (!reason.isEmpty())
             return reason;
     }
@@ -202,7 +225,8 @@ QString reasonOutOfRange(const AbstractPlot &plot)
     const double last = samples.last().x();
     if (areApart(first, last, plot.minVisibleX(), plot.maxVisibleX()))
         return outOfRange("x values", first, last, plot.minVisibleX(), plot.maxVisibleX(),
-                          "set the range of its horizontal axis, or xFirstValue and xInterval");
+                          isOwnData(plot) ? "set the range of its horizontal axis, or start and interval"
+                                          : "set the range of its horizontal axis, or the x of the data");
     MinMax extent = samples.minMax(0, samples.size());
     if (!(extent.min <= extent.max))
         return {};

@@ -3,14 +3,10 @@
 #include "data/PlotData.h"
 #include "kit/chart/ChartChecks.h"
 #include "kit/chart/DiagnosisOverlay.h"
-#include "kit/chart/ItemName.h"
-#include "kit/data/KitLog.h"
+#include "kit/data/ItemName.h"
+#include "kit/data/Telling.h"
 #include "view/base/AbstractPlot.h"
 #include "view/frame/GraphView.h"
-
-#include <QMessageLogger>
-#include <QQmlEngine>
-#include <QQmlInfo>
 
 namespace graph {
 
@@ -18,27 +14,6 @@ namespace {
 
 // Bindings, layouts, Loaders and the first values from elsewhere have their time to arrive.
 constexpr int patience = 1000;
-
-// Hands the sentence to those who listen to the engine's warnings, without its being printed there, and gives
-// the place in a document that the engine knows for the object.
-QQmlError report(const QObject *object, const QString &sentence)
-{
-    QQmlError error;
-    // What an item made for itself is where that item is.
-    while (!qmlContext(object) && object->parent())
-        object = object->parent();
-    QQmlEngine *engine = qmlEngine(object);
-    if (!engine)
-        return error;
-    const auto keep = [&error](const QList<QQmlError> &errors) { error = errors.value(0); };
-    const QMetaObject::Connection connection = QObject::connect(engine, &QQmlEngine::warnings, keep);
-    const bool isPrinted = engine->outputWarningsToStandardError();
-    engine->setOutputWarningsToStandardError(false);
-    qmlWarning(object) << sentence;
-    engine->setOutputWarningsToStandardError(isPrinted);
-    QObject::disconnect(connection);
-    return error;
-}
 
 } // namespace
 
@@ -201,17 +176,7 @@ void Diagnosis::tell(const Finding &finding)
     if (m_told.contains(key))
         return;
     m_told.insert(key);
-    const QQmlError place = report(finding.about, finding.text);
-    QString where;
-    if (!place.url().isEmpty())
-        where = QStringLiteral(" (%1:%2)").arg(place.url().fileName()).arg(place.line());
-    const QString message =
-        nameOf(finding.about) + where + QLatin1Char(' ') + finding.text + QLatin1Char('.');
-    if (kitLog().isWarningEnabled())
-        QMessageLogger(place.url().toString().toUtf8().constData(), place.line(), nullptr,
-                       kitLog().categoryName())
-            .warning("%s", qUtf8Printable(message));
-    m_messages.append(message);
+    m_messages.append(graph::tell(finding.about, finding.text));
     emit messagesChanged();
     updateOverlay();
 }

@@ -1,6 +1,7 @@
 #include "kit/data/ComputedData.h"
 
-#include "kit/data/KitLog.h"
+#include "kit/data/ItemName.h"
+#include "kit/data/Telling.h"
 
 #include <QTimerEvent>
 
@@ -32,6 +33,7 @@ ComputedData::ComputedData(QObject *parent)
 
 void ComputedData::setSource(PlotData *source)
 {
+    m_hasSource = true;
     if (m_source == source || !connectInput(m_source, source))
         return;
     clear();
@@ -61,8 +63,10 @@ void ComputedData::clear()
 bool ComputedData::connectInput(QPointer<PlotData> &input, PlotData *data)
 {
     if (data && (data == this || isComputedFrom(data))) {
-        qCWarning(kitLog).nospace() << metaObject()->className() << ": " << data->metaObject()->className()
-                                    << " is computed from this one and is not taken as its source";
+        tell(this,
+             QStringLiteral(
+                 "is the source of %1, directly or through others, and does not take it as its own source")
+                 .arg(nameOf(data)));
         return false;
     }
     PlotData *former = input;

@@ -38,6 +38,8 @@ public:
     void clear() override;
 
     PlotData *source() const { return m_source; }
+    // Whether a source was written, be it one that is not there yet.
+    bool hasWrittenSource() const { return m_hasSource; }
     bool isRunning() const { return m_running; }
 
     void setSource(PlotData *source);
@@ -89,6 +91,7 @@ private:
     qint64 m_epoch = 1;
     int m_count = 0; // of samples that were taken last
     int m_timer = 0;
+    bool m_hasSource = false;
     bool m_isEven = true;
     bool m_isBegun = false;
     bool m_isOutdated = false;

@@ -1,8 +1,10 @@
 #include "kit/data/StreamData.h"
 
+#include "kit/data/ItemName.h"
 #include "kit/data/KitLog.h"
 #include "kit/data/NumberList.h"
 #include "kit/data/StreamBuffer.h"
+#include "kit/data/Telling.h"
 
 #include <QCoreApplication>
 #include <QTimerEvent>
@@ -28,8 +30,8 @@ StreamData::StreamData(QObject *parent)
 void StreamData::setCapacity(int capacity)
 {
     if (capacity < 1) {
-        qCWarning(kitLog).nospace() << metaObject()->className() << ": a capacity of " << capacity
-                                    << " samples is ignored, it is 1 at least";
+        tell(this,
+             QStringLiteral("keeps its capacity: it is 1 sample at least, and %1 was written").arg(capacity));
         return;
     }
     capacity = std::min(capacity, StreamBuffer<double>::greatestCapacity);
@@ -120,7 +122,7 @@ bool StreamData::admitPush(int count)
     if (m_pusher.admit())
         return true;
     if (!m_refusalTold.exchange(true))
-        qCWarning(kitLog).nospace() << metaObject()->className()
+        qCWarning(kitLog).nospace() << typeNameOf(this)
                                     << ": push() from a second thread is refused while the first one lives";
     return false;
 }

@@ -39,6 +39,7 @@ public:
     Q_INVOKABLE void append(const QJSValue &values);
     void append(const double *values, int count);
     void append(const QVector<double> &values) { append(values.constData(), values.size()); }
+    void append(std::initializer_list<double> values) { append(values.begin(), int(values.size())); }
     // The same from one other thread. Nobody may push while the object is being destroyed.
     void push(const double *values, int count);
 

@@ -2,12 +2,12 @@
 
 #include "axis/ValueAxis.h"
 #include "common/Opacity.h"
-#include "kit/data/KitLog.h"
 #include "kit/data/NumberList.h"
+#include "kit/data/Telling.h"
 #include "kit/plots/PainterCanvas.h"
+#include "kit/plots/PlotPlace.h"
 #include "kit/plots/TraceStrokes.h"
 
-#include <QDebug>
 #include <QPainter>
 
 #include <cmath>
@@ -23,7 +23,9 @@ QVector<double> numbersOf(const QObject *line, const char *property, const QVari
 {
     const auto numbers = numberList(list);
     if (!numbers && list.isValid() && !list.isNull())
-        qCWarning(kitLog) << line << property << "is to be a list of numbers";
+        tell(
+            line,
+            QStringLiteral("is given %1 that are no list: write %1: [1, 2, 3]").arg(QLatin1String(property)));
     return numbers.value_or(QVector<double>());
 }
 
@@ -55,6 +57,12 @@ LimitLine::LimitLine(QQuickItem *parent)
     connect(this, SIGNAL(axisXChanged(ValueAxis *)), this, SLOT(followScale(ValueAxis *)));
     connect(this, SIGNAL(axisYChanged(ValueAxis *)), this, SLOT(followScale(ValueAxis *)));
     setPlotData(&m_limit);
+}
+
+void LimitLine::componentComplete()
+{
+    GraphPlot::componentComplete();
+    tellOfPlaceLater(this);
 }
 
 LimitLine::~LimitLine()

@@ -69,6 +69,7 @@ signals:
     void fillOpacityChanged();
 
 protected:
+    void componentComplete() override;
     void paintPlot(const PlotFrame &frame) override;
 
 private slots:

@@ -2,15 +2,15 @@
 
 #include "common/Opacity.h"
 #include "data/PlotSeries.h"
-#include "kit/data/KitLog.h"
 #include "kit/data/NumberList.h"
+#include "kit/data/Telling.h"
 #include "kit/plots/PainterCanvas.h"
+#include "kit/plots/PlotPlace.h"
 #include "kit/plots/TracePoints.h"
 #include "kit/plots/TraceMesh.h"
 #include "kit/plots/TraceNode.h"
 #include "kit/plots/TraceStrokes.h"
 
-#include <QDebug>
 #include <QQuickWindow>
 #include <QSGRendererInterface>
 
@@ -72,6 +72,7 @@ void Trace::componentComplete()
     GraphPlot::componentComplete();
     m_isComplete = true;
     applySource();
+    tellOfPlaceLater(this);
 }
 
 /*!
@@ -83,7 +84,7 @@ void Trace::setValues(const QVariant &values)
 {
     const auto numbers = numberList(values);
     if (!numbers && values.isValid() && !values.isNull())
-        qCWarning(kitLog) << this << "values is to be a list of numbers";
+        tell(this, QStringLiteral("is given values that are no list: write values: [1, 2, 3]"));
     m_hasValues = numbers.has_value();
     m_values = numbers.value_or(QVector<double>());
     applySource();
@@ -134,7 +135,7 @@ void Trace::setPositions(const QVariant &positions)
 {
     const auto numbers = numberList(positions);
     if (!numbers && positions.isValid() && !positions.isNull())
-        qCWarning(kitLog) << this << "positions is to be a list of numbers";
+        tell(this, QStringLiteral("is given positions that are no list: write positions: [0, 1, 2]"));
     m_hasPositions = numbers.has_value();
     m_positions = numbers.value_or(QVector<double>());
     applySource();
@@ -175,6 +176,7 @@ void Trace::setSeries(PlotData *series)
 */
 void Trace::setAddress(const QString &address)
 {
+    m_hasAddress = true;
     if (m_address == address)
         return;
     m_address = address;
@@ -332,8 +334,9 @@ void Trace::warnOfTwoSources()
         return;
     m_hasWarned = true;
     const char *used = m_series ? "series" : "address";
-    qCWarning(kitLog).nospace() << this << ": series, address and values are three ways to give the data; "
-                                << used << " is used";
+    tell(this, QStringLiteral(
+                   "is given its data twice: of series, address and values it uses %1; remove the others")
+                   .arg(QLatin1String(used)));
 }
 
 // The trace's own data object, of that kind. Axes that the former one was given go over to it.

@@ -49,10 +49,12 @@ public:
     void setValues(const QVariant &values);
     // Shares the array with the caller.
     void setValues(const QVector<double> &values);
+    void setValues(std::initializer_list<double> values) { setValues(QVector<double>(values)); }
     void setInterval(double interval);
     void setStart(double start);
     void setPositions(const QVariant &positions);
     void setPositions(const QVector<double> &positions);
+    void setPositions(std::initializer_list<double> positions) { setPositions(QVector<double>(positions)); }
     void setSeries(PlotData *series);
     void setAddress(const QString &address);
     void setName(const QString &name);
@@ -63,6 +65,9 @@ public:
     void resetLineWidth();
     void setStyle(Style style);
     void setFillOpacity(double opacity);
+
+    // Whether an address was written, be it an empty one.
+    bool hasWrittenAddress() const { return m_hasAddress; }
 
     // What a chart chooses, which counts while the document has not chosen.
     bool hasOwnColor() const { return m_hasOwnColor; }
@@ -116,6 +121,7 @@ private:
     QVector<double> m_positions;
     bool m_hasPositions = false;
     bool m_hasValues = false;
+    bool m_hasAddress = false;
     double m_interval = 1.0;
     double m_start = 0.0;
     QPointer<PlotData> m_series;

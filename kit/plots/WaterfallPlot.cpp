@@ -1,10 +1,9 @@
 #include "kit/plots/WaterfallPlot.h"
 
 #include "common/SafeInteger.h"
-#include "kit/data/KitLog.h"
 #include "kit/data/NumberList.h"
+#include "kit/data/Telling.h"
 
-#include <QDebug>
 #include <QPainter>
 
 #include <cmath>
@@ -168,7 +167,7 @@ void WaterfallPlot::takeSeries()
 /*!
     \qmlmethod void WaterfallPlot::addRow(list<real> levels)
     A new row of levels, a list or a typed array; from C++ also a pointer and a count. A row of another length
-    than the former clears those, with a line in the category \c graph.kit; an empty one clears them silently.
+    than the former clears those, the first time with a line in the category \c graph.kit; an empty one clears them silently.
 */
 void WaterfallPlot::addRow(const QVariant &levels)
 {
@@ -176,15 +175,19 @@ void WaterfallPlot::addRow(const QVariant &levels)
     if (numbers)
         addRow(*numbers);
     else
-        qCWarning(kitLog) << this << "addRow takes a list of numbers";
+        tell(this, QStringLiteral("is given a row that is no list: write addRow([-90, -80, -70])"));
 }
 
 void WaterfallPlot::addRow(const double *levels, int count)
 {
     const int formerCount = m_rows.count();
-    if (formerCount > 0 && count > 0 && count != m_rows.columns())
-        qCWarning(kitLog).nospace() << this << ": a row of " << count << " levels after rows of "
-                                    << m_rows.columns() << " clears these";
+    if (formerCount > 0 && count > 0 && count != m_rows.columns() && !m_hasToldOfLength) {
+        m_hasToldOfLength = true;
+        tell(this, QStringLiteral(
+                       "has a row of %1 levels after rows of %2, which clears these: add rows of one length")
+                       .arg(count)
+                       .arg(m_rows.columns()));
+    }
     m_rows.add(levels, count);
     followLevels();
     showReadRow();
@@ -212,7 +215,8 @@ void WaterfallPlot::setColorMap(const QVariant &map)
 {
     const auto colors = graph::colorMap(map);
     if (!colors) {
-        qCWarning(kitLog) << this << "colorMap is to be a list of colours or one of" << colorMapNames();
+        tell(this, QStringLiteral("has an unknown colorMap: write a list of colours, or one of %1")
+                       .arg(colorMapNames().join(QLatin1String(", "))));
         return;
     }
     m_colorMap = map;

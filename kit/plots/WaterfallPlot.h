@@ -61,6 +61,7 @@ public:
 
     void addRow(const double *levels, int count);
     void addRow(const QVector<double> &levels) { addRow(levels.constData(), int(levels.size())); }
+    void addRow(std::initializer_list<double> levels) { addRow(QVector<double>(levels)); }
     Q_INVOKABLE void addRow(const QVariant &levels);
     Q_INVOKABLE void clear();
     Q_INVOKABLE double levelAt(double x, double y) const;
@@ -114,6 +115,7 @@ private:
     QString m_unit;
     Direction m_direction = Down;
     int m_readRow = 0;
+    bool m_hasToldOfLength = false;
     bool m_hasFrom = false;
     bool m_hasTo = false;
     bool m_hasLevels = false; // that were seen, where they count

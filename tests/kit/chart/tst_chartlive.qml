@@ -141,8 +141,9 @@ TestCase {
             { tag: "null theme", act: chart => { chart.theme = null; } },
             { tag: "unknown theme", act: chart => { chart.theme = "blue"; } },
             { tag: "wrong theme", act: chart => { chart.theme = chart; } },
-            { tag: "bad follow", act: chart => { chart.follow = -1; chart.follow = NaN; chart.following = true; } },
-            { tag: "zoom with itself", act: chart => { chart.zoomWith = chart; chart.showRange(1, 2); } },
+            { tag: "bad follow", told: /has a follow of -1, which is ignored/,
+              act: chart => { chart.follow = -1; chart.follow = NaN; chart.following = true; } },
+            { tag: "zoom with itself", told: /is zoomed with itself/, act: chart => { chart.zoomWith = chart; chart.showRange(1, 2); } },
             { tag: "axes without labels", act: chart => { chart.axisX.visible = false; chart.axisY.visible = false; } },
             { tag: "trace deleted under a finger", act: chart => {
                     mousePress(chart, 300, 100);
@@ -159,6 +160,8 @@ TestCase {
     function test_badInput(data) {
         var chart = make();
         mouseMove(chart, 200, 90);
+        if (data.told)
+            ignoreWarning(data.told);
         data.act(chart);
         wait(30);
         if (data.inside !== undefined)

@@ -40,6 +40,28 @@ TestCase {
     }
 
     Component {
+        id: misplaced
+
+        Item {
+            anchors.fill: parent
+            Trace { id: alone; width: 300; height: 200; values: [1, 2] }
+            Chart {
+                id: chart
+
+                follow: -10
+                zoomWith: chart
+                Trace { id: first; axisY: flat; values: [1, 2] }
+                Trace { id: second; axisX: upright; values: [1, 2] }
+                ChartAxis { id: flat }
+                ChartAxis { id: upright; alignment: Qt.AlignRight }
+                CursorReadout { id: readout; plot: first }
+                CursorTag { id: tag; cursor: null }
+                GraphCursor { CursorReadout { plot: first } CursorTag {} }
+            }
+        }
+    }
+
+    Component {
         id: later
 
         Trace { values: [2, 2, 2] }
@@ -53,8 +75,20 @@ TestCase {
         wait(1200);
     }
 
+    function test_misplaced() {
+        [/^Trace "alone" \(tst_charttelling.qml:\d+\) is in no chart and draws nothing/,
+         /^Chart "chart" .* has a follow of -10/,
+         /^Chart "chart" .* is zoomed with itself/,
+         /^Trace "first" .* because ChartAxis "flat", given as its axisY, is horizontal: write alignment: Qt.AlignLeft/,
+         /^Trace "second" .* because ChartAxis "upright", given as its axisX, is vertical/,
+         /^CursorReadout "readout" .* is not in a cursor/,
+         /^CursorTag "tag" .* is not in a cursor/].forEach(function (line) { ignoreWarning(line); });
+        const item = createTemporaryObject(misplaced, testCase);
+        wait(1200);
+    }
+
     function test_wrong() {
-        ignoreWarning(/^PlotSeries of Trace "level" \(tst_charttelling.qml:38\) cannot use the address "meter", which has no comma/);
+        ignoreWarning(/^Trace "level" \(tst_charttelling.qml:38\) cannot use the address "meter", which has no comma/);
         const chart = createTemporaryObject(wrong, testCase);
         wait(1200);
     }

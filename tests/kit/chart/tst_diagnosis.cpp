@@ -1,6 +1,14 @@
 #include "support/QmlDocument.h"
 
+#include "kit/axis/ChartAxis.h"
+#include "kit/chart/ChartTheme.h"
+#include "kit/chart/ChartView.h"
 #include "kit/chart/Diagnosis.h"
+#include "kit/data/MaxHold.h"
+#include "kit/data/StreamSeries.h"
+#include "kit/plots/ColorScale.h"
+#include "kit/plots/LimitLine.h"
+#include "kit/plots/Trace.h"
 #include "platform/bus/BusPublisher.h"
 #include "plots/GraphPlot.h"
 #include "view/frame/GraphView.h"
@@ -73,6 +81,68 @@ private:
     QmlDocument m_document;
 };
 
+// Sentences about a Chart and what it holds.
+void addKitRows()
+{
+    const auto row = [](const char *name, const char *expected, const QByteArray &body) {
+        QTest::newRow(name) << QByteArray("Item { Chart { id: view; width: 400; height: 300\n"
+                                          "Diagnosis { id: diagnosis }\n" +
+                                          body + "} }")
+                            << QString(expected);
+    };
+    row("trace of an empty address", "Trace \"t\" has an empty address: write the name",
+        "Trace { id: t; address: '' }");
+    row("few positions", "Trace \"t\" has 5 values and 3 positions",
+        "Trace { id: t; values: [1, 5, 3, 8, 2]; positions: [0, 1, 2] }");
+    row("limit without positions", "LimitLine \"Top\" has 2 values and 0 positions",
+        "LimitLine { name: 'Top'; values: [1, 2] }");
+    row("no logarithm of values", "has 3 of 6 values at 0 or below",
+        "axisY.scale: ChartAxis.Logarithmic; Trace { values: [0, -1, 10, 100, 0, 5] }");
+    row("no logarithm of positions", "has 2 of 3 positions at 0 or below",
+        "axisX.scale: ChartAxis.Logarithmic; Trace { start: -1; values: [1, 5, 3] }");
+    row("infinite", "has 2 infinite values among 4", "Trace { values: [1, Infinity, 3, -Infinity] }");
+    row("milliseconds", "has a time of 1700000002000, in the year 5138 or later",
+        "axisX.scale: ChartAxis.Time; Trace { start: 1700000000000; interval: 1000; values: [1, 2, 3] }");
+    row("two units", "Trace \"b\" is in A on the axis of Trace \"a\", which is in V: write ChartAxis",
+        "Trace { name: 'a'; values: [1, 2]; unit: 'V' } Trace { name: 'b'; values: [3, 4]; unit: 'A' }");
+    row("theme in quotes", "\"view\" has the text \"Light\" as its theme",
+        "theme: 'Light'; Trace { values: [1, 2] }");
+    row("colour of the ground", "has the colour of the background, #",
+        "theme: ChartTheme { plotBackground: '#202122' } Trace { values: [1, 2]; color: '#212121' }");
+    row("trace without colour", "without any opacity: give it another color",
+        "Trace { values: [1, 2]; color: 'transparent' }");
+    row("trace without interval", "samples at x = 0: write an interval",
+        "Trace { values: [1, 2, 3]; interval: 0 }");
+    row("trace elsewhere", "set the range of its horizontal axis, or start and interval",
+        "axisX { minValue: 10; maxValue: 20 } Trace { values: [1, 2, 3] }");
+    row("range of one value", "has no range, it goes from 5 to 5",
+        "Component.onCompleted: axisY.range(5, 5); Trace { values: [1, 2, 3] }");
+    row("scale of nothing", "ColorScale \"scale\" has no plot",
+        "ColorScale { id: scale; width: 20; height: 100 }");
+    row("cursor in no view", "GraphCursor \"cursor\" is in no view",
+        "Trace { values: [1, 2] } } GraphCursor { id: cursor } Item {");
+    row("marker in no cursor", "GraphMarker \"marker\" is in no cursor",
+        "Trace { values: [1, 2] } GraphMarker { id: marker } ");
+    row("hold of nothing", "MaxHold \"hold\" has no source", "Trace { series: MaxHold { id: hold } }");
+    row("little capacity",
+        "StreamSeries \"data\" keeps 5 samples, that is 0.5 s, where follow shows 10 s: write "
+        "a capacity of 100",
+        "follow: 10; Trace { series: StreamSeries { id: data; interval: 0.1; capacity: 5 } "
+        "Component.onCompleted: data.append([1, 2]) }");
+
+    row("limit everywhere", "", "Trace { values: [1, 5, 3] } LimitLine { values: [3] }");
+    row("limit out of reach", "", "LimitLine { positions: [0, 1, 2]; values: [1, Infinity, 2] }");
+    row("spectrum", "", "axisX.scale: ChartAxis.Logarithmic; Trace { values: [1, 5, 3] }");
+    row("levels", "",
+        "Trace { values: [1, 2]; unit: 'dBm' } Trace { values: [3, 4]; unit: 'dB' } Trace { values: [1] }");
+    row("parts in their places", "",
+        "Trace { id: t; values: [1, 2] } GraphCursor { markers: GraphMarker {} }");
+    row("to come", "", "Trace { id: t } Trace { series: MaxHold { source: t.plotData } }");
+    row("of two axes", "",
+        "ChartAxis { id: right; alignment: Qt.AlignRight } Trace { values: [1, 2]; unit: 'V' }"
+        "Trace { values: [3, 4]; unit: 'A'; axisY: right }");
+}
+
 } // namespace
 
 class tst_diagnosis : public QObject
@@ -82,7 +152,18 @@ class tst_diagnosis : public QObject
 private slots:
     void initTestCase()
     {
-        qmlRegisterType<graph::Diagnosis>("charts", 1, 0, "Diagnosis");
+        const auto add = [](auto *type, const char *name) {
+            qmlRegisterType<std::remove_pointer_t<decltype(type)>>("charts", 1, 0, name);
+        };
+        add(static_cast<graph::Diagnosis *>(nullptr), "Diagnosis");
+        add(static_cast<graph::ChartView *>(nullptr), "Chart");
+        add(static_cast<graph::ChartAxis *>(nullptr), "ChartAxis");
+        add(static_cast<graph::ChartTheme *>(nullptr), "ChartTheme");
+        add(static_cast<graph::Trace *>(nullptr), "Trace");
+        add(static_cast<graph::LimitLine *>(nullptr), "LimitLine");
+        add(static_cast<graph::ColorScale *>(nullptr), "ColorScale");
+        add(static_cast<graph::StreamSeries *>(nullptr), "StreamSeries");
+        add(static_cast<graph::MaxHold *>(nullptr), "MaxHold");
         QLoggingCategory::setFilterRules("toskorn.*=false\ndefault.debug=false\ngraph.kit=false");
     }
 
@@ -216,6 +297,7 @@ private slots:
             {trace("PlotSeries { axisX: time; axisY: level; yData: [0, 0, 0] }")});
         row("overview outside", "",
             {trace(sound) + "} WorldPlot { width: 100; height: 20; graphPlot: trace } Item {"});
+        addKitRows();
         row("another chart", "",
             {trace(sound) +
              "} GraphView { axes: ValueAxis { labelsPlane: p; linesPlane: p } XYScale { id: p } "

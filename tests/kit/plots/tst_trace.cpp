@@ -36,10 +36,12 @@ private slots:
     {
         QFETCH(QByteArray, source);
         if (source == "values: [1]; series: given")
-            QTest::ignoreMessage(QtWarningMsg,
-                                 QRegularExpression("three ways to give the data; series is used$"));
+            QTest::ignoreMessage(
+                QtWarningMsg,
+                QRegularExpression(
+                    "is given its data twice: of series, address and values it uses series; remove"));
         if (source == "values: 'abc'")
-            QTest::ignoreMessage(QtWarningMsg, QRegularExpression("values is to be a list of numbers$"));
+            QTest::ignoreMessage(QtWarningMsg, QRegularExpression("is given values that are no list"));
         QmlDocument document("Item { PlotSeries { id: given; yData: [7, 8]; yUnits: 'Hz' } "
                              "Trace { id: trace; unit: 'V'; " +
                              source + " } }");

@@ -1,4 +1,4 @@
-#include "kit/chart/ItemName.h"
+#include "kit/data/ItemName.h"
 
 #include <QQmlContext>
 #include <QQmlEngine>
@@ -16,6 +16,9 @@ QString idOf(const QObject *object)
     const QString id = context ? context->nameForObject(named) : QString();
     if (!id.isEmpty())
         return id;
+    // What a legend calls it.
+    if (object->inherits("AbstractPlot") && object->objectName().isEmpty())
+        return object->property("name").toString();
     // Some objects number themselves, which helps nobody to find them.
     static const QRegularExpression number(QStringLiteral("^(PD|WP|ZR)[0-9]+$"));
     return number.match(object->objectName()).hasMatch() ? QString() : object->objectName();
@@ -28,8 +31,8 @@ QString typeNameOf(const QObject *object)
     QString name = QString::fromLatin1(object->metaObject()->className());
     name = name.mid(name.lastIndexOf(QLatin1Char(':')) + 1);
     // Types with properties of their own in a document, and those that are a document, have a class each.
-    const int suffix = qMax(name.indexOf(QLatin1String("_QML_")), name.indexOf(QLatin1String("_QMLTYPE_")));
-    name = suffix < 0 ? name : name.left(suffix);
+    for (const QLatin1String suffix : {QLatin1String("_QML_"), QLatin1String("_QMLTYPE_")})
+        name = name.section(suffix, 0, 0);
     const QLatin1String builtIn("QQuick");
     return name.startsWith(builtIn) ? name.mid(builtIn.size()) : name;
 }

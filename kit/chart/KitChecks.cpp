@@ -1,0 +1,322 @@
+#include "kit/chart/KitChecks.h"
+
+#include "cursors/GraphCursor.h"
+#include "cursors/GraphMarker.h"
+#include "kit/axis/ChartAxis.h"
+#include "kit/chart/ChartTheme.h"
+#include "kit/chart/ChartView.h"
+#include "kit/chart/Diagnosis.h"
+#include "kit/data/ItemName.h"
+#include "kit/data/StreamSeries.h"
+#include "kit/plots/ColorScale.h"
+#include "kit/plots/LimitLine.h"
+#include "kit/plots/Trace.h"
+#include "view/base/AbstractPlot.h"
+#include "view/frame/WorldPlot.h"
+#include "view/zoom/ZoomRect.h"
+
+#include <QQuickWindow>
+
+#include <cmath>
+#include <limits>
+
+namespace graph {
+
+namespace {
+
+// 1 January 5138 in seconds, 3 March 1973 in milliseconds.
+constexpr double latestTime = 1e11;
+constexpr double infinity = std::numeric_limits<double>::infinity();
+
+QString unitOf(const AbstractPlot &plot)
+{
+    const bool hasUnit = qobject_cast<const GraphPlot *>(&plot) && !qobject_cast<const WorldPlot *>(&plot);
+    return hasUnit && plot.plotData() ? plot.plotData()->yUnits() : QString();
+}
+
+// Levels and their differences share an axis.
+bool areAlike(const QString &a, const QString &b)
+{
+    const QLatin1String level("dB");
+    return a == b || (a.startsWith(level) && b.startsWith(level));
+}
+
+// No eye tells them apart.
+bool isAlike(const QColor &a, const QColor &b)
+{
+    constexpr int least = 4;
+    return std::abs(a.red() - b.red()) <= least && std::abs(a.green() - b.green()) <= least &&
+           std::abs(a.blue() - b.blue()) <= least;
+}
+
+template <typename Value, typename Test> int countOf(const SampleSpan &samples, Value value, Test test)
+{
+    int count = 0;
+    for (int i = 0; i < samples.size(); ++i)
+        count += test(value(i)) ? 1 : 0;
+    return count;
+}
+
+bool hasScale(const ValueAxis *axis, ChartAxis::ScaleType scale)
+{
+    const auto *chartAxis = qobject_cast<const ChartAxis *>(axis);
+    return chartAxis && chartAxis->scale() == scale;
+}
+
+QString ofTwoLengths(int values, int positions)
+{
+    if (values == positions)
+        return {};
+    return QStringLiteral(
+               "has %1 values and %2 positions, and the shorter list counts: write as many positions as "
+               "values")
+        .arg(values)
+        .arg(positions);
+}
+
+// A list that is still empty is one that is to come.
+QString withTwoLengths(const AbstractPlot &plot)
+{
+    if (const auto *limit = qobject_cast<const LimitLine *>(&plot)) {
+        const int values = limit->values().value<QVector<double>>().size();
+        const int positions = limit->positions().value<QVector<double>>().size();
+        return values == 0 || (values == 1 && positions == 0) ? QString() : ofTwoLengths(values, positions);
+    }
+    const auto *trace = qobject_cast<const Trace *>(&plot);
+    if (!trace || trace->series() || !trace->address().isEmpty())
+        return {};
+    const int values = trace->values().value<QVector<double>>().size();
+    const int positions = trace->positions().value<QVector<double>>().size();
+    return values == 0 || positions == 0 ? QString() : ofTwoLengths(values, positions);
+}
+
+QString withInfinity(const AbstractPlot &plot, const SampleSpan &samples)
+{
+    // A limit may be out of reach.
+    const MinMax extent = samples.minMax(0, samples.size());
+    if (qobject_cast<const LimitLine *>(&plot) || extent.isEmpty() ||
+        (std::isfinite(extent.min) && std::isfinite(extent.max)))
+        return {};
+    const int count = countOf(
+        samples, [&](int i) { return samples.y(i); }, [](double y) { return std::isinf(y); });
+    return QStringLiteral(
+               "has %1 infinite values among %2, which have no place in a chart: write NaN for a gap")
+        .arg(count)
+        .arg(samples.size());
+}
+
+QString withoutLogarithm(int count, int size, const char *what, const char *scale)
+{
+    return QStringLiteral(
+               "has %1 of %2 %3 at 0 or below, which have no place on a logarithmic axis and are left out: "
+               "write %4 for a linear one, or %3 above 0")
+        .arg(count)
+        .arg(size)
+        .arg(QLatin1String(what), QLatin1String(scale));
+}
+
+QString offLogarithm(const AbstractPlot &plot, const SampleSpan &samples)
+{
+    const auto isLow = [](double value) { return value <= 0.0; };
+    if (hasScale(plot.axisY(), ChartAxis::Logarithmic) && samples.minMax(0, samples.size()).min <= 0.0)
+        return withoutLogarithm(countOf(
+                                    samples, [&](int i) { return samples.y(i); }, isLow),
+                                samples.size(), "values", "axisY.scale: ChartAxis.Linear");
+    // Spectra begin with what does not oscillate.
+    if (!hasScale(plot.axisX(), ChartAxis::Logarithmic) || samples.first().x() > 0.0 ||
+        (samples.first().x() == 0.0 && samples.size() > 1 && samples.x(1) > 0.0))
+        return {};
+    return withoutLogarithm(countOf(
+                                samples, [&](int i) { return samples.x(i); }, isLow),
+                            samples.size(), "positions", "axisX.scale: ChartAxis.Linear");
+}
+
+QString inMilliseconds(const AbstractPlot &plot, const SampleSpan &samples)
+{
+    const MinMax values = samples.minMax(0, samples.size());
+    const bool isX = hasScale(plot.axisX(), ChartAxis::Time) && samples.last().x() > latestTime;
+    const bool isY = hasScale(plot.axisY(), ChartAxis::Time) && !values.isEmpty() && values.max > latestTime;
+    if (!isX && !isY)
+        return {};
+    return QStringLiteral(
+               "has a time of %1, in the year 5138 or later, and seems to count milliseconds: an axis of "
+               "time takes seconds since 1970, so divide by 1000")
+        .arg(isX ? samples.last().x() : values.max, 0, 'f', 0);
+}
+
+QString withLittleCapacity(const GraphView &view, const PlotData &data)
+{
+    const auto *chart = qobject_cast<const ChartView *>(&view);
+    const auto *stream = qobject_cast<const StreamSeries *>(&data);
+    const double seconds = chart ? chart->follow() : 0.0;
+    if (!stream || seconds <= 0.0 || stream->interval() == 0.0)
+        return {};
+    const double step = std::abs(stream->interval());
+    const double needed = std::ceil(seconds / step);
+    if (stream->capacity() >= needed)
+        return {};
+    return QStringLiteral(
+               "keeps %1 samples, that is %2 s, where follow shows %3 s: write a capacity of %4 or more")
+        .arg(stream->capacity())
+        .arg(stream->capacity() * step)
+        .arg(seconds)
+        .arg(needed, 0, 'f', 0);
+}
+
+bool isPart(const QQuickItem &item, const char *type)
+{
+    const QByteArray name(item.metaObject()->className());
+    return name.startsWith(type) && name.mid(int(qstrlen(type))).startsWith("_QML");
+}
+
+QString outOfPlace(const QQuickItem &item, bool isInView)
+{
+    const QQuickItem *parent = item.parentItem();
+    if (const auto *scale = qobject_cast<const ColorScale *>(&item)) {
+        return scale->plot()
+                   ? QString()
+                   : QStringLiteral("has no plot and shows nothing: write plot and the id of the plot");
+    }
+    if (qobject_cast<const GraphCursor *>(&item)) {
+        const bool hasView = isInView || (parent && parent->property("zoomRect").value<ZoomRect *>());
+        return hasView ? QString()
+                       : QStringLiteral("is in no view and has no plots: move it into the braces of a chart");
+    }
+    if (qobject_cast<const GraphCursor *>(parent))
+        return {};
+    const bool isTag = isPart(item, "CursorTag") && !item.property("cursor").value<QObject *>();
+    if (isTag || isPart(item, "CursorReadout"))
+        return QStringLiteral(
+            "is not in a cursor and has nothing to read: move it into the braces of a GraphCursor");
+    return {};
+}
+
+struct Look
+{
+    const GraphView &view;
+    const Diagnosis *first = nullptr; // of the window
+    const GraphView *firstView = nullptr;
+    QVector<Finding> inside;
+    QVector<Finding> outside;
+};
+
+void lookAt(const QQuickItem &item, const GraphView *around, Look *look)
+{
+    // A tag hides while it has nothing to say.
+    if (!item.isVisible() && !isPart(item, "CursorTag"))
+        return;
+    if (const auto *view = qobject_cast<const GraphView *>(&item))
+        around = view;
+    const auto *diagnosis = qobject_cast<const Diagnosis *>(&item);
+    if (diagnosis && around && !look->first && diagnosis->isEnabled()) {
+        look->first = diagnosis;
+        look->firstView = around;
+    }
+    const QString text = around && around != &look->view ? QString() : outOfPlace(item, around);
+    if (!text.isEmpty())
+        (around ? look->inside : look->outside).append({&item, text});
+    const QList<QQuickItem *> children = item.childItems();
+    for (const QQuickItem *child : children)
+        lookAt(*child, around, look);
+}
+
+// A marker is an object of the cursor whose list it is in.
+void lookAtMarkers(const GraphView &view, QVector<Finding> *findings)
+{
+    QVector<const GraphMarker *> taken;
+    const auto cursors = view.findChildren<GraphCursor *>();
+    for (GraphCursor *cursor : cursors) {
+        QQmlListProperty<GraphMarker> markers = cursor->markers();
+        for (ListIndex i = 0; i < markers.count(&markers); ++i)
+            taken.append(markers.at(&markers, i));
+    }
+    const auto markers = view.findChildren<GraphMarker *>(QString(), Qt::FindDirectChildrenOnly);
+    for (const GraphMarker *marker : markers) {
+        if (!taken.contains(marker))
+            findings->append(
+                {marker, QStringLiteral("is in no cursor and is not drawn: write GraphCursor { markers: "
+                                        "GraphMarker { ... } }")});
+    }
+}
+
+} // namespace
+
+QString withUnknownTheme(const GraphView &view)
+{
+    const auto *chart = qobject_cast<const ChartView *>(&view);
+    if (!chart || chart->theme().userType() != QMetaType::QString)
+        return {};
+    return QStringLiteral("has the text \"%1\" as its theme and is dark therefore: write theme: Chart.Light, "
+                          "Chart.Dark or a ChartTheme, without quotes")
+        .arg(chart->theme().toString());
+}
+
+QString withEmptyAddress(const GraphView &, const AbstractPlot &plot)
+{
+    const auto *trace = qobject_cast<const Trace *>(&plot);
+    if (!trace || !trace->hasWrittenAddress() || !trace->address().isEmpty() || trace->plotData())
+        return {};
+    return QStringLiteral(
+        "has an empty address: write the name of the service, a comma and the prefix of its items, "
+        "such as \"analyzer,spectrum\"");
+}
+
+QString withColorOfGround(const GraphView &view, const AbstractPlot &plot)
+{
+    const auto *chart = qobject_cast<const ChartView *>(&view);
+    if (!chart || !qobject_cast<const GraphPlot *>(&plot) ||
+        !isAlike(plot.penColor(), chart->colors()->plotBackground()))
+        return {};
+    return QStringLiteral(
+               "has the colour of the background, %1: give it another color, or none, and the theme "
+               "chooses one")
+        .arg(plot.penColor().name());
+}
+
+QString withAnotherUnit(const GraphView &view, const AbstractPlot &plot)
+{
+    const QString unit = unitOf(plot);
+    if (unit.isEmpty() || !plot.axisY())
+        return {};
+    const QVector<AbstractPlot *> plots = plotsOf(view);
+    for (const AbstractPlot *other : plots) {
+        if (other == &plot)
+            return {};
+        const QString former = other->axisY() == plot.axisY() ? unitOf(*other) : QString();
+        if (!former.isEmpty() && !areAlike(former, unit))
+            return QStringLiteral("is in %1 on the axis of %2, which is in %3: write ChartAxis { id: second; "
+                                  "alignment: Qt.AlignRight } in the chart and axisY: second here")
+                .arg(unit, nameOf(other), former);
+    }
+    return {};
+}
+
+QString reasonOfNewData(const GraphView &view, const AbstractPlot &plot)
+{
+    const PlotData &data = *plot.plotData();
+    QString text = withTwoLengths(plot);
+    if (text.isEmpty())
+        text = withLittleCapacity(view, data);
+    const SampleSpan samples = data.sampleSpan(-infinity, infinity);
+    if (!text.isEmpty() || samples.isEmpty() || !qobject_cast<const GraphPlot *>(&plot))
+        return text;
+    text = withInfinity(plot, samples);
+    if (text.isEmpty())
+        text = offLogarithm(plot, samples);
+    return text.isEmpty() ? inMilliseconds(plot, samples) : text;
+}
+
+QVector<Finding> misplacedParts(const GraphView &view)
+{
+    Look look{view, nullptr, nullptr, {}, {}};
+    const QQuickItem *top = view.window() ? view.window()->contentItem() : nullptr;
+    lookAt(top ? *top : static_cast<const QQuickItem &>(view), nullptr, &look);
+    QVector<Finding> findings = look.inside;
+    // What is in no view is told by one of them.
+    if (look.firstView == &view)
+        findings += look.outside;
+    lookAtMarkers(view, &findings);
+    return findings;
+}
+
+} // namespace graph
