@@ -99,8 +99,7 @@ QString withInfinity(const AbstractPlot &plot, const SampleSpan &samples)
         return {};
     const int count = countOf(
         samples, [&](int i) { return samples.y(i); }, [](double y) { return std::isinf(y); });
-    return QStringLiteral(
-               "has %1 infinite values among %2, which have no place in a chart: write NaN for a gap")
+    return QStringLiteral("has %1 of %2 values infinite, which have no place in a chart: write NaN for a gap")
         .arg(count)
         .arg(samples.size());
 }

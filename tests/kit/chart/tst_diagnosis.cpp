@@ -100,7 +100,7 @@ void addKitRows()
         "axisY.scale: ChartAxis.Logarithmic; Trace { values: [0, -1, 10, 100, 0, 5] }");
     row("no logarithm of positions", "has 2 of 3 positions at 0 or below",
         "axisX.scale: ChartAxis.Logarithmic; Trace { start: -1; values: [1, 5, 3] }");
-    row("infinite", "has 2 infinite values among 4", "Trace { values: [1, Infinity, 3, -Infinity] }");
+    row("infinite", "has 2 of 4 values infinite", "Trace { values: [1, Infinity, 3, -Infinity] }");
     row("milliseconds", "has a time of 1700000002000, in the year 5138 or later",
         "axisX.scale: ChartAxis.Time; Trace { start: 1700000000000; interval: 1000; values: [1, 2, 3] }");
     row("two units", "Trace \"b\" is in A on the axis of Trace \"a\", which is in V: write ChartAxis",
