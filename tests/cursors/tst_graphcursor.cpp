@@ -533,6 +533,23 @@ private slots:
         QCOMPARE(alphas(bench.painted(), 0, 0, 100), QVector<int>(101, 0));
     }
 
+    // In a chart lines do not cover the peak that they mark.
+    void paintsThinInAChart()
+    {
+        CursorBench bench;
+        bench.place(30);
+        GraphMarker *marker = bench.addMarker();
+        marker->setShowDelta(false);
+        marker->setPosIndex(60);
+        marker->setVisible(true);
+        QCOMPARE(alphas(bench.painted(), 45, 57, 63), QVector<int>({0, 127, 191, 255, 191, 127, 0}));
+        const auto text = [](double) { return QString(); };
+        bench.cursor->setLook(graph::CursorLook{Qt::white, {}, {Qt::cyan}, Qt::white, text});
+        QCOMPARE(alphas(bench.painted(), 45, 57, 63), QVector<int>({0, 0, 0, 255, 0, 0, 0}));
+        QCOMPARE(alphas(bench.painted(), 45, 29, 31), QVector<int>({0, 255, 0}));
+        QCOMPARE(marker->color(), QColor(Qt::cyan));
+    }
+
     void survivesDestruction()
     {
         std::mt19937 random(4);
