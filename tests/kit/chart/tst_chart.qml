@@ -119,7 +119,7 @@ TestCase {
         count(chart);
         compare(legends, data.legends);
         // Half a number, a gap and the unit.
-        verify(area.y >= metrics.height * 1.75 && area.y < metrics.height * 2.5);
+        verify(area.y >= metrics.height * 1.6 && area.y < metrics.height * 2.5);
         chart.axisY.title = "Level";
         verify(area.y < metrics.height);
     }

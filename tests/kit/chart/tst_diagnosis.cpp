@@ -119,8 +119,11 @@ void addKitRows()
         "Component.onCompleted: axisY.range(5, 5); Trace { values: [1, 2, 3] }");
     row("scale of nothing", "ColorScale \"scale\" has no plot",
         "ColorScale { id: scale; width: 20; height: 100 }");
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
+    // With Qt 6 such a cursor is hidden as an item, and that of an item is not told.
     row("cursor in no view", "GraphCursor \"cursor\" is in no view",
         "Trace { values: [1, 2] } } GraphCursor { id: cursor } Item {");
+#endif
     row("marker in no cursor", "GraphMarker \"marker\" is in no cursor",
         "Trace { values: [1, 2] } GraphMarker { id: marker } ");
     row("hold of nothing", "MaxHold \"hold\" has no source", "Trace { series: MaxHold { id: hold } }");
