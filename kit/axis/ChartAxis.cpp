@@ -187,7 +187,7 @@ void ChartAxis::setAutoRange(AutoRange mode)
 /*!
     \qmlproperty double ChartAxis::minValue
     \qmlproperty double ChartAxis::maxValue
-    The ends of the full range, 0 and 1 by default. Written ones stay whatever autoRange finds; NaN gives an end back to
+    The ends of the full range, 0 and 1 by default. autoRange does not move written ones; NaN gives an end back to
     it.
 */
 void ChartAxis::setMinValue(double minValue)

@@ -140,7 +140,7 @@ ChartView::~ChartView()
     \qmlmethod bool Chart::exportData(string file, bool all = false)
     Writes the samples of the visible traces as CSV, those in the visible range of x or all: a line of names
     with units, then a line for each sample. Traces at the same x share a column of it. Numbers have points and
-    are exact whatever the locale; a gap is an empty field. Begins and ends like exportImage().
+    are exact in every locale; a gap is an empty field. Begins and ends like exportImage().
 
     \qmlmethod void Chart::cancelExport()
     Ends all exports that go on, without files.

@@ -9,7 +9,7 @@ namespace graph {
     \brief The mean at each x of a trace that is measured again and again.
 
     Each change of the source is taken once, when its \c plotChanged() comes. A source with another number of
-    samples, or with others x, begins anew. Values that are not finite are passed over; where there were no
+    samples, or with others x, starts again. Values that are not finite are passed over; where there were no
     others the result is NaN.
 
     \code
@@ -18,7 +18,7 @@ namespace graph {
 
     \qmlproperty PlotData Average::source
     The trace that is averaged, any data. Null by default and once it is gone: there are no samples then.
-    Another source begins anew. A source that is computed from this trace is refused, with a line in \c
+    Another source starts again. A source that is computed from this trace is refused, with a line in \c
     graph.kit.
 
     \qmlproperty bool Average::running
@@ -26,7 +26,7 @@ namespace graph {
     default.
 
     \qmlmethod void Average::clear()
-    Forgets all traces; the next change of the source begins anew.
+    Forgets all traces; the next change of the source starts again.
 */
 Average::Average(QObject *parent)
     : ComputedData(parent)
@@ -36,7 +36,7 @@ Average::Average(QObject *parent)
 /*!
     \qmlproperty int Average::count
     Of how many traces the mean is. Until there are as many it is that of all. Default: 16; less than 1 counts
-    as 1. A change begins anew, as one of \c mode and \c power does.
+    as 1. A change starts again, as one of \c mode and \c power does.
 */
 void Average::setCount(int count)
 {

@@ -7,7 +7,7 @@
 
 namespace graph {
 
-// The values of a trace one after the other, whatever data they come from, in ascending order of x.
+// The values of a trace one after the other, of any data, in ascending order of x.
 class Ordinates
 {
 public:
@@ -58,7 +58,7 @@ protected:
     // Of `count` values of the source; result is what was computed last, and holds as many values. first: for
     // the first time since a beginning, when it holds anything.
     virtual void compute(const double *values, double *result, int count, bool first) = 0;
-    // Called before the trace is begun anew.
+    // Called before the trace starts again.
     virtual void forget() {}
     // How many of the source's values there is a result for.
     virtual int resultSize(int sourceSize) const { return sourceSize; }

@@ -12,7 +12,7 @@ namespace graph {
     \inqmlmodule graph_kit
     \brief A trace minus another one, sample by sample.
 
-    It has the x of the source. Samples are paired by their places in ascending order of x, whatever x the
+    It has the x of the source. Samples are paired by their places in ascending order of x, whichever x the
     reference has; the shorter trace counts. Where one of the two is NaN, so is the result.
 
     \qmlproperty PlotData Difference::source

@@ -11,7 +11,7 @@ namespace graph {
     \brief The greatest value at each x since the beginning, of a trace that is measured again and again.
 
     Each change of the source is taken once, when its \c plotChanged() comes. A source with another number of
-    samples, or with others x, begins anew. NaN is passed over; where all were NaN the result is NaN.
+    samples, or with others x, starts again. NaN is passed over; where all were NaN the result is NaN.
 
     \code
     MaxHold { source: spectrum }
@@ -19,14 +19,14 @@ namespace graph {
 
     \qmlproperty PlotData MaxHold::source
     The trace that is held, any data. Null by default and once it is gone: there are no samples then. Another
-    source begins anew. A source that is computed from this trace is refused, with a line in \c graph.kit.
+    source starts again. A source that is computed from this trace is refused, with a line in \c graph.kit.
 
     \qmlproperty bool MaxHold::running
     While false, changes of the source are not taken. True again, the source's present trace is. True by
     default.
 
     \qmlmethod void MaxHold::clear()
-    Forgets what is held; the next change of the source begins anew.
+    Forgets what is held; the next change of the source starts again.
 */
 MaxHold::MaxHold(QObject *parent)
     : ComputedData(parent)

@@ -19,7 +19,7 @@ namespace graph {
     While false, changes of the source are not taken. True by default.
 
     \qmlmethod void MinHold::clear()
-    Forgets what is held; the next change of the source begins anew.
+    Forgets what is held; the next change of the source starts again.
 */
 MinHold::MinHold(QObject *parent)
     : ComputedData(parent)

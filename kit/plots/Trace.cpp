@@ -162,7 +162,7 @@ void Trace::setSeries(PlotData *series)
     if (m_series)
         disconnect(m_series, SIGNAL(destroyed()), this, SLOT(applySource()));
     m_series = series;
-    // Later than the plot's own connection, which lets go of whatever data the plot has then.
+    // Later than the plot's own connection, which lets go of the data that the plot has then.
     if (series)
         connect(series, SIGNAL(destroyed()), this, SLOT(applySource()), Qt::QueuedConnection);
     applySource();

@@ -11,7 +11,7 @@ namespace graph {
 class GRAPH_CHARTS_EXPORT WaterfallRows
 {
 public:
-    // Of cells in memory, whatever number of rows is asked for.
+    // Of cells in memory, for any number of rows.
     static constexpr qint64 mostCells = qint64(1) << 26;
 
     int capacity() const { return m_capacity; }

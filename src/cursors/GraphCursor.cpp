@@ -47,7 +47,7 @@
     The place of the chosen primary plot in plots; -1 before a choice and for a plot that is not there.
 
     \qmlsignal GraphCursor::plotValuesChanged()
-    The values of the plots at the cursor have been read anew, because the cursor moved or their data changed.
+    The values of the plots at the cursor have been read again, because the cursor moved or their data changed.
 */
 GraphCursor::GraphCursor(QQuickItem *parent)
     : GraphCursor(graph::CursorDirection::alongX, parent)

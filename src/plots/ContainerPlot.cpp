@@ -19,7 +19,7 @@
 
 /*!
     \qmlmethod void ContainerPlot::scheduleRedraw()
-    Draws all figures anew with the next frame.
+    Draws all figures again with the next frame.
 */
 void ContainerPlot::scheduleRedraw()
 {

@@ -31,8 +31,12 @@ void CommentTexts::add(const QString &source)
     for (auto comments = comment.globalMatch(source); comments.hasNext();) {
         CommentText text;
         bool inCode = false;
+        QString carried; // the line before, where a command is at its end and its word is not
         for (const QString &indented : comments.next().captured(1).split('\n')) {
-            const QString line = indented.trimmed();
+            const QString line = carried + indented.trimmed();
+            carried = line.endsWith(" \\c") ? line + ' ' : QString();
+            if (!carried.isEmpty())
+                continue;
             if (line == "\\code" || line == "\\endcode") {
                 inCode = line == "\\code";
                 text.body += inCode ? "```qml\n" : "```\n\n";

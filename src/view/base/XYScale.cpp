@@ -52,11 +52,11 @@ XYScale *graph::itemPlane(QQuickItem *item)
 
     \qmlmethod void XYScale::handleAxesChanged()
     \internal
-    Collects the axes of the plots anew.
+    Collects the axes of the plots again.
 
     \qmlmethod void XYScale::handleMarginsChanged()
     \internal
-    Computes the margins anew.
+    Computes the margins again.
 */
 XYScale::XYScale(QQuickItem *parent)
     : QQuickPaintedItem(parent)
