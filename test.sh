@@ -4,6 +4,7 @@
 #   --qt6                     all tests, with Qt 6 instead of Qt 5
 #   --sanitizers              all tests, with clang's address, undefined behaviour and leak checks
 #   --threads                 the tests of what works in several threads, with clang's check for data races
+#   --arm                     all tests on an emulated 32-bit ARM processor
 #   --package                 the Debian packages, built and used in a clean root
 #   --fuzz SECONDS            feeds whatever reads foreign bytes with damaged ones, each reader for that long
 #   --attack [SOAK_SECONDS]   attacks a live chart, and uses it for that long
@@ -21,6 +22,7 @@ case "${1:-}" in
         targets=(--target thread_tests)
         choice=(-R '^tst_bus_|^tst_heatmapplot$|_render_thread$')
         ;;
+    --arm) script=tools/arm/test.sh ;;
     --package) script=tools/package/test.sh ;;
     --fuzz) script=tests/fuzz/run.sh ;;
     --attack) script=tests/attack/run.sh ;;

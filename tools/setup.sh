@@ -23,6 +23,7 @@ case "$preset" in
 esac
 case "$preset" in
     asan | fuzz) packages+=(clang libclang-rt-14-dev) ;;
+    arm) packages+=(g++-arm-linux-gnueabihf) ;;
     package) packages=(mmdebstrap lintian) ;;
     tsan) packages+=(clang libclang-rt-14-dev xvfb xauth libgl1-mesa-dri) ;;
     docs) packages=(mkdocs) ;;

@@ -1,0 +1,18 @@
+# For an instrument with a 32-bit ARM processor. GRAPH_SYSROOT is a folder with its libraries; test.sh makes one.
+set(CMAKE_TRY_COMPILE_PLATFORM_VARIABLES GRAPH_SYSROOT)
+set(triplet arm-linux-gnueabihf)
+set(CMAKE_SYSTEM_NAME Linux)
+set(CMAKE_SYSTEM_PROCESSOR arm)
+set(CMAKE_CXX_COMPILER ${triplet}-g++)
+set(CMAKE_SYSROOT ${GRAPH_SYSROOT})
+set(CMAKE_LIBRARY_ARCHITECTURE ${triplet})
+set(CMAKE_PREFIX_PATH ${GRAPH_SYSROOT}/usr/lib/${triplet}/cmake)
+set(CMAKE_FIND_ROOT_PATH ${GRAPH_SYSROOT})
+set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
+set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
+set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
+set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
+foreach(kind EXE SHARED MODULE)
+  set(CMAKE_${kind}_LINKER_FLAGS_INIT
+    "-Wl,-rpath-link,${GRAPH_SYSROOT}/usr/lib/${triplet} -Wl,-rpath-link,${GRAPH_SYSROOT}/lib/${triplet}")
+endforeach()
