@@ -134,7 +134,8 @@ public:
         m_window.resize(800, 480);
         m_view->setParentItem(m_window.contentItem());
         m_view->setSize(QSizeF(800, 480));
-        QObject::connect(&m_window, &QQuickWindow::frameSwapped, [this] { countFrame(); });
+        // By the window's thread: a render thread tells of frames, too.
+        QObject::connect(&m_window, &QQuickWindow::frameSwapped, &m_window, [this] { countFrame(); });
         m_ticker.setTimerType(Qt::PreciseTimer);
         QObject::connect(&m_ticker, &QTimer::timeout, &m_window, &QQuickWindow::update);
         m_ticker.start(16);
