@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/ui/Export.h"
+
 #include <QString>
 
 namespace graph {
@@ -29,6 +31,6 @@ struct NumberText
 // allows. Rounds half away from zero, writes no trailing zeros and no "-0". NaN gives "---", infinity U+221E;
 // from 1e15 of the largest prefix on the digits are in exponent form. The limits are clamped to 1..17 and
 // 0..17.
-NumberText numberText(double value, DigitLimits limits, PrefixRange range);
+GRAPH_UI_EXPORT NumberText numberText(double value, DigitLimits limits, PrefixRange range);
 
 } // namespace graph
