@@ -23,7 +23,7 @@ public:
     bool isEmpty() const { return m_rows == 0; }
 
     // A line of names with units, then a line for each sample, with points in numbers and commas between them
-    // whatever the locale says. One column of x serves all traces that have the same; a gap is an empty
+    // in every locale. One column of x serves all traces that have the same; a gap is an empty
     // field. goOn is told of the share done. False when it, or the device, wants no more.
     bool write(QIODevice *device, const std::function<bool(double)> &goOn) const;
 

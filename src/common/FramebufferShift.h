@@ -5,7 +5,7 @@
 namespace graph {
 
 // How far to the right and down an item draws, in pixels: by one into a framebuffer object, unshifted into an
-// image. Qt 6 has no such objects and paints every item into an image, whatever the property says.
+// image. Qt 6 has no such objects and paints every item into an image; the property has no effect.
 inline double framebufferShift(const QQuickPaintedItem &item)
 {
 #if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)

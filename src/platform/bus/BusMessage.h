@@ -54,7 +54,7 @@ struct ItemNews
     QVector<double> elements;
 };
 
-// Decoding takes any message, whatever is in it, and depends on nothing else.
+// Decoding takes any message, also a damaged one, and depends on nothing else.
 
 // Nothing when the message has not the layout of an answer. Values of unknown types are left out, and so are the
 // items beyond maxItems unless they are wanted.

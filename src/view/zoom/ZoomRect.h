@@ -63,7 +63,7 @@ public:
     // `anchor` of the extent at `place`, a fraction of the plot area from its upper left corner.
     void panAndZoom(const QSizeF &size, const QPointF &anchor, const QPointF &place);
 
-    // Shows that part of the extent, whatever zoomAxis says; unlike setCenterAndZoom() in full precision.
+    // Shows that part of the extent, for every zoomAxis; unlike setCenterAndZoom() in full precision.
     void show(const QRectF &rect);
 
     // While a change is in progress rectChanged() waits for its end. Gives the previous state.
