@@ -82,10 +82,10 @@ public:
 
     void print(const char *name, const Job &job, double held = 0.0, double peak = 0.0) const
     {
-        std::printf("%s\t%s\t%d\t%dx%d\t%d\t%d\t%.4f\t%.4f\t%.4f\t%.4f\t%.2f\t%.2f\n", qPrintable(job.work), name,
-                    job.samples, job.size.width(), job.size.height(), job.pen, int(m_cpu.size()), median(m_cpu),
-                    *std::min_element(m_cpu.begin(), m_cpu.end()), *std::max_element(m_cpu.begin(), m_cpu.end()),
-                    median(m_wall), held, peak);
+        std::printf("%s\t%s\t%d\t%dx%d\t%d\t%d\t%.4f\t%.4f\t%.4f\t%.4f\t%.2f\t%.2f\n", qPrintable(job.work),
+                    name, job.samples, job.size.width(), job.size.height(), job.pen, int(m_cpu.size()),
+                    median(m_cpu), *std::min_element(m_cpu.begin(), m_cpu.end()),
+                    *std::max_element(m_cpu.begin(), m_cpu.end()), median(m_wall), held, peak);
     }
 
 private:
@@ -144,7 +144,8 @@ static void showAndMove(Contender &contender, int set, int samples)
 
 void open(const Job &job, Contender &contender)
 {
-    contender.prepare(job, {noisyTrace(warmUpSamples, 1), noisyTrace(job.samples, 2), noisyTrace(job.samples, 3)});
+    contender.prepare(job,
+                      {noisyTrace(warmUpSamples, 1), noisyTrace(job.samples, 2), noisyTrace(job.samples, 3)});
     showAndMove(contender, 0, warmUpSamples);
 }
 

@@ -15,9 +15,10 @@ struct Job
     int samples = 1000;
     QSize size{800, 480};
     int pen = 2;
-    int traces = 0; // of a whole screen, with grid, labels, legend, cursor and markers; 0: one trace and nothing else
+    int traces =
+        0; // of a whole screen, with grid, labels, legend, cursor and markers; 0: one trace and nothing else
     bool logarithmic = false; // the horizontal axis of bare traces and of units
-    double seconds = 1.0; // that the frames of one run may take
+    double seconds = 1.0;     // that the frames of one run may take
 
     // Ends the process with a message when the arguments make no sense.
     static Job fromArguments(int argc, char **argv);

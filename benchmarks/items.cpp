@@ -37,7 +37,8 @@ int runIdle(const Job &job)
 // The least that a frame costs on a scene graph: a window in which one small rectangle changes.
 int runEmpty(const Job &job)
 {
-    benchmark::Stage stage(job.size, "Item { property alias spot: spot; Rectangle { id: spot; width: 8; height: 8 } }");
+    benchmark::Stage stage(job.size,
+                           "Item { property alias spot: spot; Rectangle { id: spot; width: 8; height: 8 } }");
     QObject *spot = stage.object("spot");
     return benchmark::run("empty", job, [&](int frame) {
         spot->setProperty("x", 1 - frame % 2);

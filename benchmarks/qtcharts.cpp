@@ -67,14 +67,16 @@ public:
             qFatal("%s", qPrintable(component.errorString()));
         m_axis = m_item->property("axis").value<QtCharts::QValueAxis *>();
         m_item->setProperty("whole", job.traces > 0);
-        const bool onProcessor = m_window.rendererInterface()->graphicsApi() != QSGRendererInterface::Software;
+        const bool onProcessor =
+            m_window.rendererInterface()->graphicsApi() != QSGRendererInterface::Software;
         for (int i = 0; i < std::max(1, job.traces); ++i) {
             QtCharts::QAbstractSeries *series = nullptr;
-            QMetaObject::invokeMethod(
-                m_item.get(), "createSeries", Q_RETURN_ARG(QtCharts::QAbstractSeries *, series),
-                Q_ARG(int, 0), Q_ARG(QString, QStringLiteral("Trace %1").arg(i)),
-                Q_ARG(QtCharts::QAbstractAxis *, m_axis),
-                Q_ARG(QtCharts::QAbstractAxis *, m_item->property("yAxis").value<QtCharts::QAbstractAxis *>()));
+            QMetaObject::invokeMethod(m_item.get(), "createSeries",
+                                      Q_RETURN_ARG(QtCharts::QAbstractSeries *, series), Q_ARG(int, 0),
+                                      Q_ARG(QString, QStringLiteral("Trace %1").arg(i)),
+                                      Q_ARG(QtCharts::QAbstractAxis *, m_axis),
+                                      Q_ARG(QtCharts::QAbstractAxis *,
+                                            m_item->property("yAxis").value<QtCharts::QAbstractAxis *>()));
             m_series.append(qobject_cast<QtCharts::QXYSeries *>(series));
             m_series.last()->setUseOpenGL(onProcessor);
             m_series.last()->setPen(QPen(colours[i % 4], job.pen));
@@ -97,7 +99,8 @@ public:
     void moveCursor(int pixel) override
     {
         m_item->property("cursor").value<QObject *>()->setProperty("x", pixel);
-        const int index = qBound(0, int(pixel * m_values.size() / m_window.width()), int(m_values.size()) - 1);
+        const int index =
+            qBound(0, int(pixel * m_values.size() / m_window.width()), int(m_values.size()) - 1);
         QStringList readings;
         for (int i = 0; i < m_series.size(); ++i)
             readings.append(QString::number(m_values.at(index).y()));

@@ -82,12 +82,16 @@ public:
             m_markers[i].setXValue((i + 1) * values.size() / 5);
     }
 
-    void setVisible(double first, double last) override { m_plot.setAxisScale(QwtPlot::xBottom, first, last); }
+    void setVisible(double first, double last) override
+    {
+        m_plot.setAxisScale(QwtPlot::xBottom, first, last);
+    }
 
     void moveCursor(int pixel) override
     {
         m_cursorOnly = true;
-        const int index = qBound(0, qRound(m_plot.invTransform(QwtPlot::xBottom, pixel)), int(m_values.size()) - 1);
+        const int index =
+            qBound(0, qRound(m_plot.invTransform(QwtPlot::xBottom, pixel)), int(m_values.size()) - 1);
         m_cursor->column = qRound(m_plot.transform(QwtPlot::xBottom, index));
         m_cursor->readings.clear();
         for (int i = 0; i < m_curves.size(); ++i)

@@ -36,15 +36,14 @@ void runUnits(const Job &job)
     withPyramid.setPyramid(pyramid);
     const graph::SampleSpan explicitPoints(points);
 
-    benchmark::run("minMax of the values", job, [&](int) {
-        seen = graph::minMax(samples.constData(), samples.size()).max;
-    });
-    benchmark::run("minMax of the points", job, [&](int) {
-        seen = graph::minMax(points.constData(), points.size()).max;
-    });
+    benchmark::run("minMax of the values", job,
+                   [&](int) { seen = graph::minMax(samples.constData(), samples.size()).max; });
+    benchmark::run("minMax of the points", job,
+                   [&](int) { seen = graph::minMax(points.constData(), points.size()).max; });
     benchmark::run("build the pyramid", job, [&](int) {
         seen = graph::MinMaxPyramid(samples.constData(), samples.size())
-                   .minMax(samples.constData(), 0, samples.size()).max;
+                   .minMax(samples.constData(), 0, samples.size())
+                   .max;
     });
     const auto envelope = [&](const char *name, const graph::SampleSpan &span) {
         benchmark::run(name, job, [&](int) {

@@ -16,7 +16,12 @@ PageList simulatedPages()
     return {
         {"home", "Home", "", "Home.qml", "", {}},
         {"chart", "Chart", "A few lines: axes, legend, zoom, readings", "ChartPage.qml", "", {}},
-        {"recorder", "Recorder", "Hours of four channels, the last seconds in view", "RecorderPage.qml", "", {}},
+        {"recorder",
+         "Recorder",
+         "Hours of four channels, the last seconds in view",
+         "RecorderPage.qml",
+         "",
+         {}},
         {"audio", "Audio", "20 Hz to 20 kHz, most and mean, markers, export", "AudioPage.qml", "", {}},
         {"waterfall", "Waterfall", "Levels over frequency and time as colours", "WaterfallPage.qml", "", {}},
         {"spectrum", "Spectrum", "Live trace, cursor, markers, peaks, six styles", "SpectrumPage.qml",

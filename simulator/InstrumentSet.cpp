@@ -97,8 +97,8 @@ void InstrumentSet::makeAnalyzer()
     if (m_line.heatmapDirectory.isEmpty())
         return;
     const TraceDescription description = analyzer.traces().first().description;
-    recordSweeps(analyzer, HeatmapCounter(analyzer.samples(), analyzer.firstFrequency(), analyzer.frequencyStep(),
-                                          gridOf(description, 1.0)));
+    recordSweeps(analyzer, HeatmapCounter(analyzer.samples(), analyzer.firstFrequency(),
+                                          analyzer.frequencyStep(), gridOf(description, 1.0)));
 }
 
 ExitStatus InstrumentSet::recordReplay(const QVector<Recording> &recordings)

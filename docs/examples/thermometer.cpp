@@ -5,7 +5,8 @@
 using Arrays = QMap<QString, QByteArray>;
 const QString path = "/org/toskorn/thermometer", label = "room_label:", readings = "room_yData:doubleARRAY:";
 
-struct Thermometer : public QDBusVirtualObject {
+struct Thermometer : public QDBusVirtualObject
+{
     QString introspect(const QString &) const override { return {}; }
     bool handleMessage(const QDBusMessage &call, const QDBusConnection &bus) override
     {

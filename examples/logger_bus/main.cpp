@@ -28,7 +28,8 @@ int main(int argc, char **argv)
     QObject::connect(&timer, &QTimer::timeout, [&] {
         for (const qint64 end = clock.elapsed() / 5; n < end; ++n)
             for (int i = 0; i < 4; ++i)
-                supply.append(names[i] + "_yData:doubleARRAY:", {levels[i] + std::sin(0.002 * (i + 1) * n)}, 8 * 3600 * 200);
+                supply.append(names[i] + "_yData:doubleARRAY:", {levels[i] + std::sin(0.002 * (i + 1) * n)},
+                              8 * 3600 * 200);
     });
     timer.start(20);
     return application.exec();

@@ -70,7 +70,8 @@ ScaleEnds wanted(const AutoRangeRequest &request, double lowest, double highest)
 ScaleEnds autoRange(const AutoRangeRequest &request)
 {
     const bool isLinear = request.scale == ScaleKind::Linear;
-    const double lowest = isLinear || request.data.lowest > 0.0 ? request.data.lowest : request.data.leastPositive;
+    const double lowest =
+        isLinear || request.data.lowest > 0.0 ? request.data.lowest : request.data.leastPositive;
     const double highest = request.data.highest;
     const bool isUsable = std::isfinite(highest - lowest) && lowest <= highest && (isLinear || lowest > 0.0);
     if (!isUsable)
@@ -78,7 +79,8 @@ ScaleEnds autoRange(const AutoRangeRequest &request)
     const ScaleEnds target = wanted(request, lowest, highest);
     if (!request.present)
         return target;
-    const ScaleEnds present = isLinear ? *request.present : positivePart(request.present->begin, request.present->end);
+    const ScaleEnds present =
+        isLinear ? *request.present : positivePart(request.present->begin, request.present->end);
     // Distances as the axis shows them.
     const Scale scale = Scale::between(request.scale, target, target.end - target.begin, 1.0);
     const double tolerance = request.onlyGrows     ? std::numeric_limits<double>::infinity()

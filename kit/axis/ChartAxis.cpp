@@ -249,7 +249,8 @@ void ChartAxis::setDataExtent(double lowest, double highest, double leastPositiv
     if (m_autoRange == Off || (m_writtenMin && m_writtenMax))
         return;
     const bool isReversed = minValue() > maxValue();
-    const ScaleEnds present = isReversed ? ScaleEnds{maxValue(), minValue()} : ScaleEnds{minValue(), maxValue()};
+    const ScaleEnds present =
+        isReversed ? ScaleEnds{maxValue(), minValue()} : ScaleEnds{minValue(), maxValue()};
     AutoRangeRequest request;
     request.scale = scaleKind();
     request.onlyGrows = m_autoRange == Grow;
@@ -273,8 +274,8 @@ void ChartAxis::checkRange()
         const ScaleEnds shown = axisRange().shownEnds();
         qCWarning(kit).nospace().noquote()
             << "ChartAxis" << (objectName().isEmpty() ? QString() : QLatin1Char(' ') + objectName())
-            << ": a logarithmic axis cannot show the range " << minValue() << " to " << maxValue() << ", only "
-            << shown.begin << " to " << shown.end << " of it. Give it a range above 0.";
+            << ": a logarithmic axis cannot show the range " << minValue() << " to " << maxValue()
+            << ", only " << shown.begin << " to " << shown.end << " of it. Give it a range above 0.";
     }
     m_hasComplained = isBad;
 }
@@ -315,7 +316,8 @@ int ChartAxis::requiredMargin() const
     if (!hasOwnTicks())
         return ValueAxis::requiredMargin() + titleHeight();
     const ScaleEnds ends = axisRange().shownEnds();
-    const TickPlan whole = plan(std::min(ends.begin, ends.end), std::max(ends.begin, ends.end), nominalLength);
+    const TickPlan whole =
+        plan(std::min(ends.begin, ends.end), std::max(ends.begin, ends.end), nominalLength);
     int widest = std::max(m_widestText, m_title.isEmpty() ? metrics.horizontalAdvance(whole.unit) : 0);
     for (const QString &text : whole.texts)
         widest = std::max(widest, metrics.horizontalAdvance(text));
@@ -388,7 +390,8 @@ void ChartAxis::updatePlan(double length)
     ScaleEnds ends{minVisible(), maxVisible()};
     if (scaleKind() == ScaleKind::Logarithmic)
         ends = positivePart(ends.begin, ends.end);
-    const PlanKey key(ends.begin, ends.end, length, labelFont(), unit(), m_minorTicks, m_scale, m_utc, orientation());
+    const PlanKey key(ends.begin, ends.end, length, labelFont(), unit(), m_minorTicks, m_scale, m_utc,
+                      orientation());
     // A formatter may answer differently at any time.
     if (m_planKey == key && !formatter())
         return;

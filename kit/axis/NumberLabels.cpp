@@ -105,7 +105,8 @@ QString NumberLabels::withUnit(const QString &number, int prefix) const
     const bool isApart = !m_unit.symbol().isEmpty();
     if (m_unit.takesPrefixes())
         return number + QLatin1Char(' ') + m_unit.prefixed(prefix);
-    return number + AxisUnit::numberSuffix(prefix) + (isApart ? QLatin1Char(' ') + m_unit.symbol() : QString());
+    return number + AxisUnit::numberSuffix(prefix) +
+           (isApart ? QLatin1Char(' ') + m_unit.symbol() : QString());
 }
 
 QString NumberLabels::unit() const
@@ -130,7 +131,8 @@ QString numberWithUnit(double value, double resolution, const AxisUnit &unit)
     if (!std::isfinite(value))
         return std::isnan(value) ? QStringLiteral("---") : QString::number(value);
     // By the greater of both: a value near 0 is told in the unit of the others.
-    const int exponent = exponentOf(std::max({std::abs(value), resolution, std::numeric_limits<double>::min()}));
+    const int exponent =
+        exponentOf(std::max({std::abs(value), resolution, std::numeric_limits<double>::min()}));
     const bool hasPrefix = unit.takesPrefixes() && unit.covers(exponent);
     const bool isWrittenOut = !hasPrefix && exponent < mostWholeDigits && exponent >= -mostZeros;
     const int prefix = value == 0.0 || isWrittenOut ? 0
@@ -139,7 +141,8 @@ QString numberWithUnit(double value, double resolution, const AxisUnit &unit)
     constexpr int mostDecimals = 12;
     const int decimals = resolution > 0.0 ? std::clamp(prefix - exponentOf(resolution), 0, mostDecimals) : 6;
     const QString symbol = hasPrefix ? unit.prefixed(prefix) : unit.symbol();
-    return fixed(divided(value, prefix), decimals) + (hasPrefix ? QString() : AxisUnit::numberSuffix(prefix)) +
+    return fixed(divided(value, prefix), decimals) +
+           (hasPrefix ? QString() : AxisUnit::numberSuffix(prefix)) +
            (symbol.isEmpty() ? QString() : QLatin1Char(' ') + symbol);
 }
 

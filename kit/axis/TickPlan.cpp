@@ -31,7 +31,6 @@ QVector<double> multiples(double lowest, double highest, double interval)
     return values;
 }
 
-
 TickPlan linearPlan(const TickRequest &request, const RoundIntervals &interval)
 {
     TickPlan plan;
@@ -92,8 +91,8 @@ TickPlan linearTicks(const TickRequest &request)
     const double finest = std::max(span * std::min(request.spacing / request.length, 1.0),
                                    8.0 * std::numeric_limits<double>::epsilon() * greatest);
     TickPlan plan;
-    for (RoundIntervals interval(std::max(finest, std::numeric_limits<double>::min())); interval.value() <= span;
-         interval.next()) {
+    for (RoundIntervals interval(std::max(finest, std::numeric_limits<double>::min()));
+         interval.value() <= span; interval.next()) {
         plan = linearPlan(request, interval);
         if (!request.hasRoomFor(plan) && plan.majors.size() > 1)
             continue;
@@ -122,8 +121,8 @@ QVector<double> decadeValues(const TickRequest &request, const QVector<int> &man
         if (exponent % stride != 0)
             continue;
         for (const int mantissa : mantissas) {
-            const double value = exponent < 0 ? mantissa / std::pow(10.0, -exponent)
-                                              : mantissa * powerOfTen(exponent);
+            const double value =
+                exponent < 0 ? mantissa / std::pow(10.0, -exponent) : mantissa * powerOfTen(exponent);
             const double rounding = 1e-12 * value;
             if (value >= request.lowest - rounding && value <= request.highest + rounding)
                 values.append(value);
@@ -139,7 +138,7 @@ QVector<double> decadeMinors(const TickRequest &request, const QVector<double> &
         return {};
     const double decade = request.length / std::log10(request.highest / request.lowest);
     const double narrowest = decade * std::log10(10.0 / 9.0);
-    QVector<double> minors = narrowest >= 2.0 ? decadeValues(request, {1, 2, 3, 4, 5, 6, 7, 8, 9}, 1)
+    QVector<double> minors = narrowest >= 2.0         ? decadeValues(request, {1, 2, 3, 4, 5, 6, 7, 8, 9}, 1)
                              : decade >= minorSpacing ? decadeValues(request, {1}, 1)
                                                       : QVector<double>();
     const auto isMajor = [&](double value) { return majors.contains(value); };

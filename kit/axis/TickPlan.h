@@ -51,10 +51,7 @@ struct TickRequest
         return std::isfinite(lowest) && std::isfinite(highest) && lowest < highest &&
                std::isfinite(highest - lowest) && length > 1.0 && spacing > 0.0 && extent;
     }
-    Scale places() const
-    {
-        return Scale::between(scale, {lowest, highest}, highest - lowest, length);
-    }
+    Scale places() const { return Scale::between(scale, {lowest, highest}, highest - lowest, length); }
     // Whether ticks and texts keep their distances.
     bool hasRoomFor(const TickPlan &plan) const;
 };

@@ -49,6 +49,7 @@ struct StepPair
     Step minor;
 };
 
+// clang-format off
 constexpr StepPair clockSteps[] = {
     {{Unit::Second, 1}, {Unit::Second, 0.2}},       {{Unit::Second, 2}, {Unit::Second, 0.5}},
     {{Unit::Second, 5}, {Unit::Second, 1}},         {{Unit::Second, 10}, {Unit::Second, 2}},
@@ -64,6 +65,7 @@ constexpr StepPair clockSteps[] = {
     {{Unit::Month, 3}, {Unit::Month, 1}},           {{Unit::Month, 6}, {Unit::Month, 1}},
     {{Unit::Year, 1}, {Unit::Month, 3}},
 };
+// clang-format on
 
 // All steps that are not finer than `least`, up to a span.
 QVector<StepPair> stepsBetween(double least, double span)
@@ -113,7 +115,10 @@ public:
         return local - m_offset(guess);
     }
 
-    static QDate date(double local) { return QDate::fromJulianDay(julianDay1970 + qint64(std::floor(local / day))); }
+    static QDate date(double local)
+    {
+        return QDate::fromJulianDay(julianDay1970 + qint64(std::floor(local / day)));
+    }
     static double midnight(const QDate &date) { return double(date.toJulianDay() - julianDay1970) * day; }
 
 private:
@@ -153,7 +158,8 @@ public:
     {
         const double index = m_index++;
         if (m_step.unit == Unit::Second) {
-            const double part = m_step.count < 1.0 ? index / std::round(1.0 / m_step.count) : index * m_step.count;
+            const double part =
+                m_step.count < 1.0 ? index / std::round(1.0 / m_step.count) : index * m_step.count;
             return m_origin + part;
         }
         if (m_step.unit == Unit::Day)
@@ -200,8 +206,8 @@ QString clockText(double local, double interval)
     QString text = padded(std::floor(ofDay / 3600.0)) + QLatin1Char(':') +
                    padded(std::fmod(std::floor(ofDay / 60.0), 60.0));
     if (interval < 60.0)
-        text += QLatin1Char(':') + QStringLiteral("%1").arg(seconds, decimals > 0 ? 3 + decimals : 2, 'f', decimals,
-                                                            QLatin1Char('0'));
+        text += QLatin1Char(':') + QStringLiteral("%1").arg(seconds, decimals > 0 ? 3 + decimals : 2, 'f',
+                                                            decimals, QLatin1Char('0'));
     return text;
 }
 

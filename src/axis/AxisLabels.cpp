@@ -284,10 +284,11 @@ private:
     {
         double wanted = std::floor(m_plot.center().x()) - bandDistance - width;
         if (m_side == AxisSide::Begin)
-            wanted = m_band ? m_plot.left() - m_look.offset - bandDistance - width : m_plot.left() + rowDistance;
+            wanted =
+                m_band ? m_plot.left() - m_look.offset - bandDistance - width : m_plot.left() + rowDistance;
         else if (m_side == AxisSide::End)
-            wanted = m_band ? m_plot.right() + m_look.offset + bandDistance
-                            : m_plot.right() - rowDistance - width;
+            wanted =
+                m_band ? m_plot.right() + m_look.offset + bandDistance : m_plot.right() - rowDistance - width;
         return clampedPlace(wanted, m_bounds.left(), m_bounds.right() - width);
     }
 
@@ -309,8 +310,7 @@ private:
         if (!m_band)
             return m_bounds.width();
         const bool atLeft = m_side == AxisSide::Begin;
-        const double room =
-            atLeft ? m_plot.left() - m_bounds.left() : m_bounds.right() - m_plot.right();
+        const double room = atLeft ? m_plot.left() - m_bounds.left() : m_bounds.right() - m_plot.right();
         return room - m_look.offset - bandDistance;
     }
 

@@ -10,11 +10,10 @@ TickMarks::TickMarks(const TickSet &set, const AxisRange &range, Qt::Orientation
     , m_range(range)
     , m_horizontal(orientation == Qt::Horizontal)
     , m_length(m_horizontal ? area.width() : area.height())
-    , m_scale(m_horizontal
-                  ? PixelScale(range.scaleKind(), {range.minVisible(), range.maxVisible()},
-                               range.visibleExtent(), m_length)
-                  : PixelScale(range.scaleKind(), {range.maxVisible(), range.minVisible()},
-                               -range.visibleExtent(), m_length))
+    , m_scale(m_horizontal ? PixelScale(range.scaleKind(), {range.minVisible(), range.maxVisible()},
+                                        range.visibleExtent(), m_length)
+                           : PixelScale(range.scaleKind(), {range.maxVisible(), range.minVisible()},
+                                        -range.visibleExtent(), m_length))
 {
 }
 

@@ -55,10 +55,11 @@ public:
         const double end = isBelowZero         ? last
                            : last < pixelLimit ? last + 1.0
                                                : std::numeric_limits<double>::infinity();
-        return [begin = m_scale.begin(), density = m_scale.density(), isBelowZero, rounding, end](double value) {
-            const double place = (value - begin) * density + rounding;
-            return isBelowZero ? place <= end : !(place >= end);
-        };
+        return
+            [begin = m_scale.begin(), density = m_scale.density(), isBelowZero, rounding, end](double value) {
+                const double place = (value - begin) * density + rounding;
+                return isBelowZero ? place <= end : !(place >= end);
+            };
     }
 
     // The same on a logarithmic one. Where the next pixel begins, border(last), is known but for rounding errors:
@@ -77,8 +78,8 @@ public:
     }
     double border(int last) const
     {
-        const double next = last < pixelLimit ? last + (last < 0 ? 0.0 : 1.0)
-                                              : std::numeric_limits<double>::infinity();
+        const double next =
+            last < pixelLimit ? last + (last < 0 ? 0.0 : 1.0) : std::numeric_limits<double>::infinity();
         return m_scale.value(next - std::copysign(m_rounding, last));
     }
 
@@ -97,9 +98,9 @@ private:
     {
         // Values and ends of ranges are themselves sums and products, of a few operations each.
         constexpr double roundings = 8.0;
-        const double rounding =
-            roundings * (std::numeric_limits<double>::epsilon() * farthest(scale) * std::abs(scale.density()) +
-                         epsilon * std::abs(scale.length()));
+        const double rounding = roundings * (std::numeric_limits<double>::epsilon() * farthest(scale) *
+                                                 std::abs(scale.density()) +
+                                             epsilon * std::abs(scale.length()));
         // Where numbers are as coarse as pixels, most places must still be truncated.
         constexpr double most = 0.125;
         return rounding < most ? rounding : most;

@@ -404,7 +404,8 @@ int GraphCursor::moveOnScreen(const PlotData &data, int direction, bool autoRepe
 void GraphCursor::GRAPH_GEOMETRY_CHANGED(const QRectF &newGeometry, const QRectF &oldGeometry)
 {
     QQuickPaintedItem::GRAPH_GEOMETRY_CHANGED(newGeometry, oldGeometry);
-    if (newGeometry.width() > 0.0 && newGeometry.height() > 0.0 && newGeometry.width() != oldGeometry.width()) {
+    if (newGeometry.width() > 0.0 && newGeometry.height() > 0.0 &&
+        newGeometry.width() != oldGeometry.width()) {
         followScroll();
         if (places().valueOf(m_posIndex, m_posValue))
             setPosIndex(m_posIndex);

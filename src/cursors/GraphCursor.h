@@ -35,6 +35,13 @@ struct CursorDirection;
 struct CursorPlace;
 } // namespace graph
 
+// The cursor's own flag beside that of the item, which stays true. Qt 6 allows no other than the item's.
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
+#define GRAPH_CURSOR_VISIBLE Q_PROPERTY(bool visible READ isCursorVisible WRITE setVisible)
+#else
+#define GRAPH_CURSOR_VISIBLE
+#endif
+
 // A line over the plots of a view that always stands on a sample of the primary plot's data. Whatever form of
 // the position is written becomes a sample index, and every other form is derived from that index.
 class GRAPH_CHARTS_EXPORT GraphCursor : public QQuickPaintedItem
@@ -54,10 +61,7 @@ class GRAPH_CHARTS_EXPORT GraphCursor : public QQuickPaintedItem
     Q_PROPERTY(QList<qreal> yValues READ yValues NOTIFY yValuesChanged)
     Q_PROPERTY(QStringList formattedYValues READ formattedYValues NOTIFY yValuesChanged)
     Q_PROPERTY(bool staysOnScreen READ staysOnScreen WRITE setStaysOnScreen NOTIFY staysOnScreenChanged)
-#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
-    // The cursor's own flag beside that of the item, which stays true. Qt 6 allows no other than the item's.
-    Q_PROPERTY(bool visible READ isCursorVisible WRITE setVisible)
-#endif
+    GRAPH_CURSOR_VISIBLE
     Q_PROPERTY(QColor color READ color WRITE setColor NOTIFY colorChanged)
     Q_PROPERTY(
         bool autoPrimaryPlot READ autoPrimaryPlot WRITE setAutoPrimaryPlot NOTIFY sgnAutoPrimaryPlotChanged)

@@ -166,7 +166,9 @@ void GraphCursorAttached::updatePeak()
     if (!m_cursor || m_index < 0)
         return;
     const QList<qreal> positions = m_cursor->yPositions();
-    const auto isAbove = [&](int i) { return m_cursor->hasReading(i) && positions.at(m_index) > positions.at(i); };
+    const auto isAbove = [&](int i) {
+        return m_cursor->hasReading(i) && positions.at(m_index) > positions.at(i);
+    };
     bool peak = m_cursor->hasReading(m_index) && m_index < positions.size();
     for (int i = 0; peak && i < positions.size(); ++i)
         peak = !isAbove(i);

@@ -37,7 +37,9 @@ QQmlListProperty<AbstractPlot> GraphCursor::plots()
         emit cursorOf(list)->plotsChanged();
     };
     const auto count = [](List *list) -> graph::ListIndex { return cursorOf(list)->m_plots.count(); };
-    const auto at = [](List *list, graph::ListIndex index) { return cursorOf(list)->m_plots.plot(int(index)); };
+    const auto at = [](List *list, graph::ListIndex index) {
+        return cursorOf(list)->m_plots.plot(int(index));
+    };
     const auto clear = [](List *list) {
         cursorOf(list)->m_plots.replace({});
         emit cursorOf(list)->plotsChanged();
@@ -54,7 +56,8 @@ QQmlListProperty<AbstractPlot> GraphCursor::plots()
 QQmlListProperty<PlotData> GraphCursor::series()
 {
     using List = QQmlListProperty<PlotData>;
-    return {this, nullptr, [](List *list) -> graph::ListIndex { return cursorOf(list)->m_plots.seriesCount(); },
+    return {this, nullptr,
+            [](List *list) -> graph::ListIndex { return cursorOf(list)->m_plots.seriesCount(); },
             [](List *list, graph::ListIndex index) { return cursorOf(list)->m_plots.series(int(index)); }};
 }
 
@@ -74,7 +77,9 @@ QQmlListProperty<GraphMarker> GraphCursor::markers()
         emit cursorOf(list)->markersChanged();
     };
     const auto count = [](List *list) -> graph::ListIndex { return cursorOf(list)->m_markers.size(); };
-    const auto at = [](List *list, graph::ListIndex index) { return cursorOf(list)->m_markers.value(index).data(); };
+    const auto at = [](List *list, graph::ListIndex index) {
+        return cursorOf(list)->m_markers.value(index).data();
+    };
     const auto clear = [](List *list) {
         cursorOf(list)->m_markers.clear();
         emit cursorOf(list)->markersChanged();

@@ -129,7 +129,7 @@ private:
     bool m_visible = false;
     bool m_hiddenForLackOfSample = false; // by its own doing: the next valid place shows it again
     std::optional<double> m_awaitedValue; // no sample had it yet
-    bool m_fellOut = false; // with its sample; until it is placed elsewhere
+    bool m_fellOut = false;               // with its sample; until it is placed elsewhere
     QPointer<const PlotData> m_placedData;
     graph::SampleHistory m_placedHistory;
     bool m_showDelta = true;

@@ -20,8 +20,8 @@ int shownPeak(bool right, const PlotData &data, const ValueAxis &along, const Va
 {
     if (data.size() < 1)
         return -1;
-    const auto [first, last] = std::minmax(
-        {nearestSample(data, along.minVisible()), nearestSample(data, along.maxVisible())});
+    const auto [first, last] =
+        std::minmax({nearestSample(data, along.minVisible()), nearestSample(data, along.maxVisible())});
     const auto [lowest, highest] = std::minmax({across.minVisible(), across.maxVisible()});
     const bool isLinear = across.scaleKind() == ScaleKind::Linear;
     const double least = lowest;

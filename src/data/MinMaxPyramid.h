@@ -42,7 +42,7 @@ private:
     void extendLevels();
 
     std::vector<Level> m_levels{1}; // the finest first
-    mutable int m_searched = 0; // samples, for NaN
+    mutable int m_searched = 0;     // samples, for NaN
     mutable bool m_hasNaN = false;
 };
 

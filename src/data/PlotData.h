@@ -159,7 +159,10 @@ protected:
     void connectOrnItem(const QString &key);
     void connectOrnVecDoubleItem(const QString &key);
     // Without a property: the array is given to the sink.
-    void connectOrnVecDoubleItem(const QString &key, const BusBinding::Sink &sink) { m_bus.followVector(key, sink); }
+    void connectOrnVecDoubleItem(const QString &key, const BusBinding::Sink &sink)
+    {
+        m_bus.followVector(key, sink);
+    }
 
     // Equal objects are of the same kind: the class that holds the data, because an object that QML made may
     // have a class and a meta-object of its own.

@@ -122,8 +122,8 @@ bool SampleSpan::hasNaN(int first, int end) const
 {
     if (first == end)
         return false;
-    if (m_pyramid && !(m_points ? m_pyramid->hasNaN(m_points, m_arraySize)
-                                : m_pyramid->hasNaN(m_values, m_arraySize)))
+    if (m_pyramid &&
+        !(m_points ? m_pyramid->hasNaN(m_points, m_arraySize) : m_pyramid->hasNaN(m_values, m_arraySize)))
         return false;
     const int low = lowest(first, end);
     return m_points ? graph::hasNaN(m_points + low, end - first) : graph::hasNaN(m_values + low, end - first);

@@ -130,7 +130,7 @@ private:
     double m_number = 0.0; // that x is counted by, of the first element of the array
     int m_arraySize = 0;
     int m_dataFirst = 0; // the array index of the data object's first sample
-    int m_first = 0; // the array index of sample 0, and the way from one sample to the next
+    int m_first = 0;     // the array index of sample 0, and the way from one sample to the next
     int m_step = 1;
     int m_size = 0;
     bool m_reversed = false;

@@ -35,7 +35,8 @@ void addPairs(Band &band, const SampleSpan &upper, const SampleSpan &lower, cons
 {
     const MinMax above = upper.minMax(first, end);
     const MinMax below = lower.minMax(first, end);
-    if (haveAllPlaces(above, mapping) && haveAllPlaces(below, mapping) && !upper.hasNaN(first, end) && !lower.hasNaN(first, end)) {
+    if (haveAllPlaces(above, mapping) && haveAllPlaces(below, mapping) && !upper.hasNaN(first, end) &&
+        !lower.hasNaN(first, end)) {
         band.add(above.max, below.min);
         return;
     }
@@ -47,8 +48,8 @@ void addPairs(Band &band, const SampleSpan &upper, const SampleSpan &lower, cons
 
 // The columns between two samples: those of the pair before, or, on an axis that spreads some samples over many
 // columns, the area between the lines from pair to pair.
-void bridge(std::vector<Band> &bands, int from, int to, const SampleSpan &upper, const SampleSpan &lower, int i,
-            const PixelMapping &mapping)
+void bridge(std::vector<Band> &bands, int from, int to, const SampleSpan &upper, const SampleSpan &lower,
+            int i, const PixelMapping &mapping)
 {
     if (mapping.isLinearX() || i == 0 || std::isnan(bands[std::size_t(from) - 1].top)) {
         for (int k = from; k < to; ++k)

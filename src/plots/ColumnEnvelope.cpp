@@ -25,8 +25,8 @@ MinMax drawableMinMax(double y, bool positiveOnly)
 MinMax drawableMinMax(const SampleSpan &samples, int first, int end, bool positiveOnly)
 {
     MinMax extremes = samples.minMax(first, end);
-    const bool areDrawable = std::isfinite(extremes.min) && std::isfinite(extremes.max) &&
-                             (extremes.min > 0.0 || !positiveOnly);
+    const bool areDrawable =
+        std::isfinite(extremes.min) && std::isfinite(extremes.max) && (extremes.min > 0.0 || !positiveOnly);
     if (extremes.isEmpty() || areDrawable)
         return extremes;
     extremes = {};
@@ -57,7 +57,8 @@ public:
     void add(int column, const MinMax &extremes)
     {
         if (extremes.isEmpty()) {
-            if (column >= 0 && column < m_envelope.columns() && m_envelope.state[column] == ColumnEnvelope::Empty)
+            if (column >= 0 && column < m_envelope.columns() &&
+                m_envelope.state[column] == ColumnEnvelope::Empty)
                 m_envelope.state[column] = ColumnEnvelope::Hole;
             return;
         }
@@ -97,8 +98,8 @@ private:
 };
 
 // The columns between two others on the straight line between the last sample of the one and the first of the other.
-void fillStraight(ColumnEnvelope &envelope, int before, int behind, const PixelMapping &mapping, const QPointF &from,
-                  const QPointF &to)
+void fillStraight(ColumnEnvelope &envelope, int before, int behind, const PixelMapping &mapping,
+                  const QPointF &from, const QPointF &to)
 {
     if (!mapping.hasPlace(from.x(), from.y()) || !mapping.hasPlace(to.x(), to.y()))
         return;
@@ -154,8 +155,8 @@ QLine strokeOfPixels(int column, const MinMax &extremes, const PixelMapping &map
 
 } // namespace
 
-ColumnEnvelope columnEnvelope(const SampleSpan &samples, const PixelMapping &mapping, int columns, double baseline,
-                              bool bridgeGaps)
+ColumnEnvelope columnEnvelope(const SampleSpan &samples, const PixelMapping &mapping, int columns,
+                              double baseline, bool bridgeGaps)
 {
     const std::size_t size = std::max(0, columns);
     ColumnEnvelope envelope;

@@ -28,14 +28,15 @@ struct ColumnEnvelope
     std::vector<double> max;
     std::vector<double> min;
     std::vector<State> state;
-    int firstColumn = -1; // the smallest column of any finite sample, also one outside the item; -1 without samples
-    int lastColumn = -1;  // the largest of them inside the item
+    int firstColumn =
+        -1; // the smallest column of any finite sample, also one outside the item; -1 without samples
+    int lastColumn = -1; // the largest of them inside the item
 };
 
 // Reduces samples in the order of columns to the extremes of each of `columns` columns; those outside are dropped. With
 // bridgeGaps, columns skipped between two filled ones repeat the one before. Values without a place do not count.
-ColumnEnvelope columnEnvelope(const SampleSpan &samples, const PixelMapping &mapping, int columns, double baseline,
-                              bool bridgeGaps);
+ColumnEnvelope columnEnvelope(const SampleSpan &samples, const PixelMapping &mapping, int columns,
+                              double baseline, bool bridgeGaps);
 
 // Fills columns without a sample between two filled ones with the straight line between the samples beside them, where
 // no missing value ends the trace. samples, mapping: those of the envelope.

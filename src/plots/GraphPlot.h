@@ -17,8 +17,8 @@ class GRAPH_CHARTS_EXPORT GraphPlot : public AbstractPlot
     Q_PROPERTY(int maxLineWidth READ maxLineWidth WRITE setMaxLineWidth NOTIFY maxLineWidthChanged)
     Q_PROPERTY(bool useIntermittentPlot READ useIntermittentPlot WRITE setUseIntermittentPlot NOTIFY
                    useIntermittentPlotChanged)
-    Q_PROPERTY(bool useTransparencyForFillPlot READ useTransparencyForFillPlot WRITE setUseTransparencyForFillPlot
-                   NOTIFY useTransparencyForFillPlotChanged)
+    Q_PROPERTY(bool useTransparencyForFillPlot READ useTransparencyForFillPlot WRITE
+                   setUseTransparencyForFillPlot NOTIFY useTransparencyForFillPlotChanged)
     Q_PROPERTY(int selectedPoint READ selectedPoint WRITE setSelectedPoint NOTIFY selectedPointChanged)
     Q_PROPERTY(GraphPoint *graphPoint READ graphPoint WRITE setGraphPoint NOTIFY graphPointChanged)
 

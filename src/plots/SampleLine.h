@@ -18,10 +18,7 @@ public:
     {
     }
 
-    double valueAt(double coordinate) const
-    {
-        return m_mapping.valueY(m_y + (coordinate - m_x) * m_slope);
-    }
+    double valueAt(double coordinate) const { return m_mapping.valueY(m_y + (coordinate - m_x) * m_slope); }
 
 private:
     const PixelMapping &m_mapping;

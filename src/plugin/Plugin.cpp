@@ -69,7 +69,8 @@ void Plugin::registerTypes(const char *uri)
 
     // The order is part of the interface: the attached type has to be known before the cursor that hands it out.
     qmlRegisterUncreatableType<AbstractPlot>(
-        uri, 1, 0, "AbstractPlot", "Trying to create uncreatable: AbstractPlot. Use specific types of plots instead.");
+        uri, 1, 0, "AbstractPlot",
+        "Trying to create uncreatable: AbstractPlot. Use specific types of plots instead.");
     qmlRegisterType<AreaPlot>(uri, 1, 0, "AreaPlot");
     qmlRegisterType<ChannelPlot>(uri, 1, 0, "ChannelPlot");
     qmlRegisterType<GraphBands>(uri, 1, 0, "GraphBands");
@@ -79,7 +80,8 @@ void Plugin::registerTypes(const char *uri)
     qmlRegisterType<GraphMarker>(uri, 1, 0, "GraphMarker");
     qmlRegisterType<GraphPlot>(uri, 1, 0, "GraphPlot");
     qmlRegisterUncreatableType<GraphPoint>(
-        uri, 1, 0, "GraphPoint", "Trying to create uncreatable: GraphPoint. Use specific types of points instead.");
+        uri, 1, 0, "GraphPoint",
+        "Trying to create uncreatable: GraphPoint. Use specific types of points instead.");
     qmlRegisterType<GraphPointDot>(uri, 1, 0, "GraphPointDot");
     qmlRegisterType<GraphPointCircle>(uri, 1, 0, "GraphPointCircle");
     qmlRegisterType<GraphPointCross>(uri, 1, 0, "GraphPointCross");

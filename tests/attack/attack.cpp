@@ -64,7 +64,9 @@ double residentMegabytes()
 
 int openFiles()
 {
-    return QDir(QStringLiteral("/proc/self/fd")).entryList(QDir::NoDotAndDotDot | QDir::AllEntries | QDir::System).size();
+    return QDir(QStringLiteral("/proc/self/fd"))
+        .entryList(QDir::NoDotAndDotDot | QDir::AllEntries | QDir::System)
+        .size();
 }
 
 void wait(double seconds)
@@ -109,7 +111,8 @@ public:
     void signal(int number) const { ::kill(pid_t(processId()), number); }
     void order(const QString &text) { write(text.toUtf8() + '\n'); }
     // Runs the event loop, and so the chart, until the peer has done what it was told.
-    void obey(const QString &text, const std::function<void()> &meanwhile = [] {})
+    void obey(
+        const QString &text, const std::function<void()> &meanwhile = [] {})
     {
         order(text);
         while (state() == QProcess::Running && !canReadLine()) {
@@ -259,7 +262,8 @@ void frozen(Scene &scene)
     component.setData(R"(import QtQuick 2.15; import charts 1.0
         Item { property alias first: one; property alias last: three
             PlotSeries { id: one; dbusAddress: "frozen0,trace" } PlotSeries { dbusAddress: "frozen1,trace" }
-            PlotSeries { id: three; dbusAddress: "frozen2,trace" } })", QUrl());
+            PlotSeries { id: three; dbusAddress: "frozen2,trace" } })",
+                      QUrl());
     scene.victim->startMeasuring();
     QElapsedTimer clock;
     clock.start();
@@ -360,8 +364,8 @@ int mute()
     const qint64 shown = clock.elapsed();
     victim.startMeasuring();
     wait(10);
-    std::printf("| %-16s | %7.0f | %6s | %3s | %-5s | page there after %lld ms |\n", "mute bus", victim.longestGap(), "-",
-                "-", "-", (long long)shown);
+    std::printf("| %-16s | %7.0f | %6s | %3s | %-5s | page there after %lld ms |\n", "mute bus",
+                victim.longestGap(), "-", "-", "-", (long long)shown);
     std::fflush(stdout);
     // The end of the process is not measured: a library that hangs in its connection would hold it up.
     std::_Exit(0);
@@ -379,20 +383,26 @@ int main(int argc, char **argv)
         return mute();
 
     const std::map<QString, std::function<void(Scene &)>> attacks{
-        {QStringLiteral("deaf"), deaf},           {QStringLiteral("gigabyte"), gigabyte},
-        {QStringLiteral("labels"), labels},       {QStringLiteral("unfinished"), unfinished},
-        {QStringLiteral("names"), names},         {QStringLiteral("huge"), huge},
-        {QStringLiteral("restarts"), restarts},   {QStringLiteral("frozen"), frozen},
-        {QStringLiteral("sparse-heatmap"), sparseHeatmap}, {QStringLiteral("heatmap-folder"), heatmapFolder},
-        {QStringLiteral("million-items"), [](Scene &) { wait(3); }}, {QStringLiteral("soak"), soak}};
+        {QStringLiteral("deaf"), deaf},
+        {QStringLiteral("gigabyte"), gigabyte},
+        {QStringLiteral("labels"), labels},
+        {QStringLiteral("unfinished"), unfinished},
+        {QStringLiteral("names"), names},
+        {QStringLiteral("huge"), huge},
+        {QStringLiteral("restarts"), restarts},
+        {QStringLiteral("frozen"), frozen},
+        {QStringLiteral("sparse-heatmap"), sparseHeatmap},
+        {QStringLiteral("heatmap-folder"), heatmapFolder},
+        {QStringLiteral("million-items"), [](Scene &) { wait(3); }},
+        {QStringLiteral("soak"), soak}};
     const auto attack = attacks.find(name);
     if (attack == attacks.end())
         qFatal("attack SCENARIO PEER_PROGRAM [SECONDS]");
 
     // A bus of our own, which ends with the process.
     QProcess daemon;
-    daemon.start(QStringLiteral("dbus-daemon"),
-                 {QStringLiteral("--session"), QStringLiteral("--nofork"), QStringLiteral("--print-address")});
+    daemon.start(QStringLiteral("dbus-daemon"), {QStringLiteral("--session"), QStringLiteral("--nofork"),
+                                                 QStringLiteral("--print-address")});
     daemon.waitForReadyRead(10000);
     qputenv("DBUS_SESSION_BUS_ADDRESS", daemon.readLine().trimmed());
 

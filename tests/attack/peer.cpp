@@ -56,7 +56,8 @@ public:
     bool handleMessage(const QDBusMessage &message, const QDBusConnection &bus) override
     {
         const Blocks blocks{{trace, m_trace}};
-        return bus.send(message.createReply({m_serial, m_values, QVariant::fromValue(blocks), QStringList()}));
+        return bus.send(
+            message.createReply({m_serial, m_values, QVariant::fromValue(blocks), QStringList()}));
     }
 
     void array(const QString &name, quint64 size, double value)
@@ -107,7 +108,7 @@ private:
 };
 
 // Calls the function RATE times a second, evenly, with the number of the call.
-template<typename Function> void repeat(double rate, double seconds, Function function)
+template <typename Function> void repeat(double rate, double seconds, Function function)
 {
     QElapsedTimer clock;
     clock.start();
@@ -131,7 +132,8 @@ void obey(Peer &peer, const QStringList &words)
     else if (order == QLatin1String("labels"))
         repeat(first, second, [&](int i) { peer.value(label, QString::number(i)); });
     else if (order == QLatin1String("unfinished"))
-        repeat(300, first, [&](int i) { peer.firstPart(QStringLiteral("new_%1:doubleARRAY:").arg(i), 200000000); });
+        repeat(300, first,
+               [&](int i) { peer.firstPart(QStringLiteral("new_%1:doubleARRAY:").arg(i), 200000000); });
     else if (order == QLatin1String("names"))
         repeat(first, 1, [&](int i) { peer.value(QStringLiteral("name_%1:").arg(i), i); });
     else if (order == QLatin1String("huge"))
@@ -165,7 +167,8 @@ int main(int argc, char **argv)
                 },
                 Qt::BlockingQueuedConnection);
         }
-        QMetaObject::invokeMethod(&application, [] { QCoreApplication::quit(); }, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(
+            &application, [] { QCoreApplication::quit(); }, Qt::QueuedConnection);
     });
     const int result = application.exec();
     reader.join();

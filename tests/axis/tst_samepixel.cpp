@@ -150,7 +150,8 @@ void tst_samepixel::everythingAtOneValue()
             axis->setScaleKind(isLogarithmic ? graph::ScaleKind::Logarithmic : graph::ScaleKind::Linear);
             axis->setNumTicks(random.bounded(1, 12));
             axis->setTickInterval(random.bounded(4) ? ValueAxis::ScaledDecimal : ValueAxis::ScaledBinary);
-            axis->setRangeOrder(random.bounded(4) || isLogarithmic ? ValueAxis::Increasing : ValueAxis::Decreasing);
+            axis->setRangeOrder(random.bounded(4) || isLogarithmic ? ValueAxis::Increasing
+                                                                   : ValueAxis::Decreasing);
         }
         const Ticks columns(chart.x, size);
         const Ticks rows(chart.y, size);

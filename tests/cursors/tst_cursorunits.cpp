@@ -19,12 +19,28 @@ private slots:
             bool backwards = false;
         };
         const QVector<Press> presses{
-            {100, 5},      {499, 5},      {0, 19},        {500, 19},      {501, 1},       {-5, 19}, {600, 1},
+            {100, 5},
+            {499, 5},
+            {0, 19},
+            {500, 19},
+            {501, 1},
+            {-5, 19},
+            {600, 1},
             // Repeats do not ask for the time, but a press does ask for that of the last repeat.
-            {0, 2, true},  {0, 4, true},  {0, 6, true},   {900, 9, true}, {0, 13, true},  {0, 19, true},
-            {0, 19, true}, {499, 19},
+            {0, 2, true},
+            {0, 4, true},
+            {0, 6, true},
+            {900, 9, true},
+            {0, 13, true},
+            {0, 19, true},
+            {0, 19, true},
+            {499, 19},
             // Another direction starts from the slowest step.
-            {0, 2, true, true}, {0, 4, true, true}, {250, 2}, {501, 1, false, true}, {250, 2, false, true}};
+            {0, 2, true, true},
+            {0, 4, true, true},
+            {250, 2},
+            {501, 1, false, true},
+            {250, 2, false, true}};
         qint64 now = 0;
         for (const Press &press : presses) {
             now += press.afterMs;

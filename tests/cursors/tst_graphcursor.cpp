@@ -141,7 +141,9 @@ private slots:
         bench.plot->setPlotData(data.data());
         bench.place(30);
         GraphCursor *cursor = bench.cursor;
-        const auto at = [&](int index) { return cursor->posIndex() == index && cursor->posValue() == data->x(index); };
+        const auto at = [&](int index) {
+            return cursor->posIndex() == index && cursor->posValue() == data->x(index);
+        };
         for (const auto &step : {-1, 1}) {
             const int end = step < 0 ? atLeft : atRight;
             const double far = step < 0 ? -1000.0 : 1000.0;

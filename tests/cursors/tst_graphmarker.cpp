@@ -45,7 +45,8 @@ private slots:
         QVERIFY(marker->posIndex() == 30 && !marker->isVisible());
         SignalLog log(marker);
         marker->setPosIndex(31);
-        QVERIFY(log.take().startsWith("posIndex posValue formattedPosValue posOnScreen visible formattedDeltaX "));
+        QVERIFY(log.take().startsWith(
+            "posIndex posValue formattedPosValue posOnScreen visible formattedDeltaX "));
         QVERIFY(marker->isVisible());
         // One that the application has hidden meanwhile stays hidden.
         marker->setPosIndex(-1);
@@ -111,7 +112,8 @@ private slots:
             bench.cursor->setPosIndex(index);
             QCOMPARE(marker->formattedDeltaX(), QString("\u0394 10 %"));
             QCOMPARE(marker->formattedDeltaY(), QString("\u0394 5 dB"));
-            QCOMPARE(marker->formattedDeltasY(), (QStringList{"\u0394 5 dB", "\u0394 ---", "\u0394 0 \u00b0C"}));
+            QCOMPARE(marker->formattedDeltasY(),
+                     (QStringList{"\u0394 5 dB", "\u0394 ---", "\u0394 0 \u00b0C"}));
         }
         QCOMPARE(marker->formattedPosValue(), QString("50 %"));
         QCOMPARE(marker->formattedYValue(), QString("25 dB"));

@@ -16,7 +16,7 @@ private slots:
         const QMap<QString, QVariant> values{
             {"xLabel", "Distance"}, {"yLabel", "Level"}, {"xSigDigs", 6},       {"ySigDigs", 5},
             {"xPrecision", 1},      {"yPrecision", 3},   {"xRangeBegin", -1.5}, {"yRangeBegin", -60.0},
-            {"xRangeEnd", 20.0},    {"yRangeEnd", 5.0},  {"xUnits", "Hz"},     {"yUnits", "dB"},
+            {"xRangeEnd", 20.0},    {"yRangeEnd", 5.0},  {"xUnits", "Hz"},      {"yUnits", "dB"},
             {"label", "A"}};
         BusPublisher bus("allkeys");
         QVector<double> trace(1000, 1.0);

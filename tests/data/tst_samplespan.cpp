@@ -209,7 +209,10 @@ private slots:
             {&series, [&] { isRead(written(otherSeries), series); }},
             {&points, [&] { points.setYData(QVector<double>(count, -5.0)); }},
             {&points, [&] { points.setXData(QVector<double>(ramp.rbegin(), ramp.rend())); }},
-            {&points, [&] { points.append({-1.0, -7.0}, QString()); }},
+            {&points,
+             [&] {
+                 points.append({-1.0, -7.0}, QString());
+             }},
             {&points, [&] { points.resize(count / 2); }},
             {&points, [&] { isRead(written(otherPoints), points); }},
         };

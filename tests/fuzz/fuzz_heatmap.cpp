@@ -19,7 +19,8 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char *data, std::size_t siz
     const double maxY = input.take<float>(), rangeY = input.take<float>();
 
     QByteArray bytes = input.rest();
-    if (!isLarge && bytes.size() >= 4) { // mostly at most 512 columns and rows, which take a tenth of the time
+    if (!isLarge &&
+        bytes.size() >= 4) { // mostly at most 512 columns and rows, which take a tenth of the time
         bytes[0] = bytes[0] & 1;
         bytes[2] = bytes[2] & 1;
     }
@@ -38,8 +39,8 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char *data, std::size_t siz
     const double topLevel = followsFile ? heatmap.referenceLevel : maxY;
     try {
         graph::rasterizeHeatmap(heatmap, topLevel,
-                                graph::PixelMapping(minX, maxY, rangeX, rangeY, QSizeF(width, height)), colors,
-                                {pixels.data(), width, height});
+                                graph::PixelMapping(minX, maxY, rangeX, rangeY, QSizeF(width, height)),
+                                colors, {pixels.data(), width, height});
     } catch (const std::out_of_range &) { // a code without a colour
     }
     return 0;

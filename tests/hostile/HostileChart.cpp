@@ -248,22 +248,44 @@ void HostileChart::callMethod()
         values.append(value);
     }
     for (int i = 0; i < values.size(); ++i) {
-        const void *data = method.parameterType(i) == QMetaType::QVariant ? &values.at(i) : values.at(i).constData();
+        const void *data =
+            method.parameterType(i) == QMetaType::QVariant ? &values.at(i) : values.at(i).constData();
         arguments[i] = QGenericArgument(types.at(i), data);
     }
     log(object, method.methodSignature(), values);
-    method.invoke(object, Qt::DirectConnection, arguments[0], arguments[1], arguments[2], arguments[3], arguments[4],
-                  arguments[5]);
+    method.invoke(object, Qt::DirectConnection, arguments[0], arguments[1], arguments[2], arguments[3],
+                  arguments[4], arguments[5]);
 }
 
 // What only a script can say: values that the engine has to convert first.
 void HostileChart::runScript()
 {
-    static const char *const values[] = {"undefined", "null", "NaN", "-Infinity", "[]", "[1, undefined, 'x', null, {}]",
-                                         "'text'", "''", "{}", "true", "-1", "4294967295", "1e300", "Qt.rect(NaN, 0, 1, 1)",
-                                         "Qt.point(1e300, -1e300)", "'#zzz'", "(function() {})", "[[]]", "Qt.font({})",
-                                         "new Array(5000)", "root", "series", "Qt.binding(function() { return NaN })"};
-    const auto anyValue = [this] { return QString(values[m_values.below(int(sizeof(values) / sizeof(*values)))]); };
+    static const char *const values[] = {"undefined",
+                                         "null",
+                                         "NaN",
+                                         "-Infinity",
+                                         "[]",
+                                         "[1, undefined, 'x', null, {}]",
+                                         "'text'",
+                                         "''",
+                                         "{}",
+                                         "true",
+                                         "-1",
+                                         "4294967295",
+                                         "1e300",
+                                         "Qt.rect(NaN, 0, 1, 1)",
+                                         "Qt.point(1e300, -1e300)",
+                                         "'#zzz'",
+                                         "(function() {})",
+                                         "[[]]",
+                                         "Qt.font({})",
+                                         "new Array(5000)",
+                                         "root",
+                                         "series",
+                                         "Qt.binding(function() { return NaN })"};
+    const auto anyValue = [this] {
+        return QString(values[m_values.below(int(sizeof(values) / sizeof(*values)))]);
+    };
     QObject *object = any();
     const QMetaObject *meta = object->metaObject();
     if (isOfQt(object) || !qmlContext(object))
@@ -272,14 +294,16 @@ void HostileChart::runScript()
     const int properties = meta->propertyCount() - qtBase(object)->propertyCount();
     const int methods = meta->methodCount() - qtBase(object)->methodCount();
     if (properties > 0 && m_values.oneIn(2))
-        code = QString("%1 = %2").arg(meta->property(meta->propertyCount() - 1 - m_values.below(properties)).name(), anyValue());
+        code = QString("%1 = %2").arg(
+            meta->property(meta->propertyCount() - 1 - m_values.below(properties)).name(), anyValue());
     else if (methods > 0)
         code = QString("%1(%2)").arg(
             QString(meta->method(meta->methodCount() - 1 - m_values.below(methods)).name()),
             QStringList(QStringList{anyValue(), anyValue(), anyValue()}.mid(m_values.below(4))).join(", "));
     // Qt's own enumerations have no room for any number, and fillData may add too much.
-    static const QRegularExpression excluded("^(fillData|\\w*marginsChanged|(set)?(line(Join)?Style|orientation\\w*|penStyle)\\b)",
-                                             QRegularExpression::CaseInsensitiveOption);
+    static const QRegularExpression excluded(
+        "^(fillData|\\w*marginsChanged|(set)?(line(Join)?Style|orientation\\w*|penStyle)\\b)",
+        QRegularExpression::CaseInsensitiveOption);
     if (code.contains(excluded))
         return;
 #if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
@@ -336,9 +360,24 @@ void HostileChart::resizeItem()
     auto *item = qobject_cast<QQuickItem *>(any(&QQuickItem::staticMetaObject));
     if (!item)
         return;
-    const double sizes[] = {0, 1, 0.5, 1.5, 2, 3, 17.3, 100, 300, 301, 3000, -5, 1e-300, 1e5, 1e12, 1e308,
+    const double sizes[] = {0,
+                            1,
+                            0.5,
+                            1.5,
+                            2,
+                            3,
+                            17.3,
+                            100,
+                            300,
+                            301,
+                            3000,
+                            -5,
+                            1e-300,
+                            1e5,
+                            1e12,
+                            1e308,
                             std::numeric_limits<double>::infinity()};
-    const int tooWide = 14; // for most tests: what is drawn for every column takes long
+    const int tooWide = 14;  // for most tests: what is drawn for every column takes long
     const int tooLarge = 10; // for a window, whose images would take gigabytes
     const int widths = m_window ? tooLarge : m_values.oneIn(200) ? 17 : tooWide;
     const QSizeF size(sizes[m_values.below(widths)], sizes[m_values.below(m_window ? tooLarge : 17)]);
@@ -364,7 +403,8 @@ void HostileChart::paintAll()
 void HostileChart::paint(QQuickPaintedItem *item)
 {
     log(item, "paint");
-    item->setRenderTarget(m_values.oneIn(4) ? QQuickPaintedItem::FramebufferObject : QQuickPaintedItem::Image);
+    item->setRenderTarget(m_values.oneIn(4) ? QQuickPaintedItem::FramebufferObject
+                                            : QQuickPaintedItem::Image);
     QImage image(160, 120, QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::white);
     QPainter painter(&image);

@@ -14,6 +14,7 @@ namespace {
 
 using Limits = std::numeric_limits<double>;
 
+// clang-format off
 const double nastyNumbers[] = {Limits::quiet_NaN(), Limits::infinity(), -Limits::infinity(), 0.0, -0.0, -1.0,
                                Limits::denorm_min(), Limits::min(), Limits::epsilon(), Limits::max(),
                                Limits::lowest(), 1e308, -1e308, 1e100, 1e-300, 2147483648.0, -2147483649.0, 4.5e15,
@@ -23,9 +24,9 @@ const int nastyIntegers[] = {0, 1, -1, 2, 3, 255, 32767, 32768, 65536, -65536, 1
 const char *const nastyTexts[] = {"", " ", "Hz", "dBm", "DBUV", "FeetFormatter", "FeetFormatterScaled", ",", "a,b",
                                   ",,,", "%1 %2 %n", "\n\t", "<b>bold</b>&amp;", "\xe2\x80\xae\xd7\x90\xf0\x9f\x98\x80",
                                   "file:///nowhere.png", "/nowhere", ":/nowhere", "1e999"};
+// clang-format on
 
-template <typename T, int size>
-const T &anyOf(const T (&values)[size], NastyValues &nasty)
+template <typename T, int size> const T &anyOf(const T (&values)[size], NastyValues &nasty)
 {
     return values[nasty.below(size)];
 }
@@ -83,7 +84,8 @@ QObject *NastyValues::object(const QMetaObject *wanted)
 
 QVariant NastyValues::value(int type, const QByteArray &typeName)
 {
-    static const QByteArrayList plainNumbers = {"PlotStyle", "TickInterval", "AxisStyle", "AxisRangeOrder", "PeakType"};
+    static const QByteArrayList plainNumbers = {"PlotStyle", "TickInterval", "AxisStyle", "AxisRangeOrder",
+                                                "PeakType"};
     if (QMetaType(type).flags() & QMetaType::PointerToQObject) {
         const QMetaType pointerType(type);
         QObject *pointer = object(pointerType.metaObject());
@@ -114,7 +116,8 @@ QVariant NastyValues::value(int type, const QByteArray &typeName)
     case QMetaType::QStringList:
         return QStringList(QStringList{text(), text()}.mid(below(3)));
     case QMetaType::QColor:
-        return QColor(oneIn(3) ? QString("none") : QString("#%1").arg(m_random.generate(), 8, 16, QLatin1Char('0')));
+        return QColor(oneIn(3) ? QString("none")
+                               : QString("#%1").arg(m_random.generate(), 8, 16, QLatin1Char('0')));
     case QMetaType::QPointF:
         return QPointF(number(), number());
     case QMetaType::QRectF:
@@ -122,7 +125,10 @@ QVariant NastyValues::value(int type, const QByteArray &typeName)
     case QMetaType::QVector2D:
         return QVector2D(float(qBound(-3e38, number(), 3e38)), float(m_random.generateDouble()));
     case QMetaType::QVariant:
-        return oneIn(2) ? QVariant(text()) : oneIn(2) ? QVariant(number()) : oneIn(4) ? QVariant::fromValue(array()) : QVariant(QVariantList{text(), number(), QVariant(), QVariantMap()});
+        return oneIn(2)   ? QVariant(text())
+               : oneIn(2) ? QVariant(number())
+               : oneIn(4) ? QVariant::fromValue(array())
+                          : QVariant(QVariantList{text(), number(), QVariant(), QVariantMap()});
     case QMetaType::QFont: {
         const int sizes[] = {1, 2, 7, 12, 40, 400, 20000};
         QFont font(oneIn(2) ? "Roboto" : text());

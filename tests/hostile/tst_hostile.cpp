@@ -10,15 +10,20 @@
 namespace {
 
 // What a chart, or Qt below it, is right to complain about.
-const QRegularExpression knownMessages(
-    "^(Graph Point is null|Icon path |Image file |componentComplete  - |No ValueAxis objects in axes property|"
-    "Plot.*No ORNVecDoubleClientItem|ValueAxis.*buildTicks\\(\\) |in handleOrnVecDoubleItemChanged|        sender\\(\\) not found|Heat map |"
-    "\".*\" (cannot be reached|is no name)|"
-    // Qt, of values that have no meaning for a property, and of items in each other's way.
-    ".*(Unable to assign |TypeError: Cannot read property)|"
-    "[\t ]*\"?(Could not convert (argument|array value)|Passing incomp?atible|This will throw|%entry)|Too many arguments, ignoring |"
-    ".*(Binding|Possible anchor) loop detected|QFont::fromString: Invalid description|QPainter::begin: Paint device returned engine == 0|QPainter::\\w+: Painter not active| *OpenType support missing|QPen::setDashPattern: Pattern not of even length|"
-    "QQuickItem::setParentItem: Parent .* is already part of the subtree)");
+const QRegularExpression
+    knownMessages("^(Graph Point is null|Icon path |Image file |componentComplete  - |No ValueAxis objects "
+                  "in axes property|"
+                  "Plot.*No ORNVecDoubleClientItem|ValueAxis.*buildTicks\\(\\) |in "
+                  "handleOrnVecDoubleItemChanged|        sender\\(\\) not found|Heat map |"
+                  "\".*\" (cannot be reached|is no name)|"
+                  // Qt, of values that have no meaning for a property, and of items in each other's way.
+                  ".*(Unable to assign |TypeError: Cannot read property)|"
+                  "[\t ]*\"?(Could not convert (argument|array value)|Passing incomp?atible|This will "
+                  "throw|%entry)|Too many arguments, ignoring |"
+                  ".*(Binding|Possible anchor) loop detected|QFont::fromString: Invalid "
+                  "description|QPainter::begin: Paint device returned engine == 0|QPainter::\\w+: Painter "
+                  "not active| *OpenType support missing|QPen::setDashPattern: Pattern not of even length|"
+                  "QQuickItem::setParentItem: Parent .* is already part of the subtree)");
 
 QStringList unknownMessages;
 

@@ -85,7 +85,8 @@ void attack()
 void flood(int count)
 {
     const QVector<double> elements = ramp(100000);
-    QByteArray block(reinterpret_cast<const char *>(elements.constData()), elements.size() * int(sizeof(double)));
+    QByteArray block(reinterpret_cast<const char *>(elements.constData()),
+                     elements.size() * int(sizeof(double)));
     for (int i = 0; i < count; ++i) {
         const double number = i;
         std::memcpy(block.data(), &number, sizeof number);

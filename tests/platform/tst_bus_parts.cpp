@@ -138,8 +138,9 @@ void tst_bus_parts::longArrays()
     QCOMPARE(news.elements, (QVector<double>{0, 0, 0, 3, 3}));
     QCOMPARE(bytes, 0);
     const quint64 huge = std::numeric_limits<quint64>::max();
-    for (ItemNews wrong : {part(trace, 5, 2, 2), part(trace, 5, 3, 0), part(trace, 5, 3, 3), part(trace, 5, 3, 2, 2),
-                           part(trace, 4, huge, 1), part(trace, huge, 3, 2), part(trace, 2, 3, 1)}) {
+    for (ItemNews wrong :
+         {part(trace, 5, 2, 2), part(trace, 5, 3, 0), part(trace, 5, 3, 3), part(trace, 5, 3, 2, 2),
+          part(trace, 4, huge, 1), part(trace, huge, 3, 2), part(trace, 2, 3, 1)}) {
         news = part(trace, 5, 0, 3);
         assemblies.add(&news);
         QCOMPARE(assemblies.add(&wrong), ArrayAssemblies::Malformed);

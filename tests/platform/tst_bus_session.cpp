@@ -155,8 +155,8 @@ void tst_bus_session::itemsAndTheirChanges()
     QTRY_COMPARE_WITH_TIMEOUT(vectorOf(client, trace).size(), 1000, patience);
     // Each item is told by itself; a busy machine may do so in several turns of the event loop.
     QTRY_COMPARE_WITH_TIMEOUT(labelOf(client), QStringLiteral("second"), patience);
-    QTRY_COMPARE_WITH_TIMEOUT(vectorOf(client, QStringLiteral("t_one:doubleARRAY:")), (QVector<double>{0, 1, 2}),
-                              patience);
+    QTRY_COMPARE_WITH_TIMEOUT(vectorOf(client, QStringLiteral("t_one:doubleARRAY:")),
+                              (QVector<double>{0, 1, 2}), patience);
     QCOMPARE(valueSpy.count(), 1);
     QCOMPARE(sizeSpy.count(), 1);
 

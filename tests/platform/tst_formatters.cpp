@@ -123,8 +123,8 @@ void tst_formatters::feetFollowTheRegion()
 {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.remove(QStringLiteral("LC_ALL"));
-    for (const auto &[region, text] : {std::pair("de_DE.UTF-8", "609.6 m 1.52 km"),
-                                       std::pair("en_US.UTF-8", "2000 ft 5 kft")}) {
+    for (const auto &[region, text] :
+         {std::pair("de_DE.UTF-8", "609.6 m 1.52 km"), std::pair("en_US.UTF-8", "2000 ft 5 kft")}) {
         environment.insert(QStringLiteral("LC_MEASUREMENT"), QLatin1String(region));
         QProcess process;
         process.setProcessEnvironment(environment);

@@ -152,9 +152,9 @@ private slots:
             const bool reversed = chance(0.3);
             if (reversed)
                 std::swap(begin, end);
-            const PixelMapping mapping(
-                PixelScale(ScaleKind::Logarithmic, {begin, end}, end - begin, width),
-                PixelScale(ScaleKind::Logarithmic, {50.0, 0.05}, 0.05 - 50.0, 100), QSizeF(width, 100));
+            const PixelMapping mapping(PixelScale(ScaleKind::Logarithmic, {begin, end}, end - begin, width),
+                                       PixelScale(ScaleKind::Logarithmic, {50.0, 0.05}, 0.05 - 50.0, 100),
+                                       QSizeF(width, 100));
             QVector<double> y(n);
             for (double &value : y)
                 value = chance(0.02) ? qQNaN() : chance(0.05) ? uniform(-1, 0) : uniform(0.01, 50);

@@ -269,9 +269,9 @@ private slots:
         QSignalSpy changed(&recorder, SIGNAL(pointChanged()));
         painted(plot());
         // In ascending order of x: column, row, margins clockwise from the top, index. Each keeps an index of its own.
-        QCOMPARE(recorder.points, (QVector<QVector<int>>{{25, 20, 20, 75, 30, 25, 1},
-                                                         {25, 10, 10, 75, 40, 25, 2},
-                                                         {75, 15, 15, 25, 35, 75, 0}}));
+        QCOMPARE(recorder.points,
+                 (QVector<QVector<int>>{
+                     {25, 20, 20, 75, 30, 25, 1}, {25, 10, 10, 75, 40, 25, 2}, {75, 15, 15, 25, 35, 75, 0}}));
         QCOMPARE(recorder.selected, QVector<int>{1});
         QCOMPARE(recorder.pen, QPen(QColor("red"), 16, Qt::SolidLine, Qt::RoundCap));
         // Heard by the plot, the changes of the selection would repaint it for ever.

@@ -51,13 +51,15 @@ private:
 
 void TestModule::baseTypesCannotBeCreated()
 {
-    const QMap<QString, QString> bases{{"AbstractPlot", "plots"}, {"GraphPoint", "points"}, {"PlotData", "data"}};
+    const QMap<QString, QString> bases{
+        {"AbstractPlot", "plots"}, {"GraphPoint", "points"}, {"PlotData", "data"}};
     for (auto base = bases.begin(); base != bases.end(); ++base) {
         QQmlComponent component(&m_engine);
         setDocument(&component, "import graph_plugin 1.0\n" + base.key() + " {}\n");
         QCOMPARE(component.errors().size(), 1);
         QCOMPARE(component.errors().first().description(),
-                 QString("Trying to create uncreatable: %1. Use specific types of %2 instead.").arg(base.key(), *base));
+                 QString("Trying to create uncreatable: %1. Use specific types of %2 instead.")
+                     .arg(base.key(), *base));
     }
 }
 

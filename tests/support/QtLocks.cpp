@@ -13,15 +13,13 @@ extern "C" void __tsan_release(void *);
 
 namespace {
 
-template <typename Function>
-Function next(const char *mangledName)
+template <typename Function> Function next(const char *mangledName)
 {
     return reinterpret_cast<Function>(dlsym(RTLD_NEXT, mangledName));
 }
 
 // A wait gives the lock up, and holds it again at its end.
-template <typename Wait>
-bool ordered(QWaitCondition *condition, QMutex *mutex, Wait wait)
+template <typename Wait> bool ordered(QWaitCondition *condition, QMutex *mutex, Wait wait)
 {
     __tsan_release(mutex);
     const bool woken = wait();

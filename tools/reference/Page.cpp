@@ -85,10 +85,12 @@ QString properties(const QString &title, const QString &owner, const QmlType &ty
 {
     Section section(title, owner, texts, missing);
     for (const Property &property : type.properties)
-        section.add(property.name, QStringLiteral("`%1`%2%3")
-                                       .arg(property.name,
-                                            property.type.isEmpty() ? QString() : " : " + QString(property.type).replace('<', "\\<"),
-                                            property.readOnly ? " (read-only)" : ""));
+        section.add(
+            property.name,
+            QStringLiteral("`%1`%2%3")
+                .arg(property.name,
+                     property.type.isEmpty() ? QString() : " : " + QString(property.type).replace('<', "\\<"),
+                     property.readOnly ? " (read-only)" : ""));
     return section.markdown();
 }
 
@@ -103,7 +105,8 @@ QString functions(const QString &title, const QmlType &type, const QVector<Funct
             std::any_of(type.properties.begin(), type.properties.end(),
                         [&](const Property &property) { return isUnderstood(function.name, property); });
         // A signal of several properties has no text of its own.
-        const bool isShared = function.name.endsWith("hanged") && !texts.texts.contains(type.name + "::" + function.name);
+        const bool isShared =
+            function.name.endsWith("hanged") && !texts.texts.contains(type.name + "::" + function.name);
         if (!understood && !isShared)
             section.add(function.name, "`" + function.signature() + "`");
     }
@@ -149,11 +152,13 @@ QString page(const QmlType &type, const QmlTypes &types, const CommentTexts &tex
 
 QString index(const QString &module, const QmlTypes &types, const CommentTexts &texts)
 {
-    QString text = "# Types of " + module + " 1.0\n\n"
-                   "Written by `make_reference` from the comments in the sources; do not edit.\n\n"
-                   "A property that can change has a signal, and one that can be written a setter, most often "
-                   "`<property>Changed`\nand `set<Property>`; the pages do not list these.\n\n"
-                   "| Type | |\n|---|---|\n";
+    QString text =
+        "# Types of " + module +
+        " 1.0\n\n"
+        "Written by `make_reference` from the comments in the sources; do not edit.\n\n"
+        "A property that can change has a signal, and one that can be written a setter, most often "
+        "`<property>Changed`\nand `set<Property>`; the pages do not list these.\n\n"
+        "| Type | |\n|---|---|\n";
     for (const QmlType &type : types) {
         if (hasPage(type, types))
             text += "| " + linked(type.name, types) + " | " + texts.texts.value(type.name).brief + " |\n";

@@ -91,8 +91,8 @@ QStringList strayTopics(const QmlTypes &types, const CommentTexts &texts)
     for (const QString &topic : texts.texts.keys()) {
         const QString member = topic.section("::", 1);
         const QmlType type = types.value(topic.section("::", 0, 0));
-        const bool known = member.isEmpty() || hasMember(type, member) ||
-                           types.value(type.attachedType).hasProperty(member);
+        const bool known =
+            member.isEmpty() || hasMember(type, member) || types.value(type.attachedType).hasProperty(member);
         if (type.name.isEmpty() || !known)
             stray.append(topic);
     }

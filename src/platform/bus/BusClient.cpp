@@ -213,8 +213,7 @@ void BusClient::apply(const ItemStore::Change &change)
 }
 
 // The item under that name, made when there is none; null, with one log line, when it is of another kind.
-template<typename Item>
-Item *BusClient::itemOfKind(const QString &itemName)
+template <typename Item> Item *BusClient::itemOfKind(const QString &itemName)
 {
     ORNClientItem *&item = m_items[itemName];
     if (!item)

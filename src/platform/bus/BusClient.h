@@ -64,8 +64,7 @@ private:
     void await();
     void tellTrouble(const ServiceFeed::Status &status, bool hasWaited);
     void apply(const ItemStore::Change &change);
-    template<typename Item>
-    Item *itemOfKind(const QString &itemName);
+    template <typename Item> Item *itemOfKind(const QString &itemName);
     void tellAdded(const QString &itemName);
 
     QString m_serviceName;

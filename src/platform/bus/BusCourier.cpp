@@ -11,8 +11,8 @@
 
 namespace {
 
-constexpr int frame = 16;   // ms
-constexpr int budget = 6;   // ms of a frame; one slow reader of an item may take longer
+constexpr int frame = 16;          // ms
+constexpr int budget = 6;          // ms of a frame; one slow reader of an item may take longer
 constexpr int longestWaits = 2000; // ms
 
 QEvent::Type wakeEvent()
@@ -25,11 +25,10 @@ QEvent::Type wakeEvent()
 
 BusCourier::BusCourier(const BusPatience &patience)
     : m_allowance(longestWaits)
-    , m_thread(patience,
-               [this] {
-                   if (!m_isWoken.exchange(true))
-                       QCoreApplication::postEvent(this, new QEvent(wakeEvent()));
-               })
+    , m_thread(patience, [this] {
+        if (!m_isWoken.exchange(true))
+            QCoreApplication::postEvent(this, new QEvent(wakeEvent()));
+    })
 {
 }
 

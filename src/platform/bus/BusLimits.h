@@ -8,8 +8,8 @@ namespace graph {
 // Of one service.
 constexpr int maxItems = 1 << 14; // besides those that this process has asked for
 constexpr int maxNameLength = 255;
-constexpr int maxTextLength = 1 << 20;            // characters of a text, or of all texts of a list
-constexpr int maxElements = 1 << 24;              // of an array, 128 MiB
+constexpr int maxTextLength = 1 << 20;             // characters of a text, or of all texts of a list
+constexpr int maxElements = 1 << 24;               // of an array, 128 MiB
 constexpr qint64 maxItemBytes = qint64(256) << 20; // all values and arrays, names included
 constexpr int maxUnfinishedArrays = 16;
 constexpr int maxUnfinishedWait = 10000; // ms until the next part

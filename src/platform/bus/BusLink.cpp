@@ -278,7 +278,8 @@ void BusLink::lookAfterBus()
         return;
     }
     if (!m_isOpen) {
-        giveUp(isGone ? QStringLiteral("it has refused the connection") : QStringLiteral("it does not answer"));
+        giveUp(isGone ? QStringLiteral("it has refused the connection")
+                      : QStringLiteral("it does not answer"));
         return;
     }
     m_tell(isGone ? QStringLiteral("the session bus has gone; values stay as they are until it is back")
@@ -303,6 +304,5 @@ void BusLink::askForLife()
 
 graph::Message BusLink::busCall(const char *method, const char *interface) const
 {
-    return graph::Message(
-        dbus_message_new_method_call(DBUS_SERVICE_DBUS, DBUS_PATH_DBUS, interface, method));
+    return graph::Message(dbus_message_new_method_call(DBUS_SERVICE_DBUS, DBUS_PATH_DBUS, interface, method));
 }

@@ -18,8 +18,8 @@ struct BusPatience
 {
     int shortestWait = 100; // between attempts to connect
     int longestWait = 5000;
-    int answer = 10000; // to an attempt, or to the question whether the bus is still there
-    int quiet = 5000;   // from one such question to the next
+    int answer = 10000;  // to an attempt, or to the question whether the bus is still there
+    int quiet = 5000;    // from one such question to the next
     int silence = 60000; // for its answer while other messages come
 };
 

@@ -34,9 +34,9 @@ struct ItemsAnswer
 {
     quint64 serial = 0;
     BusItems items;
-    QStringList later; // arrays that do not fit into the answer and follow it as signals
+    QStringList later;  // arrays that do not fit into the answer and follow it as signals
     bool isCut = false; // some items were left out
-    int malformed = 0; // arrays that were left out: their bytes are no whole number of doubles, or too many
+    int malformed = 0;  // arrays that were left out: their bytes are no whole number of doubles, or too many
 };
 
 // One of the signals.

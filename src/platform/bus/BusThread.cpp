@@ -24,7 +24,8 @@ QByteArray addressOfBus()
     QString address = qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS");
     const QString usual = qEnvironmentVariable("XDG_RUNTIME_DIR") + QLatin1String("/bus");
     if (address.isEmpty())
-        address = QFileInfo::exists(usual) ? QLatin1String("unix:path=") + usual : QStringLiteral("autolaunch:");
+        address =
+            QFileInfo::exists(usual) ? QLatin1String("unix:path=") + usual : QStringLiteral("autolaunch:");
     // A bus that was started again at its old place has a new identity, which an address may demand.
     return address.remove(QRegularExpression(QStringLiteral(",guid=[^,;]*"))).toLocal8Bit();
 }
@@ -132,8 +133,9 @@ void BusThread::run(const std::shared_ptr<Shared> &shared, const QByteArray &add
             for (const Task &task : tasks)
                 task(link);
             const int wait = link.turn();
-            pollfd sources[] = {{shared->event, POLLIN, 0},
-                                {link.descriptor(), short(link.wantsToWrite() ? POLLIN | POLLOUT : POLLIN), 0}};
+            pollfd sources[] = {
+                {shared->event, POLLIN, 0},
+                {link.descriptor(), short(link.wantsToWrite() ? POLLIN | POLLOUT : POLLIN), 0}};
             if (!isToEnd)
                 poll(sources, 2, wait);
             shared->clearEvent();

@@ -8,8 +8,7 @@ namespace graph {
 
 namespace {
 
-template<typename Number>
-Number basic(DBusMessageIter *from)
+template <typename Number> Number basic(DBusMessageIter *from)
 {
     Number number{};
     dbus_message_iter_get_basic(from, &number);

@@ -23,8 +23,7 @@ QVariant readVariant(DBusMessageIter *from);
 std::optional<QVector<double>> readBlock(DBusMessageIter *from);
 
 // Calls take(name, iterator at the value) for the entries of a dictionary.
-template<typename Take>
-void forEachEntry(DBusMessageIter *from, Take take)
+template <typename Take> void forEachEntry(DBusMessageIter *from, Take take)
 {
     DBusMessageIter array;
     DBusMessageIter entry;
@@ -47,8 +46,7 @@ void appendVariant(DBusMessageIter *to, const QVariant &value);
 void appendBlock(DBusMessageIter *to, const double *elements, int count);
 
 // One entry of a dictionary, its value written by append(iterator).
-template<typename Append>
-void appendEntry(DBusMessageIter *to, const QString &name, Append append)
+template <typename Append> void appendEntry(DBusMessageIter *to, const QString &name, Append append)
 {
     DBusMessageIter entry;
     dbus_message_iter_open_container(to, DBUS_TYPE_DICT_ENTRY, nullptr, &entry);

@@ -64,8 +64,8 @@ PublishedObject::PublishedObject(const QString &serviceName, std::shared_ptr<Ser
 
 void PublishedObject::handleOpened()
 {
-    graph::Message message(dbus_message_new_method_call(DBUS_SERVICE_DBUS, DBUS_PATH_DBUS,
-                                                        DBUS_INTERFACE_DBUS, "RequestName"));
+    graph::Message message(
+        dbus_message_new_method_call(DBUS_SERVICE_DBUS, DBUS_PATH_DBUS, DBUS_INTERFACE_DBUS, "RequestName"));
     const QByteArray name = m_busName.toLatin1();
     const char *text = name.constData();
     // One that has been on the bus waits there until it can be again.
@@ -92,8 +92,8 @@ void PublishedObject::handleRemoved()
     if (!m_isPublished)
         return;
     broadcast(m_feed->items().takeChanges());
-    graph::Message message(dbus_message_new_method_call(DBUS_SERVICE_DBUS, DBUS_PATH_DBUS,
-                                                        DBUS_INTERFACE_DBUS, "ReleaseName"));
+    graph::Message message(
+        dbus_message_new_method_call(DBUS_SERVICE_DBUS, DBUS_PATH_DBUS, DBUS_INTERFACE_DBUS, "ReleaseName"));
     const QByteArray name = m_busName.toLatin1();
     const char *text = name.constData();
     dbus_message_append_args(message.get(), DBUS_TYPE_STRING, &text, DBUS_TYPE_INVALID);
@@ -207,8 +207,8 @@ void PublishedObject::sendAppended(const ItemStore::Change &change)
     int offset = int(vector.size()) - int(change.appended);
     quint64 dropped = quint64(change.dropped);
     do {
-        link()->send(
-            graph::arrayAppendedSignal({m_busName, {}}, ++m_serial, change.itemName, dropped, vector, offset));
+        link()->send(graph::arrayAppendedSignal({m_busName, {}}, ++m_serial, change.itemName, dropped, vector,
+                                                offset));
         dropped = 0;
         offset += graph::maxPartElements;
     } while (offset < vector.size());

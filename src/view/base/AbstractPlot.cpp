@@ -287,9 +287,7 @@ double AbstractPlot::getVisibleSpanYPeak() const
     double last = m_axisX->maxVisible();
     if (m_axisX->isReversed())
         std::swap(first, last);
-    return m_plotData
-               ? graph::peakBetween(*m_plotData, first, last, least)
-               : least;
+    return m_plotData ? graph::peakBetween(*m_plotData, first, last, least) : least;
 }
 
 void AbstractPlot::setZoomRect(ZoomRect *zoomRect)
@@ -327,10 +325,10 @@ void AbstractPlot::setPlotData(PlotData *data)
         connect(data, SIGNAL(plotChanged()), this, SLOT(handlePlotChanged()));
         if (data->axisX())
             setAxisX(data->axisX());
-        connect(data, SIGNAL(axisXChanged(ValueAxis*)), this, SLOT(setAxisX(ValueAxis*)));
+        connect(data, SIGNAL(axisXChanged(ValueAxis *)), this, SLOT(setAxisX(ValueAxis *)));
         if (data->axisY())
             setAxisY(data->axisY());
-        connect(data, SIGNAL(axisYChanged(ValueAxis*)), this, SLOT(setAxisY(ValueAxis*)));
+        connect(data, SIGNAL(axisYChanged(ValueAxis *)), this, SLOT(setAxisY(ValueAxis *)));
     }
     emit plotDataChanged(data);
     handlePlotChanged();

@@ -13,14 +13,12 @@
 
 namespace {
 
-template <typename T>
-bool sameObjects(const QVector<QPointer<T>> &stored, const QList<T *> &given)
+template <typename T> bool sameObjects(const QVector<QPointer<T>> &stored, const QList<T *> &given)
 {
     return std::equal(stored.begin(), stored.end(), given.begin(), given.end());
 }
 
-template <typename T>
-QVector<QPointer<T>> guarded(const QList<T *> &objects)
+template <typename T> QVector<QPointer<T>> guarded(const QList<T *> &objects)
 {
     return QVector<QPointer<T>>(objects.begin(), objects.end());
 }
@@ -82,8 +80,8 @@ void XYScale::setPlots(const QList<AbstractPlot *> &plots)
     }
     m_plots = guarded(plots);
     for (AbstractPlot *plot : plots) {
-        connect(plot, SIGNAL(axisXChanged(ValueAxis*)), this, SLOT(handleAxesChanged()));
-        connect(plot, SIGNAL(axisYChanged(ValueAxis*)), this, SLOT(handleAxesChanged()));
+        connect(plot, SIGNAL(axisXChanged(ValueAxis *)), this, SLOT(handleAxesChanged()));
+        connect(plot, SIGNAL(axisYChanged(ValueAxis *)), this, SLOT(handleAxesChanged()));
     }
     handleAxesChanged();
 }

@@ -22,45 +22,40 @@ QMargins widest(const QMargins &a, const QMargins &b)
 } // namespace
 
 // The functions behind a list property whose elements live in `list` and whose change is told by `changed`.
-template <typename T>
-struct GraphView::ListFunctions
+template <typename T> struct GraphView::ListFunctions
 {
     using List = QVector<QPointer<T>> GraphView::*;
     using Signal = void (GraphView::*)();
 
-    template <List list, Signal changed>
-    static QQmlListProperty<T> property(GraphView *view)
+    template <List list, Signal changed> static QQmlListProperty<T> property(GraphView *view)
     {
-        return QQmlListProperty<T>(view, nullptr, append<list, changed>, count<list>, at<list>, clear<list, changed>);
+        return QQmlListProperty<T>(view, nullptr, append<list, changed>, count<list>, at<list>,
+                                   clear<list, changed>);
     }
 
 private:
-    template <List list, Signal changed>
-    static void append(QQmlListProperty<T> *property, T *element)
+    template <List list, Signal changed> static void append(QQmlListProperty<T> *property, T *element)
     {
         auto *view = static_cast<GraphView *>(property->object);
         (view->*list).append(element);
-        emit (view->*changed)();
+        emit(view->*changed)();
     }
 
-    template <List list>
-    static graph::ListIndex count(QQmlListProperty<T> *property)
+    template <List list> static graph::ListIndex count(QQmlListProperty<T> *property)
     {
         return property->object ? (static_cast<GraphView *>(property->object)->*list).size() : 0;
     }
 
-    template <List list>
-    static T *at(QQmlListProperty<T> *property, graph::ListIndex index)
+    template <List list> static T *at(QQmlListProperty<T> *property, graph::ListIndex index)
     {
         return (static_cast<GraphView *>(property->object)->*list).value(index);
     }
 
-    template <List list, Signal changed>
-    static void clear(QQmlListProperty<T> *property)
+    template <List list, Signal changed> static void clear(QQmlListProperty<T> *property)
     {
         auto *view = static_cast<GraphView *>(property->object);
         (view->*list).clear();
-        emit (view->*changed)();
+        emit(view->*changed)();
     }
 };
 
@@ -182,7 +177,8 @@ void GraphView::findScales()
                    << " - no XYScale was defined in QML. Created default one:" << m_defaultScale.data();
     }
     for (XYScale *scale : qAsConst(m_scales)) {
-        connect(scale, SIGNAL(marginsChanged(int,int,int,int)), this, SLOT(handleMarginsChanged(int,int,int,int)));
+        connect(scale, SIGNAL(marginsChanged(int, int, int, int)), this,
+                SLOT(handleMarginsChanged(int, int, int, int)));
         connect(scale, SIGNAL(destroyed()), this, SLOT(handleMarginsChanged()));
     }
 }
@@ -190,7 +186,8 @@ void GraphView::findScales()
 void GraphView::assignPlanes()
 {
     if (m_axes.isEmpty())
-        qWarning("No ValueAxis objects in axes property! ValuesAxis objects work correctly only when grouped in axes[] "
+        qWarning("No ValueAxis objects in axes property! ValuesAxis objects work correctly only when grouped "
+                 "in axes[] "
                  "property of the GraphView.");
     const auto axes = m_axes;
     for (ValueAxis *axis : axes) {

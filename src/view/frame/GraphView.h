@@ -64,8 +64,7 @@ protected slots:
     void handleMarginsChanged(int left = 0, int right = 0, int top = 0, int bottom = 0);
 
 private:
-    template <typename T>
-    struct ListFunctions;
+    template <typename T> struct ListFunctions;
 
     void findScales();
     void assignPlanes();

@@ -107,11 +107,11 @@ void WorldPlot::follow(GraphPlot *plot)
 {
     setZoomRect(plot->zoomRect());
     setPlotData(plot->plotData());
-    connect(plot, SIGNAL(plotDataChanged(PlotData*)), this, SLOT(setPlotData(PlotData*)));
+    connect(plot, SIGNAL(plotDataChanged(PlotData *)), this, SLOT(setPlotData(PlotData *)));
     setAxisX(plot->axisX());
-    connect(plot, SIGNAL(axisXChanged(ValueAxis*)), this, SLOT(setAxisX(ValueAxis*)));
+    connect(plot, SIGNAL(axisXChanged(ValueAxis *)), this, SLOT(setAxisX(ValueAxis *)));
     setAxisY(plot->axisY());
-    connect(plot, SIGNAL(axisYChanged(ValueAxis*)), this, SLOT(setAxisY(ValueAxis*)));
+    connect(plot, SIGNAL(axisYChanged(ValueAxis *)), this, SLOT(setAxisY(ValueAxis *)));
     setPenColor(plot->penColor());
     connect(plot, SIGNAL(penColorChanged(QColor)), this, SLOT(setPenColor(QColor)));
     setPlotStyle(plot->plotStyle());

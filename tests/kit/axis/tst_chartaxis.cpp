@@ -194,12 +194,13 @@ void tst_chartaxis::badLogarithmicRange()
     ChartAxis axis;
     axis.setObjectName("level");
     axis.setScale(ChartAxis::Logarithmic);
-    QTest::ignoreMessage(QtWarningMsg,
-                         qPrintable(QStringLiteral("ChartAxis level: a logarithmic axis cannot show the range %1 to "
-                                                   "%2, only %3 of it. Give it a range above 0.")
-                                        .arg(from)
-                                        .arg(to)
-                                        .arg(shown)));
+    QTest::ignoreMessage(
+        QtWarningMsg,
+        qPrintable(QStringLiteral("ChartAxis level: a logarithmic axis cannot show the range %1 to "
+                                  "%2, only %3 of it. Give it a range above 0.")
+                       .arg(from)
+                       .arg(to)
+                       .arg(shown)));
     axis.range(from, to);
     QSignalSpy changed(&axis, &ValueAxis::axisChanged);
     QVERIFY(changed.wait());

@@ -78,7 +78,8 @@ void tst_chartticks::texts_data()
     QTest::addColumn<QString>("expected"); // the texts, the unit and the common part
     const auto linear = [](double lowest, double highest, const char *unit, const char *expected) {
         QTest::addRow("%g to %g %s", lowest, highest, unit)
-            << ScaleKind::Linear << lowest << highest << QString::fromUtf8(unit) << QString::fromUtf8(expected);
+            << ScaleKind::Linear << lowest << highest << QString::fromUtf8(unit)
+            << QString::fromUtf8(expected);
     };
     linear(0, 10, "", "0 2 4 6 8 10 | ");
     linear(0, 1, "V", "0.0 0.2 0.4 0.6 0.8 1.0 | V");
@@ -93,8 +94,7 @@ void tst_chartticks::texts_data()
     linear(2.4e9, 2.4e9 + 1, "Hz", "0.0 Hz 0.2 Hz 0.4 Hz 0.6 Hz 0.8 Hz 1.0 Hz |  | 2.4 GHz +");
     linear(-2.4e9, -2.4e9 + 1, "Hz", "0.0 Hz 0.2 Hz 0.4 Hz 0.6 Hz 0.8 Hz 1.0 Hz |  | -2.4 GHz +");
     linear(1.7e12, 1.7e12 + 4000, "", "0 500 1000 1500 2000 2500 3000 3500 4000 |  | 1.7T +");
-    linear(100.123456, 100.123460, "dB",
-           "57e-6 dB 58e-6 dB 59e-6 dB 60e-6 dB |  | 100.1234 dB +");
+    linear(100.123456, 100.123460, "dB", "57e-6 dB 58e-6 dB 59e-6 dB 60e-6 dB |  | 100.1234 dB +");
     const auto logarithmic = [](double lowest, double highest, const char *unit, const char *expected) {
         QTest::addRow("log %g to %g %s", lowest, highest, unit)
             << ScaleKind::Logarithmic << lowest << highest << QString::fromUtf8(unit)
@@ -130,7 +130,7 @@ void tst_chartticks::times_data()
     QTest::addColumn<double>("span");
     QTest::addColumn<double>("length");
     QTest::addColumn<QString>("expected");
-    const double noon = 1795348800.0; // 2026-11-22 12:00 UTC, a Sunday
+    const double noon = 1795348800.0;   // 2026-11-22 12:00 UTC, a Sunday
     const double autumn = 1792890000.0; // the clocks go back from 3 to 2, 2026-10-25
     const auto add = [](const char *name, double lowest, double span, double length, const char *expected) {
         QTest::newRow(name) << lowest << span << length << expected;
@@ -178,8 +178,8 @@ void tst_chartticks::anyRange()
         const double highest =
             lowest + std::abs(lowest) * std::pow(10.0, random.bounded(24) - 14.0 + random.generateDouble());
         const char *const units[] = {"", "Hz", "dBm", "s"};
-        TickRequest request = requestFor(isLinear ? ScaleKind::Linear : ScaleKind::Logarithmic, lowest, highest,
-                                         units[random.bounded(4)]);
+        TickRequest request = requestFor(isLinear ? ScaleKind::Linear : ScaleKind::Logarithmic, lowest,
+                                         highest, units[random.bounded(4)]);
         request.length = random.bounded(2, 3000);
         const auto hourAhead = [](double) { return 3600.0; };
         const bool isTime = isLinear && random.bounded(3) == 0;

@@ -198,7 +198,8 @@ private slots:
         scale.setPlot(&plot);
         scale.setSize(QSizeF(64, 200));
         const auto send = [&](QEvent::Type type, double y) {
-            QMouseEvent event(type, QPointF(5, y), QPointF(5, y), Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
+            QMouseEvent event(type, QPointF(5, y), QPointF(5, y), Qt::LeftButton, Qt::LeftButton,
+                              Qt::NoModifier);
             QCoreApplication::sendEvent(&scale, &event);
         };
         const auto drag = [&](double from, double to) {
