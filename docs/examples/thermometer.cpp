@@ -1,6 +1,5 @@
 #include <QtCore>
 #include <QtDBus>
-#include <cmath>
 
 using Arrays = QMap<QString, QByteArray>;
 const QString path = "/org/toskorn/thermometer", label = "room_label:", readings = "room_yData:doubleARRAY:";
