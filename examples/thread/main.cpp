@@ -14,9 +14,7 @@
 int main(int argc, char **argv)
 {
     QGuiApplication application(argc, argv);
-    graph::StreamSeries voltage;
-    voltage.setInterval(1e-6);
-    voltage.setCapacity(10'000'000);
+    graph::StreamSeries voltage(1e-6, 10'000'000);
 
     std::atomic<bool> isRunning(true);
     std::thread converter([&] {

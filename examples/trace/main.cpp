@@ -11,9 +11,7 @@
 int main(int argc, char **argv)
 {
     QGuiApplication application(argc, argv);
-    graph::StreamSeries voltage;
-    voltage.setInterval(1.0 / 200.0);
-    voltage.setCapacity(60 * 200);
+    graph::StreamSeries voltage(1.0 / 200, 60 * 200);
 
     QQmlApplicationEngine engine;
     engine.rootContext()->setContextProperty("voltage", &voltage);
@@ -21,10 +19,7 @@ int main(int argc, char **argv)
 
     int sample = 0;
     QTimer timer;
-    QObject::connect(&timer, &QTimer::timeout, [&] {
-        const double value = std::sin(0.02 * sample++);
-        voltage.append(&value, 1);
-    });
+    QObject::connect(&timer, &QTimer::timeout, [&] { voltage.append(std::sin(0.02 * sample++)); });
     timer.start(5);
     return engine.rootObjects().isEmpty() ? 1 : QGuiApplication::exec();
 }

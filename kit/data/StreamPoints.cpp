@@ -37,6 +37,12 @@ StreamPoints::StreamPoints(QObject *parent)
 {
 }
 
+StreamPoints::StreamPoints(int capacity, QObject *parent)
+    : StreamPoints(parent)
+{
+    setCapacity(capacity);
+}
+
 SampleSpan StreamPoints::allSamples() const
 {
     if (!isAscending())

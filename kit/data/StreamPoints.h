@@ -13,6 +13,7 @@ class GRAPH_CHARTS_EXPORT StreamPoints : public StreamData
 
 public:
     explicit StreamPoints(QObject *parent = nullptr);
+    explicit StreamPoints(int capacity, QObject *parent = nullptr);
 
     int size() const override { return shown().size; }
     QPointF sample(int index) const override
@@ -28,6 +29,7 @@ public:
 
     Q_INVOKABLE void append(const QJSValue &xs, const QJSValue &ys);
     void append(const double *xs, const double *ys, int count);
+    void append(double x, double y) { append(&x, &y, 1); }
     // The same from one other thread. Nobody may push while the object is being destroyed.
     void push(const double *xs, const double *ys, int count);
 

@@ -51,6 +51,13 @@ StreamSeries::StreamSeries(QObject *parent)
 {
 }
 
+StreamSeries::StreamSeries(double interval, int capacity, QObject *parent)
+    : StreamSeries(parent)
+{
+    setInterval(interval);
+    setCapacity(capacity);
+}
+
 // Not limited to the samples that there are; -1 for none, or without a spacing.
 int StreamSeries::indexOf(double x) const
 {

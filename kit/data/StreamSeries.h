@@ -15,6 +15,7 @@ class GRAPH_CHARTS_EXPORT StreamSeries : public StreamData
 
 public:
     explicit StreamSeries(QObject *parent = nullptr);
+    StreamSeries(double interval, int capacity, QObject *parent = nullptr);
 
     int size() const override { return shown().size; }
     double x(int index) const override { return xOf(shown().number + index); }
@@ -38,6 +39,7 @@ public:
 
     Q_INVOKABLE void append(const QJSValue &values);
     void append(const double *values, int count);
+    void append(double value) { append(&value, 1); }
     void append(const QVector<double> &values) { append(values.constData(), values.size()); }
     void append(std::initializer_list<double> values) { append(values.begin(), int(values.size())); }
     // The same from one other thread. Nobody may push while the object is being destroyed.

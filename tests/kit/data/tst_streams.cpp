@@ -320,6 +320,20 @@ private slots:
         QTRY_COMPARE(handedOver.size(), 2);
     }
 
+    void inFewWordsFromPrograms()
+    {
+        StreamSeries series(0.5, 2);
+        for (int value : {1, 2, 3})
+            series.append(value);
+        QCOMPARE(series.sample(0), QPointF(0.5, 2));
+        QCOMPARE(series.last(), QPointF(1, 3));
+        StreamPoints points(2);
+        for (int x : {1, 4, 7})
+            points.append(x, 2.5 * x);
+        QCOMPARE(points.sample(0), QPointF(4, 10));
+        QCOMPARE(points.capacity(), 2);
+    }
+
     void documents()
     {
         const QmlDocument streams(R"(
