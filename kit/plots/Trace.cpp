@@ -6,6 +6,7 @@
 #include "kit/data/Telling.h"
 #include "kit/plots/PainterCanvas.h"
 #include "kit/plots/PlotPlace.h"
+#include "kit/plots/CurvedLine.h"
 #include "kit/plots/TracePoints.h"
 #include "kit/plots/TraceMesh.h"
 #include "kit/plots/TraceNode.h"
@@ -26,6 +27,7 @@ TraceLook lookOf(const Trace &trace)
     look.lineWidth = trace.lineWidth();
     look.fillOpacity = trace.fillOpacity();
     look.baseline = trace.baseline();
+    look.curved = trace.isCurved();
     return look;
 }
 
@@ -295,6 +297,22 @@ void Trace::setStyle(Style style)
 }
 
 /*!
+    \qmlproperty bool Trace::curved
+    Whether the line through samples that lie apart is a curve instead of straight pieces; false by default. The
+    curve goes through each sample, and between two of them neither higher nor lower than both. For the styles
+    Line, Area and LineAndPoints. Where several samples share a pixel column the line is the same either way.
+    (\c smooth is a property of all items, of pictures that are scaled, and does nothing to a line.)
+*/
+void Trace::setCurved(bool curved)
+{
+    if (m_curved == curved)
+        return;
+    m_curved = curved;
+    update();
+    emit curvedChanged();
+}
+
+/*!
     \qmlproperty real Trace::fillOpacity
     The opacity of an area, from 0 to 1; 0.25 by default.
 */
@@ -410,32 +428,46 @@ void Trace::draw(TraceCanvas &canvas, const PixelMapping &mapping, const QRectF 
     if (!data)
         return;
     const SampleSpan samples = data->sampleSpan(visible);
-    if (data->usePointsAsSegments())
+    if (data->usePointsAsSegments()) {
         TraceStrokes::paintSegments(canvas, lookOf(*this), mapping, samples);
-    else
-        TraceStrokes(lookOf(*this), mapping, inOrderOfColumns(samples.withNeighbours())).paint(canvas);
+        return;
+    }
+    const SampleSpan drawn = m_curved ? withCurveNeighbours(samples, mapping) : samples.withNeighbours();
+    TraceStrokes(lookOf(*this), mapping, inOrderOfColumns(drawn)).paint(canvas);
 }
 
 // Where a graphics processor draws, the trace is geometry: a painted item would be a layer of the item's
-// size, uploaded with each change. The painter stays for smoothed edges, and for a trace that has begun with
-// them.
+// size, uploaded with each change. The painter stays for smoothed edges, and for wide translucent lines, whose
+// strips overlap.
 bool Trace::takesGeometry() const
 {
     const QSGRendererInterface *renderer = window() ? window()->rendererInterface() : nullptr;
     const auto api = renderer ? renderer->graphicsApi() : QSGRendererInterface::Unknown;
-    return !m_isPainted && !antialiasing() && api != QSGRendererInterface::Unknown &&
+    const bool isWide = m_lineWidth > TraceStrokes::widestOnColumns && penColor().alpha() < 255;
+    return !antialiasing() && !isWide && api != QSGRendererInterface::Unknown &&
            api != QSGRendererInterface::Software;
+}
+
+// Geometry has no texture that an effect could read; what is a layer provides its own.
+bool Trace::isTextureProvider() const
+{
+    return m_isPainted ? GraphPlot::isTextureProvider() : QQuickItem::isTextureProvider();
+}
+
+QSGTextureProvider *Trace::textureProvider() const
+{
+    return m_isPainted ? GraphPlot::textureProvider() : QQuickItem::textureProvider();
 }
 
 QSGNode *Trace::updatePaintNode(QSGNode *node, UpdatePaintNodeData *data)
 {
-    if (!takesGeometry()) {
-        if (!m_isPainted)
-            delete node;
-        QSGNode *former = m_isPainted ? node : nullptr;
-        m_isPainted = true;
-        return GraphPlot::updatePaintNode(former, data);
+    const bool wasPainted = std::exchange(m_isPainted, !takesGeometry());
+    if (wasPainted != m_isPainted) {
+        delete node;
+        node = nullptr;
     }
+    if (m_isPainted)
+        return GraphPlot::updatePaintNode(node, data);
     auto *own = static_cast<TraceNode *>(node);
     if (!own)
         own = new TraceNode;

@@ -25,6 +25,7 @@ class GRAPH_CHARTS_EXPORT Trace : public GraphPlot, public ExtentSource
     Q_PROPERTY(QColor color READ penColor WRITE setColor RESET resetColor NOTIFY colorChanged)
     Q_PROPERTY(int lineWidth READ lineWidth WRITE setLineWidth RESET resetLineWidth NOTIFY lineWidthChanged)
     Q_PROPERTY(Style style READ style WRITE setStyle NOTIFY styleChanged)
+    Q_PROPERTY(bool curved READ isCurved WRITE setCurved NOTIFY curvedChanged)
     Q_PROPERTY(double fillOpacity READ fillOpacity WRITE setFillOpacity NOTIFY fillOpacityChanged)
 
 public:
@@ -44,6 +45,7 @@ public:
     QString unit() const { return m_unit; }
     int lineWidth() const { return m_lineWidth; }
     Style style() const { return m_style; }
+    bool isCurved() const { return m_curved; }
     double fillOpacity() const { return m_fillOpacity; }
 
     void setValues(const QVariant &values);
@@ -64,6 +66,7 @@ public:
     void setLineWidth(int width);
     void resetLineWidth();
     void setStyle(Style style);
+    void setCurved(bool curved);
     void setFillOpacity(double opacity);
 
     // Whether an address was written, be it an empty one.
@@ -79,6 +82,9 @@ public:
     DataExtent dataExtent() const override;
     DataExtent dataExtent(double xMin, double xMax) const override;
 
+    bool isTextureProvider() const override;
+    QSGTextureProvider *textureProvider() const override;
+
 signals:
     void valuesChanged();
     void intervalChanged();
@@ -91,6 +97,7 @@ signals:
     void colorChanged();
     void lineWidthChanged();
     void styleChanged();
+    void curvedChanged();
     void fillOpacityChanged();
     // After each change of the samples, once for all changes of one pass of the event loop.
     void dataChanged();
@@ -133,13 +140,14 @@ private:
     int m_lineWidth = 2;
     int m_defaultLineWidth = 2;
     Style m_style = Line;
+    bool m_curved = false;
     double m_fillOpacity = 0.25;
     bool m_isComplete = true;
     bool m_hasOwnColor = false;
     bool m_hasOwnLineWidth = false;
     bool m_isChoosingColor = false;
     bool m_hasWarned = false;
-    bool m_isPainted = false; // has had a node of the painted item
+    bool m_isPainted = false; // its node is that of the painted item
 };
 
 } // namespace graph

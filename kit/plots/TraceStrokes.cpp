@@ -2,6 +2,7 @@
 
 #include "common/Opacity.h"
 #include "common/SafeInteger.h"
+#include "kit/plots/CurvedLine.h"
 #include "kit/plots/TraceShapes.h"
 
 #include <cmath>
@@ -10,8 +11,6 @@ namespace graph {
 
 namespace {
 
-// Wider strokes on columns would be too thick where the line slopes.
-constexpr int widestOnColumns = 4;
 constexpr int widestLine = 64;
 
 int dotDiameter(const TraceLook &look)
@@ -91,27 +90,33 @@ void TraceStrokes::paintSegments(TraceCanvas &canvas, const TraceLook &look, con
 void TraceStrokes::paintLine(TraceCanvas &canvas, bool isFilled) const
 {
     const bool isDense = std::size_t(m_samples.size()) > m_columns.size();
-    if (canvas.takesPixels() && isDense && m_look.lineWidth <= widestOnColumns)
-        paintRows(canvas, isFilled);
+    const bool isCurve = m_look.curved && m_look.style != TraceLook::Steps;
+    const auto &columns = isCurve ? curvedColumns(m_columns, m_mapping.width()) : m_columns;
+    // Strips of a path overlap at their joints, which a translucent colour would show.
+    const bool isTranslucent = m_look.color.alpha() < 255;
+    if (canvas.takesPixels() && (isDense || isCurve || isTranslucent) && m_look.lineWidth <= widestOnColumns)
+        paintRows(canvas, columns, isFilled);
     else
-        paintPath(canvas, isFilled);
+        paintPath(canvas, columns, isFilled);
     paintLoneSamples(canvas);
 }
 
-void TraceStrokes::paintRows(TraceCanvas &canvas, bool isFilled) const
+void TraceStrokes::paintRows(TraceCanvas &canvas, const std::vector<TraceColumn> &columns,
+                             bool isFilled) const
 {
     const QSize size = wholeSize(m_mapping);
-    const TraceRows rows(m_columns, course(), size);
+    const TraceRows rows(columns, course(), size);
     if (isFilled)
         canvas.fill(areaRectangles(rows, baseRow(), size.height()),
                     translucent(m_look.color, m_look.fillOpacity));
     canvas.fill(lineRectangles(rows, m_look.lineWidth, size.height()), m_look.color);
 }
 
-void TraceStrokes::paintPath(TraceCanvas &canvas, bool isFilled) const
+void TraceStrokes::paintPath(TraceCanvas &canvas, const std::vector<TraceColumn> &columns,
+                             bool isFilled) const
 {
     const Vertices vertices = canvas.takesPixels() ? Vertices::Whole : Vertices::Exact;
-    const QPainterPath path = linePath(m_columns, course(), vertices, sizeOf(m_mapping));
+    const QPainterPath path = linePath(columns, course(), vertices, sizeOf(m_mapping));
     if (isFilled)
         canvas.fillToRow(path, baseRow(), translucent(m_look.color, m_look.fillOpacity));
     canvas.stroke(path, m_look.lineWidth, m_look.color);

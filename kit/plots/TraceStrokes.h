@@ -19,6 +19,7 @@ struct TraceLook
     int lineWidth = 2;
     double fillOpacity = 0.25;
     double baseline = 0.0; // in data units
+    bool curved = false;   // lines through sparse samples are curves
 };
 
 // Paints a trace, once, into an item of the mapping's size. Pixel columns with many samples are painted from
@@ -26,6 +27,9 @@ struct TraceLook
 class GRAPH_CHARTS_EXPORT TraceStrokes
 {
 public:
+    // Wider strokes on columns would be too thick where the line slopes.
+    static constexpr int widestOnColumns = 4;
+
     // samples: from left to right, those beside the item that its line runs on to included.
     TraceStrokes(const TraceLook &look, const PixelMapping &mapping, const SampleSpan &samples);
 
@@ -37,8 +41,8 @@ public:
 
 private:
     void paintLine(TraceCanvas &canvas, bool isFilled) const;
-    void paintRows(TraceCanvas &canvas, bool isFilled) const;
-    void paintPath(TraceCanvas &canvas, bool isFilled) const;
+    void paintRows(TraceCanvas &canvas, const std::vector<TraceColumn> &columns, bool isFilled) const;
+    void paintPath(TraceCanvas &canvas, const std::vector<TraceColumn> &columns, bool isFilled) const;
     void paintBars(TraceCanvas &canvas) const;
     void paintPoints(TraceCanvas &canvas) const;
     void paintLoneSamples(TraceCanvas &canvas) const;

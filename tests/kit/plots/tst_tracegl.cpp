@@ -42,12 +42,15 @@ class tst_tracegl : public QObject
 private slots:
     void likeThePainter_data()
     {
-        columns<int, int, int>({"style", "samples", "lineWidth"});
+        columns<int, int, int, bool>({"style", "samples", "lineWidth", "curved"});
         for (int style = Trace::Line; style <= Trace::LineAndPoints; ++style) {
             for (int samples : {1, 12, 5000}) {
-                for (int width : {1, 2, 7})
-                    QTest::addRow("style %d, %d samples, %d wide", style, samples, width)
-                        << style << samples << width;
+                for (int width : {1, 2, 7}) {
+                    const bool isCurved = samples == 12 && style != Trace::Steps;
+                    for (int curved = 0; curved <= isCurved; ++curved)
+                        QTest::addRow("style %d, %d samples, %d wide, %d", style, samples, width, curved)
+                            << style << samples << width << bool(curved);
+                }
             }
         }
     }
@@ -57,6 +60,7 @@ private slots:
         QFETCH(int, style);
         QFETCH(int, samples);
         QFETCH(int, lineWidth);
+        QFETCH(bool, curved);
         qmlRegisterType<Trace>("charts", 1, 0, "Trace");
         QmlDocument document(R"(Rectangle {
             width: 150; height: 100
@@ -74,6 +78,7 @@ private slots:
         trace->setValues(values);
         trace->setProperty("style", style);
         trace->setLineWidth(lineWidth);
+        trace->setCurved(curved);
 
         QQuickWindow window;
         window.resize(150, 100);
@@ -89,6 +94,39 @@ private slots:
         QVERIFY(pixelsApart(drawn, image) <= 2 && pixelsApart(image, drawn) <= 2);
         QCOMPARE(inkBox(drawn).isEmpty(), inkBox(image).isEmpty());
         root->setParentItem(nullptr);
+    }
+
+    // Each pixel has the colour once, also where strips meet, and after the painter had its turn.
+    void translucent()
+    {
+        QmlDocument document(R"(Rectangle {
+            width: 150; height: 100
+            ValueAxis { id: horizontal; maxValue: 9; maxVisible: 9 }
+            ValueAxis { id: vertical; alignment: Qt.AlignLeft; maxValue: 9; maxVisible: 9 }
+            Trace { id: trace; anchors.fill: parent; axisX: horizontal; axisY: vertical; color: '#800000ff'
+                values: [1, 8, 2, 7, 3, 3, 9, 0, 5] }
+        })");
+        auto *trace = document.object<Trace>("trace");
+        QQuickWindow window;
+        window.resize(150, 100);
+        qobject_cast<QQuickItem *>(document.root())->setParentItem(window.contentItem());
+        window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        if (window.rendererInterface()->graphicsApi() == QSGRendererInterface::Software)
+            QSKIP("no graphics processor here, nor one in software");
+        for (int width : {1, 3, 9}) {
+            trace->setLineWidth(width);
+            for (bool antialiasing : {true, false}) {
+                trace->setAntialiasing(antialiasing);
+                QImage image = window.grabWindow().convertToFormat(QImage::Format_RGB32);
+                QVERIFY(trace->isTextureProvider() == (antialiasing || width == 9));
+                int darkest = 255;
+                for (int i = 0; i < image.width() * image.height(); ++i)
+                    darkest = std::min(darkest, qRed(image.pixel(i % image.width(), i / image.width())));
+                QVERIFY2(antialiasing || std::abs(darkest - 127) < 3, qPrintable(QString::number(width)));
+            }
+        }
+        qobject_cast<QQuickItem *>(document.root())->setParentItem(nullptr);
     }
 };
 

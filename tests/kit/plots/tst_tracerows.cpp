@@ -1,3 +1,4 @@
+#include "kit/plots/CurvedLine.h"
 #include "kit/plots/TraceRows.h"
 #include "kit/plots/TraceShapes.h"
 #include "support/Table.h"
@@ -125,6 +126,41 @@ private slots:
                     QVERIFY(rows.at(c - 1).touches(own));
             }
         }
+    }
+
+    // A curve stays between its samples, wherever the view begins it is the same, and crowds leave it straight.
+    void curves()
+    {
+        std::mt19937 random(3);
+        QVector<QPointF> points;
+        for (double x = -20; x < 90; x += 3 + random() % 9)
+            points.append({x, double(random() % 38)});
+        const auto rowsFrom = [&](double left, const QVector<QPointF> &of, bool isCurved) {
+            const PixelMapping mapping(left, 39, 59, 39, size);
+            const SampleSpan samples = withCurveNeighbours(SampleSpan(of).between(left, left + 59), mapping);
+            const auto columns = traceColumns(samples, mapping);
+            return TraceRows(isCurved ? curvedColumns(columns, 60) : columns, TraceCourse::Straight, size);
+        };
+        const TraceRows rows = rowsFrom(0, points, true);
+        int others = 0;
+        for (int i = 1; i < points.size(); ++i) {
+            const auto [low, high] = std::minmax({points[i - 1].y(), points[i].y()});
+            for (int c = int(std::max(0.0, points[i - 1].x())); c <= std::min(59.0, points[i].x()); ++c) {
+                QVERIFY(rows.at(c).end >= 39 - high && rows.at(c).top <= 39 - low + 1);
+                if (c > points[i - 1].x() && c < points[i].x())
+                    QVERIFY(rows.at(c).top >= 39 - high - 1 && rows.at(c).end <= 39 - low + 2);
+                others += rows.at(c).top != rowsFrom(0, points, false).at(c).top;
+            }
+        }
+        QVERIFY(others > 20);
+        const TraceRows panned = rowsFrom(7, points, true);
+        for (int c = 1; c < 52; ++c)
+            QVERIFY(panned.at(c).top == rows.at(c + 7).top && panned.at(c).end == rows.at(c + 7).end);
+        for (QPointF &point : points)
+            point.setX(point.x() * 1e-3);
+        const auto zoomedOut = rowsFrom(0, points, true);
+        QCOMPARE(zoomedOut.at(0).top, rowsFrom(0, points, false).at(0).top);
+        QVERIFY(!rowsFrom(-3e7, {{-9e8, 1}, {-8e8, 5}, {1e8, 9}, {2e8, 4}}, true).at(0).isEmpty());
     }
 
     void lines_data()
