@@ -65,7 +65,6 @@ public:
     AxisLook look() const override;
     QString formattedValue(double value) const override;
     void paintLabels(QPainter *painter, const QRectF &rect, const LabelSurroundings &surroundings) override;
-    using ValueAxis::paintLabels;
 
 public slots:
     void setTitle(const QString &title);

@@ -1,11 +1,8 @@
 #include "kit/chart/ScenePainting.h"
 
-#include "common/FramebufferShift.h"
-#include "cursors/GraphCursor.h"
 #include "kit/chart/Canvas.h"
 #include "kit/chart/ItemPainting.h"
-#include "view/base/AbstractPlot.h"
-#include "view/base/XYScale.h"
+#include "view/base/ShiftedItem.h"
 #include "view/frame/GraphView.h"
 
 #include <QPainter>
@@ -60,10 +57,8 @@ void collectForeign(QQuickItem *item, QVector<QQuickItem *> *found)
 
 double shiftOf(const QQuickPaintedItem *item)
 {
-    if (const auto *plot = qobject_cast<const AbstractPlot *>(item))
-        return plot->framebufferShift();
-    const bool isShifted = qobject_cast<const GraphCursor *>(item) || qobject_cast<const XYScale *>(item);
-    return isShifted ? framebufferShift(*item) : 0.0;
+    const auto *shifted = dynamic_cast<const ShiftedItem *>(item);
+    return shifted ? shifted->framebufferShift() : 0.0;
 }
 
 void paintPaintedItem(QQuickPaintedItem *item, QPainter *painter)

@@ -1,7 +1,5 @@
 #include "axis/ValueAxis.h"
 
-#include "axis/PlaneAccess.h"
-
 #include <QTimerEvent>
 
 #include <algorithm>

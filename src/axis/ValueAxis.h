@@ -79,6 +79,10 @@ public:
     Q_ENUM(AxisRangeOrder)
 
     explicit ValueAxis(QObject *parent = nullptr);
+    ~ValueAxis() override;
+
+    // A plane that is being destroyed: no axis names it any more. Planes know axes, axes only name planes.
+    static void forgetPlane(const XYScale *plane);
 
     // The ticks for that many of them; below 1 means numTicks.
     virtual QList<qreal> ticks(int count);
@@ -114,8 +118,8 @@ public:
     BaseFormatter *formatter() const { return m_formatter; }
     double customInterval() const { return m_ticks.customInterval(); }
     AxisRangeOrder rangeOrder() const { return m_rangeOrder; }
-    XYScale *labelsPlane() const;
-    XYScale *linesPlane() const;
+    XYScale *labelsPlane() const { return m_labelsPlane; }
+    XYScale *linesPlane() const { return m_linesPlane; }
     QColor linePen() const { return lineColor(); }
     QColor labelPen() const { return labelColor(); }
     QString unit() const { return m_look.unit; }
@@ -159,10 +163,8 @@ public:
     // How the axis is drawn, for planes and for the other axes there.
     virtual graph::AxisLook look() const;
 
-    // Draw into the plot rectangle of a plane, labels also into the margins around it: with what the plane
-    // tells of the surroundings, or on the labels plane alone.
+    // Draw into the plot rectangle of a plane, labels also into the margins around it.
     void paintLines(QPainter *painter, const QRectF &rect);
-    void paintLabels(QPainter *painter, const QRectF &rect);
     virtual void paintLabels(QPainter *painter, const QRectF &rect,
                              const graph::LabelSurroundings &surroundings);
 
@@ -258,8 +260,8 @@ private:
     QStringList m_tickLabels;
     QPointer<BaseFormatter> m_formatter;
     QPointer<QObject> m_digitsOwner;
-    QPointer<QQuickItem> m_labelsPlane;
-    QPointer<QQuickItem> m_linesPlane;
+    XYScale *m_labelsPlane = nullptr;
+    XYScale *m_linesPlane = nullptr;
     QPointer<ZoomRect> m_zoomRect;
     bool m_rectChangePending = false;
     int m_axisChangedTimer = 0;

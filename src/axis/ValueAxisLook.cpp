@@ -1,12 +1,43 @@
 #include "axis/ValueAxis.h"
 
 #include "axis/AxisPainting.h"
-#include "axis/PlaneAccess.h"
 #include "common/SafeInteger.h"
 
 #include <cmath>
 
 // How the axis looks, and where.
+
+namespace {
+
+// Those that name a plane. Never destroyed: an axis may outlive static objects.
+QVector<ValueAxis *> &axesOfPlanes()
+{
+    static auto *const axes = new QVector<ValueAxis *>;
+    return *axes;
+}
+
+void noteAxisOfPlanes(ValueAxis *axis)
+{
+    if (!axesOfPlanes().contains(axis))
+        axesOfPlanes().append(axis);
+}
+
+} // namespace
+
+ValueAxis::~ValueAxis()
+{
+    axesOfPlanes().removeOne(this);
+}
+
+void ValueAxis::forgetPlane(const XYScale *plane)
+{
+    for (ValueAxis *axis : qAsConst(axesOfPlanes())) {
+        if (axis->m_labelsPlane == plane)
+            axis->m_labelsPlane = nullptr;
+        if (axis->m_linesPlane == plane)
+            axis->m_linesPlane = nullptr;
+    }
+}
 
 /*!
     \qmlproperty enumeration ValueAxis::alignment
@@ -183,16 +214,6 @@ void ValueAxis::setAxisStyle(AxisStyle style)
     emit axisStyleChanged();
 }
 
-XYScale *ValueAxis::labelsPlane() const
-{
-    return graph::itemPlane(m_labelsPlane);
-}
-
-XYScale *ValueAxis::linesPlane() const
-{
-    return graph::itemPlane(m_linesPlane);
-}
-
 /*!
     \qmlproperty XYScale ValueAxis::labelsPlane
     \qmlproperty XYScale ValueAxis::linesPlane
@@ -202,12 +223,14 @@ XYScale *ValueAxis::linesPlane() const
 */
 void ValueAxis::setLabelsPlane(XYScale *plane)
 {
-    m_labelsPlane = graph::planeItem(plane);
+    m_labelsPlane = plane;
+    noteAxisOfPlanes(this);
 }
 
 void ValueAxis::setLinesPlane(XYScale *plane)
 {
-    m_linesPlane = graph::planeItem(plane);
+    m_linesPlane = plane;
+    noteAxisOfPlanes(this);
 }
 
 bool ValueAxis::setMarginOffset(int offset)
@@ -232,11 +255,6 @@ void ValueAxis::paintLines(QPainter *painter, const QRectF &rect)
         return;
     const graph::TickSet set = tickSet(rect);
     graph::paintAxisLines(painter, look(), graph::TickMarks(set, m_range, orientation(), rect.size()), rect);
-}
-
-void ValueAxis::paintLabels(QPainter *painter, const QRectF &rect)
-{
-    paintLabels(painter, rect, {m_labelsPlane ? m_labelsPlane->boundingRect() : rect, {}});
 }
 
 void ValueAxis::paintLabels(QPainter *painter, const QRectF &rect,

@@ -1,7 +1,6 @@
 #include "cursors/GraphCursor.h"
 
 #include "axis/ValueAxis.h"
-#include "common/FramebufferShift.h"
 #include "common/SafeInteger.h"
 #include "common/SceneExit.h"
 #include "cursors/CursorDirection.h"
@@ -55,7 +54,7 @@ GraphCursor::GraphCursor(QQuickItem *parent)
 }
 
 GraphCursor::GraphCursor(const graph::CursorDirection &direction, QQuickItem *parent)
-    : QQuickPaintedItem(parent)
+    : ShiftedItem(parent)
     , m_direction(direction)
 {
     setFlag(ItemHasContents);
@@ -420,13 +419,10 @@ QSGNode *GraphCursor::updatePaintNode(QSGNode *old, UpdatePaintNodeData *data)
     return stamps ? stamps : QQuickPaintedItem::updatePaintNode(old, data);
 }
 
-void GraphCursor::paint(QPainter *painter)
+void GraphCursor::paintShifted(QPainter *painter)
 {
     if (!m_zoomRect || !isCursorVisible())
         return;
-    const double shift = graph::framebufferShift(*this);
-    if (shift != 0.0)
-        painter->translate(shift, shift);
     painter->setFont(m_font);
     graph::CursorPainter cursorPainter(painter, m_direction, *this);
     for (const GraphMarker *marker : qAsConst(m_markers)) {

@@ -6,13 +6,13 @@
 #include "cursors/KeyAcceleration.h"
 #include "cursors/TrackedPlots.h"
 #include "data/SampleHistory.h"
+#include "view/base/ShiftedItem.h"
 
 #include <QColor>
 #include <QElapsedTimer>
 #include <QFont>
 #include <QPointer>
 #include <QQmlListProperty>
-#include <QQuickPaintedItem>
 #include <QStringList>
 #include <QVector>
 
@@ -44,7 +44,7 @@ struct CursorPlace;
 
 // A line over the plots of a view that always stands on a sample of the primary plot's data. Whatever form of
 // the position is written becomes a sample index, and every other form is derived from that index.
-class GRAPH_CHARTS_EXPORT GraphCursor : public QQuickPaintedItem
+class GRAPH_CHARTS_EXPORT GraphCursor : public graph::ShiftedItem
 {
     Q_OBJECT
     Q_PROPERTY(int posIndex READ posIndex WRITE setPosIndex NOTIFY posIndexChanged)
@@ -107,7 +107,6 @@ public:
     // In a chart: thin lines, and its colours, font and texts where the document gives none. None when it leaves it.
     void setLook(const std::optional<graph::CursorLook> &look);
     const std::optional<graph::CursorLook> &look() const { return m_look; }
-    void paint(QPainter *painter) override;
 
     Q_INVOKABLE int indexOfPlot(AbstractPlot *plot) const;
     Q_INVOKABLE void setPeak();
@@ -171,6 +170,7 @@ protected:
     void GRAPH_GEOMETRY_CHANGED(const QRectF &newGeometry, const QRectF &oldGeometry) override;
     void itemChange(ItemChange change, const ItemChangeData &data) override;
     void componentComplete() override;
+    void paintShifted(QPainter *painter) override;
     QSGNode *updatePaintNode(QSGNode *old, UpdatePaintNodeData *data) override;
 
     GraphCursor(const graph::CursorDirection &direction, QQuickItem *parent);

@@ -17,7 +17,8 @@ namespace {
 
 QVector<Text> paintedTexts(ValueAxis &axis, const QRectF &rect)
 {
-    return PaintRecorder([&](QPainter *painter) { axis.paintLabels(painter, rect); }).texts;
+    const QRectF bounds = axis.labelsPlane() ? axis.labelsPlane()->boundingRect() : rect;
+    return PaintRecorder([&](QPainter *painter) { axis.paintLabels(painter, rect, {bounds, {}}); }).texts;
 }
 
 QStringList words(const QVector<Text> &texts)

@@ -50,9 +50,9 @@ const Case cases[] = {
      0.625},
     {"show as much elsewhere", [](auto &i) { return i.show(0.5, 0.6, ZoomInterval::End); }, "nb", 0.35, 0.85},
     {"show beyond the bounds", [](auto &i) { return i.show(9, 9, ZoomInterval::Begin); }, "eb", 0, 1},
-    {"pinch", [](auto &i) { return i.pinch(0.25, 0.6, 0.6); }, "ebn", 0.45, 0.7},
-    {"pinch beyond the bounds", [](auto &i) { return i.pinch(0.25, 0.6, 5); }, "ebn", 0, 0.25},
-    {"pinch with NaN", [](auto &i) { return i.pinch(0.25, 0.6, notANumber); }, "", 0.5, 1},
+    {"show from", [](auto &i) { return i.showFrom(0.45, 0.25); }, "ebn", 0.45, 0.7},
+    {"show from beyond the bounds", [](auto &i) { return i.showFrom(-0.5, 0.25); }, "ebn", 0, 0.25},
+    {"show from NaN", [](auto &i) { return i.showFrom(notANumber, 0.25); }, "", 0.5, 1},
 };
 
 QString letters(const ZoomInterval::Changes &changes)

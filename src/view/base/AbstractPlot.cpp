@@ -2,7 +2,6 @@
 
 #include "axis/ValueAxis.h"
 #include "common/ExtentUpTo.h"
-#include "common/FramebufferShift.h"
 #include "common/SceneExit.h"
 #include "common/VectorRegisters.h"
 #include "data/PlotData.h"
@@ -23,6 +22,11 @@ QPointF farCorner(const QRectF &rect)
 QRectF spanned(const QPointF &first, const QPointF &second)
 {
     return QRectF(first, QSizeF(second.x() - first.x(), second.y() - first.y()));
+}
+
+graph::ScaleKind scaleKindOf(const ValueAxis *axis)
+{
+    return axis ? axis->scaleKind() : graph::ScaleKind::Linear;
 }
 
 } // namespace
@@ -51,7 +55,7 @@ QRectF spanned(const QPointF &first, const QPointF &second)
    notify signal; null where there is no such property. Without a notify signal of its own.
 */
 AbstractPlot::AbstractPlot(QQuickItem *parent)
-    : QQuickPaintedItem(parent)
+    : ShiftedItem(parent)
 {
     setFlag(ItemHasContents);
     setRenderTarget(FramebufferObject);
@@ -117,11 +121,9 @@ graph::PixelMapping AbstractPlot::pixelMapping() const
 QPointF AbstractPlot::clickInItem(double x, double y, const graph::PixelMapping &mapping) const
 {
     // From the whole extent's left and top to those of the item.
-    const double left = mapping.isLinearX() ? (minVisibleX() - minValueX()) * mapping.scaleX()
-                                            : -mapping.x(m_axisX->axisRange().shownEnds().begin);
-    const double top = mapping.isLinearY() ? (maxValueY() - maxVisibleY()) * mapping.scaleY()
-                                           : -mapping.y(m_axisY->axisRange().shownEnds().end);
-    return {x - left, y - top};
+    const double left = m_axisX ? m_axisX->axisRange().shownEnds().begin : minValueX();
+    const double top = m_axisY ? m_axisY->axisRange().shownEnds().end : maxValueY();
+    return {x + mapping.x(left), y + mapping.y(top)};
 }
 
 graph::SampleSpan AbstractPlot::inOrderOfColumns(const graph::SampleSpan &samples) const
@@ -131,41 +133,27 @@ graph::SampleSpan AbstractPlot::inOrderOfColumns(const graph::SampleSpan &sample
 
 graph::PixelScale AbstractPlot::scaleX() const
 {
-    const double range = visibleRangeX();
-    if (!m_axisX || m_axisX->scaleKind() == graph::ScaleKind::Linear)
-        return {minVisibleX(), range, width()};
-    return {m_axisX->scaleKind(), {minVisibleX(), maxVisibleX()}, range, width()};
+    return {scaleKindOf(m_axisX), {minVisibleX(), maxVisibleX()}, visibleRangeX(), width()};
 }
 
 graph::PixelScale AbstractPlot::scaleY() const
 {
-    const double range = -visibleRangeY();
-    if (!m_axisY || m_axisY->scaleKind() == graph::ScaleKind::Linear)
-        return {maxVisibleY(), range, height()};
-    return {m_axisY->scaleKind(), {maxVisibleY(), minVisibleY()}, range, height()};
+    return {scaleKindOf(m_axisY), {maxVisibleY(), minVisibleY()}, -visibleRangeY(), height()};
 }
 
-void AbstractPlot::paint(QPainter *painter)
+void AbstractPlot::paintShifted(QPainter *painter)
 {
     const graph::PlotFrame frame{painter, pixelMapping(), visibleRect()};
     if (!isPaintable(frame.mapping))
         return;
     // The scene graph's own drawing, before this, may have left them in use.
     graph::clearWideRegisters();
-    const double shift = framebufferShift();
-    if (shift != 0.0)
-        painter->translate(shift, shift);
     paintPlot(frame);
 }
 
 bool AbstractPlot::isPaintable(const graph::PixelMapping &mapping) const
 {
     return m_valid && mapping.isDrawable();
-}
-
-double AbstractPlot::framebufferShift() const
-{
-    return graph::framebufferShift(*this);
 }
 
 void AbstractPlot::paintPlot(const graph::PlotFrame &) {}

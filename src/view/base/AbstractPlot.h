@@ -5,10 +5,10 @@
 #include "common/QtVersion.h"
 #include "data/SampleSpan.h"
 #include "view/base/PlotFrame.h"
+#include "view/base/ShiftedItem.h"
 
 #include <QColor>
 #include <QPointer>
-#include <QQuickPaintedItem>
 
 class PlotData;
 class ValueAxis;
@@ -21,7 +21,7 @@ Q_MOC_INCLUDE("view/zoom/ZoomRect.h")
 // Base of every plot item: binds one data object to a horizontal and a vertical axis and maps data values to the
 // pixels of the item. Plots, cursors, markers and painters all use this mapping; subclasses change it by overriding
 // the range accessors.
-class GRAPH_CHARTS_EXPORT AbstractPlot : public QQuickPaintedItem
+class GRAPH_CHARTS_EXPORT AbstractPlot : public graph::ShiftedItem
 {
     Q_OBJECT
     Q_PROPERTY(ZoomRect *zoomRect READ zoomRect CONSTANT)
@@ -53,11 +53,6 @@ public:
     // A click in pixels of the whole data extent at the present zoom as one in the item, as far as the axes show
     // that extent in a positive part only.
     QPointF clickInItem(double x, double y, const graph::PixelMapping &mapping) const;
-
-    // The one way into painting: prepares what every plot needs and calls paintPlot().
-    void paint(QPainter *painter) override;
-    // How far to the right and down everything is painted, in pixels.
-    virtual double framebufferShift() const;
 
     Q_INVOKABLE virtual double maxValueX() const;
     Q_INVOKABLE virtual double maxValueY() const;
@@ -109,7 +104,9 @@ protected:
 
     void setValid(bool valid);
 
-    // Whether paint() goes on with this mapping; while there is data that can be mapped, unless a subclass
+    // The one way into painting: prepares what every plot needs and calls paintPlot().
+    void paintShifted(QPainter *painter) override;
+    // Whether that goes on with this mapping; while there is data that can be mapped, unless a subclass
     // says otherwise.
     virtual bool isPaintable(const graph::PixelMapping &mapping) const;
     virtual void paintPlot(const graph::PlotFrame &frame);

@@ -1,8 +1,6 @@
 #include "view/base/XYScale.h"
 
-#include "axis/PlaneAccess.h"
 #include "axis/ValueAxis.h"
-#include "common/FramebufferShift.h"
 #include "common/SceneExit.h"
 #include "view/base/AbstractPlot.h"
 #include "view/base/StampNode.h"
@@ -24,16 +22,6 @@ template <typename T> QVector<QPointer<T>> guarded(const QList<T *> &objects)
 }
 
 } // namespace
-
-QQuickItem *graph::planeItem(XYScale *plane)
-{
-    return plane;
-}
-
-XYScale *graph::itemPlane(QQuickItem *item)
-{
-    return qobject_cast<XYScale *>(item);
-}
 
 /*!
     \qmltype XYScale
@@ -57,7 +45,7 @@ XYScale *graph::itemPlane(QQuickItem *item)
     Computes the margins again.
 */
 XYScale::XYScale(QQuickItem *parent)
-    : QQuickPaintedItem(parent)
+    : ShiftedItem(parent)
 {
     setFlag(ItemHasContents);
     setRenderTarget(Image);
@@ -68,6 +56,7 @@ XYScale::XYScale(QQuickItem *parent)
 XYScale::~XYScale()
 {
     graph::leaveScene(this);
+    ValueAxis::forgetPlane(this);
 }
 
 void XYScale::setPlots(const QList<AbstractPlot *> &plots)
@@ -110,16 +99,6 @@ void XYScale::handleAxesChanged()
         collect(plot->axisY());
     }
     setAxes(axes);
-}
-
-QList<ValueAxis *> XYScale::axes() const
-{
-    QList<ValueAxis *> axes;
-    for (ValueAxis *axis : m_axes) {
-        if (axis)
-            axes.append(axis);
-    }
-    return axes;
 }
 
 void XYScale::setAxes(const QList<ValueAxis *> &axes)
@@ -203,18 +182,16 @@ QSGNode *XYScale::updatePaintNode(QSGNode *old, UpdatePaintNodeData *data)
     return stamps ? stamps : QQuickPaintedItem::updatePaintNode(old, data);
 }
 
-void XYScale::paint(QPainter *painter)
+void XYScale::paintShifted(QPainter *painter)
 {
     const QRectF plotRect = boundingRect().marginsRemoved(m_plotAreaMargins);
-    const double shift = graph::framebufferShift(*this);
-    if (shift != 0.0)
-        painter->translate(shift, shift);
     for (ValueAxis *axis : qAsConst(m_axes)) {
         if (axis && axis->linesPlane() == this)
             axis->paintLines(painter, plotRect);
     }
-    if (shift != 0.0)
-        painter->resetTransform();
+    // Labels keep their place on every target.
+    if (const double shift = framebufferShift(); shift != 0.0)
+        painter->translate(-shift, -shift);
     graph::LabelSurroundings surroundings{boundingRect(), {}};
     for (const ValueAxis *axis : qAsConst(m_axes)) {
         if (axis)

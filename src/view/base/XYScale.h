@@ -1,10 +1,10 @@
 #pragma once
 
 #include "common/Export.h"
+#include "view/base/ShiftedItem.h"
 
 #include <QMargins>
 #include <QPointer>
-#include <QQuickPaintedItem>
 #include <QVector>
 
 class AbstractPlot;
@@ -12,7 +12,7 @@ class ValueAxis;
 
 // A plane on which axes draw their grid lines and labels. It collects the axes of the view's visible plots that chose
 // it, and reports how much room they need at each side.
-class GRAPH_CHARTS_EXPORT XYScale : public QQuickPaintedItem
+class GRAPH_CHARTS_EXPORT XYScale : public graph::ShiftedItem
 {
     Q_OBJECT
 
@@ -23,14 +23,11 @@ public:
     void setPlots(const QList<AbstractPlot *> &plots);
     // Axes that the plane draws whether a plot uses them or not, before those of the plots.
     void setStandingAxes(const QList<ValueAxis *> &axes);
-    QList<ValueAxis *> axes() const;
     void setAxes(const QList<ValueAxis *> &axes);
     // What the plane's own axes need.
     QMargins margins() const { return m_margins; }
     // Between the plane's edges and the plot area, which the view insets for all of its planes.
     void setPlotAreaMargins(const QMargins &margins);
-
-    void paint(QPainter *painter) override;
 
 public slots:
     void handleAxesChanged();
@@ -40,6 +37,7 @@ signals:
     void marginsChanged(int left, int right, int top, int bottom);
 
 protected:
+    void paintShifted(QPainter *painter) override;
     QSGNode *updatePaintNode(QSGNode *old, UpdatePaintNodeData *data) override;
 
 private:

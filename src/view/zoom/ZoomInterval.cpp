@@ -146,18 +146,18 @@ ZoomInterval::Changes ZoomInterval::show(double extent, double center, Part firs
     return changes;
 }
 
-ZoomInterval::Changes ZoomInterval::pinch(double extent, double anchor, double place)
+ZoomInterval::Changes ZoomInterval::showFrom(double begin, double extent)
 {
     const double v = allowedExtent(extent);
-    const double begin = clamped(anchor - place * v, m_lowest, highest() - v);
+    const double first = clamped(begin, m_lowest, highest() - v);
     Changes changes;
     if (std::isnan(extent) || std::isnan(begin))
         return changes;
     if (replace(m_extent, v))
         changes.append(Extent);
-    if (replace(m_begin, begin))
+    if (replace(m_begin, first))
         changes.append(Begin);
-    if (replace(m_end, begin + v))
+    if (replace(m_end, first + v))
         changes.append(End);
     return changes;
 }

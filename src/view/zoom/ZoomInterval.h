@@ -44,8 +44,8 @@ public:
     // Shows that much around `center`.
     Changes show(double extent, double center, Part firstEdge);
 
-    // Shows that much, the point `anchor` at the fraction `place` of it.
-    Changes pinch(double extent, double anchor, double place);
+    // Shows that much from there on.
+    Changes showFrom(double begin, double extent);
 
 private:
     double highest() const { return m_lowest + m_room; }

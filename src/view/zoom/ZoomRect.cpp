@@ -324,16 +324,9 @@ void ZoomRect::setCenterAndZoom(const QVector2D &scale, const QPointF &center)
     setChanging(false);
 }
 
-void ZoomRect::panAndZoom(const QSizeF &size, const QPointF &anchor, const QPointF &place)
-{
-    const double newWidth = m_zoomAxis.testFlag(Qt::Horizontal) ? size.width() : width();
-    const double newHeight = m_zoomAxis.testFlag(Qt::Vertical) ? size.height() : height();
-    apply(m_x.pinch(newWidth, anchor.x(), place.x()), m_y.pinch(newHeight, anchor.y(), 1.0 - place.y()));
-}
-
 void ZoomRect::show(const QRectF &rect)
 {
-    apply(m_x.pinch(rect.width(), rect.x(), 0.0), m_y.pinch(rect.height(), rect.y(), 0.0));
+    apply(m_x.showFrom(rect.x(), rect.width()), m_y.showFrom(rect.y(), rect.height()));
 }
 
 // Announces what an operation changed and puts the flickable in step.

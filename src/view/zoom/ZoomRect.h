@@ -59,10 +59,6 @@ public:
 
     void setFlickable(QQuickItem *item);
 
-    // The whole of one finger move of a pinch: shows that much, where zoomAxis allows it, with the point
-    // `anchor` of the extent at `place`, a fraction of the plot area from its upper left corner.
-    void panAndZoom(const QSizeF &size, const QPointF &anchor, const QPointF &place);
-
     // Shows that part of the extent, for every zoomAxis; unlike setCenterAndZoom() in full precision.
     void show(const QRectF &rect);
 

@@ -20,8 +20,8 @@ namespace {
 // What an axis paints on a plot area of 501 x 201 pixels.
 QStringList textsOf(ChartAxis &axis)
 {
-    const PaintRecorder recorder(
-        [&](QPainter *painter) { axis.paintLabels(painter, QRectF(100, 100, 501, 201)); });
+    const QRectF area(100, 100, 501, 201);
+    const PaintRecorder recorder([&](QPainter *painter) { axis.paintLabels(painter, area, {area, {}}); });
     QStringList texts;
     for (const PaintRecorder::Text &text : recorder.texts)
         texts.append(text.text);

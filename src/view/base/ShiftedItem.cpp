@@ -1,0 +1,24 @@
+#include "view/base/ShiftedItem.h"
+
+#include <QPainter>
+
+namespace graph {
+
+double ShiftedItem::framebufferShift() const
+{
+#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
+    return 0.0;
+#else
+    return renderTarget() == Image ? 0.0 : 1.0;
+#endif
+}
+
+void ShiftedItem::paint(QPainter *painter)
+{
+    const double shift = framebufferShift();
+    if (shift != 0.0)
+        painter->translate(shift, shift);
+    paintShifted(painter);
+}
+
+} // namespace graph

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "common/Export.h"
+
+#include <QQuickPaintedItem>
+
+namespace graph {
+
+// A painted item that draws as far to the right and down as its render target asks for: plots, planes and cursors,
+// which so keep to the same pixels.
+class GRAPH_CHARTS_EXPORT ShiftedItem : public QQuickPaintedItem
+{
+public:
+    using QQuickPaintedItem::QQuickPaintedItem;
+
+    // In pixels: 1 into a framebuffer object, 0 into an image. Qt 6 has no such objects and paints every item
+    // into an image; the property has no effect.
+    virtual double framebufferShift() const;
+
+    void paint(QPainter *painter) override;
+
+protected:
+    virtual void paintShifted(QPainter *painter) = 0;
+};
+
+} // namespace graph
