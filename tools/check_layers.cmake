@@ -1,5 +1,6 @@
-# cmake -DSOURCE=<root of the repository> -P check_layers.cmake
-# Checks the order of the layers: a file may include project headers only of its own layer and of those below it.
+# cmake -DSOURCE=<root of the repository> [-DOBJECTS=<folder> -DNM=<program>] -P check_layers.cmake
+# Checks the order of the layers: a file may include project headers only of its own layer and of those below it, and its
+# object, below that folder, may need symbols of no others.
 
 set(rank_common 0)
 set(rank_platform 0)
@@ -53,6 +54,50 @@ foreach(file ${files})
     endif()
   endforeach()
 endforeach()
+
+if(OBJECTS)
+  file(GLOB_RECURSE objects RELATIVE ${OBJECTS} ${OBJECTS}/*.cpp.o)
+  list(FILTER objects EXCLUDE REGEX "_autogen/") # the meta-objects of all layers are in one file
+  foreach(object ${objects})
+    string(REGEX REPLACE "^(.*/)?[a-z_]+\\.dir/(__/)?" "" path ${object})
+    layer_of(${path} layer)
+    if(NOT DEFINED rank_${layer})
+      continue()
+    endif()
+    execute_process(COMMAND ${NM} --extern-only --format=posix ${OBJECTS}/${object}
+      OUTPUT_VARIABLE symbols COMMAND_ERROR_IS_FATAL ANY)
+    string(REGEX MATCHALL "[^ \n]+ [TDBRU]" symbols "${symbols}")
+    foreach(symbol ${symbols})
+      string(REGEX REPLACE " .*" "" name "${symbol}")
+      if(symbol MATCHES " U")
+        list(APPEND needed_by_${layer} ${name})
+      else()
+        set(layer_of_${name} ${layer})
+      endif()
+    endforeach()
+    list(APPEND linked ${layer})
+  endforeach()
+  list(REMOVE_DUPLICATES linked)
+  set(symbol_count 0)
+  foreach(layer ${linked})
+    list(REMOVE_DUPLICATES needed_by_${layer})
+    foreach(name ${needed_by_${layer}})
+      set(target "${layer_of_${name}}")
+      if(target STREQUAL "")
+        continue() # of another library
+      endif()
+      math(EXPR symbol_count "${symbol_count} + 1")
+      if(NOT target STREQUAL layer AND NOT rank_${target} LESS rank_${layer})
+        message(SEND_ERROR "${layer}: needs ${name}, which is in ${target}, a layer beside it or above it")
+      endif()
+    endforeach()
+  endforeach()
+  if(symbol_count EQUAL 0)
+    message(SEND_ERROR "no symbols found in ${OBJECTS}: the check looked at nothing")
+  endif()
+  message(STATUS "${symbol_count} symbols keep to the layers")
+endif()
+
 if(count EQUAL 0)
   message(SEND_ERROR "no includes found in ${SOURCE}: the check looked at nothing")
 endif()
