@@ -317,15 +317,12 @@ QVariantList ChartView::traces() const
 
 void ChartView::applyColors()
 {
-    for (const AxisState &state : m_axes) {
-        if (state.axis)
-            applyColors(state.axis);
+    for (const FittedAxis &fitted : m_axes) {
+        if (fitted.axis())
+            applyColors(fitted.axis());
     }
-    colorTraces();
-    for (ColorScale *scale : qAsConst(m_colorScales)) {
-        if (scale)
-            scale->setDefaultLook(m_colors->textColor(), m_colors->font());
-    }
+    m_traceColors.give(m_traces, *m_colors);
+    m_scales.setTheme(*m_colors);
     makeRoom();
     dressCursors();
     update();
@@ -347,20 +344,76 @@ QMargins ChartView::reservedMargins() const
 {
     const int size = m_colors ? m_colors->fontSize() : 0;
     // A unit goes above the numbers of its axis.
-    const auto hasUnitAbove = [](const AxisState &state) {
-        const auto *axis = qobject_cast<const ChartAxis *>(state.axis.data());
+    const auto hasUnitAbove = [](const FittedAxis &fitted) {
+        const auto *axis = qobject_cast<const ChartAxis *>(fitted.axis());
         return axis && axis->orientation() == Qt::Vertical && axis->visible() && !axis->unit().isEmpty() &&
                axis->title().isEmpty();
     };
     const bool hasUnit = std::any_of(m_axes.begin(), m_axes.end(), hasUnitAbove);
     const int top = !m_title.isEmpty() ? size * 5 / 2 : hasUnit ? size * 9 / 4 : size;
-    return {size, top, std::max(size * 3 / 2, widthOfScales()), size / 2};
+    // With the axes between them and the plot area.
+    const int scales = m_scales.width(this);
+    const int right = scales == 0 ? 0 : m_labels->margins().right() + size / 2 + scales;
+    return {size, top, std::max(size * 3 / 2, right), size / 2};
 }
 
 void ChartView::handleAreaChanged()
 {
     update();
     placeScales();
+}
+
+// Whether the child is one that the chart places.
+bool ChartView::adoptScale(QQuickItem *child)
+{
+    auto *scale = qobject_cast<ColorScale *>(child);
+    if (!scale || !m_scales.take(scale, *m_colors))
+        return false;
+    QObject *ears = m_ears.get();
+    connect(scale, &QQuickItem::implicitWidthChanged, ears, [this] { makeRoom(); });
+    connect(scale, &QQuickItem::visibleChanged, ears, [this] { makeRoom(); });
+    connect(scale, &QObject::destroyed, ears, [this] { makeRoom(); });
+    makeRoom();
+    return true;
+}
+
+void ChartView::makeRoom()
+{
+    handleMarginsChanged();
+    placeScales();
+}
+
+void ChartView::placeScales()
+{
+    const QQuickItem *area = plotArea();
+    if (area)
+        m_scales.place(this, QRectF(area->position(), area->size()),
+                       area->x() + area->width() + m_labels->margins().right());
+}
+
+/*!
+    \qmlmethod string Chart::formatX(real value)
+    \qmlmethod string Chart::formatY(Item trace, real value)
+    A value of axisX, and one of a trace, with its unit as readings show it.
+*/
+QString ChartView::formatX(double value) const
+{
+    return m_texts.position(*m_axisX, value);
+}
+
+QString ChartView::formatY(QQuickItem *trace, double value) const
+{
+    return ReadingTexts::value(qobject_cast<AbstractPlot *>(trace), value);
+}
+
+// Between a cursor and a marker on any axis.
+QString ChartView::distanceText(const ValueAxis *axis, double distance) const
+{
+    const auto *chartAxis = qobject_cast<const ChartAxis *>(axis);
+    if (!chartAxis)
+        return formatX(distance);
+    const bool hasDigitsOfLabels = chartAxis != m_axisX && chartAxis->scale() != ChartAxis::Time;
+    return hasDigitsOfLabels ? chartAxis->valueText(distance) : m_texts.distance(*chartAxis, distance);
 }
 
 // The two backgrounds, below everything.

@@ -1,16 +1,14 @@
 #pragma once
 
 #include "common/Export.h"
-#include "kit/chart/LingeringSpan.h"
-#include "kit/chart/LiveEnd.h"
+#include "kit/chart/FittedAxis.h"
+#include "kit/chart/PlacedScales.h"
+#include "kit/chart/ReadingTexts.h"
+#include "kit/chart/TraceColors.h"
 #include "kit/chart/ZoomHistory.h"
-#include "kit/plots/DataExtent.h"
-#include "platform/ui/BaseFormatter.h"
 #include "view/frame/GraphView.h"
 
-#include <QColor>
 #include <QElapsedTimer>
-#include <QHash>
 #include <QSet>
 #include <QTimer>
 #include <QVariant>
@@ -29,7 +27,6 @@ namespace graph {
 class ChartAxis;
 class ChartExport;
 class ChartTheme;
-class ColorScale;
 class CursorSwitches;
 class LegendSwitches;
 class ZoomSwitches;
@@ -143,19 +140,6 @@ private slots:
     void takeTrace(int index, QObject *object);
 
 private:
-    // An axis of the chart and the range that its data asks for.
-    struct AxisState
-    {
-        QPointer<ValueAxis> axis;
-        LiveEnd live;
-        LingeringSpan lingering;
-        Span base; // the full range but for what is shown beyond it
-        QString givenUnit;
-        bool isOwn = false; // drawn without a trace, too
-        bool isExtended = false;
-        std::optional<Span> byHand; // where a further axis was moved to
-    };
-
     // Wiring
     void wireLater();
     void adoptNewChildren();
@@ -168,35 +152,26 @@ private:
     void adoptAxis(ValueAxis *axis, bool isOwn);
     void drawAsImage(QQuickItem *item);
 
-    // Colour scales
+    // Look
     bool adoptScale(QQuickItem *child);
-    QList<ColorScale *> standingScales() const;
-    int widthOfScales() const;
     void makeRoom();
     void placeScales();
     void handleAreaChanged();
-
-    // Look
     void applyColors();
     void applyColors(ValueAxis *axis);
-    void colorTraces();
     void dressCursors();
     void placeCursors();
-    bool takesColor(const AbstractPlot *plot) const;
-    void nameUnits();
 
     // Ranges
     void updateRangesLater();
     void updateRanges();
-    void updateRange(AxisState &state);
-    Span fitted(AxisState &state);
-    Span dataSpan(const ValueAxis *axis, bool onlyVisible) const;
-    double leastPositive(const ValueAxis *axis) const;
+    void followNewData(const Span &oldX);
+    void fitAxes(Qt::Orientation orientation, const PlottedData &plotted);
+    void fit(FittedAxis &axis, const PlottedData &plotted);
     Span groupSpanX() const;
-    bool isFilled(const ValueAxis *axis) const;
-    AxisState *stateOf(const ValueAxis *axis);
-    AxisState *furtherAxis(int side, double depth);
-    void moveAxis(AxisState &state, double anchor, double factor, double distance);
+    FittedAxis *stateOf(const ValueAxis *axis);
+    FittedAxis *furtherAxis(int side, double depth);
+    void moveAxis(FittedAxis &axis, double anchor, double factor, double distance);
 
     // Zoom
     void showState(const ZoomState &state, bool asStep);
@@ -217,21 +192,16 @@ private:
     LegendSwitches *m_legend;
     CursorSwitches *m_cursorSwitches;
     ZoomSwitches *m_zoom;
-    std::vector<AxisState> m_axes;
+    std::vector<FittedAxis> m_axes;
     QVector<QPointer<QObject>> m_instantiators;
     QVector<QPointer<QQuickItem>> m_children; // the adopted ones
-    QVector<QPointer<ColorScale>> m_colorScales;
+    PlacedScales m_scales;
     QVector<QPointer<AbstractPlot>> m_traces;
     QSet<const QObject *> m_watched;
-    struct GivenColor
-    {
-        int place = -1;
-        QColor color;
-    };
-    QHash<const QObject *, GivenColor> m_givenColors;
+    TraceColors m_traceColors;
+    ReadingTexts m_texts;
     QPointer<QQuickItem> m_flickable;
-    mutable QHash<const AbstractPlot *, DataExtent> m_extents; // during one look at the ranges
-    Span m_dataX;                                              // how far the data reaches on the first axis
+    Span m_dataX; // how far the data reaches on the first axis
     double m_follow = 0.0;
     QPointer<ChartView> m_zoomWith;
     QVector<QPointer<ChartView>> m_zoomedWithThis;
@@ -240,7 +210,6 @@ private:
     QTimer m_stepTimer;
     QTimer m_fitTimer;
     QElapsedTimer m_clock;
-    mutable std::unique_ptr<BaseFormatter> m_positionFormatter;
     // Receives what the chart hears: it dies first, so that nothing reaches half an object.
     std::unique_ptr<QObject> m_ears = std::make_unique<QObject>();
     bool m_complete = false;

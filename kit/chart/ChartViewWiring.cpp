@@ -6,10 +6,7 @@
 #include "kit/chart/ChartTheme.h"
 #include "kit/data/ItemName.h"
 #include "kit/data/Telling.h"
-#include "kit/plots/ColorScale.h"
-#include "kit/plots/Trace.h"
 #include "kit/plots/WaterfallPlot.h"
-#include "plots/HeatmapPlot.h"
 #include "view/base/AbstractPlot.h"
 #include "view/base/XYScale.h"
 #include "view/zoom/ZoomRect.h"
@@ -55,8 +52,8 @@ void ChartView::componentComplete()
     gatherAxes();
     // The view warns of axes that chose no plane, and of a view without any.
     QQmlListProperty<ValueAxis> list = axes();
-    for (const AxisState &state : m_axes)
-        list.append(&list, state.axis);
+    for (const FittedAxis &fitted : m_axes)
+        list.append(&list, fitted.axis());
     GraphView::componentComplete();
     // The planes told of their axes before the view listened.
     makeRoom();
@@ -71,10 +68,7 @@ void ChartView::itemChange(ItemChange change, const ItemChangeData &data)
         wireLater();
     } else if (m_complete && change == ItemChildRemovedChange) {
         m_children.removeAll(data.item);
-        // It may be no more than an item.
-        const auto isGone = [&data](QQuickItem *scale) { return !scale || scale == data.item; };
-        m_colorScales.erase(std::remove_if(m_colorScales.begin(), m_colorScales.end(), isGone),
-                            m_colorScales.end());
+        m_scales.forget(data.item);
         makeRoom();
         if (auto *plot = qobject_cast<AbstractPlot *>(data.item))
             dropPlot(plot);
@@ -115,7 +109,7 @@ void ChartView::wire()
     handlePlotVisibilityChanged();
     if (!std::equal(m_traces.begin(), m_traces.end(), found.begin(), found.end())) {
         m_traces = QVector<QPointer<AbstractPlot>>(found.begin(), found.end());
-        colorTraces();
+        m_traceColors.give(m_traces, *m_colors);
         emit tracesChanged();
     }
     updateRangesLater();
@@ -229,7 +223,7 @@ void ChartView::adoptPlot(AbstractPlot *plot)
 void ChartView::dropPlot(AbstractPlot *plot)
 {
     m_watched.remove(plot);
-    m_givenColors.remove(plot);
+    m_traceColors.forget(plot);
     if (plots().contains(plot)) {
         removePlot(plot);
         disconnect(plot, nullptr, m_ears.get(), nullptr);
@@ -276,12 +270,12 @@ void ChartView::gatherAxes()
             adoptAxis(plot->axisY(), false);
     }
     m_axes.erase(
-        std::remove_if(m_axes.begin(), m_axes.end(), [](const AxisState &state) { return !state.axis; }),
+        std::remove_if(m_axes.begin(), m_axes.end(), [](const FittedAxis &fitted) { return !fitted.axis(); }),
         m_axes.end());
     QList<ValueAxis *> standing;
-    for (const AxisState &state : m_axes) {
-        if (state.isOwn)
-            standing.append(state.axis);
+    for (const FittedAxis &fitted : m_axes) {
+        if (fitted.isOwn())
+            standing.append(fitted.axis());
     }
     m_grid->setStandingAxes(standing);
     m_labels->setStandingAxes(standing);
@@ -291,7 +285,7 @@ void ChartView::adoptAxis(ValueAxis *axis, bool isOwn)
 {
     if (stateOf(axis))
         return;
-    m_axes.push_back({axis, {}, {}, {}, {}, isOwn, false, {}});
+    m_axes.emplace_back(axis, isOwn);
     if (!axis->labelsPlane())
         axis->setLabelsPlane(m_labels);
     if (!axis->linesPlane()) {
@@ -300,20 +294,15 @@ void ChartView::adoptAxis(ValueAxis *axis, bool isOwn)
         if (axis != m_axisX && axis != m_axisY)
             axis->setLineStyle(Qt::NoPen);
     }
-    m_axes.back().base = {axis->minValue(), axis->maxValue()};
-    auto *chartAxis = qobject_cast<ChartAxis *>(axis);
-    if (chartAxis && chartAxis->autoRange() == ChartAxis::Off && m_axes.back().base == Span{0.0, 1.0})
-        chartAxis->setAutoRange(ChartAxis::Fit);
     QObject *ears = m_ears.get();
     const auto follow = [axis] { axis->setMargin(axis->requiredMargin() + labelRoom); };
     connect(axis, &ValueAxis::requiredMarginChanged, ears, follow);
     follow();
     const auto take = [this, axis] {
-        AxisState *state = stateOf(axis);
-        if (m_applying || !state)
+        FittedAxis *fitted = stateOf(axis);
+        if (m_applying || !fitted)
             return;
-        state->base = {axis->minValue(), axis->maxValue()};
-        state->isExtended = false;
+        fitted->takeRange();
         updateRangesLater();
     };
     connect(axis, &ValueAxis::minValueChanged, ears, take);
@@ -321,44 +310,18 @@ void ChartView::adoptAxis(ValueAxis *axis, bool isOwn)
     connect(axis, &QObject::destroyed, ears, [this] { wireLater(); });
     connect(axis, &ValueAxis::unitChanged, ears, [this] { makeRoom(); });
     connect(axis, &ValueAxis::visibleChanged, ears, [this] { makeRoom(); });
-    if (chartAxis)
+    if (auto *chartAxis = qobject_cast<ChartAxis *>(axis))
         connect(chartAxis, &ChartAxis::titleChanged, ears, [this] { makeRoom(); });
     axis->setZoomRect(zoomRect());
     if (m_colors)
         applyColors(axis);
 }
 
-ChartView::AxisState *ChartView::stateOf(const ValueAxis *axis)
+FittedAxis *ChartView::stateOf(const ValueAxis *axis)
 {
-    const auto state = std::find_if(m_axes.begin(), m_axes.end(),
-                                    [axis](const AxisState &other) { return other.axis == axis; });
-    return state == m_axes.end() ? nullptr : &*state;
-}
-
-// A trace that goes leaves its place to the next one that comes: none changes its colour because of another
-// one.
-void ChartView::colorTraces()
-{
-    for (AbstractPlot *plot : qAsConst(m_traces)) {
-        if (!plot || !takesColor(plot))
-            continue;
-        GivenColor &given = m_givenColors[plot];
-        if (given.place < 0) {
-            int place = 0;
-            const auto isTaken = [&place](const GivenColor &other) { return other.place == place; };
-            while (std::any_of(m_givenColors.cbegin(), m_givenColors.cend(), isTaken))
-                ++place;
-            given.place = place;
-        }
-        given.color = m_colors->traceColor(given.place);
-        if (auto *trace = qobject_cast<Trace *>(plot)) {
-            trace->setDefaultColor(given.color);
-            trace->setDefaultLineWidth(m_colors->lineWidth());
-        } else {
-            plot->setPenColor(given.color);
-            plot->update();
-        }
-    }
+    const auto fitted = std::find_if(m_axes.begin(), m_axes.end(),
+                                     [axis](const FittedAxis &other) { return other.axis() == axis; });
+    return fitted == m_axes.end() ? nullptr : &*fitted;
 }
 
 void ChartView::dressCursors()
@@ -384,18 +347,6 @@ void ChartView::placeCursors()
         if (cursor && cursor->posIndex() < 0)
             cursor->setPosValue(cursor->posValue());
     }
-}
-
-// Whether the colour of the plot is the chart's to choose: other plots than traces do not tell of a choice,
-// but a plot of which nobody has said anything is black.
-bool ChartView::takesColor(const AbstractPlot *plot) const
-{
-    if (const auto *trace = qobject_cast<const Trace *>(plot))
-        return !trace->hasOwnColor();
-    if (qobject_cast<const WaterfallPlot *>(plot) || qobject_cast<const HeatmapPlot *>(plot))
-        return false;
-    const auto given = m_givenColors.constFind(plot);
-    return plot->penColor() == (given == m_givenColors.cend() ? QColor(Qt::black) : given->color);
 }
 
 } // namespace graph

@@ -1,12 +1,10 @@
 #include "kit/chart/ChartView.h"
 
-#include "data/PlotData.h"
 #include "kit/axis/ChartAxis.h"
 #include "kit/chart/ChartTheme.h"
 #include "kit/chart/LegendSwitches.h"
+#include "kit/chart/PlottedData.h"
 #include "kit/data/Telling.h"
-#include "kit/plots/Trace.h"
-#include "kit/plots/WaterfallPlot.h"
 #include "view/base/AbstractPlot.h"
 #include "view/base/XYScale.h"
 #include "view/zoom/ZoomRect.h"
@@ -14,33 +12,16 @@
 #include <QDateTime>
 
 #include <algorithm>
-#include <limits>
 
-// How the ranges of the axes follow the data, what of them is visible, and the zooms that led there.
+// What of the axes is visible, how it follows the data, and the zooms that led there.
 
 namespace graph {
 
 namespace {
 
-constexpr Span endless{-std::numeric_limits<double>::max(), std::numeric_limits<double>::max()};
-constexpr Span nothing{std::numeric_limits<double>::infinity(), -std::numeric_limits<double>::infinity()};
-
-Span spanOf(const MinMax &extent)
-{
-    return extent.isEmpty() ? nothing : Span{extent.min, extent.max};
-}
-
 Span visibleSpan(const ValueAxis *axis)
 {
     return Span{axis->minVisible(), axis->maxVisible()}.ordered();
-}
-
-// How far the samples between two x reach.
-DataExtent extentOf(const AbstractPlot *plot, const Span &x)
-{
-    if (const auto *source = dynamic_cast<const ExtentSource *>(plot))
-        return x == endless ? source->dataExtent() : source->dataExtent(x.from, x.to);
-    return plot->plotData() ? dataExtent(*plot->plotData(), x.from, x.to) : DataExtent();
 }
 
 // The part of the axis' full range, as a begin and an extent; everything without a span.
@@ -50,20 +31,6 @@ Span partOf(const ValueAxis *axis, const std::optional<Span> &span)
     const Span part =
         span ? Span{scale.fraction(span->from), scale.fraction(span->to)}.ordered() : Span{0.0, 1.0};
     return part.isFinite() ? part : Span{0.0, 1.0};
-}
-
-// No reader sees the ends cross, unless they are to.
-void write(ValueAxis *axis, const Span &full)
-{
-    if (!full.isFinite())
-        return;
-    if (full.from < axis->maxValue()) {
-        axis->setMinValue(full.from);
-        axis->setMaxValue(full.to);
-    } else {
-        axis->setMaxValue(full.to);
-        axis->setMinValue(full.from);
-    }
 }
 
 // What is shown of an axis after a change of the rectangle. A flickable that is touched moves its content to
@@ -98,41 +65,23 @@ void ChartView::updateRanges()
     m_rangesPending = false;
     if (!m_complete || !isVisible() || m_touched || zoomRect()->isMoving())
         return;
-    m_extents.clear();
-    nameUnits();
-    const Span oldX = m_dataX;
-    m_dataX = dataSpan(m_axisX, false);
-    // Other data than those that were zoomed into.
-    if (m_shown.x && m_follow == 0.0 && m_shown.x->meets(oldX) && !m_dataX.isEmpty() &&
-        !m_shown.x->meets(m_dataX))
-        m_shown.x.reset();
-    if (m_shown.following) {
-        const Span all = groupSpanX();
-        const double seconds = followedSeconds();
-        if (all.isEmpty())
-            m_shown.x = awaitedSpan(seconds);
-        else
-            m_shown.x =
-                all.length() < seconds ? Span{all.from, all.from + seconds} : Span{all.to - seconds, all.to};
-    }
+    for (FittedAxis &fitted : m_axes)
+        fitted.takeUnit(m_traces);
+    const PlottedData plotted(plots());
+    const Span oldX = std::exchange(m_dataX, plotted.along(m_axisX, false));
+    followNewData(oldX);
     const bool wasApplying = std::exchange(m_applying, true);
     const bool wasChanging = zoomRect()->setChanging(true);
-    for (AxisState &state : m_axes) {
-        if (state.axis && state.axis->orientation() == Qt::Horizontal)
-            updateRange(state);
-    }
+    fitAxes(Qt::Horizontal, plotted);
     const Span x = partOf(m_axisX, m_shown.x);
     zoomRect()->show(QRectF(x.from, zoomRect()->top(), x.length(), zoomRect()->height()));
     // What a vertical axis fits may be what is visible.
-    for (AxisState &state : m_axes) {
-        if (state.axis && state.axis->orientation() == Qt::Vertical)
-            updateRange(state);
-    }
+    fitAxes(Qt::Vertical, plotted);
     const Span y = partOf(m_axisY, m_shown.y);
     zoomRect()->show(QRectF(x.from, y.from, x.length(), y.length()));
     zoomRect()->setChanging(wasChanging);
     m_applying = wasApplying;
-    m_grid->setVisible(!isFilled(m_axisX) && !isFilled(m_axisY));
+    m_grid->setVisible(!plotted.fill(m_axisX) && !plotted.fill(m_axisY));
     placeCursors();
     if (oldX != m_dataX) {
         const auto others = partners();
@@ -141,98 +90,43 @@ void ChartView::updateRanges()
     }
 }
 
-// The full range is what stands for everything in the direction of the axis: that of the axis, and what is
-// shown beyond it.
-void ChartView::updateRange(AxisState &state)
+// What is shown of x, now that the data have changed.
+void ChartView::followNewData(const Span &oldX)
 {
-    const ValueAxis *axis = state.axis;
-    state.base = fitted(state);
-    Span full = state.base;
-    const std::optional<Span> shown = axis == m_axisX   ? m_shown.x
-                                      : axis == m_axisY ? m_shown.y
-                                                        : std::nullopt;
-    state.isExtended = shown && !full.ordered().contains(*shown);
-    if (state.isExtended) {
-        full = full.ordered().united(*shown);
-        if (state.base.from > state.base.to)
-            std::swap(full.from, full.to);
-    }
-    write(state.axis, full);
+    // Other data than those that were zoomed into.
+    if (m_shown.x && m_follow == 0.0 && m_shown.x->meets(oldX) && !m_dataX.isEmpty() &&
+        !m_shown.x->meets(m_dataX))
+        m_shown.x.reset();
+    if (!m_shown.following)
+        return;
+    const Span all = groupSpanX();
+    const double seconds = followedSeconds();
+    if (all.isEmpty())
+        m_shown.x = awaitedSpan(seconds);
+    else
+        m_shown.x =
+            all.length() < seconds ? Span{all.from, all.from + seconds} : Span{all.to - seconds, all.to};
 }
 
-// What the axis makes of its data.
-Span ChartView::fitted(AxisState &state)
+void ChartView::fitAxes(Qt::Orientation orientation, const PlottedData &plotted)
 {
-    if (state.byHand)
-        return *state.byHand;
-    auto *axis = qobject_cast<ChartAxis *>(state.axis);
-    if (!axis || axis->autoRange() == ChartAxis::Off)
-        return state.base;
-    Span data = axis == m_axisX ? groupSpanX() : dataSpan(axis, axis->autoRange() == ChartAxis::FitVisible);
-    if (data.isEmpty())
-        return state.base;
-    if (state.isExtended)
-        write(axis, state.base);
-    const bool isExact = isFilled(axis);
-    axis->setHeadRoom(!isExact);
-    if (isExact) {
-        state.live = {};
-        state.lingering = {};
-    } else if (axis->orientation() == Qt::Horizontal) {
-        // Data that a window follows need no room: who looks at all of them sees them up to the newest.
-        if (followedSeconds() <= 0.0)
-            data = state.live.withRoom(data, m_clock.elapsed());
-        if (state.live.hasRoom() && !m_fitTimer.isActive())
-            m_fitTimer.start();
-    } else {
-        data = state.lingering.withPast(data, m_clock.elapsed());
-        if (state.lingering.lingers() && !m_fitTimer.isActive())
-            m_fitTimer.start();
+    for (FittedAxis &fitted : m_axes) {
+        if (fitted.axis() && fitted.axis()->orientation() == orientation)
+            fit(fitted, plotted);
     }
-    const bool needsPositive = axis->scaleKind() == ScaleKind::Logarithmic && data.from <= 0.0;
-    axis->setDataExtent(data.from, data.to, needsPositive ? leastPositive(axis) : 0.0);
-    return {axis->minValue(), axis->maxValue()};
 }
 
-// 0 where there is none.
-double ChartView::leastPositive(const ValueAxis *axis) const
+void ChartView::fit(FittedAxis &axis, const PlottedData &plotted)
 {
-    double least = std::numeric_limits<double>::infinity();
-    const auto taken = plots();
-    for (const AbstractPlot *plot : taken) {
-        const PlotData *data = plot->isVisible() ? plot->plotData() : nullptr;
-        if (!data || (plot->axisX() != axis && plot->axisY() != axis))
-            continue;
-        const bool isX = plot->axisX() == axis;
-        for (int i = 0; i < data->size(); ++i) {
-            const double value = isX ? data->x(i) : data->y(i);
-            if (value > 0.0 && value < least)
-                least = value;
-        }
+    FittedAxis::Look look{plotted, m_clock.elapsed(), {}, {}, followedSeconds() <= 0.0};
+    if (axis.axis() == m_axisX) {
+        look.data = groupSpanX();
+        look.shown = m_shown.x;
+    } else if (axis.axis() == m_axisY) {
+        look.shown = m_shown.y;
     }
-    return std::isfinite(least) ? least : 0.0;
-}
-
-Span ChartView::dataSpan(const ValueAxis *axis, bool onlyVisible) const
-{
-    Span span = nothing;
-    const auto taken = plots();
-    for (const AbstractPlot *plot : taken) {
-        if (!plot->isVisible() || (plot->axisX() != axis && plot->axisY() != axis))
-            continue;
-        const bool isX = plot->axisX() == axis;
-        const Span seen = onlyVisible && plot->axisX() ? visibleSpan(plot->axisX()) : nothing;
-        if (!seen.isEmpty()) {
-            const DataExtent extent = extentOf(plot, seen);
-            span = span.united(spanOf(isX ? extent.x : extent.y));
-            continue;
-        }
-        auto known = m_extents.find(plot);
-        if (known == m_extents.end())
-            known = m_extents.insert(plot, extentOf(plot, endless));
-        span = span.united(spanOf(isX ? known->x : known->y));
-    }
-    return span;
+    if (axis.fit(look) && !m_fitTimer.isActive())
+        m_fitTimer.start();
 }
 
 // Charts that share x show the data of all of them.
@@ -243,44 +137,6 @@ Span ChartView::groupSpanX() const
     for (const ChartView *chart : others)
         span = span.united(chart->m_dataX);
     return span;
-}
-
-// Whether a plot colours all of the range of the axis.
-bool ChartView::isFilled(const ValueAxis *axis) const
-{
-    const auto fills = [axis](const AbstractPlot *plot) {
-        const auto *source = dynamic_cast<const ExtentSource *>(plot);
-        return source && source->fillsExtent() && plot->isVisible() &&
-               (plot->axisX() == axis || plot->axisY() == axis);
-    };
-    const auto taken = plots();
-    return std::any_of(taken.begin(), taken.end(), fills);
-}
-
-// The unit of its first trace, where the document gives the axis none.
-void ChartView::nameUnits()
-{
-    for (AxisState &state : m_axes) {
-        if (!state.axis || state.axis->unit() != state.givenUnit)
-            continue;
-        for (const AbstractPlot *plot : qAsConst(m_traces)) {
-            const PlotData *data = plot ? plot->plotData() : nullptr;
-            if (!data || (plot->axisX() != state.axis && plot->axisY() != state.axis))
-                continue;
-            // Its unit is that of its colours.
-            if (plot->axisY() == state.axis && qobject_cast<const WaterfallPlot *>(plot))
-                continue;
-            const auto *trace = qobject_cast<const Trace *>(plot);
-            const QString unit = plot->axisX() == state.axis         ? data->xUnits()
-                                 : trace && data->yUnits().isEmpty() ? trace->unit()
-                                                                     : data->yUnits();
-            if (unit.isEmpty())
-                continue;
-            state.givenUnit = unit;
-            state.axis->setUnit(unit);
-            break;
-        }
-    }
 }
 
 /*!
@@ -322,16 +178,16 @@ void ChartView::showRangeY(double from, double to)
 */
 void ChartView::showAll()
 {
-    for (AxisState &state : m_axes)
-        state.byHand.reset();
+    for (FittedAxis &fitted : m_axes)
+        fitted.leaveToData();
     showState({}, true);
 }
 
 void ChartView::showAllOf(Qt::Orientation orientation)
 {
-    for (AxisState &axisState : m_axes) {
-        if (axisState.axis && axisState.axis->orientation() == orientation)
-            axisState.byHand.reset();
+    for (FittedAxis &fitted : m_axes) {
+        if (fitted.axis() && fitted.axis()->orientation() == orientation)
+            fitted.leaveToData();
     }
     ZoomState state = m_shown;
     (orientation == Qt::Horizontal ? state.x : state.y).reset();
@@ -400,8 +256,8 @@ void ChartView::zoomBeside(int side, double depth, double place, double factor)
     ZoomRect *rect = zoomRect();
     const bool isX = side == Qt::AlignTop || side == Qt::AlignBottom;
     const double anchor = isX ? rect->left() + place * rect->width() : rect->top() + place * rect->height();
-    if (AxisState *state = furtherAxis(side, depth))
-        moveAxis(*state, anchor, factor, 0.0);
+    if (FittedAxis *further = furtherAxis(side, depth))
+        moveAxis(*further, anchor, factor, 0.0);
     else if (isX)
         rect->zoomX(rect->width() * factor, anchor);
     else
@@ -413,8 +269,8 @@ void ChartView::panBeside(int side, double depth, double distance)
     ZoomRect *rect = zoomRect();
     const bool isX = side == Qt::AlignTop || side == Qt::AlignBottom;
     const double moved = distance * (isX ? rect->width() : rect->height());
-    if (AxisState *state = furtherAxis(side, depth))
-        moveAxis(*state, 0.0, 1.0, moved);
+    if (FittedAxis *further = furtherAxis(side, depth))
+        moveAxis(*further, 0.0, 1.0, moved);
     else if (isX)
         rect->moveLeft(rect->left() + moved);
     else
@@ -422,30 +278,27 @@ void ChartView::panBeside(int side, double depth, double distance)
 }
 
 // The axis there, unless it is one of the first ones, which the zoom rectangle is for.
-ChartView::AxisState *ChartView::furtherAxis(int side, double depth)
+FittedAxis *ChartView::furtherAxis(int side, double depth)
 {
     double edge = 0.0;
-    for (AxisState &state : m_axes) {
-        if (!state.axis || int(state.axis->alignment()) != side || !state.axis->visible())
+    for (FittedAxis &fitted : m_axes) {
+        const ValueAxis *axis = fitted.axis();
+        if (!axis || int(axis->alignment()) != side || !axis->visible())
             continue;
-        edge += state.axis->margin();
+        edge += axis->margin();
         if (depth < edge)
-            return state.axis == m_axisX || state.axis == m_axisY ? nullptr : &state;
+            return axis == m_axisX || axis == m_axisY ? nullptr : &fitted;
     }
     return nullptr;
 }
 
 // The zoom rectangle is for all axes: one alone is moved by another full range under it.
-void ChartView::moveAxis(AxisState &state, double anchor, double factor, double distance)
+void ChartView::moveAxis(FittedAxis &axis, double anchor, double factor, double distance)
 {
-    const Scale full = state.axis->axisRange().fullScale();
-    const auto moved = [&](double end) { return full.valueAt(anchor + (end - anchor) * factor + distance); };
-    const Span span{moved(0.0), moved(1.0)};
-    if (!span.isFinite() || span.length() == 0.0)
+    if (!axis.moveByHand(anchor, factor, distance))
         return;
-    state.byHand = span;
     const bool wasApplying = std::exchange(m_applying, true);
-    updateRange(state);
+    fit(axis, PlottedData(plots()));
     m_applying = wasApplying;
 }
 

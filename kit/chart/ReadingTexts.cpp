@@ -1,16 +1,13 @@
-#include "kit/chart/ChartView.h"
+#include "kit/chart/ReadingTexts.h"
 
 #include "data/PlotData.h"
 #include "kit/axis/ChartAxis.h"
-#include "kit/chart/ChartTheme.h"
 #include "kit/plots/Trace.h"
 #include "kit/plots/WaterfallPlot.h"
-#include "platform/ui/BaseFormatter.h"
 #include "platform/ui/NumberText.h"
+#include "view/base/AbstractPlot.h"
 
 #include <QDateTime>
-
-// The texts of values at a cursor.
 
 namespace graph {
 
@@ -38,37 +35,27 @@ QString timeText(double seconds, bool utc, double range)
 
 } // namespace
 
-/*!
-    \qmlmethod string Chart::formatX(real value)
-    \qmlmethod string Chart::formatY(Item trace, real value)
-    A value of axisX, and one of a trace, with its unit as readings show it.
-*/
-QString ChartView::formatX(double value) const
+QString ReadingTexts::position(const ChartAxis &axis, double value) const
 {
-    if (m_axisX->scale() == ChartAxis::Time)
-        return timeText(value, m_axisX->utc(), std::abs(m_axisX->maxVisible() - m_axisX->minVisible()));
-    if (m_axisX->formatter())
-        return m_axisX->formatter()->formatValue(value);
-    const QString unit = m_axisX->unit();
-    if (!m_positionFormatter || m_positionFormatter->getType() != unit) {
-        m_positionFormatter.reset(getFormatter(unit));
-        if (m_positionFormatter) {
-            m_positionFormatter->setSigDigs(positionDigits.sigDigs);
-            m_positionFormatter->setPrecision(positionDigits.precision);
+    if (axis.scale() == ChartAxis::Time)
+        return timeText(value, axis.utc(), std::abs(axis.maxVisible() - axis.minVisible()));
+    if (axis.formatter())
+        return axis.formatter()->formatValue(value);
+    const QString unit = axis.unit();
+    if (!m_formatter || m_formatter->getType() != unit) {
+        m_formatter.reset(getFormatter(unit));
+        if (m_formatter) {
+            m_formatter->setSigDigs(positionDigits.sigDigs);
+            m_formatter->setPrecision(positionDigits.precision);
         }
     }
-    return m_positionFormatter ? m_positionFormatter->formatValue(value)
-                               : withUnit(value, positionDigits, unit);
+    return m_formatter ? m_formatter->formatValue(value) : withUnit(value, positionDigits, unit);
 }
 
-// Between a cursor and a marker: of a time in seconds, or in days and hours.
-QString ChartView::distanceText(const ValueAxis *axis, double distance) const
+QString ReadingTexts::distance(const ChartAxis &axis, double distance) const
 {
-    const auto *chartAxis = qobject_cast<const ChartAxis *>(axis);
-    if (!chartAxis)
-        return formatX(distance);
-    if (chartAxis->scale() != ChartAxis::Time)
-        return chartAxis == m_axisX ? formatX(distance) : chartAxis->valueText(distance);
+    if (axis.scale() != ChartAxis::Time)
+        return position(axis, distance);
     constexpr double minute = 60.0;
     constexpr double day = 86400.0;
     if (distance < minute)
@@ -79,9 +66,8 @@ QString ChartView::distanceText(const ValueAxis *axis, double distance) const
     return days > 0 ? QString::number(days) + QStringLiteral(" d ") + clock : clock;
 }
 
-QString ChartView::formatY(QQuickItem *item, double value) const
+QString ReadingTexts::value(const AbstractPlot *plot, double value)
 {
-    const auto *plot = qobject_cast<AbstractPlot *>(item);
     const PlotData *data = plot ? plot->plotData() : nullptr;
     if (!data)
         return {};

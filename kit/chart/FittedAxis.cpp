@@ -1,0 +1,137 @@
+#include "kit/chart/FittedAxis.h"
+
+#include "data/PlotData.h"
+#include "kit/axis/ChartAxis.h"
+#include "kit/chart/PlottedData.h"
+#include "kit/plots/Trace.h"
+#include "kit/plots/WaterfallPlot.h"
+#include "view/base/AbstractPlot.h"
+
+namespace graph {
+
+namespace {
+
+// No reader sees the ends cross, unless they are to.
+void write(ValueAxis *axis, const Span &full)
+{
+    if (!full.isFinite())
+        return;
+    if (full.from < axis->maxValue()) {
+        axis->setMinValue(full.from);
+        axis->setMaxValue(full.to);
+    } else {
+        axis->setMaxValue(full.to);
+        axis->setMinValue(full.from);
+    }
+}
+
+// Empty where the plot has nothing to say about the axis.
+QString unitOf(const AbstractPlot *plot, const ValueAxis *axis)
+{
+    const PlotData *data = plot ? plot->plotData() : nullptr;
+    if (!data)
+        return {};
+    if (plot->axisX() == axis)
+        return data->xUnits();
+    // The unit of a waterfall is that of its colours.
+    if (plot->axisY() != axis || qobject_cast<const WaterfallPlot *>(plot))
+        return {};
+    const auto *trace = qobject_cast<const Trace *>(plot);
+    return trace && data->yUnits().isEmpty() ? trace->unit() : data->yUnits();
+}
+
+} // namespace
+
+FittedAxis::FittedAxis(ValueAxis *axis, bool isOwn)
+    : m_axis(axis)
+    , m_base{axis->minValue(), axis->maxValue()}
+    , m_isOwn(isOwn)
+{
+    auto *chartAxis = qobject_cast<ChartAxis *>(axis);
+    if (chartAxis && chartAxis->autoRange() == ChartAxis::Off && m_base == Span{0.0, 1.0})
+        chartAxis->setAutoRange(ChartAxis::Fit);
+}
+
+ValueAxis *FittedAxis::axis() const
+{
+    return m_axis;
+}
+
+bool FittedAxis::fit(const Look &look)
+{
+    m_isUnsettled = false;
+    m_base = fitted(look);
+    Span full = m_base;
+    m_isExtended = look.shown && !full.ordered().contains(*look.shown);
+    if (m_isExtended) {
+        full = full.ordered().united(*look.shown);
+        if (m_base.from > m_base.to)
+            std::swap(full.from, full.to);
+    }
+    write(m_axis, full);
+    return m_isUnsettled;
+}
+
+// What the axis makes of its data.
+Span FittedAxis::fitted(const Look &look)
+{
+    if (m_byHand)
+        return *m_byHand;
+    auto *axis = qobject_cast<ChartAxis *>(m_axis);
+    if (!axis || axis->autoRange() == ChartAxis::Off)
+        return m_base;
+    Span data = look.data ? *look.data : look.plotted.along(axis, axis->autoRange() == ChartAxis::FitVisible);
+    if (data.isEmpty())
+        return m_base;
+    if (m_isExtended)
+        write(axis, m_base);
+    const bool isExact = look.plotted.fill(axis);
+    axis->setHeadRoom(!isExact);
+    if (isExact) {
+        m_live = {};
+        m_lingering = {};
+    } else if (axis->orientation() == Qt::Horizontal) {
+        if (look.hasRoom)
+            data = m_live.withRoom(data, look.now);
+        m_isUnsettled = m_live.hasRoom();
+    } else {
+        data = m_lingering.withPast(data, look.now);
+        m_isUnsettled = m_lingering.lingers();
+    }
+    const bool needsPositive = axis->scaleKind() == ScaleKind::Logarithmic && data.from <= 0.0;
+    axis->setDataExtent(data.from, data.to, needsPositive ? look.plotted.leastPositiveAlong(axis) : 0.0);
+    return {axis->minValue(), axis->maxValue()};
+}
+
+void FittedAxis::takeRange()
+{
+    m_base = {m_axis->minValue(), m_axis->maxValue()};
+    m_isExtended = false;
+}
+
+bool FittedAxis::moveByHand(double anchor, double factor, double distance)
+{
+    const Scale full = m_axis->axisRange().fullScale();
+    const auto moved = [&](double end) { return full.valueAt(anchor + (end - anchor) * factor + distance); };
+    const Span span{moved(0.0), moved(1.0)};
+    if (!span.isFinite() || span.length() == 0.0)
+        return false;
+    m_byHand = span;
+    return true;
+}
+
+void FittedAxis::takeUnit(const QVector<QPointer<AbstractPlot>> &traces)
+{
+    if (!m_axis || m_axis->unit() != m_givenUnit)
+        return;
+    for (const AbstractPlot *plot : traces) {
+        const QString unit = unitOf(plot, m_axis);
+        if (unit.isEmpty())
+            continue;
+        m_givenUnit = unit;
+        m_axis->setUnit(unit);
+        return;
+    }
+}
+
+} // namespace graph

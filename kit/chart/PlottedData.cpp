@@ -1,0 +1,93 @@
+#include "kit/chart/PlottedData.h"
+
+#include "axis/ValueAxis.h"
+#include "data/PlotData.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace graph {
+
+namespace {
+
+constexpr Span nothing{std::numeric_limits<double>::infinity(), -std::numeric_limits<double>::infinity()};
+
+Span spanOf(const MinMax &extent)
+{
+    return extent.isEmpty() ? nothing : Span{extent.min, extent.max};
+}
+
+DataExtent extentOf(const AbstractPlot *plot)
+{
+    if (const auto *source = dynamic_cast<const ExtentSource *>(plot))
+        return source->dataExtent();
+    constexpr double endless = std::numeric_limits<double>::max();
+    return plot->plotData() ? dataExtent(*plot->plotData(), -endless, endless) : DataExtent();
+}
+
+DataExtent extentBetween(const AbstractPlot *plot, const Span &x)
+{
+    if (const auto *source = dynamic_cast<const ExtentSource *>(plot))
+        return source->dataExtent(x.from, x.to);
+    return plot->plotData() ? dataExtent(*plot->plotData(), x.from, x.to) : DataExtent();
+}
+
+} // namespace
+
+QList<AbstractPlot *> PlottedData::plotsOn(const ValueAxis *axis) const
+{
+    QList<AbstractPlot *> found;
+    std::copy_if(m_plots.begin(), m_plots.end(), std::back_inserter(found), [axis](const AbstractPlot *plot) {
+        return plot && plot->isVisible() && (plot->axisX() == axis || plot->axisY() == axis);
+    });
+    return found;
+}
+
+DataExtent PlottedData::extent(const AbstractPlot *plot) const
+{
+    auto known = m_extents.find(plot);
+    if (known == m_extents.end())
+        known = m_extents.insert(plot, extentOf(plot));
+    return *known;
+}
+
+Span PlottedData::along(const ValueAxis *axis, bool onlyVisible) const
+{
+    Span span = nothing;
+    const QList<AbstractPlot *> plots = plotsOn(axis);
+    for (const AbstractPlot *plot : plots) {
+        const ValueAxis *axisX = plot->axisX();
+        const Span seen =
+            onlyVisible && axisX ? Span{axisX->minVisible(), axisX->maxVisible()}.ordered() : nothing;
+        const DataExtent found = seen.isEmpty() ? extent(plot) : extentBetween(plot, seen);
+        span = span.united(spanOf(axisX == axis ? found.x : found.y));
+    }
+    return span;
+}
+
+double PlottedData::leastPositiveAlong(const ValueAxis *axis) const
+{
+    double least = std::numeric_limits<double>::infinity();
+    const QList<AbstractPlot *> plots = plotsOn(axis);
+    for (const AbstractPlot *plot : plots) {
+        const PlotData *data = plot->plotData();
+        const bool isX = plot->axisX() == axis;
+        for (int i = 0, count = data ? data->size() : 0; i < count; ++i) {
+            const double value = isX ? data->x(i) : data->y(i);
+            if (value > 0.0 && value < least)
+                least = value;
+        }
+    }
+    return std::isfinite(least) ? least : 0.0;
+}
+
+bool PlottedData::fill(const ValueAxis *axis) const
+{
+    const QList<AbstractPlot *> plots = plotsOn(axis);
+    return std::any_of(plots.begin(), plots.end(), [](const AbstractPlot *plot) {
+        const auto *source = dynamic_cast<const ExtentSource *>(plot);
+        return source && source->fillsExtent();
+    });
+}
+
+} // namespace graph
