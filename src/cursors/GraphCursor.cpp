@@ -65,7 +65,7 @@ GraphCursor::GraphCursor(const graph::CursorDirection &direction, QQuickItem *pa
     m_moveTimer.start();
     // A parent given here was announced before this class could hear of it.
     if (parent)
-        adoptZoomRectOf(parent);
+        followZoomRectOf(parent);
 }
 
 GraphCursor::~GraphCursor()

@@ -175,6 +175,9 @@ protected:
 
     GraphCursor(const graph::CursorDirection &direction, QQuickItem *parent);
 
+private slots:
+    void adoptZoomRectOfParent();
+
 private:
     graph::CursorPlaces places() const;
     void placeOnChosenPlot(double value);
@@ -192,7 +195,7 @@ private:
     void handlePrimaryPlotDestroyed();
     void setPeakBeside(PeakType type);
     int senderPlotIndex() const;
-    void adoptZoomRectOf(QQuickItem *parent);
+    void followZoomRectOf(const QQuickItem *parent);
     void giveReadingTo(QQuickItem *child);
     void colorMarkers();
 

@@ -10,6 +10,7 @@
 #include "cursors/PeakSearch.h"
 #include "data/PlotData.h"
 #include "view/base/AbstractPlot.h"
+#include "view/base/ParentZoom.h"
 #include "view/zoom/ZoomRect.h"
 
 #include <cmath>
@@ -356,16 +357,25 @@ void GraphCursor::itemChange(ItemChange change, const ItemChangeData &data)
     if (change == ItemParentHasChanged)
         m_look.reset();
     if (change == ItemParentHasChanged && data.item)
-        adoptZoomRectOf(data.item);
+        followZoomRectOf(data.item);
     // A document's own children are not ready before the cursor is.
     else if (change == ItemChildAddedChange && isComponentComplete())
         giveReadingTo(data.item);
     QQuickPaintedItem::itemChange(change, data);
 }
 
-void GraphCursor::adoptZoomRectOf(QQuickItem *parent)
+void GraphCursor::followZoomRectOf(const QQuickItem *parent)
 {
-    setZoomRect(parent->property("zoomRect").value<ZoomRect *>());
+    // In a document the parent's binding may not have been evaluated when the cursor arrives.
+    graph::followZoomRect(parent, this, "adoptZoomRectOfParent()");
+    setZoomRect(graph::zoomRectOf(parent));
+}
+
+// The former parent may tell, too.
+void GraphCursor::adoptZoomRectOfParent()
+{
+    if (parentItem())
+        setZoomRect(graph::zoomRectOf(parentItem()));
 }
 
 void GraphCursor::setPeak()

@@ -3,6 +3,7 @@
 #include "cursors/GraphCursorY.h"
 #include "data/PlotRegion.h"
 #include "data/PlotRegions.h"
+#include "support/QmlDocument.h"
 #include "support/Table.h"
 
 #include <QSignalSpy>
@@ -316,6 +317,12 @@ private slots:
         QSignalSpy plotValues(bench.cursor, SIGNAL(plotValuesChanged()));
         bench.y->setMaxValue(200.0);
         QCOMPARE(plotValues.count(), 0);
+        // A parent may tell of its zoom rectangle later.
+        const QmlDocument document("Item { property ZoomRect zoomRect }");
+        bench.cursor->setParentItem(qobject_cast<QQuickItem *>(document.root()));
+        document.root()->setProperty("zoomRect", QVariant::fromValue(bench.zoom.data()));
+        bench.zoom->setWidth(0.5);
+        QCOMPARE(bench.cursor->posOnScreen(), 10);
     }
 
     void choosesPrimaryPlot()
