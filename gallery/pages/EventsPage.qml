@@ -43,7 +43,7 @@ Page {
             return;
         chosen = index;
         chart.zoomRect.setCenterAndZoom(Qt.vector2d(reach(index) / length, 0.42),
-            Qt.point((positions[index] - series.xRangeBegin) / length, (levels[index] + 3 - series.yRangeBegin) / span));
+            Qt.point((positions[index] - series.xRangeBegin) / length, (levels[index] + 0.05 * span - series.yRangeBegin) / span));
         readTrace();
     }
 
