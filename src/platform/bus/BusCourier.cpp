@@ -13,7 +13,7 @@ namespace {
 
 constexpr int frame = 16;          // ms
 constexpr int budget = 6;          // ms of a frame; one slow reader of an item may take longer
-constexpr int longestWaits = 2000; // ms
+constexpr int longestWaits = 1800; // ms, so that a page is there after 2 s with all else that it does
 
 QEvent::Type wakeEvent()
 {

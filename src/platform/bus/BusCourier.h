@@ -27,7 +27,7 @@ public:
     void add(BusClient *client);
     void remove(BusClient *client);
 
-    // How long the caller may wait for a service, in milliseconds. All waits of a page share 2 s, most of what is
+    // How long the caller may wait for a service, in milliseconds. All waits of a page share 1.8 s, most of what is
     // left goes to the first, and it grows back while nobody waits.
     int allowance() const;
     void takeFromAllowance(int waited);

@@ -8,6 +8,10 @@
 #include <sys/eventfd.h>
 #include <unistd.h>
 
+#ifdef __GLIBC__
+#include <malloc.h>
+#endif
+
 #include <condition_variable>
 #include <mutex>
 #include <vector>
@@ -28,6 +32,23 @@ QByteArray addressOfBus()
             QFileInfo::exists(usual) ? QLatin1String("unix:path=") + usual : QStringLiteral("autolaunch:");
     // A bus that was started again at its old place has a new identity, which an address may demand.
     return address.remove(QRegularExpression(QStringLiteral(",guid=[^,;]*"))).toLocal8Bit();
+}
+
+// glibc takes a large block that was given back for the size of blocks to come: up to 64 MiB it then keeps at the end
+// of each thread's heap. After one large message that memory would stay with the bus thread for good. A program
+// that was started with limits of its own keeps them.
+void limitKeptMemory()
+{
+#ifdef __GLIBC__
+    constexpr int largestBlock = 4 << 20;
+    for (const char *choice : {"GLIBC_TUNABLES", "MALLOC_MMAP_THRESHOLD_", "MALLOC_TRIM_THRESHOLD_"}) {
+        if (qEnvironmentVariableIsSet(choice))
+            return;
+    }
+    // Refused where heaps are so small, on 32 bits, that little can stay in them.
+    if (mallopt(M_MMAP_THRESHOLD, largestBlock))
+        mallopt(M_TRIM_THRESHOLD, 2 * largestBlock);
+#endif
 }
 
 } // namespace
@@ -70,6 +91,7 @@ BusThread::BusThread(const BusPatience &patience, std::function<void()> wake)
 {
     // Others in this process may use the library as well.
     dbus_threads_init_default();
+    limitKeptMemory();
     m_shared->wake = std::move(wake);
     m_thread = std::thread(&BusThread::run, m_shared, addressOfBus(), patience);
 }
