@@ -20,7 +20,7 @@ case "${1:-}" in
     --threads)
         preset=tsan
         targets=(--target thread_tests)
-        choice=(-R '^tst_bus_|^tst_heatmapplot$|_render_thread$')
+        choice=(-R '^tst_bus_|^tst_heatmapplot$|^tst_streams$|_render_thread$')
         ;;
     --arm) script=tools/arm/test.sh ;;
     --package) script=tools/package/test.sh ;;

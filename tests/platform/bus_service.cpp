@@ -5,6 +5,7 @@
 //   append ITEM COUNT CAPACITY  appends 0, 1, 2 ... one by one
 //   attack               (hostile) sends signals that no good service sends
 //   flood COUNT          (hostile) sends an array of 100 000 elements that often, says "flooded" when the bus has all
+//   pour COUNT           (hostile) appends 2 elements to an array of 2 that often, says "poured" likewise
 //   labels COUNT         (hostile) sends the texts 0, 1, 2 ... for one item
 #include "platform/bus/BusPublisher.h"
 
@@ -82,6 +83,13 @@ void attack()
     signal("ValueChanged", {serial, label, QVariant::fromValue(QDBusVariant(QStringLiteral("survived")))});
 }
 
+void sayWhenTaken(const char *word)
+{
+    // Answered after all before has been taken.
+    QDBusConnection::sessionBus().interface()->isServiceRegistered(QStringLiteral("org.toskorn.hostile"));
+    std::cout << word << std::endl;
+}
+
 void flood(int count)
 {
     const QVector<double> elements = ramp(100000);
@@ -93,10 +101,15 @@ void flood(int count)
         signal("ArrayChanged",
                {quint64(9), QStringLiteral("t_even:"), quint64(elements.size()), quint64(0), block});
     }
-    // Answered after all of that has been taken.
-    auto *daemon = QDBusConnection::sessionBus().interface();
-    daemon->isServiceRegistered(QStringLiteral("org.toskorn.hostile"));
-    std::cout << "flooded" << std::endl;
+    sayWhenTaken("flooded");
+}
+
+void pour(int count)
+{
+    for (int i = 0; i < count; ++i)
+        signal("ArrayAppended",
+               {quint64(9), QStringLiteral("t_even:"), quint64(2), quint64(0), QByteArray(16, '\0')});
+    sayWhenTaken("poured");
 }
 
 void obey(const QByteArray &order, BusPublisher *publisher)
@@ -110,6 +123,8 @@ void obey(const QByteArray &order, BusPublisher *publisher)
                                     QVariant::fromValue(QDBusVariant(QString::number(i)))});
     else if (words.first() == QLatin1String("flood"))
         flood(words.value(1).toInt());
+    else if (words.first() == QLatin1String("pour"))
+        pour(words.value(1).toInt());
     else if (words.first() == QLatin1String("value"))
         publisher->setValue(words.value(1), words.value(2));
     else if (words.first() == QLatin1String("ramp"))

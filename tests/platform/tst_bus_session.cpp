@@ -110,6 +110,7 @@ private slots:
     void hostile();
     void floodedWhileBusy();
     void slowReader();
+    void lostElements();
     void pageOfFrozenServices();
     void appendedElements();
     void documentedPublisher();
@@ -327,6 +328,17 @@ void tst_bus_session::slowReader()
     QTRY_COMPARE_WITH_TIMEOUT(labelOf(client), QStringLiteral("19999"), patience);
     QVERIFY2(mostSinceTick <= 2, qPrintable(QString::number(mostSinceTick)));
     disconnect(connection);
+}
+
+// What was dropped again before anybody could be told of it.
+void tst_bus_session::lostElements()
+{
+    Service service(QStringLiteral("hostile"), {QStringLiteral("--hostile")});
+    auto *client = clientOf(QStringLiteral("hostile"));
+    QTRY_COMPARE_WITH_TIMEOUT(vectorOf(client, QStringLiteral("t_even:")).size(), 2, patience);
+    service.order(QStringLiteral("pour 1000"));
+    QCOMPARE(service.line(), QByteArray("poured"));
+    QTRY_COMPARE_WITH_TIMEOUT(timesTold("elements of \"t_even:\" were dropped"), 1, patience);
 }
 
 // All of them are waited for together, and each comes alive when its service does.

@@ -4,6 +4,9 @@
 #include "platform/bus/BusMessage.h"
 #include "platform/bus/ItemValue.h"
 
+#include <algorithm>
+#include <utility>
+
 namespace {
 
 using Lock = std::lock_guard<std::mutex>;
@@ -11,6 +14,15 @@ using Lock = std::lock_guard<std::mutex>;
 qint64 sizeOfVector(qint64 elements)
 {
     return elements * qint64(sizeof(double));
+}
+
+// The array without its `dropped` oldest elements and with others at its end, in memory of its own.
+QVector<double> joined(const QVector<double> &vector, int dropped, const QVector<double> &elements)
+{
+    QVector<double> all(int(vector.size()) - dropped + int(elements.size()));
+    std::copy(elements.cbegin(), elements.cend(),
+              std::copy(vector.cbegin() + dropped, vector.cend(), all.begin()));
+    return all;
 }
 
 } // namespace
@@ -41,6 +53,7 @@ ItemStore::Outcome ItemStore::setVector(const QString &itemName, const QVector<d
     if (outcome != Taken)
         return outcome;
     entry->item.vector = vector;
+    entry->isShared = true;
     entry->appended = -1;
     entry->dropped = 0;
     noteChange(itemName, entry);
@@ -77,8 +90,14 @@ ItemStore::Outcome ItemStore::append(const QString &itemName, quint64 dropped, q
         entry->dropped = 0;
     }
     QVector<double> &vector = entry->item.vector;
-    vector.remove(0, int(dropped));
-    vector += elements;
+    // That another thread has let go of a shared array does not tell that it has finished reading it: Qt asks for the
+    // former only.
+    if (std::exchange(entry->isShared, false)) {
+        vector = joined(vector, int(dropped), elements);
+    } else {
+        vector.remove(0, int(dropped));
+        vector += elements;
+    }
     if (entry->appended >= 0) {
         entry->appended += elements.size();
         entry->dropped += qint64(dropped);
@@ -118,6 +137,7 @@ std::optional<ItemStore::Item> ItemStore::watch(const QString &itemName)
         return {};
     }
     it->isWatched = true;
+    it->isShared = true;
     return it->item;
 }
 
@@ -144,7 +164,8 @@ ItemStore::Changes ItemStore::takeChanges()
 ItemStore::Changes ItemStore::takeChanges(BusItems *all)
 {
     const Lock lock(m_mutex);
-    for (auto it = m_entries.cbegin(); it != m_entries.cend(); ++it) {
+    for (auto it = m_entries.begin(); it != m_entries.end(); ++it) {
+        it->isShared = true;
         if (it->item.isVector)
             all->vectors.insert(it.key(), it->item.vector);
         else
@@ -205,6 +226,7 @@ ItemStore::Changes ItemStore::taken()
         for (const QString &itemName : qAsConst(*names)) {
             Entry &entry = m_entries[itemName];
             entry.isChanged = false;
+            entry.isShared = true;
             changes.append({itemName, entry.item, entry.appended, entry.dropped});
         }
         names->clear();

@@ -73,6 +73,7 @@ private:
         bool isKnown = false; // false for a watched name without a value
         bool isWatched = false;
         bool isChanged = false;
+        bool isShared = false; // the vector was handed over, to here or from here
         qint64 appended = -1;
         qint64 dropped = 0;
         qint64 bytes = 0;

@@ -18,6 +18,8 @@ using graph::StreamSeries;
 
 namespace {
 
+constexpr int patience = 60000; // ms, only ever used up by a failure
+
 QVector<double> counted(int from, int count)
 {
     QVector<double> values(count);
@@ -252,9 +254,9 @@ private slots:
                 points.push(values.constData(), values.constData(), values.size());
             }
         });
-        QTRY_COMPARE(points.size(), count);
+        QTRY_COMPARE_WITH_TIMEOUT(points.size(), count, patience);
         pusher.join();
-        QTRY_COMPARE(series.size(), count);
+        QTRY_COMPARE_WITH_TIMEOUT(series.size(), count, patience);
         QCOMPARE(series.dropped() + points.dropped(), 0);
         for (int i = 0; i < count; ++i)
             QVERIFY(series.values()[i] == i && points.points()[i] == QPointF(i, i));
@@ -275,11 +277,44 @@ private slots:
         timer.start(0);
         QElapsedTimer clock;
         clock.start();
-        while (turns < 20 && clock.elapsed() < 10000)
+        while (turns < 20 && clock.elapsed() < patience)
             QCoreApplication::processEvents();
         ends = true;
         pusher.join();
         QVERIFY(turns >= 20);
+    }
+
+    // Held, with another capacity, read, and gone before the last samples were taken.
+    void changedWhilePushed()
+    {
+        QRandomGenerator random(5);
+        constexpr int count = 20000;
+        for (int round = 0; round < 20; ++round) {
+            StreamSeries series;
+            series.setCapacity(1000);
+            bool isWhole = true;
+            std::atomic<bool> isOver{false};
+            std::thread pusher([&] {
+                for (int i = 0; i < count; i += 40) {
+                    const QVector<double> values = counted(i, 40);
+                    series.push(values.constData(), values.size());
+                }
+                isOver = true;
+            });
+            while (!isOver) {
+                series.setHeld(random.bounded(2) == 1);
+                series.setCapacity(random.bounded(1, 5000));
+                QCoreApplication::processEvents();
+                isWhole =
+                    isWhole && (series.size() == 0 ||
+                                series.values()[series.size() - 1] - series.values()[0] == series.size() - 1);
+            }
+            pusher.join();
+            QVERIFY(isWhole);
+            series.setHeld(false);
+            if (round % 2 == 0)
+                QTRY_COMPARE_WITH_TIMEOUT(series.y(series.size() - 1), count - 1.0, patience);
+        }
     }
 
     // What the application did not come to take is lost from the front, and the rest keeps its x.
