@@ -153,8 +153,11 @@ void warmUp(const Job &job, Contender &contender)
 {
     showAndMove(contender, 1, job.samples);
     contender.setVisible(0, job.samples - 1);
-    change(job, contender, 1);
-    contender.frame();
+    // Once more, because what has not changed from one frame to the next may be kept from then on.
+    for (int i = 1; i <= 2; ++i) {
+        change(job, contender, i);
+        contender.frame();
+    }
 }
 
 void change(const Job &job, Contender &contender, int frame)

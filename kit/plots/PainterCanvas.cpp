@@ -1,9 +1,9 @@
 #include "kit/plots/PainterCanvas.h"
 
 #include "common/VectorRegisters.h"
+#include "raster/RecordedStrokes.h"
 #include "raster/Strokes.h"
 
-#include <QPaintEngine>
 #include <QPainter>
 #include <QPen>
 
@@ -11,9 +11,7 @@ namespace graph {
 
 PainterCanvas::PainterCanvas(QPainter *painter)
     : m_painter(painter)
-    , m_takesPixels(painter->paintEngine()->type() == QPaintEngine::Raster &&
-                    painter->deviceTransform().type() <= QTransform::TxTranslate &&
-                    !painter->testRenderHint(QPainter::Antialiasing))
+    , m_takesPixels(isOnPixels(*painter))
 {
 }
 

@@ -422,6 +422,12 @@ void Trace::paintPlot(const PlotFrame &frame)
     draw(canvas, frame.mapping, frame.visibleRect);
 }
 
+// The fill of an area is translucent.
+bool Trace::paintsStrokesOnly() const
+{
+    return m_style != Area && m_lineWidth >= 2 && penColor().alpha() == 255;
+}
+
 void Trace::draw(TraceCanvas &canvas, const PixelMapping &mapping, const QRectF &visible) const
 {
     const PlotData *data = plotData();

@@ -107,6 +107,7 @@ protected:
     void componentComplete() override;
     void handlePlotChanged() override;
     void paintPlot(const PlotFrame &frame) override;
+    bool paintsStrokesOnly() const override;
     QSGNode *updatePaintNode(QSGNode *node, UpdatePaintNodeData *data) override;
 
 private slots:

@@ -191,3 +191,10 @@ void GraphPlot::paintPlot(const graph::PlotFrame &frame)
     if (!samples.isEmpty())
         graph::TracePainting(*this, frame, samples).paint();
 }
+
+bool GraphPlot::paintsStrokesOnly() const
+{
+    const bool isLine = m_plotStyle == LinePlot || m_plotStyle == MaxLinePlot || m_plotStyle == MinLinePlot;
+    // Dense lines of odd widths are no rectangles.
+    return isLine && m_minLineWidth >= 2 && m_minLineWidth % 2 == 0 && penColor().alpha() == 255;
+}

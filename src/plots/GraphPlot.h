@@ -63,6 +63,7 @@ signals:
 
 protected:
     void paintPlot(const graph::PlotFrame &frame) override;
+    bool paintsStrokesOnly() const override;
 
 private slots:
     void sltGraphPointDataChanged();

@@ -2,6 +2,7 @@
 
 #include "common/VectorRegisters.h"
 #include "raster/OutlineFill.h"
+#include "raster/RecordedStrokes.h"
 #include "raster/RectangleSweep.h"
 
 #include <QPaintEngine>
@@ -32,9 +33,7 @@ bool paintsWholePixels(const QPainter &painter)
 {
     const QTransform &transform = painter.deviceTransform();
     const auto isWhole = [](double offset) { return offset == std::floor(offset); };
-    return painter.paintEngine()->type() == QPaintEngine::Raster &&
-           !painter.testRenderHint(QPainter::Antialiasing) && transform.type() <= QTransform::TxTranslate &&
-           isWhole(transform.dx()) && isWhole(transform.dy());
+    return isOnPixels(painter) && isWhole(transform.dx()) && isWhole(transform.dy());
 }
 
 bool isPlain(const QPen &pen)

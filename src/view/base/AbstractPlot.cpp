@@ -7,6 +7,7 @@
 #include "data/PlotData.h"
 #include "view/base/ParentZoom.h"
 #include "view/base/PeakBetween.h"
+#include "view/base/StrokeNode.h"
 #include "view/zoom/ZoomRect.h"
 
 #include <QPainter>
@@ -154,6 +155,21 @@ void AbstractPlot::paintShifted(QPainter *painter)
 bool AbstractPlot::isPaintable(const graph::PixelMapping &mapping) const
 {
     return m_valid && mapping.isDrawable();
+}
+
+bool AbstractPlot::paintsStrokesOnly() const
+{
+    return false;
+}
+
+QSGNode *AbstractPlot::updatePaintNode(QSGNode *old, UpdatePaintNodeData *data)
+{
+    QSGNode *strokes = nullptr;
+    if (paintsStrokesOnly())
+        strokes = graph::strokedNode(this, old);
+    else
+        old = graph::withoutStrokes(old);
+    return strokes ? strokes : QQuickPaintedItem::updatePaintNode(old, data);
 }
 
 void AbstractPlot::paintPlot(const graph::PlotFrame &) {}

@@ -101,6 +101,7 @@ protected:
     void itemChange(ItemChange change, const ItemChangeData &data) override;
     void componentComplete() override;
     void GRAPH_GEOMETRY_CHANGED(const QRectF &newGeometry, const QRectF &oldGeometry) override;
+    QSGNode *updatePaintNode(QSGNode *old, UpdatePaintNodeData *data) override;
 
     void setValid(bool valid);
 
@@ -110,6 +111,9 @@ protected:
     // says otherwise.
     virtual bool isPaintable(const graph::PixelMapping &mapping) const;
     virtual void paintPlot(const graph::PlotFrame &frame);
+    // Whether that paints opaque strokes alone, as far as is known beforehand: those need no layer. Where it
+    // turns out that it did not, it is asked to paint once more.
+    virtual bool paintsStrokesOnly() const;
 
     // Samples of ascending x as they follow each other from left to right.
     graph::SampleSpan inOrderOfColumns(const graph::SampleSpan &samples) const;

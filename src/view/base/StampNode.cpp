@@ -1,5 +1,7 @@
 #include "view/base/StampNode.h"
 
+#include "view/base/StrokeNode.h"
+
 #include <QPainter>
 #include <QQuickWindow>
 #include <QSGImageNode>
@@ -193,14 +195,11 @@ QSGNode *stampedNode(QQuickPaintedItem *item, QSGNode *&old)
 {
     QQuickWindow *window = item->window();
     auto *stamps = dynamic_cast<StampNode *>(old);
-    const bool isPlain = item->fillColor().alpha() == 0 && !item->opaquePainting() &&
-                         item->textureSize().isEmpty() && item->contentsScale() == 1.0 &&
-                         item->contentsSize().isEmpty() && !item->antialiasing() &&
-                         window->effectiveDevicePixelRatio() == 1.0;
     // A graphics processor has lines of its own in a framebuffer, and an effect may hold on to a layer's
     // texture.
     const bool isSoftware = window->rendererInterface()->graphicsApi() == QSGRendererInterface::Software;
-    if (isPlain && (isSoftware || (item->renderTarget() == QQuickPaintedItem::Image && (stamps || !old)))) {
+    if (isPaintedPlainly(*item) &&
+        (isSoftware || (item->renderTarget() == QQuickPaintedItem::Image && (stamps || !old)))) {
         const QSize size(qRound(item->width()), qRound(item->height()));
         const PaintedFigure figure =
             recordedFigure(size, [item](QPainter *painter) { item->paint(painter); });

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <QBrush>
+#include <QPainterPath>
+#include <QPen>
+#include <QRect>
+#include <QSize>
+#include <QVector>
+
+#include <functional>
+#include <vector>
+
+class QPainter;
+
+namespace graph {
+
+// Opaque rectangles, lines and areas, taken down as they were painted. Painted anywhere on whole pixels, they
+// cover the pixels that they would have covered then.
+struct RecordedStrokes
+{
+    // Rectangles, or else a path: a line where there is a pen, an area without one.
+    struct Part
+    {
+        QVector<QRect> rectangles;
+        QPainterPath path;
+        QPen pen{Qt::NoPen};
+        QBrush brush;
+
+        bool operator==(const Part &other) const;
+    };
+
+    std::vector<Part> parts;
+    QRect bounds; // of all that lies within the picture
+    // False where something else was painted, or where its pixels would depend on the place.
+    bool isComplete = true;
+
+    void paint(QPainter *painter) const;
+    bool operator==(const RecordedStrokes &other) const { return parts == other.parts; }
+};
+
+// What a function paints into a picture of that size.
+RecordedStrokes recordedStrokes(const QSize &size, const std::function<void(QPainter *)> &paint);
+
+// Whether the painter's own calls end in whole pixels that are either painted or not, on a raster image or
+// where they are taken down.
+bool isOnPixels(const QPainter &painter);
+
+} // namespace graph

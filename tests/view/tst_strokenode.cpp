@@ -1,0 +1,211 @@
+// Lines of plots are shown without a layer: in each frame with the pixels of one, also where only what is
+// above them has changed.
+
+#include "support/QmlDocument.h"
+
+#include "kit/plots/Trace.h"
+
+#include <QQuickWindow>
+#include <QSGImageNode>
+#include <QSGRendererInterface>
+#include <QScreen>
+
+namespace {
+
+// %1: of the box around the plots, %2: of the plot, %3: of the trace, %4: of both in the window to compare with.
+const char *const document = R"(
+    import traces 1.0
+    Item {
+        property var samples: []
+        property real first: 0
+        property real spot: 20
+        ValueAxis { id: horizontal; minVisible: first; maxVisible: first + 200; maxValue: 3000 }
+        ValueAxis { id: vertical; alignment: Qt.AlignLeft; minVisible: -50; maxVisible: 50 }
+        PlotSeries { id: series; yData: samples; axisX: horizontal; axisY: vertical }
+        Rectangle { x: 40; y: 30; width: 60; height: 60; color: "yellow" }
+        Item {
+            x: 10; y: 12; width: 260; height: 160
+            %1
+            GraphPlot {
+                anchors.fill: parent; plotData: series; plotStyle: GraphPlot.LinePlot
+                %2
+                %4
+            }
+            Rectangle { x: 100; y: 50; width: 70; height: 60; color: "white" }
+            Trace {
+                anchors { fill: parent; margins: 20 }
+                axisX: horizontal; axisY: vertical; series: series; color: "#c04000"
+                %3
+                %4
+            }
+        }
+        Text { x: 120; y: 40; text: "Label"; font.pixelSize: 40; color: "blue" }
+        Rectangle { x: spot; y: 0; width: 3; height: 200; color: "#80000000" }
+    })";
+
+QImage frameOf(QQuickWindow *window)
+{
+    for (int pass = 0; pass < 4; ++pass)
+        QCoreApplication::processEvents();
+    const QImage picture = window->grabWindow();
+    return picture.isNull() ? window->screen()->grabWindow(window->winId()).toImage() : picture;
+}
+
+QVector<double> wave(int samples)
+{
+    QVector<double> y(samples);
+    for (int i = 0; i < samples; ++i)
+        y[i] = 60.0 * std::sin(i * i * 0.37) * std::cos(i * 0.011);
+    return y;
+}
+
+class Watched : public GraphPlot
+{
+public:
+    static QSGNode *node;
+
+protected:
+    QSGNode *updatePaintNode(QSGNode *old, UpdatePaintNodeData *data) override
+    {
+        return node = GraphPlot::updatePaintNode(old, data);
+    }
+};
+QSGNode *Watched::node = nullptr;
+
+} // namespace
+
+class tst_strokenode : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void showsThePixelsOfALayer_data();
+    void showsThePixelsOfALayer();
+    void isAnImageOnlyWhileItRests();
+};
+
+void tst_strokenode::showsThePixelsOfALayer_data()
+{
+    QTest::addColumn<QString>("box");
+    QTest::addColumn<QString>("plot");
+    QTest::addColumn<QString>("trace");
+    const struct
+    {
+        const char *name;
+        const char *box;
+        const char *plot;
+        const char *trace;
+    } rows[] = {
+        {"plain", "", "", ""},
+        {"wide pens", "", "minLineWidth: 8", "lineWidth: 9"},
+        {"other targets", "", "renderTarget: GraphPlot.Image", "renderTarget: Trace.FramebufferObject"},
+        {"other styles", "", "Component.onCompleted: plotStyle = GraphPlot.MaxLinePlot",
+         "style: Trace.Steps"},
+        {"points and odd pens", "", "minLineWidth: 3", "style: Trace.LineAndPoints"},
+        {"fills", "", "Component.onCompleted: plotStyle = GraphPlot.FillPlot", "style: Trace.Area"},
+        {"thin and translucent", "", "penColor: \"#80ff0000\"", "lineWidth: 1"},
+        {"opacity", "opacity: 0.6", "", ""},
+        {"in a layer", "layer.enabled: true", "", ""},
+        {"scaled", "scale: 1.3; transformOrigin: Item.TopLeft", "", ""},
+        {"rotated", "rotation: 90", "", ""},
+        {"upside down", "rotation: 180", "smooth: false", ""},
+        {"clipped", "clip: true; Component.onCompleted: { width = 150; height = 70 }", "", ""},
+        {"clip turned", "clip: true; rotation: 20", "", ""},
+        {"between pixels", "Component.onCompleted: { x = 10.5; y = 3.3 }", "", ""},
+        {"fraction of a size", "Component.onCompleted: { width = 200.4; height = 99.7 }", "", ""},
+    };
+    for (const auto &row : rows)
+        QTest::newRow(row.name) << row.box << row.plot << row.trace;
+}
+
+void tst_strokenode::showsThePixelsOfALayer()
+{
+    QFETCH(QString, box);
+    QFETCH(QString, plot);
+    QFETCH(QString, trace);
+    registerTypes();
+    qmlRegisterType<graph::Trace>("traces", 1, 0, "Trace");
+    QQuickWindow windows[2];
+    std::unique_ptr<QmlDocument> documents[2];
+    for (int i = 0; i < 2; ++i) {
+        // A size of its own keeps an item in a layer.
+        const QString text =
+            QString(document).arg(box, plot, trace, i ? "textureSize: Qt.size(width, height)" : "");
+        documents[i] = std::make_unique<QmlDocument>(text.toUtf8());
+        windows[i].resize(300, 200);
+        qobject_cast<QQuickItem *>(documents[i]->root())->setParentItem(windows[i].contentItem());
+        windows[i].show();
+        QVERIFY(QTest::qWaitForWindowExposed(&windows[i]));
+    }
+    const struct
+    {
+        const char *property;
+        QVariant value;
+    } steps[] = {
+        {"samples", QVariant::fromValue(wave(200))},
+        {"spot", 60},
+        {"spot", 61.5},
+        {"first", 150}, // few samples are left
+        {"spot", 90},
+        {"first", 120.5},
+        {"samples", QVariant::fromValue(wave(3000))}, // many in a column
+        {"first", 0.5},
+        {"spot", 150},
+        {"spot", 20},
+        {"samples", QVariant::fromValue(QVector<double>())},
+    };
+    QImage before;
+    for (const auto &step : steps) {
+        QImage frames[2];
+        for (int i = 0; i < 2; ++i) {
+            documents[i]->root()->setProperty(step.property, step.value);
+            frames[i] = frameOf(&windows[i]);
+            if (box.contains("layer")) // which is shown one frame later
+                frames[i] = frameOf(&windows[i]);
+        }
+        QVERIFY(frames[0] != before);
+        QVERIFY2(frames[0] == frames[1], step.property);
+        before = frames[0];
+    }
+}
+
+void tst_strokenode::isAnImageOnlyWhileItRests()
+{
+    registerTypes();
+    qmlRegisterType<Watched>("watched", 1, 0, "GraphPlot");
+    QmlDocument watched(R"(
+        import watched 1.0 as W
+        Item {
+            property real spot: 0
+            ValueAxis { id: horizontal; maxVisible: 300; maxValue: 3000 }
+            ValueAxis { id: vertical; alignment: Qt.AlignLeft; minVisible: -500; maxVisible: 500 }
+            W.GraphPlot {
+                id: plot; width: 300; height: 200; plotStyle: GraphPlot.LinePlot
+                plotData: PlotSeries { id: series; axisX: horizontal; axisY: vertical }
+            }
+            Rectangle { x: spot; width: 3; height: 200 }
+        })");
+    QQuickWindow window;
+    window.resize(300, 200);
+    qobject_cast<QQuickItem *>(watched.root())->setParentItem(window.contentItem());
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    if (window.rendererInterface()->graphicsApi() != QSGRendererInterface::Software)
+        QSKIP("there it is a framebuffer");
+    const auto image = [] { return dynamic_cast<QSGImageNode *>(Watched::node->firstChild()); };
+    for (int samples : {300, 1000}) {
+        watched.object("series")->setProperty("yData", QVariant::fromValue(wave(samples)));
+        frameOf(&window);
+        QVERIFY(!image() || samples == 300); // a pass of the event loop may have had a frame of its own
+        watched.root()->setProperty("spot", samples / 10);
+        frameOf(&window);
+        watched.root()->setProperty("spot", samples / 9);
+        frameOf(&window);
+        QVERIFY(image());
+        // As high as the line.
+        QVERIFY(image()->rect().height() < 40 && image()->rect().width() <= 300);
+    }
+}
+
+QTEST_MAIN(tst_strokenode)
+#include "tst_strokenode.moc"
