@@ -5,6 +5,7 @@
 #   --sanitizers              all tests, with clang's address, undefined behaviour and leak checks
 #   --threads                 the tests of what works in several threads, with clang's check for data races
 #   --arm                     all tests on an emulated 32-bit ARM processor
+#   --tidy [FILE.cpp...]      clang-tidy on the product, or on these files
 #   --package                 the Debian packages, built and used in a clean root
 #   --fuzz SECONDS            feeds whatever reads foreign bytes with damaged ones, each reader for that long
 #   --attack [SOAK_SECONDS]   attacks a live chart, and uses it for that long
@@ -23,6 +24,7 @@ case "${1:-}" in
         choice=(-R '^tst_bus_|^tst_heatmapplot$|^tst_streams$|_render_thread$')
         ;;
     --arm) script=tools/arm/test.sh ;;
+    --tidy) script=tools/tidy.sh ;;
     --package) script=tools/package/test.sh ;;
     --fuzz) script=tests/fuzz/run.sh ;;
     --attack) script=tests/attack/run.sh ;;

@@ -65,6 +65,30 @@ ScaleEnds wanted(const AutoRangeRequest &request, double lowest, double highest)
     return {roundDown(lowest / factor), roundUp(highest * factor)};
 }
 
+// By how much of what the axis shows an end may be farther out than the data.
+double tolerance(const AutoRangeRequest &request)
+{
+    if (request.onlyGrows)
+        return std::numeric_limits<double>::infinity();
+    return request.hasHeadRoom ? tolerableFreeRoom : 0.0;
+}
+
+// The present ends, as far as the data are within them and near enough.
+ScaleEnds adapted(const AutoRangeRequest &request, const ScaleEnds &target, double lowest, double highest)
+{
+    const bool isLinear = request.scale == ScaleKind::Linear;
+    const ScaleEnds present =
+        isLinear ? *request.present : positivePart(request.present->begin, request.present->end);
+    // Distances as the axis shows them.
+    const Scale scale = Scale::between(request.scale, target, target.end - target.begin, 1.0);
+    const double most = tolerance(request);
+    const bool keepsBegin =
+        present.begin <= lowest && scale.fraction(lowest) - scale.fraction(present.begin) <= most;
+    const bool keepsEnd =
+        present.end >= highest && scale.fraction(present.end) - scale.fraction(highest) <= most;
+    return {keepsBegin ? present.begin : target.begin, keepsEnd ? present.end : target.end};
+}
+
 } // namespace
 
 ScaleEnds autoRange(const AutoRangeRequest &request)
@@ -77,20 +101,7 @@ ScaleEnds autoRange(const AutoRangeRequest &request)
     if (!isUsable)
         return request.present ? *request.present : isLinear ? ScaleEnds{0.0, 1.0} : ScaleEnds{1.0, 10.0};
     const ScaleEnds target = wanted(request, lowest, highest);
-    if (!request.present)
-        return target;
-    const ScaleEnds present =
-        isLinear ? *request.present : positivePart(request.present->begin, request.present->end);
-    // Distances as the axis shows them.
-    const Scale scale = Scale::between(request.scale, target, target.end - target.begin, 1.0);
-    const double tolerance = request.onlyGrows     ? std::numeric_limits<double>::infinity()
-                             : request.hasHeadRoom ? tolerableFreeRoom
-                                                   : 0.0;
-    const bool keepsBegin =
-        present.begin <= lowest && scale.fraction(lowest) - scale.fraction(present.begin) <= tolerance;
-    const bool keepsEnd =
-        present.end >= highest && scale.fraction(present.end) - scale.fraction(highest) <= tolerance;
-    return {keepsBegin ? present.begin : target.begin, keepsEnd ? present.end : target.end};
+    return request.present ? adapted(request, target, lowest, highest) : target;
 }
 
 } // namespace graph

@@ -7,10 +7,10 @@ namespace graph {
 // What data there is to be shown, in units of the axis.
 struct ShownExtent
 {
-    double lowest;
-    double highest;
+    double lowest = 0.0;
+    double highest = 0.0;
     // The smallest value above 0, which a logarithmic axis begins with; 0 where there is none.
-    double leastPositive;
+    double leastPositive = 0.0;
 };
 
 struct AutoRangeRequest

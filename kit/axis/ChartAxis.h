@@ -52,7 +52,7 @@ public:
     Q_INVOKABLE QString valueText(double value) const;
 
     // Tells what data there is, for autoRange: all of it, or with FitVisible what the visible part of the other axis
-    // shows. Whoever has the data calls this when they change; it is cheap, and without effect while autoRange is
+    // shows. The owner of the data calls this when they change; it is cheap, and without effect while autoRange is
     // Off or where the document has written the range. leastPositive: the smallest value above 0, for a
     // logarithmic axis of data that reach down to 0; 0 if not known.
     void setDataExtent(double lowest, double highest, double leastPositive = 0.0);

@@ -7,7 +7,7 @@ namespace graph {
 
 namespace {
 
-// More digits than that are not read but compared; what all labels share is said once then.
+// Nobody reads more digits than that; what all labels share is then written once.
 constexpr int mostDigits = 7;
 // Without a unit that takes prefixes, numbers are written out up to here.
 constexpr int mostWholeDigits = 6;

@@ -305,7 +305,7 @@ template <typename Checks, typename... Subject>
 QString firstReason(const Checks &checks, const Subject &...subject)
 {
     for (const auto check : checks) {
-        const QString reason = check(subject...);
+        QString reason = check(subject...);
         if (!reason.isEmpty())
             return reason;
     }
@@ -316,6 +316,27 @@ void add(QVector<Finding> *findings, const QObject *about, const QString &text)
 {
     if (!text.isEmpty())
         findings->append({about, text});
+}
+
+// Those of the view and of its plots; gives the ones that something is wrong with.
+QVector<const QObject *> checkAxes(const GraphView &view, const QVector<AbstractPlot *> &plots,
+                                   QVector<Finding> *findings)
+{
+    QVector<ValueAxis *> axes = axesOf(view);
+    for (const AbstractPlot *plot : plots) {
+        for (ValueAxis *axis : {plot->axisX(), plot->axisY()}) {
+            if (axis && !axes.contains(axis))
+                axes.append(axis);
+        }
+    }
+    QVector<const QObject *> troubled;
+    for (const ValueAxis *axis : qAsConst(axes)) {
+        const QString text = firstReason(axisChecks, view, *axis);
+        add(findings, axis, text);
+        if (!text.isEmpty())
+            troubled.append(axis);
+    }
+    return troubled;
 }
 
 } // namespace
@@ -336,40 +357,25 @@ QVector<AbstractPlot *> plotsOf(const GraphView &view)
 QVector<Finding> findReasons(const GraphView &view, const std::function<bool(const AbstractPlot &)> &isNew)
 {
     QVector<Finding> findings;
-    const QString ofView = firstReason(viewChecks, view);
-    add(&findings, &view, ofView);
+    add(&findings, &view, firstReason(viewChecks, view));
     if (view.width() <= 0.0 || view.height() <= 0.0)
         return findings;
     const QVector<AbstractPlot *> plots = plotsOf(view);
-    QVector<const QObject *> troubled;
-    QVector<ValueAxis *> axes = axesOf(view);
+    const QVector<const QObject *> troubled = checkAxes(view, plots, &findings);
     for (const AbstractPlot *plot : plots) {
-        for (ValueAxis *axis : {plot->axisX(), plot->axisY()}) {
-            if (axis && !axes.contains(axis))
-                axes.append(axis);
-        }
-    }
-    for (const ValueAxis *axis : qAsConst(axes)) {
-        const QString text = firstReason(axisChecks, view, *axis);
-        add(&findings, axis, text);
-        if (!text.isEmpty())
-            troubled.append(axis);
-    }
-    for (const AbstractPlot *plot : plots) {
-        const QString text = firstReason(plotChecks, view, *plot);
-        add(&findings, plot, text);
+        const QString ofPlot = firstReason(plotChecks, view, *plot);
+        add(&findings, plot, ofPlot);
         const PlotData *data = plot->plotData();
         if (!data)
             continue;
         const QObject *about = isOwnData(*plot) ? static_cast<const QObject *>(plot) : data;
         const QString ofData = reasonOfData(*plot);
         add(&findings, about, ofData);
-        if (!text.isEmpty() || !ofData.isEmpty() || !isNew(*plot))
+        if (!ofPlot.isEmpty() || !ofData.isEmpty() || !isNew(*plot))
             continue;
+        const bool hasGoodAxes = !troubled.contains(plot->axisX()) && !troubled.contains(plot->axisY());
         const QString ofNewData = reasonOfNewData(view, *plot);
-        add(&findings, about, ofNewData);
-        if (ofNewData.isEmpty() && !troubled.contains(plot->axisX()) && !troubled.contains(plot->axisY()))
-            add(&findings, about, reasonOutOfRange(*plot));
+        add(&findings, about, ofNewData.isEmpty() && hasGoodAxes ? reasonOutOfRange(*plot) : ofNewData);
     }
     return findings + misplacedParts(view);
 }

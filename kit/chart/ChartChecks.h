@@ -12,7 +12,7 @@ class PlotData;
 
 namespace graph {
 
-// Why something of a chart is not to be seen, and what to write instead.
+// Why something in a chart does not show, and what to write instead.
 struct Finding
 {
     QPointer<const QObject> about;

@@ -8,8 +8,8 @@ namespace graph {
 namespace {
 
 // The colours of M. Okabe and K. Ito, "Color Universal Design" (2008), which people with any of the common
-// kinds of colour blindness tell apart. In the order in which they stand out from the background: yellow is
-// of no use on white and dark blue of little on black. Grey takes the place of black.
+// kinds of colour blindness tell apart. In the order of their contrast with the background: yellow is
+// of no use on white and dark blue of little on black. Grey replaces black.
 constexpr std::initializer_list<const char *> colorsOnDark = {"#56b4e9", "#e69f00", "#009e73", "#f0e442",
                                                               "#cc79a7", "#d55e00", "#0072b2", "#bbbbbb"};
 constexpr std::initializer_list<const char *> colorsOnLight = {"#0072b2", "#d55e00", "#009e73", "#cc79a7",

@@ -26,7 +26,7 @@ constexpr int greatestDepth = 4;
 // Between the labels of an axis and what is beyond them, in pixels.
 constexpr int labelRoom = 6;
 
-// Now, because the axes of the chart take its place.
+// Now, because the axes of the chart are about to replace it.
 void tellOfRefusedAxis(const AbstractPlot *plot, const ValueAxis *axis, const char *property,
                        const char *direction, const char *otherProperty, const char *alignment)
 {
@@ -55,7 +55,7 @@ void ChartView::componentComplete()
     for (const FittedAxis &fitted : m_axes)
         list.append(&list, fitted.axis());
     GraphView::componentComplete();
-    // The planes told of their axes before the view listened.
+    // The planes announced their axes before the view listened.
     makeRoom();
     wire();
     updateRanges();
@@ -338,7 +338,7 @@ void ChartView::dressCursors()
     }
 }
 
-// Those that came before the data: their texts would tell of a place where they are not.
+// Those that came before the data: their texts would name a place where they are not.
 void ChartView::placeCursors()
 {
     const QList<QQuickItem *> children = childItems();

@@ -205,7 +205,7 @@ QString reasonOfData(const AbstractPlot &plot)
     if (!plot.plotData())
         return {};
     for (const DataCheck check : dataChecks) {
-        const QString reason = check(plot, *plot.plotData());
+        QString reason = check(plot, *plot.plotData());
         if (!reason.isEmpty())
             return reason;
     }

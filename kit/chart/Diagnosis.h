@@ -19,8 +19,8 @@ namespace graph {
 class DiagnosisOverlay;
 struct Finding;
 
-// Looks at the chart that it lies in, a second after the chart or new data came, and tells once each why
-// something of it is not to be seen.
+// Looks at the chart that it lies in, a second after the chart or new data came, and reports, once
+// each, what does not show and why.
 class GRAPH_CHARTS_EXPORT Diagnosis : public QQuickItem
 {
     Q_OBJECT

@@ -12,7 +12,7 @@ class QObject;
 
 namespace graph {
 
-// A file that another thread writes. It takes its name when it is complete; until then, and for ever when
+// A file that another thread writes. It takes its name when it is complete; until then, and for good when
 // something goes wrong, what was under that name before stays.
 class ExportJob : public std::enable_shared_from_this<ExportJob>
 {

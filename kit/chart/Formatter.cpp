@@ -118,7 +118,7 @@ QString Formatter::called(double value) const
     lock.unlock();
     QJSValue function = m_text;
     const QJSValue result = function.call({QJSValue(value)});
-    const QString text = result.isError() ? plain(value) : result.toString();
+    QString text = result.isError() ? plain(value) : result.toString();
     if (result.isError())
         qWarning().noquote() << "Formatter:" << result.toString();
     lock.relock();

@@ -65,7 +65,7 @@ void paintPaintedItem(QQuickPaintedItem *item, QPainter *painter)
 {
     if (item->fillColor().alpha() > 0)
         painter->fillRect(item->boundingRect(), item->fillColor());
-    // What a framebuffer takes back is not to be seen here.
+    // What a framebuffer takes back must not show here.
     const double shift = shiftOf(item);
     painter->translate(-shift, -shift);
     item->paint(painter);

@@ -29,7 +29,7 @@ void TraceColors::give(const QVector<QPointer<AbstractPlot>> &traces, const Char
     }
 }
 
-// Other plots than traces do not tell of a choice, but one of which nobody has said anything is black.
+// Plots other than traces do not say whether their colour was chosen, but one that was given none is black.
 bool TraceColors::isChoiceOfChart(const AbstractPlot *plot) const
 {
     if (const auto *trace = qobject_cast<const Trace *>(plot))

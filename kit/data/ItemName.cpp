@@ -19,7 +19,7 @@ QString idOf(const QObject *object)
     // What a legend calls it.
     if (object->inherits("AbstractPlot") && object->objectName().isEmpty())
         return object->property("name").toString();
-    // Some objects number themselves, which helps nobody to find them.
+    // Some objects number themselves, which does not help to find them.
     static const QRegularExpression number(QStringLiteral("^(PD|WP|ZR)[0-9]+$"));
     return number.match(object->objectName()).hasMatch() ? QString() : object->objectName();
 }

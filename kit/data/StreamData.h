@@ -10,7 +10,7 @@
 
 namespace graph {
 
-// What live data have in common: a capacity, the possibility to hold still, and samples that another thread
+// What live data have in common: a capacity, the possibility to freeze them, and samples that another thread
 // pushes.
 class GRAPH_CHARTS_EXPORT StreamData : public SampledData
 {
@@ -52,7 +52,7 @@ protected:
 
     virtual void resizeStore(int capacity) = 0;
     virtual void clearStore() = 0;
-    // Keeps what is to be seen while data go on arriving, or lets go of it.
+    // Freezes what is shown while data go on arriving, or lets go of it.
     virtual void freeze(bool frozen) = 0;
     // On the object's own thread; false where nothing had come.
     virtual bool takePushed() = 0;

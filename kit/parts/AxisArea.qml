@@ -12,7 +12,7 @@ MouseArea {
     property real last: 0
     property real startDepth: 0
 
-    // From the begin of the axis, 0 to 1.
+    // From the beginning of the axis, 0 to 1.
     function place(x, y) {
         return horizontal ? x / Math.max(1, width - 1) : 1 - y / Math.max(1, height - 1);
     }

@@ -27,7 +27,7 @@ QtObject {
     onSourceChanged: if (!pause.running) update()
     onKeyChanged: {
         pause.stop();
-        // Whatever follows from the same change of the key is still on its way.
+        // Other results of the same change of the key are still on their way.
         Qt.callLater(update);
     }
 }

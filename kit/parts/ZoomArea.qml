@@ -26,7 +26,7 @@ Flickable {
     signal tapped(real x, real y)
     // After two taps, which show everything.
     signal doubleTapped(real x, real y)
-    // The begin of any touch.
+    // The beginning of any touch.
     signal pressed()
 
     // Zooms by the factors (above 1 shows more) and keeps the values at the pixel position (px, py) in their place.

@@ -27,8 +27,8 @@ public:
     virtual bool fillsExtent() const { return false; }
 };
 
-// Of all samples, at the cost of a look at each after a change of the data and of a few steps from the second
-// request on.
+// Of all samples. After a change of the data the first request reads each of them, later ones take a few
+// steps.
 GRAPH_CHARTS_EXPORT DataExtent dataExtent(const PlotData &data);
 
 // Of the samples with xMin <= x <= xMax, whose x are the extent's x.

@@ -41,7 +41,7 @@ void TraceMesh::fill(const QVector<QRect> &rectangles, const QColor &color)
     }
 }
 
-// A strip for each line, and a triangle in the gap that two leave at the outer side of their joint. They
+// A strip for each line, and a triangle in the wedge that two leave at the outer side of their joint. They
 // overlap at the inner side, which shows where the colour is translucent.
 void TraceMesh::stroke(const QPainterPath &path, int lineWidth, const QColor &color)
 {

@@ -201,6 +201,27 @@ private:
     bool m_isOpen = false;
 };
 
+// The line through columns one after the other; placed(x, y): the vertex at item coordinates.
+template <typename Placed>
+void addColumn(NearPath &path, const TraceColumn *previous, const TraceColumn &column, TraceCourse course,
+               const Placed &placed)
+{
+    const bool isJoined = previous && areJoined(*previous, column);
+    const bool hasPlace = previous && !std::isnan(previous->x) && !std::isnan(column.x);
+    // Up to a gap as well: the value holds until then.
+    if (course == TraceCourse::Steps && hasPlace && !std::isnan(previous->last))
+        path.lineTo(placed(column.x, previous->last));
+    const bool isHeldToLeft = course == TraceCourse::StepsToLeft && hasPlace && !std::isnan(column.first);
+    if (isHeldToLeft && isJoined)
+        path.lineTo(placed(previous->x, column.first));
+    else if (isHeldToLeft)
+        path.moveTo(placed(previous->x, column.first));
+    if (isJoined || isHeldToLeft)
+        path.lineTo(placed(column.x, column.first));
+    else if (!column.isGap())
+        path.moveTo(placed(column.x, std::isnan(column.first) ? column.top : column.first));
+}
+
 } // namespace
 
 QPainterPath linePath(const std::vector<TraceColumn> &columns, TraceCourse course, Vertices vertices,
@@ -214,20 +235,7 @@ QPainterPath linePath(const std::vector<TraceColumn> &columns, TraceCourse cours
     };
     const TraceColumn *previous = nullptr;
     for (const TraceColumn &column : columns) {
-        const bool isJoined = previous && areJoined(*previous, column);
-        const bool hasPlace = previous && !std::isnan(previous->x) && !std::isnan(column.x);
-        // Up to a gap as well: the value holds until then.
-        if (course == TraceCourse::Steps && hasPlace && !std::isnan(previous->last))
-            path.lineTo(placed(column.x, previous->last));
-        const bool isHeldToLeft = course == TraceCourse::StepsToLeft && hasPlace && !std::isnan(column.first);
-        if (isHeldToLeft && isJoined)
-            path.lineTo(placed(previous->x, column.first));
-        else if (isHeldToLeft)
-            path.moveTo(placed(previous->x, column.first));
-        if (isJoined || isHeldToLeft)
-            path.lineTo(placed(column.x, column.first));
-        else if (!column.isGap())
-            path.moveTo(placed(column.x, std::isnan(column.first) ? column.top : column.first));
+        addColumn(path, previous, column, course, placed);
         if (column.samples > 1 && !column.isGap()) {
             path.lineTo(placed(column.x, column.top));
             path.lineTo(placed(column.x, column.bottom));

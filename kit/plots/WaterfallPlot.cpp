@@ -33,7 +33,7 @@ template <typename T> bool store(T &member, const T &value)
     WaterfallPlot { series: spectrum; rows: 500; colorMap: "inferno"; from: -120; to: -20 }
     \endcode
 
-    x is that of the columns, which stand around start, start + interval and so on. y counts away from 0,
+    x is that of the columns, which lie around start, start + interval and so on. y counts away from 0,
     where the newest row is: downwards to negative numbers, or upwards, by rowInterval a row. Without an axis
     all columns, or all rows, are shown. Where several levels share a pixel the largest is shown; NaN is
     transparent.
@@ -350,8 +350,8 @@ double WaterfallPlot::levelAt(double x, double y) const
     return column < 0 || row < 0 ? std::numeric_limits<double>::quiet_NaN() : double(m_rows.row(row)[column]);
 }
 
-// All rows that are kept have their place from the start, so that an axis that follows the extent stands
-// still.
+// All rows that are kept have their place from the start, so that an axis that follows the extent does
+// not move.
 DataExtent WaterfallPlot::dataExtent() const
 {
     DataExtent extent;

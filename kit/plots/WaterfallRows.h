@@ -7,7 +7,7 @@
 
 namespace graph {
 
-// The newest rows of levels. A row takes the place of the oldest one: nothing that is there is moved.
+// The newest rows of levels. A row replaces the oldest one: nothing that is there is moved.
 class GRAPH_CHARTS_EXPORT WaterfallRows
 {
 public:

@@ -168,8 +168,8 @@ private:
     }
 
     // In the outer row of numbers: behind the reach of all of them, or joined to the last one. Whether that
-    // goes does not depend on where exactly the numbers are, so that panning does not move the unit to and
-    // fro.
+    // goes does not depend on where exactly the numbers are, so that panning does not move the unit back and
+    // forth.
     bool placeUnitBeside(QVector<PlacedLabel> &labels)
     {
         const double reach = m_marks.length() - 1.0 + m_choice.widest() / 2.0;
@@ -192,7 +192,7 @@ private:
     double endOfOthers(const QVector<PlacedLabel> &labels, const PlacedLabel &last)
     {
         if (m_choice.distance() > 0.0) {
-            // One at the near end may have been moved in, and then reaches farther than its tick tells.
+            // One at the near end may have been moved in, and then reaches farther than its tick suggests.
             const double reach = m_marks.length() - 1.0 - m_choice.distance() + m_choice.widest() / 2.0;
             return std::max(reach, double(m_room.begin + m_choice.widest()));
         }

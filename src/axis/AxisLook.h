@@ -9,7 +9,7 @@
 
 namespace graph {
 
-// Left and top are the begin.
+// Left and top are the beginning.
 enum class AxisSide { Begin, Middle, End };
 
 // How an axis is drawn; its values play no part.

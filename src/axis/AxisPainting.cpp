@@ -10,7 +10,7 @@ namespace graph {
 
 namespace {
 
-// Dashes that cannot be drawn, or that would be so short that a line takes for ever, become a solid line.
+// Dashes that cannot be drawn, or that are so short that a line would take forever, become a solid line.
 QPen drawablePen(const AxisLook &look)
 {
     QPen pen = look.linePen;

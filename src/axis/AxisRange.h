@@ -4,7 +4,7 @@
 
 namespace graph {
 
-// The full range of an axis and what of it is visible, as numbers: who changes them announces it. The visible
+// The full range of an axis and what of it is visible, as numbers: the caller announces changes. The visible
 // edges are set as such, or as fractions of the full range by a zoom.
 class AxisRange
 {
@@ -46,7 +46,7 @@ public:
     double requestedMinValue() const { return m_requestedMinValue; }
     double requestedMaxValue() const { return m_requestedMaxValue; }
 
-    // Move an end of the full range. A visible span that begins, or ends, there goes along: true says so. The
+    // Move an end of the full range. A visible span that begins, or ends, there moves along: true then. The
     // other visible edges are left to the caller, see visibleInside() and the bounds.
     bool moveMinValue(double minValue);
     bool moveMaxValue(double maxValue);

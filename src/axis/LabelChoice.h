@@ -15,7 +15,7 @@ public:
                 const QFontMetrics &metrics, bool centered);
 
     const LabelTexts::Text &text(double tick) { return m_texts.text(tick, m_format, m_metrics); }
-    // The chosen labels of these marks in so many rows, gap apart. Which ones does not change while panning.
+    // The chosen labels of these marks in so many rows, `gap` apart. The choice does not change while panning.
     QVector<LabelSpan> spans(const QVector<TickMarks::Mark> &marks, int rows, int gap);
 
     // Of those, and of the ends of the axis: the widest, in pixels, and the distance of neighbours in a row,

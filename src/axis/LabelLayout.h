@@ -5,7 +5,7 @@
 
 namespace graph {
 
-// One label along its axis, in pixels from the begin of the axis: its tick, its length there, its row, and
+// One label along its axis, in pixels from the beginning of the axis: its tick, its length there, its row, and
 // whether it names an end of the axis' full range.
 struct LabelSpan
 {
@@ -16,8 +16,8 @@ struct LabelSpan
     bool isExtreme = false;
 };
 
-// Where labels may stand: within begin..end, gap apart, and not where something else stands in one of the
-// rows.
+// Where labels may be: within begin..end, at least `gap` apart, and not where something else already is in
+// one of the rows.
 struct LabelRoom
 {
     int begin = 0;
@@ -39,20 +39,20 @@ struct PlacedLabel
 // there is none, as for a distance that is 0 or not finite.
 double labelStride(double distance, double extent);
 
-// The places of ticks on the grid of interval, counted from 0; empty when they do not stand on it.
+// The places of ticks on the grid of interval, counted from 0; empty when they are not on it.
 QVector<double> tickOrdinals(const QList<qreal> &ticks, double interval);
 
 // The places of ticks in positions, of which they are a part in the same order; else the places in their own
 // list.
 QVector<double> tickOrdinals(const QList<qreal> &ticks, const QList<qreal> &positions);
 
-// Whether labels that follow each other in a row stay gap apart. Labels on one and the same pixel count as
+// Whether labels that follow each other in a row are at least `gap` apart. Labels on one and the same pixel count as
 // one.
 bool keepsGap(QVector<LabelSpan> labels, int gap);
 
-// The labels that can stand whole and apart, by their places. Those beyond the room are moved inside. What is
-// taken goes before all, then the extremes, then those in their place: a label that is about to leave the
-// axis gives way to the one behind it, which so never blinks while the axis is panned.
+// The labels that fit whole and apart, by their places. Those beyond the room are moved inside. Taken places
+// come first, then the extremes, then labels that need not be moved: a label that is about to leave the axis
+// gives way to the one behind it, so that none blinks while the axis is panned.
 QVector<PlacedLabel> placedLabels(QVector<LabelSpan> labels, const LabelRoom &room);
 
 } // namespace graph

@@ -9,8 +9,8 @@
 
 namespace graph {
 
-// The texts of the labels of one list of ticks with their widths, kept from one repaint to the next: to
-// measure a text costs more than to make it.
+// The texts of the labels of one list of ticks with their widths, kept from one repaint to the next:
+// measuring a text costs more than making it.
 class LabelTexts
 {
 public:

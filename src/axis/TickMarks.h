@@ -13,7 +13,7 @@ struct TickSet
 {
     QList<qreal> ticks;
     QList<qreal>
-        positions; // all of which the ticks are the visible ones; empty when they are multiples of interval
+        positions; // the ticks are the visible ones among these; empty when they are multiples of interval
     QVector<double> minors; // lines without a label
     double interval = 0.0;
     bool isDecreasing = false;

@@ -118,7 +118,7 @@ void ValueAxis::pushVisibleRange()
         if (!(valueRange() > 0.0))
             return;
         edges = m_range.visibleInside();
-        // The rectangle stops an edge short of the other one, which then has to make way first.
+        // The rectangle stops an edge short of the other one, which then has to move away first.
         const bool horizontal = orientation() == Qt::Horizontal;
         const double farEdge = horizontal ? m_zoomRect->right() - m_zoomRect->minWidth()
                                           : m_zoomRect->bottom() - m_zoomRect->minHeight();

@@ -134,7 +134,7 @@ public:
     bool isReversible() const { return m_reversible; }
     bool isReversed() const { return m_reversible && m_range.minVisible() > m_range.maxVisible(); }
     // Whether the margin is beside those of other axes of its side instead of shared with them, and how far from
-    // the plot area it then is; the plane sees to that.
+    // the plot area it then is; the plane takes care of that.
     virtual bool hasOwnMargin() const { return false; }
     bool setMarginOffset(int offset);
 

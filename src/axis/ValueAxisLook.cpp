@@ -93,7 +93,7 @@ void ValueAxis::setLineJoinStyle(Qt::PenJoinStyle style)
 */
 void ValueAxis::setLineDashPattern(const QVector<qreal> &pattern)
 {
-    // Not into the pen, which warns of an odd number and changes it: drawing sees to what can be drawn.
+    // Not into the pen, which warns of an odd number and changes it: drawing uses what can be drawn.
     m_look.dashes = pattern;
     if (!pattern.isEmpty())
         m_look.linePen.setStyle(Qt::CustomDashLine);
@@ -151,7 +151,7 @@ void ValueAxis::setLabelFont(const QFont &font)
 
 /*!
     \qmlproperty int ValueAxis::margin
-    The room beside the plot area for the labels, in pixels. With 0, the default, they stand inside the plot
+    The room beside the plot area for the labels, in pixels. With 0, the default, they are inside the plot
     area.
 */
 void ValueAxis::setMargin(int margin)
@@ -268,7 +268,7 @@ void ValueAxis::paintLabels(QPainter *painter, const QRectF &rect,
         return formattedValue(std::abs(tick) < 1e-9 * set.interval ? 0.0 : tick);
     };
     m_texts.setTicks(set.positions.isEmpty() ? set.ticks : set.positions);
-    // A formatter may answer differently at any time, its digits come over the bus, and tells nobody.
+    // A formatter may answer differently at any time, without notice: its digits come over the bus.
     if (m_formatter && !m_texts.areStill(format)) {
         // Not at once: this is a repaint, perhaps in another thread.
         QMetaObject::invokeMethod(

@@ -115,7 +115,7 @@ QList<qreal> ValueAxis::namedValues() const
     if (tickInterval() == FixedTicks) {
         values += m_ticks.positions();
     } else {
-        // The ends may be shorter than what stands between them: 0 and 1, but 0.2.
+        // The ends may be shorter than what is between them: 0 and 1, but 0.2.
         const double step = tickSpacing(numTicks(), valueRange());
         const double first = step > 0.0 ? std::ceil(minValue() / step) * step : 0.0;
         const double last = step > 0.0 ? std::floor(maxValue() / step) * step : 0.0;
@@ -250,8 +250,8 @@ void ValueAxis::setFormatter(BaseFormatter *formatter)
     emit formatterChanged();
 }
 
-// A formatter tells nobody that it formats differently; the data object that made it and sets its digits
-// does.
+// A formatter does not announce that it formats differently; the data object that made it and sets its
+// digits does.
 void ValueAxis::followDigits(QObject *owner)
 {
     static const char *const changes[] = {SIGNAL(xSigDigsChanged(int)), SIGNAL(ySigDigsChanged(int)),

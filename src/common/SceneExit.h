@@ -6,7 +6,7 @@ namespace graph {
 
 // Takes an item away from its parent and its children. For the destructors of item classes that others point to: Qt
 // does the same later, in its own destructor, when such pointers are still set but only a plain item is left of the
-// object, and whoever hears of it (a child that becomes visible, say) would use what is gone.
+// object, and a listener (a child that becomes visible, say) would use what is gone.
 inline void leaveScene(QQuickItem *item)
 {
     item->setParentItem(nullptr);

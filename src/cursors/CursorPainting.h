@@ -31,7 +31,7 @@ CursorBand cursorBand(int position, int paintedWidth);
 
 // The pixel column where the text of the distance between cursor and marker starts: centred between the two
 // lines, or, where textWidth pixels do not fit there, beside both on the side with more room in an item of
-// width pixels. A marker outside the item counts as standing on its edge.
+// width pixels. A marker outside the item counts as one on its edge.
 int deltaTextX(int cursor, int marker, int textWidth, double width);
 
 // Paints the lines of a cursor and its markers: one pixel wide each, over the whole item.

@@ -42,7 +42,7 @@ struct CursorPlace;
 #define GRAPH_CURSOR_VISIBLE
 #endif
 
-// A line over the plots of a view that always stands on a sample of the primary plot's data. Whatever form of
+// A line over the plots of a view that is always on a sample of the primary plot's data. Each form in which
 // the position is written becomes a sample index, and every other form is derived from that index.
 class GRAPH_CHARTS_EXPORT GraphCursor : public graph::ShiftedItem
 {

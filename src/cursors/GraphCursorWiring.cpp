@@ -22,6 +22,16 @@ template <typename T> GraphCursor *cursorOf(QQmlListProperty<T> *list)
     return static_cast<GraphCursor *>(list->object);
 }
 
+// Those that are there at the beginning: what a marker announces may change the list.
+template <typename Call> void forEach(const QVector<QPointer<GraphMarker>> &list, const Call &call)
+{
+    const auto markers = list;
+    for (GraphMarker *marker : markers) {
+        if (marker)
+            call(*marker);
+    }
+}
+
 } // namespace
 
 /*!
@@ -186,7 +196,7 @@ bool GraphCursor::followAxis(ValueAxis *axis)
     return true;
 }
 
-// The next plot takes its place without a word; the view tells later which plots are left.
+// The next plot replaces it silently; the view announces later which plots are left.
 void GraphCursor::handlePrimaryPlotDestroyed()
 {
     if (followPrimaryPlot())
@@ -242,16 +252,12 @@ void GraphCursor::handlePlotActiveChanged()
         setPrimaryPlot(m_plots.plot(int(index)));
 }
 
-// Of data that scroll the samples keep their x while their indices fall. One that falls out leaves the cursor on the
-// oldest, and its markers hidden.
+// When data scroll, samples keep their x while their indices fall. When the cursor's own falls out, the cursor moves to
+// the oldest one; markers whose sample falls out are hidden.
 void GraphCursor::followSamples()
 {
     followScroll();
-    const auto markers = m_markers;
-    for (GraphMarker *marker : markers) {
-        if (marker)
-            marker->followScroll();
-    }
+    forEach(m_markers, [](GraphMarker &marker) { marker.followScroll(); });
 }
 
 void GraphCursor::followScroll()
@@ -284,11 +290,7 @@ void GraphCursor::handlePlotValuesChanged()
         emit yPositionsChanged();
     }
     emit plotValuesChanged();
-    const auto markers = m_markers;
-    for (GraphMarker *marker : markers) {
-        if (marker)
-            marker->placeIfAwaited();
-    }
+    forEach(m_markers, [](GraphMarker &marker) { marker.placeIfAwaited(); });
 }
 
 bool GraphCursor::hasReading(int index) const
@@ -309,22 +311,14 @@ void GraphCursor::updateCursorPos()
 
 void GraphCursor::placeMarkers()
 {
-    const auto markers = m_markers;
-    for (GraphMarker *marker : markers) {
-        if (marker)
-            marker->placeAgain();
-    }
+    forEach(m_markers, [](GraphMarker &marker) { marker.placeAgain(); });
 }
 
 void GraphCursor::handleRectChanged()
 {
     followSamples();
     setPosIndex(m_posIndex);
-    const auto markers = m_markers;
-    for (GraphMarker *marker : markers) {
-        if (marker)
-            marker->setPosIndex(marker->posIndex());
-    }
+    forEach(m_markers, [](GraphMarker &marker) { marker.setPosIndex(marker.posIndex()); });
 }
 
 // The samples stay, their pixels move; the plots may be given their size before the cursor or after it.
@@ -332,13 +326,12 @@ void GraphCursor::handlePlotSizeChanged()
 {
     handlePlotValuesChanged();
     placeOnScreen();
-    const auto markers = m_markers;
-    for (GraphMarker *marker : markers) {
+    forEach(m_markers, [this](GraphMarker &marker) {
         // One without a sample would be hidden.
         const PlotData *data = primarySeries();
-        if (marker && data && graph::hasSample(*data, marker->posIndex()))
-            marker->setPosIndex(marker->posIndex());
-    }
+        if (data && graph::hasSample(*data, marker.posIndex()))
+            marker.setPosIndex(marker.posIndex());
+    });
 }
 
 void GraphCursor::setZoomRect(ZoomRect *zoomRect)

@@ -324,7 +324,7 @@ void GraphMarker::handleDeltaChanged()
     const QString deltaY = formattedDifference(*data, data->y(graph::nearestSample(*data, cursorX)), y);
     const QStringList deltasY = seriesDeltas();
 
-    // All is computed before anything is told: whoever hears of it may take the data away.
+    // Everything is computed before anything is announced: listeners may take the data away.
     const auto publish = [this](auto &member, const auto &value, void (GraphMarker::*changed)()) {
         if (member == value)
             return;

@@ -7,7 +7,7 @@
 
 namespace {
 
-// Real traces settle within a few hundred passes; the bound is for inputs that nobody has thought of.
+// Real traces settle within a few hundred passes; the bound is for inputs that nobody has foreseen.
 constexpr int passLimit = 1000;
 
 } // namespace
@@ -60,7 +60,7 @@ bool PeakAnalysis::getNextPeak(bool forward, double tolerance, long count, const
     long end = -1;
     if (!getNextPeak(forward, tolerance, begin, end))
         return false;
-    // The walk has bent its copies, the true summit stands in the caller's samples.
+    // The walk has bent its copies, the true summit is in the caller's samples.
     peakIndex = begin;
     for (long i = begin + 1; i <= end; ++i) {
         if (y[i] > y[peakIndex])

@@ -41,7 +41,7 @@ public:
     bool areExactly(const QList<AbstractPlot *> &plots) const;
     // Skips those that are null.
     void replace(const QList<AbstractPlot *> &plots);
-    // Is listed behind the others, and not heard.
+    // Adds it to the list, behind the others; its signals are not heard.
     void append(AbstractPlot *plot);
 
     int count() const { return m_plots.size(); }

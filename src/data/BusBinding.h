@@ -43,7 +43,7 @@ public:
     void followItem(const QString &key);
     void followVector(const QString &key, const Sink &sink = {});
 
-    // Copy the value of an item that has changed. Anybody may have sent: what is no item is ignored.
+    // Copy the value of an item that has changed. Any object may be the sender: what is no item is ignored.
     void takeValue(const QObject *sender);
     void takeVector(const QObject *sender);
 

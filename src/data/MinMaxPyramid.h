@@ -6,7 +6,7 @@
 
 namespace graph {
 
-// Answers the extremes of any index range of one array by looking at some 200 values at most, whatever the
+// Answers the extremes of any index range of one array by looking at some 200 values at most, for any
 // length of the range: blocks of 64 samples, and above them levels of eight nodes in one. 0.3 bytes a sample.
 //
 // The array is not kept. Each query is given the same, unchanged samples again: double, QPointF, or any type

@@ -203,7 +203,7 @@ void PlotData::setYPrecision(int precision)
     \qmlproperty double PlotData::xRangeEnd
     \qmlproperty double PlotData::yRangeBegin
     \qmlproperty double PlotData::yRangeEnd
-    The nominal ranges, in the units of the data, for whoever sets up axes; they limit nothing. Default: 0.
+    The nominal ranges, in the units of the data, for setting up axes; they limit nothing. Default: 0.
 */
 void PlotData::setXRangeBegin(double value)
 {

@@ -146,7 +146,7 @@ bool PlotSeries::operator==(const PlotData &other) const
 /*!
     \qmlproperty double PlotSeries::xInterval
     The distance in x from one sample to the next, in units of x; may be negative. Default: 1. With 0 every
-    sample stands at the same x; with NaN or an infinity nothing is drawn.
+    sample is at the same x; with NaN or an infinity nothing is drawn.
 */
 void PlotSeries::setXInterval(double interval)
 {

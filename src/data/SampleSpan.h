@@ -12,7 +12,7 @@ namespace graph {
 class MinMaxPyramid;
 
 // Samples of a data object in ascending order of x, seen in the object's own array without a copy. The view
-// shares the array, so it stays valid, with the values it was made with, whatever becomes of the data.
+// shares the array, so it stays valid, with the values it was made with, even after the data is gone.
 // An array that samples are appended to is shared as well: what is appended lies behind the view, and the
 // array moves elsewhere, not in place, while somebody else shares it.
 //

@@ -170,7 +170,7 @@ void IntegralPainter::setFillOpacity(double opacity)
 
 /*!
     \qmlproperty int IntegralPainter::lineWidth
-    Width in pixels of the upright lines at the limits, 1 by default; 0 draws none.
+    Width in pixels of the vertical lines at the limits, 1 by default; 0 draws none.
 */
 void IntegralPainter::setLineWidth(int width)
 {

@@ -77,7 +77,7 @@ private:
     void drawEdges(QPainter *painter, const graph::Curve &curve, const Frame &frame) const;
 
     QPointer<PlotData> m_plotData;
-    // That of plotParent, which stands in for plotData.
+    // That of plotParent, which is used in place of plotData.
     QPointer<PlotData> m_parentData;
     double m_begin = 0.0;
     double m_end = 0.0;

@@ -196,7 +196,7 @@ void SegmentPainter::setLineStyle(Qt::PenStyle style)
 
 /*!
     \qmlproperty int SegmentPainter::endSize
-    Length in pixels to which an upright bar reaches up and down at each visible end; 0, the default, draws
+    Length in pixels to which a vertical bar reaches up and down at each visible end; 0, the default, draws
     none.
 */
 void SegmentPainter::setEndSize(int size)

@@ -114,7 +114,7 @@ void TextPainter::setLabel(const QString &label)
 
 /*!
     \qmlproperty uint TextPainter::hTextAlignment
-    Which side of the text stands at the origin: Qt.AlignLeft (the default), Qt.AlignHCenter or Qt.AlignRight.
+    Which side of the text is at the origin: Qt.AlignLeft (the default), Qt.AlignHCenter or Qt.AlignRight.
 */
 void TextPainter::setHTextAlignment(uint alignment)
 {
@@ -126,7 +126,7 @@ void TextPainter::setHTextAlignment(uint alignment)
 
 /*!
     \qmlproperty uint TextPainter::vTextAlignment
-    Which edge of the text stands at the origin: Qt.AlignBottom (the default), Qt.AlignVCenter or Qt.AlignTop.
+    Which edge of the text is at the origin: Qt.AlignBottom (the default), Qt.AlignVCenter or Qt.AlignTop.
 */
 void TextPainter::setVTextAlignment(uint alignment)
 {

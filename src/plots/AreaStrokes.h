@@ -8,9 +8,9 @@
 
 namespace graph {
 
-// One upright line per pixel column from the least of `lower` to the greatest of `upper`, paired by index at
+// One vertical line per pixel column from the least of `lower` to the greatest of `upper`, paired by index at
 // the x of `upper`; rows truncated toward zero. Columns between two samples repeat the one before. A pair
-// of which one half is not finite is missing. Columns outside the samples, or with missing pairs only, have no
+// with one half that is not finite is missing. Columns outside the samples, or with missing pairs only, have no
 // line.
 QVector<QLine> areaStrokes(const SampleSpan &upper, const SampleSpan &lower, const PixelMapping &mapping,
                            int columns, bool ascending);

@@ -6,7 +6,7 @@
 namespace graph {
 
 // One element of a value taken from the bus. value: a list, a string list or an array of numbers, read at the
-// index; any other valid value stands for every index. Invalid when the index is out of range or there is no
+// index; any other valid value serves for every index. Invalid when the index is out of range or there is no
 // value.
 QVariant arrayElement(const QVariant &value, int index);
 

@@ -142,7 +142,7 @@ void ChannelPlot::itemChange(ItemChange change, const ItemChangeData &data)
     RegionPlot::itemChange(change, data);
 }
 
-// Where the channels stand, cut off just outside the item, in the order of their begins.
+// Where the channels are, cut off just outside the item, in the order of their begins.
 QVector<ChannelPlot::Channel> ChannelPlot::channels(const graph::PixelMapping &mapping) const
 {
     const QRect area =
@@ -225,7 +225,7 @@ void ChannelPlot::paintChannel(QPainter *painter, const Channel &channel) const
 
 void ChannelPlot::paintLabels(QPainter *painter, QVector<Channel> channels) const
 {
-    // Where channels overlap, the first label stands: the selected one, then the tallest measured ones.
+    // Where channels overlap, the first label stays: the selected one, then the tallest measured ones.
     const auto rank = [this](const Channel &channel) {
         return std::make_tuple(!isSelected(channel), !channel.isMeasured, channel.rect.top());
     };

@@ -59,7 +59,7 @@ public:
         if (extremes.isEmpty()) {
             if (column >= 0 && column < m_envelope.columns() &&
                 m_envelope.state[column] == ColumnEnvelope::Empty)
-                m_envelope.state[column] = ColumnEnvelope::Hole;
+                m_envelope.state[column] = ColumnEnvelope::Gap;
             return;
         }
         m_envelope.firstColumn = m_any ? std::min(m_envelope.firstColumn, column) : column;
@@ -207,9 +207,9 @@ void joinColumns(ColumnEnvelope &envelope, double baseline, bool wholeWidth)
         if (!inside(previous) || !inside(next))
             continue;
         // Missing values end a trace: there is nothing to stretch to.
-        if (envelope.state[previous] == ColumnEnvelope::Hole)
+        if (envelope.state[previous] == ColumnEnvelope::Gap)
             previous = c;
-        if (envelope.state[next] == ColumnEnvelope::Hole)
+        if (envelope.state[next] == ColumnEnvelope::Gap)
             next = c;
         double &min = envelope.min[c];
         double &max = envelope.max[c];

@@ -19,7 +19,7 @@ struct ColumnEnvelope
 {
     enum State : unsigned char {
         Empty,  // no sample falls into the column; its extremes are the baseline
-        Hole,   // samples do, but none with a value that has a place; its extremes are the baseline
+        Gap,    // samples do, but none with a value that has a place; its extremes are the baseline
         Filled, // at least one such sample, or taken over from the column before
     };
 
@@ -46,12 +46,12 @@ void bridgeStraight(ColumnEnvelope &envelope, const SampleSpan &samples, const P
 // with wholeWidth the columns outside the samples count as neighbours too.
 void joinColumns(ColumnEnvelope &envelope, double baseline, bool wholeWidth);
 
-// One upright line per column, at least minSpan (data units; pixels where the axis is not linear) long, rows rounded to the nearest. Unless keepEmpty,
-// columns that stand at the baseline exactly, that is those without a sample, give none.
+// One vertical line per column, at least minSpan (data units; pixels where the axis is not linear) long, rows rounded to the nearest. Unless keepEmpty,
+// columns exactly at the baseline, such as those without a sample, give none.
 QVector<QLine> envelopeStrokes(const ColumnEnvelope &envelope, const PixelMapping &mapping, double minSpan,
                                double baseline, bool keepEmpty);
 
-// Upright lines from the baseline's row to the top of each column, for the area below a trace; none where the top is
+// Vertical lines from the baseline's row to the top of each column, for the area below a trace; none where the top is
 // in that row.
 QVector<QLine> fillStrokes(const ColumnEnvelope &envelope, const PixelMapping &mapping, int baseRow);
 

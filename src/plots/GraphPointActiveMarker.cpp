@@ -20,7 +20,7 @@ QSize textSize(QPainter *painter, const QString &text)
 /*!
     \qmltype GraphPointActiveMarker
     \inherits GraphPointMarker
-    \brief An upright line with up to two lines of text above it, or below it where they do not fit above.
+    \brief A vertical line with up to two lines of text above it, or below it where they do not fit above.
 */
 void GraphPointActiveMarker::paint(QPainter *painter, int x, int y)
 {

@@ -5,7 +5,7 @@
 
 #include <QRect>
 
-// Marks a point with an upright line and up to two lines of text.
+// Marks a point with a vertical line and up to two lines of text.
 class GRAPH_CHARTS_EXPORT GraphPointActiveMarker : public GraphPointMarker
 {
     Q_OBJECT

@@ -7,7 +7,7 @@
 /*!
     \qmltype GraphPointMarker
     \inherits GraphPoint
-    \brief An upright line of \c pointSize at the point, and the base of the labelled markers.
+    \brief A vertical line of \c pointSize at the point, and the base of the labelled markers.
 */
 void GraphPointMarker::paint(QPainter *painter, int x, int y)
 {

@@ -6,7 +6,7 @@
 
 #include <QPointer>
 
-// An upright line at the point; the base of the markers that add labels and icons taken from the bus.
+// A vertical line at the point; the base of the markers that add labels and icons taken from the bus.
 class GRAPH_CHARTS_EXPORT GraphPointMarker : public GraphPoint
 {
     Q_OBJECT

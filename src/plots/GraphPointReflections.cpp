@@ -26,10 +26,10 @@ QString localPath(const QString &path)
 /*!
     \qmltype GraphPointReflections
     \inherits GraphPointMarker
-    \brief An upright line with the number of the point beside it, and an icon above it when the point is
+    \brief A vertical line with the number of the point beside it, and an icon above it when the point is
     selected.
 
-    The number stands above the line, or below it when the point is selected or too near to the upper edge.
+    The number is above the line, or below it when the point is selected or too near to the upper edge.
 */
 GraphPointReflections::GraphPointReflections(QObject *parent)
     : GraphPointMarker(parent)

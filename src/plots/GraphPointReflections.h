@@ -6,7 +6,7 @@
 #include <QCache>
 #include <QImage>
 
-// Marks a reflection: an upright line with the number of the point, and an icon when the point is selected.
+// Marks a reflection: a vertical line with the number of the point, and an icon when the point is selected.
 class GRAPH_CHARTS_EXPORT GraphPointReflections : public GraphPointMarker
 {
     Q_OBJECT

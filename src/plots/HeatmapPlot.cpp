@@ -37,7 +37,7 @@ const std::vector<unsigned int> HeatmapPlot::m_heatMapColors = {
     \brief A spectrum over time: the colour of a cell tells how often a level was seen at a frequency.
 
     The horizontal axis is in MHz, the vertical one in the level unit of \l units. The map is 650 by 525
-    pixels at most, whatever the size of the item.
+    pixels at most, for any size of the item.
 
     \qmlproperty enumeration HeatmapPlot::renderTarget
     The property of Qt's painted items, \c FramebufferObject by default. Unlike other plots this one never
@@ -164,7 +164,7 @@ void HeatmapPlot::readDataFromFile(const QString &path)
     if (!path.isEmpty() && file.open(QIODevice::ReadWrite | QIODevice::ExistingOnly)) {
         if (file.size() == 0)
             return;
-        // Asked of the open file, before it is read: whatever is written from now on stays for the next read.
+        // Asked of the open file, before it is read: what is written from now on is left for the next read.
         modified = file.fileTime(QFileDevice::FileModificationTime);
         try {
             setHeatmap(std::make_shared<const graph::Heatmap>(graph::readHeatmap(file)));

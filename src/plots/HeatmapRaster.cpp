@@ -47,7 +47,7 @@ float singlePrecision(double value)
 }
 
 // Item coordinates of the borders between rows. Neighbours share theirs, so that rounding leaves no line
-// free.
+// blank.
 std::vector<double> rowEdges(const Heatmap &heatmap, double topLevel, const PixelMapping &mapping)
 {
     const float step = singlePrecision(heatmap.rowStep);

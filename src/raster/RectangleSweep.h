@@ -23,7 +23,7 @@ struct Rows
     }
 };
 
-// Covers upright runs of pixels with rectangles, each as wide as the runs allow: an engine that fills row by
+// Covers vertical runs of pixels with rectangles, each as wide as the runs allow: an engine that fills row by
 // row pays for each row of each rectangle. The rectangles are disjoint if the runs are.
 class RectangleSweep
 {

@@ -140,7 +140,7 @@ bool areDisjoint(const QVector<QLine> &lines, int width)
     return true;
 }
 
-// Paths that go to and fro cross too many columns to be followed by column.
+// Paths that go back and forth cross too many columns to be followed by column.
 bool isAscending(const QPainterPath &path)
 {
     for (int i = 1; i < path.elementCount(); ++i) {

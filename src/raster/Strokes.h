@@ -11,10 +11,10 @@ namespace graph {
 
 // Each of these paints the same pixels as the painter's own call for it, at a fraction of the cost where the
 // raster engine paints whole pixels: as rectangles, each as wide as the shape allows. Elsewhere they are that
-// call. The engine's own cost of a path grows with the square of its length, and that of upright lines with
+// call. The engine's own cost of a path grows with the square of its length, and that of vertical lines with
 // each of their rows.
 
-// QPainter::drawLines for upright lines, with the painter's pen.
+// QPainter::drawLines for vertical lines, with the painter's pen.
 void drawUprightLines(QPainter *painter, const QVector<QLine> &lines);
 
 // QPainter::strokePath for a path without curves, with the painter's pen.

@@ -139,7 +139,7 @@ bool BusClient::deliver(const QDeadlineTimer &end)
 
 void BusClient::setItems(const BusItems &items)
 {
-    // A copy: whoever is told of a change may publish another one.
+    // A copy: a listener may publish another change.
     const BusItems all = items;
     for (auto it = all.values.cbegin(); it != all.values.cend(); ++it)
         setValue(it.key(), it.value());

@@ -216,7 +216,7 @@ void BusLink::disconnect()
     m_calls.clear();
     DBusConnection *connection = std::exchange(m_connection, nullptr);
     dbus_connection_close(connection);
-    // Its last words, or they would stay in memory.
+    // The messages that it left, or they would stay in memory.
     while (dbus_connection_dispatch(connection) == DBUS_DISPATCH_DATA_REMAINS) {
     }
     dbus_connection_unref(connection);
@@ -262,7 +262,7 @@ bool BusLink::take(DBusMessage *message)
     return false;
 }
 
-// Whether the bus hears and speaks is asked, not hoped for.
+// A connection may look alive while the bus does nothing: it is asked.
 void BusLink::lookAfterBus()
 {
     if (!m_connection)

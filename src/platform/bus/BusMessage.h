@@ -17,7 +17,7 @@ struct DBusMessage;
 //   signal ValueChanged(t serial, s item, v value)
 //   signal ArrayChanged(t serial, s item, t size, t offset, ay part)
 //   signal ArrayAppended(t serial, s item, t dropped, t offset, ay part)
-// The serial counts the service's changes, so that a client drops the news that its items already hold. An
+// The serial counts the service's changes, so that a client drops changes that its items already have. An
 // array is the memory of its doubles, in the byte order of the machine that both ends run on.
 namespace graph {
 

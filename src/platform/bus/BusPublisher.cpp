@@ -98,7 +98,7 @@ void BusPublisher::setValue(const QString &itemName, const QVariant &value)
         m_feed->items().setValue(itemName, accepted);
         BusRegistry::instance().courier().thread().rouse();
     }
-    // Last: whoever is told may destroy the publisher.
+    // Last: a listener may destroy the publisher.
     if (BusClient *client = BusRegistry::instance().client(m_serviceName))
         client->setValue(itemName, accepted);
 }

@@ -13,9 +13,9 @@ class GRAPH_BUS_EXPORT ORNClientInterface : public QObject
     Q_OBJECT
 
 public:
-    // The client object for the service `name`, whoever asks; null, with one log line, for a name that no
+    // The client object for the service `name`, shared by all callers; null, with one log line, for a name that no
     // service can have. The first call asks the service for all its items and waits for them: all such waits
-    // together, 2 s at most. What comes later comes by itself, also from a service that is not there yet. A call
+    // together, 2 s at most. What comes later arrives by itself, also from a service that is not there yet. A call
     // that finds the service gone since, or just back, waits in the same way, so that nobody starts with the values
     // of its predecessor. The object belongs to the library: `parent` is not used.
     static ORNClientInterface *getSessionBusClient(const QString &name, QObject *parent);

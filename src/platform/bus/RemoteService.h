@@ -15,7 +15,7 @@
 class ServiceFeed;
 
 // The service on the session bus that feeds a client: asks for all items at the start and whenever the service
-// or the bus comes back, and takes the changes in between. It asks again, ever more rarely, when no answer
+// or the bus comes back, and takes the changes in between. It asks again, at growing intervals, when no answer
 // comes.
 class RemoteService : public BusMember
 {

@@ -12,7 +12,7 @@ namespace {
 constexpr int maxDigits = 17;
 constexpr int exponentForm = 15;
 
-// digits d1 d2 d3 ... stand for d1.d2d3... * 10^exponent; no digits for zero.
+// digits d1 d2 d3 ... mean d1.d2d3... * 10^exponent; no digits for zero.
 struct Decimal
 {
     QByteArray digits;

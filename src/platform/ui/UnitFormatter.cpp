@@ -66,7 +66,7 @@ QString UnitFormatter::text(double value, const QString &symbol) const
     // What is no value has no unit.
     if (std::isnan(value))
         return number.digits;
-    // A count has a prefix but no unit to stand apart with.
+    // A count has a prefix but no unit to be written apart.
     return symbol.isEmpty() ? number.digits + number.prefix
                             : number.digits + QLatin1Char(' ') + number.prefix + symbol;
 }

@@ -10,7 +10,7 @@ class GRAPH_UI_EXPORT UnitFormatter : public BaseFormatter
     Q_OBJECT
 
 public:
-    // Null for a name that stands for no unit.
+    // Null for a name that is no unit.
     static UnitFormatter *create(const QString &unitName);
 
     QString formatValue(const QVariant &value) const override;

@@ -48,7 +48,7 @@ public:
     void setZoomRect(ZoomRect *zoomRect);
     double baseline() const;
     QRectF visibleRect() const;
-    // The mapping as it stands now, for a paint or a hit test.
+    // The present mapping, for a paint or a hit test.
     graph::PixelMapping pixelMapping() const;
     // A click in pixels of the whole data extent at the present zoom as one in the item, as far as the axes show
     // that extent in a positive part only.

@@ -129,7 +129,7 @@ void XYScale::repaintWith(ValueAxis *axis)
     if (m_repaintingAxes.contains(axis))
         return;
     m_repaintingAxes.append(axis);
-    // The axis is the context, so this outlives its leaving the plane; the plane may well be gone by then.
+    // The axis is the context, so this lasts after it leaves the plane, which may be gone by then.
     connect(axis, &ValueAxis::axisChanged, axis, [plane = QPointer<XYScale>(this)] {
         if (plane)
             plane->update();
@@ -192,12 +192,17 @@ void XYScale::paintShifted(QPainter *painter)
     // Labels keep their place on every target.
     if (const double shift = framebufferShift(); shift != 0.0)
         painter->translate(-shift, -shift);
+    paintLabels(painter, plotRect);
+}
+
+void XYScale::paintLabels(QPainter *painter, const QRectF &plotRect)
+{
     graph::LabelSurroundings surroundings{boundingRect(), {}};
     for (const ValueAxis *axis : qAsConst(m_axes)) {
         if (axis)
             surroundings.axes.append(axis->look());
     }
-    // Labels of vertical axes lie above those of horizontal ones, whatever the order of the axes.
+    // Labels of vertical axes lie above those of horizontal ones, in any order of the axes.
     for (const Qt::Orientation orientation : {Qt::Horizontal, Qt::Vertical}) {
         for (ValueAxis *axis : qAsConst(m_axes)) {
             if (axis && axis->labelsPlane() == this && axis->orientation() == orientation)

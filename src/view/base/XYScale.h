@@ -41,6 +41,7 @@ protected:
     QSGNode *updatePaintNode(QSGNode *old, UpdatePaintNodeData *data) override;
 
 private:
+    void paintLabels(QPainter *painter, const QRectF &plotRect);
     int marginAt(Qt::Alignment side);
     void repaintWith(ValueAxis *axis);
 

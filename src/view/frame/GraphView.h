@@ -72,7 +72,7 @@ private:
 
     QVector<QPointer<ValueAxis>> m_axes;
     QVector<QPointer<PlotData>> m_series;
-    // Both are the view's own, and yet whoever can reach them can delete them.
+    // Both are the view's own, and yet a document that reaches them can delete them.
     QPointer<QQuickItem> m_contentItem;
     QPointer<ZoomRect> m_zoomRect;
     QPointer<XYScale> m_defaultScale;

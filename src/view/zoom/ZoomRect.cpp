@@ -20,7 +20,7 @@ void follow(QObject *sender, const char *signal, QObject *receiver, const char *
 /*!
     \qmltype ZoomRect
     \inqmlmodule graph_plugin
-    \brief The visible part of a chart as a rectangle in the unit square that stands for the whole data
+    \brief The visible part of a chart as a rectangle in the unit square, which is the whole data
     extent.
 
     A GraphView creates one and gives it to its plots, which give it to their axes. NaN is ignored by every
@@ -329,7 +329,7 @@ void ZoomRect::show(const QRectF &rect)
     apply(m_x.showFrom(rect.x(), rect.width()), m_y.showFrom(rect.y(), rect.height()));
 }
 
-// Announces what an operation changed and puts the flickable in step.
+// Announces what an operation changed and updates the flickable.
 void ZoomRect::apply(const graph::ZoomInterval::Changes &x, const graph::ZoomInterval::Changes &y)
 {
     using graph::ZoomInterval;
