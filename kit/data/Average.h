@@ -5,6 +5,7 @@
 
 namespace graph {
 
+// The mean of the newest traces of its source, of levels in dB as powers where asked for. Gaps are passed over.
 class GRAPH_CHARTS_EXPORT Average : public ComputedData
 {
     Q_OBJECT

@@ -4,6 +4,7 @@
 
 namespace graph {
 
+// Its source minus a reference, paired by place: as many samples as the shorter one has, NaN where either is.
 class GRAPH_CHARTS_EXPORT Difference : public ComputedData
 {
     Q_OBJECT

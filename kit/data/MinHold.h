@@ -4,6 +4,7 @@
 
 namespace graph {
 
+// The least value of each sample of its source since clear(); gaps are passed over.
 class GRAPH_CHARTS_EXPORT MinHold : public ComputedData
 {
     Q_OBJECT

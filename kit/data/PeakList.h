@@ -9,6 +9,8 @@
 
 namespace graph {
 
+// The peaks of data, the highest first, as a list model. Samples that are not finite bound peaks like the ends of the
+// data.
 class GRAPH_CHARTS_EXPORT PeakList : public QAbstractListModel
 {
     Q_OBJECT

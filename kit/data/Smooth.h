@@ -4,6 +4,7 @@
 
 namespace graph {
 
+// Each sample of its source as the mean of those around it; gaps are passed over.
 class GRAPH_CHARTS_EXPORT Smooth : public ComputedData
 {
     Q_OBJECT

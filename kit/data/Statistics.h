@@ -7,6 +7,7 @@
 
 namespace graph {
 
+// Numbers about the samples of data in a stretch of x; NaN where it has none that are finite.
 class GRAPH_CHARTS_EXPORT Statistics : public QObject
 {
     Q_OBJECT

@@ -7,6 +7,8 @@
 
 namespace graph {
 
+// Live samples with an x each, in units of the axes: the newest `capacity` of those that are appended, from QML, C++,
+// another thread or the bus. A y that is not finite is a gap.
 class GRAPH_CHARTS_EXPORT StreamPoints : public StreamData
 {
     Q_OBJECT

@@ -7,6 +7,8 @@
 
 namespace graph {
 
+// Live samples at equal distances of x, in units of the axes: the newest `capacity` of those that are appended, from QML,
+// C++, another thread or the bus. A value that is not finite is a gap.
 class GRAPH_CHARTS_EXPORT StreamSeries : public StreamData
 {
     Q_OBJECT

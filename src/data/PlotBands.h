@@ -5,6 +5,7 @@
 
 #include <QStringList>
 
+// Points with a name each.
 class GRAPH_CHARTS_EXPORT PlotBands : public PlotPoints
 {
     Q_OBJECT

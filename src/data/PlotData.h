@@ -20,6 +20,9 @@ class ValueAxis;
 
 Q_MOC_INCLUDE("axis/ValueAxis.h")
 
+// What all data objects have in common: names, units, digits and nominal ranges of x and y, the axes that the data
+// belong to, and the address of a service on the bus that feeds them. Changes are announced by plotChanged(), once
+// for all of them within one pass of the event loop. To be used on the application's thread.
 class GRAPH_CHARTS_EXPORT PlotData : public QObject
 {
     Q_OBJECT

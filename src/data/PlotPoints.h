@@ -4,6 +4,8 @@
 #include "data/LazyPyramid.h"
 #include "data/PlotData.h"
 
+// Samples with an x each, in any order, or pairs of them as separate segments. A y that is not finite is a gap; a point
+// without a finite x is not drawn.
 class GRAPH_CHARTS_EXPORT PlotPoints : public PlotData
 {
     Q_OBJECT

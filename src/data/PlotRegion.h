@@ -6,6 +6,8 @@
 #include <QObject>
 #include <QStaticText>
 
+// A stretch of x, in either order of its ends, with a level, a name and a colour. Numbers that are not finite overlap
+// nothing.
 class GRAPH_CHARTS_EXPORT PlotRegion : public QObject
 {
     Q_OBJECT

@@ -8,6 +8,8 @@
 #include <QQmlListProperty>
 #include <QTransform>
 
+// Regions in ascending order of their begins, written by a document, from C++ or by a service on the bus. A stream that
+// is damaged leaves them as they were.
 class GRAPH_CHARTS_EXPORT PlotRegions : public PlotData
 {
     Q_OBJECT

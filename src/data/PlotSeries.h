@@ -4,6 +4,8 @@
 #include "data/LazyPyramid.h"
 #include "data/PlotData.h"
 
+// Equally spaced samples: y values, the x of the first one and the distance from one to the next, which may be negative,
+// in units of the axes. A value that is not finite is a gap; an x or a distance that is not finite leaves no samples.
 class GRAPH_CHARTS_EXPORT PlotSeries : public PlotData
 {
     Q_OBJECT

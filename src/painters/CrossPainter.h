@@ -3,6 +3,7 @@
 #include "common/Export.h"
 #include "painters/BasePainter.h"
 
+// A cross at a point in data units; not drawn outside the visible range.
 class GRAPH_CHARTS_EXPORT CrossPainter : public BasePainter
 {
     Q_OBJECT

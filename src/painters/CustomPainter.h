@@ -6,6 +6,7 @@
 #include <QPolygonF>
 #include <QVector>
 
+// Lines or a filled polygon through points in data units. A point that is not finite ends one and begins the next.
 class GRAPH_CHARTS_EXPORT CustomPainter : public BasePainter
 {
     Q_OBJECT

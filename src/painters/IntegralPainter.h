@@ -7,6 +7,8 @@
 
 #include <QBasicTimer>
 
+// The area between a curve and a base level within two limits, in data units, and its size. NaN in a limit, or no
+// samples between them, gives 0.
 class GRAPH_CHARTS_EXPORT IntegralPainter : public BasePainter
 {
     Q_OBJECT

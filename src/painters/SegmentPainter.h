@@ -3,6 +3,7 @@
 #include "common/Export.h"
 #include "painters/BasePainter.h"
 
+// A straight line between two points in data units, with vertical bars in pixels at its ends.
 class GRAPH_CHARTS_EXPORT SegmentPainter : public BasePainter
 {
     Q_OBJECT

@@ -5,6 +5,7 @@
 
 #include <QFont>
 
+// A text at a point in data units, drawn up to 10 of them outside the visible range.
 class GRAPH_CHARTS_EXPORT TextPainter : public BasePainter
 {
     Q_OBJECT

@@ -11,7 +11,7 @@ namespace graph {
 // What a plot paints one frame with.
 struct PlotFrame
 {
-    QPainter *painter;
+    QPainter *painter = nullptr;
     PixelMapping mapping;
     QRectF visibleRect; // in data units, y being the lowest visible value
 };
