@@ -33,7 +33,7 @@ public:
     // The arrays that useSet() refers to, and an open window with the trace in it. Whatever an application would do
     // once only, or could be spared by keeping its data in the chart's own form, belongs here.
     virtual void prepare(const Job &job, const QVector<QVector<double>> &sets) = 0;
-    // Replaces all samples, which stand at x = 0, 1, 2...
+    // Replaces all samples, which are at x = 0, 1, 2...
     virtual void useSet(int set) = 0;
     virtual void setVisible(double first, double last) = 0;
     // To a pixel column, counted from somewhere near the left edge. Only whole screens have a cursor.

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Draws the pictures of the documentation again: each picture that stands right before a QML document in a page shows
+# Draws the pictures of the documentation again: each picture that comes right before a QML document in a page shows
 # that document. Usage: tools/update_pictures.sh [BUILD]; BUILD: a build folder, build/release unless named.
 set -euo pipefail
 cd "$(dirname "$0")/.."

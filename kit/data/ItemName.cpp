@@ -13,7 +13,7 @@ QString idOf(const QObject *object)
 {
     auto *named = const_cast<QObject *>(object);
     const QQmlContext *context = qmlContext(object);
-    const QString id = context ? context->nameForObject(named) : QString();
+    QString id = context ? context->nameForObject(named) : QString();
     if (!id.isEmpty())
         return id;
     // What a legend calls it.

@@ -102,7 +102,7 @@ std::optional<QVector<double>> numberList(const QVariant &list)
         const QJSValue value = list.value<QJSValue>();
         if (!value.isObject())
             return std::nullopt;
-        if (const auto numbers = typedArray(value))
+        if (auto numbers = typedArray(value))
             return numbers;
         return numberList(value.toVariant());
     }

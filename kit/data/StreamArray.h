@@ -45,8 +45,9 @@ public:
         const auto floor = [](std::uintptr_t address) { return address / page * page; };
         const std::uintptr_t begin = floor(std::uintptr_t(m_samples + m_letGo) + page - 1);
         const std::uintptr_t end = floor(std::uintptr_t(m_samples + first));
+        auto *memory = reinterpret_cast<char *>(m_samples);
         if (begin < end)
-            madvise(reinterpret_cast<void *>(begin), end - begin, MADV_DONTNEED);
+            madvise(memory + (begin - std::uintptr_t(memory)), end - begin, MADV_DONTNEED);
         m_letGo = first;
 #else
         Q_UNUSED(first)

@@ -514,7 +514,7 @@ private slots:
     void paintsBand_data()
     {
         columns<int, QVector<int>>({"width", "expected"});
-        // The alphas of the columns 23 to 33; the cursor stands on 30.
+        // The alphas of the columns 23 to 33; the cursor is on 30.
         QTest::newRow("none") << 0 << QVector<int>{0, 0, 0, 0, 0, 0, 0, 255, 0, 0, 0};
         QTest::newRow("five") << 5 << QVector<int>{0, 0, 0, 0, 0, 0, 127, 255, 127, 0, 0};
         QTest::newRow("eight") << 8 << QVector<int>{0, 0, 0, 127, 127, 255, 255, 127, 127, 0, 0};
@@ -577,7 +577,7 @@ private slots:
             reading->setPlot(bench.plot);
             bench.objects << reading << marker->label();
             bench.place(round % 101);
-            // Whoever hears of a move may take the data away.
+            // Listeners to a move may take the data away.
             if (round % 5 == 0)
                 connect(bench.cursor, &GraphCursor::posValueChanged, bench.data, [&] { delete bench.data; });
             std::shuffle(bench.objects.begin(), bench.objects.end(), random);

@@ -67,7 +67,7 @@ private slots:
         marker->setVisible(true);
         late->setVisible(true);
         bench.place(10);
-        // A document may write, and zoom, before there is anything to stand on.
+        // A document may write, and zoom, before there is anything to be on.
         bench.zoom->setWidth(0.9);
         bench.x->setMaxValue(200.0);
         QVERIFY(marker->posIndex() == -1 && marker->posValue() == 50.0 && !marker->isVisible());

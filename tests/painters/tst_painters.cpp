@@ -276,7 +276,7 @@ private slots:
         QVERIFY(image.pixel(26, 0) != 0xffffffff && image.pixel(20, 5) == 0xffffffff);
         figure.setPlotData(&data);
 
-        // The upright lines stand at the limits that are in sight.
+        // The vertical lines are at the limits that are in sight.
         figure.setBaseLevel(30.0);
         figure.setFillOpacity(0.0);
         figure.setLineWidth(1);

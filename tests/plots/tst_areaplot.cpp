@@ -13,7 +13,7 @@ class tst_areaplot : public QObject
     Q_OBJECT
 
 private slots:
-    // 101 x 101 pixels, x and y 0..100: a value v stands in row 100 - v.
+    // 101 x 101 pixels, x and y 0..100: a value v is in row 100 - v.
     void init()
     {
         m_document = std::make_unique<QmlDocument>(R"(

@@ -238,7 +238,7 @@ private slots:
         const PixelMapping mapping = unitMapping(4);
         const ColumnEnvelope envelope =
             graph::columnEnvelope(series({10, 30, 0, 50, 50.4}, 0, 0.75), mapping, 4, 0.0, false);
-        // Column 0 spans 10..30, column 1 stands at the baseline like one without a sample, 2 and 3 are flat.
+        // Column 0 spans 10..30, column 1 is at the baseline like one without a sample, 2 and 3 are flat.
         const QVector<QLine> lines = graph::envelopeStrokes(envelope, mapping, 2, 0.0, false);
         QCOMPARE(lines, (QVector<QLine>{{0, 90, 0, 70}, {2, 51, 2, 49}, {3, 51, 3, 49}}));
         QCOMPARE(graph::envelopeStrokes(envelope, mapping, 2, 0.0, true).size(), 4);

@@ -11,7 +11,7 @@ class tst_graphbands : public QObject
     Q_OBJECT
 
 private slots:
-    // 201 x 101 pixels, x 0..200 and y -50..50: a value v stands in row 50 - v.
+    // 201 x 101 pixels, x 0..200 and y -50..50: a value v is in row 50 - v.
     void init()
     {
         m_document = std::make_unique<QmlDocument>(R"(

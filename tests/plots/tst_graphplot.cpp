@@ -31,7 +31,7 @@ class tst_graphplot : public QObject
     Q_OBJECT
 
 private slots:
-    // 101 x 101 pixels; x 0..100 unless a test says otherwise, y -50..50: a value v stands in row 50 - v.
+    // 101 x 101 pixels; x 0..100 unless a test says otherwise, y -50..50: a value v is in row 50 - v.
     void init()
     {
         m_document = std::make_unique<QmlDocument>(R"(
@@ -144,7 +144,7 @@ private slots:
         const QImage image = painted(plot());
         for (int column = 41; column <= 59; ++column)
             QCOMPARE(paintedRows(image, column), nothing);
-        // Beside the gap the trace stands where it is, without a spike.
+        // Beside the gap the trace stays where it is, without a spike.
         for (const int column : {20, 80})
             QCOMPARE(paintedRows(image, column).first / 2, 30 / 2);
         const bool area = style == GraphPlot::FillPlot || style == GraphPlot::BarPlot;

@@ -152,7 +152,7 @@ private slots:
         QCOMPARE(spy.count(), 0);
         auto *timer = plot()->findChild<QTimer *>();
         QTRY_VERIFY(
-            !timer->isActive()); // runs out once after construction; afterwards each paint starts it anew
+            !timer->isActive()); // runs out once after construction; afterwards each paint starts it again
         QCOMPARE(cell(), 0u);
         QVERIFY(timer->isActive() && timer->interval() == 200);
         plot()->setDataFilePath(write("a.heatmap"));

@@ -1,6 +1,6 @@
 // Qt is not built for the check for data races and locks with system calls that the check does not see. Programs that
 // are checked therefore answer for Qt's locks themselves: each function tells what it orders and leaves the work to the
-// function of Qt that it stands for.
+// function of Qt that it replaces.
 
 #include <QDeadlineTimer>
 #include <QMutex>

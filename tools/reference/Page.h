@@ -11,7 +11,7 @@ QString page(const QmlType &type, const QmlTypes &types, const CommentTexts &tex
 // The list of all pages.
 QString index(const QString &module, const QmlTypes &types, const CommentTexts &texts);
 
-// Whether the type has a page: attached types stand on that of their owner.
+// Whether the type has a page: attached types are on that of their owner.
 bool hasPage(const QmlType &type, const QmlTypes &types);
 
 } // namespace reference

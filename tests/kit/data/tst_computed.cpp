@@ -77,7 +77,7 @@ private slots:
         settle();
         QCOMPARE(valuesOf(high), Values({0, 3}));
 
-        // Other places and other lengths begin anew.
+        // Other places and other lengths begin again.
         series.setXFirstValue(10);
         settle();
         QCOMPARE(high.first(), QPointF(10, 0));
