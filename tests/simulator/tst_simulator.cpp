@@ -25,7 +25,7 @@ Outcome outcomeOf(const QStringList &arguments)
 {
     QProcess process;
     process.start(SIMULATOR, arguments);
-    if (!process.waitForFinished())
+    if (!process.waitForFinished(-1))
         return {-1, {}, process.errorString()};
     const int status = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
     return {status, QString::fromUtf8(process.readAllStandardOutput()),

@@ -1,28 +1,25 @@
 #!/usr/bin/env bash
 # Builds everything for a 32-bit ARM processor and runs all tests on an emulated one. Arguments go to ctest.
-# Libraries and emulator are unpacked to build/, half a gigabyte.
 set -euo pipefail
 cd "$(dirname "$0")/../.."
-tools/setup.sh arm
-sysroot=$PWD/build/arm-sysroot
-tools/arm/unpack.sh armhf bookworm "$sysroot" \
-    libc6-dev libstdc++-12-dev libgcc-12-dev qtbase5-dev libqt5svg5-dev qtdeclarative5-dev libqt5quicktest5 \
-    qml-module-qtquick2 qml-module-qtquick-window2 qml-module-qtqml-models2 qml-module-qttest libdbus-1-dev
-# The generators of Qt run here.
-for tool in /usr/lib/qt5/bin/*; do
-    ln -sfn "$tool" "$sysroot/usr/lib/qt5/bin/$(basename "$tool")"
-done
-# That of Debian 12 cannot start child processes of Qt.
-emulator=$PWD/build/arm-emulator
-tools/arm/unpack.sh "$(dpkg --print-architecture)" bookworm-backports "$emulator" qemu-user
+tools/arm/prepare.sh
+export QEMU=$PWD/build/arm-emulator/usr/bin/qemu-arm QEMU_LD_PREFIX=$PWD/build/arm-sysroot
 
-cmake --preset arm >/dev/null
+cmake --preset arm -DCMAKE_CROSSCOMPILING_EMULATOR="$QEMU" | grep 'left out' || true
 cmake --build --preset arm
-# ARM programs start through the emulator for the tests and what they start, and for nothing else on this machine.
-export QEMU=$emulator/usr/bin/qemu-arm QEMU_LD_PREFIX=$sysroot
-exec unshare --user --map-root-user --mount bash -c '
+# Where that is allowed (Linux 6.7), ARM programs start through the emulator for the tests and what they start, and for
+# nothing else on this machine. Elsewhere tests do without those that start programs.
+register='
     mount -t binfmt_misc binfmt_misc /proc/sys/fs/binfmt_misc
     magic="\x7fELF\x01\x01\x01\x00\x00\x00\x00\x00\x00\x00\x00\x00\x02\x00\x28\x00"
     mask="\xff\xff\xff\xff\xff\xff\xff\x00\xff\xff\xff\xff\xff\xff\xff\xff\xfe\xff\xff\xff"
     echo ":arm:M::$magic:$mask:$QEMU:F" >/proc/sys/fs/binfmt_misc/register
-    exec ctest --preset arm -j "$(nproc)" "$@"' bash "$@"
+    exec "$@"'
+within=(unshare --user --map-root-user --mount bash -ec "$register" bash)
+choice=()
+if ! "${within[@]}" true 2>/dev/null; then
+    echo 'ARM programs cannot start by themselves here: the tests that start some are left out'
+    within=()
+    choice=(-E '^tst_bus_session$|^tst_simulator$|^tst_replay$|^tst_formatters$|^gallery_')
+fi
+exec "${within[@]}" ctest --preset arm -j "$(nproc)" "${choice[@]}" "$@"

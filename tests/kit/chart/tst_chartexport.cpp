@@ -365,7 +365,7 @@ private slots:
             if (isDeleted) {
                 bench.document().destroyRoot();
             } else {
-                QTRY_VERIFY(bench->progress() > 0.0 && bench->progress() < 1.0);
+                QTRY_VERIFY_WITH_TIMEOUT(bench->progress() > 0.0 && bench->progress() < 1.0, 60000);
                 bench->cancel();
                 QVERIFY(bench.end().endsWith("the export was cancelled."));
             }
