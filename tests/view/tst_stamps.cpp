@@ -76,6 +76,7 @@ const char *const chart = R"(
         }
     })";
 
+// %1: the margin of both axes, %2: the plane of their labels.
 const char *const wholeScreen = R"(
     import watched 1.0 as W
     GraphView {
@@ -84,11 +85,11 @@ const char *const wholeScreen = R"(
         property alias cursor: cursor
         axes: [
             ValueAxis {
-                id: horizontal; maxValue: 1000; maxVisible: 10; margin: 40; unit: "s"; linesPlane: grid; labelsPlane: labels
+                id: horizontal; maxValue: 1000; maxVisible: 10; margin: %1; unit: "s"; linesPlane: grid; labelsPlane: %2
             },
             ValueAxis {
                 id: vertical
-                alignment: Qt.AlignLeft; maxValue: 10; maxVisible: 10; margin: 40; linesPlane: grid; labelsPlane: labels
+                alignment: Qt.AlignLeft; maxValue: 10; maxVisible: 10; margin: %1; linesPlane: grid; labelsPlane: %2
             }
         ]
         W.XYScale { id: grid }
@@ -117,6 +118,7 @@ class tst_stamps : public QObject
 private slots:
     void showsThePixelsOfALayer_data();
     void showsThePixelsOfALayer();
+    void blendsAndUploadsLittle_data();
     void blendsAndUploadsLittle();
 };
 
@@ -173,12 +175,22 @@ void tst_stamps::showsThePixelsOfALayer()
     }
 }
 
+void tst_stamps::blendsAndUploadsLittle_data()
+{
+    QTest::addColumn<QString>("margin");
+    QTest::addColumn<QString>("labelsPlane");
+    QTest::newRow("labels in margins") << "40" << "labels";
+    QTest::newRow("labels over lines") << "0" << "grid";
+}
+
 void tst_stamps::blendsAndUploadsLittle()
 {
+    QFETCH(QString, margin);
+    QFETCH(QString, labelsPlane);
     registerTypes();
     qmlRegisterType<Watched<XYScale>>("watched", 1, 0, "XYScale");
     qmlRegisterType<Watched<GraphCursor>>("watched", 1, 0, "GraphCursor");
-    QmlDocument document(wholeScreen);
+    QmlDocument document(QString(wholeScreen).arg(margin, labelsPlane).toUtf8());
     QQuickWindow window;
     window.resize(800, 480);
     qobject_cast<QQuickItem *>(document.root())->setParentItem(window.contentItem());

@@ -69,7 +69,7 @@ StampNode::~StampNode()
 std::shared_ptr<StampNode::Stamp> StampNode::stampOf(const PaintedMark &mark)
 {
     for (const std::shared_ptr<Stamp> &stamp : m_stamps) {
-        if (stamp->mark == mark)
+        if (stamp->lines.isEmpty() && stamp->mark == mark)
             return stamp;
     }
     QImage image = emptyImage(mark.size);
@@ -84,6 +84,36 @@ std::shared_ptr<StampNode::Stamp> StampNode::stampOf(const PaintedMark &mark)
     return stamp;
 }
 
+// A text with the part of lines that it covers. They move together, so that it is not made again for each pan.
+std::shared_ptr<StampNode::Stamp> StampNode::stampOf(const PaintedMark &text,
+                                                     const QVector<PlacedMark> &lines, const QRect &ink)
+{
+    const auto isSame = [](const PlacedMark &a, const PlacedMark &b) {
+        return a.origin == b.origin && a.mark == b.mark;
+    };
+    for (const std::shared_ptr<Stamp> &stamp : m_stamps) {
+        if (stamp->lines.size() == lines.size() && stamp->mark == text &&
+            std::equal(lines.begin(), lines.end(), stamp->lines.begin(), isSame))
+            return stamp;
+    }
+    // As large as for a stamp without lines: letters at the edge of an image are drawn by other means.
+    QImage image = emptyImage(text.size);
+    QPainter painter(&image);
+    for (const PlacedMark &line : lines) {
+        const std::shared_ptr<Stamp> below = stampOf(line.mark);
+        painter.drawImage(line.origin + below->ink.topLeft(), below->image);
+    }
+    text.paint(&painter, QPoint());
+    painter.end();
+    auto stamp = std::make_shared<Stamp>();
+    stamp->mark = text;
+    stamp->lines = lines;
+    stamp->ink = ink;
+    stamp->image = stampImage(image.copy(ink), QRect(QPoint(), ink.size()));
+    m_stamps.push_back(stamp);
+    return stamp;
+}
+
 // Finds what covers what. A text over opaque lines becomes a stamp of its own, with the part of the lines in
 // it.
 bool StampNode::arrange(const PaintedFigure &figure, QVector<Placed> &placed)
@@ -92,32 +122,21 @@ bool StampNode::arrange(const PaintedFigure &figure, QVector<Placed> &placed)
         const PlacedMark &added = figure.marks.at(i);
         std::shared_ptr<Stamp> stamp = stampOf(added.mark);
         const QRect ink = stamp->ink.translated(added.origin);
-        bool coversLines = false;
+        QVector<PlacedMark> covered;
         for (int k = 0; k < placed.size() && !ink.isEmpty(); ++k) {
-            const PaintedMark &below = figure.marks.at(k).mark;
+            const PlacedMark &below = figure.marks.at(k);
             if (!placed.at(k).ink.intersects(ink))
                 continue;
-            if (below.isText() || below.isTranslucent() ||
+            if (below.mark.isText() || below.mark.isTranslucent() ||
                 (added.mark.isTranslucent() && !added.mark.isText()))
                 return false;
-            coversLines = coversLines || added.mark.isText();
+            if (added.mark.isText())
+                covered.append({below.mark, below.origin - added.origin});
         }
         stamp->isUsed = true;
-        if (coversLines) {
-            // As large as for a stamp without lines: letters at the edge of an image are drawn by other
-            // means.
-            const QPoint &origin = added.origin;
-            QImage image = emptyImage(added.mark.size);
-            QPainter painter(&image);
-            for (const Placed &below : qAsConst(placed)) {
-                if (below.ink.intersects(ink))
-                    painter.drawImage(below.ink.topLeft() - origin, below.stamp->image);
-            }
-            added.mark.paint(&painter, QPoint());
-            painter.end();
-            image = image.copy(stamp->ink);
-            stamp = std::make_shared<Stamp>();
-            stamp->image = stampImage(image, image.rect());
+        if (!covered.isEmpty()) {
+            stamp = stampOf(added.mark, covered, stamp->ink);
+            stamp->isUsed = true;
         }
         placed.append({stamp, ink});
     }

@@ -30,7 +30,8 @@ private:
     struct Stamp
     {
         PaintedMark mark;
-        QRect ink; // from the mark's origin
+        QVector<PlacedMark> lines; // that the mark, a text, covers
+        QRect ink;                 // like the lines' places from the mark's origin
         QImage image;
         std::shared_ptr<QSGTexture> texture;
         bool isUsed = false;
@@ -42,6 +43,8 @@ private:
     };
 
     std::shared_ptr<Stamp> stampOf(const PaintedMark &mark);
+    std::shared_ptr<Stamp> stampOf(const PaintedMark &text, const QVector<PlacedMark> &lines,
+                                   const QRect &ink);
     // False where the pixels would be other ones: where a translucent mark, or a text, covers another.
     bool arrange(const PaintedFigure &figure, QVector<Placed> &placed);
     static Placed inOne(const PaintedFigure &figure);
