@@ -42,7 +42,10 @@ QString ServerModule::getBacktrace()
     QString text;
     // The frames before the caller's are this function's, and a sanitizer's own where there is one.
     void **const end = addresses + count;
-    void **const caller = std::find(addresses, end, __builtin_return_address(0));
+    // On ARM the lowest bit of a return address says which instructions are there; backtrace() leaves it out.
+    const quintptr ours = quintptr(__builtin_return_address(0)) | 1;
+    void **const caller =
+        std::find_if(addresses, end, [ours](void *address) { return (quintptr(address) | 1) == ours; });
     void **const first = caller == end ? addresses : caller;
     for (void **frame = first; frame < end; ++frame)
         text += QLatin1Char('#') + QString::number(frame - first) + QLatin1Char(' ') + frameText(*frame) +
