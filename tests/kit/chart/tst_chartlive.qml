@@ -165,7 +165,7 @@ TestCase {
         data.act(chart);
         wait(30);
         if (data.inside !== undefined)
-            verify(chart.axisY.minVisible < data.inside && data.inside < chart.axisY.maxVisible);
+            tryVerify(() => chart.axisY.minVisible < data.inside && data.inside < chart.axisY.maxVisible);
         if (chart && chart.axisX)
             verify(chart.axisX.minVisible < chart.axisX.maxVisible && chart.axisY.minVisible < chart.axisY.maxVisible);
     }
