@@ -179,8 +179,10 @@ void tst_stamps::blendsAndUploadsLittle_data()
 {
     QTest::addColumn<QString>("margin");
     QTest::addColumn<QString>("labelsPlane");
-    QTest::newRow("labels in margins") << "40" << "labels";
-    QTest::newRow("labels over lines") << "0" << "grid";
+    QTest::newRow("labels in margins") << "40"
+                                       << "labels";
+    QTest::newRow("labels over lines") << "0"
+                                       << "grid";
 }
 
 void tst_stamps::blendsAndUploadsLittle()
