@@ -1,5 +1,7 @@
 #include "kit/data/Average.h"
 
+#include "kit/data/PowerLevels.h"
+
 namespace graph {
 
 /*!

@@ -123,18 +123,4 @@ void TraceAverage::addExponential(const double *values, double *mean, int count)
     }
 }
 
-void powersOfLevels(double *powers, const double *levels, int count)
-{
-    constexpr double factor = 0.23025850929940457; // a tenth of the logarithm of 10
-    for (int i = 0; i < count; ++i)
-        powers[i] = std::exp(levels[i] * factor);
-}
-
-void levelsOfPowers(double *levels, const double *powers, int count)
-{
-    constexpr double factor = 4.3429448190325175; // ten over the logarithm of 10
-    for (int i = 0; i < count; ++i)
-        levels[i] = std::log(powers[i]) * factor;
-}
-
 } // namespace graph

@@ -32,8 +32,4 @@ private:
     QVector<double> m_numbers; // of finite values at each place, once there were others
 };
 
-// Levels in dB as powers, and back.
-GRAPH_CHARTS_EXPORT void powersOfLevels(double *powers, const double *levels, int count);
-GRAPH_CHARTS_EXPORT void levelsOfPowers(double *levels, const double *powers, int count);
-
 } // namespace graph

@@ -1,5 +1,6 @@
 #include "kit/data/Computing.h"
 #include "kit/data/PeakSearch.h"
+#include "kit/data/PowerLevels.h"
 #include "kit/data/SampleSums.h"
 #include "kit/data/StreamSeries.h"
 #include "kit/data/TraceAverage.h"
@@ -155,6 +156,29 @@ private slots:
                 QVERIFY(isClose(mean.at(i), plainMean(std::max(round + 1 - depth, 0), round + 1,
                                                       [&](int k) { return traces.at(k).at(i); })));
                 QVERIFY(isClose(faded.at(i), expected.at(i)));
+            }
+        }
+    }
+
+    // Blocks of ordinary values, with odd ones among them, and what is left of the last block.
+    void powersAndLevelsAreExact()
+    {
+        QRandomGenerator random(12);
+        for (int count : {1, 63, 64, 65, 700}) {
+            Values levels(count);
+            for (double &level : levels)
+                level = random.bounded(6000.0) - 3000.0;
+            if (count == 700)
+                levels[300] = 1e9;
+            Values powers(count);
+            Values back(count);
+            graph::powersOfLevels(powers.data(), levels.constData(), count);
+            graph::levelsOfPowers(back.data(), powers.constData(), count);
+            for (int i = 0; i < count; ++i) {
+                const double expected = std::exp(levels.at(i) * 0.23025850929940457);
+                QVERIFY(powers.at(i) == expected || std::abs(powers.at(i) / expected - 1.0) < 3e-16);
+                QVERIFY(std::isinf(back.at(i)) ||
+                        std::abs(back.at(i) - levels.at(i)) <= 1e-15 * std::max(1.0, std::abs(levels.at(i))));
             }
         }
     }
