@@ -3,7 +3,8 @@
 # The single results stay in build/benchmarks/results.tsv.
 #   --quick        one round of short runs and fewer cases
 #   --rounds N     3 unless told otherwise
-#   --work "A B"   only these: screens opengl new pan window first-pan large thin sparse heat ten idle units
+#   --work "A B"   only these: screens opengl new pan window first-pan large thin sparse heat ten idle units kit
+#                  waterfall streams
 #   --count        thousands of instructions instead of milliseconds, for whole screens of 1e3 and 1e5 samples: where
 #                  the machine is busy
 #   --tables       only the tables of the last run
@@ -14,7 +15,7 @@ results=$build/results.tsv
 rounds=3
 seconds=0.7
 quick=no
-works="screens opengl new pan window first-pan large thin sparse heat ten idle units"
+works="screens opengl new pan window first-pan large thin sparse heat ten idle units kit waterfall streams"
 tables_only=no
 count=no
 while [ $# -gt 0 ]; do
@@ -68,8 +69,10 @@ measure() {
         return
     fi
     # shellcheck disable=SC2086
-    if ! timeout 120 $prefix $build/bin/benchmark_"$contender" --samples "$samples" --seconds $seconds "$@" \
-        2>$build/log | sed "s/^/$table	$round	/" >>$results; then
+    if timeout 120 $prefix $build/bin/benchmark_"$contender" --samples "$samples" --seconds $seconds "$@" \
+        >$build/line 2>$build/log; then
+        sed "s/^/$table	$round	/" $build/line >>$results
+    else
         echo "$contender, $samples samples, $*: failed" >&2
         cat $build/log >&2
     fi
@@ -78,7 +81,7 @@ measure() {
 # The instructions of the frames that would be timed, in the column of the medians.
 count_instructions() {
     rm -f $build/counted*
-    line=$(valgrind --tool=callgrind --instr-atstart=no --callgrind-out-file=$build/counted \
+    line=$(timeout 600 valgrind --tool=callgrind --instr-atstart=no --callgrind-out-file=$build/counted \
         $build/bin/benchmark_"$contender" --samples "$samples" --seconds 0 "$@" 2>$build/log) || {
         cat $build/log >&2
         return 0
@@ -106,6 +109,12 @@ if [ $quick = yes ]; then
     screen_sizes=800x480
     screen_traces=4
     sparse_sizes="100 500 1900"
+fi
+
+if [ $count = yes ]; then
+    sizes="1000 100000"
+    screen_sizes=800x480
+    screen_traces=4
 fi
 
 run_work() {
@@ -171,6 +180,21 @@ run_work() {
         measure "$round" "$work" items 100000 --work "$work" ;;
     units)
         for n in $sizes; do measure "$round" units units "$n"; done ;;
+    kit)
+        for change in new pan; do
+            for n in $sizes; do
+                for c in items kit; do measure "$round" "kit: $change" $c "$n" --work $change; done
+            done
+        done ;;
+    waterfall) measure "$round" waterfall kit 2048 --work waterfall --size 1024x600 ;;
+    streams)
+        # Each run is several works, and numbers that are no times.
+        for n in $sizes; do
+            [ "$n" -ge 100000 ] || continue
+            measure "$round" streams streams "$n" --size 1024x600
+        done
+        awk 'BEGIN { FS = OFS = "\t" } $1 == "streams" && $3 != "stream" { $1 = "streams: " $3 } { print }' $results >$results.sorted
+        mv $results.sorted $results ;;
     *) echo "Not understood: $work" >&2; exit 2 ;;
     esac
 }

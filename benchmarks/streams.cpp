@@ -34,6 +34,12 @@ double memory(const char *key)
     return 0.0;
 }
 
+// In the columns of a line of times, where the median is.
+void printNumber(const char *what, const char *name, int samples, double number)
+{
+    std::printf("%s\t%s\t%d\t-\t-\t1\t%.2f\t-\t-\t-\t0\t0\n", what, name, samples, number);
+}
+
 // Streams of which the newest samples are in view.
 class Roll
 {
@@ -120,8 +126,8 @@ void runRolling(const Job &job)
     const auto beyondSamples = [&](const char *key) {
         return (memory(key) - before) / job.samples - sizeof(double);
     };
-    std::printf("memory\tbytes a sample beyond the samples, and at most\t%d\t%.2f\t%.2f\n", job.samples,
-                beyondSamples("VmRSS:"), beyondSamples("VmHWM:"));
+    printNumber("memory", "held beyond the samples", job.samples, beyondSamples("VmRSS:"));
+    printNumber("memory", "at most", job.samples, beyondSamples("VmHWM:"));
     const double start = roll.stream(0).start();
     benchmark::run("pan of live data that rest", job,
                    [&](int frame) { roll.show(start - double(frame) * step); });
@@ -144,7 +150,7 @@ void runPushed(Job job)
     qint64 dropped = 0;
     for (int i = 0; i < 8; ++i)
         dropped += roll.stream(i).dropped();
-    std::printf("dropped\teight channels pushed\t%d\t%lld\n", job.samples, dropped);
+    printNumber("dropped", "eight channels pushed", job.samples, double(dropped));
 }
 
 void runChain(Job job)

@@ -15,6 +15,14 @@ BEGIN {
     title["ten"] = "Ten traces, all new"
     title["idle"] = "A second in which nothing changes"
     title["units"] = "Numeric units"
+    title["kit: new"] = "Trace of graph_kit beside GraphPlot: new trace, 800x480, pen 2"
+    title["kit: pan"] = "Trace of graph_kit beside GraphPlot: pan"
+    title["waterfall"] = "Waterfall of 2048 columns and 1000 rows, 1024x600: a new row"
+    title["streams"] = "Live data, and a chain of computed traces, 1024x600"
+    title["streams: memory"] = "Memory of live data"
+    title["streams: dropped"] = "Live data that was pushed and dropped"
+    unitOf["streams: memory"] = "bytes a sample"
+    unitOf["streams: dropped"] = "samples"
 }
 {
     key = $1 SUBSEP $4 SUBSEP $5
@@ -84,7 +92,7 @@ function header(t, first,    i, line, rule) {
 function bestOther(t, size, round,    k, key, best) {
     for (k = 1; k <= nameCount[t]; k++) {
         key = t SUBSEP nameOf[t, k] SUBSEP size SUBSEP round
-        if (nameOf[t, k] !~ /^(items|floor|empty)$/ && key in ofRound && (!best || ofRound[key] < best))
+        if (nameOf[t, k] !~ /^(items|kit|floor|empty)$/ && key in ofRound && (!best || ofRound[key] < best))
             best = ofRound[key]
     }
     return best + 0
@@ -115,7 +123,7 @@ END {
         print ""
         print "### " (name in title ? title[name] : name ~ /^screen/ ? "Whole " name : "Line of samples, 1920x1080: " name)
         print ""
-        header(name, unit)
+        header(name, name in unitOf ? unitOf[name] : unit)
         for (k = 1; k <= nameCount[name]; k++) {
             line = "| " nameOf[name, k] " |"
             for (i = 1; i <= sizeCount[name]; i++) {
@@ -125,6 +133,7 @@ END {
             print line
         }
         ratios(name, "items over floor", "items", "floor", 0)
+        ratios(name, "kit over items", "kit", "items", 0)
         ratios(name, "items over an empty window", "items", "empty", 0)
         ratios(name, "best of the others over items", "", "items", name != "units")
     }
