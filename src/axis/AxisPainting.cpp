@@ -1,6 +1,7 @@
 #include "axis/AxisPainting.h"
 
 #include "common/SafeInteger.h"
+#include "common/TextTaker.h"
 
 #include <QPainter>
 
@@ -89,7 +90,7 @@ void paintAxisLabels(QPainter *painter, const LabelSource &source, const QRectF 
     painter->setFont(look.labelFont);
     for (const PlacedText &placed : layOutLabels(source, plot, surroundings)) {
         painter->setPen(placed.isUnit ? look.unitColor() : look.labelColor);
-        painter->drawText(QPointF(placed.corner.x(), placed.corner.y() + metrics.ascent()), placed.text);
+        drawText(painter, QPointF(placed.corner.x(), placed.corner.y() + metrics.ascent()), placed.text);
     }
     painter->restore();
 }

@@ -415,7 +415,7 @@ void GraphCursor::GRAPH_GEOMETRY_CHANGED(const QRectF &newGeometry, const QRectF
 
 QSGNode *GraphCursor::updatePaintNode(QSGNode *old, UpdatePaintNodeData *data)
 {
-    QSGNode *stamps = graph::stampedNode(this, old);
+    QSGNode *stamps = graph::stampedNode(this, old, graph::FigureChange::InPart);
     return stamps ? stamps : QQuickPaintedItem::updatePaintNode(old, data);
 }
 

@@ -1,5 +1,7 @@
 #include "raster/RecordedStrokes.h"
 
+#include "raster/PixelFill.h"
+
 #include <QImage>
 #include <QPaintEngine>
 #include <QPainter>
@@ -173,10 +175,12 @@ bool RecordedStrokes::Part::operator==(const Part &other) const
     return rectangles == other.rectangles && path == other.path && pen == other.pen && brush == other.brush;
 }
 
-void RecordedStrokes::paint(QPainter *painter) const
+void RecordedStrokes::paint(QPainter *painter, const QRegion &region) const
 {
     for (const Part &part : parts) {
         if (!part.rectangles.isEmpty()) {
+            if (fillPixels(painter, region, part.rectangles, part.brush.color()))
+                continue;
             painter->setPen(Qt::NoPen);
             painter->setBrush(part.brush);
             painter->drawRects(part.rectangles);
@@ -197,10 +201,14 @@ RecordedStrokes recordedStrokes(const QSize &size, const std::function<void(QPai
     return recorder.strokes;
 }
 
+bool areTakenDown(const QPainter &painter)
+{
+    return painter.paintEngine()->type() == recorderType;
+}
+
 bool isOnPixels(const QPainter &painter)
 {
-    const QPaintEngine::Type type = painter.paintEngine()->type();
-    return (type == QPaintEngine::Raster || type == recorderType) &&
+    return (painter.paintEngine()->type() == QPaintEngine::Raster || areTakenDown(painter)) &&
            !painter.testRenderHint(QPainter::Antialiasing) &&
            painter.deviceTransform().type() <= QTransform::TxTranslate;
 }

@@ -4,6 +4,7 @@
 #include <QPainterPath>
 #include <QPen>
 #include <QRect>
+#include <QRegion>
 #include <QSize>
 #include <QVector>
 
@@ -34,7 +35,8 @@ struct RecordedStrokes
     // False where something else was painted, or where its pixels would depend on the place.
     bool isComplete = true;
 
-    void paint(QPainter *painter) const;
+    // Inside a region of the device.
+    void paint(QPainter *painter, const QRegion &region) const;
     bool operator==(const RecordedStrokes &other) const { return parts == other.parts; }
 };
 
@@ -44,5 +46,8 @@ RecordedStrokes recordedStrokes(const QSize &size, const std::function<void(QPai
 // Whether the painter's own calls end in whole pixels that are either painted or not, on a raster image or
 // where they are taken down.
 bool isOnPixels(const QPainter &painter);
+
+// Whether strokes are taken down, to be painted more than once.
+bool areTakenDown(const QPainter &painter);
 
 } // namespace graph

@@ -1,6 +1,7 @@
 #include "view/base/PaintedFigure.h"
 
 #include "common/SafeInteger.h"
+#include "common/TextTaker.h"
 
 #include <QImage>
 #include <QPaintEngine>
@@ -16,11 +17,12 @@ namespace {
 constexpr int mostMarks = 200;
 
 // Takes down what a painter is asked for.
-class Recorder : public QPaintEngine, public QPaintDevice
+class Recorder : public QPaintEngine, public QPaintDevice, public TextTaker
 {
 public:
-    explicit Recorder(const QSize &size)
+    Recorder(const QSize &size, PaintedTexts &texts)
         : QPaintEngine(AllFeatures)
+        , m_texts(texts)
         , m_bounds(QPoint(0, 0), size)
     {
     }
@@ -62,7 +64,8 @@ public:
             const QLineF line = lines[i].translated(m_transform.dx(), m_transform.dy());
             PaintedMark mark;
             mark.line = line;
-            append(mark, QRectF(line.p1(), line.p2()).normalized().adjusted(-reach, -reach, reach, reach));
+            append(mark, m_pen, m_font,
+                   QRectF(line.p1(), line.p2()).normalized().adjusted(-reach, -reach, reach, reach));
         }
     }
 
@@ -84,15 +87,31 @@ public:
         }
         m_text += item.text();
         m_textWidth += item.width();
-        // Letters may reach out of their own boxes.
-        const double height = item.ascent() + item.descent();
-        PaintedMark mark;
-        mark.text = m_text;
-        mark.fraction = m_textAt;
         const int before = figure.marks.size();
-        append(mark, QRectF(m_textAt.x(), at.y() - item.ascent(), m_textWidth, height)
-                         .adjusted(-height / 2, -2, height / 2, 2));
+        m_extent = {m_textWidth, item.ascent(), item.ascent() + item.descent()};
+        appendText(m_pen, m_font, m_text, m_textAt, m_extent);
         m_isTextRecorded = figure.marks.size() > before;
+    }
+
+    void takeText(QPainter *painter, const QPointF &at, const QString &text) override
+    {
+        m_text.clear();
+        const PaintedTexts::Extent *known = m_texts.find(painter->font(), text);
+        const bool isPlain =
+            painter->transform().type() <= QTransform::TxTranslate && painter->opacity() == 1.0 &&
+            !painter->hasClipping() && painter->compositionMode() == QPainter::CompositionMode_SourceOver &&
+            painter->pen().brush().style() == Qt::SolidPattern &&
+            !painter->testRenderHint(QPainter::Antialiasing) && figure.marks.size() < mostMarks;
+        if (known && isPlain) {
+            const QPointF offset(painter->transform().dx(), painter->transform().dy());
+            appendText(painter->pen(), painter->font(), text, at + offset, *known);
+            return;
+        }
+        painter->drawText(at, text);
+        // Not so where parts of it come from other fonts.
+        if (m_text == text)
+            m_texts.add(painter->font(), text, m_extent);
+        m_text.clear();
     }
 
     using QPaintEngine::drawEllipse;
@@ -149,7 +168,19 @@ private:
         return figure.isComplete;
     }
 
-    void append(PaintedMark &mark, const QRectF &reach)
+    void appendText(const QPen &pen, const QFont &font, const QString &text, const QPointF &at,
+                    const PaintedTexts::Extent &extent)
+    {
+        PaintedMark mark;
+        mark.text = text;
+        mark.fraction = at;
+        // Letters may reach out of their own boxes.
+        append(mark, pen, font,
+               QRectF(at.x(), at.y() - extent.ascent, extent.width, extent.height)
+                   .adjusted(-extent.height / 2, -2, extent.height / 2, 2));
+    }
+
+    void append(PaintedMark &mark, const QPen &pen, const QFont &font, const QRectF &reach)
     {
         if (!(reach.width() < pixelLimit) || !(reach.height() < pixelLimit)) {
             figure.isComplete = false;
@@ -158,14 +189,15 @@ private:
         const QRect part = reach.toAlignedRect() & m_bounds;
         if (part.isEmpty())
             return;
-        mark.pen = m_pen;
-        mark.font = m_font;
+        mark.pen = pen;
+        mark.font = font;
         mark.size = part.size();
         mark.line.translate(-part.topLeft());
         mark.fraction -= part.topLeft();
         figure.marks.append({mark, part.topLeft()});
     }
 
+    PaintedTexts &m_texts;
     QRect m_bounds;
     QPen m_pen;
     QFont m_font;
@@ -174,6 +206,7 @@ private:
     QString m_text;
     QPointF m_textAt;
     double m_textWidth = 0.0;
+    PaintedTexts::Extent m_extent{};
     bool m_isTextRecorded = false;
     bool m_isPlain = true;
 };
@@ -199,9 +232,28 @@ void PaintedMark::paint(QPainter *painter, const QPoint &origin) const
     painter->drawText(fraction + origin, text);
 }
 
-PaintedFigure recordedFigure(const QSize &size, const std::function<void(QPainter *)> &paint)
+const PaintedTexts::Extent *PaintedTexts::find(const QFont &font, const QString &text) const
 {
-    Recorder recorder(size);
+    if (font != m_font)
+        return nullptr;
+    const auto found = m_extents.constFind(text);
+    return found != m_extents.constEnd() ? &*found : nullptr;
+}
+
+void PaintedTexts::add(const QFont &font, const QString &text, const Extent &extent)
+{
+    constexpr int most = 200;
+    if (font != m_font || m_extents.size() >= most) {
+        m_extents.clear();
+        m_font = font;
+    }
+    m_extents.insert(text, extent);
+}
+
+PaintedFigure recordedFigure(const QSize &size, PaintedTexts &texts,
+                             const std::function<void(QPainter *)> &paint)
+{
+    Recorder recorder(size, texts);
     QPainter painter(&recorder);
     paint(&painter);
     painter.end();

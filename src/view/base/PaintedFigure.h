@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QFont>
+#include <QHash>
 #include <QLineF>
 #include <QPen>
 #include <QRect>
@@ -45,6 +46,26 @@ struct PaintedFigure
     bool isComplete = true;
 };
 
-PaintedFigure recordedFigure(const QSize &size, const std::function<void(QPainter *)> &paint);
+// What is known of texts that have been painted, so that they are not shaped again.
+class PaintedTexts
+{
+public:
+    struct Extent
+    {
+        double width;
+        double ascent;
+        double height;
+    };
+
+    const Extent *find(const QFont &font, const QString &text) const;
+    void add(const QFont &font, const QString &text, const Extent &extent);
+
+private:
+    QFont m_font;
+    QHash<QString, Extent> m_extents;
+};
+
+PaintedFigure recordedFigure(const QSize &size, PaintedTexts &texts,
+                             const std::function<void(QPainter *)> &paint);
 
 } // namespace graph

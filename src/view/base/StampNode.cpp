@@ -1,5 +1,6 @@
 #include "view/base/StampNode.h"
 
+#include "raster/PixelFill.h"
 #include "view/base/StrokeNode.h"
 
 #include <QPainter>
@@ -48,6 +49,20 @@ QRect inkOf(const QImage &image)
     return QRect(QPoint(left, top), QPoint(right, bottom));
 }
 
+bool isFilledWithOne(const QImage &image, const QRect &part)
+{
+    if (part.isEmpty() || qAlpha(image.pixel(part.topLeft())) < 255)
+        return false;
+    const QRgb color = image.pixel(part.topLeft());
+    for (int y = part.top(); y <= part.bottom(); ++y) {
+        const QRgb *row = reinterpret_cast<const QRgb *>(image.constScanLine(y));
+        if (!std::all_of(row + part.left(), row + part.right() + 1,
+                         [color](QRgb pixel) { return pixel == color; }))
+            return false;
+    }
+    return true;
+}
+
 // With a transparent row at the end: the software scene graph takes an image without one for opaque, and cuts
 // it out of all that is behind, which costs more than to paint over it.
 QImage stampImage(const QImage &image, const QRect &ink)
@@ -57,8 +72,16 @@ QImage stampImage(const QImage &image, const QRect &ink)
 
 } // namespace
 
+StampNode::StampNode(QQuickWindow *window)
+    : m_window(window)
+    , m_painting(window, [this](QPainter *painter, const QRegion &region) { paint(painter, region); })
+{
+}
+
 StampNode::~StampNode()
 {
+    if (m_painting.parent())
+        removeChildNode(&m_painting);
     // Before their textures.
     while (QSGNode *node = firstChild()) {
         removeChildNode(node);
@@ -79,6 +102,7 @@ std::shared_ptr<StampNode::Stamp> StampNode::stampOf(const PaintedMark &mark)
     auto stamp = std::make_shared<Stamp>();
     stamp->mark = mark;
     stamp->ink = inkOf(image);
+    stamp->isFilled = isFilledWithOne(image, stamp->ink);
     stamp->image = stampImage(image, stamp->ink);
     m_stamps.push_back(stamp);
     return stamp;
@@ -143,7 +167,7 @@ bool StampNode::arrange(const PaintedFigure &figure, QVector<Placed> &placed)
     return true;
 }
 
-void StampNode::show(QQuickWindow *window, const PaintedFigure &figure, bool smooth)
+QVector<StampNode::Placed> StampNode::placedStamps(const PaintedFigure &figure)
 {
     for (const std::shared_ptr<Stamp> &stamp : m_stamps)
         stamp->isUsed = false;
@@ -153,29 +177,84 @@ void StampNode::show(QQuickWindow *window, const PaintedFigure &figure, bool smo
     placed.erase(
         std::remove_if(placed.begin(), placed.end(), [](const Placed &p) { return p.ink.isEmpty(); }),
         placed.end());
+    m_stamps.erase(std::remove_if(m_stamps.begin(), m_stamps.end(),
+                                  [](const std::shared_ptr<Stamp> &stamp) { return !stamp->isUsed; }),
+                   m_stamps.end());
+    return placed;
+}
 
-    while (m_nodes.size() > placed.size()) {
+void StampNode::show(const PaintedFigure &figure, bool smooth)
+{
+    m_placed = placedStamps(figure);
+    m_smooth = smooth;
+    showImages();
+}
+
+void StampNode::showPainted(const PaintedFigure &figure, const QSize &size, bool smooth)
+{
+    const QVector<Placed> placed = placedStamps(figure);
+    if (placed == m_placed && size == m_painting.size() && smooth == m_smooth)
+        return;
+    m_placed = placed;
+    m_smooth = smooth;
+    m_isNew = true;
+    setFlag(UsePreprocess);
+    showPainting();
+    m_painting.repaint(size);
+}
+
+void StampNode::preprocess()
+{
+    if (!m_isNew || !isMovedOnly(this))
+        showImages();
+    m_isNew = false;
+}
+
+void StampNode::showImages()
+{
+    if (m_painting.parent())
+        removeChildNode(&m_painting);
+    while (m_nodes.size() > m_placed.size()) {
         QSGImageNode *node = m_nodes.takeLast();
         removeChildNode(node);
         delete node;
     }
     QVector<std::shared_ptr<QSGTexture>> shown;
-    for (int i = 0; i < placed.size(); ++i) {
-        Stamp &stamp = *placed.at(i).stamp;
+    for (int i = 0; i < m_placed.size(); ++i) {
+        Stamp &stamp = *m_placed.at(i).stamp;
         if (!stamp.texture)
-            stamp.texture.reset(window->createTextureFromImage(stamp.image, textureOptions));
+            stamp.texture.reset(m_window->createTextureFromImage(stamp.image, textureOptions));
         const bool isNew = i == m_nodes.size();
         if (isNew)
-            m_nodes.append(window->createImageNode());
-        place(m_nodes.at(i), stamp, placed.at(i).ink.topLeft(), smooth);
+            m_nodes.append(m_window->createImageNode());
+        place(m_nodes.at(i), stamp, m_placed.at(i).ink.topLeft(), m_smooth);
         if (isNew)
             appendChildNode(m_nodes.at(i));
         shown.append(stamp.texture);
     }
     m_shown = shown;
-    m_stamps.erase(std::remove_if(m_stamps.begin(), m_stamps.end(),
-                                  [](const std::shared_ptr<Stamp> &stamp) { return !stamp->isUsed; }),
-                   m_stamps.end());
+}
+
+void StampNode::showPainting()
+{
+    for (QSGImageNode *node : qAsConst(m_nodes)) {
+        removeChildNode(node);
+        delete node;
+    }
+    m_nodes.clear();
+    m_shown.clear();
+    if (!m_painting.parent())
+        appendChildNode(&m_painting);
+}
+
+void StampNode::paint(QPainter *painter, const QRegion &region) const
+{
+    for (const Placed &placed : m_placed) {
+        const QImage &image = placed.stamp->image;
+        const bool isFilled = placed.stamp->isFilled && painter->opacity() >= 1.0;
+        if (!isFilled || !fillPixels(painter, region, {placed.ink}, image.pixelColor(0, 0)))
+            painter->drawImage(placed.ink.topLeft(), image);
+    }
 }
 
 // Each write makes the renderer paint what is there again.
@@ -210,7 +289,7 @@ StampNode::Placed StampNode::inOne(const PaintedFigure &figure)
     return {stamp, bounds};
 }
 
-QSGNode *stampedNode(QQuickPaintedItem *item, QSGNode *&old)
+QSGNode *stampedNode(QQuickPaintedItem *item, QSGNode *&old, FigureChange change)
 {
     QQuickWindow *window = item->window();
     auto *stamps = dynamic_cast<StampNode *>(old);
@@ -220,14 +299,18 @@ QSGNode *stampedNode(QQuickPaintedItem *item, QSGNode *&old)
     if (isPaintedPlainly(*item) &&
         (isSoftware || (item->renderTarget() == QQuickPaintedItem::Image && (stamps || !old)))) {
         const QSize size(qRound(item->width()), qRound(item->height()));
-        const PaintedFigure figure =
-            recordedFigure(size, [item](QPainter *painter) { item->paint(painter); });
+        PaintedTexts noTexts;
+        const PaintedFigure figure = recordedFigure(size, stamps ? stamps->texts() : noTexts,
+                                                    [item](QPainter *painter) { item->paint(painter); });
         if (figure.isComplete) {
             if (!stamps) {
                 delete old;
-                stamps = new StampNode;
+                stamps = new StampNode(window);
             }
-            stamps->show(window, figure, item->smooth());
+            if (isSoftware && change == FigureChange::AsAWhole)
+                stamps->showPainted(figure, size, item->smooth());
+            else
+                stamps->show(figure, item->smooth());
             return stamps;
         }
     }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "view/base/PaintedFigure.h"
+#include "view/base/PaintingNode.h"
 
 #include <QImage>
 #include <QQuickPaintedItem>
@@ -9,7 +10,6 @@
 #include <memory>
 #include <vector>
 
-class QQuickWindow;
 class QSGImageNode;
 class QSGTexture;
 
@@ -22,9 +22,19 @@ namespace graph {
 class StampNode : public QSGTransformNode
 {
 public:
+    explicit StampNode(QQuickWindow *window);
     ~StampNode() override;
 
-    void show(QQuickWindow *window, const PaintedFigure &figure, bool smooth);
+    void show(const PaintedFigure &figure, bool smooth);
+    // The same on the software scene graph, for what is often all new: in frames in which it is, all of it is
+    // painted into the window, size being the item's. A rectangle takes fewer instructions than an image of
+    // one, and one large node fewer than many.
+    void showPainted(const PaintedFigure &figure, const QSize &size, bool smooth);
+
+    PaintedTexts &texts() { return m_texts; }
+
+    // Comes before each frame of what is painted.
+    void preprocess() override;
 
 private:
     struct Stamp
@@ -33,6 +43,7 @@ private:
         QVector<PlacedMark> lines; // that the mark, a text, covers
         QRect ink;                 // like the lines' places from the mark's origin
         QImage image;
+        bool isFilled = false; // with one opaque colour
         std::shared_ptr<QSGTexture> texture;
         bool isUsed = false;
     };
@@ -40,6 +51,8 @@ private:
     {
         std::shared_ptr<Stamp> stamp;
         QRect ink;
+
+        bool operator==(const Placed &other) const { return stamp == other.stamp && ink == other.ink; }
     };
 
     std::shared_ptr<Stamp> stampOf(const PaintedMark &mark);
@@ -48,15 +61,32 @@ private:
     // False where the pixels would be other ones: where a translucent mark, or a text, covers another.
     bool arrange(const PaintedFigure &figure, QVector<Placed> &placed);
     static Placed inOne(const PaintedFigure &figure);
+    QVector<Placed> placedStamps(const PaintedFigure &figure);
+    void forgetUnused();
+    void showImages();
+    void showPainting();
+    void paint(QPainter *painter, const QRegion &region) const;
     static void place(QSGImageNode *node, const Stamp &stamp, const QPoint &corner, bool smooth);
 
+    QQuickWindow *m_window;
+    PaintedTexts m_texts;
     std::vector<std::shared_ptr<Stamp>> m_stamps;
+    QVector<Placed> m_placed;
     QVector<QSGImageNode *> m_nodes;
     QVector<std::shared_ptr<QSGTexture>> m_shown; // in the nodes
+    PaintingNode m_painting;
+    bool m_smooth = false;
+    bool m_isNew = false; // since the last frame, and painted
+};
+
+// What of a figure a change leaves as it was.
+enum class FigureChange {
+    InPart,  // most of it, as when one of its lines moves
+    AsAWhole // hardly anything, as when a grid does
 };
 
 // The node of an item that paints nothing but a few lines and texts, for its updatePaintNode: of stamps, or
 // null where it has to be a layer, old then being what goes on as the layer's node.
-QSGNode *stampedNode(QQuickPaintedItem *item, QSGNode *&old);
+QSGNode *stampedNode(QQuickPaintedItem *item, QSGNode *&old, FigureChange change);
 
 } // namespace graph

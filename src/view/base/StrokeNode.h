@@ -1,19 +1,18 @@
 #pragma once
 
 #include "raster/RecordedStrokes.h"
+#include "view/base/PaintingNode.h"
 
 #include <QQuickPaintedItem>
+#include <QImage>
 #include <QSGNode>
 
 #include <memory>
 
-class QQuickWindow;
 class QSGImageNode;
 class QSGTexture;
 
 namespace graph {
-
-class PaintingNode;
 
 // Shows strokes on the software scene graph without a layer, which would have to be cleared, painted and
 // blended for each of their changes: they are painted into the window itself. Once a frame comes in which
@@ -22,7 +21,7 @@ class PaintingNode;
 class StrokeNode : public QSGTransformNode
 {
 public:
-    StrokeNode(QQuickWindow *window);
+    explicit StrokeNode(QQuickWindow *window);
     ~StrokeNode() override;
 
     // size: of the item, beyond which nothing is shown.
@@ -32,16 +31,17 @@ public:
     void preprocess() override;
 
 private:
-    bool isMovedOnly() const;
+    void paint(QPainter *painter, const QRegion &region);
     void showPainting();
     void showImage();
     void removeImage();
 
     QQuickWindow *m_window;
     RecordedStrokes m_strokes;
-    std::unique_ptr<PaintingNode> m_painting;
+    PaintingNode m_painting;
+    QImage m_layer; // of the whole item, where it is transformed or translucent
     std::unique_ptr<QSGTexture> m_texture;
-    std::unique_ptr<QSGImageNode> m_image;
+    QSGImageNode *m_image = nullptr;
     bool m_isNew = false; // since the last frame
 };
 

@@ -178,7 +178,7 @@ void XYScale::setPlotAreaMargins(const QMargins &margins)
 
 QSGNode *XYScale::updatePaintNode(QSGNode *old, UpdatePaintNodeData *data)
 {
-    QSGNode *stamps = graph::stampedNode(this, old);
+    QSGNode *stamps = graph::stampedNode(this, old, graph::FigureChange::AsAWhole);
     return stamps ? stamps : QQuickPaintedItem::updatePaintNode(old, data);
 }
 

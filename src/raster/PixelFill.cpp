@@ -1,0 +1,65 @@
+#include "raster/PixelFill.h"
+
+#include "raster/RecordedStrokes.h"
+
+#include <QImage>
+#include <QPaintEngine>
+#include <QPainter>
+
+#include <algorithm>
+
+namespace graph {
+
+namespace {
+
+// The painter's image, where its pixels can be written.
+QImage *writableImage(const QPainter &painter)
+{
+    if (painter.device()->devType() != QInternal::Image ||
+        painter.paintEngine()->type() != QPaintEngine::Raster)
+        return nullptr;
+    auto *image = static_cast<QImage *>(painter.device());
+    const bool isKnown =
+        image->format() == QImage::Format_RGB32 || image->format() == QImage::Format_ARGB32_Premultiplied;
+    // A shared one would become another image below the painter.
+    return isKnown && image->isDetached() && image->devicePixelRatio() == 1.0 ? image : nullptr;
+}
+
+void fillClipped(uchar *bits, qsizetype bytesPerLine, const QRect &clip, const QVector<QRect> &rectangles,
+                 const QPoint &offset, QRgb color)
+{
+    const int clipRight = clip.x() + clip.width();
+    const int clipBottom = clip.y() + clip.height();
+    for (const QRect &rectangle : rectangles) {
+        const int left = std::max(rectangle.x() + offset.x(), clip.x());
+        const int right = std::min(rectangle.x() + rectangle.width() + offset.x(), clipRight);
+        const int top = std::max(rectangle.y() + offset.y(), clip.y());
+        const int bottom = std::min(rectangle.y() + rectangle.height() + offset.y(), clipBottom);
+        if (left >= right)
+            continue;
+        uchar *row = bits + top * bytesPerLine + left * qsizetype(sizeof(QRgb));
+        for (int y = top; y < bottom; ++y, row += bytesPerLine) {
+            auto *pixels = reinterpret_cast<QRgb *>(row);
+            for (int x = 0; x < right - left; ++x)
+                pixels[x] = color;
+        }
+    }
+}
+
+} // namespace
+
+bool fillPixels(QPainter *painter, const QRegion &region, const QVector<QRect> &rectangles,
+                const QColor &color)
+{
+    QImage *image = isOnPixels(*painter) ? writableImage(*painter) : nullptr;
+    const QTransform &transform = painter->deviceTransform();
+    const QPoint offset(int(transform.dx()), int(transform.dy()));
+    if (!image || color.alpha() < 255 || offset != QPointF(transform.dx(), transform.dy()))
+        return false;
+    uchar *bits = image->bits();
+    for (const QRect &clip : region)
+        fillClipped(bits, image->bytesPerLine(), clip & image->rect(), rectangles, offset, color.rgba());
+    return true;
+}
+
+} // namespace graph
