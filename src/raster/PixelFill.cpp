@@ -7,6 +7,7 @@
 #include <QPainter>
 
 #include <algorithm>
+#include <cstring>
 
 namespace graph {
 
@@ -25,6 +26,30 @@ QImage *writableImage(const QPainter &painter)
     return isKnown && image->isDetached() && image->devicePixelRatio() == 1.0 ? image : nullptr;
 }
 
+// Pixels beside each other, most of the time a few: as wide stores, of which the last two may overlap.
+template <int pixelsAtOnce> void fillWide(uchar *row, int width, const QRgb *pattern)
+{
+    constexpr int bytes = pixelsAtOnce * int(sizeof(QRgb));
+    for (int x = 0; x + pixelsAtOnce < width; x += pixelsAtOnce)
+        std::memcpy(row + x * sizeof(QRgb), pattern, bytes);
+    std::memcpy(row + (width - pixelsAtOnce) * sizeof(QRgb), pattern, bytes);
+}
+
+void fillRows(uchar *row, qsizetype bytesPerLine, int width, int rows, QRgb color)
+{
+    const QRgb pattern[] = {color, color, color, color};
+    if (width >= 4) {
+        for (int y = 0; y < rows; ++y, row += bytesPerLine)
+            fillWide<4>(row, width, pattern);
+    } else if (width >= 2) {
+        for (int y = 0; y < rows; ++y, row += bytesPerLine)
+            fillWide<2>(row, width, pattern);
+    } else {
+        for (int y = 0; y < rows; ++y, row += bytesPerLine)
+            fillWide<1>(row, width, pattern);
+    }
+}
+
 void fillClipped(uchar *bits, qsizetype bytesPerLine, const QRect &clip, const QVector<QRect> &rectangles,
                  const QPoint &offset, QRgb color)
 {
@@ -35,14 +60,9 @@ void fillClipped(uchar *bits, qsizetype bytesPerLine, const QRect &clip, const Q
         const int right = std::min(rectangle.x() + rectangle.width() + offset.x(), clipRight);
         const int top = std::max(rectangle.y() + offset.y(), clip.y());
         const int bottom = std::min(rectangle.y() + rectangle.height() + offset.y(), clipBottom);
-        if (left >= right)
-            continue;
-        uchar *row = bits + top * bytesPerLine + left * qsizetype(sizeof(QRgb));
-        for (int y = top; y < bottom; ++y, row += bytesPerLine) {
-            auto *pixels = reinterpret_cast<QRgb *>(row);
-            for (int x = 0; x < right - left; ++x)
-                pixels[x] = color;
-        }
+        if (left < right && top < bottom)
+            fillRows(bits + top * bytesPerLine + left * qsizetype(sizeof(QRgb)), bytesPerLine, right - left,
+                     bottom - top, color);
     }
 }
 

@@ -6,6 +6,7 @@
 #include <QPaintEngine>
 #include <QPainter>
 
+#include <algorithm>
 #include <cmath>
 
 namespace graph {
@@ -60,16 +61,22 @@ public:
         RecordedStrokes::Part part;
         part.brush = m_brush;
         part.rectangles.reserve(count);
-        const QPoint offset(int(m_transform.dx()), int(m_transform.dy()));
-        QRect bounds;
+        const int offsetX = int(m_transform.dx());
+        const int offsetY = int(m_transform.dy());
+        QPoint first(m_picture.width(), m_picture.height());
+        QPoint last(-1, -1);
         for (int i = 0; i < count; ++i) {
-            const QRect visible = rects[i].translated(offset) & m_picture;
-            if (visible.isEmpty())
+            const int left = std::max(rects[i].left() + offsetX, 0);
+            const int top = std::max(rects[i].top() + offsetY, 0);
+            const int right = std::min(rects[i].right() + offsetX, m_picture.right());
+            const int bottom = std::min(rects[i].bottom() + offsetY, m_picture.bottom());
+            if (left > right || top > bottom)
                 continue;
-            bounds |= visible;
-            part.rectangles.append(visible);
+            first = QPoint(std::min(first.x(), left), std::min(first.y(), top));
+            last = QPoint(std::max(last.x(), right), std::max(last.y(), bottom));
+            part.rectangles.append(QRect(QPoint(left, top), QPoint(right, bottom)));
         }
-        append(std::move(part), bounds);
+        append(std::move(part), QRect(first, last));
     }
 
     void drawPath(const QPainterPath &path) override
