@@ -96,6 +96,7 @@ void stall(double seconds)
     std::this_thread::sleep_for(std::chrono::duration<double>(seconds));
 }
 
+// Runs the event loop, and so the chart, while it waits for its process.
 class Peer : public QProcess
 {
 public:
@@ -103,10 +104,9 @@ public:
     {
         setProcessChannelMode(QProcess::ForwardedErrorChannel);
         start(program, {name, QString::number(items)});
-        while (canReadLine() || waitForReadyRead(20000)) {
-            if (readLine().trimmed() == "published")
-                break;
-        }
+        waitFor([this] { return canReadLine() || state() == NotRunning; }, 20);
+        if (readLine().trimmed() != "published")
+            qFatal("%s is not published", qPrintable(name));
     }
     ~Peer() override
     {
@@ -116,7 +116,7 @@ public:
     }
     void signal(int number) const { ::kill(pid_t(processId()), number); }
     void order(const QString &text) { write(text.toUtf8() + '\n'); }
-    // Runs the event loop, and so the chart, until the peer has done what it was told.
+    // Until the peer has done what it was told.
     void obey(
         const QString &text, const std::function<void()> &meanwhile = [] {})
     {
