@@ -30,7 +30,9 @@ Page {
     readonly property real loss: (markerA.yValue - markerB.yValue) * (markerA.posValue <= markerB.posValue ? 1 : -1)
 
     Component.onCompleted: if (ready) placeCursors()
-    onReadyChanged: if (ready) placeCursors()
+    // Again, as an instrument that took its time sends the ranges after the samples.
+    readonly property var placed: [ready, series.xRangeBegin, series.xRangeEnd]
+    onPlacedChanged: if (ready) Qt.callLater(placeCursors)
 
     CursorKeys {
         cursor: cursor

@@ -22,6 +22,7 @@ Page {
     }
 
     function placeCursors() {
+        cursor.posIndex = 0; // a cursor that stays at its sample keeps what it said of it
         cursor.posValue = first.xRangeBegin + 0.4 * (first.xRangeEnd - first.xRangeBegin);
         levelCursor.posValue = 0.55 * first.yRangeEnd;
     }
@@ -34,7 +35,11 @@ Page {
     }
 
     Component.onCompleted: if (ready) placeCursors()
-    onReadyChanged: if (ready) placeCursors()
+    // Again, as an instrument that took its time sends the ranges after the samples.
+    readonly property var placed: [ready].concat([first, second].map(function (series) {
+        return [series.xRangeBegin, series.xRangeEnd, series.yRangeEnd, series.xUnits, series.yUnits];
+    }))
+    onPlacedChanged: if (ready) Qt.callLater(placeCursors)
 
     CursorKeys {
         cursor: cursor
