@@ -125,6 +125,8 @@ public:
             wait(0.02);
             meanwhile();
         }
+        if (!canReadLine())
+            qFatal("the peer has ended: %s", qPrintable(errorString()));
         readLine();
     }
 };
