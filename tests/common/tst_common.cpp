@@ -36,12 +36,15 @@ void tst_common::pixelsAreGuarded()
 
 void tst_common::mappingEnds()
 {
-    const graph::PixelMapping mapping(10.0, 5.0, 20.0, 10.0, QSizeF(101, 51));
-    QCOMPARE(mapping.column(10.0), 0);
-    QCOMPARE(mapping.column(30.0), 100);
-    QCOMPARE(mapping.row(5.0), 0);
-    QCOMPARE(mapping.row(-5.0), 50);
-    QVERIFY(mapping.isDrawable());
+    for (const auto &mapping :
+         {graph::PixelMapping(10.0, 5.0, 20.0, 10.0, QSizeF(101, 41)),
+          graph::PixelMapping::fromScales(QRectF(10.0, -5.0, 20.0, 10.0), 5.0f, 4.0f)}) {
+        QCOMPARE(mapping.column(10.0), 0);
+        QCOMPARE(mapping.column(30.0), 100);
+        QCOMPARE(mapping.row(5.0), 0);
+        QCOMPARE(mapping.row(-5.0), 40);
+        QVERIFY(mapping.isDrawable());
+    }
 }
 
 void tst_common::wholePixels_data()

@@ -13,7 +13,9 @@ private slots:
     void snapsAndTellsInOrder()
     {
         CursorBench bench;
+        SignalLog ofCursor(bench.cursor);
         GraphMarker *marker = bench.addMarker();
+        QCOMPARE(ofCursor.take(), QString("markers"));
         marker->setPosValue(5.0);
         QCOMPARE(marker->posIndex(), -1);
         bench.place(10);
@@ -32,6 +34,10 @@ private slots:
                     "posIndex posValue formattedPosValue posOnScreen"));
         marker->setPosOnScreen(30);
         QCOMPARE(log.take(), QString());
+        ofCursor.take();
+        QQmlListProperty<GraphMarker> markers = bench.cursor->markers();
+        markers.clear(&markers);
+        QCOMPARE(ofCursor.take(), QString("markers"));
     }
 
     void hidesWhileItHasNoSample()

@@ -5,6 +5,7 @@
 #include <QVector>
 #include <QtTest>
 
+#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -57,6 +58,12 @@ private slots:
         }
         const graph::MinMaxPyramid ofValues(values.constData(), count);
         const graph::MinMaxPyramid ofPoints(points.constData(), count);
+        const auto isAnyMissing = [&values](int first, int end) {
+            return std::any_of(values.cbegin() + first, values.cbegin() + end,
+                               [](double value) { return std::isnan(value); });
+        };
+        QCOMPARE(ofValues.hasNaN(values.constData(), count), isAnyMissing(0, count));
+        QCOMPARE(ofPoints.hasNaN(points.constData(), count), isAnyMissing(0, count));
         for (int trial = 0; trial < 2000; ++trial) {
             const int end = trial == 0 ? count : random.bounded(count + 1);
             const int first = trial == 0 ? 0 : random.bounded(end + 1);
@@ -65,6 +72,8 @@ private slots:
             QVERIFY(graph::minMax(points.constData() + first, end - first) == expected);
             QVERIFY(ofValues.minMax(values.constData(), first, end) == expected);
             QVERIFY(ofPoints.minMax(points.constData(), first, end) == expected);
+            QCOMPARE(graph::hasNaN(values.constData() + first, end - first), isAnyMissing(first, end));
+            QCOMPARE(graph::hasNaN(points.constData() + first, end - first), isAnyMissing(first, end));
         }
     }
 

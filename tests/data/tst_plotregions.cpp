@@ -49,7 +49,9 @@ private slots:
         QCOMPARE(plotChanged.count(), 0);
         // Edits of many regions are told once.
         PlotRegion *other = region(4, 5, 0, &regions);
+        QSignalSpy sizes(&regions, SIGNAL(sizeChanged(int)));
         regions.append(other);
+        QCOMPARE(sizes, (QList<QVariantList>{{2}}));
         QTRY_COMPARE(plotChanged.count(), 1);
         plotChanged.clear();
         for (PlotRegion *each : {kept, other}) {

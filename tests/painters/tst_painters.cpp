@@ -121,9 +121,18 @@ private slots:
         // Seen as long as it may reach into the range.
         figure.setLabel("MMMMMMMM");
         figure.setHTextAlignment(Qt::AlignLeft);
-        for (double x : {-10.0, -10.5}) {
-            figure.setOrigin({x, 50.0});
-            QCOMPARE(inkBox(painted(figure)).isEmpty(), x < -10.0);
+        const auto isSeen = [&figure](double x, double y) {
+            figure.setOrigin({x, y});
+            const auto draw = [&figure](QPainter *painter) {
+                painter->translate(100, 100);
+                figure.paint(painter, QRectF(20.0, 40.0, 60.0, 30.0), 1.0f, 1.0f);
+            };
+            return !inkBox(picture(draw, QSize(301, 301))).isEmpty();
+        };
+        for (double hair : {0.0, -0.5}) {
+            const QVector<bool> seen{isSeen(10.0 + hair, 50.0), isSeen(90.0 - hair, 50.0),
+                                     isSeen(50.0, 30.0 + hair), isSeen(50.0, 80.0 - hair)};
+            QCOMPARE(seen, QVector<bool>(4, hair == 0.0));
         }
 
         picture([&](QPainter *painter) {
@@ -175,6 +184,7 @@ private slots:
         QCOMPARE(drawn(-1e12, -1e12, 1e12, 1e12), QRect(0, 0, 101, 101));
         QCOMPARE(drawn(-1e300, 50, 1e308, 50), QRect(0, 50, 101, 1));
         QCOMPARE(drawn(50, -1e308, 50, 1e308), QRect(50, 0, 1, 101));
+        QCOMPARE(drawn(-50, 50, 50, 150), QRect(0, 0, 1, 1)); // through the corner
         QCOMPARE(drawn(-50, 101, 150, 101), QRect());
         QCOMPARE(drawn(20, 50, qInf(), 50), QRect());
         QCOMPARE(drawn(qQNaN(), 50, 150, 50), QRect());
@@ -282,6 +292,9 @@ private slots:
         figure.setLineWidth(1);
         figure.setEnd(10.0);
         QCOMPARE(inkBox(painted(figure)), QRect(10, 50, 1, 20));
+        figure.setBegin(10.0);
+        figure.setEnd(90.0);
+        QCOMPARE(inkBox(painted(figure, QRectF(0.0, 20.0, 100.0, 40.0))), QRect(10, 10, 81, 20));
     }
 
     void integralColumns()

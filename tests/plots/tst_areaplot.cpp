@@ -105,8 +105,12 @@ private slots:
         QVERIFY(!plot()->isValid());
         plot()->setMinData(lower());
         QVERIFY(plot()->isValid());
+        plot()->setMaxData(nullptr);
+        QVERIFY(!plot()->isValid());
+        plot()->setMaxData(upper());
+        QVERIFY(plot()->isValid());
         delete lower();
-        QVERIFY(!plot()->isValid() && spy.count() == 6);
+        QVERIFY(!plot()->isValid() && spy.count() == 8);
     }
 
     void oneObjectInEveryRole()

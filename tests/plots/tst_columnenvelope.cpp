@@ -244,6 +244,12 @@ private slots:
         QCOMPARE(graph::envelopeStrokes(envelope, mapping, 2, 0.0, true).size(), 4);
         QCOMPARE(graph::fillStrokes(envelope, mapping, 100),
                  (QVector<QLine>{{0, 100, 0, 70}, {2, 100, 2, 50}, {3, 100, 3, 49}}));
+        const PixelMapping logarithmic(PixelScale(ScaleKind::Linear, {0.0, 1.0}, 1.0, 2),
+                                       PixelScale(ScaleKind::Logarithmic, {100.0, 1.0}, -99.0, 101),
+                                       QSizeF(2, 101));
+        const ColumnEnvelope flat = graph::columnEnvelope(series({10, 10}, 0, 1), logarithmic, 2, 1.0, false);
+        QCOMPARE(graph::envelopeStrokes(flat, logarithmic, 2, 1.0, false),
+                 (QVector<QLine>{{0, 51, 0, 49}, {1, 51, 1, 49}}));
     }
 
     void bars()

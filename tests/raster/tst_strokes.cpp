@@ -98,6 +98,7 @@ QPainterPath tst_strokes::randomPath()
     const int widestStep = oneIn(3) ? 1 : 7;
     const int widestStepBack = oneIn(5) ? 7 : 0;
     const int gap = oneIn(3) ? whole(1, 4) : 1000;
+    const bool areLinesApart = oneIn(8);
     const double fraction = oneIn(2) ? 1.0 : 0.37;
     QPainterPath path(QPointF(whole(-9, 9), whole(0, 40)));
     for (int i = whole(2, 90); i > 0; --i) {
@@ -105,7 +106,7 @@ QPainterPath tst_strokes::randomPath()
         const double y = qBound(-1.0 * farthest, last.y() + whole(-steepest, steepest), 1.0 * farthest);
         const QPointF next(last.x() + whole(-widestStepBack, widestStep) * fraction,
                            oneIn(9) ? whole(-9, 60) : y * fraction);
-        if (oneIn(gap))
+        if (areLinesApart ? path.elementCount() % 2 == 0 : oneIn(gap))
             path.moveTo(next);
         else
             path.lineTo(next);

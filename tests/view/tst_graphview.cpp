@@ -128,10 +128,11 @@ private slots:
                 GraphPlot { id: first; axisX: axis }
                 GraphPlot { axisX: axis }
                 GraphCursor { id: cursor }
+                GraphCursorY { id: second }
             })");
         const auto plotCount = [&] {
-            const QQmlListReference plots(document.object("cursor"), "plots");
-            return plots.count();
+            const int count = QQmlListReference(document.object("cursor"), "plots").count();
+            return QQmlListReference(document.object("second"), "plots").count() == count ? count : -1;
         };
         QCOMPARE(plotCount(), 2);
         document.object("first")->setProperty("visible", false);

@@ -160,6 +160,9 @@ void tst_zoomrect::mappingsNeedASize()
     QCOMPARE(zoom.mapToContent({0.25, 0.875}), QPointF(100.0, 50.0));
     QCOMPARE(zoom.mapFromItem(zoom.mapToItem({0.3, 0.8})), QPointF(0.3, 0.8));
     QCOMPARE(zoom.mapFromContent(zoom.mapToContent({0.3, 0.8})), QPointF(0.3, 0.8));
+    const QRectF visible(0.25, 0.625, 0.5, 0.25);
+    QCOMPARE(zoom.mapRectToItem(visible), QRectF(0, 0, 200, 100));
+    QCOMPARE(zoom.mapRectFromItem(QRectF(0, 0, 200, 100)), visible);
     zoom.setMinWidth(0.0);
     zoom.setWidth(0.0);
     QCOMPARE(zoom.contentWidth(), 0.0);
