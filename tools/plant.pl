@@ -1,23 +1,39 @@
 #!/usr/bin/env perl
 # Plants faults, one at a time, into C++ sources and tells which of them the tests catch.
 #
-#   tools/plant.pl [-n COUNT] [-s SEED] [-j JOBS] [-t CTEST_REGEX] FILE_OR_FOLDER...
+#   tools/plant.pl [-n COUNT] [-s SEED] [-j JOBS] [-x REGEX] [-b BUILD] FILE_OR_FOLDER...
+#   tools/plant.pl [-x REGEX] [-b BUILD] -r LOG
 #
-# Works on a copy of the tree in build/plant, so that the sources stay untouched. A fault is a dropped call, a turned
-# condition, a shifted bound or a mirror image (left for right, width for height, x for y). The tests of the folder
-# with the same name run first, then all others until one fails; -t gives the only tests to run instead.
+# A fault is a dropped call, a turned condition, a shifted bound or a mirror image (left for right, width for height, x
+# for y). They are spread over the folders in proportion to lines of code; the same seed gives the same faults. -r plants
+# again what survived according to the output of an earlier run.
+#
+# Sources and the build folder, build/dev or that of -b with everything built, stay untouched: a fault costs one object
+# and one library beside them, which the tests are made to load. The tests of the folder with the same name run first, then
+# the others by the time that they take, until one fails; -x leaves tests out. A fault that does not compile does not
+# count, nor does one in a header that more than six sources include. What tests have compiled into themselves stays as it
+# is.
 use strict;
 use warnings;
+use Cwd qw(abs_path);
 use File::Basename qw(basename dirname);
 use File::Find qw(find);
+use File::Path qw(make_path remove_tree);
 use Getopt::Std qw(getopts);
+use JSON::PP qw(decode_json);
+use Time::HiRes qw(time);
 
-my %opt = (n => 20, s => 1, j => 2);
-getopts('n:s:j:t:', \%opt) and @ARGV or die "usage: plant.pl [-n COUNT] [-s SEED] [-j JOBS] [-t REGEX] FILE...\n";
-chomp(my $top = `git rev-parse --show-toplevel`);
-my ($tree, $build) = ("$top/build/plant/tree", "$top/build/plant/build");
+my %opt = (n => 20, s => 1, j => 1, b => 'build/dev', x => 'tst_bus_session');
+getopts('n:s:j:x:b:r:', \%opt) and (@ARGV or $opt{r})
+    or die "usage: plant.pl [-n COUNT] [-s SEED] [-j JOBS] [-x REGEX] [-b BUILD] FILE...\n       plant.pl -r LOG\n";
+my $build = abs_path($opt{b});
+my ($top) = slurp("$build/CMakeCache.txt") =~ /^CMAKE_HOME_DIRECTORY:INTERNAL=(.*)$/m;
+chdir $top;
+my $work = "$build/plant/$$";
+make_path($work);
+my $log = "$work/log";
 
-sub run { my ($command, $log) = @_; return system("$command > $log 2>&1") == 0 }
+sub run { my ($command) = @_; return system("($command) > $log 2>&1") == 0 }
 
 sub slurp { my ($file) = @_; local (@ARGV, $/) = $file; return scalar <> }
 
@@ -36,9 +52,16 @@ for my $pair (@words) {
 # All faults of one line, each the line as it would read with it.
 sub faults
 {
-    my ($line) = @_;
-    return () if $line =~ m{^\s*(//|\*|/\*|#|case |default:|namespace|using|static_assert|Q_|\w+::\w+\(.*\)$)};
+    my ($line, $is_header) = @_;
+    return () if $line =~ m{^\s*(//|\*|/\*|#|case |default:|namespace|using|static_assert|Q_)};
     (my $code = $line) =~ s{//.*}{};
+    # Another name of what is declared would not compile.
+    return () if $code =~ /^\w[^={]*$/;
+    my $declared = '';
+    if ($is_header) {
+        return () if $code =~ /^ *(?!return|emit)[\w:]+[\w:<>, *&]* [*&]?\w+\([^{]*\)[ \w]*;$/;
+        ($declared) = $code =~ /^( *(?!return|emit)[\w:]+[\w:<>, *&]* [*&]?[\w:]+\([^{]*\)[ \w]*\{|)/;
+    }
     my @found;
     push @found, $line =~ s/\S.*/;/r if $code =~ /^\s+(emit |[\w.>:-]+(\(|\[))[^=]*\);\s*$/;
     push @found, $line =~ s/\bif \((.*)\)/if (!($1))/r if $code =~ /\bif \(.*\)\s*\{?$/;
@@ -48,7 +71,7 @@ sub faults
             my ($from, $to) = @$way;
             my $at = -1;
             while (($at = index($code, $from, $at + 1)) >= 0) {
-                next if substr($code, 0, $at) =~ tr/"// % 2;
+                next if substr($code, 0, $at) =~ tr/"// % 2 || $at < length $declared;
                 substr(my $changed = $line, $at, length $from) = $to;
                 push @found, $changed;
             }
@@ -57,64 +80,215 @@ sub faults
     return grep { $_ ne $line } @found;
 }
 
-my @files;
-find({ no_chdir => 1, wanted => sub { push @files, $_ if /\.(cpp|h)$/ } }, @ARGV);
-my @planted;
-for my $file (sort @files) {
-    my @lines = split /(?<=\n)/, slurp($file);
-    my $comment = 0;
-    for my $i (0 .. $#lines) {
-        $comment = 1 if $lines[$i] =~ m{/\*};
-        push @planted, map { [$file, $i, $_] } faults($lines[$i]) unless $comment;
-        $comment = 0 if $lines[$i] =~ m{\*/};
+sub shuffled
+{
+    my @list = @_;
+    for my $i (reverse 1 .. $#list) {
+        my $j = int rand($i + 1);
+        @list[$i, $j] = @list[$j, $i];
+    }
+    return @list;
+}
+
+# Per folder its lines of code and, in random order, one random fault of each line that can have one.
+sub folders
+{
+    my @files;
+    find({ no_chdir => 1, wanted => sub { push @files, $_ if /\.(cpp|h)$/ } }, @_);
+    my %folders;
+    for my $file (sort @files) {
+        my $folder = $folders{dirname($file)} //= { code => 0, faults => [], drawn => 0 };
+        my @lines = split /(?<=\n)/, slurp($file);
+        my $comment = 0;
+        for my $i (0 .. $#lines) {
+            $comment = 1 if $lines[$i] =~ m{/\*};
+            if (!$comment && $lines[$i] !~ m{^\s*(//|$)}) {
+                $folder->{code}++;
+                my @found = faults($lines[$i], $file =~ /h$/);
+                push @{ $folder->{faults} }, [$file, $i, $lines[$i], $found[rand @found]] if @found;
+            }
+            $comment = 0 if $lines[$i] =~ m{\*/};
+        }
+    }
+    $folders{$_}{faults} = [shuffled(@{ $folders{$_}{faults} })] for sort keys %folders;
+    return %folders;
+}
+
+# What survived according to LOG, where the lines read the same today.
+sub survivors
+{
+    my ($from) = @_;
+    my @found;
+    my @texts = slurp($from) =~ /^SURVIVED (\S+):(\d+)\n    - (.*)\n    \+ (.*)\n/mg;
+    while (my ($file, $number, $before, $after) = splice @texts, 0, 4) {
+        my @lines = split /(?<=\n)/, slurp($file);
+        my ($index) = sort { abs($a + 1 - $number) <=> abs($b + 1 - $number) }
+            grep { $lines[$_] =~ /^\s*\Q$before\E\s*$/ } 0 .. $#lines;
+        defined $index or warn("$file:$number reads otherwise\n"), next;
+        push @found, [$file, $index, $lines[$index], $lines[$index] =~ s/\Q$before\E/$after/r];
+    }
+    return @found;
+}
+
+
+# How each source is compiled, each library linked, and what each object is made from.
+my (%compile, %object, %links);
+for my $entry (@{ decode_json(slurp("$build/compile_commands.json")) }) {
+    (my $file = $entry->{file}) =~ s{^\Q$top\E/}{};
+    my ($object) = $entry->{command} =~ / -o (\S+)/;
+    next if $file !~ /^src/;
+    $object{$file} = $object;
+    $compile{$file} = $entry->{command} =~ s/ -W\S*//gr;
+}
+my @libraries = map { basename($_) } glob "$build/lib/*.so.*.*";
+for my $line (split /\n/, `ninja -C $build -t commands`) {
+    my ($target) = $line =~ m{^: && .* -o (?:bin|lib)/(\S+)} or next;
+    $links{$target} = $line;
+}
+my %depends; # sources of a header
+{
+    my ($source, %of);
+    %of = reverse %object;
+    for my $line (split /\n/, `ninja -C $build -t deps`) {
+        if ($line =~ /^(\S+): #deps/) { $source = $of{$1} }
+        elsif ($source && $line =~ m{^\s+(?:\Q$top\E/)(src/\S+\.h)$}) { push @{ $depends{$1} }, $source }
     }
 }
-srand $opt{s};
-for my $i (reverse 1 .. $#planted) {
-    my $j = int rand($i + 1);
-    @planted[$i, $j] = @planted[$j, $i];
+
+my %tests;
+for my $test (@{ decode_json(scalar `ctest --test-dir $build --show-only=json-v1`)->{tests} }) {
+    next if $test->{name} !~ /^(qml_)?tst_/ || $test->{name} =~ /^($opt{x})$/;
+    my %property = map { $_->{name} => $_->{value} } @{ $test->{properties} };
+    $tests{ $test->{name} } = {
+        name => $test->{name},
+        program => $test->{command}[0],
+        arguments => join(' ', map { "'$_'" } @{ $test->{command} }[1 .. $#{ $test->{command} }]),
+        environment => join(' ', map { "'$_'" } @{ $property{ENVIRONMENT} // [] }),
+        folder => $property{WORKING_DIRECTORY},
+        refused => join('|', @{ $property{FAIL_REGULAR_EXPRESSION} // [] }),
+    };
 }
 
-system("mkdir -p $tree && rm -rf $tree && mkdir -p $tree && git ls-files -z | xargs -0 cp --parents -t $tree") == 0 or die "copy\n";
-my $fast = '-DCMAKE_CXX_FLAGS_RELWITHDEBINFO=-O0 -DGRAPH_WERROR=OFF'
-         . (-x '/usr/bin/ld.lld' ? ' -DCMAKE_EXE_LINKER_FLAGS=-fuse-ld=lld -DCMAKE_MODULE_LINKER_FLAGS=-fuse-ld=lld' : '');
-my $log = "$top/build/plant/log";
-run("cmake --preset dev -S $tree -B $build $fast", $log) && run("cmake --build $build -j $opt{j}", $log)
-    or die "the tree does not build: $log\n";
+# A test that hangs or takes all memory counts as failed; neither is to hold up the others.
+sub passes
+{
+    my ($test, $libraries) = @_;
+    my $program = $test->{program};
+    my $linked = "$libraries/" . basename($program);
+    $program = $linked if -x $linked;
+    my $passed = run("ulimit -v 16000000; cd $test->{folder} && exec timeout 60 env LD_LIBRARY_PATH=$libraries "
+        . "$test->{environment} $program $test->{arguments}");
+    return $passed && !($test->{refused} && slurp($log) =~ /$test->{refused}/);
+}
 
-# Tests must pass and end soon; a fault that makes one hang counts as caught.
-my $ctest = "cd $build && ctest -j $opt{j} --timeout 200 --stop-on-failure -E '^(reference|tst_module|layers|clang.*)\$'";
-$ctest .= " -R '$opt{t}'" if defined $opt{t};
-run($ctest, $log) or die "the tests fail without a fault: $log\n";
-
-sub folder_tests
+# The tests of the folder of FILE: src/view/zoom has tests/zoom, src/view/frame has tests/view.
+sub in_order
 {
     my ($file) = @_;
-    my $folder = basename(dirname($file));
-    my $list = `cd $build/tests/$folder 2>/dev/null && ctest -N 2>/dev/null`;
-    return join '|', map { "^$_\$" } $list =~ /Test +#\d+: (\S+)/g;
+    my @all = sort { $a->{seconds} <=> $b->{seconds} || $a->{name} cmp $b->{name} } values %tests;
+    for (my $folder = dirname($file); $folder ne 'src' && $folder ne '.'; $folder = dirname($folder)) {
+        my $tests = "$build/tests/" . basename($folder);
+        my @near = grep { $_->{folder} eq $tests } @all or next;
+        return (@near, grep { $_->{folder} ne $tests } @all);
+    }
+    return @all;
 }
 
-my %count = (caught => 0, survived => 0, invalid => 0);
-while ($count{caught} + $count{survived} < $opt{n} and my $fault = shift @planted) {
-    my ($file, $index, $changed) = @$fault;
-    my $original = slurp("$tree/$file");
-    my @lines = split /(?<=\n)/, $original;
-    my $before = $lines[$index];
-    $lines[$index] = $changed;
-    spew("$tree/$file", join '', @lines);
-    my $verdict = 'invalid';
-    if (run("cmake --build $build -j $opt{j}", $log)) {
-        my $near = defined $opt{t} ? '' : folder_tests($file);
-        $verdict = ($near && !run("$ctest -R '$near'", $log)) || !run($ctest, $log) ? 'caught' : 'survived';
-    }
-    spew("$tree/$file", $original);
-    $count{$verdict}++;
-    next if $verdict eq 'invalid';
-    my ($test) = slurp($log) =~ /^\s*\d+ - (\S+) \(/m;
-    s/^\s+|\s+$//g for $before, $changed;
-    printf "%s %s:%d%s\n    - %s\n    + %s\n", uc $verdict, $file, $index + 1,
-        $verdict eq 'caught' && $test ? " ($test)" : '', $before, $changed;
+sub object_with
+{
+    my ($source, $folder, $file) = @_;
+    my $object = "$folder/" . ($source =~ tr{/}{_}r) . '.o';
+    my $command = $compile{$source} =~ s/ -o \S+/ -o $object/r;
+    $command =~ s{ -c \S+}{ -c $folder/$file} if $source eq $file;
+    $command =~ s{ -I}{ -w -I$folder/src -I};
+    return run("cd $build && $command") ? $object : undef;
 }
-my $all = $count{caught} + $count{survived};
-printf "%d of %d planted faults caught; %d more did not compile\n", $count{caught}, $all, $count{invalid};
+
+# Links what holds one of the objects: a library, and each program that has an archive without the library.
+sub linked_with
+{
+    my ($folder, %objects) = @_;
+    for my $target (keys %links) {
+        my $line = $links{$target};
+        my $is_library = grep { $_ eq $target } @libraries;
+        my $new = '';
+        for my $source (keys %objects) {
+            next if $line =~ s{ \Q$object{$source}\E}{ $objects{$source}};
+            my ($archive) = $object{$source} =~ m{^(src/\w*)CMakeFiles/(\w+)\.dir} or next;
+            $new .= " $objects{$source}" if $line =~ m{ src/lib$2\.a} && ($is_library || $line !~ /libgraph_charts/);
+        }
+        next if $line eq $links{$target} && !$new;
+        next if !$is_library && !($new && -x "$build/bin/$target");
+        my $soname = $line =~ /-soname,(\S+)/ ? $1 : $target;
+        $line =~ s{ -o \S+}{$new -o $folder/$soname};
+        return 0 unless run("cd $build && $line");
+    }
+    return 1;
+}
+
+# Tests that fail do so twice, so that a busy machine does not count as one.
+sub verdict
+{
+    my ($fault, $folder) = @_;
+    my ($file, $index, $before, $after) = @$fault;
+    remove_tree($folder);
+    make_path("$folder/" . dirname($file));
+    my @lines = split /(?<=\n)/, slurp($file);
+    $lines[$index] = $after;
+    spew("$folder/$file", join '', @lines);
+    my @sources = $file =~ /\.h$/ ? @{ $depends{$file} // [] } : ($file);
+    my $verdict = 'INVALID';
+    my $caught_by = '';
+    my %objects;
+    if (@sources && @sources <= 6 && !grep { !defined($objects{$_} = object_with($_, $folder, $file)) } @sources) {
+        if (linked_with($folder, %objects)) {
+            for my $candidate (in_order($file)) {
+                next if passes($candidate, $folder) || passes($candidate, $folder);
+                $caught_by = " ($candidate->{name})";
+                last;
+            }
+            $verdict = $caught_by ? 'CAUGHT' : 'SURVIVED';
+        }
+    }
+    s/^\s+|\s+$//g for $before, $after;
+    syswrite STDOUT, sprintf "%s %s:%d%s\n    - %s\n    + %s\n", $verdict, $file, $index + 1, $caught_by, $before, $after;
+    return $verdict;
+}
+
+# How long each test takes; what fails without a fault is left out.
+for my $name (sort keys %tests) {
+    my $start = time;
+    if (passes($tests{$name}, $work)) {
+        $tests{$name}{seconds} = time - $start;
+    } else {
+        warn "$name fails without a fault\n";
+        delete $tests{$name};
+    }
+}
+
+srand $opt{s};
+my @again = $opt{r} ? survivors($opt{r}) : ();
+my %folders = folders(@ARGV);
+my @workers;
+for my $job (0 .. $opt{j} - 1) {
+    my $worker = fork // die "fork: $!\n";
+    push @workers, $worker and next if $worker;
+    my $folder = "$work/$job";
+    $log = "$work/log$job";
+    my %count = (CAUGHT => 0, SURVIVED => 0, INVALID => 0);
+    my $part = sub { my @list = @_; return map { $list[$_] } grep { $_ % $opt{j} == $job } 0 .. $#list };
+    $count{verdict($_, $folder)}++ for $part->(@again);
+    @{ $_->{faults} } = $part->(@{ $_->{faults} }) for values %folders;
+    while (%folders && $count{CAUGHT} + $count{SURVIVED} < $opt{n} / $opt{j}) {
+        # The folder that is furthest behind its share.
+        my ($name) = sort { $folders{$a}{drawn} / $folders{$a}{code} <=> $folders{$b}{drawn} / $folders{$b}{code} || $a cmp $b }
+            grep { @{ $folders{$_}{faults} } } keys %folders or last;
+        my $result = verdict(shift @{ $folders{$name}{faults} }, $folder);
+        $count{$result}++;
+        $folders{$name}{drawn}++ if $result ne 'INVALID';
+    }
+    syswrite STDOUT, sprintf "%d of %d planted faults caught; %d more did not compile\n", $count{CAUGHT},
+        $count{CAUGHT} + $count{SURVIVED}, $count{INVALID};
+    exit;
+}
+waitpid $_, 0 for @workers;
