@@ -1,5 +1,6 @@
 #include "data/DataStreams.h"
 #include "data/PlotBands.h"
+#include "data/PlotSeries.h"
 
 #include <QSignalSpy>
 #include <QtTest>
@@ -133,6 +134,11 @@ private slots:
         QVERIFY(points.boundingRect().isNull());
         fill(points, {{9, qQNaN()}, {2, 5}, {-1, 7}, {qQNaN(), 99}, {3, qInf()}});
         QCOMPARE(points.boundingRect(), QRectF(-1, 5, 3, 2));
+        PlotSeries series;
+        series.setXFirstValue(-1);
+        series.setXInterval(0.5);
+        series.setYData({qInf(), 5, 7, 6, qQNaN()});
+        QCOMPARE(series.boundingRect(), QRectF(-0.5, 5, 1, 2));
     }
 };
 

@@ -146,6 +146,14 @@ void tst_bus_parts::longArrays()
         QCOMPARE(assemblies.add(&wrong), ArrayAssemblies::Malformed);
         QCOMPARE(bytes, 0);
     }
+    // What begins again after all was dropped is a new array.
+    news = part(trace, 5, 0, 3);
+    assemblies.add(&news);
+    assemblies.clear();
+    QCOMPARE(bytes, 0);
+    news = part(trace, 5, 3, 2);
+    QCOMPARE(assemblies.add(&news), ArrayAssemblies::Malformed);
+    QCOMPARE(bytes, 0);
 }
 
 void tst_bus_parts::unfinishedArraysAreBounded()

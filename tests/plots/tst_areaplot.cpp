@@ -123,6 +123,12 @@ private slots:
         filled(10, {50, 50}, {20, 20});
         QVERIFY(plot()->isValid());
         plot()->setPlotData(lower());
+        {
+            PlotSeries former; // which has no part in the plot any more
+            plot()->setMinData(&former);
+            plot()->setMinData(lower());
+        }
+        QCOMPARE(plot()->plotData(), lower());
         QSignalSpy spy(plot(), SIGNAL(maxDataChanged(PlotData *)));
         delete upper();
         QVERIFY(!plot()->plotData() && !plot()->maxData()); // the plot's own data goes with it
