@@ -27,7 +27,7 @@ public:
     struct Look
     {
         const PlottedData &plotted;
-        qint64 now; // in milliseconds, of a clock that does not go back
+        qint64 now = 0; // in milliseconds, of a clock that does not go back
         // Beyond the plots of the chart itself.
         std::optional<Span> data;
         // What is to be visible; all of it without.
