@@ -17,7 +17,7 @@ Chart {
         primaryPlot: now
         markers: [
             GraphMarker { posValue: 440; visible: true; MarkerGrab { text: "A" } },
-            GraphMarker { posValue: 5000; visible: true; deltaY: 130; MarkerGrab { text: "B" } }
+            GraphMarker { posValue: 5000; visible: true; MarkerGrab { text: "B" } }
         ]
         CursorGrab {}
         CursorReadout { plot: now }

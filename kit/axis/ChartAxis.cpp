@@ -53,7 +53,7 @@ double placeOffset(double seconds)
     A range from a greater to a smaller value shows a reversed axis.
 
     \c tickInterval FixedTicks shows the positions in \c ticks. A \c formatter writes the texts. A \c customInterval
-    counts on a linear axis that is not reversed.
+    counts on a linear axis.
 */
 ChartAxis::ChartAxis(QObject *parent)
     : ValueAxis(parent)
@@ -343,6 +343,7 @@ TickRequest ChartAxis::requestFor(double lowest, double highest, double length) 
     request.spacing = metrics.height() * (isAlongText ? tickDistanceAlongText : tickDistanceAcrossText);
     request.gap = isAlongText ? metrics.horizontalAdvance(QLatin1Char('0')) * 2.0 : metrics.height() / 4.0;
     request.unit = unit();
+    request.interval = m_scale == Linear ? customInterval() : 0.0;
     request.minorTicks = m_minorTicks;
     if (isAlongText)
         request.extent = [metrics](const QString &text) { return metrics.horizontalAdvance(text); };
@@ -391,7 +392,7 @@ void ChartAxis::updatePlan(double length)
     if (scaleKind() == ScaleKind::Logarithmic)
         ends = positivePart(ends.begin, ends.end);
     const PlanKey key(ends.begin, ends.end, length, labelFont(), unit(), m_minorTicks, m_scale, m_utc,
-                      orientation());
+                      orientation(), customInterval());
     // A formatter may answer differently at any time.
     if (m_planKey == key && !formatter())
         return;

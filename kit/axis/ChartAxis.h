@@ -61,6 +61,7 @@ public:
     // Whether a vertical axis keeps some room around the data, true by default.
     void setHeadRoom(bool on) { m_hasHeadRoom = on; }
 
+    using ValueAxis::setFitsWhileMoved;
     bool hasOwnMargin() const override { return true; }
     AxisLook look() const override;
     QString formattedValue(double value) const override;
@@ -119,7 +120,8 @@ private:
     // The margin follows the required one until the document writes another.
     int m_followedMargin = 0;
     // All that a plan depends on: lines and labels are painted from one, which is not cheap.
-    using PlanKey = std::tuple<double, double, double, QFont, QString, int, int, bool, Qt::Orientation>;
+    using PlanKey =
+        std::tuple<double, double, double, QFont, QString, int, int, bool, Qt::Orientation, double>;
     void updatePlan(double length);
 
     TickPlan m_plan; // of the last repaint

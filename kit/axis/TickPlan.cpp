@@ -31,11 +31,11 @@ QVector<double> multiples(double lowest, double highest, double interval)
     return values;
 }
 
-TickPlan linearPlan(const TickRequest &request, const RoundIntervals &interval)
+TickPlan linearPlan(const TickRequest &request, double interval)
 {
     TickPlan plan;
-    plan.majors = multiples(request.lowest, request.highest, interval.value());
-    const NumberLabels labels(request.lowest, request.highest, interval.value(), AxisUnit(request.unit));
+    plan.majors = multiples(request.lowest, request.highest, interval);
+    const NumberLabels labels(request.lowest, request.highest, interval, AxisUnit(request.unit));
     for (const double value : qAsConst(plan.majors))
         plan.texts.append(labels.text(value));
     plan.unit = labels.unit();
@@ -83,8 +83,17 @@ QVector<double> minorMultiples(const TickRequest &request, const QVector<double>
 
 TickPlan linearTicks(const TickRequest &request)
 {
-    if (!request.isUsable())
+    if (!request.isUsable() || request.interval < 0.0)
         return {};
+    const auto minors = [&request](const QVector<double> &majors, double interval, int parts) {
+        parts = request.minorTicks < 0 ? parts : request.minorTicks + 1;
+        return parts > 1 ? minorMultiples(request, majors, interval / parts) : QVector<double>();
+    };
+    if (request.interval > 0.0) {
+        TickPlan plan = linearPlan(request, request.interval);
+        plan.minors = minors(plan.majors, request.interval, 5);
+        return plan;
+    }
     const double span = request.highest - request.lowest;
     const double greatest = std::max(std::abs(request.lowest), std::abs(request.highest));
     // Where numbers are coarser than that, they cannot be told apart.
@@ -93,12 +102,10 @@ TickPlan linearTicks(const TickRequest &request)
     TickPlan plan;
     for (RoundIntervals interval(std::max(finest, std::numeric_limits<double>::min()));
          interval.value() <= span; interval.next()) {
-        plan = linearPlan(request, interval);
+        plan = linearPlan(request, interval.value());
         if (!request.hasRoomFor(plan) && plan.majors.size() > 1)
             continue;
-        const int parts = request.minorTicks < 0 ? interval.parts() : request.minorTicks + 1;
-        if (parts > 1)
-            plan.minors = minorMultiples(request, plan.majors, interval.value() / parts);
+        plan.minors = minors(plan.majors, interval.value(), interval.parts());
         break;
     }
     return plan;

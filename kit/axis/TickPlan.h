@@ -41,6 +41,8 @@ struct TickRequest
     double spacing = 0.0;
     double gap = 0.0;
     QString unit;
+    // The distance of the values that are asked for; 0 for one that suits them.
+    double interval = 0.0;
     // Minor ticks between two major ones; negative: a number that suits them.
     int minorTicks = -1;
     // Pixels that a text takes along the axis.

@@ -295,11 +295,11 @@ QString withInvisiblePen(const GraphView &, const AbstractPlot &plot)
 }
 
 const ViewCheck viewChecks[] = {withoutSize, withoutRoom, withUnlistedAxis, withUnusedData, withUnknownTheme};
-const AxisCheck axisChecks[] = {withReversedRange, withUnusableRange};
-const PlotCheck plotChecks[] = {outsideOfView,    insideOfAnItem, afterView,        withSwappedAxes,
-                                withLateAxis,     withWrongAxis,  withoutAxis,      withoutArea,
-                                withInvisiblePen, withoutPoint,   withEmptyAddress, withColorOfGround,
-                                withAnotherUnit};
+const AxisCheck axisChecks[] = {withReversedRange, withUnusableRange, withUselessInterval};
+const PlotCheck plotChecks[] = {outsideOfView,    insideOfAnItem,    afterView,        withSwappedAxes,
+                                withLateAxis,     withWrongAxis,     withoutAxis,      withoutArea,
+                                withInvisiblePen, withoutPoint,      withEmptyAddress, withColorOfGround,
+                                withAnotherUnit,  withReversedColors};
 
 template <typename Checks, typename... Subject>
 QString firstReason(const Checks &checks, const Subject &...subject)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "common/Export.h"
+#include "kit/chart/LeastPositive.h"
 #include "kit/chart/FittedAxis.h"
 #include "kit/chart/PlacedScales.h"
 #include "kit/chart/ReadingTexts.h"
@@ -167,7 +168,9 @@ private:
     void updateRanges();
     void followNewData(const Span &oldX);
     void fitAxes(Qt::Orientation orientation, const PlottedData &plotted);
+    FittedAxis::Look lookAt(const FittedAxis &axis, const PlottedData &plotted) const;
     void fit(FittedAxis &axis, const PlottedData &plotted);
+    void fitWhileMoved();
     Span groupSpanX() const;
     FittedAxis *stateOf(const ValueAxis *axis);
     FittedAxis *furtherAxis(int side, double depth);
@@ -201,6 +204,7 @@ private:
     TraceColors m_traceColors;
     ReadingTexts m_texts;
     QPointer<QQuickItem> m_flickable;
+    LeastPositive m_leastPositive;
     Span m_dataX; // how far the data reaches on the first axis
     double m_follow = 0.0;
     QPointer<ChartView> m_zoomWith;

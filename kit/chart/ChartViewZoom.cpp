@@ -50,7 +50,6 @@ std::optional<Span> spanShown(const ValueAxis *axis, double part, const std::opt
 
 } // namespace
 
-// While a finger moves the chart its ranges stay.
 void ChartView::updateRangesLater()
 {
     if (m_rangesPending || !m_ears)
@@ -63,11 +62,15 @@ void ChartView::updateRangesLater()
 void ChartView::updateRanges()
 {
     m_rangesPending = false;
-    if (!m_complete || !isVisible() || m_touched || zoomRect()->isMoving())
+    if (!m_complete || !isVisible())
         return;
+    if (m_touched || zoomRect()->isMoving()) {
+        fitWhileMoved();
+        return;
+    }
     for (FittedAxis &fitted : m_axes)
         fitted.takeUnit(m_traces);
-    const PlottedData plotted(plots());
+    const PlottedData plotted(plots(), &m_leastPositive);
     const Span oldX = std::exchange(m_dataX, plotted.along(m_axisX, false));
     followNewData(oldX);
     const bool wasApplying = std::exchange(m_applying, true);
@@ -116,7 +119,7 @@ void ChartView::fitAxes(Qt::Orientation orientation, const PlottedData &plotted)
     }
 }
 
-void ChartView::fit(FittedAxis &axis, const PlottedData &plotted)
+FittedAxis::Look ChartView::lookAt(const FittedAxis &axis, const PlottedData &plotted) const
 {
     FittedAxis::Look look{plotted, m_clock.elapsed(), {}, {}, followedSeconds() <= 0.0};
     if (axis.axis() == m_axisX) {
@@ -125,8 +128,24 @@ void ChartView::fit(FittedAxis &axis, const PlottedData &plotted)
     } else if (axis.axis() == m_axisY) {
         look.shown = m_shown.y;
     }
-    if (axis.fit(look) && !m_fitTimer.isActive())
+    return look;
+}
+
+void ChartView::fit(FittedAxis &axis, const PlottedData &plotted)
+{
+    if (axis.fit(lookAt(axis, plotted)) && !m_fitTimer.isActive())
         m_fitTimer.start();
+}
+
+void ChartView::fitWhileMoved()
+{
+    const PlottedData plotted(plots(), &m_leastPositive);
+    const bool wasApplying = std::exchange(m_applying, true);
+    for (FittedAxis &fitted : m_axes) {
+        if (fitted.axis())
+            fitted.fitWhileMoved(lookAt(fitted, plotted));
+    }
+    m_applying = wasApplying;
 }
 
 // Charts that share x show the data of all of them.
@@ -298,7 +317,7 @@ void ChartView::moveAxis(FittedAxis &axis, double anchor, double factor, double 
     if (!axis.moveByHand(anchor, factor, distance))
         return;
     const bool wasApplying = std::exchange(m_applying, true);
-    fit(axis, PlottedData(plots()));
+    fit(axis, PlottedData(plots(), &m_leastPositive));
     m_applying = wasApplying;
 }
 

@@ -72,6 +72,17 @@ bool FittedAxis::fit(const Look &look)
     return m_isUnsettled;
 }
 
+void FittedAxis::fitWhileMoved(const Look &look)
+{
+    auto *axis = qobject_cast<ChartAxis *>(m_axis);
+    if (!axis || axis->orientation() == Qt::Horizontal || axis->autoRange() != ChartAxis::FitVisible ||
+        look.shown)
+        return;
+    axis->setFitsWhileMoved(true);
+    fit(look);
+    axis->setFitsWhileMoved(false);
+}
+
 // What the axis makes of its data.
 Span FittedAxis::fitted(const Look &look)
 {
@@ -80,7 +91,8 @@ Span FittedAxis::fitted(const Look &look)
     auto *axis = qobject_cast<ChartAxis *>(m_axis);
     if (!axis || axis->autoRange() == ChartAxis::Off)
         return m_base;
-    Span data = look.data ? *look.data : look.plotted.along(axis, axis->autoRange() == ChartAxis::FitVisible);
+    const bool onlyVisible = axis->autoRange() == ChartAxis::FitVisible;
+    Span data = look.data ? *look.data : look.plotted.along(axis, onlyVisible);
     if (data.isEmpty())
         return m_base;
     if (m_isExtended)
@@ -99,7 +111,8 @@ Span FittedAxis::fitted(const Look &look)
         m_isUnsettled = m_lingering.lingers();
     }
     const bool needsPositive = axis->scaleKind() == ScaleKind::Logarithmic && data.from <= 0.0;
-    axis->setDataExtent(data.from, data.to, needsPositive ? look.plotted.leastPositiveAlong(axis) : 0.0);
+    axis->setDataExtent(data.from, data.to,
+                        needsPositive ? look.plotted.leastPositiveAlong(axis, onlyVisible) : 0.0);
     return {axis->minValue(), axis->maxValue()};
 }
 

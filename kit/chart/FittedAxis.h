@@ -46,6 +46,9 @@ public:
     // Chooses the full range. True when it will be another one in a moment, without a change of the data.
     bool fit(const Look &look);
 
+    // The same under a moving finger, where ranges stay but for a vertical one that fits what comes into view.
+    void fitWhileMoved(const Look &look);
+
     // Somebody has written the range.
     void takeRange();
 

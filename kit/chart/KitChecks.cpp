@@ -5,12 +5,14 @@
 #include "kit/axis/ChartAxis.h"
 #include "kit/chart/ChartTheme.h"
 #include "kit/chart/ChartView.h"
+#include "kit/chart/DataChecks.h"
 #include "kit/chart/Diagnosis.h"
 #include "kit/data/ItemName.h"
 #include "kit/data/StreamSeries.h"
 #include "kit/plots/ColorScale.h"
 #include "kit/plots/LimitLine.h"
 #include "kit/plots/Trace.h"
+#include "kit/plots/WaterfallPlot.h"
 #include "view/base/AbstractPlot.h"
 #include "view/frame/WorldPlot.h"
 #include "view/zoom/ZoomRect.h"
@@ -31,14 +33,19 @@ constexpr double infinity = std::numeric_limits<double>::infinity();
 QString unitOf(const AbstractPlot &plot)
 {
     const bool hasUnit = qobject_cast<const GraphPlot *>(&plot) && !qobject_cast<const WorldPlot *>(&plot);
-    return hasUnit && plot.plotData() ? plot.plotData()->yUnits() : QString();
+    if (!hasUnit || !plot.plotData())
+        return {};
+    // Data know the units of the instruments only.
+    const QString known = plot.plotData()->yUnits();
+    const auto *trace = qobject_cast<const Trace *>(&plot);
+    return known.isEmpty() && trace ? trace->unit() : known;
 }
 
-// Levels and their differences share an axis.
+// Levels and their differences share an axis; levels above different references are different numbers.
 bool areAlike(const QString &a, const QString &b)
 {
     const QLatin1String level("dB");
-    return a == b || (a.startsWith(level) && b.startsWith(level));
+    return a == b || (a.startsWith(level) && b.startsWith(level) && (a == level || b == level));
 }
 
 // No eye tells them apart.
@@ -121,10 +128,15 @@ QString offLogarithm(const AbstractPlot &plot, const SampleSpan &samples)
         return withoutLogarithm(countOf(
                                     samples, [&](int i) { return samples.y(i); }, isLow),
                                 samples.size(), "values", "axisY.scale: ChartAxis.Linear");
-    // Spectra begin with what does not oscillate.
-    if (!hasScale(plot.axisX(), ChartAxis::Logarithmic) || samples.first().x() > 0.0 ||
-        (samples.first().x() == 0.0 && samples.size() > 1 && samples.x(1) > 0.0))
+    if (!hasScale(plot.axisX(), ChartAxis::Logarithmic) || samples.first().x() > 0.0)
         return {};
+    // Spectra begin with what does not oscillate.
+    if (samples.first().x() == 0.0 && samples.size() > 1 && samples.x(1) > 0.0)
+        return QStringLiteral(
+                   "has its first sample at x = 0, which has no place on a logarithmic axis, and leaves it "
+                   "out: write %1, or the values from the next one on")
+            .arg(isOwnData(plot) ? QStringLiteral("start: %1").arg(samples.x(1))
+                                 : QStringLiteral("the x of the first sample"));
     return withoutLogarithm(countOf(
                                 samples, [&](int i) { return samples.x(i); }, isLow),
                             samples.size(), "positions", "axisX.scale: ChartAxis.Linear");
@@ -270,6 +282,29 @@ QString withColorOfGround(const GraphView &view, const AbstractPlot &plot)
                "has the colour of the background, %1: give it another color, or none, and the theme "
                "chooses one")
         .arg(plot.penColor().name());
+}
+
+QString withReversedColors(const GraphView &, const AbstractPlot &plot)
+{
+    const auto *waterfall = qobject_cast<const WaterfallPlot *>(&plot);
+    if (!waterfall || !(waterfall->from() > waterfall->to()))
+        return {};
+    return QStringLiteral(
+               "has a from of %1 above its to of %2, so that its colours run backwards: exchange the two; "
+               "for a colorMap the other way round write a list of colours")
+        .arg(waterfall->from())
+        .arg(waterfall->to());
+}
+
+QString withUselessInterval(const GraphView &, const ValueAxis &axis)
+{
+    const auto *chartAxis = qobject_cast<const ChartAxis *>(&axis);
+    if (!chartAxis || chartAxis->scale() == ChartAxis::Linear || chartAxis->customInterval() == 0.0)
+        return {};
+    return QStringLiteral(
+               "has a customInterval of %1, which counts on a linear axis only: remove it, or write "
+               "tickInterval: ValueAxis.FixedTicks and the ticks")
+        .arg(chartAxis->customInterval());
 }
 
 QString withAnotherUnit(const GraphView &view, const AbstractPlot &plot)

@@ -12,6 +12,8 @@ namespace graph {
 QString withUnknownTheme(const GraphView &view);
 QString withEmptyAddress(const GraphView &view, const AbstractPlot &plot);
 QString withColorOfGround(const GraphView &view, const AbstractPlot &plot);
+QString withReversedColors(const GraphView &view, const AbstractPlot &plot);
+QString withUselessInterval(const GraphView &view, const ValueAxis &axis);
 QString withAnotherUnit(const GraphView &view, const AbstractPlot &plot);
 
 // Of new data: samples that cannot be meant, or less than the chart wants to show.

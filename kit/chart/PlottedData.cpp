@@ -51,32 +51,37 @@ DataExtent PlottedData::extent(const AbstractPlot *plot) const
     return *known;
 }
 
+Span PlottedData::visible(const ValueAxis *axis)
+{
+    return Span{axis->minVisible(), axis->maxVisible()}.ordered();
+}
+
 Span PlottedData::along(const ValueAxis *axis, bool onlyVisible) const
 {
     Span span = nothing;
     const QList<AbstractPlot *> plots = plotsOn(axis);
     for (const AbstractPlot *plot : plots) {
         const ValueAxis *axisX = plot->axisX();
-        const Span seen =
-            onlyVisible && axisX ? Span{axisX->minVisible(), axisX->maxVisible()}.ordered() : nothing;
+        const Span seen = onlyVisible && axisX ? visible(axisX) : nothing;
         const DataExtent found = seen.isEmpty() ? extent(plot) : extentBetween(plot, seen);
         span = span.united(spanOf(axisX == axis ? found.x : found.y));
     }
     return span;
 }
 
-double PlottedData::leastPositiveAlong(const ValueAxis *axis) const
+double PlottedData::leastPositiveAlong(const ValueAxis *axis, bool onlyVisible) const
 {
-    double least = std::numeric_limits<double>::infinity();
+    constexpr double infinity = std::numeric_limits<double>::infinity();
+    double least = infinity;
     const QList<AbstractPlot *> plots = plotsOn(axis);
     for (const AbstractPlot *plot : plots) {
         const PlotData *data = plot->plotData();
-        const bool isX = plot->axisX() == axis;
-        for (int i = 0, count = data ? data->size() : 0; i < count; ++i) {
-            const double value = isX ? data->x(i) : data->y(i);
-            if (value > 0.0 && value < least)
-                least = value;
-        }
+        const ValueAxis *axisX = plot->axisX();
+        if (!data)
+            continue;
+        const Span seen = onlyVisible && axisX ? visible(axisX) : Span{-infinity, infinity};
+        least = std::min(least, axisX == axis ? LeastPositive::x(data)
+                                              : m_leastPositive->y(data, seen.from, seen.to));
     }
     return std::isfinite(least) ? least : 0.0;
 }

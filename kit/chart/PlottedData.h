@@ -1,6 +1,7 @@
 #pragma once
 
 #include "common/Export.h"
+#include "kit/chart/LeastPositive.h"
 #include "kit/chart/Span.h"
 #include "kit/plots/DataExtent.h"
 #include "view/base/AbstractPlot.h"
@@ -19,24 +20,28 @@ namespace graph {
 class GRAPH_CHARTS_EXPORT PlottedData
 {
 public:
-    explicit PlottedData(const QList<AbstractPlot *> &plots)
+    // known: from one look to the next.
+    PlottedData(const QList<AbstractPlot *> &plots, LeastPositive *known)
         : m_plots(plots.begin(), plots.end())
+        , m_leastPositive(known)
     {
     }
 
     // Empty without a finite sample; `onlyVisible`: of the samples at the visible x.
     Span along(const ValueAxis *axis, bool onlyVisible) const;
     // 0 where there is none.
-    double leastPositiveAlong(const ValueAxis *axis) const;
+    double leastPositiveAlong(const ValueAxis *axis, bool onlyVisible) const;
     // Whether a plot colours all of the range of the axis.
     bool fill(const ValueAxis *axis) const;
 
 private:
     QList<AbstractPlot *> plotsOn(const ValueAxis *axis) const;
+    static Span visible(const ValueAxis *axis);
     DataExtent extent(const AbstractPlot *plot) const;
 
     // Those who hear of a new range may take a plot away.
     QVector<QPointer<AbstractPlot>> m_plots;
+    LeastPositive *m_leastPositive;
     mutable QHash<const AbstractPlot *, DataExtent> m_extents;
 };
 

@@ -15,6 +15,8 @@ Sums plainSums(const SampleSpan &samples, int first, int end)
         if (!std::isfinite(value))
             continue;
         sums.extremes.add({value, value});
+        if (value > 0.0)
+            sums.leastPositive = std::min(sums.leastPositive, value);
         sums.sum += value;
         sums.squares += value * value;
         ++sums.count;

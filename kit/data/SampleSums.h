@@ -5,12 +5,15 @@
 
 #include <QVector>
 
+#include <limits>
+
 namespace graph {
 
 // What a stretch of samples adds up to. Values that are not finite are left out.
 struct Sums
 {
     MinMax extremes;
+    double leastPositive = std::numeric_limits<double>::infinity();
     double sum = 0.0;
     double squares = 0.0;
     qint64 count = 0;
@@ -18,6 +21,7 @@ struct Sums
     void add(const Sums &other)
     {
         extremes.add(other.extremes);
+        leastPositive = std::min(leastPositive, other.leastPositive);
         sum += other.sum;
         squares += other.squares;
         count += other.count;

@@ -223,10 +223,11 @@ ChartView {
     Loader {
         id: legendLoader
 
-        // A small chart needs all of its plot area for the traces.
         // Not those that are all colours, which a ColorScale explains.
         readonly property var named: chart.traces.filter(plot => !(plot instanceof WaterfallPlot || plot instanceof HeatmapPlot))
-        readonly property bool hasRoom: chart.width >= chart.colors.fontSize * 28 || chart.height >= chart.colors.fontSize * 21
+        // A small chart has one row of names, a tiny one needs all of its plot area for the traces.
+        readonly property bool isLow: chart.width < chart.colors.fontSize * 28 && chart.height < chart.colors.fontSize * 21
+        readonly property bool hasRoom: chart.width >= chart.colors.fontSize * 12 && chart.height >= chart.colors.fontSize * 9
 
         parent: chart.overlay
         active: chart.legend.enabled && named.length >= chart.legend.leastTraces && hasRoom
@@ -238,10 +239,11 @@ ChartView {
 
             plots: legendLoader.named
             cursor: !chart.legend.values || isSmall ? null : chart.declaredCursor ? chart.declaredCursor : cursorLoader.shown ? cursorLoader.item : null
-            keepsRoom: chart.legend.values && !isSmall && chart.cursor.enabled
+            // At the left the names stay where they are when values come.
+            keepsRoom: atRight && chart.legend.values && !isSmall && chart.cursor.enabled
             atRight: chart.legend.atRight
             atBottom: chart.legend.atBottom
-            inARow: chart.legend.inARow
+            inARow: chart.legend.inARow || legendLoader.isLow
             // For fingers where there is room, else as close as the text allows.
             entryHeight: Math.max(fontSize * 1.4, Math.min(fontSize * 2.2, height / (2 * Math.max(1, plots.length))))
             fontSize: Math.round(chart.colors.fontSize * (isSmall ? 0.85 : 1))

@@ -49,9 +49,22 @@ Item {
         return axis && axis.minVisible !== axis.maxVisible && height > 0 ? plot.mapToItemY(levelY) : 0;
     }
 
-    // From the top down each label moves below the one above it; those that do not fit any more move up again.
+    // The rows of the distances that the cursor writes beside its markers.
+    function distanceRows() {
+        var cursor = parent, size = cursor.font.pixelSize > 0 ? cursor.font.pixelSize : fontSize, rows = [];
+        for (var i = 0; cursor.markers && i < cursor.markers.length; ++i) {
+            var marker = cursor.markers[i];
+            if (marker && marker.visible && marker.showDelta)
+                rows.push({ top: marker.deltaY - size - 2, end: marker.deltaY + 0.3 * size + 2 });
+        }
+        return rows.sort(function (a, b) { return a.top - b.top; });
+    }
+
+    // From the top down each label moves below the one above it and below distances; those that do not fit any more move
+    // up again.
     function placeAmongSiblings() {
         var labels = [];
+        var distances = distanceRows();
         var bottom = height;
         for (var i = 0; i < parent.children.length; ++i) {
             // Null while it is being destroyed.
@@ -65,11 +78,20 @@ Item {
         var free = topInset;
         labels.forEach(function (label) {
             label.y = Math.max(label.y, free);
+            distances.forEach(function (rows) {
+                if (label.y < rows.end && label.y + label.height > rows.top)
+                    label.y = rows.end;
+            });
             free = label.y + label.height;
         });
         free = bottom;
+        distances.reverse();
         labels.reverse().forEach(function (label) {
             label.y = Math.min(label.y, free - label.height);
+            distances.forEach(function (rows) {
+                if (label.y < rows.end && label.y + label.height > rows.top)
+                    label.y = rows.top - label.height;
+            });
             free = label.y;
         });
         return labels.find(function (label) { return label.item === readout; }).y;

@@ -29,6 +29,9 @@ Item {
     readonly property alias box: box
     readonly property int _rows: Math.max(1, Math.floor((height - 2 * inset) / entryHeight))
 
+    readonly property real _widestName: inARow ? Math.max(16, (legend.width - 2 * inset) / Math.max(1, _named.length) - 42)
+                                               : Math.max(40, legend.width * 0.4)
+
     function nameOf(plot) {
         return !plot ? "" : plot.name ? plot.name : plot.plotData ? plot.plotData.label : "";
     }
@@ -124,7 +127,7 @@ Item {
 
                         anchors.verticalCenter: parent.verticalCenter
                         x: 32
-                        width: Math.min(Math.ceil(implicitWidth), Math.max(40, legend.width * 0.4))
+                        width: Math.min(Math.ceil(implicitWidth), legend._widestName)
                         elide: Text.ElideRight
                         opacity: entry.plot && entry.plot.visible ? 1 : 0.4
                         text: legend.nameOf(entry.plot)

@@ -28,7 +28,15 @@ LineGrab {
         return free;
     }
 
+    // Those of several markers below each other, where the document leaves them all in the place of the first.
+    function placeDistance() {
+        var index = cursor && marker ? Array.prototype.indexOf.call(cursor.markers, marker) : -1;
+        if (index > 0 && marker.deltaY === 100)
+            marker.setDeltaY(100 + index * Math.ceil(metrics.height + 6));
+    }
+
     line: marker ? marker.posOnScreen : 0
+    Component.onCompleted: Qt.callLater(placeDistance)
     shown: Boolean(marker) && marker.visible && line >= 0 && line < width
     zoomRect: Cursors.zoomRect(cursor)
     color: marker ? marker.color : "transparent"

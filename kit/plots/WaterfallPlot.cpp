@@ -56,7 +56,7 @@ WaterfallPlot::~WaterfallPlot()
 /*!
     \qmlproperty int WaterfallPlot::rows
     How many rows are kept, 500 by default and at least 1. Of rows so long that these would take more than 256
-    MiB fewer are kept.
+    MiB fewer are kept, and a line in the category \c graph.kit says how many.
 
     \qmlproperty int WaterfallPlot::count
     \readonly
@@ -69,6 +69,7 @@ void WaterfallPlot::setRows(int rows)
     m_rows.setCapacity(rows);
     if (m_rows.capacity() == former)
         return;
+    tellOfRoom();
     showReadRow();
     update();
     emit rowsChanged();
@@ -189,11 +190,25 @@ void WaterfallPlot::addRow(const double *levels, int count)
                        .arg(m_rows.columns()));
     }
     m_rows.add(levels, count);
+    tellOfRoom();
     followLevels();
     showReadRow();
     update();
     if (m_rows.count() != formerCount)
         emit countChanged();
+}
+
+void WaterfallPlot::tellOfRoom()
+{
+    if (m_hasToldOfRoom || m_rows.count() == 0 || m_rows.ringSize() >= m_rows.capacity())
+        return;
+    m_hasToldOfRoom = true;
+    tell(this,
+         QStringLiteral("keeps %1 rows of %2 levels instead of %3, which would take more than 256 MiB: write "
+                        "rows: %1")
+             .arg(m_rows.ringSize())
+             .arg(m_rows.columns())
+             .arg(m_rows.capacity()));
 }
 
 /*!
@@ -228,8 +243,8 @@ void WaterfallPlot::setColorMap(const QVariant &map)
 /*!
     \qmlproperty real WaterfallPlot::from
     \qmlproperty real WaterfallPlot::to
-    The levels of the first and of the last colour; \c from may be the greater one. Levels beyond them have
-    these colours. One that is not set, or reset with undefined, follows the levels that have been seen; -100
+    The levels of the first and of the last colour; where \c from is the greater one the colours run backwards, and a
+    diagnosis says so. Levels beyond them have these colours. One that is not set, or reset with undefined, follows the levels that have been seen; -100
     and 0 without any.
 */
 void WaterfallPlot::setFrom(double level)
@@ -358,7 +373,7 @@ DataExtent WaterfallPlot::dataExtent() const
     if (m_rows.columns() == 0)
         return extent;
     const auto [left, right] = std::minmax({m_place.columnEdge(0), m_place.columnEdge(m_rows.columns())});
-    const auto [lowest, highest] = std::minmax({0.0, m_place.rowEdge(m_rows.capacity())});
+    const auto [lowest, highest] = std::minmax({0.0, m_place.rowEdge(m_rows.ringSize())});
     if (std::isfinite(left) && std::isfinite(right))
         extent.x = {left, right};
     extent.y = {lowest, highest};

@@ -102,6 +102,7 @@ private:
     int columnAt(double x) const;
     void placeRows(double interval, Direction direction);
     void followLevels();
+    void tellOfRoom();
     void showReadRow();
 
     WaterfallRows m_rows;
@@ -116,6 +117,7 @@ private:
     Direction m_direction = Down;
     int m_readRow = 0;
     bool m_hasToldOfLength = false;
+    bool m_hasToldOfRoom = false;
     bool m_hasFrom = false;
     bool m_hasTo = false;
     bool m_hasLevels = false; // that were seen, where they count

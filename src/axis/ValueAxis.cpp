@@ -136,7 +136,7 @@ void ValueAxis::pushVisibleRange()
 void ValueAxis::setMinValue(double minValue)
 {
     m_range.requestMinValue(minValue);
-    if (minValue == m_range.minValue() || (m_zoomRect && m_zoomRect->isMoving()))
+    if (minValue == m_range.minValue() || isRangeHeld())
         return;
     const bool spanMoved = m_range.moveMinValue(minValue);
     m_ticks.setDirty(true);
@@ -156,7 +156,7 @@ void ValueAxis::setMinValue(double minValue)
 void ValueAxis::setMaxValue(double maxValue)
 {
     m_range.requestMaxValue(maxValue);
-    if (maxValue == m_range.maxValue() || (m_zoomRect && m_zoomRect->isMoving()))
+    if (maxValue == m_range.maxValue() || isRangeHeld())
         return;
     const bool spanMoved = m_range.moveMaxValue(maxValue);
     m_ticks.setDirty(true);
@@ -267,6 +267,11 @@ void ValueAxis::handleRectChanged()
         return;
     m_rectChangePending = false;
     emit visibleRangeChanged();
+}
+
+bool ValueAxis::isRangeHeld() const
+{
+    return m_zoomRect && m_zoomRect->isMoving() && !m_fitsWhileMoved;
 }
 
 void ValueAxis::handleMovingChanged()

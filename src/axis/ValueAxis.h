@@ -238,6 +238,8 @@ protected:
     // Keeps what the zoom rectangle shows of the full range.
     void setScaleKind(graph::ScaleKind kind);
     void setReversible() { m_reversible = true; }
+    // Whether the full range may be written while the chart is flicked: it is not what the finger moves.
+    void setFitsWhileMoved(bool fits) { m_fitsWhileMoved = fits; }
 
     // What there is to draw in a plot area.
     virtual graph::TickSet tickSet(const QRectF &rect);
@@ -245,6 +247,7 @@ protected:
     void forgetTexts() { m_texts.clear(); }
 
 private:
+    bool isRangeHeld() const;
     void pushVisibleRange();
     void followDigits(QObject *owner);
     QList<qreal> namedValues() const;
@@ -254,6 +257,7 @@ private:
     graph::AxisLook m_look;
     bool m_visible = true;
     bool m_reversible = false;
+    bool m_fitsWhileMoved = false;
     AxisStyle m_axisStyle = TicksAndLabels;
     AxisRangeOrder m_rangeOrder = Increasing;
     double m_baseline = 0.0;

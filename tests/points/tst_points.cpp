@@ -5,6 +5,7 @@
 #include "plots/GraphPointShapes.h"
 #include "support/Pictures.h"
 #include "support/Properties.h"
+#include "support/QmlDocument.h"
 #include "support/Table.h"
 
 #include <QFontMetrics>
@@ -164,6 +165,19 @@ private slots:
         // The text starts one line width left of the point; its first glyph has some space of its own.
         QVERIFY(text.left() >= pointX - 3 && text.left() <= pointX + 1);
         QCOMPARE(image.pixelColor(pointX, pointY), QColor(Qt::black));
+    }
+
+    // A list that stands in a document.
+    void labelsOfADocument()
+    {
+        qmlRegisterType<OrnData>("decorations", 1, 0, "OrnData");
+        const QmlDocument document("import decorations 1.0\nOrnData { value: ['', 'B'] }");
+        GraphPointPictogramMarker point;
+        point.setLabels(qobject_cast<OrnData *>(document.root()));
+        for (int index : {0, 1}) {
+            point.setPointIndex(index);
+            QCOMPARE(inkBox(painted(point), [](const QColor &c) { return c != Qt::white; }).isEmpty(), index == 0);
+        }
     }
 
     void missingIcons()

@@ -26,6 +26,14 @@ bool isSetterOf(const QString &method, const Property &property)
     return !property.readOnly && method == "set" + capitalised(property.name);
 }
 
+// Of a table, which has no lines.
+QString firstSentence(const QString &body)
+{
+    const QString line = body.section("\n\n", 0, 0).section("\n*", 0, 0).simplified();
+    const int end = line.indexOf(". ");
+    return QString(end < 0 ? line : line.left(end + 1)).replace('|', "\\|");
+}
+
 // One kind of members of a type, under one heading.
 class Section
 {
@@ -57,9 +65,23 @@ public:
             shared->headings.append(heading);
     }
 
-    QString markdown() const
+    // The members of a name, a type and a sentence each, before all that is to be said of them.
+    QString table() const
     {
-        QString text;
+        QString text = "| | | |\n|---|---|---|\n";
+        for (const Entry &entry : m_entries) {
+            for (const QString &heading : entry.headings) {
+                const QString name = heading.section(" : ", 0, 0);
+                text += "| " + name + " | " + heading.section(" : ", 1) + " | " + firstSentence(entry.body) +
+                        " |\n";
+            }
+        }
+        return m_entries.isEmpty() ? QString() : text + "\n";
+    }
+
+    QString markdown(const QString &before = QString()) const
+    {
+        QString text = before;
         for (const Entry &entry : m_entries)
             text += "### " + entry.headings.join(", ") + "\n\n" + entry.body + "\n\n";
         return text.isEmpty() ? text : "## " + m_title + "\n\n" + text;
@@ -91,7 +113,7 @@ QString properties(const QString &title, const QString &owner, const QmlType &ty
                 .arg(property.name,
                      property.type.isEmpty() ? QString() : " : " + QString(property.type).replace('<', "\\<"),
                      property.readOnly ? " (read-only)" : ""));
-    return section.markdown();
+    return section.markdown(section.table());
 }
 
 // The signals that tell of a changed property and the slots that set one are understood.

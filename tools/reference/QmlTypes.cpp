@@ -92,6 +92,10 @@ QString qmlName(const Node &node)
     static const QMap<QString, QString> names = {
         {"", "void"},
         {"QString", "string"},
+        {"QVariant", "var"},
+        {"QJSValue", "var"},
+        {"QVariantList", "list"},
+        {"qlonglong", "int"},
         {"QColor", "color"},
         {"QFont", "font"},
         {"QPointF", "point"},

@@ -173,6 +173,8 @@ void tst_chartaxis::reversed()
     QCOMPARE(plot.mapFromItemX(75), 25.0);
     const QStringList texts = textsOf(x);
     QVERIFY(texts.contains("0") && texts.contains("100"));
+    x.setCustomInterval(40.0);
+    QCOMPARE(textsOf(x), QStringList({"80", "40", "0"}));
 }
 
 void tst_chartaxis::badLogarithmicRange_data()

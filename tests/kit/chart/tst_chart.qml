@@ -98,20 +98,24 @@ TestCase {
         verify(chart.plotArea.x > 20 && chart.plotArea.y + chart.plotArea.height < 390 && chart.plotArea.width > 500 && chart.plotArea.height > 300);
     }
 
-    // A small one has none, and its unit is beside the plot area, too.
+    // A small one has its names in a row, a tiny one has none; the unit is beside the plot area, too.
     function test_smallChart_data() {
         return [{ tag: "large", width: 420, height: 310, legends: 1 }, { tag: "narrow", width: 200, height: 310, legends: 1 },
-                { tag: "small", width: 300, height: 200, legends: 0 }];
+                { tag: "small", width: 300, height: 200, legends: 1, inARow: true }, { tag: "tiny", width: 160, height: 120, legends: 0 }];
     }
 
     function test_smallChart(data) {
         var chart = make(plain), area = chart.plotArea, legends = 0;
         function count(item) {
-            legends += item.entryHeight !== undefined;
+            if (item.entryHeight !== undefined) {
+                ++legends;
+                compare(item.inARow, Boolean(data.inARow));
+                verify(item.box.width <= area.width && item.box.height < area.height / 2);
+            }
             for (var i = 0; i < item.children.length; ++i)
                 count(item.children[i]);
         }
-        traceComponent.createObject(chart, { values: [1, 2] });
+        traceComponent.createObject(chart, { values: [1, 2], name: "With a name that is too long" });
         chart.anchors.fill = null;
         chart.width = data.width;
         chart.height = data.height;

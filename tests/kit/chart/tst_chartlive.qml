@@ -125,6 +125,31 @@ TestCase {
     }
 
     // Nothing of this may print a line or stop the chart.
+    Component {
+        id: logarithmicComponent
+
+        Chart {
+            property alias levels: levels
+
+            width: 640
+            height: 190
+            axisY.scale: ChartAxis.Logarithmic
+            Trace { series: StreamSeries { id: levels; capacity: 3000 } }
+            Diagnosis { enabled: false }
+        }
+    }
+
+    // A logarithmic axis begins at the least positive value that there is, also when others have come or gone.
+    function test_leastPositive() {
+        var chart = createTemporaryObject(logarithmicComponent, testCase);
+        [{ add: [0, 40, 100, -5], least: 40 }, { add: [0.5, 0], least: 0.5 },
+         { add: Array.from({ length: 3000 }, (unused, i) => i % 2 ? 0 : 20), least: 20 }].forEach(function (step) {
+            chart.levels.append(step.add);
+            tryVerify(() => chart.axisY.minVisible <= step.least && chart.axisY.minVisible > step.least / 10, 3000,
+                      step.least + ": " + chart.axisY.minVisible);
+        });
+    }
+
     function test_badInput_data() {
         return [
             { tag: "no size", act: chart => { chart.width = 0; chart.height = 0; } },

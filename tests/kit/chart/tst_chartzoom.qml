@@ -190,6 +190,47 @@ TestCase {
         verify(Math.abs(chart.zoomRect.height - data.height) < 0.01);
     }
 
+    function test_shiftAndWheel() {
+        var place = at(0.5, 0.5);
+        chart.showRange(2, 6);
+        mouseWheel(chart, place.x, place.y, 0, 120, Qt.NoButton, Qt.ShiftModifier);
+        compare(shown(), "2 6");
+        fuzzyCompare(chart.zoomRect.height, 0.8, 0.01);
+    }
+
+    // A finger that leaves while it moves; one step for all of its way.
+    function test_flick() {
+        chart.showRange(0, 1);
+        var from = at(0.9, 0.5), touch = touchEvent(chart);
+        touch.press(1, chart, from.x, from.y).commit();
+        for (var i = 1; i <= 8; ++i) {
+            wait(8);
+            touch.move(1, chart, from.x - 30 * i, from.y).commit();
+        }
+        touch.release(1, chart, from.x - 240, from.y).commit();
+        var left = chart.zoomRect.left;
+        tryVerify(() => chart.zoomRect.left > left + 0.01);
+        tryVerify(() => !chart.zoomRect.moving, 8000);
+        chart.back();
+        compare(shown(), "0 1");
+    }
+
+    // What comes into view is fitted while the finger still moves.
+    function test_fitsWhileMoved() {
+        chart.axisY.autoRange = ChartAxis.FitVisible;
+        traceComponent.createObject(chart, { values: Array.from({ length: 101 }, (unused, i) => i), interval: 0.1 });
+        tryCompare(chart.axisX, "maxVisible", 10);
+        chart.showRange(1, 2);
+        tryVerify(() => chart.axisY.maxVisible < 40, 5000);
+        var from = at(0.9, 0.5);
+        mousePress(chart, from.x, from.y);
+        for (var i = 1; i <= 20; ++i)
+            mouseMove(chart, from.x - 25 * i, from.y, 10);
+        tryVerify(() => chart.axisX.maxVisible > 2.5 && chart.axisY.maxVisible > 10 * chart.axisX.maxVisible - 1);
+        verify(chart.zoomRect.moving || chart.touched);
+        mouseRelease(chart, from.x - 500, from.y);
+    }
+
     // A further axis is moved alone, until everything is shown.
     function test_handOnAFurtherAxis() {
         var further = axisComponent.createObject(chart);

@@ -9,6 +9,7 @@
 #include "kit/plots/ColorScale.h"
 #include "kit/plots/LimitLine.h"
 #include "kit/plots/Trace.h"
+#include "kit/plots/WaterfallPlot.h"
 #include "platform/bus/BusPublisher.h"
 #include "plots/GraphPlot.h"
 #include "view/frame/GraphView.h"
@@ -105,6 +106,12 @@ void addKitRows()
         "axisX.scale: ChartAxis.Time; Trace { start: 1700000000000; interval: 1000; values: [1, 2, 3] }");
     row("two units", "Trace \"b\" is in A on the axis of Trace \"a\", which is in V: write ChartAxis",
         "Trace { name: 'a'; values: [1, 2]; unit: 'V' } Trace { name: 'b'; values: [3, 4]; unit: 'A' }");
+    row("two references", "is in dBV on the axis of Trace \"a\", which is in dBm",
+        "Trace { name: 'a'; values: [1, 2]; unit: 'dBm' } Trace { values: [3, 4]; unit: 'dBV' }");
+    row("colours backwards", "WaterfallPlot \"fall\" has a from of -20 above its to of -120",
+        "WaterfallPlot { id: fall; from: -20; to: -120; Component.onCompleted: addRow([-90, -30]) }");
+    row("interval without effect", "has a customInterval of 2, which counts on a linear axis only",
+        "axisX { scale: ChartAxis.Logarithmic; customInterval: 2 } Trace { start: 1; values: [1, 2, 3] }");
     row("theme in quotes", "\"view\" has the text \"Light\" as its theme",
         "theme: 'Light'; Trace { values: [1, 2] }");
     row("colour of the ground", "has the colour of the background, #",
@@ -135,7 +142,10 @@ void addKitRows()
 
     row("limit everywhere", "", "Trace { values: [1, 5, 3] } LimitLine { values: [3] }");
     row("limit out of reach", "", "LimitLine { positions: [0, 1, 2]; values: [1, Infinity, 2] }");
-    row("spectrum", "", "axisX.scale: ChartAxis.Logarithmic; Trace { values: [1, 5, 3] }");
+    row("spectrum",
+        "has its first sample at x = 0, which has no place on a logarithmic axis, and leaves it out: "
+        "write start: 1",
+        "axisX.scale: ChartAxis.Logarithmic; Trace { values: [1, 5, 3] }");
     row("levels", "",
         "Trace { values: [1, 2]; unit: 'dBm' } Trace { values: [3, 4]; unit: 'dB' } Trace { values: [1] }");
     row("parts in their places", "",
@@ -163,6 +173,7 @@ private slots:
         add(static_cast<graph::ChartAxis *>(nullptr), "ChartAxis");
         add(static_cast<graph::ChartTheme *>(nullptr), "ChartTheme");
         add(static_cast<graph::Trace *>(nullptr), "Trace");
+        add(static_cast<graph::WaterfallPlot *>(nullptr), "WaterfallPlot");
         add(static_cast<graph::LimitLine *>(nullptr), "LimitLine");
         add(static_cast<graph::ColorScale *>(nullptr), "ColorScale");
         add(static_cast<graph::StreamSeries *>(nullptr), "StreamSeries");
@@ -318,7 +329,7 @@ private slots:
             QCOMPARE(messages, QStringList());
             return;
         }
-        QVERIFY2(messages.size() == 1 && messages.at(0).contains(expected), qPrintable(messages.join('\n')));
+        QVERIFY2(messages.size() == 1 && messages.at(0).contains(expected), qPrintable('\n' + messages.join('\n')));
         QCOMPARE(bench.look().size(), 1); // once
     }
 

@@ -87,5 +87,32 @@ TestCase {
         tryCompare(readout, "reading", -68);
         chart.showRangeY(-2, 0);
         verify(Math.abs(readout.crossingY - area.height * 0.6) < 2);
+        // Of one row alone.
+        chart.plot.clear();
+        chart.plot.addRow([-80, -70, -60, -50]);
+        readout.levelY = -0.2;
+        tryCompare(readout, "reading", -70);
+        verify(readout.shown);
+    }
+
+    // One that goes over both axes, with its texts.
+    function test_lineOverTheRows() {
+        var chart = make();
+        var line = lineComponent.createObject(chart, { primaryPlot: chart.plot });
+        tryVerify(() => line.plots.length === 1);
+        line.setPosOnScreen(Math.round(chart.plotArea.height * 1.6 / 4));
+        fuzzyCompare(line.posValue, -1.6, 0.02);
+        verify(line.tag.visible && line.tag.text.indexOf("-1.6") === 0, line.tag.text);
+    }
+
+    Component {
+        id: lineComponent
+
+        GraphCursorY {
+            property alias tag: tag
+
+            staysOnScreen: false
+            CursorTag { id: tag }
+        }
     }
 }

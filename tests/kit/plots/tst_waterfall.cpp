@@ -182,6 +182,15 @@ private slots:
             QtWarningMsg,
             QRegularExpression("unknown colorMap: write a list of colours, or one of .*viridis"));
         plot->setProperty("colorMap", QVariantList());
+        // Of rows this long there is room for 16.
+        plot->setRows(20);
+        QTest::ignoreMessage(
+            QtWarningMsg,
+            QRegularExpression("keeps 16 rows of 4194304 levels instead of 20, .*write rows: 16"));
+        const QVector<double> row(4194304, 1.0);
+        plot->addRow(row);
+        plot->addRow(row);
+        QCOMPARE(plot->dataExtent().y.max, 16 * 0.5);
         delete spectrum;
         plot->clear();
         painted(plot);
