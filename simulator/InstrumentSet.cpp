@@ -1,5 +1,6 @@
 #include "InstrumentSet.h"
 
+#include "simulator/AudioAnalyzer.h"
 #include "simulator/DataLogger.h"
 #include "simulator/FibreReflectometer.h"
 #include "simulator/Oscilloscope.h"
@@ -51,6 +52,9 @@ ExitStatus InstrumentSet::make()
     if (m_line.instruments.contains("scope"))
         add(std::make_unique<Oscilloscope>(m_line.samples.value_or(10000), m_line.seed,
                                            m_line.rate.value_or(usualRate)));
+    if (m_line.instruments.contains("audio"))
+        add(std::make_unique<AudioAnalyzer>(m_line.samples.value_or(1999), m_line.seed,
+                                            m_line.rate.value_or(usualRate)));
     if (m_line.instruments.contains("logger"))
         add(std::make_unique<DataLogger>(m_line.samples.value_or(8), m_line.seed,
                                          m_line.rate.value_or(usualRate)));

@@ -35,6 +35,8 @@ Rectangle {
         anchors { left: parent.left; right: parent.right; top: titleBar.bottom; bottom: parent.bottom }
         // So that pages get the keys.
         focus: true
+        Keys.onEscapePressed: shell.page = "home"
+        Keys.onBackPressed: shell.page = "home"
         source: mayLoad ? shell.pageInfo.document : ""
         onLoaded: loadedPage = shell.page
     }

@@ -141,6 +141,21 @@ QString atOnePlace(const AbstractPlot &plot, const PlotData &data)
                                : QStringLiteral("xData, as many as yData")));
 }
 
+QString withoutInterval(const AbstractPlot &plot, const PlotData &data)
+{
+    const auto *series = qobject_cast<const PlotSeries *>(&data);
+    if (!series || data.size() == 0 ||
+        (std::isfinite(series->xInterval()) && std::isfinite(series->xFirstValue())))
+        return {};
+    return QStringLiteral(
+               "has no places for its %1 values, from %2 on with an interval of %3: write numbers as %4")
+        .arg(data.size())
+        .arg(series->xFirstValue())
+        .arg(series->xInterval())
+        .arg(isOwnData(plot) ? QStringLiteral("start and interval")
+                             : QStringLiteral("xFirstValue and xInterval"));
+}
+
 QString withoutSource(const AbstractPlot &, const PlotData &data)
 {
     const auto *computed = qobject_cast<const ComputedData *>(&data);
@@ -150,9 +165,9 @@ QString withoutSource(const AbstractPlot &, const PlotData &data)
                           "such as trace.plotData");
 }
 
-const DataCheck dataChecks[] = {withoutAddress, withUnreadableAddress, withoutService,
-                                withoutItem,    withoutNumbers,        atOnePlace,
-                                withoutSource};
+const DataCheck dataChecks[] = {withoutAddress,  withUnreadableAddress, withoutService,
+                                withoutItem,     withoutNumbers,        atOnePlace,
+                                withoutInterval, withoutSource};
 
 QString outOfRange(const char *direction, double low, double high, double from, double to, const char *advice)
 {

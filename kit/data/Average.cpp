@@ -1,6 +1,7 @@
 #include "kit/data/Average.h"
 
 #include "kit/data/PowerLevels.h"
+#include "kit/data/Telling.h"
 
 namespace graph {
 
@@ -38,10 +39,13 @@ Average::Average(QObject *parent)
 /*!
     \qmlproperty int Average::count
     Of how many traces the mean is. Until there are as many it is that of all. Default: 16; less than 1 counts
-    as 1. A change starts again, as one of \c mode and \c power does.
+    as 1, with a line in \c graph.kit. A change starts again, as one of \c mode and \c power does.
 */
 void Average::setCount(int count)
 {
+    if (count < 1)
+        tell(this,
+             QStringLiteral("has a count of %1, which counts as 1: write the number of traces").arg(count));
     if (m_count == count)
         return;
     m_count = count;

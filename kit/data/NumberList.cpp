@@ -1,5 +1,7 @@
 #include "kit/data/NumberList.h"
 
+#include "kit/data/Telling.h"
+
 #include <QJSValue>
 #include <QSequentialIterable>
 
@@ -107,6 +109,16 @@ std::optional<QVector<double>> numberList(const QVariant &list)
         return numberList(value.toVariant());
     }
     return elements(list);
+}
+
+std::optional<QVector<double>> numberListOf(const QObject *owner, const char *property, const QVariant &list)
+{
+    const auto numbers = numberList(list);
+    if (!numbers && list.isValid() && !list.isNull())
+        tell(
+            owner,
+            QStringLiteral("is given %1 that are no list: write %1: [1, 2, 3]").arg(QLatin1String(property)));
+    return numbers;
 }
 
 } // namespace graph

@@ -13,4 +13,8 @@ namespace graph {
 // What is no number is NaN. Nothing where it is no list at all.
 GRAPH_CHARTS_EXPORT std::optional<QVector<double>> numberList(const QVariant &list);
 
+// The same for a property of an object: what is neither a list nor nothing at all is told, with the property's name.
+GRAPH_CHARTS_EXPORT std::optional<QVector<double>> numberListOf(const QObject *owner, const char *property,
+                                                                const QVariant &list);
+
 } // namespace graph

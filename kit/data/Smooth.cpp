@@ -1,5 +1,7 @@
 #include "kit/data/Smooth.h"
 
+#include "kit/data/Telling.h"
+
 #include "kit/data/Computing.h"
 
 namespace graph {
@@ -31,11 +33,14 @@ Smooth::Smooth(QObject *parent)
 /*!
     \qmlproperty int Smooth::window
     How many samples the mean is taken of, the sample itself in their middle. Default: 5. An even number
-    counts as the next odd one, less than 1 as 1, which leaves the trace as it is. The time that it takes does
-    not depend on it.
+    counts as the next odd one, less than 1 as 1, which leaves the trace as it is, with a line in
+    \c graph.kit. The time that it takes does not depend on it.
 */
 void Smooth::setWindow(int window)
 {
+    if (window < 1)
+        tell(this, QStringLiteral("has a window of %1, which counts as 1: write an odd number of samples")
+                       .arg(window));
     if (m_window == window)
         return;
     m_window = window;

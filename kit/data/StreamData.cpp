@@ -9,6 +9,8 @@
 #include <QCoreApplication>
 #include <QTimerEvent>
 
+#include <utility>
+
 namespace graph {
 
 namespace {
@@ -112,7 +114,11 @@ QVector<double> StreamData::numbersOf(const QJSValue &values)
 {
     if (values.isNumber())
         return {values.toNumber()};
-    return numberList(QVariant::fromValue(values)).value_or(QVector<double>());
+    const auto numbers = numberList(QVariant::fromValue(values));
+    if (!numbers && !std::exchange(m_hasToldOfList, true))
+        tell(this,
+             QStringLiteral("is given samples that are no list, and ignores them: write append([1, 2, 3])"));
+    return numbers.value_or(QVector<double>());
 }
 
 bool StreamData::admitPush(int count)

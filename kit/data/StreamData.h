@@ -58,7 +58,7 @@ protected:
     virtual bool takePushed() = 0;
 
     // What a document appends: a list or a single number.
-    static QVector<double> numbersOf(const QJSValue &values);
+    QVector<double> numbersOf(const QJSValue &values);
 
     // Of the thread that pushes.
     bool admitPush(int count);
@@ -75,6 +75,7 @@ private:
     int m_takes = 0;         // one after the other that found some
     qint64 m_dropped = 0;
     bool m_held = false;
+    bool m_hasToldOfList = false;
 };
 
 } // namespace graph

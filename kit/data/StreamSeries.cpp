@@ -131,7 +131,8 @@ void StreamSeries::setStart(double start)
 /*!
     \qmlmethod void StreamSeries::append(list<real> values)
     Adds samples at the end: a list, a typed array or a single number. NaN is a gap, and so is what is no
-    number. Of more than the capacity the last ones are kept.
+    number. Of more than the capacity the last ones are kept. What is no list is ignored, the first time with a line in
+    \c graph.kit.
 */
 void StreamSeries::append(const QJSValue &values)
 {

@@ -3,7 +3,7 @@
 #include "axis/ValueAxis.h"
 #include "common/Opacity.h"
 #include "kit/data/NumberList.h"
-#include "kit/data/Telling.h"
+#include "kit/data/Store.h"
 #include "kit/plots/PainterCanvas.h"
 #include "kit/plots/PlotPlace.h"
 #include "kit/plots/TraceStrokes.h"
@@ -18,16 +18,6 @@ namespace {
 
 constexpr double aroundItem = 16.0; // pixels
 constexpr double farthest = std::numeric_limits<double>::max();
-
-QVector<double> numbersOf(const QObject *line, const char *property, const QVariant &list)
-{
-    const auto numbers = numberList(list);
-    if (!numbers && list.isValid() && !list.isNull())
-        tell(
-            line,
-            QStringLiteral("is given %1 that are no list: write %1: [1, 2, 3]").arg(QLatin1String(property)));
-    return numbers.value_or(QVector<double>());
-}
 
 } // namespace
 
@@ -72,14 +62,14 @@ LimitLine::~LimitLine()
 
 void LimitLine::setPositions(const QVariant &positions)
 {
-    m_positions = numbersOf(this, "positions", positions);
+    m_positions = numberListOf(this, "positions", positions).value_or(QVector<double>());
     applyLimit();
     emit positionsChanged();
 }
 
 void LimitLine::setValues(const QVariant &values)
 {
-    m_values = numbersOf(this, "values", values);
+    m_values = numberListOf(this, "values", values).value_or(QVector<double>());
     applyLimit();
     emit valuesChanged();
 }
@@ -109,9 +99,8 @@ void LimitLine::applyLimit()
 */
 void LimitLine::setKind(Kind kind)
 {
-    if (m_kind == kind)
+    if (!store(m_kind, kind))
         return;
-    m_kind = kind;
     update();
     emit kindChanged();
     judge();
@@ -206,9 +195,8 @@ void LimitLine::setName(const QString &name)
 */
 void LimitLine::setLineWidth(int width)
 {
-    if (m_lineWidth == width)
+    if (!store(m_lineWidth, width))
         return;
-    m_lineWidth = width;
     update();
     emit lineWidthChanged();
 }

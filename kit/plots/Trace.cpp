@@ -3,6 +3,7 @@
 #include "common/Opacity.h"
 #include "data/PlotSeries.h"
 #include "kit/data/NumberList.h"
+#include "kit/data/Store.h"
 #include "kit/data/Telling.h"
 #include "kit/plots/PainterCanvas.h"
 #include "kit/plots/PlotPlace.h"
@@ -84,9 +85,7 @@ void Trace::componentComplete()
 */
 void Trace::setValues(const QVariant &values)
 {
-    const auto numbers = numberList(values);
-    if (!numbers && values.isValid() && !values.isNull())
-        tell(this, QStringLiteral("is given values that are no list: write values: [1, 2, 3]"));
+    const auto numbers = numberListOf(this, "values", values);
     m_hasValues = numbers.has_value();
     m_values = numbers.value_or(QVector<double>());
     applySource();
@@ -108,9 +107,8 @@ void Trace::setValues(const QVector<double> &values)
 */
 void Trace::setInterval(double interval)
 {
-    if (m_interval == interval)
+    if (!store(m_interval, interval))
         return;
-    m_interval = interval;
     applySource();
     emit intervalChanged();
 }
@@ -121,9 +119,8 @@ void Trace::setInterval(double interval)
 */
 void Trace::setStart(double start)
 {
-    if (m_start == start)
+    if (!store(m_start, start))
         return;
-    m_start = start;
     applySource();
     emit startChanged();
 }
@@ -135,9 +132,7 @@ void Trace::setStart(double start)
 */
 void Trace::setPositions(const QVariant &positions)
 {
-    const auto numbers = numberList(positions);
-    if (!numbers && positions.isValid() && !positions.isNull())
-        tell(this, QStringLiteral("is given positions that are no list: write positions: [0, 1, 2]"));
+    const auto numbers = numberListOf(this, "positions", positions);
     m_hasPositions = numbers.has_value();
     m_positions = numbers.value_or(QVector<double>());
     applySource();
@@ -192,9 +187,8 @@ void Trace::setAddress(const QString &address)
 */
 void Trace::setName(const QString &name)
 {
-    if (m_name == name)
+    if (!store(m_name, name))
         return;
-    m_name = name;
     if (m_own)
         m_own->setLabel(name);
     emit nameChanged();
@@ -206,9 +200,8 @@ void Trace::setName(const QString &name)
 */
 void Trace::setUnit(const QString &unit)
 {
-    if (m_unit == unit)
+    if (!store(m_unit, unit))
         return;
-    m_unit = unit;
     if (plotData())
         describe(plotData());
     emit unitChanged();
@@ -289,9 +282,8 @@ void Trace::setDefaultLineWidth(int width)
 */
 void Trace::setStyle(Style style)
 {
-    if (m_style == style)
+    if (!store(m_style, style))
         return;
-    m_style = style;
     update();
     emit styleChanged();
 }
@@ -305,9 +297,8 @@ void Trace::setStyle(Style style)
 */
 void Trace::setCurved(bool curved)
 {
-    if (m_curved == curved)
+    if (!store(m_curved, curved))
         return;
-    m_curved = curved;
     update();
     emit curvedChanged();
 }

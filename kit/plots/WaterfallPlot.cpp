@@ -2,6 +2,7 @@
 
 #include "common/SafeInteger.h"
 #include "kit/data/NumberList.h"
+#include "kit/data/Store.h"
 #include "kit/data/Telling.h"
 
 #include <QPainter>
@@ -9,19 +10,6 @@
 #include <cmath>
 
 namespace graph {
-
-namespace {
-
-// False when the member holds the value already.
-template <typename T> bool store(T &member, const T &value)
-{
-    if (member == value)
-        return false;
-    member = value;
-    return true;
-}
-
-} // namespace
 
 /*!
     \qmltype WaterfallPlot

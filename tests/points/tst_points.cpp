@@ -176,7 +176,8 @@ private slots:
         point.setLabels(qobject_cast<OrnData *>(document.root()));
         for (int index : {0, 1}) {
             point.setPointIndex(index);
-            QCOMPARE(inkBox(painted(point), [](const QColor &c) { return c != Qt::white; }).isEmpty(), index == 0);
+            QCOMPARE(inkBox(painted(point), [](const QColor &c) { return c != Qt::white; }).isEmpty(),
+                     index == 0);
         }
     }
 

@@ -1,3 +1,4 @@
+#include "simulator/AudioAnalyzer.h"
 #include "simulator/DataLogger.h"
 #include "simulator/FibreReflectometer.h"
 #include "simulator/NoiseSource.h"
@@ -19,7 +20,7 @@ class tst_instruments : public QObject
 private slots:
     void sweepsDependOnSeedAndNumberOnly()
     {
-        for (const int kind : {0, 1, 2, 3}) {
+        for (const int kind : {0, 1, 2, 3, 4}) {
             const auto one = made(kind, 500, 7);
             const auto two = made(kind, 500, 7);
             two->sweep(3); // what was asked for before must not matter
@@ -36,7 +37,7 @@ private slots:
 
     void anySampleCount()
     {
-        for (const int kind : {0, 1, 2, 3}) {
+        for (const int kind : {0, 1, 2, 3, 4}) {
             for (const int samples : {-1, 0, 1, 2, 3, 70000}) {
                 const auto instrument = made(kind, samples, 1);
                 for (const quint64 number : {quint64(0), std::numeric_limits<quint64>::max()}) {
@@ -55,6 +56,16 @@ private slots:
                                           description.xRangeEnd));
             }
         }
+    }
+
+    void tonesOfAudio()
+    {
+        const QVector<double> levels = AudioAnalyzer(1999, 1, 25.0).sweep(5).first().y;
+        for (const double frequency : {440.0, 880.0, 1320.0}) {
+            const int at = qRound((frequency - 20.0) / 10.0);
+            QVERIFY(levels.at(at) > levels.at(at - 5) + 20.0 && levels.at(at) > levels.at(at + 5) + 20.0);
+        }
+        QVERIFY(*std::max_element(levels.begin(), levels.end()) < 0.0);
     }
 
     void noiseFloor()
@@ -227,7 +238,9 @@ private:
             return std::make_unique<FibreReflectometer>(samples, seed, 25.0);
         if (kind == 2)
             return std::make_unique<Oscilloscope>(samples, seed, 25.0);
-        return std::make_unique<DataLogger>(samples, seed, 25.0);
+        if (kind == 3)
+            return std::make_unique<DataLogger>(samples, seed, 25.0);
+        return std::make_unique<AudioAnalyzer>(samples, seed, 25.0);
     }
     // Missing samples are equal, too.
     static QByteArray bytes(const QVector<double> &values)

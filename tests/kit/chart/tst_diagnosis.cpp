@@ -120,6 +120,9 @@ void addKitRows()
         "Trace { values: [1, 2]; color: 'transparent' }");
     row("trace without interval", "samples at x = 0: write an interval",
         "Trace { values: [1, 2, 3]; interval: 0 }");
+    row("interval that is no number",
+        "has no places for its 2 values, from 0 on with an interval of nan: write numbers",
+        "Trace { values: [1, 2]; interval: NaN }");
     row("trace elsewhere", "set the range of its horizontal axis, or start and interval",
         "axisX { minValue: 10; maxValue: 20 } Trace { values: [1, 2, 3] }");
     row("range of one value", "has no range, it goes from 5 to 5",
@@ -329,7 +332,8 @@ private slots:
             QCOMPARE(messages, QStringList());
             return;
         }
-        QVERIFY2(messages.size() == 1 && messages.at(0).contains(expected), qPrintable('\n' + messages.join('\n')));
+        QVERIFY2(messages.size() == 1 && messages.at(0).contains(expected),
+                 qPrintable('\n' + messages.join('\n')));
         QCOMPARE(bench.look().size(), 1); // once
     }
 

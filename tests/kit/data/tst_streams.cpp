@@ -371,6 +371,8 @@ private slots:
 
     void documents()
     {
+        QTest::ignoreMessage(QtWarningMsg,
+                             QRegularExpression("is given samples that are no list, and ignores them"));
         const QmlDocument streams(R"(
             import graph_kit 1.0
             StreamSeries {
