@@ -7,23 +7,17 @@ Chart {
     width: 800; height: 480
     axisX { title: "Frequency"; unit: "Hz"; scale: ChartAxis.Logarithmic; minValue: 20; maxValue: 20000; minorGrid: true }
     axisY.title: "Level"
-    cursor.enabled: false
     onExportFinished: (file, error) => console.log(error || file)
 
     Trace { name: "Most"; unit: "dB"; series: MaxHold { source: now.plotData } }
     Trace { id: now; name: "Now"; unit: "dB"; start: 20; interval: 10; values: sweep.levels }
-    GraphCursor {
-        id: line
+    ChartCursor {
         primaryPlot: now
         markers: [
             GraphMarker { posValue: 440; visible: true; MarkerGrab { text: "A" } },
             GraphMarker { posValue: 5000; visible: true; MarkerGrab { text: "B" } }
         ]
-        CursorGrab {}
-        CursorReadout { plot: now }
-        CursorTag {}
     }
-    CursorKeys { cursor: line; focus: true }
     Shortcut { sequence: "S"; onActivated: exportImage("/tmp/spectrum.png", 2) }
     Shortcut { sequence: "E"; onActivated: exportData("/tmp/spectrum.csv", true) }
     Sweep { id: sweep }

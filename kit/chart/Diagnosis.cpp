@@ -13,7 +13,9 @@ namespace graph {
 namespace {
 
 // Bindings, layouts, Loaders and the first values from elsewhere have their time to arrive.
-constexpr int patience = 1000;
+constexpr int patience = 900;
+// Samples that come just before a look, or in one go with it on a busy machine, are not in the ranges yet.
+constexpr int settling = 100;
 
 } // namespace
 
@@ -39,7 +41,6 @@ Diagnosis::Diagnosis(QQuickItem *parent)
     : QQuickItem(parent)
 {
     m_timer.setSingleShot(true);
-    m_timer.setInterval(patience);
     connect(&m_timer, SIGNAL(timeout()), this, SLOT(handleTime()));
     if (parent)
         lookSoon();
@@ -72,6 +73,7 @@ void Diagnosis::setOverlay(bool overlay)
 void Diagnosis::look()
 {
     m_timer.stop();
+    m_isSettling = false;
     GraphView *chart = view();
     if (!chart) {
         tellOfPlace();
@@ -108,12 +110,16 @@ void Diagnosis::componentComplete()
 void Diagnosis::lookSoon()
 {
     if (!m_timer.isActive())
-        m_timer.start();
+        m_timer.start(patience);
 }
 
 void Diagnosis::handleTime()
 {
-    look();
+    m_isSettling = !m_isSettling;
+    if (m_isSettling)
+        m_timer.start(settling);
+    else
+        look();
 }
 
 void Diagnosis::handleData()
@@ -123,6 +129,8 @@ void Diagnosis::handleData()
         return;
     // One look at the first samples: what is written later costs nothing here.
     disconnect(data, SIGNAL(plotChanged()), this, SLOT(handleData()));
+    if (m_isSettling)
+        m_timer.start(settling);
     lookSoon();
 }
 

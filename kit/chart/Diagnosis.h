@@ -63,6 +63,7 @@ private:
     void updateOverlay();
 
     bool m_overlay = false;
+    bool m_isSettling = false; // before a look
     QStringList m_messages;
     QTimer m_timer;
     QSet<QString> m_told;
