@@ -41,7 +41,7 @@ Diagnosis::Diagnosis(QQuickItem *parent)
     : QQuickItem(parent)
 {
     m_timer.setSingleShot(true);
-    connect(&m_timer, SIGNAL(timeout()), this, SLOT(handleTime()));
+    connect(&m_timer, SIGNAL(timeout()), this, SLOT(settle()));
     if (parent)
         lookSoon();
 }
@@ -113,13 +113,18 @@ void Diagnosis::lookSoon()
         m_timer.start(patience);
 }
 
-void Diagnosis::handleTime()
+void Diagnosis::settle()
 {
     m_isSettling = !m_isSettling;
     if (m_isSettling)
         m_timer.start(settling);
     else
-        look();
+        handleTime();
+}
+
+void Diagnosis::handleTime()
+{
+    look();
 }
 
 void Diagnosis::handleData()

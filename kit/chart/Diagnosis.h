@@ -49,6 +49,7 @@ protected:
 
 private slots:
     void lookSoon();
+    void settle();
     void handleTime();
     void handleData();
 

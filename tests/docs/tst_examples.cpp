@@ -56,6 +56,8 @@ void TestExamples::example()
     analyzer.setValue("spectrum_yRangeEnd:", 0.0);
     analyzer.setValue("spectrum_yUnits:", "dBm");
     analyzer.setVector("spectrum_yData:doubleARRAY:", {-90.0, -20.0, -85.0});
+    BusPublisher audio("audio");
+    audio.setVector("spectrum_yData:doubleARRAY:", {-90.0, -20.0, -85.0});
 
     QQmlEngine engine;
     QQmlComponent component(&engine);
