@@ -227,6 +227,18 @@ void tst_axispainting::listsAndRows()
     axis.setMaxVisible(0.6);
     QCOMPARE(words(paintedTexts(axis, rect)), QStringList{"left"});
     QVERIFY(paintedTexts(axis, rect).first().rect.left() > 200.0);
+    // Where there is no room for all names, those that are left are equally far apart.
+    axis.setStaggered(false);
+    axis.setMinVisible(-0.6);
+    QList<qreal> ticks;
+    QStringList names;
+    for (int i = 0; i <= 12; ++i) {
+        ticks.append(-0.6 + 0.1 * i);
+        names.append(QString("label %1").arg(i));
+    }
+    axis.setTicks(ticks);
+    axis.setTickLabels(names);
+    QCOMPARE(words(paintedTexts(axis, rect)), (QStringList{"label 10", "label 5", "label 0"}));
 
     axis.setAxisStyle(ValueAxis::TicksOnly);
     QVERIFY(paintedTexts(axis, rect).isEmpty());

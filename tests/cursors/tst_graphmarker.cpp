@@ -69,7 +69,9 @@ private slots:
         bench.data->setYData({});
         GraphMarker *late = bench.addMarker();
         GraphMarker *marker = bench.addMarker();
+        SignalLog log(marker);
         marker->setPosValue(50.0);
+        QCOMPARE(log.take(), QString("posValue"));
         marker->setVisible(true);
         late->setVisible(true);
         bench.place(10);
