@@ -158,6 +158,7 @@ my %depends; # sources of a header
 my %tests;
 for my $test (@{ decode_json(scalar `ctest --test-dir $build --show-only=json-v1`)->{tests} }) {
     next if $test->{name} !~ /^(qml_)?tst_/ || $test->{name} =~ /^($opt{x})$/;
+    next unless $test->{command}; # not built
     my %property = map { $_->{name} => $_->{value} } @{ $test->{properties} };
     $tests{ $test->{name} } = {
         name => $test->{name},
