@@ -56,16 +56,6 @@ private slots:
         QTEST(label.rect, "place");
     }
 
-    void labelTexts()
-    {
-        add(10, 30, 60, "i");
-        add(40, 95, 60, "i");
-        const auto texts = PaintRecorder([this](QPainter *painter) { plot()->paint(painter); }).texts;
-        QCOMPARE(texts.size(), 2);
-        QCOMPARE(texts.at(0).text, QString("i"));
-        QVERIFY(texts.at(1).text.startsWith("i\n") && texts.at(1).text.contains("60"));
-    }
-
     void framesAndFill()
     {
         add(10, 30, 60);
