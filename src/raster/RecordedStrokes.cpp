@@ -208,14 +208,10 @@ RecordedStrokes recordedStrokes(const QSize &size, const std::function<void(QPai
     return recorder.strokes;
 }
 
-bool areTakenDown(const QPainter &painter)
-{
-    return painter.paintEngine()->type() == recorderType;
-}
-
 bool isOnPixels(const QPainter &painter)
 {
-    return (painter.paintEngine()->type() == QPaintEngine::Raster || areTakenDown(painter)) &&
+    const QPaintEngine::Type type = painter.paintEngine()->type();
+    return (type == QPaintEngine::Raster || type == recorderType) &&
            !painter.testRenderHint(QPainter::Antialiasing) &&
            painter.deviceTransform().type() <= QTransform::TxTranslate;
 }

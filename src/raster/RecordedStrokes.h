@@ -47,7 +47,4 @@ RecordedStrokes recordedStrokes(const QSize &size, const std::function<void(QPai
 // where they are taken down.
 bool isOnPixels(const QPainter &painter);
 
-// Whether strokes are taken down, to be painted more than once.
-bool areTakenDown(const QPainter &painter);
-
 } // namespace graph

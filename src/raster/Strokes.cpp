@@ -239,8 +239,8 @@ void drawLinePath(QPainter *painter, const QPainterPath &path)
     const double reach = pen.width() / 2.0 + 1.0;
     const QRectF bounds = path.controlPointRect().adjusted(-reach, -reach, reach, reach);
     if (!isPlain(pen) || pen.joinStyle() != Qt::BevelJoin || pen.width() < 2 ||
-        path.elementCount() <= (areTakenDown(*painter) ? 2 : fewPoints) || !isAscending(path) ||
-        isOfSeparateLines(path) || !fillsByCentres(*painter, bounds)) {
+        path.elementCount() <= fewPoints || !isAscending(path) || isOfSeparateLines(path) ||
+        !fillsByCentres(*painter, bounds)) {
         painter->strokePath(path, pen);
         return;
     }
