@@ -58,11 +58,13 @@ endforeach()
 if(OBJECTS)
   file(GLOB_RECURSE objects RELATIVE ${OBJECTS} ${OBJECTS}/*.cpp.o)
   list(FILTER objects EXCLUDE REGEX "_autogen/") # the meta-objects of all layers are in one file
-  file(STRINGS ${OBJECTS}/CMakeFiles/TargetDirectories.txt targets) # those of former targets may still lie there
+  # Objects of former targets may still lie there.
+  file(STRINGS ${OBJECTS}/../CMakeFiles/TargetDirectories.txt targets)
   foreach(object ${objects})
     string(REGEX MATCH "^.*\\.dir/" target ${OBJECTS}/${object})
     string(REGEX REPLACE "/$" "" target ${target})
-    if(NOT target IN_LIST targets)
+    list(FIND targets ${target} found)
+    if(found LESS 0)
       continue()
     endif()
     string(REGEX REPLACE "^(.*/)?[a-z_]+\\.dir/(__/)?" "" path ${object})
