@@ -21,6 +21,13 @@ QSet<QQuickItem *> changed;
 
 template <typename Item> class Watched : public Item
 {
+public:
+    ~Watched() override
+    {
+        nodes.remove(this);
+        changed.remove(this);
+    }
+
 protected:
     QSGNode *updatePaintNode(QSGNode *old, QQuickItem::UpdatePaintNodeData *data) override
     {
