@@ -1,7 +1,7 @@
 #include "kit/plots/PainterCanvas.h"
 
 #include "common/VectorRegisters.h"
-#include "raster/RecordedStrokes.h"
+#include "raster/PixelFill.h"
 #include "raster/Strokes.h"
 
 #include <QPainter>

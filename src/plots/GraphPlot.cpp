@@ -189,7 +189,26 @@ void GraphPlot::paintPlot(const graph::PlotFrame &frame)
     if (!plotData()->usePointsAsSegments())
         samples = inOrderOfColumns(samples);
     if (!samples.isEmpty())
-        graph::TracePainting(*this, frame, samples).paint();
+        graph::TracePainting(traceStyle(), frame, samples).paint();
+}
+
+graph::TraceStyle GraphPlot::traceStyle() const
+{
+    graph::TraceStyle style;
+    style.shape = graph::TraceStyle::Shape(m_plotStyle);
+    style.color = penColor();
+    style.baseline = baseline();
+    style.showsBaseline = m_plotBaseline;
+    style.minLineWidth = m_minLineWidth;
+    style.maxLineWidth = m_maxLineWidth;
+    style.isIntermittent = m_useIntermittentPlot;
+    style.isFillTranslucent = m_useTransparencyForFillPlot;
+    style.isSegments = plotData()->usePointsAsSegments();
+    style.visible = {visibleRangeX(), visibleRangeY()};
+    style.columns = graph::pixel(width());
+    style.point = m_graphPoint;
+    style.selectedPoint = m_selectedPoint;
+    return style;
 }
 
 bool GraphPlot::paintsStrokesOnly() const

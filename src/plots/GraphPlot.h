@@ -6,6 +6,10 @@
 
 #include <QPointer>
 
+namespace graph {
+struct TraceStyle;
+}
+
 // The main trace renderer: paints the samples of its data as a filled area, a line, an envelope, bars or scattered
 // points. Data denser than the pixel columns is reduced to the extremes of each column.
 class GRAPH_CHARTS_EXPORT GraphPlot : public AbstractPlot
@@ -69,6 +73,8 @@ private slots:
     void sltGraphPointDataChanged();
 
 private:
+    graph::TraceStyle traceStyle() const;
+
     PlotStyle m_plotStyle = BarPlot;
     QPointer<GraphPoint> m_graphPoint;
     bool m_plotBaseline = false;

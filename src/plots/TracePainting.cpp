@@ -1,8 +1,7 @@
 #include "plots/TracePainting.h"
 
-#include "data/PlotData.h"
 #include "plots/ColumnEnvelope.h"
-#include "plots/GraphPlot.h"
+#include "plots/GraphPoint.h"
 #include "plots/SampleDensity.h"
 #include "raster/Strokes.h"
 
@@ -32,23 +31,22 @@ QColor translucentColor(QColor color)
 
 } // namespace
 
-TracePainting::TracePainting(const GraphPlot &plot, const PlotFrame &frame, const SampleSpan &samples)
-    : m_plot(plot)
+TracePainting::TracePainting(const TraceStyle &style, const PlotFrame &frame, const SampleSpan &samples)
+    : m_style(style)
     , m_painter(frame.painter)
     , m_mapping(frame.mapping)
     , m_samples(samples)
-    , m_baseline(frame.mapping.hasPlaceY(plot.baseline()) ? plot.baseline() : 0.0)
+    , m_baseline(frame.mapping.hasPlaceY(style.baseline) ? style.baseline : 0.0)
     , m_baseRow(frame.mapping.row(m_baseline))
-    , m_pen(plot.penColor())
+    , m_pen(style.color)
 {
     m_pen.setCapStyle(Qt::FlatCap);
 }
 
 void TracePainting::paint()
 {
-    const double density = sampleDensity(m_samples, m_mapping, m_plot.visibleRangeX());
-    if (density > densestDirectPaint && m_plot.plotStyle() != GraphPlot::ScatterPlot &&
-        !m_plot.plotData()->usePointsAsSegments())
+    const double density = sampleDensity(m_samples, m_mapping, m_style.visible.width());
+    if (density > densestDirectPaint && m_style.shape != TraceStyle::Scatter && !m_style.isSegments)
         paintEnvelope();
     else
         paintDirect(density);
@@ -57,24 +55,24 @@ void TracePainting::paint()
 void TracePainting::paintDirect(double density)
 {
     const int lineWidth = clampedLineWidth(sampleWidth(density));
-    if (GraphPoint *point = m_plot.graphPoint()) {
-        point->setPenColor(m_plot.penColor());
+    if (GraphPoint *point = m_style.point) {
+        point->setPenColor(m_style.color);
         point->setLineWidth(lineWidth);
     }
-    switch (m_plot.plotStyle()) {
-    case GraphPlot::FillPlot:
+    switch (m_style.shape) {
+    case TraceStyle::Fill:
         paintFill();
         paintLine(lineWidth);
         break;
-    case GraphPlot::LinePlot:
-    case GraphPlot::MaxLinePlot:
-    case GraphPlot::MinLinePlot:
+    case TraceStyle::Line:
+    case TraceStyle::MaxLine:
+    case TraceStyle::MinLine:
         paintLine(lineWidth);
         break;
-    case GraphPlot::BarPlot:
+    case TraceStyle::Bars:
         paintBars(lineWidth);
         break;
-    case GraphPlot::ScatterPlot:
+    case TraceStyle::Scatter:
         paintPoints(lineWidth);
         break;
     }
@@ -102,7 +100,7 @@ void TracePainting::paintFill()
 void TracePainting::paintLine(int lineWidth)
 {
     QPainterPath path;
-    const bool segments = m_plot.plotData()->usePointsAsSegments();
+    const bool segments = m_style.isSegments;
     bool connected = false;
     for (int i = 0; i < m_samples.size(); ++i) {
         if (segments && i % 2 == 0)
@@ -118,7 +116,7 @@ void TracePainting::paintLine(int lineWidth)
             path.moveTo(point);
         connected = true;
     }
-    setPen(m_plot.penColor(), lineWidth);
+    setPen(m_style.color, lineWidth);
     drawLinePath(m_painter, path);
 }
 
@@ -134,8 +132,8 @@ void TracePainting::paintBars(int lineWidth)
         if (row != m_baseRow)
             bars.append(QLine(column, m_baseRow, column, row));
     }
-    setPen(m_plot.penColor(), lineWidth);
-    if (m_plot.plotBaseline()) {
+    setPen(m_style.color, lineWidth);
+    if (m_style.showsBaseline) {
         // From the column of x = 0, wherever the first visible sample lies.
         m_painter->drawLine(m_mapping.column(0.0), m_baseRow, m_mapping.column(m_samples.last().x()),
                             m_baseRow);
@@ -147,11 +145,11 @@ void TracePainting::paintPoints(int lineWidth)
 {
     QVector<QLine> dots;
     for (int i = 0; i < m_samples.size(); ++i) {
-        if (!isDrawable(i) || (m_samples.y(i) == m_baseline && !m_plot.plotBaseline()))
+        if (!isDrawable(i) || (m_samples.y(i) == m_baseline && !m_style.showsBaseline))
             continue;
         const int column = m_mapping.column(m_samples.x(i));
         const int row = m_mapping.row(m_samples.y(i));
-        if (m_plot.graphPoint()) {
+        if (m_style.point) {
             paintPoint(i, column, row);
         } else {
             qWarning("Graph Point is null");
@@ -160,71 +158,71 @@ void TracePainting::paintPoints(int lineWidth)
     }
     if (!dots.isEmpty()) {
         m_pen.setCapStyle(Qt::RoundCap);
-        setPen(m_plot.penColor(), lineWidth);
+        setPen(m_style.color, lineWidth);
         m_painter->drawLines(dots);
     }
 }
 
 void TracePainting::paintPoint(int i, int column, int row)
 {
-    GraphPoint *point = m_plot.graphPoint();
+    GraphPoint *point = m_style.point;
     const int index = m_samples.dataIndex(i); // several points may have the same x
     point->setPointIndex(index);
     const double lengthX =
-        m_mapping.isLinearX() ? m_plot.visibleRangeX() * m_mapping.scaleX() : m_mapping.width() - 1.0;
+        m_mapping.isLinearX() ? m_style.visible.width() * m_mapping.scaleX() : m_mapping.width() - 1.0;
     const double lengthY =
-        m_mapping.isLinearY() ? m_plot.visibleRangeY() * m_mapping.scaleY() : m_mapping.height() - 1.0;
+        m_mapping.isLinearY() ? m_style.visible.height() * m_mapping.scaleY() : m_mapping.height() - 1.0;
     point->setMargins(row, pixel(lengthX - column), pixel(lengthY - row), column);
     {
         // Heard by the plot, the change would ask for the next repaint from within this one, without end.
         const QSignalBlocker blocker(point);
-        point->setSelected(index == m_plot.selectedPoint());
+        point->setSelected(index == m_style.selectedPoint);
     }
     point->paint(m_painter, column, row);
 }
 
 void TracePainting::paintEnvelope()
 {
-    ColumnEnvelope envelope = columnEnvelope(m_samples, m_mapping, pixel(m_plot.width()), m_baseline,
-                                             !m_plot.useIntermittentPlot());
+    ColumnEnvelope envelope =
+        columnEnvelope(m_samples, m_mapping, m_style.columns, m_baseline, !m_style.isIntermittent);
     // A logarithmic axis spreads the samples at its begin over many columns each.
-    if (!m_mapping.isLinearX() && m_plot.plotStyle() != GraphPlot::BarPlot)
+    if (!m_mapping.isLinearX() && m_style.shape != TraceStyle::Bars)
         bridgeStraight(envelope, m_samples, m_mapping);
-    switch (m_plot.plotStyle()) {
-    case GraphPlot::FillPlot:
+    switch (m_style.shape) {
+    case TraceStyle::Fill:
         setPen(fillColor(), 1);
         drawUprightLines(m_painter, fillStrokes(envelope, m_mapping, m_baseRow));
         break;
-    case GraphPlot::LinePlot:
+    case TraceStyle::Line:
         break;
-    case GraphPlot::MaxLinePlot:
+    case TraceStyle::MaxLine:
         envelope.min = envelope.max;
         break;
-    case GraphPlot::MinLinePlot:
+    case TraceStyle::MinLine:
         envelope.max = envelope.min;
         break;
-    case GraphPlot::BarPlot:
+    case TraceStyle::Bars:
         paintEnvelopeBars(envelope);
         return;
     default: // a number that names no style
         return;
     }
-    joinColumns(envelope, m_baseline, m_plot.plotBaseline());
-    const int lineWidth = penWidth(m_plot.minLineWidth());
-    setPen(m_plot.penColor(), lineWidth);
+    joinColumns(envelope, m_baseline, m_style.showsBaseline);
+    const int lineWidth = penWidth(m_style.minLineWidth);
+    setPen(m_style.color, lineWidth);
     const double minSpan = m_mapping.isLinearY() ? lineWidth / m_mapping.scaleY() : lineWidth;
     drawUprightLines(m_painter,
-                     envelopeStrokes(envelope, m_mapping, minSpan, m_baseline, m_plot.plotBaseline()));
+                     envelopeStrokes(envelope, m_mapping, minSpan, m_baseline, m_style.showsBaseline));
 }
 
 void TracePainting::paintEnvelopeBars(const ColumnEnvelope &envelope)
 {
     const BarStrokes strokes = barStrokes(envelope, m_mapping, m_baseRow);
-    setPen(m_plot.penColor(), 1);
+    setPen(m_style.color, 1);
     drawUprightLines(m_painter, strokes.bars);
-    if (m_plot.plotBaseline() && envelope.columns() >= 1)
+    if (m_style.showsBaseline && envelope.columns() >= 1)
         m_painter->drawLine(0, m_baseRow, envelope.columns() - 1, m_baseRow);
-    setPen(translucentColor(m_plot.penColor()), 1);
+    setPen(translucentColor(m_style.color), 1);
     drawUprightLines(m_painter, strokes.spreads);
 }
 
@@ -238,12 +236,12 @@ void TracePainting::setPen(const QColor &color, int width)
 int TracePainting::clampedLineWidth(int width) const
 {
     // The lower limit wins where the two contradict each other.
-    return penWidth(qMax(m_plot.minLineWidth(), qMin(m_plot.maxLineWidth(), width)));
+    return penWidth(qMax(m_style.minLineWidth, qMin(m_style.maxLineWidth, width)));
 }
 
 QColor TracePainting::fillColor() const
 {
-    return m_plot.useTransparencyForFillPlot() ? translucentColor(m_plot.penColor()) : m_plot.penColor();
+    return m_style.isFillTranslucent ? translucentColor(m_style.color) : m_style.color;
 }
 
 } // namespace graph

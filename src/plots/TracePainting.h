@@ -4,20 +4,42 @@
 #include "view/base/PlotFrame.h"
 
 #include <QPen>
+#include <QSizeF>
 
-class GraphPlot;
+class GraphPoint;
 
 namespace graph {
 
 struct ColumnEnvelope;
 
-// Paints the samples of a GraphPlot in its style, once. Sparse samples are painted one by one, dense ones as
+// How samples are shown.
+struct TraceStyle
+{
+    // The numbers of GraphPlot::PlotStyle.
+    enum Shape : int { Fill, Line, MaxLine, MinLine, Bars, Scatter };
+
+    Shape shape = Fill;
+    QColor color;
+    double baseline = 0.0;
+    bool showsBaseline = false; // values that equal it as well
+    int minLineWidth = 0;
+    int maxLineWidth = 0;
+    bool isIntermittent = false; // columns without samples stay empty
+    bool isFillTranslucent = false;
+    bool isSegments = false; // each two points are a line
+    QSizeF visible;          // range of x and y
+    int columns = 0;
+    GraphPoint *point = nullptr;
+    int selectedPoint = -1;
+};
+
+// Paints samples in a style, once. Sparse samples are painted one by one, dense ones as
 // the extremes of each pixel column.
 class TracePainting
 {
 public:
     // samples: at least one.
-    TracePainting(const GraphPlot &plot, const PlotFrame &frame, const SampleSpan &samples);
+    TracePainting(const TraceStyle &style, const PlotFrame &frame, const SampleSpan &samples);
 
     void paint();
 
@@ -36,7 +58,7 @@ private:
     int clampedLineWidth(int width) const;
     QColor fillColor() const;
 
-    const GraphPlot &m_plot;
+    const TraceStyle &m_style;
     QPainter *m_painter;
     const PixelMapping &m_mapping;
     const SampleSpan &m_samples;

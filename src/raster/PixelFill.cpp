@@ -1,9 +1,6 @@
 #include "raster/PixelFill.h"
 
-#include "raster/RecordedStrokes.h"
-
 #include <QImage>
-#include <QPaintEngine>
 #include <QPainter>
 
 #include <algorithm>
@@ -67,6 +64,14 @@ void fillClipped(uchar *bits, qsizetype bytesPerLine, const QRect &clip, const Q
 }
 
 } // namespace
+
+bool isOnPixels(const QPainter &painter)
+{
+    const QPaintEngine::Type type = painter.paintEngine()->type();
+    return (type == QPaintEngine::Raster || type == strokeRecorder) &&
+           !painter.testRenderHint(QPainter::Antialiasing) &&
+           painter.deviceTransform().type() <= QTransform::TxTranslate;
+}
 
 bool fillPixels(QPainter *painter, const QRegion &region, const QVector<QRect> &rectangles,
                 const QColor &color)

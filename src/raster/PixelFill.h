@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QPaintEngine>
 #include <QRect>
 #include <QRegion>
 #include <QVector>
@@ -8,6 +9,13 @@ class QColor;
 class QPainter;
 
 namespace graph {
+
+// The engine of a painter whose strokes are taken down.
+constexpr QPaintEngine::Type strokeRecorder = QPaintEngine::Type(QPaintEngine::User + 23);
+
+// Whether the painter's own calls end in whole pixels that are either painted or not, on a raster image or
+// where they are taken down.
+bool isOnPixels(const QPainter &painter);
 
 // Writes opaque rectangles into the image that a painter paints on, as far as they are inside a region in
 // coordinates of the image: a painter's own call takes about fifty instructions for each row of each rectangle.

@@ -13,8 +13,6 @@ namespace graph {
 
 namespace {
 
-constexpr QPaintEngine::Type recorderType = QPaintEngine::Type(QPaintEngine::User + 23);
-
 // In pixels. What reaches farther is clipped by the engine before it is filled, in a way that depends on the
 // picture.
 constexpr double nearPicture = 1 << 14;
@@ -33,7 +31,7 @@ public:
 
     bool begin(QPaintDevice *) override { return true; }
     bool end() override { return true; }
-    Type type() const override { return recorderType; }
+    Type type() const override { return strokeRecorder; }
     QPaintEngine *paintEngine() const override { return const_cast<StrokeRecorder *>(this); }
 
     void updateState(const QPaintEngineState &now) override
@@ -206,14 +204,6 @@ RecordedStrokes recordedStrokes(const QSize &size, const std::function<void(QPai
     paint(&painter);
     painter.end();
     return recorder.strokes;
-}
-
-bool isOnPixels(const QPainter &painter)
-{
-    const QPaintEngine::Type type = painter.paintEngine()->type();
-    return (type == QPaintEngine::Raster || type == recorderType) &&
-           !painter.testRenderHint(QPainter::Antialiasing) &&
-           painter.deviceTransform().type() <= QTransform::TxTranslate;
 }
 
 } // namespace graph

@@ -43,8 +43,4 @@ struct RecordedStrokes
 // What a function paints into a picture of that size.
 RecordedStrokes recordedStrokes(const QSize &size, const std::function<void(QPainter *)> &paint);
 
-// Whether the painter's own calls end in whole pixels that are either painted or not, on a raster image or
-// where they are taken down.
-bool isOnPixels(const QPainter &painter);
-
 } // namespace graph

@@ -2,7 +2,7 @@
 
 #include "common/VectorRegisters.h"
 #include "raster/OutlineFill.h"
-#include "raster/RecordedStrokes.h"
+#include "raster/PixelFill.h"
 #include "raster/RectangleSweep.h"
 
 #include <QPaintEngine>
