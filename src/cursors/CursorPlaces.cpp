@@ -29,7 +29,7 @@ std::optional<CursorPlace> CursorPlaces::ofIndex(double number) const
     }
     if (!hasSample(*m_data, index))
         return {};
-    return CursorPlace{index, m_data->x(index), double(index), m_data};
+    return CursorPlace{index, m_data->x(index), m_data};
 }
 
 std::optional<CursorPlace> CursorPlaces::ofLevel(double value) const
@@ -44,7 +44,7 @@ std::optional<CursorPlace> CursorPlaces::ofLevel(double value) const
         value = index;
     if (index >= m_data->size())
         return {};
-    return CursorPlace{index, value, value, nullptr};
+    return CursorPlace{index, value, nullptr};
 }
 
 std::optional<CursorPlace> CursorPlaces::ofValue(double value) const

@@ -12,8 +12,6 @@ struct CursorPlace
 {
     int index;
     double value;
-    // What tells one place from another: the index, or the value where there are no samples.
-    double number;
     // Null where there are no samples.
     const PlotData *data;
 };

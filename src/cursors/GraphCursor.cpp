@@ -148,6 +148,12 @@ void GraphCursor::setPosIndex(double index)
         placeAt(places().ofIndex(index));
 }
 
+// Where it is, after that has become another place on the screen.
+void GraphCursor::placeAgain()
+{
+    setPosIndex(m_direction.snapsToSamples ? m_posIndex : m_posValue);
+}
+
 graph::CursorPlaces GraphCursor::places() const
 {
     return {m_direction, primarySeries(), m_axis, m_staysOnScreen};
@@ -160,9 +166,10 @@ void GraphCursor::placeAt(const std::optional<graph::CursorPlace> &place)
     if (!place && (m_direction.snapsToSamples || !m_axis))
         return;
     if (place) {
-        const bool elsewhere = m_placedAxis != m_axis || m_placedData != place->data;
-        if (place->number != m_posIndex ||
-            (elsewhere && (place->value != m_posValue || fractionOf(place->value) != m_position)))
+        // Of the same index may be another value of a level, a sample with another x or one of other data.
+        const bool hasMoved = place->value != m_posValue && !std::isnan(place->value);
+        const bool isElsewhere = m_placedAxis != m_axis || m_placedData != place->data;
+        if (place->index != m_posIndex || hasMoved || (isElsewhere && fractionOf(place->value) != m_position))
             publish(*place);
     }
     placeOnScreen();
@@ -407,7 +414,7 @@ void GraphCursor::GRAPH_GEOMETRY_CHANGED(const QRectF &newGeometry, const QRectF
         newGeometry.width() != oldGeometry.width()) {
         followScroll();
         if (places().valueOf(m_posIndex, m_posValue))
-            setPosIndex(m_posIndex);
+            placeAgain();
     } else if (newGeometry.height() != oldGeometry.height()) {
         handlePlotSizeChanged();
     }

@@ -186,6 +186,7 @@ private:
     void followSamples();
     void followScroll();
     double fractionOf(double value) const;
+    void placeAgain();
     void placeOnScreen();
     void placeMarkers();
     int moveOnScreen(const PlotData &data, int direction, bool autoRepeat);

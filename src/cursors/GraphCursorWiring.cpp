@@ -272,7 +272,7 @@ void GraphCursor::followScroll()
         m_posIndex = int(index);
         emit posIndexChanged();
     } else if (m_axis) {
-        publish({0, data->x(0), 0.0, data});
+        publish({0, data->x(0), data});
     }
 }
 
@@ -317,7 +317,7 @@ void GraphCursor::placeMarkers()
 void GraphCursor::handleRectChanged()
 {
     followSamples();
-    setPosIndex(m_posIndex);
+    placeAgain();
     forEach(m_markers, [](GraphMarker &marker) { marker.setPosIndex(marker.posIndex()); });
 }
 

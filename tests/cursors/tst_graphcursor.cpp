@@ -55,6 +55,22 @@ PlotData *samplesFrom20To69(const QString &kind)
     return regions;
 }
 
+// Whose oldest samples fall out.
+class Rolling : public PlotSeries
+{
+public:
+    graph::SampleHistory history() const override { return {1, m_fallen, size()}; }
+    void drop(int count)
+    {
+        m_fallen += count;
+        setXFirstValue(x(count));
+        setYData(yData().mid(count));
+    }
+
+private:
+    int m_fallen = 0;
+};
+
 } // namespace
 
 class tst_graphcursor : public QObject
@@ -212,6 +228,56 @@ private slots:
         QCOMPARE(log.take(), QString());
         bench.cursor->setPosValue(7.2);
         QCOMPARE(log.take(), QString("yValues yPositions plotValues posIndex posValue position posOnScreen"));
+        QQmlListProperty<AbstractPlot> plots = bench.cursor->plots();
+        plots.clear(&plots);
+        QCOMPARE(log.take(), QString("plots series"));
+        QCOMPARE(plots.count(&plots), 0);
+    }
+
+    // A sample keeps its index when it gets another x, a horizontal line when its value was cut to an index.
+    void readsTheValueOfItsPlace()
+    {
+        CursorBench bench;
+        bench.place(20);
+        bench.data->setXFirstValue(10.0);
+        bench.cursor->setPosValue(30.0);
+        QVERIFY(bench.cursor->posIndex() == 20 && bench.cursor->posValue() == 30.0);
+        QCOMPARE(bench.cursor->position(), 0.3);
+        CursorBench level(new GraphCursorY);
+        level.cursor->setStaysOnScreen(false);
+        level.cursor->setPlots(level.plots);
+        level.cursor->setPosValue(20.5);
+        level.zoom->setHeight(0.5);
+        level.cursor->setWidth(50);
+        QCOMPARE(level.cursor->posValue(), 20.5);
+        level.cursor->setPosValue(20.0);
+        QCOMPARE(level.cursor->posValue(), 20.0);
+    }
+
+    void rollsWithItsSamples()
+    {
+        CursorBench bench;
+        Rolling samples;
+        samples.setYData(bench.data->yData());
+        bench.plot->setPlotData(&samples);
+        GraphMarker *marker = bench.addMarker();
+        bench.place(30);
+        marker->setPosIndex(40);
+        marker->setVisible(true);
+        samples.drop(20);
+        QTRY_COMPARE(bench.cursor->posIndex(), 10);
+        QVERIFY(marker->posIndex() == 20 && marker->posValue() == 40.0);
+        // A write may come before the data tell.
+        samples.drop(5);
+        SignalLog log(bench.cursor);
+        bench.cursor->setPosValue(30.0);
+        QCOMPARE(log.take(), QString("posIndex"));
+        QCOMPARE(bench.cursor->posIndex(), 5);
+        samples.drop(10);
+        QTRY_COMPARE(bench.cursor->posIndex(), 0);
+        QVERIFY(bench.cursor->posValue() == 35.0 && marker->isVisible());
+        samples.drop(10);
+        QTRY_VERIFY(!marker->isVisible());
     }
 
     void keysMove()
@@ -551,12 +617,21 @@ private slots:
         marker->setShowDelta(false);
         marker->setPosIndex(60);
         marker->setVisible(true);
-        QCOMPARE(alphas(bench.painted(), 45, 57, 63), QVector<int>({0, 127, 191, 255, 191, 127, 0}));
+        const QVector<int> wide{0, 127, 191, 255, 191, 127, 0};
+        QCOMPARE(alphas(bench.painted(), 45, 57, 63), wide);
+        GraphMarker *coloured = bench.addMarker();
+        coloured->setColor(Qt::green);
         const auto text = [](double) { return QString(); };
         bench.cursor->setLook(graph::CursorLook{Qt::white, {}, {Qt::cyan}, Qt::white, text});
         QCOMPARE(alphas(bench.painted(), 45, 57, 63), QVector<int>({0, 0, 0, 255, 0, 0, 0}));
         QCOMPARE(alphas(bench.painted(), 45, 29, 31), QVector<int>({0, 255, 0}));
         QCOMPARE(marker->color(), QColor(Qt::cyan));
+        QCOMPARE(coloured->color(), QColor(Qt::green));
+        // Elsewhere it looks as everywhere.
+        QQuickItem elsewhere;
+        bench.cursor->setParentItem(&elsewhere);
+        bench.cursor->setZoomRect(bench.zoom);
+        QCOMPARE(alphas(bench.painted(), 45, 57, 63), wide);
     }
 
     void survivesDestruction()
