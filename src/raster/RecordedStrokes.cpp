@@ -54,7 +54,9 @@ public:
     using QPaintEngine::drawRects;
     void drawRects(const QRect *rects, int count) override
     {
-        if (m_pen.style() != Qt::NoPen || !isRecordable(m_brush))
+        if (m_pen.style() != Qt::NoPen)
+            strokes.isComplete = false;
+        if (!isRecordable(m_brush))
             return;
         RecordedStrokes::Part part;
         part.brush = m_brush;

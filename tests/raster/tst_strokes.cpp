@@ -7,6 +7,7 @@
 #include <QPainterPath>
 #include <QtTest>
 
+#include <functional>
 #include <random>
 
 class tst_strokes : public QObject
@@ -18,6 +19,7 @@ private slots:
     void linePaths();
     void areas();
     void rectanglesAreWide();
+    void takenDownIsOnlyWhatIsSteady();
 
 private:
     int whole(int low, int high) { return std::uniform_int_distribution<>(low, high)(m_random); }
@@ -227,6 +229,39 @@ void tst_strokes::rectanglesAreWide()
         QCOMPARE(stretches, 0);
         QCOMPARE(std::count(covered.begin(), covered.end(), 0), columns * rows);
     }
+}
+
+void tst_strokes::takenDownIsOnlyWhatIsSteady()
+{
+    using Draw = std::function<void(QPainter *)>;
+    const auto isTakenDown = [](const Draw &draw) {
+        return graph::recordedStrokes(QSize(50, 50),
+                                      [&](QPainter *painter) {
+                                          painter->setPen(Qt::NoPen);
+                                          painter->setBrush(Qt::red);
+                                          draw(painter);
+                                          painter->drawRect(QRect(1, 1, 5, 5));
+                                      })
+            .isComplete;
+    };
+    QVERIFY(isTakenDown([](QPainter *painter) { painter->translate(3.0, -2.0); }));
+    const Draw others[] = {
+        [](QPainter *painter) { painter->setPen(Qt::blue); },
+        [](QPainter *painter) { painter->setRenderHint(QPainter::Antialiasing); },
+        [](QPainter *painter) { painter->setOpacity(0.5); },
+        [](QPainter *painter) { painter->setCompositionMode(QPainter::CompositionMode_Plus); },
+        [](QPainter *painter) { painter->setClipRect(0, 0, 9, 9); },
+        [](QPainter *painter) { painter->setBrush(QColor(255, 0, 0, 99)); },
+        [](QPainter *painter) { painter->setBrush(Qt::Dense4Pattern); },
+        [](QPainter *painter) { painter->translate(0.5, 0.0); },
+        [](QPainter *painter) { painter->translate(0.0, 0.5); },
+        [](QPainter *painter) { painter->scale(2.0, 1.0); },
+        [](QPainter *painter) { painter->drawRect(QRectF(1.0, 1.0, 5.0, 5.0)); },
+        [](QPainter *painter) { painter->drawEllipse(QRect(1, 1, 5, 5)); },
+        [](QPainter *painter) { painter->drawLine(1, 1, 9, 9); },
+        [](QPainter *painter) { painter->drawImage(0, 0, QImage(9, 9, QImage::Format_RGB32)); }};
+    for (const Draw &other : others)
+        QVERIFY2(!isTakenDown(other), qPrintable(QString::number(&other - others)));
 }
 
 QTEST_APPLESS_MAIN(tst_strokes)
