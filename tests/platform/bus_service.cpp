@@ -6,8 +6,10 @@
 //   attack               (hostile) sends signals that no good service sends
 //   flood COUNT          (hostile) sends an array of 100 000 elements that often, says "flooded" when the bus has all
 //   pour COUNT           (hostile) appends 2 elements to an array of 2 that often, says "poured" likewise
+//   lose                 (hostile) appends to an array longer than the one that was sent
 //   labels COUNT         (hostile) sends the texts 0, 1, 2 ... for one item
 #include "platform/bus/BusPublisher.h"
+#include "platform/bus/BusRegistry.h"
 
 #include <QCoreApplication>
 #include <QDBusConnection>
@@ -47,6 +49,8 @@ public:
     QString introspect(const QString &) const override { return {}; }
     bool handleMessage(const QDBusMessage &message, const QDBusConnection &bus) override
     {
+        if (message.path() != path)
+            return bus.send(message.createReply(1));
         const QVariantMap values{{QStringLiteral("t_label:"), QStringLiteral("good")},
                                  {QStringLiteral("t_path:"), QVariant::fromValue(QDBusObjectPath("/a"))},
                                  {QStringLiteral("t_map:"), QVariantMap{{QStringLiteral("a"), 1}}}};
@@ -112,11 +116,19 @@ void pour(int count)
     sayWhenTaken("poured");
 }
 
+void lose()
+{
+    signal("ArrayAppended",
+           {quint64(9), QStringLiteral("t_even:"), quint64(0), quint64(99), QByteArray(8, '\0')});
+}
+
 void obey(const QByteArray &order, BusPublisher *publisher)
 {
     const QStringList words = QString::fromUtf8(order).split(QLatin1Char(' '));
     if (words.first() == QLatin1String("attack"))
         attack();
+    else if (words.first() == QLatin1String("lose"))
+        lose();
     else if (words.first() == QLatin1String("labels"))
         for (int i = 0; i < words.value(1).toInt(); ++i)
             signal("ValueChanged", {quint64(9), QStringLiteral("t_label:"),
@@ -166,7 +178,14 @@ int main(int argc, char **argv)
         qDBusRegisterMetaType<Blocks>();
         bus.registerVirtualObject(path, &hostile);
         bus.registerService(QStringLiteral("org.toskorn.hostile"));
+        bus.registerVirtualObject(QStringLiteral("/org/toskorn/odd"), &hostile);
+        bus.registerService(QStringLiteral("org.toskorn.odd"));
+        bus.registerService(QStringLiteral("org.toskorn.bare"));
     } else {
+        // What is published has to wake the bus thread, which else looks after the bus every few seconds.
+        BusPatience patience;
+        patience.quiet = patience.answer = 3600000;
+        BusRegistry::instance().setPatience(patience);
         publisher = std::make_unique<BusPublisher>(application.arguments().value(1));
         publisher->setValue(QStringLiteral("t_label:"), QStringLiteral("first"));
         publisher->setVector(QStringLiteral("t_none:doubleARRAY:"), {});

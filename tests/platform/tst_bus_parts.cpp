@@ -104,7 +104,7 @@ void tst_bus_parts::whatAServiceMayKeepHere()
 {
     ItemStore store;
     const auto asked = QStringLiteral("asked");
-    QVERIFY(!store.watch(asked));
+    QVERIFY(!store.watch(asked) && store.isWanted(asked) && !store.isWanted(QStringLiteral("0")));
     for (int i = 0; i < graph::maxItems; ++i)
         QCOMPARE(store.setValue(QString::number(i), i), ItemStore::Taken);
     QCOMPARE(store.setValue(QStringLiteral("one more"), 1), ItemStore::NoRoom);
@@ -118,8 +118,9 @@ void tst_bus_parts::whatAServiceMayKeepHere()
 
     QCOMPARE(store.setValue(QString(graph::maxNameLength + 1, 'n'), 1), ItemStore::NoRoom);
     const QString text(graph::maxTextLength, 'x');
+    const QVariant values[] = {text, QStringList{text}};
     int texts = 0;
-    while (store.setValue(QStringLiteral("text%1").arg(texts), text) == ItemStore::Taken)
+    while (store.setValue(QStringLiteral("text%1").arg(texts), values[texts % 2]) == ItemStore::Taken)
         ++texts;
     QCOMPARE(texts, int(graph::maxItemBytes / (2 * graph::maxTextLength)) - 1);
     QCOMPARE(store.setVector(QStringLiteral("v"), QVector<double>(1 << 20)), ItemStore::NoRoom);
@@ -188,7 +189,9 @@ void tst_bus_parts::messagesAndBack()
                                qulonglong(1) << 63,
                                0.1,
                                QString::fromUtf8("m\u00e4sser"),
-                               QStringList{QStringLiteral("a"), QString()}};
+                               QString(graph::maxTextLength, 'x'),
+                               QStringList{QStringLiteral("a"), QString()},
+                               QStringList{QString(graph::maxTextLength - 1, 'x'), QStringLiteral("a")}};
     graph::ItemsAnswer answer;
     answer.serial = 7;
     for (const QVariant &value : values) {
@@ -200,6 +203,9 @@ void tst_bus_parts::messagesAndBack()
         QCOMPARE(news.value.userType(), value.userType());
         answer.items.values.insert(QLatin1String(value.typeName()), value);
     }
+    const QString tooLong(graph::maxTextLength + 1, 'x');
+    for (const QVariant &value : {QVariant(tooLong), QVariant(QStringList{tooLong})})
+        QVERIFY(!graph::itemNews(graph::valueSignal(service, 3, sweep, value).get()).value.isValid());
     const QVector<double> vector{1, 2, 3, 4};
     const ItemNews appended =
         graph::itemNews(graph::arrayAppendedSignal(service, 4, trace, 9, vector, 1).get());

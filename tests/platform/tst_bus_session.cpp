@@ -1,4 +1,5 @@
 #include "data/PlotSeries.h"
+#include "platform/bus/BusClient.h"
 #include "platform/bus/BusPublisher.h"
 #include "platform/bus/BusRegistry.h"
 #include "platform/bus/ORNClientInterface.h"
@@ -114,6 +115,7 @@ private slots:
     void pageOfFrozenServices();
     void appendedElements();
     void documentedPublisher();
+    void publishedHereMeanwhile();
     void nameIsTaken();
     void busKilledAndRestarted();
     void publishersComeBack();
@@ -291,6 +293,13 @@ void tst_bus_session::hostile()
     QCOMPARE(spy.count(), 0);
     QTRY_COMPARE_WITH_TIMEOUT(timesTold("\"hostile\" sends arrays"), 1, patience);
     QTRY_COMPARE_WITH_TIMEOUT(timesTold("\"hostile\" published both a value and an array"), 1, patience);
+    // What was lost is asked for again.
+    service.order(QStringLiteral("lose"));
+    QTRY_COMPARE_WITH_TIMEOUT(labelOf(client), QStringLiteral("good"), patience);
+    clientOf(QStringLiteral("odd"));
+    clientOf(QStringLiteral("bare"));
+    QTRY_COMPARE_WITH_TIMEOUT(timesTold("\"odd\" answers with \"i\" which are no items"), 1, patience);
+    QTRY_COMPARE_WITH_TIMEOUT(timesTold("\"bare\" has no items: "), 1, patience);
 }
 
 // More than a bus library holds for a thread that does not come to read it.
@@ -356,6 +365,7 @@ void tst_bus_session::pageOfFrozenServices()
         page[i].setDbusAddress(QStringLiteral("frozen%1,t").arg(i));
     page[10].setDbusAddress(QStringLiteral("notyet,t"));
     QVERIFY2(clock.elapsed() < 4000, "the waits for each service add up");
+    QTRY_COMPARE_WITH_TIMEOUT(timesTold("does not answer"), 10, patience);
     for (const auto &service : services)
         service->signal(SIGCONT);
     services.push_back(std::make_unique<Service>(QStringLiteral("notyet")));
@@ -405,6 +415,22 @@ void tst_bus_session::documentedPublisher()
     QTRY_VERIFY_WITH_TIMEOUT(series.size() > 2, patience);
     QCOMPARE(series.label(), QStringLiteral("Room"));
     QCOMPARE(series.y(2), 20 + std::sin(0.2));
+}
+
+// In the middle of what the service on the bus has told.
+void tst_bus_session::publishedHereMeanwhile()
+{
+    auto *client = qobject_cast<BusClient *>(clientOf(QStringLiteral("moved")));
+    QVERIFY(!client->getItem(QStringLiteral("t_one:doubleARRAY:")));
+    std::unique_ptr<BusPublisher> own;
+    connect(client, &BusClient::itemAdded, this, [&] {
+        own = std::make_unique<BusPublisher>(QStringLiteral("moved"));
+        own->setValue(label, QStringLiteral("own"));
+    });
+    Service service(QStringLiteral("moved"));
+    QTRY_VERIFY_WITH_TIMEOUT(own, patience);
+    QTest::qWait(0);
+    QCOMPARE(labelOf(client), QStringLiteral("own"));
 }
 
 void tst_bus_session::nameIsTaken()
