@@ -208,6 +208,24 @@ void tst_axispainting::listsAndRows()
     axis.setMargin(50);
     const QRectF rect(50, 0, 350, 150);
     QCOMPARE(words(paintedTexts(axis, rect)), (QStringList{"-0.5", "-0.25", "0", "0.25", "0.5"}));
+    // Those that are left where there is no room for all are equally far apart.
+    axis.setCustomInterval(0.05);
+    for (int width = 130; width < 600; ++width) {
+        const QStringList numbers = words(paintedTexts(axis, QRectF(50, 0, width, 150)));
+        for (int i = 2; i < numbers.size(); ++i) {
+            const double steps[] = {numbers.at(i).toDouble() - numbers.at(i - 1).toDouble(),
+                                    numbers.at(1).toDouble() - numbers.at(0).toDouble()};
+            QVERIFY2(qFuzzyCompare(steps[0], steps[1]), qPrintable(numbers.join(' ')));
+        }
+    }
+    axis.setCustomInterval(0.0);
+    // Above each other they need their height only.
+    ValueAxis upright;
+    upright.setAlignment(Qt::AlignLeft);
+    upright.setMargin(90);
+    upright.setMaxValue(1e6);
+    upright.setCustomInterval(1e5);
+    QCOMPARE(words(paintedTexts(upright, QRectF(90, 0, 200, 300))).size(), 9);
     // Rows belong to the values, whatever is visible.
     axis.setStaggered(true);
     for (const double pan : {0.0, 0.2}) {

@@ -162,6 +162,20 @@ void tst_valueaxis::followsTheZoomRect()
     axis.setScalable(true);
     QCOMPARE(axis.maxVisible(), 160.0);
 
+    // An axis that comes later sees the same.
+    for (const Qt::Alignment alignment : {Qt::AlignBottom, Qt::AlignLeft}) {
+        ZoomRect zoomed;
+        ValueAxis early;
+        ValueAxis late;
+        early.setAlignment(alignment);
+        late.setAlignment(alignment);
+        early.setZoomRect(&zoomed);
+        zoomed.setCenterAndZoom({0.25F, 0.25F}, {0.5, 0.5});
+        late.setZoomRect(&zoomed);
+        QVERIFY(late.minVisible() > 0.0 && late.minVisible() == early.minVisible());
+        QVERIFY(late.maxVisible() < 1.0 && late.maxVisible() == early.maxVisible());
+    }
+
     // Neither an empty range nor NaN gets into the rectangle.
     axis.setMaxVisible(std::nan(""));
     axis.setMaxValue(100.0);

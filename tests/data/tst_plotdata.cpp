@@ -60,6 +60,7 @@ private slots:
         QSignalSpy plotChanged(&series, SIGNAL(plotChanged()));
         series.setLabel("b");
         series.clear();
+        QCOMPARE(series.size(), 0);
         series.setYData({8.0});
         QVERIFY(plotChanged.isEmpty());
         QCoreApplication::processEvents();
@@ -122,7 +123,8 @@ private slots:
             QCOMPARE(formatter()->parent(), &series);
             QCOMPARE(text(1.5), QStringLiteral("1.5|9|2"));
             set("Precision", 5);
-            QCOMPARE(text(2.5), QStringLiteral("2.5|9|5"));
+            set("SigDigs", 8);
+            QCOMPARE(text(2.5), QStringLiteral("2.5|8|5"));
 
             const QPointer<ProbeFormatter> former = formatter();
             set("Units", "nobody knows");
@@ -132,7 +134,7 @@ private slots:
             QCOMPARE(formatters.count(), 2);
             QVERIFY(former);
             set("SigDigs", 1);
-            QCOMPARE(former->sigDigs, 9);
+            QCOMPARE(former->sigDigs, 8);
             QCoreApplication::sendPostedEvents(former, QEvent::DeferredDelete);
             QVERIFY(!former);
 

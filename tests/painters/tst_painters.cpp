@@ -269,6 +269,11 @@ private slots:
         figure.setBegin(10.0);
         figure.setEnd(20.0);
         QCOMPARE(inkBox(painted(figure)), QRect(10, 50, 10, 20));
+        // Seen the wrong way round, with x from 100 down to 0.
+        const auto reversed = [&](QPainter *painter) {
+            figure.paint(painter, QRectF(100.0, 0.0, -100.0, 100.0), -1.0f, 1.0f);
+        };
+        QCOMPARE(inkBox(picture(reversed)), QRect(80, 50, 10, 20));
         figure.setEnd(70.0);
         QCOMPARE(inkBox(painted(figure)), QRect(10, 50, 10, 20) | QRect(60, 50, 10, 20));
         QCOMPARE(painted(figure).pixel(40, 60), 0xffffffff);
@@ -350,7 +355,10 @@ private slots:
         // Data of its own take precedence; after them those of the plot count again, even the same ones.
         auto own = std::make_unique<PlotSeries>();
         own->setYData({2.0, 2.0, 2.0});
+        auto former = std::make_unique<PlotSeries>();
+        figure.setPlotData(former.get());
         figure.setPlotData(own.get());
+        former.reset();
         QTRY_COMPARE(figure.value(), 3.0);
         own.reset();
         QTRY_COMPARE(figure.value(), 4.5);

@@ -56,6 +56,20 @@ private slots:
         QTEST(label.rect, "place");
     }
 
+    void labelsOfMeasuredChannelsHaveTwoLines()
+    {
+        const auto labelHeight = [this] {
+            const auto isLabel = [](const QColor &pixel) { return pixel.red() > pixel.blue(); };
+            return inkBox(painted(plot()), isLabel).height();
+        };
+        add(10, 90, 40, "M")->setValid(false);
+        const int oneLine = labelHeight();
+        QVERIFY(oneLine > 0);
+        add(10, 90, 60, "M");
+        plot()->setSelectedPoint(1);
+        QVERIFY(labelHeight() > 2 * oneLine);
+    }
+
     void framesAndFill()
     {
         add(10, 30, 60);

@@ -206,6 +206,9 @@ private slots:
         QCOMPARE(paintedRows(image, 15), Rows(40, 40));
         QCOMPARE(paintedRows(image, 45), nothing);
         QCOMPARE(paintedRows(image, 80), Rows(40, 40));
+        // Clicks, like paintings, do not repeat what samples() says of segments.
+        plot()->setPlotStyle(GraphPlot::ScatterPlot);
+        QCOMPARE(plot()->checkClickPosition(30, 40, 3), 1);
     }
 
     void scatteredPoints()

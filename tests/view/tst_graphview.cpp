@@ -322,7 +322,7 @@ private slots:
                     XYScale { id: plane }
                     GraphPlot {
                         id: plot
-                        penColor: "red"
+                        penColor: "red"; plotStyle: GraphPlot.FillPlot; plotBaseline: true
                         plotData: PlotSeries { id: trace; axisX: axisX; axisY: axisY; yData: [1, 2, 3] }
                     }
                 }
@@ -332,10 +332,10 @@ private slots:
         auto *world = document.object<WorldPlot>("world");
         QCOMPARE(world->plotData(), plot->plotData());
         QCOMPARE(world->penColor(), QColor("red"));
-        plot->setPlotStyle(GraphPlot::FillPlot);
-        plot->setPlotBaseline(true);
-        QCOMPARE(world->plotStyle(), GraphPlot::FillPlot);
-        QVERIFY(world->plotBaseline());
+        QVERIFY(world->plotStyle() == GraphPlot::FillPlot && world->plotBaseline());
+        plot->setPlotStyle(GraphPlot::BarPlot);
+        plot->setPlotBaseline(false);
+        QVERIFY(world->plotStyle() == GraphPlot::BarPlot && !world->plotBaseline());
 
         document.object<GraphView>("view")->zoomRect()->setCenterAndZoom({0.5F, 0.25F}, {0.5, 0.5});
         const QPointF value(37.5, 0.4375);

@@ -155,6 +155,7 @@ void tst_stamps::showsThePixelsOfALayer_data()
         {"translucent lines cross", "lineColor: \"#80ff0000\"", "paintedWidth: 30"},
         {"translucent labels", "margin: 40; labelColor: \"#8000ff00\"", "color: \"blue\""},
         {"no lines", "axisStyle: ValueAxis.LabelsOnly", ""},
+        {"scaled", "margin: 40", "scale: 2"},
         {"nothing", "visible: false", ""},
     };
     for (const auto &row : rows)
