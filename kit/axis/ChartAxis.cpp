@@ -5,10 +5,10 @@
 #include "kit/axis/AxisUnit.h"
 #include "kit/axis/NumberLabels.h"
 #include "kit/axis/TimeTicks.h"
+#include "kit/data/Telling.h"
 
 #include <QDateTime>
 #include <QFontMetricsF>
-#include <QLoggingCategory>
 #include <QPainter>
 
 #include <algorithm>
@@ -16,8 +16,6 @@
 namespace graph {
 
 namespace {
-
-Q_LOGGING_CATEGORY(kit, "graph.kit")
 
 // Distances of ticks in heights of their texts.
 constexpr double tickDistanceAlongText = 3.0;
@@ -109,6 +107,7 @@ void ChartAxis::setScale(ScaleType scale)
 */
 void ChartAxis::setMinorTicks(int count)
 {
+    count = bounded(this, "minorTicks", count, -1);
     if (count == m_minorTicks)
         return;
     m_minorTicks = count;
@@ -210,12 +209,18 @@ void ChartAxis::setMaxValue(double maxValue)
 
 /*!
     \qmlmethod void ChartAxis::range(double from, double to)
-    Writes both ends of the full range. From the greater to the smaller value the axis is reversed.
+    Writes both ends of the full range. From the greater to the smaller value the axis is reversed. An end that is
+    no number is ignored with the other one, with a line in the category \c graph.kit.
 */
 void ChartAxis::range(double from, double to)
 {
-    if (std::isnan(from) || std::isnan(to))
+    if (std::isnan(from) || std::isnan(to)) {
+        tellOnce(this, "range",
+                 QStringLiteral("is given a range from %1 to %2, which is ignored: write two numbers")
+                     .arg(from)
+                     .arg(to));
         return;
+    }
     m_writtenMin = from;
     m_writtenMax = to;
     moveRange(from, to);
@@ -272,10 +277,13 @@ void ChartAxis::checkRange()
     const bool isBad = m_scale == Logarithmic && !isUntouched && std::min(minValue(), maxValue()) <= 0.0;
     if (isBad && !m_hasComplained) {
         const ScaleEnds shown = axisRange().shownEnds();
-        qCWarning(kit).nospace().noquote()
-            << "ChartAxis" << (objectName().isEmpty() ? QString() : QLatin1Char(' ') + objectName())
-            << ": a logarithmic axis cannot show the range " << minValue() << " to " << maxValue()
-            << ", only " << shown.begin << " to " << shown.end << " of it. Give it a range above 0.";
+        tell(this,
+             QStringLiteral("is logarithmic and cannot show the range %1 to %2, only %3 to %4: write a range "
+                            "above 0, or scale: ChartAxis.Linear")
+                 .arg(minValue())
+                 .arg(maxValue())
+                 .arg(shown.begin)
+                 .arg(shown.end));
     }
     m_hasComplained = isBad;
 }

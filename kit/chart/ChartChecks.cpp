@@ -294,12 +294,14 @@ QString withInvisiblePen(const GraphView &, const AbstractPlot &plot)
         .arg(colorProperty(plot));
 }
 
-const ViewCheck viewChecks[] = {withoutSize, withoutRoom, withUnlistedAxis, withUnusedData, withUnknownTheme};
+const ViewCheck viewChecks[] = {withoutSize,    withoutRoom,      withUnlistedAxis,
+                                withUnusedData, withUnknownTheme, withoutNames};
 const AxisCheck axisChecks[] = {withReversedRange, withUnusableRange, withUselessInterval};
-const PlotCheck plotChecks[] = {outsideOfView,    insideOfAnItem,    afterView,        withSwappedAxes,
-                                withLateAxis,     withWrongAxis,     withoutAxis,      withoutArea,
-                                withInvisiblePen, withoutPoint,      withEmptyAddress, withColorOfGround,
-                                withAnotherUnit,  withReversedColors};
+const PlotCheck plotChecks[] = {outsideOfView,    insideOfAnItem,     afterView,        withSwappedAxes,
+                                withLateAxis,     withWrongAxis,      withoutAxis,      withoutArea,
+                                withInvisiblePen, withoutPoint,       withEmptyAddress, withColorOfGround,
+                                withAnotherUnit,  withReversedColors, withUnusedPlaces, withoutValues,
+                                withAxisOfAnother};
 
 template <typename Checks, typename... Subject>
 QString firstReason(const Checks &checks, const Subject &...subject)

@@ -1,6 +1,8 @@
 #include "kit/chart/ChartTheme.h"
 
-#include <algorithm>
+#include "kit/data/Telling.h"
+#include "kit/plots/TraceStrokes.h"
+
 #include <initializer_list>
 
 namespace graph {
@@ -75,7 +77,7 @@ ChartTheme *ChartTheme::light(QObject *parent)
 QFont ChartTheme::font() const
 {
     QFont font(m_fontFamily);
-    font.setPixelSize(std::max(1, m_fontSize));
+    font.setPixelSize(m_fontSize);
     return font;
 }
 
@@ -92,6 +94,18 @@ QVector<QColor> ChartTheme::colorsOfMarkers() const
     for (const QVariant &color : m_markerColors)
         colors.append(colorOf(color).isValid() ? colorOf(color) : m_textColor);
     return colors;
+}
+
+void ChartTheme::checkColors(const char *property, const QVariantList &colors) const
+{
+    for (const QVariant &color : colors) {
+        if (!colorOf(color).isValid())
+            tellOnce(
+                this, property,
+                QStringLiteral("has \"%1\" among its %2, which is no colour: write names of colours, such as "
+                               "\"orange\" or \"#e69f00\"")
+                    .arg(color.toString(), QLatin1String(property)));
+    }
 }
 
 template <typename T> void ChartTheme::store(T &member, const T &value)
@@ -135,7 +149,7 @@ void ChartTheme::setMinorGridColor(const QColor &color)
 
 void ChartTheme::setGridWidth(int pixels)
 {
-    store(m_gridWidth, std::max(0, pixels));
+    store(m_gridWidth, bounded(this, "gridWidth", pixels, 0));
 }
 
 /*!
@@ -158,7 +172,7 @@ void ChartTheme::setFontFamily(const QString &family)
 
 void ChartTheme::setFontSize(int pixels)
 {
-    store(m_fontSize, std::max(1, pixels));
+    store(m_fontSize, bounded(this, "fontSize", pixels, 1));
 }
 
 /*!
@@ -170,12 +184,13 @@ void ChartTheme::setFontSize(int pixels)
 */
 void ChartTheme::setTraceColors(const QVariantList &colors)
 {
+    checkColors("traceColors", colors);
     store(m_traceColors, colors);
 }
 
 void ChartTheme::setLineWidth(int pixels)
 {
-    store(m_lineWidth, std::max(1, pixels));
+    store(m_lineWidth, bounded(this, "lineWidth", pixels, 1, TraceStrokes::widestLine));
 }
 
 /*!
@@ -190,6 +205,7 @@ void ChartTheme::setCursorColor(const QColor &color)
 
 void ChartTheme::setMarkerColors(const QVariantList &colors)
 {
+    checkColors("markerColors", colors);
     store(m_markerColors, colors);
 }
 

@@ -69,6 +69,7 @@ signals:
 
 private:
     template <typename T> void store(T &member, const T &value);
+    void checkColors(const char *property, const QVariantList &colors) const;
 
     QColor m_background;
     QColor m_plotBackground;

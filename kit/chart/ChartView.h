@@ -183,6 +183,8 @@ private:
     void tellPartners();
     QList<ChartView *> partners() const;
     double followedSeconds() const;
+    void tellOfNoWindow();
+    bool isRange(const char *method, double from, double to) const;
     Span awaitedSpan(double seconds) const;
 
     QString m_title;

@@ -162,23 +162,31 @@ Span ChartView::groupSpanX() const
     \qmlmethod void Chart::showRange(real from, real to)
     \qmlmethod void Chart::showRangeY(real from, real to)
     Shows that part of axisX or axisY, in their units and in one step; the ends may come in either order, and
-    may lie beyond the data. Without effect where an end is no number, or both are the same. Holds a chart that
-    follows its data.
+    may lie beyond the data. Without effect, but with a line in the category \c graph.kit, where an end is no
+    number, or both are the same. Holds a chart that follows its data.
 */
 void ChartView::showRange(double from, double to)
 {
-    const Span span = Span{from, to}.ordered();
-    if (!span.isFinite() || span.length() == 0.0)
-        return;
-    showState({span, m_shown.y, false}, true);
+    if (isRange("showRange", from, to))
+        showState({Span{from, to}.ordered(), m_shown.y, false}, true);
 }
 
 void ChartView::showRangeY(double from, double to)
 {
-    const Span span = Span{from, to}.ordered();
-    if (!span.isFinite() || span.length() == 0.0)
-        return;
-    showState({m_shown.x, span, m_shown.following}, true);
+    if (isRange("showRangeY", from, to))
+        showState({m_shown.x, Span{from, to}.ordered(), m_shown.following}, true);
+}
+
+bool ChartView::isRange(const char *method, double from, double to) const
+{
+    if (Span{from, to}.isFinite() && from != to)
+        return true;
+    tellOnce(this, method,
+             QStringLiteral("ignores %1(%2, %3), which is no range: write two numbers that differ")
+                 .arg(QLatin1String(method))
+                 .arg(from)
+                 .arg(to));
+    return false;
 }
 
 /*!
@@ -361,11 +369,14 @@ void ChartView::setFlickable(QQuickItem *flickable)
 */
 void ChartView::setFollow(double seconds)
 {
-    if (seconds < 0.0)
-        tell(this, QStringLiteral(
-                       "has a follow of %1, which is ignored: write the seconds that it is to show, or 0")
-                       .arg(seconds));
-    if (m_follow == seconds || !(seconds >= 0.0) || !std::isfinite(seconds))
+    if (!(seconds >= 0.0) || !std::isfinite(seconds)) {
+        tellOnce(
+            this, "follow",
+            QStringLiteral("has a follow of %1, which is ignored: write the seconds that it is to show, or 0")
+                .arg(seconds));
+        return;
+    }
+    if (m_follow == seconds)
         return;
     const bool starts = m_follow == 0.0;
     m_follow = seconds;
@@ -381,11 +392,26 @@ void ChartView::setFollow(double seconds)
 
 void ChartView::setFollowing(bool following)
 {
-    if (m_shown.following == following || (following && followedSeconds() <= 0.0))
+    if (m_shown.following == following)
         return;
+    if (following && followedSeconds() <= 0.0) {
+        // The window may be written later in the same document.
+        QMetaObject::invokeMethod(
+            m_ears.get(), [this] { tellOfNoWindow(); }, Qt::QueuedConnection);
+        return;
+    }
     ZoomState state = m_shown;
     state.following = following;
     showState(state, m_complete);
+}
+
+void ChartView::tellOfNoWindow()
+{
+    if (followedSeconds() <= 0.0)
+        tellOnce(this, "following",
+                 QStringLiteral(
+                     "has no window that could follow its data: write follow and the seconds that it is to "
+                     "show"));
 }
 
 // What a window shows that has no data yet.

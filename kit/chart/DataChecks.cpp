@@ -3,8 +3,9 @@
 #include "axis/ValueAxis.h"
 #include "data/PlotPoints.h"
 #include "data/PlotSeries.h"
-#include "kit/data/ComputedData.h"
+#include "kit/data/Difference.h"
 #include "kit/data/ItemName.h"
+#include "kit/data/StreamSeries.h"
 #include "kit/plots/LimitLine.h"
 #include "kit/plots/Trace.h"
 #include "kit/plots/WaterfallPlot.h"
@@ -130,35 +131,45 @@ QString atOnePlace(const AbstractPlot &plot, const PlotData &data)
     const double x = samples.first().x();
     if (samples.size() < 3 || samples.last().x() != x)
         return {};
-    const bool isSeries = data.inherits("PlotSeries");
-    const bool isOwn = isOwnData(plot);
-    return QStringLiteral("has all its %1 samples at x = %2: write %3")
-        .arg(data.size())
-        .arg(x)
-        .arg(isSeries ? (isOwn ? QStringLiteral("an interval other than 0")
-                               : QStringLiteral("an xInterval other than 0"))
-                      : (isOwn ? QStringLiteral("positions that differ")
-                               : QStringLiteral("xData, as many as yData")));
+    QString advice = QStringLiteral("x that differ");
+    if (data.inherits("PlotSeries"))
+        advice = isOwnData(plot) ? QStringLiteral("an interval other than 0")
+                                 : QStringLiteral("an xInterval other than 0");
+    else if (data.inherits("graph::StreamSeries"))
+        advice = QStringLiteral("an interval other than 0");
+    else if (isOwnData(plot))
+        advice = QStringLiteral("positions that differ");
+    else if (data.inherits("PlotPoints"))
+        advice = QStringLiteral("xData, as many as yData");
+    return QStringLiteral("has all its %1 samples at x = %2: write %3").arg(data.size()).arg(x).arg(advice);
 }
 
 QString withoutInterval(const AbstractPlot &plot, const PlotData &data)
 {
     const auto *series = qobject_cast<const PlotSeries *>(&data);
-    if (!series || data.size() == 0 ||
-        (std::isfinite(series->xInterval()) && std::isfinite(series->xFirstValue())))
+    const auto *stream = qobject_cast<const StreamSeries *>(&data);
+    if ((!series && !stream) || data.size() == 0)
+        return {};
+    const double start = series ? series->xFirstValue() : stream->start();
+    const double interval = series ? series->xInterval() : stream->interval();
+    if (std::isfinite(start) && std::isfinite(interval))
         return {};
     return QStringLiteral(
                "has no places for its %1 values, from %2 on with an interval of %3: write numbers as %4")
         .arg(data.size())
-        .arg(series->xFirstValue())
-        .arg(series->xInterval())
-        .arg(isOwnData(plot) ? QStringLiteral("start and interval")
-                             : QStringLiteral("xFirstValue and xInterval"));
+        .arg(start)
+        .arg(interval)
+        .arg(stream || isOwnData(plot) ? QStringLiteral("start and interval")
+                                       : QStringLiteral("xFirstValue and xInterval"));
 }
 
 QString withoutSource(const AbstractPlot &, const PlotData &data)
 {
     const auto *computed = qobject_cast<const ComputedData *>(&data);
+    const auto *difference = qobject_cast<const Difference *>(&data);
+    if (difference && !difference->hasWrittenReference())
+        return QStringLiteral("has no reference to subtract: write reference and other data, such as "
+                              "trace.plotData");
     if (!computed || computed->source() || computed->hasWrittenSource())
         return {};
     return QStringLiteral("has no source and computes nothing: write source and the data to compute it from, "

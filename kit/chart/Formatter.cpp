@@ -1,6 +1,8 @@
 #include "kit/chart/Formatter.h"
 
 #include "axis/ValueAxis.h"
+#include "kit/data/Store.h"
+#include "kit/data/Telling.h"
 #include "platform/ui/NumberText.h"
 
 #include <QThread>
@@ -11,6 +13,8 @@ namespace {
 
 // As many as a few axes have ticks; when there are more the oldest ones are of zooms long gone.
 constexpr int mostTexts = 1000;
+// What a double has.
+constexpr int mostDigits = 17;
 
 } // namespace
 
@@ -39,6 +43,10 @@ Formatter::~Formatter() = default;
 */
 void Formatter::setText(const QJSValue &text)
 {
+    if (!text.isCallable() && !text.isUndefined() && !text.isNull())
+        tellOnce(
+            this, "text",
+            QStringLiteral("has a text that is no function: write text: function (value) { return ... }"));
     m_text = text;
     forget();
 }
@@ -50,7 +58,7 @@ void Formatter::setText(const QJSValue &text)
 
     \qmlproperty int Formatter::sigDigs
     \qmlproperty int Formatter::precision
-    Significant digits and decimals at most, 6 by default.
+    Significant digits and decimals at most, 6 by default; 1 to 17, and 0 to 17.
 */
 void Formatter::setUnit(const QString &unit)
 {
@@ -67,21 +75,19 @@ void Formatter::setUnit(const QString &unit)
 
 void Formatter::setSigDigs(int sigDigs)
 {
-    if (m_sigDigs == sigDigs)
+    if (!store(m_sigDigs, bounded(this, "sigDigs", sigDigs, 1, mostDigits)))
         return;
-    m_sigDigs = sigDigs;
     if (m_ofUnit)
-        m_ofUnit->setSigDigs(sigDigs);
+        m_ofUnit->setSigDigs(m_sigDigs);
     forget();
 }
 
 void Formatter::setPrecision(int precision)
 {
-    if (m_precision == precision)
+    if (!store(m_precision, bounded(this, "precision", precision, 0, mostDigits)))
         return;
-    m_precision = precision;
     if (m_ofUnit)
-        m_ofUnit->setPrecision(precision);
+        m_ofUnit->setPrecision(m_precision);
     forget();
 }
 

@@ -7,16 +7,19 @@
 #include "kit/chart/ChartView.h"
 #include "kit/chart/DataChecks.h"
 #include "kit/chart/Diagnosis.h"
+#include "kit/chart/LegendSwitches.h"
 #include "kit/data/ItemName.h"
 #include "kit/data/StreamSeries.h"
 #include "kit/plots/ColorScale.h"
 #include "kit/plots/LimitLine.h"
 #include "kit/plots/Trace.h"
 #include "kit/plots/WaterfallPlot.h"
+#include "plots/HeatmapPlot.h"
 #include "view/base/AbstractPlot.h"
 #include "view/frame/WorldPlot.h"
 #include "view/zoom/ZoomRect.h"
 
+#include <QJSValue>
 #include <QQuickWindow>
 
 #include <cmath>
@@ -100,15 +103,20 @@ QString withTwoLengths(const AbstractPlot &plot)
 QString withInfinity(const AbstractPlot &plot, const SampleSpan &samples)
 {
     // A limit may be out of reach.
+    if (qobject_cast<const LimitLine *>(&plot))
+        return {};
     const MinMax extent = samples.minMax(0, samples.size());
-    if (qobject_cast<const LimitLine *>(&plot) || extent.isEmpty() ||
-        (std::isfinite(extent.min) && std::isfinite(extent.max)))
+    const bool isX = std::isinf(samples.first().x()) || std::isinf(samples.last().x());
+    if (!isX && (extent.isEmpty() || (std::isfinite(extent.min) && std::isfinite(extent.max))))
         return {};
     const int count = countOf(
-        samples, [&](int i) { return samples.y(i); }, [](double y) { return std::isinf(y); });
-    return QStringLiteral("has %1 of %2 values infinite, which have no place in a chart: write NaN for a gap")
+        samples, [&](int i) { return isX ? samples.x(i) : samples.y(i); },
+        [](double place) { return std::isinf(place); });
+    return QStringLiteral("has %1 of %2 %3 infinite, which have no place in a chart: write %4")
         .arg(count)
-        .arg(samples.size());
+        .arg(samples.size())
+        .arg(isX ? QStringLiteral("positions") : QStringLiteral("values"),
+             isX ? QStringLiteral("numbers") : QStringLiteral("NaN for a gap"));
 }
 
 QString withoutLogarithm(int count, int size, const char *what, const char *scale)
@@ -174,19 +182,61 @@ QString withLittleCapacity(const GraphView &view, const PlotData &data)
         .arg(needed, 0, 'f', 0);
 }
 
+QVariantList elementsOf(const QQuickItem &item, const char *property)
+{
+    const QVariant list = item.property(property);
+    return list.userType() == qMetaTypeId<QJSValue>() ? list.value<QJSValue>().toVariant().toList()
+                                                      : list.toList();
+}
+
 bool isPart(const QQuickItem &item, const char *type)
 {
     const QByteArray name(item.metaObject()->className());
     return name.startsWith(type) && name.mid(int(qstrlen(type))).startsWith("_QML");
 }
 
+// A part that does nothing without what it is for.
+QString withoutTarget(const QQuickItem &item)
+{
+    struct Need
+    {
+        const char *part;
+        const char *property;
+        const char *advice;
+    };
+    static const Need needs[] = {
+        {"ZoomArea", "zoomRect",
+         "and does not zoom: write zoomRect: view.zoomRect; a Chart needs no ZoomArea"},
+        {"BoxZoom", "zoomRect", "and does not zoom: write zoomRect: view.zoomRect; a Chart needs no BoxZoom"},
+        {"PeakButtons", "cursor", "and moves nothing: write cursor and the id of a GraphCursor"},
+        {"CursorReadout", "plot", "and has nothing to read: write plot and the id of a trace"},
+    };
+    for (const Need &need : needs) {
+        if (isPart(item, need.part) && !item.property(need.property).value<QObject *>())
+            return QStringLiteral("has no %1 %2")
+                .arg(QLatin1String(need.property), QLatin1String(need.advice));
+    }
+    const bool isNameless = isPart(item, "Legend") && !item.parentItem()->inherits("QQuickLoader") &&
+                            !elementsOf(item, "plots").isEmpty() && elementsOf(item, "_named").isEmpty();
+    return isNameless
+               ? QStringLiteral("has no entries, because none of its plots has a name: write name: \"Level\" "
+                                "in each Trace")
+               : QString();
+}
+
 QString outOfPlace(const QQuickItem &item, bool isInView)
 {
     const QQuickItem *parent = item.parentItem();
     if (const auto *scale = qobject_cast<const ColorScale *>(&item)) {
-        return scale->plot()
-                   ? QString()
-                   : QStringLiteral("has no plot and shows nothing: write plot and the id of the plot");
+        if (!scale->plot())
+            return QStringLiteral("has no plot and shows nothing: write plot and the id of the plot");
+        const bool hasColors =
+            qobject_cast<WaterfallPlot *>(scale->plot()) || qobject_cast<HeatmapPlot *>(scale->plot());
+        return hasColors ? QString()
+                         : QStringLiteral(
+                               "shows nothing of %1, which has no colours for its levels: write the id of a "
+                               "WaterfallPlot or a HeatmapPlot")
+                               .arg(nameOf(scale->plot()));
     }
     if (qobject_cast<const GraphCursor *>(&item)) {
         const bool hasView = isInView || (parent && parent->property("zoomRect").value<ZoomRect *>());
@@ -194,12 +244,12 @@ QString outOfPlace(const QQuickItem &item, bool isInView)
                        : QStringLiteral("is in no view and has no plots: move it into the braces of a chart");
     }
     if (qobject_cast<const GraphCursor *>(parent))
-        return {};
+        return withoutTarget(item);
     const bool isTag = isPart(item, "CursorTag") && !item.property("cursor").value<QObject *>();
     if (isTag || isPart(item, "CursorReadout"))
         return QStringLiteral(
             "is not in a cursor and has nothing to read: move it into the braces of a GraphCursor");
-    return {};
+    return withoutTarget(item);
 }
 
 struct Look
@@ -255,11 +305,79 @@ void lookAtMarkers(const GraphView &view, QVector<Finding> *findings)
 QString withUnknownTheme(const GraphView &view)
 {
     const auto *chart = qobject_cast<const ChartView *>(&view);
-    if (!chart || chart->theme().userType() != QMetaType::QString)
+    if (!chart)
         return {};
-    return QStringLiteral("has the text \"%1\" as its theme and is dark therefore: write theme: Chart.Light, "
-                          "Chart.Dark or a ChartTheme, without quotes")
-        .arg(chart->theme().toString());
+    const QVariant theme = chart->theme();
+    bool isNumber = false;
+    const int number = theme.toInt(&isNumber);
+    const bool isText = theme.userType() == QMetaType::QString;
+    const bool isKnown = isNumber ? number == ChartView::Dark || number == ChartView::Light
+                                  : qobject_cast<ChartTheme *>(theme.value<QObject *>()) || theme.isNull();
+    // What is misspelled behind "Chart." is undefined.
+    if (theme.isValid() && !isText && isKnown)
+        return {};
+    const QString found = isText            ? QStringLiteral("the text \"%1\"").arg(theme.toString())
+                          : isNumber        ? QString::number(number)
+                          : theme.isValid() ? QString::fromLatin1(theme.typeName())
+                                            : QStringLiteral("undefined");
+    return QStringLiteral(
+               "has %1 as its theme and is dark therefore: write theme: Chart.Light, Chart.Dark or a "
+               "ChartTheme, without quotes")
+        .arg(found);
+}
+
+// That a chart has no legend for traces without names is no wonder, unless the document has said how it is to be.
+QString withoutNames(const GraphView &view)
+{
+    const auto *chart = qobject_cast<const ChartView *>(&view);
+    if (!chart || !chart->legend()->isWanted())
+        return {};
+    const QVector<AbstractPlot *> plots = plotsOf(view);
+    const auto hasName = [](const AbstractPlot *plot) {
+        return !plot->property("name").toString().isEmpty() ||
+               (plot->plotData() && !plot->plotData()->label().isEmpty());
+    };
+    const auto isNamed = [](const AbstractPlot *plot) { return qobject_cast<const GraphPlot *>(plot); };
+    if (!std::any_of(plots.begin(), plots.end(), isNamed) || std::any_of(plots.begin(), plots.end(), hasName))
+        return {};
+    return QStringLiteral(
+        "has a legend without entries, because none of its traces has a name: write name: \"Level\" "
+        "in each Trace");
+}
+
+// A place of its own that does not count.
+QString withUnusedPlaces(const GraphView &, const AbstractPlot &plot)
+{
+    const auto *trace = qobject_cast<const Trace *>(&plot);
+    if (!trace || (trace->interval() == 1.0 && trace->start() == 0.0) ||
+        (!trace->series() && (!trace->hasPositions() || !trace->address().isEmpty())))
+        return {};
+    return QStringLiteral(
+               "has start and interval written, which count for values and addresses only: write %1")
+        .arg(trace->series() ? QStringLiteral("those of %1").arg(nameOf(trace->series()))
+                             : QStringLiteral("either them or positions"));
+}
+
+QString withAxisOfAnother(const GraphView &view, const AbstractPlot &plot)
+{
+    for (const ValueAxis *axis : {plot.axisX(), plot.axisY()}) {
+        const auto *chart = axis ? qobject_cast<const ChartView *>(axis->parent()) : nullptr;
+        if (chart && chart != &view && qobject_cast<const ChartView *>(&view))
+            return QStringLiteral(
+                       "has %1 as its axis, which another chart draws, beside axes that are not those of its "
+                       "values: remove it; for a common x write zoomWith in the chart")
+                .arg(nameOf(axis));
+    }
+    return {};
+}
+
+QString withoutValues(const GraphView &, const AbstractPlot &plot)
+{
+    const auto *trace = qobject_cast<const Trace *>(&plot);
+    if (!trace || !trace->hasPositions() || trace->hasValues() || trace->series() ||
+        !trace->address().isEmpty())
+        return {};
+    return QStringLiteral("has positions and no values: write as many values");
 }
 
 QString withEmptyAddress(const GraphView &, const AbstractPlot &plot)

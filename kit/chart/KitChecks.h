@@ -10,6 +10,10 @@ namespace graph {
 // name of the object; empty when all is well.
 
 QString withUnknownTheme(const GraphView &view);
+QString withoutNames(const GraphView &view);
+QString withUnusedPlaces(const GraphView &view, const AbstractPlot &plot);
+QString withAxisOfAnother(const GraphView &view, const AbstractPlot &plot);
+QString withoutValues(const GraphView &view, const AbstractPlot &plot);
 QString withEmptyAddress(const GraphView &view, const AbstractPlot &plot);
 QString withColorOfGround(const GraphView &view, const AbstractPlot &plot);
 QString withReversedColors(const GraphView &view, const AbstractPlot &plot);

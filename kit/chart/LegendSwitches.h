@@ -12,7 +12,7 @@ namespace graph {
 class GRAPH_CHARTS_EXPORT LegendSwitches : public QObject
 {
     Q_OBJECT
-    Q_PROPERTY(bool enabled MEMBER m_enabled NOTIFY changed)
+    Q_PROPERTY(bool enabled READ isEnabled WRITE setEnabled NOTIFY changed)
     Q_PROPERTY(int leastTraces MEMBER m_leastTraces NOTIFY changed)
     Q_PROPERTY(bool atRight READ isAtRight WRITE setAtRight NOTIFY changed)
     Q_PROPERTY(bool atBottom MEMBER m_atBottom NOTIFY changed)
@@ -22,6 +22,18 @@ class GRAPH_CHARTS_EXPORT LegendSwitches : public QObject
 public:
     using QObject::QObject;
 
+    bool isEnabled() const { return m_enabled; }
+    void setEnabled(bool enabled)
+    {
+        m_enabled = enabled;
+        m_isWritten = true;
+        emit changed();
+    }
+    // Whether a document has said how the legend is to be.
+    bool isWanted() const
+    {
+        return m_enabled && (m_isWritten || m_atRight || m_atBottom || m_inARow || m_leastTraces < 2);
+    }
     bool isAtRight() const { return m_atRight.value_or(m_defaultAtRight); }
     void setAtRight(bool atRight)
     {
@@ -40,6 +52,7 @@ signals:
 
 private:
     bool m_enabled = true;
+    bool m_isWritten = false; // that it is enabled
     int m_leastTraces = 2;
     std::optional<bool> m_atRight;
     bool m_defaultAtRight = true;

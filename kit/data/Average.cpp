@@ -1,6 +1,7 @@
 #include "kit/data/Average.h"
 
 #include "kit/data/PowerLevels.h"
+#include "kit/data/Store.h"
 #include "kit/data/Telling.h"
 
 namespace graph {
@@ -38,17 +39,12 @@ Average::Average(QObject *parent)
 
 /*!
     \qmlproperty int Average::count
-    Of how many traces the mean is. Until there are as many it is that of all. Default: 16; less than 1 counts
-    as 1, with a line in \c graph.kit. A change starts again, as one of \c mode and \c power does.
+    Of how many traces the mean is. Until there are as many it is that of all. Default: 16; at least 1. A change starts again, as one of \c mode and \c power does.
 */
 void Average::setCount(int count)
 {
-    if (count < 1)
-        tell(this,
-             QStringLiteral("has a count of %1, which counts as 1: write the number of traces").arg(count));
-    if (m_count == count)
+    if (!store(m_count, bounded(this, "count", count, 1)))
         return;
-    m_count = count;
     emit countChanged();
     beginAgain();
 }
@@ -90,7 +86,7 @@ void Average::beginAgain()
 
 void Average::forget()
 {
-    m_average.reset(std::max(m_count, 1));
+    m_average.reset(m_count);
     m_powers.clear();
     m_mean.clear();
 }

@@ -36,6 +36,7 @@ Difference::Difference(QObject *parent)
 */
 void Difference::setReference(PlotData *reference)
 {
+    m_hasReference = true;
     if (m_reference == reference || !connectInput(m_reference, reference))
         return;
     emit referenceChanged();

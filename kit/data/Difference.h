@@ -14,6 +14,8 @@ public:
     explicit Difference(QObject *parent = nullptr);
 
     PlotData *reference() const { return m_reference; }
+    // As that of the source.
+    bool hasWrittenReference() const { return m_hasReference; }
     void setReference(PlotData *reference);
 
 signals:
@@ -26,6 +28,7 @@ protected:
 
 private:
     QPointer<PlotData> m_reference;
+    bool m_hasReference = false;
 };
 
 } // namespace graph

@@ -1,5 +1,6 @@
 #include "kit/data/ItemName.h"
 
+#include <QMetaProperty>
 #include <QQmlContext>
 #include <QQmlEngine>
 #include <QQuickItem>
@@ -37,6 +38,22 @@ QString typeNameOf(const QObject *object)
     return name.startsWith(builtIn) ? name.mid(builtIn.size()) : name;
 }
 
+namespace {
+
+// What an object made for itself and shows as one of its properties, such as axisX: the name of that.
+QString propertyOf(const QObject *owner, const QObject *object)
+{
+    const QMetaObject *type = owner->metaObject();
+    for (int i = 0; i < type->propertyCount(); ++i) {
+        const QMetaProperty property = type->property(i);
+        if (property.isConstant() && property.read(owner).value<QObject *>() == object)
+            return QString::fromLatin1(property.name());
+    }
+    return typeNameOf(object);
+}
+
+} // namespace
+
 QString nameOf(const QObject *object)
 {
     const QString id = idOf(object);
@@ -44,7 +61,7 @@ QString nameOf(const QObject *object)
         return QStringLiteral("%1 \"%2\"").arg(typeNameOf(object), id);
     const bool isItem = qobject_cast<const QQuickItem *>(object) && qmlContext(object);
     if (!isItem && object->parent())
-        return QStringLiteral("%1 of %2").arg(typeNameOf(object), nameOf(object->parent()));
+        return QStringLiteral("%1 of %2").arg(propertyOf(object->parent(), object), nameOf(object->parent()));
     return typeNameOf(object);
 }
 

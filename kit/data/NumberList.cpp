@@ -6,6 +6,7 @@
 #include <QSequentialIterable>
 
 #include <algorithm>
+#include <cmath>
 #include <cstring>
 #include <limits>
 #include <vector>
@@ -87,9 +88,7 @@ std::optional<QVector<double>> elements(const QVariant &list)
     return numbers;
 }
 
-} // namespace
-
-std::optional<QVector<double>> numberList(const QVariant &list)
+std::optional<QVector<double>> numbersIn(const QVariant &list)
 {
     const int type = list.userType();
     if (type == qMetaTypeId<QVector<double>>())
@@ -106,14 +105,40 @@ std::optional<QVector<double>> numberList(const QVariant &list)
             return std::nullopt;
         if (auto numbers = typedArray(value))
             return numbers;
-        return numberList(value.toVariant());
+        return numbersIn(value.toVariant());
     }
     return elements(list);
 }
 
+// Gaps are NaN in arrays of numbers, and undefined in what is read from a file; a text is a mistake.
+void tellOfText(const QObject *owner, const char *elements, const QVariant &list)
+{
+    const bool isScript = list.userType() == qMetaTypeId<QJSValue>();
+    const QVariantList values = isScript ? list.value<QJSValue>().toVariant().toList() : list.toList();
+    const auto isText = [](const QVariant &value) {
+        return value.userType() == QMetaType::QString && std::isnan(number(value));
+    };
+    const auto text = std::find_if(values.begin(), values.end(), isText);
+    if (text != values.end())
+        tellOnce(owner, elements,
+                 QStringLiteral("is given the text \"%1\" among its %2, which leaves a gap: write numbers")
+                     .arg(text->toString(), QLatin1String(elements)));
+}
+
+} // namespace
+
+std::optional<QVector<double>> numberList(const QObject *owner, const char *elements, const QVariant &list)
+{
+    auto numbers = numbersIn(list);
+    const auto isGap = [](double value) { return std::isnan(value); };
+    if (numbers && std::any_of(numbers->cbegin(), numbers->cend(), isGap))
+        tellOfText(owner, elements, list);
+    return numbers;
+}
+
 std::optional<QVector<double>> numberListOf(const QObject *owner, const char *property, const QVariant &list)
 {
-    const auto numbers = numberList(list);
+    auto numbers = numberList(owner, property, list);
     if (!numbers && list.isValid() && !list.isNull())
         tell(
             owner,

@@ -11,7 +11,9 @@ namespace graph {
 
 // The numbers of a list as a document may write it: an array, a typed array, a list property of a C++ object.
 // What is no number is NaN. Nothing where it is no list at all.
-GRAPH_CHARTS_EXPORT std::optional<QVector<double>> numberList(const QVariant &list);
+// Of an element that is a text and no number it tells once, naming the elements: "values".
+GRAPH_CHARTS_EXPORT std::optional<QVector<double>> numberList(const QObject *owner, const char *elements,
+                                                              const QVariant &list);
 
 // The same for a property of an object: what is neither a list nor nothing at all is told, with the property's name.
 GRAPH_CHARTS_EXPORT std::optional<QVector<double>> numberListOf(const QObject *owner, const char *property,

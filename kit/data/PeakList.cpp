@@ -1,5 +1,7 @@
 #include "kit/data/PeakList.h"
 
+#include "kit/data/Telling.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -45,7 +47,8 @@ constexpr double none = std::numeric_limits<double>::quiet_NaN();
 */
 PeakList::PeakList(QObject *parent)
     : QAbstractListModel(parent)
-    , m_observer([this] { look(); }, [this] { emit seriesChanged(); })
+    , m_observer(
+          this, [this] { look(); }, [this] { emit seriesChanged(); })
 {
 }
 
@@ -61,15 +64,6 @@ void PeakList::setSeries(PlotData *series)
     emit seriesChanged();
 }
 
-template <typename Value> void PeakList::store(Value &member, Value value, void (PeakList::*changed)())
-{
-    if (member == value)
-        return;
-    member = value;
-    emit(this->*changed)();
-    m_observer.lookAgain();
-}
-
 /*!
     \qmlproperty double PeakList::from
     \qmlproperty double PeakList::to
@@ -78,12 +72,14 @@ template <typename Value> void PeakList::store(Value &member, Value value, void 
 */
 void PeakList::setFrom(double from)
 {
-    store(m_from, from, &PeakList::fromChanged);
+    if (m_observer.ask(m_from, from))
+        emit fromChanged();
 }
 
 void PeakList::setTo(double to)
 {
-    store(m_to, to, &PeakList::toChanged);
+    if (m_observer.ask(m_to, to))
+        emit toChanged();
 }
 
 /*!
@@ -92,16 +88,18 @@ void PeakList::setTo(double to)
 */
 void PeakList::setProminence(double prominence)
 {
-    store(m_prominence, prominence, &PeakList::prominenceChanged);
+    if (m_observer.ask(m_prominence, bounded(this, "prominence", prominence, 0.0)))
+        emit prominenceChanged();
 }
 
 /*!
     \qmlproperty int PeakList::limit
-    The most rows that are listed; the highest peaks are. Default: 10. Less than 1 lists none.
+    The most rows that are listed; the highest peaks are. Default: 10; 0 lists none.
 */
 void PeakList::setLimit(int limit)
 {
-    store(m_limit, limit, &PeakList::limitChanged);
+    if (m_observer.ask(m_limit, bounded(this, "limit", limit, 0)))
+        emit limitChanged();
 }
 
 int PeakList::rowCount(const QModelIndex &parent) const
@@ -188,7 +186,7 @@ void PeakList::look()
 
 QVector<PeakList::Row> PeakList::highest(const SampleSpan &samples, QVector<Peak> peaks) const
 {
-    const int count = std::min(std::max(m_limit, 0), int(peaks.size()));
+    const int count = std::min(m_limit, int(peaks.size()));
     std::partial_sort(peaks.begin(), peaks.begin() + count, peaks.end(), [](const Peak &a, const Peak &b) {
         return a.value != b.value ? a.value > b.value : a.index < b.index;
     });

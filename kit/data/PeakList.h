@@ -66,7 +66,6 @@ private:
         int index;
     };
 
-    template <typename Value> void store(Value &member, Value value, void (PeakList::*changed)());
     void look();
     QVector<Row> highest(const SampleSpan &samples, QVector<Peak> peaks) const;
     void showRows(const QVector<Row> &rows);

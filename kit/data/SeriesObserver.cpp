@@ -1,19 +1,42 @@
 #include "kit/data/SeriesObserver.h"
 
+#include "kit/data/Telling.h"
+
+#include <QQmlEngine>
+#include <QTimer>
 #include <QTimerEvent>
 
 #include <utility>
 
 namespace graph {
 
-SeriesObserver::SeriesObserver(std::function<void()> look, std::function<void()> gone)
-    : m_look(std::move(look))
+namespace {
+
+constexpr int patience = 1000; // milliseconds
+
+} // namespace
+
+SeriesObserver::SeriesObserver(const QObject *owner, std::function<void()> look, std::function<void()> gone)
+    : m_owner(owner)
+    , m_look(std::move(look))
     , m_gone(std::move(gone))
 {
+    QTimer::singleShot(patience, this, [this] { tellOfNoSeries(); });
+}
+
+// Not of one that C++ made, which may give it data at any time.
+void SeriesObserver::tellOfNoSeries() const
+{
+    if (!m_hasSeries && qmlContext(m_owner))
+        tellOnce(
+            m_owner, "series",
+            QStringLiteral("has no series and finds nothing: write series and the data to look at, such as "
+                           "trace.plotData"));
 }
 
 bool SeriesObserver::setSeries(PlotData *series)
 {
+    m_hasSeries = true;
     if (m_series == series)
         return false;
     if (m_series)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "data/PlotData.h"
+#include "kit/data/Store.h"
 
 #include <QObject>
 #include <QPointer>
@@ -9,19 +10,27 @@
 
 namespace graph {
 
-// Looks at data again after their changes and after changes of what is asked about them: once for all of them
-// within one pass of the event loop.
+// Looks at data for an object of a document, again after their changes and after changes of what is asked about them:
+// once for all of them within one pass of the event loop.
 class GRAPH_CHARTS_EXPORT SeriesObserver : public QObject
 {
     Q_OBJECT
 
 public:
     // gone: the data were destroyed.
-    SeriesObserver(std::function<void()> look, std::function<void()> gone);
+    SeriesObserver(const QObject *owner, std::function<void()> look, std::function<void()> gone);
 
     PlotData *series() const { return m_series; }
     // False when they are the same.
     bool setSeries(PlotData *series);
+    // Stores what is asked about the data. False when it is the same.
+    template <typename Value> bool ask(Value &member, const Value &value)
+    {
+        if (!store(member, value))
+            return false;
+        lookAgain();
+        return true;
+    }
 
 public slots:
     void lookAgain();
@@ -33,6 +42,10 @@ private slots:
     void handleDestroyed();
 
 private:
+    void tellOfNoSeries() const;
+
+    const QObject *m_owner;
+    bool m_hasSeries = false; // or null, written
     std::function<void()> m_look;
     std::function<void()> m_gone;
     QPointer<PlotData> m_series;

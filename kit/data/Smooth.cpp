@@ -1,8 +1,8 @@
 #include "kit/data/Smooth.h"
 
-#include "kit/data/Telling.h"
-
 #include "kit/data/Computing.h"
+#include "kit/data/Store.h"
+#include "kit/data/Telling.h"
 
 namespace graph {
 
@@ -33,17 +33,12 @@ Smooth::Smooth(QObject *parent)
 /*!
     \qmlproperty int Smooth::window
     How many samples the mean is taken of, the sample itself in their middle. Default: 5. An even number
-    counts as the next odd one, less than 1 as 1, which leaves the trace as it is, with a line in
-    \c graph.kit. The time that it takes does not depend on it.
+    counts as the next odd one; 1, the least, leaves the trace as it is. The time that it takes does not depend on it.
 */
 void Smooth::setWindow(int window)
 {
-    if (window < 1)
-        tell(this, QStringLiteral("has a window of %1, which counts as 1: write an odd number of samples")
-                       .arg(window));
-    if (m_window == window)
+    if (!store(m_window, bounded(this, "window", window, 1)))
         return;
-    m_window = window;
     emit windowChanged();
     computeAgain();
 }

@@ -40,7 +40,8 @@ constexpr double none = std::numeric_limits<double>::quiet_NaN();
 */
 Statistics::Statistics(QObject *parent)
     : QObject(parent)
-    , m_observer([this] { look(); }, [this] { emit seriesChanged(); })
+    , m_observer(
+          this, [this] { look(); }, [this] { emit seriesChanged(); })
 {
 }
 
@@ -64,20 +65,14 @@ void Statistics::setSeries(PlotData *series)
 */
 void Statistics::setFrom(double from)
 {
-    if (m_from == from)
-        return;
-    m_from = from;
-    emit fromChanged();
-    m_observer.lookAgain();
+    if (m_observer.ask(m_from, from))
+        emit fromChanged();
 }
 
 void Statistics::setTo(double to)
 {
-    if (m_to == to)
-        return;
-    m_to = to;
-    emit toChanged();
-    m_observer.lookAgain();
+    if (m_observer.ask(m_to, to))
+        emit toChanged();
 }
 
 void Statistics::look()

@@ -32,11 +32,13 @@ StreamData::StreamData(QObject *parent)
 void StreamData::setCapacity(int capacity)
 {
     if (capacity < 1) {
-        tell(this,
-             QStringLiteral("keeps its capacity: it is 1 sample at least, and %1 was written").arg(capacity));
+        tellOnce(
+            this, "capacity",
+            QStringLiteral("has a capacity of %1, which is ignored: write how many samples it is to keep")
+                .arg(capacity));
         return;
     }
-    capacity = std::min(capacity, StreamBuffer<double>::greatestCapacity);
+    capacity = bounded(this, "capacity", capacity, 1, StreamBuffer<double>::greatestCapacity);
     if (capacity == this->capacity())
         return;
     const Appearance former = appearance();
@@ -114,10 +116,11 @@ QVector<double> StreamData::numbersOf(const QJSValue &values)
 {
     if (values.isNumber())
         return {values.toNumber()};
-    const auto numbers = numberList(QVariant::fromValue(values));
-    if (!numbers && !std::exchange(m_hasToldOfList, true))
-        tell(this,
-             QStringLiteral("is given samples that are no list, and ignores them: write append([1, 2, 3])"));
+    const auto numbers = numberList(this, "samples", QVariant::fromValue(values));
+    if (!numbers)
+        tellOnce(
+            this, "list",
+            QStringLiteral("is given samples that are no list, and ignores them: write append([1, 2, 3])"));
     return numbers.value_or(QVector<double>());
 }
 

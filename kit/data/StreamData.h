@@ -75,7 +75,6 @@ private:
     int m_takes = 0;         // one after the other that found some
     qint64 m_dropped = 0;
     bool m_held = false;
-    bool m_hasToldOfList = false;
 };
 
 } // namespace graph

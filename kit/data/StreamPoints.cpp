@@ -1,5 +1,7 @@
 #include "kit/data/StreamPoints.h"
 
+#include "kit/data/Telling.h"
+
 #include <cmath>
 #include <numeric>
 
@@ -114,12 +116,18 @@ void StreamPoints::takeCoordinate(QVector<double> &waiting, const QVector<double
 /*!
     \qmlmethod void StreamPoints::append(list<real> xs, list<real> ys)
     Adds points at the end: lists, typed arrays or single numbers; of lists of different lengths the shorter
-    one counts. A y that is NaN is a gap.
+    one counts, the first time with a line in \c graph.kit. A y that is NaN is a gap.
 */
 void StreamPoints::append(const QJSValue &xs, const QJSValue &ys)
 {
     const QVector<double> x = numbersOf(xs);
     const QVector<double> y = numbersOf(ys);
+    if (x.size() != y.size() && !x.isEmpty() && !y.isEmpty())
+        tellOnce(
+            this, "lengths",
+            QStringLiteral("is given %1 x and %2 y, of which the shorter list counts: append as many of both")
+                .arg(x.size())
+                .arg(y.size()));
     append(x.constData(), y.constData(), std::min(x.size(), y.size()));
 }
 

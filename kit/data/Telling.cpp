@@ -3,9 +3,13 @@
 #include "kit/data/ItemName.h"
 #include "kit/data/KitLog.h"
 
+#include <QHash>
 #include <QMessageLogger>
 #include <QQmlEngine>
 #include <QQmlInfo>
+#include <QSet>
+
+#include <cmath>
 
 namespace graph {
 
@@ -46,6 +50,30 @@ QString tell(const QObject *about, const QString &sentence)
                        kitLog().categoryName())
             .warning("%s", qUtf8Printable(message));
     return message;
+}
+
+void tellOnce(const QObject *about, const char *matter, const QString &sentence)
+{
+    // Objects may outlive what is destroyed at the end of the process.
+    static auto *const told = new QHash<const QObject *, QSet<QByteArray>>;
+    if (!told->contains(about))
+        QObject::connect(about, &QObject::destroyed, [about] { told->remove(about); });
+    QSet<QByteArray> &matters = (*told)[about];
+    if (matters.contains(matter))
+        return;
+    matters.insert(matter);
+    tell(about, sentence);
+}
+
+void tellOfBound(const QObject *owner, const char *property, double written, double taken, double least,
+                 double most)
+{
+    const auto text = [](double number) { return QString::number(number, 'g', 10); };
+    const QString advice = std::isfinite(most) ? text(least) + QStringLiteral(" to ") + text(most)
+                                               : text(least) + QStringLiteral(" or more");
+    tellOnce(owner, property,
+             QStringLiteral("has %1 set to %2, which counts as %3: write %4")
+                 .arg(QLatin1String(property), text(written), text(taken), advice));
 }
 
 } // namespace graph

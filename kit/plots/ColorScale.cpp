@@ -1,6 +1,8 @@
 #include "kit/plots/ColorScale.h"
 
 #include "common/SafeInteger.h"
+#include "kit/data/Store.h"
+#include "kit/data/Telling.h"
 #include "kit/plots/WaterfallPlot.h"
 #include "plots/HeatmapPlot.h"
 
@@ -165,21 +167,17 @@ void ColorScale::setDefaultLook(const QColor &textColor, const QFont &font)
 
 void ColorScale::setFontSize(int size)
 {
-    if (size < 1)
-        return;
     m_hasFontSize = true;
-    if (m_fontSize == size)
+    if (!store(m_fontSize, bounded(this, "fontSize", size, 1)))
         return;
-    m_fontSize = size;
     measureAgain();
     emit fontSizeChanged();
 }
 
 void ColorScale::setBarWidth(int width)
 {
-    if (m_barWidth == width || width < 1)
+    if (!store(m_barWidth, bounded(this, "barWidth", width, 1)))
         return;
-    m_barWidth = width;
     measureAgain();
     emit barWidthChanged();
 }

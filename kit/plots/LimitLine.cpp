@@ -1,9 +1,9 @@
 #include "kit/plots/LimitLine.h"
 
 #include "axis/ValueAxis.h"
-#include "common/Opacity.h"
 #include "kit/data/NumberList.h"
 #include "kit/data/Store.h"
+#include "kit/data/Telling.h"
 #include "kit/plots/PainterCanvas.h"
 #include "kit/plots/PlotPlace.h"
 #include "kit/plots/TraceStrokes.h"
@@ -191,11 +191,11 @@ void LimitLine::setName(const QString &name)
     The colour of the line, a red by default.
 
     \qmlproperty int LimitLine::lineWidth
-    The width of the line in pixels, 2 by default.
+    The width of the line in pixels, from 1 to 64; 2 by default.
 */
 void LimitLine::setLineWidth(int width)
 {
-    if (!store(m_lineWidth, width))
+    if (!store(m_lineWidth, bounded(this, "lineWidth", width, 1, TraceStrokes::widestLine)))
         return;
     update();
     emit lineWidthChanged();
@@ -207,10 +207,8 @@ void LimitLine::setLineWidth(int width)
 */
 void LimitLine::setFillOpacity(double opacity)
 {
-    const double bounded = boundedOpacity(opacity);
-    if (m_fillOpacity == bounded)
+    if (!store(m_fillOpacity, bounded(this, "fillOpacity", opacity, 0.0, 1.0)))
         return;
-    m_fillOpacity = bounded;
     update();
     emit fillOpacityChanged();
 }

@@ -1,5 +1,6 @@
 #include "kit/plots/PlotPlace.h"
 
+#include "kit/data/ItemName.h"
 #include "kit/data/Telling.h"
 #include "view/base/AbstractPlot.h"
 #include "view/frame/GraphView.h"
@@ -12,15 +13,18 @@ namespace {
 
 constexpr int patience = 1000; // milliseconds
 
-// A zoom rectangle or an axis makes a view of any item.
-bool isInView(const AbstractPlot *plot)
+// A zoom rectangle or an axis makes a view of any item. Nobody looks for plots in other plots.
+QString placeOutOfView(const AbstractPlot *plot)
 {
     if (plot->zoomRect() || plot->axisX() || plot->axisY())
-        return true;
-    const QQuickItem *item = plot;
-    while (item && !qobject_cast<const GraphView *>(item))
-        item = item->parentItem();
-    return item;
+        return {};
+    for (const QQuickItem *item = plot->parentItem(); item; item = item->parentItem()) {
+        if (qobject_cast<const AbstractPlot *>(item))
+            return nameOf(item) + QStringLiteral(" instead of a chart");
+        if (qobject_cast<const GraphView *>(item))
+            return {};
+    }
+    return QStringLiteral("no chart");
 }
 
 } // namespace
@@ -28,10 +32,11 @@ bool isInView(const AbstractPlot *plot)
 void tellOfPlaceLater(AbstractPlot *plot)
 {
     QTimer::singleShot(patience, plot, [plot] {
-        if (plot->window() && plot->isVisible() && !isInView(plot))
-            tell(plot,
-                 QStringLiteral(
-                     "is in no chart and draws nothing: move it into the braces of a Chart or a GraphView"));
+        const QString place = placeOutOfView(plot);
+        if (plot->window() && plot->isVisible() && !place.isEmpty())
+            tell(plot, QStringLiteral(
+                           "is in %1 and draws nothing: move it into the braces of a Chart or a GraphView")
+                           .arg(place));
     });
 }
 

@@ -1,6 +1,5 @@
 #include "kit/plots/Trace.h"
 
-#include "common/Opacity.h"
 #include "data/PlotSeries.h"
 #include "kit/data/NumberList.h"
 #include "kit/data/Store.h"
@@ -249,15 +248,15 @@ void Trace::handlePenColor()
 
 /*!
     \qmlproperty int Trace::lineWidth
-    The width of the line in pixels, from 1 to 64. A chart's theme chooses it where the document does not; 2
+    The width of the line in pixels, from 1 to 64; others count as the nearest of these, with a line in the category
+    \c graph.kit, as all limits of numbers do. A chart's theme chooses it where the document does not; 2
     elsewhere. Dots grow with it.
 */
 void Trace::setLineWidth(int width)
 {
     m_hasOwnLineWidth = true;
-    if (m_lineWidth == width)
+    if (!store(m_lineWidth, bounded(this, "lineWidth", width, 1, TraceStrokes::widestLine)))
         return;
-    m_lineWidth = width;
     update();
     emit lineWidthChanged();
 }
@@ -309,10 +308,8 @@ void Trace::setCurved(bool curved)
 */
 void Trace::setFillOpacity(double opacity)
 {
-    const double bounded = boundedOpacity(opacity);
-    if (m_fillOpacity == bounded)
+    if (!store(m_fillOpacity, bounded(this, "fillOpacity", opacity, 0.0, 1.0)))
         return;
-    m_fillOpacity = bounded;
     update();
     emit fillOpacityChanged();
 }

@@ -71,6 +71,8 @@ public:
 
     // Whether an address was written, be it an empty one.
     bool hasWrittenAddress() const { return m_hasAddress; }
+    bool hasValues() const { return m_hasValues; }
+    bool hasPositions() const { return m_hasPositions; }
 
     // What a chart chooses, which counts while the document has not chosen.
     bool hasOwnColor() const { return m_hasOwnColor; }

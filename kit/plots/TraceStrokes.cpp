@@ -11,8 +11,6 @@ namespace graph {
 
 namespace {
 
-constexpr int widestLine = 64;
-
 int dotDiameter(const TraceLook &look)
 {
     return std::max(4, 2 * look.lineWidth + 1);

@@ -29,6 +29,8 @@ class GRAPH_CHARTS_EXPORT TraceStrokes
 public:
     // Wider strokes on columns would be too thick where the line slopes.
     static constexpr int widestOnColumns = 4;
+    // Of any line.
+    static constexpr int widestLine = 64;
 
     // samples: from left to right, those beside the item that its line runs on to included.
     TraceStrokes(const TraceLook &look, const PixelMapping &mapping, const SampleSpan &samples);

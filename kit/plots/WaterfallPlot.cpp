@@ -54,7 +54,7 @@ void WaterfallPlot::setRows(int rows)
 {
     const int former = m_rows.capacity();
     const int formerCount = m_rows.count();
-    m_rows.setCapacity(rows);
+    m_rows.setCapacity(bounded(this, "rows", rows, 1));
     if (m_rows.capacity() == former)
         return;
     tellOfRoom();
@@ -96,10 +96,16 @@ void WaterfallPlot::setInterval(double interval)
 */
 void WaterfallPlot::setRowInterval(double interval)
 {
-    if (interval > 0.0 && std::isfinite(interval) && interval != rowInterval()) {
-        placeRows(interval, m_direction);
-        emit rowIntervalChanged();
+    if (!(interval > 0.0) || !std::isfinite(interval)) {
+        tellOnce(this, "rowInterval",
+                 QStringLiteral("has a rowInterval of %1, which is ignored: write a number above 0")
+                     .arg(interval));
+        return;
     }
+    if (interval == rowInterval())
+        return;
+    placeRows(interval, m_direction);
+    emit rowIntervalChanged();
 }
 
 /*!
@@ -160,23 +166,23 @@ void WaterfallPlot::takeSeries()
 */
 void WaterfallPlot::addRow(const QVariant &levels)
 {
-    const auto numbers = numberList(levels);
+    const auto numbers = numberList(this, "levels", levels);
     if (numbers)
         addRow(*numbers);
     else
-        tell(this, QStringLiteral("is given a row that is no list: write addRow([-90, -80, -70])"));
+        tellOnce(this, "addRow",
+                 QStringLiteral("is given a row that is no list: write addRow([-90, -80, -70])"));
 }
 
 void WaterfallPlot::addRow(const double *levels, int count)
 {
     const int formerCount = m_rows.count();
-    if (formerCount > 0 && count > 0 && count != m_rows.columns() && !m_hasToldOfLength) {
-        m_hasToldOfLength = true;
-        tell(this, QStringLiteral(
-                       "has a row of %1 levels after rows of %2, which clears these: add rows of one length")
-                       .arg(count)
-                       .arg(m_rows.columns()));
-    }
+    if (formerCount > 0 && count > 0 && count != m_rows.columns())
+        tellOnce(this, "length",
+                 QStringLiteral(
+                     "has a row of %1 levels after rows of %2, which clears these: add rows of one length")
+                     .arg(count)
+                     .arg(m_rows.columns()));
     m_rows.add(levels, count);
     tellOfRoom();
     followLevels();
@@ -188,15 +194,15 @@ void WaterfallPlot::addRow(const double *levels, int count)
 
 void WaterfallPlot::tellOfRoom()
 {
-    if (m_hasToldOfRoom || m_rows.count() == 0 || m_rows.ringSize() >= m_rows.capacity())
+    if (m_rows.count() == 0 || m_rows.ringSize() >= m_rows.capacity())
         return;
-    m_hasToldOfRoom = true;
-    tell(this,
-         QStringLiteral("keeps %1 rows of %2 levels instead of %3, which would take more than 256 MiB: write "
-                        "rows: %1")
-             .arg(m_rows.ringSize())
-             .arg(m_rows.columns())
-             .arg(m_rows.capacity()));
+    tellOnce(
+        this, "room",
+        QStringLiteral("keeps %1 rows of %2 levels instead of %3, which would take more than 256 MiB: write "
+                       "rows: %1")
+            .arg(m_rows.ringSize())
+            .arg(m_rows.columns())
+            .arg(m_rows.capacity()));
 }
 
 /*!
@@ -237,24 +243,29 @@ void WaterfallPlot::setColorMap(const QVariant &map)
 */
 void WaterfallPlot::setFrom(double level)
 {
-    if (!std::isfinite(level))
-        return;
-    m_hasFrom = true;
-    if (!store(m_levels.from, level))
-        return;
-    update();
-    emit levelsChanged();
+    m_hasFrom = writeEnd("from", &m_levels.from, level) || m_hasFrom;
 }
 
 void WaterfallPlot::setTo(double level)
 {
-    if (!std::isfinite(level))
-        return;
-    m_hasTo = true;
-    if (!store(m_levels.to, level))
-        return;
-    update();
-    emit levelsChanged();
+    m_hasTo = writeEnd("to", &m_levels.to, level) || m_hasTo;
+}
+
+bool WaterfallPlot::writeEnd(const char *property, double *end, double level)
+{
+    if (!std::isfinite(level)) {
+        tellOnce(this, property,
+                 QStringLiteral(
+                     "has a %1 of %2, which is ignored: write a level, or none, and it follows the levels")
+                     .arg(QLatin1String(property))
+                     .arg(level));
+        return false;
+    }
+    if (store(*end, level)) {
+        update();
+        emit levelsChanged();
+    }
+    return true;
 }
 
 void WaterfallPlot::resetFrom()
@@ -310,7 +321,7 @@ void WaterfallPlot::setUnit(const QString &unit)
 */
 void WaterfallPlot::setReadRow(int row)
 {
-    if (!store(m_readRow, row))
+    if (!store(m_readRow, bounded(this, "readRow", row, 0)))
         return;
     showReadRow();
     emit readRowChanged();

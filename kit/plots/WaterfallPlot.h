@@ -103,6 +103,8 @@ private:
     void placeRows(double interval, Direction direction);
     void followLevels();
     void tellOfRoom();
+    // False when it is no level.
+    bool writeEnd(const char *property, double *end, double level);
     void showReadRow();
 
     WaterfallRows m_rows;
@@ -116,8 +118,6 @@ private:
     QString m_unit;
     Direction m_direction = Down;
     int m_readRow = 0;
-    bool m_hasToldOfLength = false;
-    bool m_hasToldOfRoom = false;
     bool m_hasFrom = false;
     bool m_hasTo = false;
     bool m_hasLevels = false; // that were seen, where they count

@@ -198,11 +198,12 @@ void tst_chartaxis::badLogarithmicRange()
     axis.setScale(ChartAxis::Logarithmic);
     QTest::ignoreMessage(
         QtWarningMsg,
-        qPrintable(QStringLiteral("ChartAxis level: a logarithmic axis cannot show the range %1 to "
-                                  "%2, only %3 of it. Give it a range above 0.")
-                       .arg(from)
-                       .arg(to)
-                       .arg(shown)));
+        qPrintable(
+            QStringLiteral("ChartAxis \"level\" is logarithmic and cannot show the range %1 to %2, only %3: "
+                           "write a range above 0, or scale: ChartAxis.Linear.")
+                .arg(from)
+                .arg(to)
+                .arg(shown)));
     axis.range(from, to);
     QSignalSpy changed(&axis, &ValueAxis::axisChanged);
     QVERIFY(changed.wait());

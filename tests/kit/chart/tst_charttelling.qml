@@ -87,6 +87,59 @@ TestCase {
         wait(1200);
     }
 
+    // What no property takes as it is written, or none at all: each is told once, though written twice.
+    function test_values_data() {
+        return [
+            ["Trace { lineWidth: 0 }", /^Trace .* has lineWidth set to 0, which counts as 1: write 1 to 64/],
+            ["Trace { fillOpacity: 25 }", /has fillOpacity set to 25, which counts as 1: write 0 to 1/],
+            ["LimitLine { lineWidth: 100 }", /has lineWidth set to 100, which counts as 64/],
+            ["LimitLine { fillOpacity: NaN }", /has fillOpacity set to nan, which counts as 0/],
+            ["ColorScale { fontSize: 0 }", /has fontSize set to 0, which counts as 1: write 1 or more/],
+            ["ColorScale { barWidth: -2 }", /has barWidth set to -2, which counts as 1/],
+            ["WaterfallPlot { rows: 0 }", /has rows set to 0/],
+            ["WaterfallPlot { rowInterval: 0 }", /has a rowInterval of 0, which is ignored/],
+            ["WaterfallPlot { from: NaN }", /has a from of nan, which is ignored/],
+            ["WaterfallPlot { to: Infinity }", /has a to of inf, which is ignored/],
+            ["WaterfallPlot { readRow: -1 }", /has readRow set to -1/],
+            ["Average { count: 0 }", /has count set to 0, which counts as 1/],
+            ["Smooth { window: -3 }", /has window set to -3/],
+            ["PeakList { limit: -1; series: null }", /has limit set to -1, which counts as 0/],
+            ["PeakList { prominence: NaN; series: null }", /has prominence set to nan/],
+            ["ChartTheme { gridWidth: -1 }", /has gridWidth set to -1/],
+            ["ChartTheme { fontSize: 0 }", /has fontSize set to 0/],
+            ["ChartTheme { lineWidth: 65 }", /has lineWidth set to 65/],
+            ["ChartTheme { traceColors: ['bleu'] }", /has "bleu" among its traceColors/],
+            ["ChartTheme { markerColors: ['rad'] }", /has "rad" among its markerColors/],
+            ["Formatter { text: 'abc' }", /has a text that is no function/],
+            ["Formatter { sigDigs: 0 }", /has sigDigs set to 0, which counts as 1: write 1 to 17/],
+            ["Formatter { precision: 18 }", /has precision set to 18/],
+            ["ChartAxis { minorTicks: -2 }", /has minorTicks set to -2/],
+            ["ChartAxis { Component.onCompleted: range(NaN, 3) }", /is given a range from nan to 3, which is ignored/],
+            ["Chart { follow: NaN }", /has a follow of nan, which is ignored/],
+            ["Chart { Component.onCompleted: showRangeY(NaN, 5) }", /ignores showRangeY\(nan, 5\)/],
+            ["Trace { values: [1, 'two'] }", /is given the text "two" among its values, which leaves a gap/],
+            ["StreamSeries { Component.onCompleted: append(['a']) }", /is given the text "a" among its samples/],
+            ["StreamPoints { Component.onCompleted: append([1, 2], [3]) }", /is given 2 x and 1 y, of which the shorter list/],
+            ["Statistics { property int n: 1 }", /^Statistics .* has no series and finds nothing/],
+            ["PeakList { property int n: 1 }", /^PeakList .* has no series and finds nothing/],
+            ["Chart { legend.enabled: true; Trace { values: [1, 2] } }", /^Chart .* has a legend without entries/],
+            ["Chart { Trace { id: a; Trace { id: b; values: [1, 2] } } }", /Trace "b" .* is in Trace "a" instead of a chart/],
+            ["Chart { Trace { id: a; values: [1, 2] } Trace { id: b; values: [1, 2] } Legend { plots: [a, b] } }", /^Legend .* has no entries/],
+            ["Chart { Trace { values: [1, 2] } GraphCursor { CursorReadout {} } }", /^CursorReadout .* has no plot/],
+            ["Chart { Trace { values: [1, 2] } PeakButtons {} }", /^PeakButtons .* has no cursor/]
+        ].map(row => ({ tag: row[0], told: row[1] }));
+    }
+
+    function test_values(data) {
+        const head = "import QtQuick 2.15; import graph_plugin 1.0; import graph_kit 1.0; ";
+        ignoreWarning(data.told);
+        const object = createTemporaryQmlObject(head + data.tag, testCase);
+        const clamped = /^\w+ \{ (\w+): [-\d]+ \}$/.exec(data.tag);
+        if (clamped)
+            object[clamped[1]] = -1000000;
+        wait(/ Trace | property /.test(data.tag) ? 1200 : 0);
+    }
+
     function test_wrong() {
         ignoreWarning(/^Trace "level" \(tst_charttelling.qml:38\) cannot use the address "meter", which has no comma/);
         const chart = createTemporaryObject(wrong, testCase);

@@ -4,6 +4,7 @@
 #include "kit/chart/ChartTheme.h"
 #include "kit/chart/ChartView.h"
 #include "kit/chart/Diagnosis.h"
+#include "kit/data/Difference.h"
 #include "kit/data/MaxHold.h"
 #include "kit/data/StreamSeries.h"
 #include "kit/plots/ColorScale.h"
@@ -143,6 +144,27 @@ void addKitRows()
         "follow: 10; Trace { series: StreamSeries { id: data; interval: 0.1; capacity: 5 } "
         "Component.onCompleted: data.append([1, 2]) }");
 
+    row("positions only", "Trace \"t\" has positions and no values", "Trace { id: t; positions: [1, 2] }");
+    row("infinite positions", "has 1 of 2 positions infinite, which have no place in a chart: write numbers",
+        "Trace { positions: [1, Infinity]; values: [3, 4] }");
+    row("interval of the trace", "count for values and addresses only: write those of StreamSeries \"data\"",
+        "Trace { interval: 0.1; series: StreamSeries { id: data } }");
+    row("stream without interval", "StreamSeries \"data\" has all its 3 samples at x = 0: write an interval",
+        "Trace { series: StreamSeries { id: data; interval: 0 } Component.onCompleted: data.append([1, 2, "
+        "3]) }");
+    row("stream of no places", "has no places for its 2 values, from nan on",
+        "Trace { series: StreamSeries { id: data; interval: NaN } Component.onCompleted: data.append([1, 2]) "
+        "}");
+    row("nothing to subtract", "Difference \"d\" has no reference to subtract",
+        "Trace { id: a; values: [1] } Trace { series: Difference { id: d; source: a.plotData } }");
+    row("axis of another chart", "Trace \"b\" has axisX of ChartView \"other\" as its axis",
+        "Chart { id: other } Trace { id: b; values: [1, 2]; axisX: other.axisX }");
+    row("misspelled theme", "\"view\" has undefined as its theme",
+        "theme: Chart.Lite; Trace { values: [1, 2] }");
+    row("scale of a trace", "ColorScale \"scale\" shows nothing of Trace \"t\"",
+        "Trace { id: t; values: [1, 2] } ColorScale { id: scale; plot: t }");
+
+    row("legend that is not asked for", "", "Trace { values: [1, 2] } Trace { values: [1, 2] }");
     row("limit everywhere", "", "Trace { values: [1, 5, 3] } LimitLine { values: [3] }");
     row("limit out of reach", "", "LimitLine { positions: [0, 1, 2]; values: [1, Infinity, 2] }");
     row("spectrum",
@@ -181,6 +203,7 @@ private slots:
         add(static_cast<graph::ColorScale *>(nullptr), "ColorScale");
         add(static_cast<graph::StreamSeries *>(nullptr), "StreamSeries");
         add(static_cast<graph::MaxHold *>(nullptr), "MaxHold");
+        add(static_cast<graph::Difference *>(nullptr), "Difference");
         QLoggingCategory::setFilterRules("toskorn.*=false\ndefault.debug=false\ngraph.kit=false");
     }
 

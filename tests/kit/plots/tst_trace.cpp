@@ -40,6 +40,9 @@ private slots:
                 QtWarningMsg,
                 QRegularExpression(
                     "is given its data twice: of series, address and values it uses series; remove"));
+        if (source.contains("'x'"))
+            QTest::ignoreMessage(QtWarningMsg,
+                                 QRegularExpression("is given the text \"x\" among its values"));
         if (source == "values: 'abc'")
             QTest::ignoreMessage(QtWarningMsg, QRegularExpression("is given values that are no list"));
         QmlDocument document("Item { PlotSeries { id: given; yData: [7, 8]; yUnits: 'Hz' } "
