@@ -12,7 +12,6 @@ TraceNode::TraceNode()
     m_shape.setGeometry(&m_triangles);
     m_shape.setMaterial(&m_material);
     m_shape.setFlag(QSGNode::OwnedByParent, false);
-    appendChildNode(&m_shape);
 }
 
 void TraceNode::show(const TraceMesh &mesh, const QSizeF &size)
@@ -29,6 +28,12 @@ void TraceNode::show(const TraceMesh &mesh, const QSizeF &size)
     if (!triangles.empty())
         std::memcpy(m_triangles.vertexData(), triangles.data(), triangles.size() * sizeof(TraceMesh::Vertex));
     m_shape.markDirty(QSGNode::DirtyGeometry);
+    // One that is in the scene without any triangle stays invisible when it gets some.
+    const bool isShown = m_shape.parent();
+    if (!isShown && !triangles.empty())
+        appendChildNode(&m_shape);
+    else if (isShown && triangles.empty())
+        removeChildNode(&m_shape);
 }
 
 } // namespace graph

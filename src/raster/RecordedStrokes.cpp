@@ -175,7 +175,63 @@ private:
     QTransform m_transform;
 };
 
+// What is painted in a mask, row by row; rows that are like the one above share its rectangles.
+QVector<QRect> runsOf(const QImage &mask, const QPoint &origin)
+{
+    QVector<QRect> runs;
+    int above = 0; // the first run that ends in the row before
+    for (int y = 0; y < mask.height(); ++y) {
+        const uchar *row = mask.constScanLine(y);
+        const uchar *end = row + mask.width();
+        const int first = runs.size();
+        for (const uchar *x = row; (x = std::find_if(x, end, [](uchar a) { return a != 0; })) != end;) {
+            const uchar *behind = std::find(x, end, uchar(0));
+            runs.append(QRect(origin.x() + int(x - row), origin.y() + y, int(behind - x), 1));
+            x = behind;
+        }
+        const int count = runs.size() - first;
+        const auto isSame = [](const QRect &a, const QRect &b) {
+            return a.left() == b.left() && a.width() == b.width();
+        };
+        if (count > 0 && count == first - above &&
+            std::equal(runs.cbegin() + above, runs.cbegin() + first, runs.cbegin() + first, isSame)) {
+            for (int i = above; i < first; ++i)
+                runs[i].setHeight(runs.at(i).height() + 1);
+            runs.resize(first);
+        } else {
+            above = first;
+        }
+    }
+    return runs;
+}
+
 } // namespace
+
+QColor RecordedStrokes::Part::color() const
+{
+    return pen.style() != Qt::NoPen ? pen.color() : brush.color();
+}
+
+QVector<QRect> RecordedStrokes::Part::coveredPixels(const QSize &size) const
+{
+    if (!rectangles.isEmpty())
+        return rectangles;
+    const double reach = pen.style() != Qt::NoPen ? pen.widthF() + 1.0 : 1.0;
+    const QRect bounds = path.controlPointRect().adjusted(-reach, -reach, reach, reach).toAlignedRect() &
+                         QRect(QPoint(), size);
+    if (bounds.isEmpty())
+        return {};
+    QImage mask(bounds.size(), QImage::Format_Alpha8);
+    mask.fill(0);
+    QPainter painter(&mask);
+    painter.translate(-bounds.topLeft());
+    if (pen.style() != Qt::NoPen)
+        painter.strokePath(path, pen);
+    else
+        painter.fillPath(path, brush);
+    painter.end();
+    return runsOf(mask, bounds.topLeft());
+}
 
 bool RecordedStrokes::Part::operator==(const Part &other) const
 {
@@ -197,6 +253,16 @@ void RecordedStrokes::paint(QPainter *painter, const QRegion &region) const
             painter->strokePath(part.path, part.pen);
         }
     }
+}
+
+QImage RecordedStrokes::image(const QRect &part) const
+{
+    QImage image(part.size(), QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    QPainter painter(&image);
+    painter.translate(-part.topLeft());
+    paint(&painter, image.rect());
+    return image;
 }
 
 RecordedStrokes recordedStrokes(const QSize &size, const std::function<void(QPainter *)> &paint)

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <QBrush>
+#include <QColor>
+#include <QImage>
 #include <QPainterPath>
 #include <QPen>
 #include <QRect>
@@ -27,6 +29,9 @@ struct RecordedStrokes
         QPen pen{Qt::NoPen};
         QBrush brush;
 
+        QColor color() const;
+        // As rectangles, within a picture of that size.
+        QVector<QRect> coveredPixels(const QSize &size) const;
         bool operator==(const Part &other) const;
     };
 
@@ -37,6 +42,8 @@ struct RecordedStrokes
 
     // Inside a region of the device.
     void paint(QPainter *painter, const QRegion &region) const;
+    // A part of the picture.
+    QImage image(const QRect &part) const;
     bool operator==(const RecordedStrokes &other) const { return parts == other.parts; }
 };
 

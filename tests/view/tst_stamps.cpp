@@ -157,6 +157,8 @@ void tst_stamps::showsThePixelsOfALayer_data()
         {"no lines", "axisStyle: ValueAxis.LabelsOnly", ""},
         {"scaled", "margin: 40", "scale: 2"},
         {"nothing", "visible: false", ""},
+        {"in framebuffers", "margin: 30", "Component.onCompleted: plane.renderTarget = 1"},
+        {"wide in framebuffers", "lineWidth: 4", "Component.onCompleted: plane.renderTarget = 1"},
     };
     for (const auto &row : rows)
         QTest::newRow(row.name) << row.axes << row.cursor;

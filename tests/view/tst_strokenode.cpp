@@ -1,5 +1,5 @@
 // Lines of plots are shown without a layer: in each frame with the pixels of one, also where only what is
-// above them has changed.
+// above them has changed. A graphics processor has a few other ones at the edges of slanted lines.
 
 #include "support/QmlDocument.h"
 
@@ -59,6 +59,16 @@ QVector<double> wave(int samples)
     return y;
 }
 
+int differentPixels(const QImage &a, const QImage &b)
+{
+    int count = 0;
+    for (int y = 0; y < b.height(); ++y) {
+        for (int x = 0; x < b.width(); ++x)
+            count += a.pixel(x, y) != b.pixel(x, y);
+    }
+    return count;
+}
+
 class Watched : public GraphPlot
 {
 public:
@@ -82,6 +92,7 @@ private slots:
     void showsThePixelsOfALayer_data();
     void showsThePixelsOfALayer();
     void isAnImageOnlyWhileItRests();
+    void givesEffectsALayer();
 };
 
 void tst_strokenode::showsThePixelsOfALayer_data()
@@ -155,6 +166,7 @@ void tst_strokenode::showsThePixelsOfALayer()
         {"spot", 20},
         {"samples", QVariant::fromValue(QVector<double>())},
     };
+    const bool isSoftware = windows[0].rendererInterface()->graphicsApi() == QSGRendererInterface::Software;
     QImage before;
     for (const auto &step : steps) {
         QImage frames[2];
@@ -165,7 +177,9 @@ void tst_strokenode::showsThePixelsOfALayer()
                 frames[i] = frameOf(&windows[i]);
         }
         QVERIFY(frames[0] != before);
-        QVERIFY2(frames[0] == frames[1], step.property);
+        const int most = isSoftware ? 0 : 80;
+        const int different = differentPixels(frames[0], frames[1]);
+        QVERIFY2(different <= most, qPrintable(QString("%1: %2").arg(step.property).arg(different)));
         before = frames[0];
     }
 }
@@ -206,6 +220,42 @@ void tst_strokenode::isAnImageOnlyWhileItRests()
         // As high as the line.
         QVERIFY(image()->rect().height() < 40 && image()->rect().width() <= 300);
     }
+}
+
+void tst_strokenode::givesEffectsALayer()
+{
+    QmlDocument effect(R"(
+        Item {
+            ValueAxis { id: horizontal; maxVisible: 99 }
+            ValueAxis { id: vertical; alignment: Qt.AlignLeft; minVisible: -50; maxVisible: 50 }
+            GraphPlot {
+                id: plot; width: 150; height: 200; plotStyle: GraphPlot.FillPlot
+                plotData: PlotSeries { id: series; axisX: horizontal; axisY: vertical }
+            }
+            ShaderEffect {
+                x: 150; width: 150; height: 200; property variant source: plot; visible: false
+                id: shader
+            }
+        })");
+    QQuickWindow window;
+    window.resize(300, 200);
+    qobject_cast<QQuickItem *>(effect.root())->setParentItem(window.contentItem());
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    if (window.rendererInterface()->graphicsApi() == QSGRendererInterface::Software)
+        QSKIP("no effects there");
+    effect.object("series")->setProperty("yData", QVariant::fromValue(wave(100)));
+    frameOf(&window);
+    // From a layer to triangles, and back when the effect asks.
+    effect.object("plot")->setProperty("plotStyle", GraphPlot::LinePlot);
+    frameOf(&window);
+    effect.object("shader")->setProperty("visible", true);
+    frameOf(&window);
+    const QImage both = frameOf(&window);
+    QImage blank = both.copy(0, 0, 150, 200);
+    blank.fill(Qt::white);
+    QVERIFY(differentPixels(both, blank) > 500);
+    QCOMPARE(both.copy(0, 0, 150, 200), both.copy(150, 0, 150, 200));
 }
 
 QTEST_MAIN(tst_strokenode)

@@ -20,10 +20,11 @@ constexpr int mostMarks = 200;
 class Recorder : public QPaintEngine, public QPaintDevice, public TextTaker
 {
 public:
-    Recorder(const QSize &size, PaintedTexts &texts)
+    Recorder(const QSize &size, PaintedTexts &texts, double thinLineOffset)
         : QPaintEngine(AllFeatures)
         , m_texts(texts)
         , m_bounds(QPoint(0, 0), size)
+        , m_thinLineOffset(thinLineOffset)
     {
     }
 
@@ -60,8 +61,9 @@ public:
             return;
         m_text.clear();
         const double reach = 0.5 * m_pen.widthF() + 2.0;
+        const double offset = m_pen.widthF() <= 1.0 ? m_thinLineOffset : 0.0;
         for (int i = 0; i < count && isRecordable(); ++i) {
-            const QLineF line = lines[i].translated(m_transform.dx(), m_transform.dy());
+            const QLineF line = lines[i].translated(m_transform.dx() + offset, m_transform.dy() + offset);
             PaintedMark mark;
             mark.line = line;
             append(mark, m_pen, m_font,
@@ -199,6 +201,7 @@ private:
 
     PaintedTexts &m_texts;
     QRect m_bounds;
+    double m_thinLineOffset;
     QPen m_pen;
     QFont m_font;
     QTransform m_transform;
@@ -250,10 +253,10 @@ void PaintedTexts::add(const QFont &font, const QString &text, const Extent &ext
     m_extents.insert(text, extent);
 }
 
-PaintedFigure recordedFigure(const QSize &size, PaintedTexts &texts,
+PaintedFigure recordedFigure(const QSize &size, PaintedTexts &texts, double thinLineOffset,
                              const std::function<void(QPainter *)> &paint)
 {
-    Recorder recorder(size, texts);
+    Recorder recorder(size, texts, thinLineOffset);
     QPainter painter(&recorder);
     paint(&painter);
     painter.end();

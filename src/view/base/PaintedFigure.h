@@ -65,7 +65,8 @@ private:
     QHash<QString, Extent> m_extents;
 };
 
-PaintedFigure recordedFigure(const QSize &size, PaintedTexts &texts,
+// Thin lines are taken down as far to the right and down from where they are painted.
+PaintedFigure recordedFigure(const QSize &size, PaintedTexts &texts, double thinLineOffset,
                              const std::function<void(QPainter *)> &paint);
 
 } // namespace graph

@@ -24,6 +24,16 @@ bool isMovedOnly(const QSGNode *node)
     return true;
 }
 
+bool isOpaque(const QSGNode *node)
+{
+    for (node = node->parent(); node; node = node->parent()) {
+        if (node->type() == QSGNode::OpacityNodeType &&
+            static_cast<const QSGOpacityNode *>(node)->opacity() < 1.0)
+            return false;
+    }
+    return true;
+}
+
 PaintingNode::PaintingNode(QQuickWindow *window, const Paint &paint)
     : m_window(window)
     , m_paint(paint)
@@ -31,9 +41,9 @@ PaintingNode::PaintingNode(QQuickWindow *window, const Paint &paint)
     setFlag(OwnedByParent, false);
 }
 
-void PaintingNode::repaint(const QSize &size)
+void PaintingNode::repaint(const QRect &rect)
 {
-    m_size = size;
+    m_rect = rect;
     markDirty(DirtyGeometry | DirtyMaterial);
 }
 

@@ -1,8 +1,8 @@
 #pragma once
 
+#include <QRect>
 #include <QRegion>
 #include <QSGRenderNode>
-#include <QSize>
 #include <QTransform>
 
 #include <functional>
@@ -16,6 +16,8 @@ namespace graph {
 bool isWholeMove(const QTransform &transform);
 // The same of all that is above a node.
 bool isMovedOnly(const QSGNode *node);
+// Whether nothing above a node makes it translucent.
+bool isOpaque(const QSGNode *node);
 
 // Paints into the window itself, on the software scene graph: as much of it as a frame needs, at the place
 // and with the opacity that the scene gives it. Not owned by its parent.
@@ -28,18 +30,17 @@ public:
 
     PaintingNode(QQuickWindow *window, const Paint &paint);
 
-    const QSize &size() const { return m_size; }
-    // What is painted has changed; it is within that size.
-    void repaint(const QSize &size);
+    // What is painted has changed; it is within that rectangle, all of which goes to the display.
+    void repaint(const QRect &rect);
 
     RenderingFlags flags() const override { return BoundedRectRendering; }
-    QRectF rect() const override { return QRectF(QPointF(), m_size); }
+    QRectF rect() const override { return m_rect; }
     void render(const RenderState *state) override;
 
 private:
     QQuickWindow *m_window;
     Paint m_paint;
-    QSize m_size;
+    QRect m_rect;
 };
 
 } // namespace graph

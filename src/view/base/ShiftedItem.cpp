@@ -2,6 +2,8 @@
 
 #include <QPainter>
 
+#include <utility>
+
 namespace graph {
 
 double ShiftedItem::framebufferShift() const
@@ -19,6 +21,16 @@ void ShiftedItem::paint(QPainter *painter)
     if (shift != 0.0)
         painter->translate(shift, shift);
     paintShifted(painter);
+}
+
+// Called while the GUI thread waits. The layer, and with it the texture, comes with the next frame.
+QSGTextureProvider *ShiftedItem::textureProvider() const
+{
+    if (QQuickItem::isTextureProvider())
+        return QQuickItem::textureProvider();
+    if (!std::exchange(m_isTextureAsked, true))
+        const_cast<ShiftedItem *>(this)->update();
+    return QQuickPaintedItem::textureProvider();
 }
 
 } // namespace graph

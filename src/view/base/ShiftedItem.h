@@ -19,8 +19,17 @@ public:
 
     void paint(QPainter *painter) override;
 
+    // False from the moment on in which an effect has asked for the layer's texture.
+    bool canDoWithoutLayer() const { return !m_isTextureAsked; }
+    QSGTextureProvider *textureProvider() const override;
+    // The node of the layer is no longer.
+    void forgetLayer() { QQuickPaintedItem::releaseResources(); }
+
 protected:
     virtual void paintShifted(QPainter *painter) = 0;
+
+private:
+    mutable bool m_isTextureAsked = false;
 };
 
 } // namespace graph

@@ -6,7 +6,6 @@
 #include <QPainter>
 #include <QQuickWindow>
 #include <QSGImageNode>
-#include <QSGRendererInterface>
 #include <QSGTexture>
 
 #include <algorithm>
@@ -193,14 +192,18 @@ void StampNode::show(const PaintedFigure &figure, bool smooth)
 void StampNode::showPainted(const PaintedFigure &figure, const QSize &size, bool smooth)
 {
     const QVector<Placed> placed = placedStamps(figure);
-    if (placed == m_placed && size == m_painting.size() && smooth == m_smooth)
+    if (placed == m_placed && size == m_size && smooth == m_smooth)
         return;
     m_placed = placed;
+    m_size = size;
     m_smooth = smooth;
     m_isNew = true;
     setFlag(UsePreprocess);
     showPainting();
-    m_painting.repaint(size);
+    QRect bounds;
+    for (const Placed &stamp : placed)
+        bounds |= stamp.ink;
+    m_painting.repaint(bounds);
 }
 
 void StampNode::preprocess()
@@ -289,24 +292,20 @@ StampNode::Placed StampNode::inOne(const PaintedFigure &figure)
     return {stamp, bounds};
 }
 
-QSGNode *stampedNode(QQuickPaintedItem *item, QSGNode *&old, FigureChange change)
+QSGNode *stampedNode(ShiftedItem *item, QSGNode *&old, FigureChange change)
 {
     QQuickWindow *window = item->window();
     auto *stamps = dynamic_cast<StampNode *>(old);
-    // A graphics processor has lines of its own in a framebuffer, and an effect may hold on to a layer's
-    // texture.
-    const bool isSoftware = window->rendererInterface()->graphicsApi() == QSGRendererInterface::Software;
-    if (isPaintedPlainly(*item) &&
-        (isSoftware || (item->renderTarget() == QQuickPaintedItem::Image && (stamps || !old)))) {
+    if (isPaintedPlainly(*item) && item->canDoWithoutLayer()) {
+        const bool isSoftware = isSoftwareSceneGraph(*window);
         const QSize size(qRound(item->width()), qRound(item->height()));
         PaintedTexts noTexts;
-        const PaintedFigure figure = recordedFigure(size, stamps ? stamps->texts() : noTexts,
+        // A graphics processor draws thin lines in a framebuffer one pixel farther to the left and up.
+        const double offset = isSoftware ? 0.0 : -item->framebufferShift();
+        const PaintedFigure figure = recordedFigure(size, stamps ? stamps->texts() : noTexts, offset,
                                                     [item](QPainter *painter) { item->paint(painter); });
         if (figure.isComplete) {
-            if (!stamps) {
-                delete old;
-                stamps = new StampNode(window);
-            }
+            stamps = nodeOf<StampNode>(item, old);
             if (isSoftware && change == FigureChange::AsAWhole)
                 stamps->showPainted(figure, size, item->smooth());
             else

@@ -2,9 +2,9 @@
 
 #include "view/base/PaintedFigure.h"
 #include "view/base/PaintingNode.h"
+#include "view/base/ShiftedItem.h"
 
 #include <QImage>
-#include <QQuickPaintedItem>
 #include <QSGNode>
 
 #include <memory>
@@ -75,6 +75,7 @@ private:
     QVector<QSGImageNode *> m_nodes;
     QVector<std::shared_ptr<QSGTexture>> m_shown; // in the nodes
     PaintingNode m_painting;
+    QSize m_size; // of what is painted
     bool m_smooth = false;
     bool m_isNew = false; // since the last frame, and painted
 };
@@ -87,6 +88,6 @@ enum class FigureChange {
 
 // The node of an item that paints nothing but a few lines and texts, for its updatePaintNode: of stamps, or
 // null where it has to be a layer, old then being what goes on as the layer's node.
-QSGNode *stampedNode(QQuickPaintedItem *item, QSGNode *&old, FigureChange change);
+QSGNode *stampedNode(ShiftedItem *item, QSGNode *&old, FigureChange change);
 
 } // namespace graph

@@ -1,5 +1,7 @@
 #include "view/base/StrokeNode.h"
 
+#include "view/base/StrokeShape.h"
+
 #include <QPainter>
 #include <QQuickWindow>
 #include <QSGImageNode>
@@ -7,20 +9,6 @@
 #include <QSGTexture>
 
 namespace graph {
-
-namespace {
-
-QImage imageOf(const RecordedStrokes &strokes, const QRect &part)
-{
-    QImage image(part.size(), QImage::Format_ARGB32_Premultiplied);
-    image.fill(Qt::transparent);
-    QPainter painter(&image);
-    painter.translate(-part.topLeft());
-    strokes.paint(&painter, image.rect());
-    return image;
-}
-
-} // namespace
 
 StrokeNode::StrokeNode(QQuickWindow *window)
     : m_window(window)
@@ -38,24 +26,30 @@ StrokeNode::~StrokeNode()
 
 void StrokeNode::show(const RecordedStrokes &strokes, const QSize &size)
 {
-    if (m_painting.size() == size && strokes == m_strokes)
+    if (m_size == size && strokes == m_strokes)
         return;
     m_strokes = strokes;
+    m_size = size;
     m_layer = QImage();
     m_isNew = true;
     showPainting();
-    m_painting.repaint(size);
+    m_painting.repaint(strokes.bounds);
 }
 
 void StrokeNode::preprocess()
 {
     const bool isNew = m_isNew;
     m_isNew = false;
-    // Transformed, an image would have other edges than a layer.
-    if (!isMovedOnly(this))
-        showPainting();
-    else if (!isNew)
-        showImage();
+    if (isMovedOnly(this)) {
+        if (!isNew)
+            showImage();
+        return;
+    }
+    // Transformed, an image would have other edges than a layer, and so would a part of the layer.
+    showPainting();
+    const QRect whole(QPoint(), m_size);
+    if (m_painting.rect() != whole)
+        m_painting.repaint(whole);
 }
 
 void StrokeNode::paint(QPainter *painter, const QRegion &region)
@@ -66,7 +60,7 @@ void StrokeNode::paint(QPainter *painter, const QRegion &region)
     }
     // As the layer of a painted item is shown, which is never smoothed here.
     if (m_layer.isNull())
-        m_layer = imageOf(m_strokes, QRect(QPoint(), m_painting.size()));
+        m_layer = m_strokes.image(QRect(QPoint(), m_size));
     painter->drawImage(QRectF(QPointF(), m_layer.size()), m_layer);
 }
 
@@ -86,7 +80,7 @@ void StrokeNode::showImage()
     // With a transparent row at the end, as a stamp has it.
     const QRect part = m_strokes.bounds.adjusted(0, 0, 0, 1);
     m_texture.reset(
-        m_window->createTextureFromImage(imageOf(m_strokes, part), QQuickWindow::TextureHasAlphaChannel));
+        m_window->createTextureFromImage(m_strokes.image(part), QQuickWindow::TextureHasAlphaChannel));
     m_image = m_window->createImageNode();
     m_image->setTexture(m_texture.get());
     m_image->setSourceRect(QRectF(QPointF(), part.size()));
@@ -105,6 +99,11 @@ void StrokeNode::removeImage()
     m_texture.reset();
 }
 
+bool isSoftwareSceneGraph(const QQuickWindow &window)
+{
+    return window.rendererInterface()->graphicsApi() == QSGRendererInterface::Software;
+}
+
 bool isPaintedPlainly(const QQuickPaintedItem &item)
 {
     return item.fillColor().alpha() == 0 && !item.opaquePainting() && item.textureSize().isEmpty() &&
@@ -112,21 +111,22 @@ bool isPaintedPlainly(const QQuickPaintedItem &item)
            item.window()->effectiveDevicePixelRatio() == 1.0;
 }
 
-QSGNode *strokedNode(QQuickPaintedItem *item, QSGNode *&old)
+QSGNode *strokedNode(ShiftedItem *item, QSGNode *&old)
 {
     QQuickWindow *window = item->window();
-    if (isPaintedPlainly(*item) &&
-        window->rendererInterface()->graphicsApi() == QSGRendererInterface::Software) {
+    if (isPaintedPlainly(*item) && item->canDoWithoutLayer()) {
+        const bool isSoftware = isSoftwareSceneGraph(*window);
         const QSize size(qRound(item->width()), qRound(item->height()));
         const RecordedStrokes strokes =
             recordedStrokes(size, [item](QPainter *painter) { item->paint(painter); });
-        if (strokes.isComplete) {
-            auto *node = dynamic_cast<StrokeNode *>(old);
-            if (!node) {
-                delete old;
-                node = new StrokeNode(window);
-            }
+        if (strokes.isComplete && isSoftware) {
+            auto *node = nodeOf<StrokeNode>(item, old);
             node->show(strokes, size);
+            return node;
+        }
+        if (strokes.isComplete) {
+            auto *node = nodeOf<StrokeShape>(item, old);
+            node->show(strokes, size, item->smooth());
             return node;
         }
     }
@@ -136,7 +136,7 @@ QSGNode *strokedNode(QQuickPaintedItem *item, QSGNode *&old)
 
 QSGNode *withoutStrokes(QSGNode *old)
 {
-    if (!dynamic_cast<StrokeNode *>(old))
+    if (!dynamic_cast<StrokeNode *>(old) && !dynamic_cast<StrokeShape *>(old))
         return old;
     delete old;
     return nullptr;

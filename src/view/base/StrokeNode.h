@@ -2,8 +2,8 @@
 
 #include "raster/RecordedStrokes.h"
 #include "view/base/PaintingNode.h"
+#include "view/base/ShiftedItem.h"
 
-#include <QQuickPaintedItem>
 #include <QImage>
 #include <QSGNode>
 
@@ -38,6 +38,7 @@ private:
 
     QQuickWindow *m_window;
     RecordedStrokes m_strokes;
+    QSize m_size; // of the item
     PaintingNode m_painting;
     QImage m_layer; // of the whole item, where it is transformed or translucent
     std::unique_ptr<QSGTexture> m_texture;
@@ -45,12 +46,25 @@ private:
     bool m_isNew = false; // since the last frame
 };
 
+bool isSoftwareSceneGraph(const QQuickWindow &window);
+
 // Whether what an item paints needs nothing but itself: no colour behind it, no scale, no smoothing.
 bool isPaintedPlainly(const QQuickPaintedItem &item);
 
+// old where it is such a node, or else a new one in its place.
+template <typename Node> Node *nodeOf(ShiftedItem *item, QSGNode *old)
+{
+    auto *node = dynamic_cast<Node *>(old);
+    if (node)
+        return node;
+    delete old;
+    item->forgetLayer();
+    return new Node(item->window());
+}
+
 // The node of an item that paints only strokes, for its updatePaintNode; null where it has to be a layer, old
 // then being what goes on as the layer's node.
-QSGNode *strokedNode(QQuickPaintedItem *item, QSGNode *&old);
+QSGNode *strokedNode(ShiftedItem *item, QSGNode *&old);
 
 // old, unless it is such a node.
 QSGNode *withoutStrokes(QSGNode *old);

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "raster/RecordedStrokes.h"
+
+#include <QImage>
+#include <QSGNode>
+
+#include <memory>
+#include <vector>
+
+class QQuickWindow;
+class QSGGeometryNode;
+class QSGImageNode;
+class QSGTexture;
+
+namespace graph {
+
+// Shows strokes where a graphics processor draws: as triangles that cover their pixels. A layer would have all of
+// the item cleared, painted and blended for each change. Where the item is transformed or translucent it is an
+// image all the same, as a layer is shown.
+class StrokeShape : public QSGNode
+{
+public:
+    explicit StrokeShape(QQuickWindow *window);
+    ~StrokeShape() override;
+
+    // size: of the item.
+    void show(const RecordedStrokes &strokes, const QSize &size, bool smooth);
+
+    // Comes before each frame.
+    void preprocess() override;
+
+private:
+    void showTriangles();
+    void showImage();
+    void removeImage();
+
+    QQuickWindow *m_window;
+    RecordedStrokes m_strokes;
+    QSize m_size;
+    bool m_smooth = false;
+    std::vector<std::unique_ptr<QSGGeometryNode>> m_shapes;
+    std::unique_ptr<QSGTexture> m_texture;
+    QSGImageNode *m_image = nullptr;
+};
+
+} // namespace graph
