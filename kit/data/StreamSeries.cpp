@@ -1,6 +1,9 @@
 #include "kit/data/StreamSeries.h"
 
 #include "common/SafeInteger.h"
+#include "kit/data/ServedPlace.h"
+
+#include <QEvent>
 
 #include <cmath>
 
@@ -78,7 +81,8 @@ SampleSpan StreamSeries::allSamples() const
     \qmlproperty string StreamSeries::dbusAddress
     As \l PlotData::dbusAddress, and the array \c yData. Where a service appends to it, what came is appended
     here: the capacity is that of the series, not that of the service. An array that is sent as a whole
-    replaces the samples.
+    replaces the samples. Where they are in x is what the service says (its items \c xFirsValue, of the first element
+    of its array, and \c xIncrement), unless \c start or \c interval is written.
 */
 void StreamSeries::setDbusAddress(const QString &address)
 {
@@ -91,16 +95,55 @@ void StreamSeries::setDbusAddress(const QString &address)
             clearStore();
         const int count = appended < 0 ? array.size() : std::min(appended, int(array.size()));
         appendLive(array.constData() + (array.size() - count), count);
+        m_servedSize = array.size();
+        if (appended < 0)
+            takeServedPlace();
         announce(former);
     });
+    connectOrnItem(QStringLiteral("xIncrement"));
+    connectOrnItem(QStringLiteral("xFirsValue"));
+}
+
+bool StreamSeries::event(QEvent *event)
+{
+    if (event->type() == QEvent::DynamicPropertyChange) {
+        const Appearance former = appearance();
+        takeServedPlace();
+        announce(former);
+    }
+    return StreamData::event(event);
+}
+
+// By the service's whole array, of which this series may have kept more or less.
+void StreamSeries::takeServedPlace()
+{
+    if (!m_hasInterval)
+        applyInterval(servedInterval(*this, m_interval));
+    const double first = servedStart(*this, std::numeric_limits<double>::quiet_NaN());
+    if (m_hasStart || std::isnan(first))
+        return;
+    const StreamView<double> &live = m_live.view();
+    const qint64 number = live.number + live.size - m_servedSize;
+    constexpr double rounding = 1e-6; // of an interval
+    if (std::abs(xOf(number) - first) <= rounding * std::abs(m_interval))
+        return;
+    m_countedX = first;
+    m_countedFrom = number;
+    emitPlotChanged();
 }
 
 /*!
     \qmlproperty double StreamSeries::interval
     The distance in x from one sample to the next, in units of x; may be negative. A change keeps the x of the
-    oldest sample. Default: 1. With 0 all samples are at one x; with NaN or an infinity nothing is drawn.
+    oldest sample. Default: 1, or what a service says. With 0 all samples are at one x; with NaN or an infinity nothing is drawn.
 */
 void StreamSeries::setInterval(double interval)
+{
+    m_hasInterval = true;
+    applyInterval(interval);
+}
+
+void StreamSeries::applyInterval(double interval)
 {
     if (m_interval == interval || (std::isnan(m_interval) && std::isnan(interval)))
         return;
@@ -115,10 +158,11 @@ void StreamSeries::setInterval(double interval)
 /*!
     \qmlproperty double StreamSeries::start
     The x of the oldest sample, in units of x. It moves on as samples fall out; writing it moves all samples.
-    Default: 0.
+    Default: 0, or what a service says.
 */
 void StreamSeries::setStart(double start)
 {
+    m_hasStart = true;
     m_writtenStart = start;
     if (this->start() == start)
         return;

@@ -47,6 +47,8 @@ public:
     // The same from one other thread. Nobody may push while the object is being destroyed.
     void push(const double *values, int count);
 
+    bool event(QEvent *event) override;
+
 signals:
     void intervalChanged();
     void startChanged();
@@ -65,6 +67,8 @@ private:
     bool contains(int index) const { return index >= 0 && index < shown().size; }
     double xOf(qint64 number) const { return m_countedX + double(number - m_countedFrom) * m_interval; }
     void appendLive(const double *values, int count);
+    void applyInterval(double interval);
+    void takeServedPlace();
 
     StreamBuffer<double> m_live;
     StreamView<double> m_frozen; // while held
@@ -74,6 +78,9 @@ private:
     // x is counted from one sample, so that a sample keeps its x to the last bit while others fall out.
     double m_countedX = 0.0;
     qint64 m_countedFrom = 0;
+    qint64 m_servedSize = 0; // of the service's array
+    bool m_hasInterval = false;
+    bool m_hasStart = false;
 };
 
 } // namespace graph

@@ -2,6 +2,7 @@
 
 #include "data/PlotSeries.h"
 #include "kit/data/NumberList.h"
+#include "kit/data/ServedPlace.h"
 #include "kit/data/Store.h"
 #include "kit/data/Telling.h"
 #include "kit/plots/PainterCanvas.h"
@@ -102,11 +103,12 @@ void Trace::setValues(const QVector<double> &values)
 /*!
     \qmlproperty real Trace::interval
     The distance in x from one value to the next; 1 by default, negative ones run backwards. Of values, and of
-    those of an address.
+    those of an address: these have what the service says (its item \c xIncrement) unless an interval is written.
 */
 void Trace::setInterval(double interval)
 {
-    if (!store(m_interval, interval))
+    const bool isFirst = !std::exchange(m_hasInterval, true);
+    if (!store(m_interval, interval) && !isFirst)
         return;
     applySource();
     emit intervalChanged();
@@ -114,11 +116,13 @@ void Trace::setInterval(double interval)
 
 /*!
     \qmlproperty real Trace::start
-    The x of the first value, 0 by default. Of values, and of those of an address.
+    The x of the first value, 0 by default. Of values, and of those of an address: these have what the service says
+    (its item \c xFirsValue) unless a start is written.
 */
 void Trace::setStart(double start)
 {
-    if (!store(m_start, start))
+    const bool isFirst = !std::exchange(m_hasStart, true);
+    if (!store(m_start, start) && !isFirst)
         return;
     applySource();
     emit startChanged();
@@ -168,7 +172,8 @@ void Trace::setSeries(PlotData *series)
 /*!
     \qmlproperty string Trace::address
     Where the values come from on the bus: the name of a service, a comma and the prefix of its items, as for
-    PlotData::dbusAddress. Empty by default.
+    PlotData::dbusAddress. The service also says where the values are in x, which units they have and what they are
+    called, as far as the document does not: interval and start, unit, name. Empty by default.
 */
 void Trace::setAddress(const QString &address)
 {
@@ -195,7 +200,7 @@ void Trace::setName(const QString &name)
 
 /*!
     \qmlproperty string Trace::unit
-    The unit of the values, such as "V"; empty by default.
+    The unit of the values, such as "V"; empty by default, and then that of the service where there is an address.
 */
 void Trace::setUnit(const QString &unit)
 {
@@ -345,19 +350,28 @@ void Trace::warnOfTwoSources()
                    .arg(QLatin1String(used)));
 }
 
-// The trace's own data object, of that kind. Axes that the former one was given go over to it.
-template <typename Data> Data *Trace::ownData()
+// The trace's own data object, of that kind and for that address: another one shows nothing of the former service. Axes
+// that the former one was given go over to it.
+template <typename Data> Data *Trace::ownData(const QString &address)
 {
-    if (auto *data = dynamic_cast<Data *>(m_own.data()))
-        return data;
+    auto *former = dynamic_cast<Data *>(m_own.data());
+    if (former && former->busBinding().writtenAddress() == address)
+        return former;
     auto *data = new Data(this);
     if (m_own) {
         data->setAxisX(m_own->axisX());
         data->setAxisY(m_own->axisY());
+        m_own->removeEventFilter(this);
+        m_own->disconnect(this);
         m_own->deleteLater();
     }
     m_own = data;
     data->setLabel(m_name);
+    if (!address.isEmpty()) {
+        data->setDbusAddress(address);
+        data->installEventFilter(this);
+        connect(data, &PlotData::yUnitsChanged, this, [this] { describe(m_own); });
+    }
     return data;
 }
 
@@ -380,22 +394,34 @@ void Trace::applySource()
     if (from == Source::Values && m_hasPositions) {
         ownData<TracePoints>()->setCoordinates(m_positions, m_values);
     } else {
-        auto *data = ownData<PlotSeries>();
-        data->setXInterval(m_interval);
-        data->setXFirstValue(m_start);
-        if (from == Source::Values)
+        const bool isServed = from == Source::Address;
+        auto *data = ownData<PlotSeries>(isServed ? m_address : QString());
+        if (!isServed)
             data->setYData(m_values);
-        if (from == Source::Address && data->dbusAddress() != m_address)
-            data->setDbusAddress(m_address);
+        data->setXInterval(isServed && !m_hasInterval ? servedInterval(*data, m_interval) : m_interval);
+        data->setXFirstValue(isServed && !m_hasStart ? servedStart(*data, m_start) : m_start);
     }
     describe(m_own);
     setPlotData(m_own);
 }
 
-void Trace::describe(PlotData *data) const
+// The service has said where its values are.
+bool Trace::eventFilter(QObject *watched, QEvent *event)
 {
-    if (data == m_own || data->yUnits().isEmpty())
-        data->setYUnits(m_unit);
+    if (watched == m_own && event->type() == QEvent::DynamicPropertyChange)
+        applySource();
+    return GraphPlot::eventFilter(watched, event);
+}
+
+// What the document writes counts, then what the data say of themselves.
+void Trace::describe(PlotData *data)
+{
+    const bool isWritten = data == m_own && (m_address.isEmpty() || !m_unit.isEmpty());
+    if (m_isDescribing || (!isWritten && !data->yUnits().isEmpty()))
+        return;
+    m_isDescribing = true;
+    data->setYUnits(m_unit);
+    m_isDescribing = false;
 }
 
 void Trace::handlePlotChanged()

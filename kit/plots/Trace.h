@@ -87,6 +87,8 @@ public:
     bool isTextureProvider() const override;
     QSGTextureProvider *textureProvider() const override;
 
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
 signals:
     void valuesChanged();
     void intervalChanged();
@@ -121,8 +123,8 @@ private:
 
     Source source() const;
     void warnOfTwoSources();
-    template <typename Data> Data *ownData();
-    void describe(PlotData *data) const;
+    template <typename Data> Data *ownData(const QString &address = {});
+    void describe(PlotData *data);
     void applyColor(const QColor &color);
     void draw(TraceCanvas &canvas, const PixelMapping &mapping, const QRectF &visible) const;
     bool takesGeometry() const;
@@ -134,6 +136,9 @@ private:
     bool m_hasAddress = false;
     double m_interval = 1.0;
     double m_start = 0.0;
+    bool m_hasInterval = false;
+    bool m_hasStart = false;
+    bool m_isDescribing = false;
     QPointer<PlotData> m_series;
     QString m_address;
     QString m_name;

@@ -419,9 +419,21 @@ private slots:
         QCOMPARE(valuesOf(points), counted(0, 6));
         QCOMPARE(points.last(), QPointF(15, 5));
         QVERIFY(series.dynamicPropertyNames().isEmpty());
+        // Of the first of the three that the service has; the last one is at 700.
+        bus.setValue("t_xIncrement:", 0.5);
+        bus.setValue("t_xFirsValue:", 699.0);
+        QTRY_COMPARE(series.last().x(), 700.0);
+        QCOMPARE(series.start(), 697.5);
+        QCOMPARE(series.interval(), 0.5);
         bus.setVector("t_yData:doubleARRAY:", counted(70, 2));
         QTRY_COMPARE(valuesOf(series), counted(70, 2));
-        QCOMPARE(series.start(), 0.0);
+        QCOMPARE(series.start(), 699.0);
+        series.setStart(1.0);
+        series.setInterval(2.0);
+        bus.setValue("t_xIncrement:", 0.25);
+        bus.setValue("t_xFirsValue:", 99.0);
+        QTRY_COMPARE(series.property("xFirsValue").toDouble(), 99.0);
+        QCOMPARE(series.last().x(), 3.0);
     }
 };
 

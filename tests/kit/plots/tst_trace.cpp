@@ -4,6 +4,7 @@
 
 #include "axis/ValueAxis.h"
 #include "data/PlotSeries.h"
+#include "platform/bus/BusPublisher.h"
 
 using graph::Trace;
 
@@ -60,6 +61,55 @@ private slots:
         delete document.object<PlotData>("given");
         QCoreApplication::processEvents();
         QCOMPARE(trace->plotData() != nullptr, source.contains("values") && !source.contains("abc"));
+    }
+
+    // It says where its values are and what they are, as far as the document does not.
+    void service_data()
+    {
+        columns<QByteArray, QString, QString>({"written", "found", "later"});
+        QTest::newRow("nothing") << QByteArray() << "700,1 702.5,2 dBm Hz"
+                                 << "700,1 705,2 V Hz";
+        QTest::newRow("interval") << QByteArray("interval: 1") << "700,1 701,2 dBm Hz"
+                                  << "700,1 701,2 V Hz";
+        QTest::newRow("start") << QByteArray("start: 0") << "0,1 2.5,2 dBm Hz"
+                               << "0,1 5,2 V Hz";
+        QTest::newRow("unit") << QByteArray("unit: 'A'") << "700,1 702.5,2 A Hz"
+                              << "700,1 705,2 A Hz";
+        QTest::newRow("unknown unit") << QByteArray("unit: 'rpm'") << "700,1 702.5,2  Hz"
+                                      << "700,1 705,2  Hz";
+    }
+
+    void service()
+    {
+        QFETCH(QByteArray, written);
+        BusPublisher meter("meter");
+        meter.setVector("s_yData:doubleARRAY:", {1, 2});
+        meter.setVector("other_yData:doubleARRAY:", {8});
+        meter.setValue("s_xFirsValue:", 700.0);
+        meter.setValue("s_xIncrement:", 2.5);
+        meter.setValue("s_yUnits:", "dBm");
+        meter.setValue("s_xUnits:", "Hz");
+        QmlDocument document("Item { Trace { id: trace; address: 'meter,s'; " + written + " } }");
+        auto *trace = document.object<Trace>("trace");
+        const auto shown = [trace] {
+            const PlotData *data = trace->plotData();
+            QStringList texts;
+            for (int i = 0; i < data->size(); ++i)
+                texts << QString("%1,%2").arg(data->x(i)).arg(data->y(i));
+            return (texts << data->yUnits() << data->xUnits()).join(' ');
+        };
+        QTEST(shown(), "found");
+        meter.setValue("s_xIncrement:", 5.0);
+        meter.setValue("s_yUnits:", "V");
+        QFETCH(QString, later);
+        QTRY_COMPARE(shown(), later);
+        trace->setAddress("meter,other");
+        QVERIFY2(shown().contains(",8 ") && !shown().contains("Hz"), qPrintable(shown()));
+        trace->setAddress({});
+        trace->setValues({4});
+        meter.setVector("other_yData:doubleARRAY:", {9});
+        QTest::qWait(50);
+        QVERIFY2(shown().contains(",4 "), qPrintable(shown()));
     }
 
     void anyData_data()
