@@ -34,6 +34,11 @@ QString pathOf(const QString &file)
     return file.contains(QLatin1String("://")) || file.startsWith(QLatin1String("qrc:")) ? QString() : file;
 }
 
+QString suffixOf(const QString &file)
+{
+    return QFileInfo(pathOf(file)).suffix().toLower();
+}
+
 QString cannotWrite(const QString &file, const QString &why)
 {
     return QStringLiteral("The chart cannot be written to \"%1\": %2.").arg(file, why);
@@ -75,7 +80,7 @@ double ChartExport::progress() const
 
 bool ChartExport::exportImage(const QString &file, double scale)
 {
-    const QString kind = QFileInfo(pathOf(file)).suffix().toLower();
+    const QString kind = suffixOf(file);
     const QString trouble = pathOf(file).isEmpty() ? notAFile : imageTrouble(kind, scale);
     if (!trouble.isEmpty())
         return refuse(file, trouble);
@@ -97,6 +102,8 @@ bool ChartExport::exportImage(const QString &file, double scale)
 
 bool ChartExport::exportData(const QString &file, bool all)
 {
+    if (!pathOf(file).isEmpty() && suffixOf(file) != QLatin1String("csv"))
+        return refuse(file, QStringLiteral("the name of a table ends with .csv"));
     const auto table = std::make_shared<CsvTable>(*m_view, all);
     if (table->isEmpty())
         return refuse(file, QStringLiteral("there are no %1 samples")
