@@ -62,6 +62,7 @@ ChartAxis::ChartAxis(QObject *parent)
     connect(this, &ValueAxis::visibleChanged, this, &ValueAxis::marginChanged);
     connect(this, &ValueAxis::minValueChanged, this, &ChartAxis::beginChanged);
     connect(this, &ValueAxis::maxValueChanged, this, &ChartAxis::endChanged);
+    connect(this, &ValueAxis::marginChanged, this, &ChartAxis::roomChanged);
     connect(this, &ValueAxis::orientationChanged, this, &ChartAxis::measureAgain);
     connect(this, &ValueAxis::valueRangeChanged, this, &ChartAxis::measureAgain);
     connect(this, &ValueAxis::unitChanged, this, &ChartAxis::measureAgain);
@@ -298,14 +299,35 @@ void ChartAxis::measureAgain()
 
 /*!
     \qmlproperty int ChartAxis::margin
-    The room beside the plot area for labels and title. It follows requiredMargin until it is written.
+    The room beside the plot area for labels and title, in pixels. It follows requiredMargin until it is written;
+    undefined lets it follow again.
 */
+void ChartAxis::setMargin(int margin)
+{
+    m_hasWrittenMargin = true;
+    ValueAxis::setMargin(margin);
+}
+
+void ChartAxis::resetMargin()
+{
+    m_hasWrittenMargin = false;
+    m_followedMargin = margin();
+    followMargin();
+}
+
+void ChartAxis::setRoomBeyond(int pixels)
+{
+    m_roomBeyond = pixels;
+    followMargin();
+}
+
 void ChartAxis::followMargin()
 {
-    if (margin() != m_followedMargin)
+    // Another one came from C++, by way of the base class.
+    if (m_hasWrittenMargin || margin() != m_followedMargin)
         return;
-    m_followedMargin = requiredMargin();
-    setMargin(m_followedMargin);
+    m_followedMargin = requiredMargin() + m_roomBeyond;
+    ValueAxis::setMargin(m_followedMargin);
 }
 
 int ChartAxis::titleHeight() const

@@ -25,6 +25,8 @@ class GRAPH_CHARTS_EXPORT ChartAxis : public ValueAxis
     // Written here they are the document's, and autoRange leaves them alone.
     Q_PROPERTY(double minValue READ minValue WRITE setMinValue NOTIFY beginChanged)
     Q_PROPERTY(double maxValue READ maxValue WRITE setMaxValue NOTIFY endChanged)
+    // As is a margin.
+    Q_PROPERTY(int margin READ margin WRITE setMargin RESET resetMargin NOTIFY roomChanged)
 
 public:
     enum ScaleType : int { Linear, Logarithmic, Time };
@@ -61,6 +63,9 @@ public:
     // Whether a vertical axis keeps some room around the data, true by default.
     void setHeadRoom(bool on) { m_hasHeadRoom = on; }
 
+    // Between the labels and what is beyond them, where the document writes no margin.
+    void setRoomBeyond(int pixels);
+
     using ValueAxis::setFitsWhileMoved;
     bool hasOwnMargin() const override { return true; }
     AxisLook look() const override;
@@ -77,6 +82,8 @@ public slots:
     void setAutoRange(AutoRange mode);
     void setMinValue(double minValue);
     void setMaxValue(double maxValue);
+    void setMargin(int margin);
+    void resetMargin();
 
 signals:
     void titleChanged();
@@ -89,6 +96,8 @@ signals:
     // minValueChanged() and maxValueChanged() for the properties of this class, which cannot name those.
     void beginChanged();
     void endChanged();
+    // marginChanged(), as well.
+    void roomChanged();
 
 protected:
     TickSet tickSet(const QRectF &rect) override;
@@ -118,7 +127,9 @@ private:
     bool m_hasHeadRoom = true;
     bool m_hasComplained = false;
     // The margin follows the required one until the document writes another.
+    bool m_hasWrittenMargin = false;
     int m_followedMargin = 0;
+    int m_roomBeyond = 0;
     // All that a plan depends on: lines and labels are painted from one, which is not cheap.
     using PlanKey =
         std::tuple<double, double, double, QFont, QString, int, int, bool, Qt::Orientation, double>;

@@ -102,7 +102,11 @@ ChartView::ChartView(QQuickItem *parent)
     connect(&m_fitTimer, &QTimer::timeout, ears, [this] { updateRanges(); });
     connect(zoomRect(), &ZoomRect::rectChanged, ears, [this] { handleRectChanged(); });
     connect(zoomRect(), &ZoomRect::movingChanged, ears, [this] { updateRangesLater(); });
-    connect(this, &QQuickItem::visibleChanged, ears, [this] { updateRangesLater(); });
+    connect(this, &QQuickItem::visibleChanged, ears, [this] {
+        updateRangesLater();
+        makeRoom();
+    });
+    connect(m_labels, &XYScale::marginsChanged, ears, [this] { makeRoom(); });
     connect(plotArea(), &QQuickItem::xChanged, ears, [this] { handleAreaChanged(); });
     connect(plotArea(), &QQuickItem::yChanged, ears, [this] { handleAreaChanged(); });
     connect(plotArea(), &QQuickItem::widthChanged, ears, [this] { handleAreaChanged(); });
@@ -118,7 +122,7 @@ ChartView::ChartView(QQuickItem *parent)
 ChartView::~ChartView()
 {
     m_ears.reset();
-    setZoomWith(nullptr);
+    leavePartners();
     const QList<QQuickItem *> children = childItems();
     for (QQuickItem *child : children) {
         if (auto *cursor = qobject_cast<GraphCursor *>(child))
@@ -138,7 +142,8 @@ ChartView::~ChartView()
     which appears complete or not at all.
 
     \qmlmethod bool Chart::exportData(string file, bool all = false)
-    Writes the samples of the visible traces as CSV, those in the visible range of x or all: a line of names
+    Writes the samples of the visible traces as CSV to a path or file URL that ends with .csv, those in the visible
+    range of x or all: a line of names
     with units, then a line for each sample. Traces at the same x share a column of it. Numbers have points and
     are exact in every locale; a gap is an empty field. Begins and ends like exportImage().
 
@@ -340,7 +345,23 @@ void ChartView::applyColors(ValueAxis *axis)
     axis->emitAxisChanged();
 }
 
+// Charts that share x have it at the same pixels.
 QMargins ChartView::reservedMargins() const
+{
+    QMargins margins = ownMargins();
+    const auto others = partners();
+    for (const ChartView *chart : others) {
+        if (!chart->isVisible())
+            continue;
+        const QMargins own = chart->ownMargins();
+        const QMargins axes = chart->m_labels->margins();
+        margins.setLeft(std::max({margins.left(), own.left(), axes.left()}));
+        margins.setRight(std::max({margins.right(), own.right(), axes.right()}));
+    }
+    return margins;
+}
+
+QMargins ChartView::ownMargins() const
 {
     const int size = m_colors ? m_colors->fontSize() : 0;
     // A unit goes above the numbers of its axis.
@@ -378,6 +399,14 @@ bool ChartView::adoptScale(QQuickItem *child)
 }
 
 void ChartView::makeRoom()
+{
+    makeOwnRoom();
+    const auto others = partners();
+    for (ChartView *chart : others)
+        chart->makeOwnRoom();
+}
+
+void ChartView::makeOwnRoom()
 {
     handleMarginsChanged();
     placeScales();

@@ -156,6 +156,8 @@ private:
     // Look
     bool adoptScale(QQuickItem *child);
     void makeRoom();
+    void makeOwnRoom();
+    QMargins ownMargins() const;
     void placeScales();
     void handleAreaChanged();
     void applyColors();
@@ -181,6 +183,7 @@ private:
     void handleRectChanged();
     bool hasUnrecordedStep() const { return !(m_shown == m_history.present()); }
     void tellPartners();
+    void leavePartners();
     QList<ChartView *> partners() const;
     double followedSeconds() const;
     void tellOfNoWindow();

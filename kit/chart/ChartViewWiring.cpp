@@ -254,7 +254,7 @@ void ChartView::drawAsImage(QQuickItem *item)
         painted->setRenderTarget(QQuickPaintedItem::Image);
 }
 
-// The axes that the document declares in the chart, and those that its plots bring along.
+// The axes that the document declares in the chart or in its plots, and those that the plots bring along.
 void ChartView::gatherAxes()
 {
     const QObjectList objects = QObject::children();
@@ -264,6 +264,9 @@ void ChartView::gatherAxes()
     }
     const auto taken = plots();
     for (const AbstractPlot *plot : taken) {
+        const auto declared = plot->findChildren<ValueAxis *>(QString(), Qt::FindDirectChildrenOnly);
+        for (ValueAxis *axis : declared)
+            adoptAxis(axis, true);
         if (plot->axisX())
             adoptAxis(plot->axisX(), false);
         if (plot->axisY())
@@ -295,9 +298,14 @@ void ChartView::adoptAxis(ValueAxis *axis, bool isOwn)
             axis->setLineStyle(Qt::NoPen);
     }
     QObject *ears = m_ears.get();
-    const auto follow = [axis] { axis->setMargin(axis->requiredMargin() + labelRoom); };
-    connect(axis, &ValueAxis::requiredMarginChanged, ears, follow);
-    follow();
+    if (auto *chartAxis = qobject_cast<ChartAxis *>(axis)) {
+        chartAxis->setRoomBeyond(labelRoom);
+        connect(chartAxis, &ChartAxis::titleChanged, ears, [this] { makeRoom(); });
+    } else if (axis->margin() == 0) {
+        const auto follow = [axis] { axis->setMargin(axis->requiredMargin() + labelRoom); };
+        connect(axis, &ValueAxis::requiredMarginChanged, ears, follow);
+        follow();
+    }
     const auto take = [this, axis] {
         FittedAxis *fitted = stateOf(axis);
         if (m_applying || !fitted)
@@ -310,8 +318,6 @@ void ChartView::adoptAxis(ValueAxis *axis, bool isOwn)
     connect(axis, &QObject::destroyed, ears, [this] { wireLater(); });
     connect(axis, &ValueAxis::unitChanged, ears, [this] { makeRoom(); });
     connect(axis, &ValueAxis::visibleChanged, ears, [this] { makeRoom(); });
-    if (auto *chartAxis = qobject_cast<ChartAxis *>(axis))
-        connect(chartAxis, &ChartAxis::titleChanged, ears, [this] { makeRoom(); });
     axis->setZoomRect(zoomRect());
     if (m_colors)
         applyColors(axis);

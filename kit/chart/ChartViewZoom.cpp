@@ -434,8 +434,9 @@ double ChartView::followedSeconds() const
 
 /*!
     \qmlproperty Chart Chart::zoomWith
-    Another chart, with which this one shares what is visible of axisX; null by default. More than two charts
-    share it when each names one of the others.
+    Another chart, with which this one shares what is visible of axisX; null by default. Their plot areas begin and
+    end equally far from their left and right sides, so that charts below each other have the same x at the same
+    pixels. More than two charts share it when each names one of the others.
 */
 void ChartView::setZoomWith(ChartView *other)
 {
@@ -443,6 +444,7 @@ void ChartView::setZoomWith(ChartView *other)
         tell(this, QStringLiteral("is zoomed with itself: write zoomWith and the id of another chart"));
     if (m_zoomWith == other || other == this)
         return;
+    const QList<ChartView *> former = partners();
     if (m_zoomWith)
         m_zoomWith->m_zoomedWithThis.removeAll(this);
     m_zoomWith = other;
@@ -452,13 +454,30 @@ void ChartView::setZoomWith(ChartView *other)
         if (m_shown.following != other->m_shown.following)
             m_shown.following = !m_shown.following;
     }
-    if (!m_ears)
-        return;
+    makeRoom();
+    for (ChartView *chart : former)
+        chart->makeOwnRoom();
     updateRangesLater();
     if (other)
         other->updateRangesLater();
     emit zoomWithChanged();
     emit followingChanged();
+}
+
+// For those who are left.
+void ChartView::leavePartners()
+{
+    const QList<ChartView *> former = partners();
+    if (m_zoomWith)
+        m_zoomWith->m_zoomedWithThis.removeAll(this);
+    m_zoomWith.clear();
+    for (ChartView *chart : qAsConst(m_zoomedWithThis)) {
+        if (chart)
+            chart->m_zoomWith.clear();
+    }
+    m_zoomedWithThis.clear();
+    for (ChartView *chart : former)
+        chart->makeOwnRoom();
 }
 
 // All that are joined with this one, directly or through others.

@@ -253,6 +253,50 @@ TestCase {
         ChartAxis { alignment: Qt.AlignRight }
     }
 
+    // As in a chart, those of a trace are drawn, and a margin that is written stays.
+    function test_axesOfATrace_data() {
+        return [{ tag: "of a trace", text: "Trace { values: [0, 100]; axisY: power; %1 }" },
+                { tag: "of the chart", text: "%1 Trace { values: [0, 100]; axisY: power }" }];
+    }
+
+    function test_axesOfATrace(data) {
+        var axis = "ChartAxis { id: power; alignment: Qt.AlignRight; unit: 'W'; margin: 77 }";
+        var other = createTemporaryQmlObject("import QtQuick 2.15; import graph_kit 1.0; Chart { width: 640; height: 300; axisY.margin: 60; "
+                                             + data.text.replace("%1", axis) + " Trace { values: [-0.001, 0.002, 0.0035] } }", testCase);
+        tryVerify(() => other.plotArea.x === 60 && other.plotArea.x + other.plotArea.width === 640 - 77);
+        other.axisY.unit = "V";
+        other.axisY.range(-1e6, 1e6);
+        wait(50);
+        compare(other.plotArea.x, 60);
+        other.axisY.margin = undefined;
+        verify(other.axisY.margin > 0 && other.axisY.margin === other.axisY.requiredMargin + 6);
+    }
+
+    // Charts that share x have it at the same pixels, whatever is beside their plot areas.
+    function test_alignedPlotAreas() {
+        var other = createTemporaryQmlObject("import QtQuick 2.15; import graph_kit 1.0; Chart { id: chart; width: 640; height: 300; "
+                                             + "Trace { values: [-1234567, 7] } ChartAxis { alignment: Qt.AlignRight; title: 'Power' } }", testCase);
+        var left = () => other.plotArea.x, right = () => other.plotArea.x + other.plotArea.width;
+        tryVerify(() => left() > chart.plotArea.x + 10 && right() < 600);
+        var own = chart.plotArea.x, ownWidth = chart.plotArea.width;
+        chart.zoomWith = other;
+        var areAligned = () => chart.plotArea.x === left() && chart.plotArea.x + chart.plotArea.width === right();
+        tryVerify(areAligned);
+        other.axisY.title = "Level";
+        chart.axisY.unit = "V";
+        var before = left();
+        chart.axisY.margin = 150;
+        tryVerify(() => areAligned() && left() === 150);
+        chart.axisY.margin = undefined;
+        tryVerify(() => areAligned() && left() === before);
+        other.visible = false;
+        tryCompare(chart.plotArea, "x", own);
+        other.visible = true;
+        tryVerify(areAligned);
+        other.destroy();
+        tryCompare(chart.plotArea, "width", ownWidth);
+    }
+
     // New data do not move what somebody looks at, and are followed by a chart that shows everything.
     function test_dataUnderAZoom() {
         chart.showRange(2, 4);
