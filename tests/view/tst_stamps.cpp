@@ -8,6 +8,7 @@
 
 #include <QQuickWindow>
 #include <QSGImageNode>
+#include <QSGRenderNode>
 #include <QSGRendererInterface>
 #include <QSGTexture>
 #include <QScreen>
@@ -45,7 +46,10 @@ QPair<int, int> shownPixels(QSet<QSGTexture *> &textures)
         const bool counts = changed.contains(node.key());
         for (QSGNode *child = node.value()->firstChild(); child; child = child->nextSibling()) {
             auto *image = dynamic_cast<QSGImageNode *>(child);
-            const QSizeF size = image ? image->rect().size() : node.key()->size();
+            auto *painted = dynamic_cast<QSGRenderNode *>(child);
+            const QSizeF size = image     ? image->rect().size()
+                                : painted ? painted->rect().size()
+                                          : node.key()->size();
             const int area = int(size.width() * size.height());
             pixels.first += counts * area;
             if (image && !textures.contains(image->texture()) && !shown.contains(image->texture()))
@@ -156,6 +160,7 @@ void tst_stamps::showsThePixelsOfALayer_data()
         {"translucent labels", "margin: 40; labelColor: \"#8000ff00\"", "color: \"blue\""},
         {"no lines", "axisStyle: ValueAxis.LabelsOnly", ""},
         {"scaled", "margin: 40", "scale: 2"},
+        {"translucent", "margin: 40", "opacity: 0.5; Component.onCompleted: plane.opacity = 0.5"},
         {"nothing", "visible: false", ""},
         {"in framebuffers", "margin: 30", "Component.onCompleted: plane.renderTarget = 1"},
         {"wide in framebuffers", "lineWidth: 4", "Component.onCompleted: plane.renderTarget = 1"},

@@ -74,13 +74,17 @@ QImage stampImage(const QImage &image, const QRect &ink)
 StampNode::StampNode(QQuickWindow *window)
     : m_window(window)
     , m_painting(window, [this](QPainter *painter, const QRegion &region) { paint(painter, region); })
+    , m_joint(window, [](QPainter *, const QRegion &) {})
 {
+    setFlag(UsePreprocess);
 }
 
 StampNode::~StampNode()
 {
-    if (m_painting.parent())
-        removeChildNode(&m_painting);
+    for (PaintingNode *node : {&m_painting, &m_joint}) {
+        if (node->parent())
+            removeChildNode(node);
+    }
     // Before their textures.
     while (QSGNode *node = firstChild()) {
         removeChildNode(node);
@@ -172,7 +176,7 @@ QVector<StampNode::Placed> StampNode::placedStamps(const PaintedFigure &figure)
         stamp->isUsed = false;
     QVector<Placed> placed;
     if (!arrange(figure, placed))
-        placed = {inOne(figure)};
+        placed = {inOne(figure, {})};
     placed.erase(
         std::remove_if(placed.begin(), placed.end(), [](const Placed &p) { return p.ink.isEmpty(); }),
         placed.end());
@@ -182,11 +186,39 @@ QVector<StampNode::Placed> StampNode::placedStamps(const PaintedFigure &figure)
     return placed;
 }
 
-void StampNode::show(const PaintedFigure &figure, bool smooth)
+void StampNode::show(const PaintedFigure &figure, const QSize &size, bool smooth)
 {
-    m_placed = placedStamps(figure);
+    const QVector<Placed> placed = placedStamps(figure);
+    if (isSoftwareSceneGraph(*m_window))
+        joinMoved(placed);
+    m_placed = placed;
+    m_figure = figure;
+    m_size = size;
     m_smooth = smooth;
-    showImages();
+    m_isWhole = false;
+    showImages(placed);
+}
+
+// Stamps that move a little leave two thin places to paint, each row of which costs as much as that of a wider one:
+// they become one place.
+void StampNode::joinMoved(const QVector<Placed> &placed)
+{
+    constexpr int widest = 32;
+    QRect moved;
+    if (placed.size() == m_placed.size()) {
+        for (int i = 0; i < placed.size(); ++i) {
+            if (placed.at(i).stamp == m_placed.at(i).stamp && placed.at(i).ink != m_placed.at(i).ink)
+                moved |= placed.at(i).ink | m_placed.at(i).ink;
+        }
+    }
+    if (moved.isEmpty() || std::min(moved.width(), moved.height()) > widest) {
+        if (m_joint.parent())
+            removeChildNode(&m_joint);
+        return;
+    }
+    if (!m_joint.parent())
+        appendChildNode(&m_joint);
+    m_joint.repaint(moved);
 }
 
 void StampNode::showPainted(const PaintedFigure &figure, const QSize &size, bool smooth)
@@ -195,10 +227,11 @@ void StampNode::showPainted(const PaintedFigure &figure, const QSize &size, bool
     if (placed == m_placed && size == m_size && smooth == m_smooth)
         return;
     m_placed = placed;
+    m_figure = figure;
     m_size = size;
     m_smooth = smooth;
     m_isNew = true;
-    setFlag(UsePreprocess);
+    m_isWhole = false;
     showPainting();
     QRect bounds;
     for (const Placed &stamp : placed)
@@ -208,29 +241,37 @@ void StampNode::showPainted(const PaintedFigure &figure, const QSize &size, bool
 
 void StampNode::preprocess()
 {
-    if (!m_isNew || !isMovedOnly(this))
-        showImages();
+    const bool isMoved = isMovedOnly(this);
+    const bool isPainted = m_painting.parent() && m_isNew && isMoved;
     m_isNew = false;
+    // What covers something else would let it through; and a graphics processor smooths the edges of images that are
+    // scaled.
+    const bool isWhole = !isOpaque(this) || (!isMoved && !isSoftwareSceneGraph(*m_window));
+    if (isWhole && !m_isWhole)
+        showImages({inOne(m_figure, QRect(QPoint(), m_size))});
+    else if (!isWhole && (m_isWhole || (m_painting.parent() && !isPainted)))
+        showImages(m_placed);
+    m_isWhole = isWhole;
 }
 
-void StampNode::showImages()
+void StampNode::showImages(const QVector<Placed> &placed)
 {
     if (m_painting.parent())
         removeChildNode(&m_painting);
-    while (m_nodes.size() > m_placed.size()) {
+    while (m_nodes.size() > placed.size()) {
         QSGImageNode *node = m_nodes.takeLast();
         removeChildNode(node);
         delete node;
     }
     QVector<std::shared_ptr<QSGTexture>> shown;
-    for (int i = 0; i < m_placed.size(); ++i) {
-        Stamp &stamp = *m_placed.at(i).stamp;
+    for (int i = 0; i < placed.size(); ++i) {
+        Stamp &stamp = *placed.at(i).stamp;
         if (!stamp.texture)
             stamp.texture.reset(m_window->createTextureFromImage(stamp.image, textureOptions));
         const bool isNew = i == m_nodes.size();
         if (isNew)
             m_nodes.append(m_window->createImageNode());
-        place(m_nodes.at(i), stamp, m_placed.at(i).ink.topLeft(), m_smooth);
+        place(m_nodes.at(i), stamp, placed.at(i).ink.topLeft(), m_smooth);
         if (isNew)
             appendChildNode(m_nodes.at(i));
         shown.append(stamp.texture);
@@ -276,10 +317,10 @@ void StampNode::place(QSGImageNode *node, const Stamp &stamp, const QPoint &corn
         node->setFiltering(filtering);
 }
 
-// All of it as the layer would have it, in one image no larger than that takes.
-StampNode::Placed StampNode::inOne(const PaintedFigure &figure)
+// All of it as the layer would have it, in one image no larger than that and the part take.
+StampNode::Placed StampNode::inOne(const PaintedFigure &figure, const QRect &part)
 {
-    QRect bounds;
+    QRect bounds = part;
     for (const PlacedMark &placed : figure.marks)
         bounds |= QRect(placed.origin, placed.mark.size);
     QImage image = emptyImage(bounds.size());
@@ -309,7 +350,7 @@ QSGNode *stampedNode(ShiftedItem *item, QSGNode *&old, FigureChange change)
             if (isSoftware && change == FigureChange::AsAWhole)
                 stamps->showPainted(figure, size, item->smooth());
             else
-                stamps->show(figure, item->smooth());
+                stamps->show(figure, size, item->smooth());
             return stamps;
         }
     }

@@ -25,9 +25,9 @@ public:
     explicit StampNode(QQuickWindow *window);
     ~StampNode() override;
 
-    void show(const PaintedFigure &figure, bool smooth);
+    void show(const PaintedFigure &figure, const QSize &size, bool smooth);
     // The same on the software scene graph, for what is often all new: in frames in which it is, all of it is
-    // painted into the window, size being the item's. A rectangle takes fewer instructions than an image of
+    // painted into the window. A rectangle takes fewer instructions than an image of
     // one, and one large node fewer than many.
     void showPainted(const PaintedFigure &figure, const QSize &size, bool smooth);
 
@@ -60,10 +60,11 @@ private:
                                    const QRect &ink);
     // False where the pixels would be other ones: where a translucent mark, or a text, covers another.
     bool arrange(const PaintedFigure &figure, QVector<Placed> &placed);
-    static Placed inOne(const PaintedFigure &figure);
+    static Placed inOne(const PaintedFigure &figure, const QRect &part);
     QVector<Placed> placedStamps(const PaintedFigure &figure);
     void forgetUnused();
-    void showImages();
+    void showImages(const QVector<Placed> &placed);
+    void joinMoved(const QVector<Placed> &placed);
     void showPainting();
     void paint(QPainter *painter, const QRegion &region) const;
     static void place(QSGImageNode *node, const Stamp &stamp, const QPoint &corner, bool smooth);
@@ -75,9 +76,12 @@ private:
     QVector<QSGImageNode *> m_nodes;
     QVector<std::shared_ptr<QSGTexture>> m_shown; // in the nodes
     PaintingNode m_painting;
-    QSize m_size; // of what is painted
+    PaintingNode m_joint; // paints nothing
+    PaintedFigure m_figure;
+    QSize m_size;
     bool m_smooth = false;
-    bool m_isNew = false; // since the last frame, and painted
+    bool m_isNew = false;   // since the last frame, and painted
+    bool m_isWhole = false; // in one image, as a layer would be shown
 };
 
 // What of a figure a change leaves as it was.
