@@ -8,7 +8,7 @@
 namespace benchmark {
 
 // What one process measures, from the command line:
-//   --work new|pan|window|cursor|first-pan|heat|waterfall|ten|idle|empty --samples N --size WxH --pen PIXELS --traces N --seconds S
+//   --work new|pan|window|cursor|roll|first-pan|heat|waterfall|ten|idle|empty --samples N --size WxH --pen PIXELS --traces N --seconds S
 struct Job
 {
     QString work = QStringLiteral("new");

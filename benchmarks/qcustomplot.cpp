@@ -64,6 +64,20 @@ public:
         }
     }
 
+    // A frame of a chart that rolls: new samples at the end, and as many less at the begin.
+    void roll(const QVector<double> &values)
+    {
+        QCPGraph *graph = m_graphs.first();
+        QVector<double> keys(values.size());
+        double last = graph->dataCount() > 0 ? (graph->data()->constEnd() - 1)->key : -1.0;
+        const int full = int(m_sets.last().size());
+        for (double &key : keys)
+            key = ++last;
+        graph->addData(keys, values, true);
+        graph->data()->removeBefore(last - full + 1);
+        setVisible(last - full + 1, last);
+    }
+
     void frame() override
     {
         if (m_cursorOnly)
@@ -154,6 +168,20 @@ private:
     bool m_cursorOnly = false;
 };
 
+int roll(Job job, Peer &contender)
+{
+    job.work = QStringLiteral("stream");
+    const QVector<double> noise = benchmark::noisyTrace(job.samples, 1);
+    contender.prepare(job, {noise});
+    contender.roll(noise);
+    contender.frame();
+    const QVector<double> added = noise.mid(0, std::max(job.samples / 10000, 1));
+    return benchmark::run("QCustomPlot, added and removed", job, [&](int) {
+        contender.roll(added);
+        contender.frame();
+    });
+}
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -162,5 +190,7 @@ int main(int argc, char **argv)
     const Job job = Job::fromArguments(argc, argv);
     QApplication application(argc, argv);
     Peer contender;
+    if (job.work == QLatin1String("roll"))
+        return roll(job, contender);
     return benchmark::run("qcustomplot", job, contender);
 }

@@ -192,6 +192,7 @@ run_work() {
         for n in $sizes; do
             [ "$n" -ge 100000 ] || continue
             measure "$round" streams streams "$n" --size 1024x600
+            measure "$round" streams qcustomplot "$n" --work roll --size 1024x600
         done
         awk 'BEGIN { FS = OFS = "\t" } $1 == "streams" && $3 != "stream" { $1 = "streams: " $3 } { print }' $results >$results.sorted
         mv $results.sorted $results ;;

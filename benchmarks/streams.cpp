@@ -12,12 +12,15 @@
 
 #include <QGuiApplication>
 #include <QQuickWindow>
+#include <QVector2D>
 
+#include <cmath>
 #include <cstdio>
 #include <fstream>
 #include <memory>
 #include <string>
 #include <thread>
+#include <vector>
 
 using benchmark::Job;
 
@@ -114,6 +117,98 @@ private:
     int m_frames = 0;
 };
 
+// A ring buffer and what a chart of an immediate-mode interface makes of it with each frame: the vertices of the line,
+// two triangles between each sample and the next. They go to the graphics processor in portions; what that takes to
+// draw them is not part of this.
+class Ring
+{
+public:
+    explicit Ring(int samples)
+        : m_samples(std::size_t(samples))
+        , m_vertices(4 * portion)
+        , m_indices(6 * portion)
+    {
+    }
+
+    void append(const double *values, int count)
+    {
+        for (int i = 0; i < count; ++i) {
+            m_samples[m_offset] = values[i];
+            m_offset = m_offset + 1 == m_samples.size() ? 0 : m_offset + 1;
+        }
+    }
+
+    // Gives something of each portion, so that none is left out.
+    float draw(const QSize &size)
+    {
+        const float scaleX = float(size.width()) / float(m_samples.size());
+        const float scaleY = float(size.height()) / 100.0f;
+        const auto at = [&](std::size_t i) {
+            const std::size_t place = m_offset + i;
+            const double value = m_samples[place < m_samples.size() ? place : place - m_samples.size()];
+            return QVector2D(float(i) * scaleX, (50.0f - float(value)) * scaleY);
+        };
+        float taken = 0.0f;
+        int used = 0;
+        QVector2D from = at(0);
+        for (std::size_t i = 1; i < m_samples.size(); ++i) {
+            const QVector2D to = at(i);
+            addLine(used, from, to);
+            from = to;
+            if (++used == portion) {
+                taken += m_vertices[std::size_t(used)].y;
+                used = 0;
+            }
+        }
+        return taken;
+    }
+
+private:
+    struct Vertex
+    {
+        float x, y, u, v;
+        quint32 color;
+    };
+    static constexpr int portion = 10000;
+
+    void addLine(int number, const QVector2D &from, const QVector2D &to)
+    {
+        const QVector2D along = to - from;
+        const float length = std::sqrt(along.x() * along.x() + along.y() * along.y());
+        const float part = length > 0.0f ? 0.5f / length : 0.0f;
+        const float sideX = along.y() * part;
+        const float sideY = -along.x() * part;
+        Vertex *vertex = m_vertices.data() + 4 * number;
+        vertex[0] = {from.x() + sideX, from.y() + sideY, 0, 0, 0xff000000};
+        vertex[1] = {to.x() + sideX, to.y() + sideY, 0, 0, 0xff000000};
+        vertex[2] = {to.x() - sideX, to.y() - sideY, 0, 0, 0xff000000};
+        vertex[3] = {from.x() - sideX, from.y() - sideY, 0, 0, 0xff000000};
+        quint32 *index = m_indices.data() + 6 * number;
+        for (const int corner : {0, 1, 2, 0, 2, 3})
+            *index++ = quint32(4 * number + corner);
+    }
+
+    std::vector<double> m_samples;
+    std::vector<Vertex> m_vertices;
+    std::vector<quint32> m_indices;
+    std::size_t m_offset = 0;
+};
+
+void runRing(const Job &job)
+{
+    const QVector<double> noise = benchmark::noisyTrace(std::min(job.samples, 1 << 20), 1);
+    Ring ring(job.samples);
+    for (qint64 done = 0; done < job.samples; done += noise.size())
+        ring.append(noise.constData(), noise.size());
+    float taken = 0.0f;
+    benchmark::run("vertices of a ring buffer", job, [&](int) {
+        ring.append(noise.constData(), std::max(job.samples / 10000, 1));
+        taken += ring.draw(job.size);
+    });
+    if (std::isnan(taken))
+        std::puts("The ring holds something else than noise");
+}
+
 void runRolling(const Job &job)
 {
     Roll roll(job, 1);
@@ -187,6 +282,7 @@ int main(int argc, char **argv)
     job.work = QStringLiteral("stream");
     QGuiApplication application(argc, argv);
     runRolling(job);
+    runRing(job);
     runPushed(job);
     runChain(job);
 }

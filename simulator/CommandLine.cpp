@@ -11,20 +11,20 @@ constexpr double highestRate = 1000.0;
 
 QStringList knownInstruments()
 {
-    return {"analyzer", "otdr", "scope", "logger", "audio"};
+    return {"analyzer", "otdr", "scope", "logger", "audio", "spectrogram"};
 }
 
 QList<QCommandLineOption> options()
 {
     return {
         {"instrument",
-         "Start the instrument <name>: analyzer, otdr, scope, logger or audio. May be given several times; "
-         "all of "
-         "them by default.",
+         "Start the instrument <name>: analyzer, otdr, scope, logger, audio or spectrogram. May be given "
+         "several "
+         "times; all of them by default.",
          "name"},
         {"samples",
          "Samples of each sweep (0 to 10000000; by default 1001 of the analyzer, 20001 of the otdr, 10000 of "
-         "the scope, 8 of the logger, 1999 of audio).",
+         "the scope, 8 of the logger, 1999 of audio, 501 of the spectrogram).",
          "number"},
         {"rate",
          "Sweeps per second (above 0, up to 1000; by default 25, of the otdr 4, of a recording its own).",

@@ -6,6 +6,7 @@
 #include "simulator/Oscilloscope.h"
 #include "simulator/RecordedInstrument.h"
 #include "simulator/RecordingFile.h"
+#include "simulator/Spectrogram.h"
 #include "simulator/SpectrumAnalyzer.h"
 
 #include <algorithm>
@@ -55,6 +56,9 @@ ExitStatus InstrumentSet::make()
     if (m_line.instruments.contains("audio"))
         add(std::make_unique<AudioAnalyzer>(m_line.samples.value_or(1999), m_line.seed,
                                             m_line.rate.value_or(usualRate)));
+    if (m_line.instruments.contains("spectrogram"))
+        add(std::make_unique<Spectrogram>(m_line.samples.value_or(501), m_line.seed,
+                                          m_line.rate.value_or(usualRate)));
     if (m_line.instruments.contains("logger"))
         add(std::make_unique<DataLogger>(m_line.samples.value_or(8), m_line.seed,
                                          m_line.rate.value_or(usualRate)));

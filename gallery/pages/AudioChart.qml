@@ -7,7 +7,7 @@ Chart {
     width: 800; height: 480
     axisX { title: "Frequency"; unit: "Hz"; minValue: 20; maxValue: 20000 }
     axisX { scale: ChartAxis.Logarithmic; minorGrid: true }
-    axisY { title: "Level"; minValue: -110; maxValue: 0 }
+    axisY { title: "Level"; minValue: -120; maxValue: 0 }
     cursor.enabled: false
     legend { inARow: true; atBottom: true }
 
@@ -25,17 +25,17 @@ Chart {
     }
 
     GraphCursor {
-        id: line
         primaryPlot: now
+        posValue: 440
         color: colors.cursorColor
         markers: [
             GraphMarker {
-                posValue: 880; visible: true; deltaY: 110
+                posValue: 880; visible: true; deltaY: 40
                 color: colors.markerColors[0]
                 MarkerGrab { text: "A" }
             },
             GraphMarker {
-                posValue: 3080; visible: true; deltaY: 135
+                posValue: 5280; visible: true; deltaY: 62
                 color: colors.markerColors[1]
                 MarkerGrab { text: "B" }
             }
@@ -58,12 +58,11 @@ Chart {
         for (let i = 0; i < 1999; ++i) {
             const f = 20 + 10 * i, harmonic = Math.max(1, Math.round(f / 440));
             const noise = Math.abs(43758.5 * Math.sin(12.9898 * i + 78.233 * sweeps) % 1) + 0.02;
-            const power = Math.pow(10, -2 - 0.25 * harmonic + 0.4 * Math.sin(0.2 * sweeps + harmonic));
+            const power = Math.pow(10, -4 - 0.25 * harmonic + 0.4 * Math.sin(0.2 * sweeps + harmonic));
             const tone = power * Math.exp(-Math.pow((f - 440 * harmonic) / 12, 2));
-            levels.push(10 * Math.log10(tone + 2e-6 * noise / Math.sqrt(f / 20)));
+            levels.push(10 * Math.log10(tone + 2e-8 * noise / Math.sqrt(f / 20)));
         }
         now.values = levels;
-        if (++sweeps === 1)
-            line.posValue = 440;
+        ++sweeps;
     }
 }

@@ -18,6 +18,7 @@ GraphView {
     readonly property real latest: series.size > 0 ? series.x(series.size - 1) : 0
     readonly property string reading: series.size > 0 ? series.formattedYValue(series.y(series.size - 1)) : ""
     readonly property alias timeMargin: time.margin
+    readonly property real nameWidth: Theme.compact ? 52 : 60
 
     axes: [
         ValueAxis {
@@ -41,7 +42,7 @@ GraphView {
             maxValue: series.yRangeEnd
             numTicks: 3
             // The same for all strips, so that their times line up.
-            margin: Theme.compact ? 46 : 56
+            margin: strip.nameWidth + (Theme.compact ? 46 : 56)
             unit: series.yUnits.replace("deg", "\u00b0")
             labelFont { family: Theme.family; pixelSize: Theme.axisText }
             labelColor: strip.color
@@ -94,21 +95,14 @@ GraphView {
     Item {
         z: 3
 
-        Rectangle {
-            anchors { left: parent.left; top: parent.top; margins: 4 }
-            width: name.implicitWidth + 12
-            height: name.implicitHeight + 4
-            radius: Theme.radius
-            color: Theme.overlay
-
-            Label {
-                id: name
-
-                anchors.centerIn: parent
-                text: series.label
-                color: strip.color
-                font.pixelSize: Theme.smallText
-            }
+        // Beside the numbers: the trace may be anywhere.
+        Label {
+            x: -level.margin
+            anchors.verticalCenter: parent.verticalCenter
+            width: strip.nameWidth
+            text: series.label
+            color: strip.color
+            font.pixelSize: Theme.smallText
         }
     }
 }

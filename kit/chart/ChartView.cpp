@@ -191,6 +191,7 @@ void ChartView::cancelExport()
     \qmlproperty Item Chart::underlay
     \qmlproperty Item Chart::overlay
     \qmlproperty bool Chart::touched
+    \qmlproperty size Chart::legendSize
     \qmlproperty Item Chart::flickable
     \qmlmethod Chart::showAllOf(Qt::Orientation)
     \qmlmethod Chart::recordStep()
@@ -244,7 +245,9 @@ void ChartView::cancelExport()
 
     \qmlproperty bool LegendSwitches::atRight
     \qmlproperty bool LegendSwitches::atBottom
-    Its corner of the plot area; by default the upper right one, the upper left one where the chart has \c follow.
+    Its corner of the plot area. By default the first one in which it covers no trace, beginning with the upper
+    right one: it is chosen when traces get their first data, and when the size of the chart or of the legend changes.
+    With \c follow it is the upper left one.
 
     \qmlproperty bool LegendSwitches::inARow
     Its names beside each other instead of below each other.

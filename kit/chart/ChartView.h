@@ -3,6 +3,7 @@
 #include "common/Export.h"
 #include "kit/chart/LeastPositive.h"
 #include "kit/chart/FittedAxis.h"
+#include "kit/chart/LegendPlace.h"
 #include "kit/chart/PlacedScales.h"
 #include "kit/chart/ReadingTexts.h"
 #include "kit/chart/TraceColors.h"
@@ -53,11 +54,12 @@ class GRAPH_CHARTS_EXPORT ChartView : public GraphView
     Q_PROPERTY(double exportProgress READ exportProgress NOTIFY exportProgressChanged)
     Q_PROPERTY(bool canGoBack READ canGoBack NOTIFY historyChanged)
     Q_PROPERTY(bool canGoForward READ canGoForward NOTIFY historyChanged)
-    // For Chart.qml: the layers below and above the traces, and whether a finger is at work that keeps ranges
-    // still.
+    // For Chart.qml: the layers below and above the traces, whether a finger is at work that keeps ranges still, and
+    // how large the legend is without values.
     Q_PROPERTY(QQuickItem *underlay READ underlay CONSTANT)
     Q_PROPERTY(QQuickItem *overlay READ overlay CONSTANT)
     Q_PROPERTY(bool touched READ isTouched WRITE setTouched NOTIFY touchedChanged)
+    Q_PROPERTY(QSizeF legendSize READ legendSize WRITE setLegendSize NOTIFY legendSizeChanged)
     Q_PROPERTY(QQuickItem *flickable READ flickable WRITE setFlickable NOTIFY flickableChanged)
 
 public:
@@ -85,6 +87,7 @@ public:
     QQuickItem *underlay() const { return m_underlay; }
     QQuickItem *overlay() const { return m_overlay; }
     bool isTouched() const { return m_touched; }
+    QSizeF legendSize() const { return m_legendSize; }
     QQuickItem *flickable() const { return m_flickable; }
 
     void setTitle(const QString &title);
@@ -93,6 +96,7 @@ public:
     void setFollowing(bool following);
     void setZoomWith(ChartView *other);
     void setTouched(bool touched);
+    void setLegendSize(const QSizeF &size);
     void setFlickable(QQuickItem *flickable);
 
     Q_INVOKABLE void showRange(double from, double to);
@@ -127,6 +131,7 @@ signals:
     void exportFinished(const QString &file, const QString &error);
     void exportProgressChanged();
     void touchedChanged();
+    void legendSizeChanged();
     void flickableChanged();
 
 protected:
@@ -169,6 +174,7 @@ private:
     void updateRangesLater();
     void updateRanges();
     void followNewData(const Span &oldX);
+    void placeLegend();
     void fitAxes(Qt::Orientation orientation, const PlottedData &plotted);
     FittedAxis::Look lookAt(const FittedAxis &axis, const PlottedData &plotted) const;
     void fit(FittedAxis &axis, const PlottedData &plotted);
@@ -198,6 +204,8 @@ private:
     ChartAxis *m_axisX;
     ChartAxis *m_axisY;
     LegendSwitches *m_legend;
+    LegendPlace m_legendPlace;
+    QSizeF m_legendSize;
     CursorSwitches *m_cursorSwitches;
     ZoomSwitches *m_zoom;
     std::vector<FittedAxis> m_axes;

@@ -350,8 +350,8 @@ void ChartView::placeCursors()
     const QList<QQuickItem *> children = childItems();
     for (QQuickItem *child : children) {
         auto *cursor = qobject_cast<GraphCursor *>(child);
-        if (cursor && cursor->posIndex() < 0)
-            cursor->setPosValue(cursor->posValue());
+        if (cursor && (cursor->posIndex() < 0 || cursor->awaitedValue()))
+            cursor->setPosValue(cursor->awaitedValue().value_or(cursor->posValue()));
     }
 }
 

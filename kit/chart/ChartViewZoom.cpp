@@ -4,6 +4,7 @@
 #include "kit/chart/ChartTheme.h"
 #include "kit/chart/LegendSwitches.h"
 #include "kit/chart/PlottedData.h"
+#include "kit/data/Store.h"
 #include "kit/data/Telling.h"
 #include "view/base/AbstractPlot.h"
 #include "view/base/XYScale.h"
@@ -86,11 +87,29 @@ void ChartView::updateRanges()
     m_applying = wasApplying;
     m_grid->setVisible(!plotted.fill(m_axisX) && !plotted.fill(m_axisY));
     placeCursors();
+    placeLegend();
     if (oldX != m_dataX) {
         const auto others = partners();
         for (ChartView *chart : others)
             chart->updateRangesLater();
     }
+}
+
+void ChartView::placeLegend()
+{
+    if (m_legend->isPlaced() || m_follow > 0.0)
+        return;
+    const auto corner = m_legendPlace.find(m_traces, plotArea()->size(), m_legendSize);
+    if (corner)
+        m_legend->setDefaultCorner(corner->atRight, corner->atBottom);
+}
+
+void ChartView::setLegendSize(const QSizeF &size)
+{
+    if (!store(m_legendSize, size))
+        return;
+    emit legendSizeChanged();
+    updateRangesLater();
 }
 
 // What is shown of x, now that the data have changed.
@@ -381,7 +400,8 @@ void ChartView::setFollow(double seconds)
     const bool starts = m_follow == 0.0;
     m_follow = seconds;
     emit followChanged();
-    m_legend->setDefaultAtRight(seconds == 0.0);
+    // New data come in at the right.
+    m_legend->setDefaultCorner(seconds == 0.0, false);
     if (seconds == 0.0)
         setFollowing(false);
     else if (starts)

@@ -199,14 +199,6 @@ bool isZoomed(const AbstractPlot &plot)
     return zoom && (zoom->width() < 1.0 || zoom->height() < 1.0);
 }
 
-bool reachesBaseline(const AbstractPlot &plot)
-{
-    if (const auto *trace = qobject_cast<const Trace *>(&plot))
-        return trace->style() == Trace::Area || trace->style() == Trace::Bars;
-    const auto *plain = qobject_cast<const GraphPlot *>(&plot);
-    return !plain || plain->plotStyle() == GraphPlot::BarPlot || plain->plotStyle() == GraphPlot::FillPlot;
-}
-
 bool areApart(double low, double high, double from, double to)
 {
     return high < qMin(from, to) || low > qMax(from, to);
@@ -217,6 +209,14 @@ bool areApart(double low, double high, double from, double to)
 bool hasSamples(const PlotData &data)
 {
     return !data.inherits("PlotRegions") && !data.inherits("PlotBands");
+}
+
+bool reachesBaseline(const AbstractPlot &plot)
+{
+    if (const auto *trace = qobject_cast<const Trace *>(&plot))
+        return trace->style() == Trace::Area || trace->style() == Trace::Bars;
+    const auto *plain = qobject_cast<const GraphPlot *>(&plot);
+    return !plain || plain->plotStyle() == GraphPlot::BarPlot || plain->plotStyle() == GraphPlot::FillPlot;
 }
 
 bool isOwnData(const AbstractPlot &plot)

@@ -13,6 +13,9 @@ bool hasSamples(const PlotData &data);
 // Whether the plot has made its data itself, of what a document has written in the plot.
 bool isOwnData(const AbstractPlot &plot);
 
+// Whether the plot fills what lies between its values and the baseline.
+bool reachesBaseline(const AbstractPlot &plot);
+
 // Why nothing comes of the plot's data: their address, the service behind it, or the samples themselves. Empty
 // when all is well, and when there is just nothing yet. The sentence continues the name of the data, or of the
 // plot that has made them itself.

@@ -15,7 +15,7 @@ class GRAPH_CHARTS_EXPORT LegendSwitches : public QObject
     Q_PROPERTY(bool enabled READ isEnabled WRITE setEnabled NOTIFY changed)
     Q_PROPERTY(int leastTraces MEMBER m_leastTraces NOTIFY changed)
     Q_PROPERTY(bool atRight READ isAtRight WRITE setAtRight NOTIFY changed)
-    Q_PROPERTY(bool atBottom MEMBER m_atBottom NOTIFY changed)
+    Q_PROPERTY(bool atBottom READ isAtBottom WRITE setAtBottom NOTIFY changed)
     Q_PROPERTY(bool inARow MEMBER m_inARow NOTIFY changed)
     Q_PROPERTY(bool values MEMBER m_values NOTIFY changed)
 
@@ -40,10 +40,18 @@ public:
         m_atRight = atRight;
         emit changed();
     }
-    // Where the document says nothing.
-    void setDefaultAtRight(bool atRight)
+    bool isAtBottom() const { return m_atBottom.value_or(m_defaultAtBottom); }
+    void setAtBottom(bool atBottom)
+    {
+        m_atBottom = atBottom;
+        emit changed();
+    }
+    // Where the document says nothing of either.
+    bool isPlaced() const { return m_atRight || m_atBottom; }
+    void setDefaultCorner(bool atRight, bool atBottom)
     {
         m_defaultAtRight = atRight;
+        m_defaultAtBottom = atBottom;
         emit changed();
     }
 
@@ -56,7 +64,8 @@ private:
     int m_leastTraces = 2;
     std::optional<bool> m_atRight;
     bool m_defaultAtRight = true;
-    bool m_atBottom = false;
+    std::optional<bool> m_atBottom;
+    bool m_defaultAtBottom = false;
     bool m_inARow = false;
     bool m_values = true;
 };

@@ -237,10 +237,17 @@ ChartView {
             // Names only: the traces need the room.
             readonly property bool isSmall: width < chart.colors.fontSize * 28
 
+            readonly property size boxSize: Qt.size(box.width, box.height)
+
+            function tellSize() {
+                if (!cursor)
+                    chart.legendSize = boxSize;
+            }
+
+            onBoxSizeChanged: tellSize()
+            onCursorChanged: tellSize()
             plots: legendLoader.named
             cursor: !chart.legend.values || isSmall ? null : chart.declaredCursor ? chart.declaredCursor : cursorLoader.shown ? cursorLoader.item : null
-            // At the left the names stay where they are when values come.
-            keepsRoom: atRight && chart.legend.values && !isSmall && chart.cursor.enabled
             atRight: chart.legend.atRight
             atBottom: chart.legend.atBottom
             inARow: chart.legend.inARow || legendLoader.isLow

@@ -11,8 +11,6 @@ Item {
     property var plots: []
     // Whose values are written behind the names.
     property GraphCursor cursor: null
-    // Room for values is there also while there is no cursor.
-    property bool keepsRoom: false
     property bool atRight: true
     property bool atBottom: false
     // One beside the other instead of one below the other.
@@ -48,7 +46,7 @@ Item {
 
     // The ends of the axis, with a digit more, are as long as values get.
     function longestValue(plot) {
-        var axis = keepsRoom && chart && plot && plot.plotData && plot.plotData.size > 0 ? plot.axisY : null;
+        var axis = cursor && chart && plot && plot.plotData && plot.plotData.size > 0 ? plot.axisY : null;
         if (!axis)
             return "";
         var longest = "";
@@ -168,7 +166,7 @@ Item {
                         Connections {
                             target: legend
                             function onCursorChanged() {
-                                if (!legend.cursor && !legend.keepsRoom)
+                                if (!legend.cursor)
                                     reading.room = 0;
                             }
                         }

@@ -113,6 +113,12 @@ void GraphCursor::setPosValue(double value)
 {
     if (std::isnan(value))
         return;
+    placeOnValue(value);
+    m_awaitedValue = m_posIndex < 0 ? std::make_optional(value) : std::nullopt;
+}
+
+void GraphCursor::placeOnValue(double value)
+{
     if (m_autoPrimaryPlot && m_direction.snapsToSamples)
         placeOnChosenPlot(value);
     else

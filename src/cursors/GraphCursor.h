@@ -78,6 +78,8 @@ public:
     static GraphCursorAttached *qmlAttachedProperties(QObject *object);
 
     int posIndex() const { return m_posIndex; }
+    // Where it was told to be while there were no data to be placed on.
+    std::optional<double> awaitedValue() const { return m_awaitedValue; }
     double position() const { return m_position; }
     double posValue() const { return m_posValue; }
     int posOnScreen() const { return m_posOnScreen; }
@@ -179,6 +181,7 @@ private slots:
     void adoptZoomRectOfParent();
 
 private:
+    void placeOnValue(double value);
     graph::CursorPlaces places() const;
     void placeOnChosenPlot(double value);
     void placeAt(const std::optional<graph::CursorPlace> &place);
@@ -219,6 +222,7 @@ private:
     QPointer<const PlotData> m_placedData; // where posIndex, posValue and position come from
     graph::SampleHistory m_placedHistory;
     QPointer<ValueAxis> m_placedAxis;
+    std::optional<double> m_awaitedValue;
     bool m_staysOnScreen = true;
 #if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
     bool m_visible = false;

@@ -305,7 +305,7 @@ bool GraphCursor::hasReading(int index) const
 */
 void GraphCursor::updateCursorPos()
 {
-    setPosValue(m_posValue);
+    placeOnValue(m_posValue);
     placeMarkers();
 }
 

@@ -58,6 +58,8 @@ void TestExamples::example()
     analyzer.setVector("spectrum_yData:doubleARRAY:", {-90.0, -20.0, -85.0});
     BusPublisher audio("audio");
     audio.setVector("spectrum_yData:doubleARRAY:", {-90.0, -20.0, -85.0});
+    BusPublisher spectrogram("spectrogram");
+    spectrogram.setVector("levels_yData:doubleARRAY:", {-90.0, -40.0, -85.0});
 
     QQmlEngine engine;
     QQmlComponent component(&engine);

@@ -3,6 +3,7 @@
 #include "simulator/FibreReflectometer.h"
 #include "simulator/NoiseSource.h"
 #include "simulator/Oscilloscope.h"
+#include "simulator/Spectrogram.h"
 #include "simulator/SpectrumAnalyzer.h"
 
 #include <QtTest>
@@ -20,7 +21,7 @@ class tst_instruments : public QObject
 private slots:
     void sweepsDependOnSeedAndNumberOnly()
     {
-        for (const int kind : {0, 1, 2, 3, 4}) {
+        for (const int kind : {0, 1, 2, 3, 4, 5}) {
             const auto one = made(kind, 500, 7);
             const auto two = made(kind, 500, 7);
             two->sweep(3); // what was asked for before must not matter
@@ -37,7 +38,7 @@ private slots:
 
     void anySampleCount()
     {
-        for (const int kind : {0, 1, 2, 3, 4}) {
+        for (const int kind : {0, 1, 2, 3, 4, 5}) {
             for (const int samples : {-1, 0, 1, 2, 3, 70000}) {
                 const auto instrument = made(kind, samples, 1);
                 for (const quint64 number : {quint64(0), std::numeric_limits<quint64>::max()}) {
@@ -66,6 +67,18 @@ private slots:
             QVERIFY(levels.at(at) > levels.at(at - 5) + 20.0 && levels.at(at) > levels.at(at + 5) + 20.0);
         }
         QVERIFY(*std::max_element(levels.begin(), levels.end()) < 0.0);
+    }
+
+    void stationsOfSpectrogram()
+    {
+        const Spectrogram band(501, 1, 25.0);
+        for (const quint64 sweep : {0, 24, 25, 1000000}) {
+            const QVector<double> levels = band.sweep(sweep).first().y;
+            for (const double frequency : {92.4e6, 104.6e6, Spectrogram::hoppingFrequency(sweep)})
+                QVERIFY(levels.at(qRound((frequency - 88e6) / 40e3)) > -62.0);
+            QVERIFY(*std::max_element(levels.begin(), levels.end()) < -30.0);
+        }
+        QVERIFY(Spectrogram::hoppingFrequency(24) != Spectrogram::hoppingFrequency(25));
     }
 
     void noiseFloor()
@@ -240,7 +253,9 @@ private:
             return std::make_unique<Oscilloscope>(samples, seed, 25.0);
         if (kind == 3)
             return std::make_unique<DataLogger>(samples, seed, 25.0);
-        return std::make_unique<AudioAnalyzer>(samples, seed, 25.0);
+        if (kind == 4)
+            return std::make_unique<AudioAnalyzer>(samples, seed, 25.0);
+        return std::make_unique<Spectrogram>(samples, seed, 25.0);
     }
     // Missing samples are equal, too.
     static QByteArray bytes(const QVector<double> &values)

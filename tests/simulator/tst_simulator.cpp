@@ -55,7 +55,8 @@ private slots:
         row("", 1, "there is no session bus");
         row("--help", 0, "--instrument <name>");
         row("--version", 0, "graph-simulator 0");
-        row("--instrument voltmeter", 2, "\"voltmeter\" is not one of analyzer, otdr, scope, logger, audio");
+        row("--instrument voltmeter", 2,
+            "\"voltmeter\" is not one of analyzer, otdr, scope, logger, audio, spectrogram");
         row("--samples many", 2, "--samples: \"many\"");
         row("--samples -1", 2, "from 0 to 10000000");
         row("--rate 0", 2, "--rate: \"0\" is not a number above 0");

@@ -98,6 +98,39 @@ TestCase {
         verify(chart.plotArea.x > 20 && chart.plotArea.y + chart.plotArea.height < 390 && chart.plotArea.width > 500 && chart.plotArea.height > 300);
     }
 
+    // The legend is in the first corner without a trace, of its own width; values of a cursor make it wider, and move
+    // it no more.
+    function test_legendCorner_data() {
+        return [
+            { tag: "falling", one: [9, 5, 1], two: [8, 3, 0], corner: "right top" },
+            { tag: "rising", one: [1, 5, 9], two: [0, 3, 8], corner: "left top" },
+            { tag: "rising, written", one: [1, 5, 9], two: [0, 3, 8], atRight: true, corner: "right top" },
+            { tag: "high", one: [9, 9, 9], two: [0, 9, 9], corner: "right bottom" },
+            { tag: "falling at the end", one: [9, 9, 9], two: [9, 9, 0], corner: "left bottom" },
+            { tag: "between samples", one: [0, 9, 0, 9, 0, 9, 0, 9], two: [0, 0], corner: "right top" },
+            { tag: "bars", one: [2, 9, 9], two: [2, 8, 8], style: Trace.Bars, corner: "left top" }
+        ];
+    }
+
+    function test_legendCorner(data) {
+        var chart = make(empty);
+        if (data.atRight)
+            chart.legend.atRight = true;
+        traceComponent.createObject(chart, { values: data.one, name: "One", style: data.style || Trace.Line });
+        traceComponent.createObject(chart, { values: data.two, name: "Two", style: data.style || Trace.Line });
+        tryVerify(() => chart.legendBox && chart.legendBox.width > 50 && chart.legendBox.width < 100);
+        wait(30);
+        var box = chart.legendBox, corner = (box.x > 200 ? "right" : "left") + (box.y > 100 ? " bottom" : " top");
+        compare(corner, data.corner);
+        var x = box.x, width = box.width;
+        mouseMove(chart, chart.plotArea.x + 200, chart.plotArea.y + 150);
+        mouseMove(chart, chart.plotArea.x + 201, chart.plotArea.y + 150);
+        tryVerify(() => box.width > width);
+        compare(box.x < x, corner.startsWith("right"));
+        mouseMove(testCase, 1, 1);
+        tryCompare(box, "width", width);
+    }
+
     // A small one has its names in a row, a tiny one has none; the unit is beside the plot area, too.
     function test_smallChart_data() {
         return [{ tag: "large", width: 420, height: 310, legends: 1 }, { tag: "narrow", width: 200, height: 310, legends: 1 },

@@ -93,9 +93,17 @@ TestCase {
             width: 640
             height: 400
             Trace { name: "Level" }
-            legend.leastTraces: 1
-            ChartCursor { markers: GraphMarker { posValue: 4; visible: true; MarkerGrab { text: "A" } } }
+            legend { leastTraces: 1; atRight: true }
+            property real place: 0
+            ChartCursor { posValue: parent.place; markers: GraphMarker { posValue: 4; visible: true; MarkerGrab { text: "A" } } }
         }
+    }
+
+    // A place that is written before the data have come.
+    function test_awaitedPlace() {
+        var chart = make(withCursor, { place: 30 });
+        feed(chart, 98);
+        compare(chart.declaredCursor.posIndex + " " + chart.declaredCursor.posValue, "30 30");
     }
 
     // It waits for data, hears taps and keys, and keeps the chart's own away.
@@ -194,7 +202,7 @@ TestCase {
             feed(chart, 125 + i);
         tryVerify(() => shown(chart) === "102 132");
         // Those with a name, at the side where nothing new comes in, without a gap for values that may come.
-        var legend = find(chart.overlay, "keepsRoom"), entries = find(legend, "flow");
+        var legend = find(chart.overlay, "inARow"), entries = find(legend, "flow");
         compare(entries.rows, 2);
         compare(legend.atRight, false);
         tryVerify(() => entries.width > 0 && entries.width < 110);

@@ -1,0 +1,114 @@
+#include "kit/chart/LegendPlace.h"
+
+#include "data/PlotData.h"
+#include "kit/chart/DataChecks.h"
+#include "plots/GraphPlot.h"
+
+#include <QRectF>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace graph {
+
+namespace {
+
+constexpr double inset = 4.0; // of a legend, in pixels
+constexpr double gap = 3.0;   // to a trace
+constexpr double sliceWidth = 8.0;
+
+// The rows of a stretch of pixel columns that a trace passes.
+struct Rows
+{
+    double top = std::numeric_limits<double>::infinity();
+    double bottom = -std::numeric_limits<double>::infinity();
+
+    void add(double row)
+    {
+        // NaN adds nothing.
+        top = row < top ? row : top;
+        bottom = row > bottom ? row : bottom;
+    }
+};
+
+// Of the line between the samples before and behind that place.
+double rowAt(const AbstractPlot &plot, const SampleSpan &samples, double x)
+{
+    const int next = samples.countBelow(x);
+    if (next == 0 || next >= samples.size())
+        return std::numeric_limits<double>::quiet_NaN();
+    const double left = plot.mapToItemX(samples.x(next - 1));
+    const double right = plot.mapToItemX(samples.x(next));
+    const double part = right != left ? (plot.mapToItemX(x) - left) / (right - left) : 0.0;
+    const double before = plot.mapToItemY(samples.y(next - 1));
+    return before + part * (plot.mapToItemY(samples.y(next)) - before);
+}
+
+Rows rowsBetween(const AbstractPlot &plot, const SampleSpan &samples, double left, double right)
+{
+    Rows rows;
+    double from = plot.mapFromItemX(left);
+    double to = plot.mapFromItemX(right);
+    if (from > to)
+        std::swap(from, to);
+    const int first = samples.countBelow(from);
+    const int end = std::max(first, samples.countUpTo(to, first));
+    const MinMax extent = samples.minMax(first, end);
+    if (!extent.isEmpty()) {
+        rows.add(plot.mapToItemY(extent.min));
+        rows.add(plot.mapToItemY(extent.max));
+    }
+    rows.add(rowAt(plot, samples, from));
+    rows.add(rowAt(plot, samples, to));
+    if (rows.top <= rows.bottom && reachesBaseline(plot))
+        rows.add(plot.mapToItemY(plot.baseline()));
+    return rows;
+}
+
+bool isCovered(const AbstractPlot &plot, const QRectF &place)
+{
+    constexpr double farthest = std::numeric_limits<double>::infinity();
+    const SampleSpan samples = plot.plotData()->sampleSpan(-farthest, farthest);
+    if (samples.isEmpty() || !plot.axisX() || !plot.axisY())
+        return false;
+    for (double left = place.left(); left < place.right(); left += sliceWidth) {
+        const Rows rows = rowsBetween(plot, samples, left, std::min(left + sliceWidth, place.right()));
+        if (rows.top <= place.bottom() && rows.bottom >= place.top())
+            return true;
+    }
+    return false;
+}
+
+} // namespace
+
+std::optional<LegendPlace::Corner> LegendPlace::find(const QVector<QPointer<AbstractPlot>> &plots,
+                                                     const QSizeF &area, const QSizeF &legend)
+{
+    QVector<const AbstractPlot *> shown;
+    QVector<const void *> data;
+    for (const AbstractPlot *plot : plots) {
+        // What is hidden by a tap on the legend does not move it.
+        if (qobject_cast<const GraphPlot *>(plot) && plot->plotData() && plot->plotData()->size() > 0) {
+            shown.append(plot);
+            data.append(plot->plotData());
+        }
+    }
+    if (data.isEmpty() || legend.isEmpty() || (data == m_data && area == m_area && legend == m_legend))
+        return std::nullopt;
+    m_data = data;
+    m_area = area;
+    m_legend = legend;
+    for (const Corner corner :
+         {Corner{true, false}, Corner{false, false}, Corner{true, true}, Corner{false, true}}) {
+        const double x = corner.atRight ? area.width() - legend.width() - inset : inset;
+        const double y = corner.atBottom ? area.height() - legend.height() - inset : inset;
+        const QRectF place = QRectF(QPointF(x, y), legend).adjusted(-gap, -gap, gap, gap);
+        if (std::none_of(shown.begin(), shown.end(),
+                         [&place](const AbstractPlot *plot) { return isCovered(*plot, place); }))
+            return corner;
+    }
+    return Corner{true, false};
+}
+
+} // namespace graph
