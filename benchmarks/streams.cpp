@@ -1,5 +1,6 @@
 // Measures live data and traces that compute, one after the other: milliseconds of the processor a frame, the
-// median of many. Arguments as those of the other programs; --samples are those in view.
+// median of many. Arguments as those of the other programs; --samples are those in view, and --work pushed leaves out
+// all but what another thread pushes.
 
 #include "axis/ValueAxis.h"
 #include "benchmarks/Measurement.h"
@@ -279,10 +280,14 @@ int main(int argc, char **argv)
 {
     benchmark::chooseSoftwareRendering();
     Job job = Job::fromArguments(argc, argv);
+    const bool isPushedOnly = job.work == QLatin1String("pushed");
     job.work = QStringLiteral("stream");
     QGuiApplication application(argc, argv);
-    runRolling(job);
-    runRing(job);
+    if (!isPushedOnly)
+        runRolling(job);
+    if (!isPushedOnly)
+        runRing(job);
     runPushed(job);
-    runChain(job);
+    if (!isPushedOnly)
+        runChain(job);
 }
