@@ -1,4 +1,5 @@
 #include "axis/AxisRange.h"
+#include "support/Table.h"
 
 #include <QtTest>
 
@@ -43,12 +44,9 @@ private slots:
 
 void tst_axisrange::moves_data()
 {
-    QTest::addColumn<double>("span");
-    QTest::addColumn<double>("lowest");
-    QTest::addColumn<double>("highest");
-    QTest::addColumn<bool>("end"); // that moves: maxValue instead of minValue
-    QTest::addColumn<double>("to");
-    QTest::addColumn<QString>("range");
+    // end: that moves: maxValue instead of minValue
+    columns<double, double, double, bool, double, QString>(
+        {"span", "lowest", "highest", "end", "to", "range"});
     const auto row = [](const char *name, double span, double lowest, double highest, bool end, double to,
                         const char *range) {
         QTest::newRow(name) << span << lowest << highest << end << to << QString(range);

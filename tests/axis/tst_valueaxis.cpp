@@ -1,6 +1,7 @@
 #include "axis/AxisBench.h"
 #include "axis/ValueAxis.h"
 #include "platform/ui/SystemLocale.h"
+#include "support/Table.h"
 
 #include <QFontMetrics>
 #include <QSignalSpy>
@@ -96,10 +97,7 @@ void tst_valueaxis::pinnedSpanMoves()
 
 void tst_valueaxis::spanSurvivesItsRange_data()
 {
-    QTest::addColumn<double>("lowest");
-    QTest::addColumn<double>("minValue");
-    QTest::addColumn<double>("maxValue");
-    QTest::addColumn<double>("shown");
+    columns<double, double, double, double>({"lowest", "minValue", "maxValue", "shown"});
     const auto row = [](const char *name, double lowest, double minValue, double maxValue, double shown) {
         QTest::newRow(name) << lowest << minValue << maxValue << shown;
     };

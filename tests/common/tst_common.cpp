@@ -1,5 +1,6 @@
 #include "common/FuzzyEqual.h"
 #include "common/PixelMapping.h"
+#include "support/Table.h"
 
 #include <QtTest>
 
@@ -49,11 +50,7 @@ void tst_common::mappingEnds()
 
 void tst_common::wholePixels_data()
 {
-    QTest::addColumn<double>("begin");
-    QTest::addColumn<double>("range");
-    QTest::addColumn<double>("size");
-    QTest::addColumn<double>("value");
-    QTest::addColumn<double>("coordinate");
+    columns<double, double, double, double, double>({"begin", "range", "size", "value", "coordinate"});
     QTest::newRow("rounded down") << 0.0 << 100.0 << 58.0 << 100.0 << 57.0;
     QTest::newRow("a sum short of its value") << 0.0 << 1.0 << 11.0 << 0.7999999999999999 << 8.0;
     QTest::newRow("downwards") << 100.0 << -100.0 << 58.0 << 0.0 << 57.0;
@@ -93,11 +90,8 @@ void tst_common::wholePixels()
 
 void tst_common::logarithmicScale_data()
 {
-    QTest::addColumn<double>("begin");
-    QTest::addColumn<double>("end");
-    QTest::addColumn<double>("first"); // the values on the first, the middle and the last of 201 pixels
-    QTest::addColumn<double>("middle");
-    QTest::addColumn<double>("last");
+    // first: the values on the first, the middle and the last of 201 pixels
+    columns<double, double, double, double, double>({"begin", "end", "first", "middle", "last"});
     QTest::newRow("decades") << 1.0 << 1e4 << 1.0 << 100.0 << 1e4;
     QTest::newRow("falling") << 1e4 << 1.0 << 1e4 << 100.0 << 1.0;
     QTest::newRow("audio") << 20.0 << 20000.0 << 20.0 << std::sqrt(20.0 * 20000.0) << 20000.0;

@@ -1,4 +1,5 @@
 #include "support/QmlDocument.h"
+#include "support/Table.h"
 
 #include <QProcess>
 #include <QTemporaryDir>
@@ -38,9 +39,7 @@ class tst_replay : public QObject
 private slots:
     void shows_data()
     {
-        QTest::addColumn<QVector<QByteArray>>("recordings");
-        QTest::addColumn<QVector<QRgb>>("colors");
-        QTest::addColumn<QString>("page");
+        columns<QVector<QByteArray>, QVector<QRgb>, QString>({"recordings", "colors", "page"});
         const auto row = [](const char *tag, const QVector<QByteArray> &recordings,
                             const QVector<QRgb> &colors, const QString &page = "replay") {
             QTest::newRow(tag) << recordings << colors << page;
@@ -100,10 +99,7 @@ private slots:
 
     void reflections_data()
     {
-        QTest::addColumn<double>("pulse");
-        QTest::addColumn<double>("metre");
-        QTest::addColumn<double>("next");
-        QTest::addColumn<double>("end");
+        columns<double, double, double, double>({"pulse", "metre", "next", "end"});
         QTest::newRow("pulse of 100 ns") << 10.0 << 1.0 << 9000.0 << 1012.0;
         QTest::newRow("pulse of 10 us") << 1000.0 << 1.0 << 9000.0 << 2200.0;
         QTest::newRow("in kilometres") << 1000.0 << 0.001 << 9.0 << 2.2;

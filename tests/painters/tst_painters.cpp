@@ -7,14 +7,12 @@
 #include "painters/TextPainter.h"
 #include "plots/ContainerPlot.h"
 #include "support/Pictures.h"
-#include "support/Properties.h"
 #include "support/Table.h"
 
 #include <QFontMetrics>
 #include <QPainter>
 #include <QtTest>
 
-#include <limits>
 #include <memory>
 
 namespace {
@@ -403,32 +401,6 @@ private slots:
         QCOMPARE(figure.scales, QPointF(2.0, 0.5));
         plot.range_ = 0.0;
         QVERIFY(inkBox(painted(plot)).isEmpty());
-    }
-
-    void extremeNumbers()
-    {
-        PlotPoints data;
-        data.setXData({-1e308, 0.0, 1e308});
-        data.setYData({1e308, -1e308, 1e308});
-        const std::unique_ptr<BasePainter> figures[] = {
-            std::make_unique<CrossPainter>(), std::make_unique<TextPainter>(),
-            std::make_unique<SegmentPainter>(), std::make_unique<IntegralPainter>(),
-            std::make_unique<CustomPainter>()};
-        for (double number : {1e308, -1e308, qInf(), -qInf(), qQNaN(), 0.0}) {
-            const int integer =
-                number > 0.0 ? std::numeric_limits<int>::max() : std::numeric_limits<int>::min();
-            const QVariantList values{number, integer, QPointF(number, number),
-                                      QVariant::fromValue(QVector<double>{number, 1.0, -number, 50.0, 60.0}),
-                                      QVariant::fromValue<PlotData *>(&data)};
-            for (const auto &figure : figures) {
-                writeProperties(figure.get(), BasePainter::staticMetaObject, values);
-                figure->setProperty("label", "text");
-                for (const QRectF &visible : {range, QRectF(-1e308, -1e308, 1e308, 1e308), QRectF()}) {
-                    for (float scale : {1.0f, 1e-38f, 3e38f})
-                        painted(*figure, visible, scale);
-                }
-            }
-        }
     }
 };
 

@@ -3,6 +3,7 @@
 #include "platform/bus/ItemValue.h"
 #include "platform/bus/ORNClientInterface.h"
 #include "platform/bus/ORNClientItem.h"
+#include "support/Table.h"
 
 #include <QtTest>
 
@@ -39,8 +40,7 @@ private slots:
 
 void tst_bus_in_process::names_data()
 {
-    QTest::addColumn<QString>("service");
-    QTest::addColumn<bool>("isValid");
+    columns<QString, bool>({"service", "isValid"});
     QTest::newRow("plain") << "analyzer" << true;
     QTest::newRow("digits, hyphen, underscore") << "otdr-2_b" << true;
     QTest::newRow("dotted") << "maker.analyzer" << true;

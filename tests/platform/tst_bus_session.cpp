@@ -421,9 +421,11 @@ void tst_bus_session::documentedPublisher()
 void tst_bus_session::publishedHereMeanwhile()
 {
     auto *client = qobject_cast<BusClient *>(clientOf(QStringLiteral("moved")));
-    QVERIFY(!client->getItem(QStringLiteral("t_one:doubleARRAY:")));
+    QVERIFY(!client->getItem(QStringLiteral("t_one:doubleARRAY:")) && !client->getItem(label));
     std::unique_ptr<BusPublisher> own;
     connect(client, &BusClient::itemAdded, this, [&] {
+        if (own)
+            return;
         own = std::make_unique<BusPublisher>(QStringLiteral("moved"));
         own->setValue(label, QStringLiteral("own"));
     });

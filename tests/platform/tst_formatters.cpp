@@ -1,6 +1,7 @@
 #include "platform/ui/BaseFormatter.h"
 #include "platform/ui/NumberText.h"
 #include "platform/ui/ServerModule.h"
+#include "support/Table.h"
 
 #include <QProcess>
 #include <QRandomGenerator>
@@ -26,11 +27,7 @@ private slots:
 
 void tst_formatters::texts_data()
 {
-    QTest::addColumn<QString>("unit");
-    QTest::addColumn<double>("value");
-    QTest::addColumn<int>("sigDigs");
-    QTest::addColumn<int>("precision");
-    QTest::addColumn<QString>("text");
+    columns<QString, double, int, int, QString>({"unit", "value", "sigDigs", "precision", "text"});
 
     const double inf = std::numeric_limits<double>::infinity();
     const double denormal = std::numeric_limits<double>::denorm_min();

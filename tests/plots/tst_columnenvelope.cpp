@@ -86,11 +86,7 @@ class tst_columnenvelope : public QObject
 private slots:
     void equalsPlainReduction()
     {
-        std::mt19937 random(7);
-        const auto uniform = [&](double low, double high) {
-            return std::uniform_real_distribution<>(low, high)(random);
-        };
-        const auto chance = [&](double p) { return uniform(0, 1) < p; };
+        m_random.seed(7);
         for (int round = 0; round < 3000; ++round) {
             const int n = int(uniform(1, chance(0.1) ? 30000 : 400));
             const int width = int(uniform(2, 300));
@@ -130,20 +126,15 @@ private slots:
 
             const ColumnEnvelope fast = graph::columnEnvelope(samples, mapping, width, baseline, bridge);
             const PlainEnvelope plain(samples, mapping, width, baseline, bridge);
-            if (fast.max != plain.max || fast.min != plain.min || fast.firstColumn != plain.first ||
-                fast.lastColumn != plain.last)
-                QFAIL(qPrintable(
-                    QStringLiteral("differs in round %1: n %2, width %3").arg(round).arg(n).arg(width)));
+            QVERIFY2(fast.max == plain.max && fast.min == plain.min && fast.firstColumn == plain.first &&
+                         fast.lastColumn == plain.last,
+                     qPrintable(QString::number(round)));
         }
     }
 
     void logarithmicEqualsPlainReduction()
     {
-        std::mt19937 random(11);
-        const auto uniform = [&](double low, double high) {
-            return std::uniform_real_distribution<>(low, high)(random);
-        };
-        const auto chance = [&](double p) { return uniform(0, 1) < p; };
+        m_random.seed(11);
         for (int round = 0; round < 2000; ++round) {
             const int n = int(uniform(1, chance(0.1) ? 30000 : 400));
             const int width = int(uniform(2, 300));
@@ -182,9 +173,7 @@ private slots:
             for (QPointF &point : placed)
                 point.setY(point.y() > 0.0 ? point.y() : qQNaN());
             const PlainEnvelope plain(SampleSpan(placed), mapping, width, 0.0, false);
-            if (fast.max != plain.max || fast.min != plain.min)
-                QFAIL(qPrintable(
-                    QStringLiteral("differs in round %1: n %2, width %3").arg(round).arg(n).arg(width)));
+            QVERIFY2(fast.max == plain.max && fast.min == plain.min, qPrintable(QString::number(round)));
         }
     }
 
@@ -262,6 +251,12 @@ private slots:
         QCOMPARE(strokes.bars, (QVector<QLine>{{0, 50, 0, 40}, {1, 60, 1, 30}, {2, 50, 2, 80}}));
         QCOMPARE(strokes.spreads, (QVector<QLine>{{0, 40, 0, 20}, {2, 80, 2, 55}}));
     }
+
+private:
+    double uniform(double low, double high) { return std::uniform_real_distribution<>(low, high)(m_random); }
+    bool chance(double p) { return uniform(0, 1) < p; }
+
+    std::mt19937 m_random;
 };
 
 QTEST_APPLESS_MAIN(tst_columnenvelope)

@@ -4,7 +4,6 @@
 #include "plots/GraphPointReflections.h"
 #include "plots/GraphPointShapes.h"
 #include "support/Pictures.h"
-#include "support/Properties.h"
 #include "support/QmlDocument.h"
 #include "support/Table.h"
 
@@ -12,7 +11,6 @@
 #include <QPainter>
 #include <QtTest>
 
-#include <limits>
 #include <memory>
 
 using PointPointer = std::shared_ptr<GraphPoint>;
@@ -43,18 +41,6 @@ QFontMetrics textMetrics()
     QFont font;
     font.setPointSize(12);
     return QFontMetrics(font);
-}
-
-template <typename... Points> QVector<PointPointer> made()
-{
-    return {std::make_shared<Points>()...};
-}
-
-QVector<PointPointer> allPoints()
-{
-    return made<GraphPointDot, GraphPointCircle, GraphPointCross, GraphPointHorizontalLine,
-                GraphPointVerticalLine, GraphPointMarker, GraphPointReflections, GraphPointActiveMarker,
-                GraphPointPictogramMarker>();
 }
 
 } // namespace
@@ -285,22 +271,6 @@ private slots:
 
         point.setPointIndex(1);
         QVERIFY(inkBox(painted(point)).isEmpty());
-    }
-
-    void extremeNumbers()
-    {
-        OrnData labels;
-        labels.setValue("text");
-        for (int number : {std::numeric_limits<int>::min(), -1, 0, std::numeric_limits<int>::max()}) {
-            for (const PointPointer &point : allPoints()) {
-                writeProperties(point.get(), QObject::staticMetaObject,
-                                {number, QVariant::fromValue(&labels)});
-                point->setLineWidth(number);
-                point->setMargins(number, number, number, number);
-                point->setPointIndex(number);
-                painted(*point);
-            }
-        }
     }
 };
 

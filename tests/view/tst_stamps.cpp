@@ -1,17 +1,17 @@
 // Planes and cursors are shown without layers: as small images, with the pixels of a layer. Counted is what a
 // frame has to blend and to upload for that.
 
+#include "support/Frames.h"
 #include "support/QmlDocument.h"
 
 #include "cursors/GraphCursor.h"
 #include "view/base/XYScale.h"
+#include "support/Table.h"
 
-#include <QQuickWindow>
 #include <QSGImageNode>
 #include <QSGRenderNode>
 #include <QSGRendererInterface>
 #include <QSGTexture>
-#include <QScreen>
 #include <QSet>
 
 namespace {
@@ -119,16 +119,6 @@ const char *const wholeScreen = R"(
         W.GraphCursor { id: cursor; visible: true; markers: GraphMarker { posIndex: 4; visible: true } }
     })";
 
-QImage frameOf(QQuickWindow *window)
-{
-    // What changed is told in the next pass of the event loop, and that may change something in turn.
-    for (int pass = 0; pass < 4; ++pass)
-        QCoreApplication::processEvents();
-    const QImage picture = window->grabWindow();
-    // The software scene graph without a display gives none, but paints a frame.
-    return picture.isNull() ? window->screen()->grabWindow(window->winId()).toImage() : picture;
-}
-
 } // namespace
 
 class tst_stamps : public QObject
@@ -144,8 +134,7 @@ private slots:
 
 void tst_stamps::showsThePixelsOfALayer_data()
 {
-    QTest::addColumn<QString>("axes");
-    QTest::addColumn<QString>("cursor");
+    columns<QString, QString>({"axes", "cursor"});
     const struct
     {
         const char *name;
@@ -205,8 +194,7 @@ void tst_stamps::showsThePixelsOfALayer()
 
 void tst_stamps::blendsAndUploadsLittle_data()
 {
-    QTest::addColumn<QString>("margin");
-    QTest::addColumn<QString>("labelsPlane");
+    columns<QString, QString>({"margin", "labelsPlane"});
     QTest::newRow("labels in margins") << "40"
                                        << "labels";
     QTest::newRow("labels over lines") << "0"

@@ -1,14 +1,14 @@
 // Lines of plots are shown without a layer: in each frame with the pixels of one, also where only what is
 // above them has changed. A graphics processor has a few other ones at the edges of slanted lines.
 
+#include "support/Frames.h"
 #include "support/QmlDocument.h"
 
 #include "kit/plots/Trace.h"
+#include "support/Table.h"
 
-#include <QQuickWindow>
 #include <QSGImageNode>
 #include <QSGRendererInterface>
-#include <QScreen>
 
 namespace {
 
@@ -42,14 +42,6 @@ const char *const document = R"(
         Text { x: 120; y: 40; text: "Label"; font.pixelSize: 40; color: "blue" }
         Rectangle { x: spot; y: 0; width: 3; height: 200; color: "#80000000" }
     })";
-
-QImage frameOf(QQuickWindow *window)
-{
-    for (int pass = 0; pass < 4; ++pass)
-        QCoreApplication::processEvents();
-    const QImage picture = window->grabWindow();
-    return picture.isNull() ? window->screen()->grabWindow(window->winId()).toImage() : picture;
-}
 
 QVector<double> wave(int samples)
 {
@@ -97,9 +89,7 @@ private slots:
 
 void tst_strokenode::showsThePixelsOfALayer_data()
 {
-    QTest::addColumn<QString>("box");
-    QTest::addColumn<QString>("plot");
-    QTest::addColumn<QString>("trace");
+    columns<QString, QString, QString>({"box", "plot", "trace"});
     const struct
     {
         const char *name;

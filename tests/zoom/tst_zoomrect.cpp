@@ -1,4 +1,5 @@
 #include "view/zoom/ZoomRect.h"
+#include "support/Table.h"
 
 #include <QQmlComponent>
 #include <QQmlEngine>
@@ -58,12 +59,10 @@ private slots:
 // All start from left and top 0.5, right and bottom 1.
 void tst_zoomrect::operations_data()
 {
-    QTest::addColumn<QByteArray>("horizontal"); // a slot, or a property that is written
-    QTest::addColumn<QByteArray>("vertical");
-    QTest::addColumn<double>("value");
-    QTest::addColumn<QString>("signalNames"); // of the horizontal one
-    QTest::addColumn<double>("begin");
-    QTest::addColumn<double>("end");
+    // horizontal: a slot, or a property that is written
+    // signalNames: of the horizontal one
+    columns<QByteArray, QByteArray, double, QString, double, double>(
+        {"horizontal", "vertical", "value", "signalNames", "begin", "end"});
 
     const auto row = [](const char *horizontal, const char *vertical, double value, const char *names,
                         double begin, double end) {

@@ -8,6 +8,7 @@
 #include "plots/ContainerPlot.h"
 #include "plots/GraphPlot.h"
 #include "view/base/XYScale.h"
+#include "support/Table.h"
 
 #include <QtTest>
 
@@ -179,9 +180,7 @@ void tst_chartaxis::reversed()
 
 void tst_chartaxis::badLogarithmicRange_data()
 {
-    QTest::addColumn<double>("from");
-    QTest::addColumn<double>("to");
-    QTest::addColumn<QString>("shown");
+    columns<double, double, QString>({"from", "to", "shown"});
     QTest::newRow("touches") << 0.0 << 100.0 << "0.1 to 100";
     QTest::newRow("crosses") << -10.0 << 100.0 << "0.1 to 100";
     QTest::newRow("reversed") << 100.0 << 0.0 << "100 to 0.1";
@@ -264,11 +263,7 @@ void tst_chartaxis::time()
 
 void tst_chartaxis::valueText_data()
 {
-    QTest::addColumn<double>("from");
-    QTest::addColumn<double>("to");
-    QTest::addColumn<QString>("unit");
-    QTest::addColumn<double>("value");
-    QTest::addColumn<QString>("text");
+    columns<double, double, QString, double, QString>({"from", "to", "unit", "value", "text"});
     QTest::newRow("span") << 0.0 << 20e3 << "Hz" << 1234.567 << "1.23 kHz";
     QTest::newRow("zoomed") << 1200.0 << 1240.0 << "Hz" << 1234.567 << "1.23457 kHz";
     QTest::newRow("no prefix") << -100.0 << 0.0 << "dB" << -12.3456 << "-12.3 dB";

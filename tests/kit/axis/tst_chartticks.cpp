@@ -1,6 +1,7 @@
 #include "kit/axis/AutoRange.h"
 #include "kit/axis/TickPlan.h"
 #include "kit/axis/TimeTicks.h"
+#include "support/Table.h"
 
 #include <QtTest>
 
@@ -71,11 +72,8 @@ private slots:
 
 void tst_chartticks::texts_data()
 {
-    QTest::addColumn<ScaleKind>("scale");
-    QTest::addColumn<double>("lowest");
-    QTest::addColumn<double>("highest");
-    QTest::addColumn<QString>("unit");
-    QTest::addColumn<QString>("expected"); // the texts, the unit and the common part
+    // expected: the texts, the unit and the common part
+    columns<ScaleKind, double, double, QString, QString>({"scale", "lowest", "highest", "unit", "expected"});
     const auto linear = [](double lowest, double highest, const char *unit, const char *expected) {
         QTest::addRow("%g to %g %s", lowest, highest, unit)
             << ScaleKind::Linear << lowest << highest << QString::fromUtf8(unit)
@@ -126,10 +124,7 @@ void tst_chartticks::texts()
 
 void tst_chartticks::times_data()
 {
-    QTest::addColumn<double>("lowest");
-    QTest::addColumn<double>("span");
-    QTest::addColumn<double>("length");
-    QTest::addColumn<QString>("expected");
+    columns<double, double, double, QString>({"lowest", "span", "length", "expected"});
     const double noon = 1795348800.0;   // 2026-11-22 12:00 UTC, a Sunday
     const double autumn = 1792890000.0; // the clocks go back from 3 to 2, 2026-10-25
     const auto add = [](const char *name, double lowest, double span, double length, const char *expected) {
@@ -210,12 +205,8 @@ void tst_chartticks::minorTicks()
 
 void tst_chartticks::autoRange_data()
 {
-    QTest::addColumn<ScaleKind>("scale");
-    QTest::addColumn<bool>("hasHeadRoom");
-    QTest::addColumn<double>("lowest");
-    QTest::addColumn<double>("highest");
-    QTest::addColumn<double>("begin");
-    QTest::addColumn<double>("end");
+    columns<ScaleKind, bool, double, double, double, double>(
+        {"scale", "hasHeadRoom", "lowest", "highest", "begin", "end"});
     QTest::newRow("from zero") << ScaleKind::Linear << true << 0.0 << 8.0 << 0.0 << 9.0;
     QTest::newRow("near zero") << ScaleKind::Linear << true << 1.0 << 8.0 << 0.0 << 8.5;
     QTest::newRow("far from zero") << ScaleKind::Linear << true << 100.0 << 108.0 << 99.0 << 109.0;

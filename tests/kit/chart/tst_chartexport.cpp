@@ -4,6 +4,7 @@
 #include "kit/chart/ChartTheme.h"
 #include "kit/chart/ChartView.h"
 #include "view/frame/GraphView.h"
+#include "support/Table.h"
 
 #include <QLocale>
 #include <QLoggingCategory>
@@ -107,9 +108,7 @@ class tst_chartexport : public QObject
 private slots:
     void csv_data()
     {
-        QTest::addColumn<QByteArray>("document");
-        QTest::addColumn<bool>("all");
-        QTest::addColumn<QByteArray>("expected");
+        columns<QByteArray, bool, QByteArray>({"document", "all", "expected"});
         const QByteArray both = QByteArray(chart).replace("%1", "true");
         const QByteArray one = QByteArray(chart).replace("%1", "false");
         QTest::newRow("a gap, a tiny value, a comma in the name")
@@ -193,9 +192,7 @@ private slots:
     // graph draws.
     void png_data()
     {
-        QTest::addColumn<QByteArray>("item");
-        QTest::addColumn<QPoint>("at");
-        QTest::addColumn<QColor>("expected");
+        columns<QByteArray, QPoint, QColor>({"item", "at", "expected"});
         const auto row = [](const char *name, const char *item, const QPoint &at, const QColor &expected) {
             QTest::newRow(name) << QByteArray(item) << at << expected;
         };
@@ -268,9 +265,8 @@ private slots:
 
     void errors_data()
     {
-        QTest::addColumn<QString>("file"); // with csv for data
-        QTest::addColumn<double>("scale");
-        QTest::addColumn<QString>("why");
+        // file: with csv for data
+        columns<QString, double, QString>({"file", "scale", "why"});
         QTest::newRow("no folder") << "/no/such/a.csv" << 1.0 << "No such file or directory";
         QTest::newRow("no right") << "/proc/a.png" << 1.0 << "";
         QTest::newRow("folder") << "/tmp/." << 1.0 << "the name of a picture ends";

@@ -14,6 +14,7 @@
 #include "platform/bus/BusPublisher.h"
 #include "plots/GraphPlot.h"
 #include "view/frame/GraphView.h"
+#include "support/Table.h"
 
 #include <QLoggingCategory>
 #include <QQuickWindow>
@@ -209,8 +210,7 @@ private slots:
 
     void sentence_data()
     {
-        QTest::addColumn<QByteArray>("document");
-        QTest::addColumn<QString>("expected");
+        columns<QByteArray, QString>({"document", "expected"});
         const auto row = [](const char *name, const char *expected, const Chart &chart) {
             QTest::newRow(name) << chart.document() << expected;
         };
