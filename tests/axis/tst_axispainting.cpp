@@ -3,6 +3,7 @@
 #include "data/PlotSeries.h"
 #include "support/Pictures.h"
 #include "view/base/XYScale.h"
+#include "support/Table.h"
 
 #include <QRandomGenerator>
 #include <QSignalSpy>
@@ -50,6 +51,7 @@ private slots:
     void sides_data();
     void sides();
     void listsAndRows();
+    void labelsMayFillTheirRoom();
     void labelsKeepTheirPlaceWhilePanning();
     void labelsStayWholeAndApart();
     void neighbours_data();
@@ -106,8 +108,7 @@ void tst_axispainting::textsFollowTheFormatter()
 
 void tst_axispainting::dashes_data()
 {
-    QTest::addColumn<QVector<qreal>>("pattern");
-    QTest::addColumn<int>("inked");
+    columns<QVector<qreal>, int>({"pattern", "inked"});
     QTest::newRow("as written") << QVector<qreal>{4, 2} << 40;
     QTest::newRow("no last gap") << QVector<qreal>{4} << 48;
     QTest::newRow("none") << QVector<qreal>{} << 60;
@@ -142,10 +143,8 @@ void tst_axispainting::dashes()
 
 void tst_axispainting::sides_data()
 {
-    QTest::addColumn<int>("alignment");
-    QTest::addColumn<int>("margin");
-    QTest::addColumn<QByteArray>("edge"); // of the text
-    QTest::addColumn<double>("place");
+    // edge: of the text
+    columns<int, int, QByteArray, double>({"alignment", "margin", "edge", "place"});
     const auto row = [](const char *name, int alignment, int margin, const char *edge, double place) {
         QTest::newRow(name) << alignment << margin << QByteArray(edge) << place;
     };
@@ -262,6 +261,26 @@ void tst_axispainting::listsAndRows()
     QVERIFY(paintedTexts(axis, rect).isEmpty());
 }
 
+void tst_axispainting::labelsMayFillTheirRoom()
+{
+    const QFontMetrics metrics(ValueAxis().labelFont());
+    const auto narrowest = [](Qt::Alignment alignment, const QString &unit, const QString &word) {
+        ValueAxis axis;
+        axis.setAlignment(alignment);
+        axis.setMaxValue(20000.0);
+        axis.setTickInterval(ValueAxis::FixedTicks);
+        axis.setTicks({12345.0});
+        axis.setUnit(unit);
+        int width = 1;
+        while (width < 300 && !words(paintedTexts(axis, QRectF(0, 0, width, 100))).contains(word))
+            ++width;
+        return width;
+    };
+    QCOMPARE(narrowest(Qt::AlignLeft, "", "12345"), metrics.horizontalAdvance("12345"));
+    // From the first to the last pixel.
+    QCOMPARE(narrowest(Qt::AlignBottom, "dBm", "12345 dBm"), metrics.horizontalAdvance("12345 dBm") + 1);
+}
+
 void tst_axispainting::labelsKeepTheirPlaceWhilePanning()
 {
     ValueAxis axis;
@@ -359,11 +378,8 @@ void tst_axispainting::labelsStayWholeAndApart()
 
 void tst_axispainting::neighbours_data()
 {
-    QTest::addColumn<int>("alignment");
-    QTest::addColumn<int>("other");
-    QTest::addColumn<int>("margin");
-    QTest::addColumn<int>("edge"); // of the labels that keeps away: 0 left, 1 top, 2 right, 3 bottom
-    QTest::addColumn<double>("nearest");
+    // edge: of the labels that keeps away: 0 left, 1 top, 2 right, 3 bottom
+    columns<int, int, int, int, double>({"alignment", "other", "margin", "edge", "nearest"});
     const auto row = [](const char *name, int alignment, int other, int margin, int edge, double nearest) {
         QTest::newRow(name) << alignment << other << margin << edge << nearest;
     };
@@ -422,13 +438,10 @@ void tst_axispainting::neighbours()
 
 void tst_axispainting::unitPlaces_data()
 {
-    QTest::addColumn<int>("alignment");
-    QTest::addColumn<int>("margin");
-    QTest::addColumn<bool>("staggered");
-    QTest::addColumn<QRectF>("plot"); // on a plane of 300 x 230 pixels
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<double>("left"); // or the right edge; relative to the plot
-    QTest::addColumn<double>("top");
+    // plot: on a plane of 300 x 230 pixels
+    // left: or the right edge; relative to the plot
+    columns<int, int, bool, QRectF, QString, double, double>(
+        {"alignment", "margin", "staggered", "plot", "text", "left", "top"});
     const auto row = [](const char *name, int alignment, int margin, bool staggered, const QRectF &plot,
                         const char *text, double left, double top) {
         QTest::newRow(name) << alignment << margin << staggered << plot << QString(text) << left << top;

@@ -1,5 +1,7 @@
+#include "axis/AxisBench.h"
 #include "axis/TickSearch.h"
 #include "axis/ValueAxis.h"
+#include "support/Table.h"
 
 #include <QFontMetrics>
 #include <QRandomGenerator>
@@ -33,12 +35,8 @@ private slots:
 
 void tst_ticks::lists_data()
 {
-    QTest::addColumn<int>("kind");
-    QTest::addColumn<int>("count");
-    QTest::addColumn<double>("lowest");
-    QTest::addColumn<double>("highest");
-    QTest::addColumn<double>("custom");
-    QTest::addColumn<QList<qreal>>("expected");
+    columns<int, int, double, double, double, QList<qreal>>(
+        {"kind", "count", "lowest", "highest", "custom", "expected"});
 
     const int decimal = ValueAxis::ScaledDecimal;
     const int binary = ValueAxis::ScaledBinary;
@@ -174,6 +172,13 @@ void tst_ticks::countsOfPixels()
     axis.setTickInterval(ValueAxis::DisplayDynamic);
     QCOMPARE(axis.computeTickCountH(10.1 * width), 5);
     QCOMPARE(axis.computeTickCountV(10.1 * height), 5);
+    // Each axis counts along itself.
+    for (const Qt::Alignment alignment : {Qt::AlignBottom, Qt::AlignLeft}) {
+        axis.setAlignment(alignment);
+        const QSizeF area = alignment == Qt::AlignLeft ? QSizeF(20.0, 1000.0) : QSizeF(1000.0, 20.0);
+        const auto draw = [&](QPainter *painter) { axis.paintLines(painter, QRectF(QPointF(), area)); };
+        QVERIFY(PaintRecorder(draw).lines.size() > 5);
+    }
 }
 
 void tst_ticks::changesRebuild()

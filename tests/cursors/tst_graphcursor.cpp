@@ -293,6 +293,13 @@ private slots:
         bench.cursor->moveRight(true);
         QCOMPARE(bench.cursor->posOnScreen(), 80);
         bench.cursor->setPosIndex(37);
+        // Where the primary plot is the chosen one of several, too.
+        bench.data->setActive(true);
+        bench.cursor->setAutoPrimaryPlot(true);
+        bench.cursor->moveLeft(true);
+        QVERIFY(bench.cursor->posIndex() < 37);
+        bench.cursor->setAutoPrimaryPlot(false);
+        bench.cursor->setPosIndex(37);
         // Wide samples are walked one by one.
         bench.data->setYData({1, 2, 3, 4, 5});
         bench.data->setXInterval(25.0);
@@ -496,6 +503,11 @@ private slots:
         bench.zoom->setLeft(0.3);
         QCOMPARE(visit(&GraphCursor::setPeakRight, 1), QVector<int>{80});
         QCOMPARE(visit(&GraphCursor::setPeakLeft, 4), (QVector<int>{75, 55, 35, 35}));
+        // What is just out of sight is not found.
+        bench.cursor->setPosIndex(76);
+        bench.zoom->setRight(0.94);
+        QVERIFY(bench.cursor->findPeak(GraphCursor::PeakRight) < 95);
+        bench.zoom->setRight(0.8);
         // A peak has to be seen: by the tenth of what the screen shows, not of the axis.
         samples[60] = 2.0;
         bench.data->setYData(samples);

@@ -113,6 +113,11 @@ private slots:
             const auto text = [&](double value) {
                 return axis == "x" ? series.formattedXValue(value) : series.formattedYValue(value);
             };
+            for (const auto &[end, value] : {std::pair("RangeBegin", 2.5), std::pair("RangeEnd", 4.5)}) {
+                QSignalSpy told(&series, "2" + axis + end + "Changed(double)");
+                set(end, value);
+                QCOMPARE(told, QList<QVariantList>{{value}});
+            }
             set("SigDigs", 9);
             QSignalSpy units(&series, "2" + axis + "UnitsChanged(QString)");
             QSignalSpy formatters(&series, "2" + axis + "FormatterChanged(BaseFormatter*)");

@@ -58,6 +58,10 @@ QString difference(const PlotData &data, double xMin, double xMax, QRandomGenera
         if (!std::isnan(expected.at(i).y))
             extremes.add({expected.at(i).y, expected.at(i).y});
     }
+    const bool hasGap = std::any_of(expected.begin() + first, expected.begin() + end,
+                                    [](const Sample &sample) { return std::isnan(sample.y); });
+    if (span.hasNaN(first, end) != hasGap)
+        return QStringLiteral("gaps in %1..%2").arg(first).arg(end);
     const graph::MinMax found = span.minMax(first, end);
     if (found.isEmpty() != extremes.isEmpty() ||
         (!found.isEmpty() && (found.min != extremes.min || found.max != extremes.max)))

@@ -128,6 +128,8 @@ private slots:
         m_document->object("horizontal")->setProperty("minVisible", 50.0);
         QCOMPARE(plot()->checkClickPosition(110, 80, 0), 1);
         QCOMPARE(plot()->checkClickPosition(140, 80, 0), 0);
+        plot()->setWidth(0);
+        QCOMPARE(plot()->checkClickPosition(140, 80, 0), -1);
     }
 
     void framesPerSecond()

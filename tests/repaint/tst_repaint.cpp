@@ -13,6 +13,7 @@
 #include "plots/HeatmapPlot.h"
 #include "view/base/XYScale.h"
 #include "view/frame/WorldPlot.h"
+#include "support/Table.h"
 
 #include <QQuickWindow>
 #include <QTimer>
@@ -213,6 +214,7 @@ private slots:
     void everyChangeRepaintsOnce();
     void containersFollowTheirChildren();
     void neighboursAreNotRepainted();
+    void looksOfChartsAreShown();
 
 private:
     // Paints since the frame before.
@@ -231,8 +233,7 @@ private:
 
 void tst_repaint::everyChangeRepaintsOnce_data()
 {
-    QTest::addColumn<QString>("items");
-    QTest::addColumn<QString>("silent");
+    columns<QString, QString>({"items", "silent"});
     for (const QString &line : QString(rows).split('\n', Qt::SkipEmptyParts)) {
         QStringList cells = line.split('|');
         const QString name = cells[0].trimmed();
@@ -378,6 +379,20 @@ void tst_repaint::neighboursAreNotRepainted()
     QCOMPARE(frame(), 0);
     document.object("neighbour")->setProperty("visible", false);
     QCOMPARE(frame(), 0);
+}
+
+void tst_repaint::looksOfChartsAreShown()
+{
+    QmlDocument document("import counted 1.0 as C\n"
+                         "C.GraphCursor { width: 100; height: 100; property bool isWatched: true }");
+    auto *cursor = qobject_cast<GraphCursor *>(document.root());
+    cursor->setParentItem(m_window.contentItem());
+    graph::CursorLook look{Qt::white, {}, {Qt::cyan}, Qt::white, [](double) { return QString(); }};
+    for (const QColor color : {Qt::white, Qt::red}) {
+        look.textColor = color;
+        cursor->setLook(look);
+        QCOMPARE(frame(), 1);
+    }
 }
 
 QTEST_MAIN(tst_repaint)

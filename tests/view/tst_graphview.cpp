@@ -7,6 +7,7 @@
 #include "view/frame/GraphView.h"
 #include "view/frame/WorldPlot.h"
 #include "view/zoom/ZoomRect.h"
+#include "support/Table.h"
 
 #include <QRegularExpression>
 
@@ -150,10 +151,7 @@ private slots:
     // top.
     void resizingKeepsTheZoom_data()
     {
-        QTest::addColumn<QSizeF>("start");
-        QTest::addColumn<QString>("object");
-        QTest::addColumn<QString>("property");
-        QTest::addColumn<QVariant>("value");
+        columns<QSizeF, QString, QString, QVariant>({"start", "object", "property", "value"});
         const QSizeF shown(301, 307), none(0, 0), flat(301, 0);
         const auto row = [](const char *name, const QSizeF &start, const char *object, const char *property,
                             const QVariant &value) {
@@ -226,8 +224,10 @@ private slots:
         delete document.object("axis");
         QCOMPARE(axes.at(0), nullptr);
         QSignalSpy changed(document.root(), SIGNAL(seriesChanged()));
-        QVERIFY(series.clear());
+        QVERIFY(series.append(document.object("trace")));
         QCOMPARE(changed.count(), 1);
+        QVERIFY(series.clear());
+        QCOMPARE(changed.count(), 2);
         QCOMPARE(series.count(), 0);
         QCOMPARE(series.at(-1), nullptr);
     }
@@ -351,6 +351,13 @@ private slots:
         document.object("worldView")->setProperty("view", QVariant::fromValue<GraphView *>(nullptr));
         QCOMPARE(zoom.count(), 1);
         QVERIFY(!document.object("worldView")->property("zoomRect").value<ZoomRect *>());
+        // A plot without data may have axes.
+        GraphPlot bare;
+        bare.setAxisX(plot->axisX());
+        bare.setAxisY(plot->axisY());
+        WorldPlot other;
+        other.setGraphPlot(&bare);
+        QVERIFY(other.axisX() && other.axisX() == bare.axisX() && other.axisY() == bare.axisY());
         world->setGraphPlot(world); // ignored
         QCOMPARE(world->graphPlot(), plot);
         delete plot;
