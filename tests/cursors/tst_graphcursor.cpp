@@ -348,8 +348,10 @@ private slots:
         QCOMPARE(bench.cursor->formattedYValues(), (QStringList{"10", "---", "10"}));
         // Data of two plots is heard once, and still when one of them has dropped it.
         PlotSeries other;
+        QSignalSpy seriesChanged(bench.cursor, SIGNAL(seriesChanged()));
         second->setPlotData(&other);
         bench.plot->setPlotData(nullptr);
+        QCOMPARE(seriesChanged.count(), 2);
         QCOMPARE(seriesOf(bench.cursor), (QVector<PlotData *>{nullptr, &other, bench.data}));
         QSignalSpy plotValues(bench.cursor, SIGNAL(plotValuesChanged()));
         bench.data->setYData(QVector<double>(101, 7.0));

@@ -151,17 +151,22 @@ private slots:
         const int width = QFontMetrics(figure.font()).horizontalAdvance("MM");
         const QMap<double, int> nudges{{0.0, width / 2}, {50.0, 0}, {100.0, -(width / 2)}};
         // Wide enough to see the whole text on both sides of the plot.
-        const auto leftmostInk = [&figure](AbstractPlot *parent) {
+        const auto leftmostInk = [&](AbstractPlot *parent) {
             figure.setPlotParent(parent);
             const auto draw = [&](QPainter *painter) {
                 painter->translate(100, 0);
-                figure.paint(painter, range, 1.0f, 1.0f);
+                const graph::PixelMapping mapping(plot.range_ < 0.0 ? 100.0 : 0.0, 100.0, plot.range_, 100.0,
+                                                  QSizeF(101, 101));
+                figure.paintWith(mapping, painter, range);
             };
             return inkBox(picture(draw, QSize(301, 101))).left();
         };
         for (auto nudge = nudges.begin(); nudge != nudges.end(); ++nudge) {
             figure.setOrigin({nudge.key(), 50.0});
-            QCOMPARE(leftmostInk(&plot) - leftmostInk(nullptr), nudge.value());
+            for (int way : {1, -1}) { // to the right and to the left
+                plot.range_ = 100.0 * way;
+                QCOMPARE(leftmostInk(&plot) - leftmostInk(nullptr), nudge.value() * way);
+            }
         }
     }
 
@@ -358,6 +363,8 @@ private slots:
         figure.setPlotData(own.get());
         former.reset();
         QTRY_COMPARE(figure.value(), 3.0);
+        own->setYData({4.0, 4.0, 4.0});
+        QTRY_COMPARE(figure.value(), 6.0);
         own.reset();
         QTRY_COMPARE(figure.value(), 4.5);
         figure.setPlotData(series.get());
