@@ -152,6 +152,7 @@ void tst_stamps::showsThePixelsOfALayer_data()
         {"translucent", "margin: 40", "opacity: 0.5; Component.onCompleted: plane.opacity = 0.5"},
         {"nothing", "visible: false", ""},
         {"in framebuffers", "margin: 30", "Component.onCompleted: plane.renderTarget = 1"},
+        {"odd in framebuffers", "lineWidth: 3", "Component.onCompleted: plane.renderTarget = 1"},
         {"wide in framebuffers", "lineWidth: 4", "Component.onCompleted: plane.renderTarget = 1"},
     };
     for (const auto &row : rows)

@@ -7,6 +7,7 @@
 #include <QPaintEngine>
 #include <QPainter>
 
+#include <algorithm>
 #include <cmath>
 
 namespace graph {
@@ -20,11 +21,11 @@ constexpr int mostMarks = 200;
 class Recorder : public QPaintEngine, public QPaintDevice, public TextTaker
 {
 public:
-    Recorder(const QSize &size, PaintedTexts &texts, double thinLineOffset)
+    Recorder(const QSize &size, PaintedTexts &texts, double oddLineOffset)
         : QPaintEngine(AllFeatures)
         , m_texts(texts)
         , m_bounds(QPoint(0, 0), size)
-        , m_thinLineOffset(thinLineOffset)
+        , m_oddLineOffset(oddLineOffset)
     {
     }
 
@@ -61,7 +62,7 @@ public:
             return;
         m_text.clear();
         const double reach = 0.5 * m_pen.widthF() + 2.0;
-        const double offset = m_pen.widthF() <= 1.0 ? m_thinLineOffset : 0.0;
+        const double offset = std::max(1, m_pen.width()) % 2 == 1 ? m_oddLineOffset : 0.0;
         for (int i = 0; i < count && isRecordable(); ++i) {
             const QLineF line = lines[i].translated(m_transform.dx() + offset, m_transform.dy() + offset);
             PaintedMark mark;
@@ -201,7 +202,7 @@ private:
 
     PaintedTexts &m_texts;
     QRect m_bounds;
-    double m_thinLineOffset;
+    double m_oddLineOffset;
     QPen m_pen;
     QFont m_font;
     QTransform m_transform;
@@ -253,10 +254,10 @@ void PaintedTexts::add(const QFont &font, const QString &text, const Extent &ext
     m_extents.insert(text, extent);
 }
 
-PaintedFigure recordedFigure(const QSize &size, PaintedTexts &texts, double thinLineOffset,
+PaintedFigure recordedFigure(const QSize &size, PaintedTexts &texts, double oddLineOffset,
                              const std::function<void(QPainter *)> &paint)
 {
-    Recorder recorder(size, texts, thinLineOffset);
+    Recorder recorder(size, texts, oddLineOffset);
     QPainter painter(&recorder);
     paint(&painter);
     painter.end();

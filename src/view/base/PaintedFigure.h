@@ -65,8 +65,8 @@ private:
     QHash<QString, Extent> m_extents;
 };
 
-// Thin lines are taken down as far to the right and down from where they are painted.
-PaintedFigure recordedFigure(const QSize &size, PaintedTexts &texts, double thinLineOffset,
+// Lines of odd widths are taken down as far to the right and down from where they are painted.
+PaintedFigure recordedFigure(const QSize &size, PaintedTexts &texts, double oddLineOffset,
                              const std::function<void(QPainter *)> &paint);
 
 } // namespace graph

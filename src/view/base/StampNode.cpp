@@ -341,7 +341,7 @@ QSGNode *stampedNode(ShiftedItem *item, QSGNode *&old, FigureChange change)
         const bool isSoftware = isSoftwareSceneGraph(*window);
         const QSize size(qRound(item->width()), qRound(item->height()));
         PaintedTexts noTexts;
-        // A graphics processor draws thin lines in a framebuffer one pixel farther to the left and up.
+        // A graphics processor draws lines of odd widths in a framebuffer one pixel farther to the left and up.
         const double offset = isSoftware ? 0.0 : -item->framebufferShift();
         const PaintedFigure figure = recordedFigure(size, stamps ? stamps->texts() : noTexts, offset,
                                                     [item](QPainter *painter) { item->paint(painter); });
