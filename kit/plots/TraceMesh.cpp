@@ -1,6 +1,6 @@
 #include "kit/plots/TraceMesh.h"
 
-#include <cmath>
+#include "raster/StrokeTriangles.h"
 
 namespace graph {
 
@@ -13,13 +13,17 @@ void TraceMesh::setColor(const QColor &color)
     m_color.alpha = static_cast<unsigned char>(qAlpha(value));
 }
 
+void TraceMesh::add(const QPointF &corner)
+{
+    m_color.x = float(corner.x());
+    m_color.y = float(corner.y());
+    m_triangles.push_back(m_color);
+}
+
 void TraceMesh::add(const QPointF &a, const QPointF &b, const QPointF &c)
 {
-    for (const QPointF *point : {&a, &b, &c}) {
-        m_color.x = float(point->x());
-        m_color.y = float(point->y());
-        m_triangles.push_back(m_color);
-    }
+    for (const QPointF *corner : {&a, &b, &c})
+        add(*corner);
 }
 
 // Corners in their order around the shape.
@@ -41,26 +45,14 @@ void TraceMesh::fill(const QVector<QRect> &rectangles, const QColor &color)
     }
 }
 
-// A strip for each line, and a triangle in the wedge that two leave at the outer side of their joint. They
-// overlap at the inner side, which shows where the colour is translucent.
+// Overlaps show where the colour is translucent.
 void TraceMesh::stroke(const QPainterPath &path, int lineWidth, const QColor &color)
 {
     setColor(color);
-    QPointF formerSide;
-    for (int i = 1; i < path.elementCount(); ++i) {
-        const QPointF begin = path.elementAt(i - 1);
-        const QPointF end = path.elementAt(i);
-        const double length = std::hypot(end.x() - begin.x(), end.y() - begin.y());
-        if (path.elementAt(i).isMoveTo() || length == 0.0)
-            continue;
-        const QPointF side = QPointF(begin.y() - end.y(), end.x() - begin.x()) * (lineWidth / 2.0 / length);
-        add(begin + side, end + side, end - side, begin - side);
-        if (!path.elementAt(i - 1).isMoveTo()) {
-            add(begin, begin + formerSide, begin + side);
-            add(begin, begin - formerSide, begin - side);
-        }
-        formerSide = side;
-    }
+    std::vector<QPointF> corners;
+    addStrokeTriangles(corners, path, lineWidth);
+    for (const QPointF &corner : corners)
+        add(corner);
 }
 
 void TraceMesh::fillToRow(const QPainterPath &path, double row, const QColor &color)

@@ -32,6 +32,7 @@ public:
 
 private:
     void setColor(const QColor &color);
+    void add(const QPointF &corner);
     void add(const QPointF &a, const QPointF &b, const QPointF &c);
     void add(const QPointF &a, const QPointF &b, const QPointF &c, const QPointF &d);
 

@@ -68,7 +68,7 @@ void fillClipped(uchar *bits, qsizetype bytesPerLine, const QRect &clip, const Q
 bool isOnPixels(const QPainter &painter)
 {
     const QPaintEngine::Type type = painter.paintEngine()->type();
-    return (type == QPaintEngine::Raster || type == strokeRecorder) &&
+    return (type == QPaintEngine::Raster || type == strokeRecorder || type == pathRecorder) &&
            !painter.testRenderHint(QPainter::Antialiasing) &&
            painter.deviceTransform().type() <= QTransform::TxTranslate;
 }

@@ -10,8 +10,9 @@ class QPainter;
 
 namespace graph {
 
-// The engine of a painter whose strokes are taken down.
+// The engines of painters whose strokes are taken down: all of them as rectangles, or sloping lines as paths.
 constexpr QPaintEngine::Type strokeRecorder = QPaintEngine::Type(QPaintEngine::User + 23);
+constexpr QPaintEngine::Type pathRecorder = QPaintEngine::Type(QPaintEngine::User + 24);
 
 // Whether the painter's own calls end in whole pixels that are either painted or not, on a raster image or
 // where they are taken down.

@@ -1,6 +1,7 @@
 #include "raster/RecordedStrokes.h"
 
 #include "raster/PixelFill.h"
+#include "raster/Strokes.h"
 
 #include <QImage>
 #include <QPaintEngine>
@@ -21,8 +22,9 @@ constexpr double nearPicture = 1 << 14;
 class StrokeRecorder : public QPaintEngine, public QPaintDevice
 {
 public:
-    explicit StrokeRecorder(const QSize &size)
+    StrokeRecorder(const QSize &size, SlopingLines lines)
         : QPaintEngine(AllFeatures)
+        , m_takesPaths(lines == SlopingLines::AsPaths)
         , m_picture(QPoint(0, 0), size)
     {
     }
@@ -31,7 +33,7 @@ public:
 
     bool begin(QPaintDevice *) override { return true; }
     bool end() override { return true; }
-    Type type() const override { return strokeRecorder; }
+    Type type() const override { return m_takesPaths ? pathRecorder : strokeRecorder; }
     QPaintEngine *paintEngine() const override { return const_cast<StrokeRecorder *>(this); }
 
     void updateState(const QPaintEngineState &now) override
@@ -85,7 +87,7 @@ public:
             return;
         const bool isLine = m_pen.style() != Qt::NoPen;
         if (isLine ? m_brush.style() != Qt::NoBrush || !isSteadyLine(path) || !isRecordable(m_pen.brush())
-                   : !isRecordable(m_brush)) {
+                   : m_takesPaths || !isRecordable(m_brush)) {
             strokes.isComplete = false;
             return;
         }
@@ -153,12 +155,12 @@ private:
         return strokes.isComplete;
     }
 
-    // Thin lines and single ones are cut off at the picture's edge before their pixels are found.
+    // The raster engine cuts thin lines and single ones off at the picture's edge before it finds their pixels.
     bool isSteadyLine(const QPainterPath &path) const
     {
         return m_pen.style() == Qt::SolidLine && m_pen.width() >= 2 && !m_pen.isCosmetic() &&
                m_pen.capStyle() == Qt::FlatCap && m_pen.joinStyle() == Qt::BevelJoin &&
-               path.elementCount() > 2 && !path.elementAt(2).isMoveTo();
+               (m_takesPaths || (path.elementCount() > 2 && !path.elementAt(2).isMoveTo()));
     }
 
     void append(RecordedStrokes::Part &&part, const QRect &bounds)
@@ -169,68 +171,18 @@ private:
         strokes.parts.push_back(std::move(part));
     }
 
+    bool m_takesPaths;
     QRect m_picture;
     QPen m_pen;
     QBrush m_brush;
     QTransform m_transform;
 };
 
-// What is painted in a mask, row by row; rows that are like the one above share its rectangles.
-QVector<QRect> runsOf(const QImage &mask, const QPoint &origin)
-{
-    QVector<QRect> runs;
-    int above = 0; // the first run that ends in the row before
-    for (int y = 0; y < mask.height(); ++y) {
-        const uchar *row = mask.constScanLine(y);
-        const uchar *end = row + mask.width();
-        const int first = runs.size();
-        for (const uchar *x = row; (x = std::find_if(x, end, [](uchar a) { return a != 0; })) != end;) {
-            const uchar *behind = std::find(x, end, uchar(0));
-            runs.append(QRect(origin.x() + int(x - row), origin.y() + y, int(behind - x), 1));
-            x = behind;
-        }
-        const int count = runs.size() - first;
-        const auto isSame = [](const QRect &a, const QRect &b) {
-            return a.left() == b.left() && a.width() == b.width();
-        };
-        if (count > 0 && count == first - above &&
-            std::equal(runs.cbegin() + above, runs.cbegin() + first, runs.cbegin() + first, isSame)) {
-            for (int i = above; i < first; ++i)
-                runs[i].setHeight(runs.at(i).height() + 1);
-            runs.resize(first);
-        } else {
-            above = first;
-        }
-    }
-    return runs;
-}
-
 } // namespace
 
 QColor RecordedStrokes::Part::color() const
 {
     return pen.style() != Qt::NoPen ? pen.color() : brush.color();
-}
-
-QVector<QRect> RecordedStrokes::Part::coveredPixels(const QSize &size) const
-{
-    if (!rectangles.isEmpty())
-        return rectangles;
-    const double reach = pen.style() != Qt::NoPen ? pen.widthF() + 1.0 : 1.0;
-    const QRect bounds = path.controlPointRect().adjusted(-reach, -reach, reach, reach).toAlignedRect() &
-                         QRect(QPoint(), size);
-    if (bounds.isEmpty())
-        return {};
-    QImage mask(bounds.size(), QImage::Format_Alpha8);
-    mask.fill(0);
-    QPainter painter(&mask);
-    painter.translate(-bounds.topLeft());
-    if (pen.style() != Qt::NoPen)
-        painter.strokePath(path, pen);
-    else
-        painter.fillPath(path, brush);
-    painter.end();
-    return runsOf(mask, bounds.topLeft());
 }
 
 bool RecordedStrokes::Part::operator==(const Part &other) const
@@ -250,7 +202,8 @@ void RecordedStrokes::paint(QPainter *painter, const QRegion &region) const
         } else if (part.pen.style() == Qt::NoPen) {
             painter->fillPath(part.path, part.brush);
         } else {
-            painter->strokePath(part.path, part.pen);
+            painter->setPen(part.pen);
+            drawLinePath(painter, part.path);
         }
     }
 }
@@ -265,9 +218,10 @@ QImage RecordedStrokes::image(const QRect &part) const
     return image;
 }
 
-RecordedStrokes recordedStrokes(const QSize &size, const std::function<void(QPainter *)> &paint)
+RecordedStrokes recordedStrokes(const QSize &size, const std::function<void(QPainter *)> &paint,
+                                SlopingLines lines)
 {
-    StrokeRecorder recorder(size);
+    StrokeRecorder recorder(size, lines);
     QPainter painter(&recorder);
     paint(&painter);
     painter.end();

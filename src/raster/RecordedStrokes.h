@@ -30,8 +30,6 @@ struct RecordedStrokes
         QBrush brush;
 
         QColor color() const;
-        // As rectangles, within a picture of that size.
-        QVector<QRect> coveredPixels(const QSize &size) const;
         bool operator==(const Part &other) const;
     };
 
@@ -47,7 +45,12 @@ struct RecordedStrokes
     bool operator==(const RecordedStrokes &other) const { return parts == other.parts; }
 };
 
+// How a sloping line is taken down: as the pixels that the raster engine would paint, or as it is, for an engine
+// that finds them itself.
+enum class SlopingLines { AsPixels, AsPaths };
+
 // What a function paints into a picture of that size.
-RecordedStrokes recordedStrokes(const QSize &size, const std::function<void(QPainter *)> &paint);
+RecordedStrokes recordedStrokes(const QSize &size, const std::function<void(QPainter *)> &paint,
+                                SlopingLines lines = SlopingLines::AsPixels);
 
 } // namespace graph

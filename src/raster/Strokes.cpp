@@ -240,7 +240,7 @@ void drawLinePath(QPainter *painter, const QPainterPath &path)
     const QRectF bounds = path.controlPointRect().adjusted(-reach, -reach, reach, reach);
     if (!isPlain(pen) || pen.joinStyle() != Qt::BevelJoin || pen.width() < 2 ||
         path.elementCount() <= fewPoints || !isAscending(path) || isOfSeparateLines(path) ||
-        !fillsByCentres(*painter, bounds)) {
+        painter->paintEngine()->type() == pathRecorder || !fillsByCentres(*painter, bounds)) {
         painter->strokePath(path, pen);
         return;
     }

@@ -117,8 +117,9 @@ QSGNode *strokedNode(ShiftedItem *item, QSGNode *&old)
     if (isPaintedPlainly(*item) && item->canDoWithoutLayer()) {
         const bool isSoftware = isSoftwareSceneGraph(*window);
         const QSize size(qRound(item->width()), qRound(item->height()));
-        const RecordedStrokes strokes =
-            recordedStrokes(size, [item](QPainter *painter) { item->paint(painter); });
+        const RecordedStrokes strokes = recordedStrokes(
+            size, [item](QPainter *painter) { item->paint(painter); },
+            isSoftware ? SlopingLines::AsPixels : SlopingLines::AsPaths);
         if (strokes.isComplete && isSoftware) {
             auto *node = nodeOf<StrokeNode>(item, old);
             node->show(strokes, size);

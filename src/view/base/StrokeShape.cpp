@@ -1,5 +1,6 @@
 #include "view/base/StrokeShape.h"
 
+#include "raster/StrokeTriangles.h"
 #include "view/base/PaintingNode.h"
 
 #include <QPainter>
@@ -25,15 +26,10 @@ std::unique_ptr<QSGGeometryNode> emptyShape()
     return shape;
 }
 
-void cover(QSGGeometryNode &shape, const QVector<QRect> &rectangles, const QColor &color)
+void cover(QSGGeometry &geometry, const QVector<QRect> &rectangles)
 {
-    auto *material = static_cast<QSGFlatColorMaterial *>(shape.material());
-    if (material->color() != color) {
-        material->setColor(color);
-        shape.markDirty(QSGNode::DirtyMaterial);
-    }
-    shape.geometry()->allocate(6 * rectangles.size());
-    QSGGeometry::Point2D *corner = shape.geometry()->vertexDataAsPoint2D();
+    geometry.allocate(6 * rectangles.size());
+    QSGGeometry::Point2D *corner = geometry.vertexDataAsPoint2D();
     for (const QRect &rectangle : rectangles) {
         const auto left = float(rectangle.x());
         const auto top = float(rectangle.y());
@@ -46,7 +42,33 @@ void cover(QSGGeometryNode &shape, const QVector<QRect> &rectangles, const QColo
         (corner++)->set(right, top);
         (corner++)->set(right, bottom);
     }
+}
+
+void cover(QSGGeometry &geometry, const std::vector<QPointF> &corners)
+{
+    geometry.allocate(int(corners.size()));
+    QSGGeometry::Point2D *vertex = geometry.vertexDataAsPoint2D();
+    for (const QPointF &corner : corners)
+        (vertex++)->set(float(corner.x()), float(corner.y()));
+}
+
+// False where there is nothing to be seen.
+bool cover(QSGGeometryNode &shape, const RecordedStrokes::Part &part)
+{
+    auto *material = static_cast<QSGFlatColorMaterial *>(shape.material());
+    if (material->color() != part.color()) {
+        material->setColor(part.color());
+        shape.markDirty(QSGNode::DirtyMaterial);
+    }
+    if (part.rectangles.isEmpty()) {
+        std::vector<QPointF> corners;
+        addStrokeTriangles(corners, part.path, part.pen.widthF());
+        cover(*shape.geometry(), corners);
+    } else {
+        cover(*shape.geometry(), part.rectangles);
+    }
     shape.markDirty(QSGNode::DirtyGeometry);
+    return shape.geometry()->vertexCount() > 0;
 }
 
 } // namespace
@@ -55,12 +77,16 @@ StrokeShape::StrokeShape(QQuickWindow *window)
     : m_window(window)
 {
     setFlag(UsePreprocess);
+    m_clip.setIsRectangular(true);
+    m_clip.setGeometry(&m_edges);
+    m_clip.setFlag(OwnedByParent, false);
 }
 
 StrokeShape::~StrokeShape()
 {
     removeImage();
     removeAllChildNodes();
+    m_clip.removeAllChildNodes();
 }
 
 void StrokeShape::show(const RecordedStrokes &strokes, const QSize &size, bool smooth)
@@ -70,17 +96,24 @@ void StrokeShape::show(const RecordedStrokes &strokes, const QSize &size, bool s
     m_strokes = strokes;
     m_size = size;
     m_smooth = smooth;
+    const QRectF edges(QPointF(), size);
+    if (edges != m_clip.clipRect()) {
+        m_clip.setClipRect(edges);
+        QSGGeometry::updateRectGeometry(&m_edges, edges);
+        m_clip.markDirty(DirtyGeometry);
+    }
     std::size_t shown = 0;
     for (const RecordedStrokes::Part &part : m_strokes.parts) {
-        const QVector<QRect> pixels = part.coveredPixels(m_size);
-        // A shape that is in the scene without any triangle is forgotten there.
-        if (pixels.isEmpty())
-            continue;
         if (shown == m_shapes.size())
             m_shapes.push_back(emptyShape());
-        cover(*m_shapes[shown++], pixels, part.color());
+        // A shape that is in the scene without any triangle is forgotten there.
+        shown += cover(*m_shapes[shown], part);
     }
     m_shapes.resize(shown);
+    for (const std::unique_ptr<QSGGeometryNode> &shape : m_shapes) {
+        if (!shape->parent())
+            m_clip.appendChildNode(shape.get());
+    }
     removeImage();
     showTriangles();
 }
@@ -96,10 +129,8 @@ void StrokeShape::preprocess()
 void StrokeShape::showTriangles()
 {
     removeImage();
-    for (const std::unique_ptr<QSGGeometryNode> &shape : m_shapes) {
-        if (!shape->parent())
-            appendChildNode(shape.get());
-    }
+    if (!m_clip.parent())
+        appendChildNode(&m_clip);
 }
 
 void StrokeShape::showImage()

@@ -2,8 +2,9 @@
 
 #include "raster/RecordedStrokes.h"
 
-#include <QImage>
+#include <QSGGeometry>
 #include <QSGNode>
+#include <QSize>
 
 #include <memory>
 #include <vector>
@@ -39,6 +40,8 @@ private:
     RecordedStrokes m_strokes;
     QSize m_size;
     bool m_smooth = false;
+    QSGGeometry m_edges{QSGGeometry::defaultAttributes_Point2D(), 4};
+    QSGClipNode m_clip; // lines go on beyond the item
     std::vector<std::unique_ptr<QSGGeometryNode>> m_shapes;
     std::unique_ptr<QSGTexture> m_texture;
     QSGImageNode *m_image = nullptr;
