@@ -153,8 +153,9 @@ void warmUp(const Job &job, Contender &contender)
 {
     showAndMove(contender, 1, job.samples);
     contender.setVisible(0, job.samples - 1);
-    // Once more, because what has not changed from one frame to the next may be kept from then on.
-    for (int i = 1; i <= 2; ++i) {
+    // Once more, because what has not changed from one frame to the next may be kept from then on. Not with what the first
+    // frame that counts brings: that would be one without a change.
+    for (int i = 0; i <= 1; ++i) {
         change(job, contender, i);
         contender.frame();
     }

@@ -77,14 +77,18 @@ std::vector<TraceColumn> traceColumns(const SampleSpan &samples, const PixelMapp
     columns.reserve(std::size_t(std::min(double(samples.size()), mapping.width() + 2.0)));
     const bool search = samples.size() >= fewestToSearch * mapping.width();
     int run = 1;
+    int next = samples.isEmpty() ? 0 : mapping.column(samples.x(0));
     for (int first = 0; first < samples.size();) {
-        const int column = mapping.column(samples.x(first));
+        const int column = next;
         int end = first + 1;
-        if (search)
+        if (search) {
             end = columnEnd(samples, mapping, first, column, run);
-        else
-            while (end < samples.size() && mapping.column(samples.x(end)) == column)
+            if (end < samples.size())
+                next = mapping.column(samples.x(end));
+        } else {
+            while (end < samples.size() && (next = mapping.column(samples.x(end))) == column)
                 ++end;
+        }
         columns.push_back(end - first == 1 ? lone(samples, mapping, column, first)
                                            : crowded(samples, mapping, column, first, end));
         run = end - first;

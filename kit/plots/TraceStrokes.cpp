@@ -159,14 +159,18 @@ void TraceStrokes::paintPoints(TraceCanvas &canvas) const
 void TraceStrokes::paintLoneSamples(TraceCanvas &canvas) const
 {
     QVector<QPoint> centers;
+    const bool holds = course() == TraceCourse::Steps;
+    const bool holdsToLeft = course() == TraceCourse::StepsToLeft;
+    bool isJoined = false; // to the column before
     for (std::size_t i = 0; i < m_columns.size(); ++i) {
         const TraceColumn &column = m_columns[i];
-        const bool isHeld = (course() == TraceCourse::Steps && i + 1 < m_columns.size()) ||
-                            (course() == TraceCourse::StepsToLeft && i > 0);
-        const bool isJoined = isHeld || (i > 0 && areJoined(m_columns[i - 1], column)) ||
-                              (i + 1 < m_columns.size() && areJoined(column, m_columns[i + 1]));
-        if (!isJoined && !column.isGap() && pixel(column.top) == pixel(column.bottom))
+        const bool isLast = i + 1 == m_columns.size();
+        const bool isJoinedToNext = !isLast && areJoined(column, m_columns[i + 1]);
+        const bool isHeld = (holds && !isLast) || (holdsToLeft && i > 0);
+        if (!isJoined && !isJoinedToNext && !isHeld && !column.isGap() &&
+            pixel(column.top) == pixel(column.bottom))
             centers.append(QPoint(pixel(column.x), pixel(column.top)));
+        isJoined = isJoinedToNext;
     }
     if (!centers.isEmpty())
         drawDots(canvas, centers, m_look, wholeSize(m_mapping));
