@@ -505,11 +505,6 @@ private slots:
         bench.zoom->setLeft(0.3);
         QCOMPARE(visit(&GraphCursor::setPeakRight, 1), QVector<int>{80});
         QCOMPARE(visit(&GraphCursor::setPeakLeft, 4), (QVector<int>{75, 55, 35, 35}));
-        // What is just out of sight is not found.
-        bench.cursor->setPosIndex(76);
-        bench.zoom->setRight(0.94);
-        QVERIFY(bench.cursor->findPeak(GraphCursor::PeakRight) < 95);
-        bench.zoom->setRight(0.8);
         // A peak has to be seen: by the tenth of what the screen shows, not of the axis.
         samples[60] = 2.0;
         bench.data->setYData(samples);

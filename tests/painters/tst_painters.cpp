@@ -255,6 +255,7 @@ private slots:
         figure.setYData({0, 0, 10, 0, 2, 2, 4});
         QVERIFY(figure.containsPoint(1e9 + 2.0, 1.0));
         QVERIFY(!figure.containsPoint(1e9 + 5.0, 3.0) && !figure.containsPoint(2.0, 1.0));
+        QVERIFY(!figure.containsPoint(1e9 + 0.25, 1.0)); // left of the side that closes it
         figure.setPixelShape(true);
         QVERIFY(!figure.containsPoint(1e9 + 2.0, 1.0));
     }
@@ -361,7 +362,9 @@ private slots:
         auto former = std::make_unique<PlotSeries>();
         figure.setPlotData(former.get());
         figure.setPlotData(own.get());
+        QSignalSpy dataSpy(&figure, SIGNAL(plotDataChanged()));
         former.reset();
+        QCOMPARE(dataSpy.count(), 0);
         QTRY_COMPARE(figure.value(), 3.0);
         own->setYData({4.0, 4.0, 4.0});
         QTRY_COMPARE(figure.value(), 6.0);

@@ -239,6 +239,9 @@ private slots:
         const ColumnEnvelope flat = graph::columnEnvelope(series({10, 10}, 0, 1), logarithmic, 2, 1.0, false);
         QCOMPARE(graph::envelopeStrokes(flat, logarithmic, 2, 1.0, false),
                  (QVector<QLine>{{0, 51, 0, 49}, {1, 51, 1, 49}}));
+        const ColumnEnvelope tall =
+            graph::columnEnvelope(series({1, 10}, 0, 0.5), logarithmic, 1, 1.0, false);
+        QCOMPARE(graph::envelopeStrokes(tall, logarithmic, 2, 1.0, false), (QVector<QLine>{{0, 100, 0, 50}}));
     }
 
     void bars()

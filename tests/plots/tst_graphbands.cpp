@@ -109,15 +109,6 @@ private slots:
             const QImage after = painted(plot());
             return after != before && sameBothWays() && painted(plot()) == after;
         };
-        const auto smooth = [this](bool toImage) {
-            plot()->setRenderToImage(toImage);
-            const auto draw = [this](QPainter *painter) {
-                painter->setRenderHint(QPainter::Antialiasing);
-                plot()->paint(painter);
-            };
-            return picture(draw, QSize(201, 101), Qt::transparent);
-        };
-        QCOMPARE(smooth(true), smooth(false));
         QObject *axis = m_document->object("horizontal");
         QFont smallFont;
         smallFont.setPixelSize(9);

@@ -200,6 +200,15 @@ void tst_zoomrect::followsTheFlickable()
     zoom.setPosition({0.1, 0.2});
     QCOMPARE(changed.count(), 1);
 
+    // Once it has taken in a size of its own, it is followed again.
+    flickable->setSize({80, 80});
+    for (double place : {30.0, 40.0}) {
+        flickable->setProperty("contentX", place);
+        flickable->setProperty("contentY", place);
+    }
+    QCOMPARE(zoom.contentX(), 40.0);
+    QCOMPARE(zoom.contentY(), 40.0);
+
     // Resizing keeps the content's position in step with its size, whichever edge moves.
     zoom.setRight(0.55);
     QCOMPARE(flickable->property("contentX").toDouble(), zoom.contentX());
