@@ -85,10 +85,11 @@ void ChartAxis::setTitle(const QString &title)
 
 /*!
     \qmlproperty enumeration ChartAxis::scale
+    How values become places along the axis.
     \value ChartAxis.Linear by differences; the default
     \value ChartAxis.Logarithmic by ratios. Zooming and panning are even in the logarithm. Values of 0 and below have
     no place: samples there are missing, and of a range that reaches there the positive part is shown, with a message.
-    \value ChartAxis.Time linear, in seconds since the begin of 1970, with the ticks and texts of a clock and a calendar
+    \value ChartAxis.Time linear, in seconds since the beginning of 1970, with the ticks and texts of a clock and a calendar
 */
 void ChartAxis::setScale(ScaleType scale)
 {

@@ -134,8 +134,7 @@ void ChartTheme::setPlotBackground(const QColor &color)
 /*!
     \qmlproperty color ChartTheme::gridColor
     \qmlproperty color ChartTheme::minorGridColor
-    \qmlproperty int ChartTheme::gridWidth
-    The grid lines, and those at minor ticks; gridWidth in pixels, 1 by default.
+    The grid lines, and those at minor ticks.
 */
 void ChartTheme::setGridColor(const QColor &color)
 {
@@ -147,6 +146,10 @@ void ChartTheme::setMinorGridColor(const QColor &color)
     store(m_minorGridColor, color);
 }
 
+/*!
+    \qmlproperty int ChartTheme::gridWidth
+    The width of the grid lines in pixels, 1 by default.
+*/
 void ChartTheme::setGridWidth(int pixels)
 {
     store(m_gridWidth, bounded(this, "gridWidth", pixels, 0));
@@ -154,22 +157,26 @@ void ChartTheme::setGridWidth(int pixels)
 
 /*!
     \qmlproperty color ChartTheme::textColor
-    \qmlproperty string ChartTheme::fontFamily
-    \qmlproperty int ChartTheme::fontSize
-    All texts of the chart: title, numbers, legend, readings. fontSize in pixels, 14 by default, at least 1;
-    the title is a little larger. The family is Roboto by default; where it is not installed the system chooses
-    another one.
+    The colour of all texts of the chart: title, numbers, legend, readings.
 */
 void ChartTheme::setTextColor(const QColor &color)
 {
     store(m_textColor, color);
 }
 
+/*!
+    \qmlproperty string ChartTheme::fontFamily
+    The font of all texts, Roboto by default; where it is not installed the system chooses another one.
+*/
 void ChartTheme::setFontFamily(const QString &family)
 {
     store(m_fontFamily, family);
 }
 
+/*!
+    \qmlproperty int ChartTheme::fontSize
+    The height of the texts in pixels, 14 by default, at least 1; the title is a little larger.
+*/
 void ChartTheme::setFontSize(int pixels)
 {
     store(m_fontSize, bounded(this, "fontSize", pixels, 1));
@@ -177,10 +184,8 @@ void ChartTheme::setFontSize(int pixels)
 
 /*!
     \qmlproperty list<color> ChartTheme::traceColors
-    \qmlproperty int ChartTheme::lineWidth
     The colours of the traces that name none, in the order of the traces; with more traces they start again.
-    By default colours that colour-blind people can tell apart. lineWidth in pixels, 1 by default, for traces
-    that name none.
+    By default colours that colour-blind people can tell apart.
 */
 void ChartTheme::setTraceColors(const QVariantList &colors)
 {
@@ -188,6 +193,10 @@ void ChartTheme::setTraceColors(const QVariantList &colors)
     store(m_traceColors, colors);
 }
 
+/*!
+    \qmlproperty int ChartTheme::lineWidth
+    The width in pixels of the traces that name none, 1 by default.
+*/
 void ChartTheme::setLineWidth(int pixels)
 {
     store(m_lineWidth, bounded(this, "lineWidth", pixels, 1, TraceStrokes::widestLine));
@@ -195,14 +204,18 @@ void ChartTheme::setLineWidth(int pixels)
 
 /*!
     \qmlproperty color ChartTheme::cursorColor
-    \qmlproperty list<color> ChartTheme::markerColors
-    The line of a cursor, and those of markers in their order.
+    The line of a cursor that names no colour.
 */
 void ChartTheme::setCursorColor(const QColor &color)
 {
     store(m_cursorColor, color);
 }
 
+/*!
+    \qmlproperty list<color> ChartTheme::markerColors
+    The lines of markers that name no colour, in the order of the markers; none of them is the colour of one of
+    the first traces by default.
+*/
 void ChartTheme::setMarkerColors(const QVariantList &colors)
 {
     checkColors("markerColors", colors);

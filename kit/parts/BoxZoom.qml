@@ -1,19 +1,24 @@
 import QtQuick 2.15
 import graph_plugin 1.0
 
-// Zooms to a rectangle that is drawn with the right mouse button, or with a finger after a long press. Declare it as a
-// child of a GraphView, above its ZoomArea, and name it as that area's boxZoom for the long press. A rectangle that is
-// flat zooms in one direction only, so do the directions that zoomAxis allows.
+/*! \brief Zooms to a rectangle that is drawn with the right mouse button, or with a finger after a long press.
+
+A child of a GraphView, above its ZoomArea, whose \c boxZoom it is for the long press; a Chart has one of its own. A
+rectangle that is flat zooms in one direction only, and so do the directions that the \c zoomAxis of the ZoomRect allows.
+*/
 Item {
     id: box
 
+    /*! What it moves: the zoom rectangle of the view that it is in, unless another one is written. */
     property ZoomRect zoomRect: parent && parent.zoomRect ? parent.zoomRect : null
+    /*! Of the rectangle, white. */
     property color color: "white"
-    // A side shorter than this does not count.
+    /*! A side shorter than this does not count, 12 pixels. */
     property real leastSide: 12
+    /*! Whether a rectangle is being drawn. */
     readonly property bool drawing: frame.visible
 
-    // The rectangle is complete; in pixels of the plot area.
+    /*! The rectangle is complete; in pixels of the plot area. */
     signal zoomed(rect area)
 
     function begin(x, y) {

@@ -11,10 +11,11 @@ ChartView {
     property bool _axisTouched: false
     readonly property bool _zooms: zoom.enabled && (zoom.horizontal || zoom.vertical)
 
-    // A tap on the plot area, in its pixels.
+    /*! A tap on the plot area, in its pixels. */
     signal tapped(real x, real y)
 
-    // A ChartCursor of the document.
+    /*! \internal
+        A ChartCursor of the document. */
     property GraphCursor declaredCursor: null
     readonly property bool _bringsCursor: cursor.enabled && !declaredCursor
     // For the tags and flags of cursors, which keep clear of them.

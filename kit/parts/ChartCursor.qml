@@ -3,25 +3,42 @@ import graph_plugin 1.0
 import graph_kit 1.0
 import "theme.js" as Theme
 
-// The cursor of a Chart with the readings of its traces. Declared in a Chart it takes the place of the one that a tap
-// brings: it is always there, a finger drags it, taps and the chart's keys move it, and it may have markers.
+/*! \brief The cursor of a Chart with the readings of its traces.
+
+Declared in a Chart it takes the place of the one that a tap brings: it is always there, a finger drags it, taps and the
+chart's keys move it, and it may have markers. It is a GraphCursor with a CursorGrab, a CursorTag, and a CursorReadout for
+each trace.
+
+\code
+Chart {
+    Trace { values: [1, 5, 3, 8, 2] }
+    ChartCursor {
+        markers: GraphMarker { posValue: 2; visible: true; MarkerGrab { text: "A" } }
+    }
+}
+\endcode
+*/
 GraphCursor {
     id: cursor
 
+    /*! The chart that it is in. */
     property ChartView view: Theme.chartOf(cursor)
-    // False for the one that the chart places itself.
+    /*! \internal
+        False for the one that the chart places itself. */
     property bool isDeclared: true
-    // The row of pixels where it was placed: levels are read there.
+    /*! The row of pixels of the tap that placed it, where the level of a WaterfallPlot is read. */
     property real row: NaN
 
+    /*! After a tap or the mouse has placed it, also in the column where it is already. */
     signal rowPlaced()
 
     property real _waiting: NaN
     // Whether its sample is in view.
     readonly property ValueAxis axis: plots.length >= 0 && primaryPlot ? primaryPlot.axisX : null
+    /*! Whether its sample is in view. */
     readonly property bool inView: !axis || (posValue - axis.minVisible) * (posValue - axis.maxVisible) <= 0
 
-    // On a sample that is in view, which may leave it later on.
+    /*! Places it at the sample next to a pixel of the plot area. */
     function placeAt(x, y) {
         _waiting = primaryPlot ? NaN : x;
         setStaysOnScreen(true);

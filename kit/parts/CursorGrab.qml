@@ -2,13 +2,20 @@ import QtQuick 2.15
 import graph_plugin 1.0
 import "cursors.js" as Cursors
 
-// Moves a GraphCursor or a GraphCursorY with a finger. Declare it as a child of the cursor: the line can be dragged by a
-// strip around it, near an edge the view pans for as long as the finger stays there.
+/*! \brief Moves a GraphCursor or a GraphCursorY with a finger.
+
+A child of the cursor: the line can be dragged by a strip around it, and near an edge the view pans for as long as the
+finger stays there. Drags that start elsewhere, taps, double taps, pinches and the wheel still go to the zoom area. If
+several lines are under the finger, the nearest is taken. Set \c {staysOnScreen: false} for a horizontal cursor;
+otherwise it stops at whole values only. Change \c enabled together with the \c visible of the cursor, which has no change
+signal.
+*/
 LineGrab {
     id: grab
 
+    /*! The cursor that it moves: the one that it is in. */
     property GraphCursor cursor: parent
-    // A tap on this ZoomArea or Chart moves the cursor to it.
+    /*! A ZoomArea or a Chart whose taps move the cursor; null by default. */
     property Item tapArea: null
 
     horizontal: cursor instanceof GraphCursorY

@@ -2,18 +2,23 @@ import QtQuick 2.15
 import graph_plugin 1.0
 import "cursors.js" as Cursors
 
-// Keys for a cursor. Give it the focus; it needs no place on the screen. Left and Right move by samples, faster while
-// held; Home and End go to the ends of the trace, P to its highest peak, [ and ] to the next peak in view; Up and Down
-// move a horizontal cursor.
+/*! \brief Keys for a cursor.
+
+Give it the focus; it needs no place on the screen. Left and Right move by samples, faster while held; Home and End go to
+the ends of the trace, P to its highest peak, [ and ] to the next peak in view; Up and Down move a horizontal cursor.
+*/
 Item {
     id: keys
 
+    /*! The cursor that keys move; null by default. */
     property GraphCursor cursor: null
+    /*! The cursor that Up and Down move; null by default. */
     property GraphCursorY horizontalCursor: null
-    // Number of rows that the last press of Up or Down moved.
+    /*! \internal
+        Number of rows that the last press of Up or Down moved. */
     property real step: 1
 
-    // Whether the key was one of these.
+    /*! The same for a key that arrives another way, for example from a knob; gives whether it was one of these. */
     function press(key, autoRepeat) {
         return Boolean(cursor) && pressAlong(key, autoRepeat) || Boolean(horizontalCursor) && pressAcross(key, autoRepeat);
     }

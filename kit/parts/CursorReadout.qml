@@ -3,37 +3,51 @@ import graph_plugin 1.0
 import graph_kit 1.0
 import "theme.js" as Theme
 
-// The reading of one trace at a cursor: a dot where the cursor crosses the trace, and the value beside it. Declare one
-// per trace as a direct child of the GraphCursor; labels stay inside of the plot and clear of each other.
+/*! \brief The reading of one trace at a cursor: a dot where the cursor crosses the trace, and the value beside it.
+
+A direct child of a GraphCursor, one per trace. Labels stay inside of the plot and do not cover each other. Nothing shows
+while the plot is hidden, empty or gone, or its sample is missing.
+*/
 Item {
     id: readout
 
+    /*! The trace. */
     property AbstractPlot plot: null
     readonly property var chart: Theme.chartOf(readout)
     readonly property bool readsLevel: Boolean(plot) && plot instanceof WaterfallPlot
-    // Where in a WaterfallPlot the level is read, in units of its vertical axis: in the row that it reads itself unless
-    // another place is written.
+    /*! Where in a WaterfallPlot the level is read, in units of its vertical axis: in the row that it reads itself unless
+        another place is written. */
     property real levelY: readsLevel ? (plot.readRow + 0.5) * plot.rowInterval * (plot.direction === WaterfallPlot.Up ? 1 : -1) : NaN
+    /*! The value, NaN without one. */
     readonly property real reading: readsLevel ? (_rows, plot.levelAt(GraphCursor.xValue, levelY)) : GraphCursor.yValue
+    /*! What is written: the value with its unit, unless the document writes something else. */
     property string text: chart && plot ? chart.formatY(plot, reading)
                         : readsLevel && plot.plotData ? plot.plotData.formattedYValue(reading) : GraphCursor.formattedYValue
     readonly property var theme: chart ? chart.colors : null
+    /*! Of the dot: that of the trace. */
     property color color: readsLevel && theme ? theme.cursorColor : plot ? plot.penColor : "white"
-    // Of the text; in a Chart not that of the trace, which may be hard to read, but a bar beside the text has it.
+    /*! Of the text; inside of a Chart that of its theme, with a bar in the colour of the trace beside it, and elsewhere that
+        of the trace. */
     property color textColor: theme ? theme.textColor : color
+    /*! Behind the text; inside of a Chart that of its plot area, transparent elsewhere. */
     property color backgroundColor: theme ? Theme.translucent(theme.plotBackground, 0.85) : "transparent"
+    /*! Of the text; inside of a Chart that of its theme. */
     property string fontFamily: theme ? theme.fontFamily : "Roboto"
     property int fontSize: theme ? theme.fontSize : 14
+    /*! Diameter of the dot, 9 pixels. */
     property real dotSize: 9
-    // Number of pixel rows kept free at the top, for example for flags.
+    /*! Rows kept free at the top, for example for flags; 0 by default. */
     property real topInset: 0
-    // Milliseconds between changes of a text that a live trace changes.
+    /*! Milliseconds between changes of a text that a live trace changes, 0 for all of them; a moved cursor is followed at
+        once. */
     property int interval: 0
 
-    // False while there is nothing to read: the plot is hidden, empty or gone, or its sample is missing.
+    /*! False while there is nothing to read. */
     readonly property bool shown: GraphCursor.index >= 0 && Boolean(plot) && Boolean(plot.plotData)
                                   && plot.plotData.size > 0 && !isNaN(reading)
+    /*! The column of pixels where the cursor crosses the trace. */
     readonly property real crossingX: GraphCursor.xPosOnScreen
+    /*! The row of pixels there. */
     readonly property real crossingY: readsLevel ? Math.round(levelPlace()) : GraphCursor.yPosOnScreen
     readonly property real labelHeight: chip.height
     // Above the crossing, where a peak leaves room; below it at the top of the plot.

@@ -3,22 +3,28 @@ import graph_plugin 1.0
 import "cursors.js" as Cursors
 import "theme.js" as Theme
 
-// The cursor's own position in words: at the bottom of the line of a GraphCursor, at an end of that of a GraphCursorY.
-// Declare it as a child of the cursor.
+/*! \brief A cursor's own position in words: at the bottom of the line of a GraphCursor, at an end of that of a GraphCursorY.
+
+A child of the cursor.
+*/
 Item {
     id: tag
 
+    /*! The cursor: the one that it is in. */
     property GraphCursor cursor: parent
+    /*! Behind the text: that of the cursor. */
     property color color: cursor ? Qt.rgba(cursor.color.r, cursor.color.g, cursor.color.b, 1) : "transparent"
     readonly property var chart: Theme.chartOf(tag)
     readonly property var theme: chart ? chart.colors : null
+    /*! Of the text, and its font; inside of a Chart those of its theme. */
     property color textColor: theme ? theme.plotBackground : "black"
     property string fontFamily: theme ? theme.fontFamily : "Roboto"
     property int fontSize: theme ? theme.fontSize : 13
-    // At which end of a horizontal line.
+    /*! At which end of a horizontal line; false by default. */
     property bool atRight: false
     readonly property bool horizontal: cursor instanceof GraphCursorY
     readonly property PlotData series: Cursors.primaryData(cursor)
+    /*! The position with its unit, unless the document writes something else. */
     property string text: !series ? "" : chart && !horizontal ? chart.formatX(cursor.posValue)
                          : chart ? chart.formatY(cursor.primaryPlot, cursor.posValue)
                          : horizontal ? series.formattedYValue(cursor.posValue) : series.formattedXValue(cursor.posValue)

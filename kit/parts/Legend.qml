@@ -2,26 +2,35 @@ import QtQuick 2.15
 import graph_plugin 1.0
 import "theme.js" as Theme
 
-// Names the traces of a chart beside their colours. Declare it as a child of a GraphView or a Chart: it covers the plot
-// area and shows its entries in one corner. A tap on an entry hides or shows that trace.
+/*! \brief Names the traces of a chart beside their colours.
+
+A child of a GraphView: it covers the plot area and shows its entries in one corner. A tap on an entry hides or shows that
+trace. A Chart has one of its own, see Chart::legend. Entries that do not fit below each other start another column.
+*/
 Item {
     id: legend
 
-    // The plots to name; the text is the name of a Trace, the label of the data of any other plot.
+    /*! The plots to name; the text is the \c name of a Trace, the \c label of the data of any other plot. Those without one
+        are left out. */
     property var plots: []
-    // Whose values are written behind the names.
+    /*! Whose values are written behind the names; null by default. */
     property GraphCursor cursor: null
+    /*! The corner: at the right (true) and above (atBottom false) by default. */
     property bool atRight: true
     property bool atBottom: false
-    // One beside the other instead of one below the other.
+    /*! Entries one beside the other instead of one below the other; false by default. */
     property bool inARow: false
     readonly property var chart: Theme.chartOf(legend)
     readonly property var theme: chart ? chart.colors : null
+    /*! Of the names and values, and what is behind them; inside of a Chart those of its theme. */
     property color textColor: theme ? theme.textColor : "white"
     property color backgroundColor: theme ? Theme.translucent(theme.plotBackground, 0.85) : "transparent"
+    /*! Of the names and values; inside of a Chart those of its theme. */
     property string fontFamily: theme ? theme.fontFamily : "Roboto"
     property int fontSize: theme ? theme.fontSize : 14
+    /*! 40 pixels. */
     property real entryHeight: 40
+    /*! Distance from the edges, 4 pixels. */
     property real inset: 4
     // What of it is painted.
     readonly property alias box: box

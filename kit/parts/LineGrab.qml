@@ -7,18 +7,23 @@ import "theme.js" as Theme
 Item {
     id: grab
 
-    // The column of a vertical line, the row of a horizontal one.
+    /*! \internal
+        The column of a vertical line, the row of a horizontal one. */
     property real line: 0
+    /*! \internal */
     property bool horizontal: false
     property bool shown: true
+    /*! What a finger near an edge pans: the zoom rectangle of the view, unless another one is written. */
     property ZoomRect zoomRect: null
-    // Width of the strip, in pixels.
+    /*! Width of the strip that can be grabbed, 44 pixels. */
     property real grabSize: 44
-    // A finger this near to an edge pans the view; at the edge itself by panSpeed times the visible range per second.
+    /*! A finger this near to an edge pans the view, 40 pixels. */
     property real panMargin: 40
+    /*! How fast it pans at the very edge, in visible ranges per second, 1. */
     property real panSpeed: 1
-    // Name on the flag; none, no flag.
+    /*! Name on a flag at the end of the line; without one, the default, there is no flag. */
     property string text
+    /*! Of the flag: that of the line. */
     property color color: "white"
     readonly property var chart: Theme.chartOf(grab)
     readonly property var theme: chart ? chart.colors : null
@@ -26,15 +31,18 @@ Item {
     // Where the legend is above, the flags are below it.
     readonly property real _top: _legend && _legend.y < flag.height && flag.x < _legend.x + _legend.width
                                  && _legend.x < flag.x + flag.width ? _legend.y + _legend.height : 0
+    /*! Of the name on the flag, and its font; inside of a Chart those of its theme. */
     property color textColor: theme ? theme.plotBackground : "black"
     property string fontFamily: theme ? theme.fontFamily : "Roboto"
     property int fontSize: theme ? theme.fontSize : 13
-    // Flags in different rows do not cover each other.
+    /*! \internal
+        Flags in different rows do not cover each other. */
     property int row: 0
+    /*! Whether a finger is moving the line. */
     readonly property bool dragging: touch.dragging
     readonly property alias flagWidth: flag.width
 
-    // The finger asks for the line to be at this place.
+    /*! The finger asks for the line to be at this column, or row, of pixels. */
     signal movedTo(real place)
 
     // How far away a press at the point is; the flag belongs to the line.

@@ -3,16 +3,27 @@ import graph_plugin 1.0
 import "cursors.js" as Cursors
 import "theme.js" as Theme
 
-// Moves a GraphMarker with a finger and shows its name on a flag. Declare it inside the marker, as its label:
-//     GraphMarker { MarkerGrab { text: "A" } }
+/*! \brief Moves a GraphMarker with a finger and shows its name on a flag.
+
+Declared inside of the marker it is its \c label:
+
+\code
+GraphMarker { MarkerGrab { text: "A" } }
+\endcode
+
+The flag has the marker's colour; flags that would cover each other are put in rows. A marker that is dragged beyond the
+data stays on the last sample.
+*/
 LineGrab {
     id: grab
 
     // Written by the marker that this is the label of.
     property GraphMarker _parentMarker: null
+    /*! The marker that it moves: the one that it is the label of. */
     property GraphMarker marker: _parentMarker
     readonly property GraphCursor cursor: parent
-    // Behind the distance that the cursor writes, so that it stays readable over a trace.
+    /*! Behind the distance that the cursor writes, so that it can be read over a trace; inside of a Chart that of its plot
+        area, transparent elsewhere. */
     property color backgroundColor: theme ? Theme.translucent(theme.plotBackground, 0.85) : "transparent"
 
     function freeRow() {

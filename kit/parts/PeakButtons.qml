@@ -3,17 +3,22 @@ import graph_plugin 1.0
 import "cursors.js" as Cursors
 import "theme.js" as Theme
 
-// The next peak to the left, the highest one, the next one to the right.
+/*! \brief Three buttons for a cursor: the next peak to the left, the highest one, the next one to the right.
+*/
 Row {
     id: buttons
 
+    /*! The cursor; null by default. */
     property GraphCursor cursor: null
     readonly property var theme: Theme.of(buttons)
+    /*! Of a button, of one that is pressed, and of the texts; inside of a Chart those of its theme. */
     property color color: theme ? theme.minorGridColor : "#26303a"
     property color pressedColor: theme ? theme.gridColor : "#33404d"
     property color textColor: theme ? theme.textColor : "white"
+    /*! Of the texts; inside of a Chart those of its theme. */
     property string fontFamily: theme ? theme.fontFamily : "Roboto"
     property int fontSize: theme ? theme.fontSize : 15
+    /*! Of a button in pixels: 40, at least 44 wide, with corners of radius 5. */
     property real buttonHeight: 40
     property real leastWidth: 44
     property real radius: 5

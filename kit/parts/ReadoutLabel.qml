@@ -1,23 +1,28 @@
 import QtQuick 2.15
 import "theme.js" as Theme
 
-// One reading: a quiet name and a clear value beside it.
+/*! \brief One reading of a status line: a quiet name and a clear value beside it.
+*/
 Item {
     id: readout
 
+    /*! The name and the value. */
     property string label
     property string value
-    // The widest value that is to be expected: room for it is kept, so that readings beside this one stay in place.
+    /*! The widest value that is to be expected: room for it is kept, so that readings beside this one stay in place. */
     property string widestValue
     readonly property var theme: Theme.of(readout)
+    /*! Of the name and of the value; inside of a Chart those of its theme. */
     property color color: theme ? Theme.translucent(theme.textColor, 0.7) : "#8b98a5"
     property color textColor: theme ? theme.textColor : "white"
+    /*! Inside of a Chart that of its theme. */
     property string fontFamily: theme ? theme.fontFamily : "Roboto"
-    // Of the value; the name is smaller.
+    /*! Of the value and of the name, which is smaller. */
     property int fontSize: theme ? Math.round(theme.fontSize * 1.2) : 17
     property int labelFontSize: Math.round(fontSize * 0.77)
+    /*! Between name and value, 8 pixels. */
     property real spacing: 8
-    // Milliseconds between changes of the value, and what lets it follow at once, as SteadyText has them.
+    /*! Milliseconds between changes of the value, and what lets it follow at once, as those of SteadyText. */
     property int interval: 0
     property var key
 

@@ -1,16 +1,20 @@
 import QtQuick 2.15
 
-// Lets a text that changes with every sweep change only so often that it can be read.
+/*! \brief Lets a text that changes with every sweep change only so often that it can be read.
+*/
 QtObject {
     id: steady
 
+    /*! The text that changes. */
     property string source
-    // Milliseconds between changes, 0 to pass all of them on.
+    /*! Milliseconds between changes, 0, the default, to pass all of them on. */
     property int interval: 0
-    // A change of this is the user's: the text follows at once.
+    /*! A change of this, for example the position of a cursor, is the user's: the text follows at once. */
     property var key
+    /*! The text that changes at most every interval. */
     property string text
 
+    /*! \internal */
     property Timer pause: Timer {
         interval: steady.interval
         onTriggered: steady.update()

@@ -1,35 +1,41 @@
 import QtQuick 2.15
 import graph_plugin 1.0
 
-// Panning and zooming of a chart by hand: drag or flick to pan, pinch to zoom, wheel to zoom at the pointer (with Shift
-// vertically, with Control both ways), double tap to see everything again. Declare it as a child of a GraphView, above
-// the plots; the view binds it to its zoom rectangle. Which directions may be zoomed is the rectangle's `zoomAxis`,
-// which allows none unless the view's document sets it.
+/*! \brief Panning and zooming of a chart by hand: drag, flick, pinch, wheel and double tap.
+
+A child of a GraphView, above the plots; a Chart has one of its own. A drag or flick pans, a pinch zooms, the wheel
+zooms at the pointer, with Shift vertically and with Control both ways, and a double tap shows everything again. Which
+directions may be zoomed is the \c zoomAxis of the view's ZoomRect, which allows none unless the document sets it.
+*/
 Flickable {
     id: area
 
+    /*! What it moves: the zoom rectangle of the view that it is in, unless another one is written. */
     property ZoomRect zoomRect: parent && parent.zoomRect ? parent.zoomRect : null
-    // Zoom factor of one notch of the wheel.
+    /*! Zoom factor of one notch of the wheel, 1.25. */
     property real wheelFactor: 1.25
-    // Fingers closer to each other than this in one direction do not zoom in that direction.
+    /*! Fingers closer to each other than this in one direction do not zoom in it, 48 pixels. */
     property real leastSpread: 48
-    // Directions that the wheel zooms in unless a key says otherwise.
+    /*! Directions that the wheel zooms in without a key, Qt.Horizontal. */
     property int wheelDirections: Qt.Horizontal
-    // False leaves nothing but taps.
+    /*! False leaves nothing but taps; true by default. */
     property bool zooms: true
-    // Draws its rectangle after a long press.
+    /*! A BoxZoom that draws its rectangle after a long press; null by default. */
     property BoxZoom boxZoom: null
+    /*! Whether two fingers are zooming. */
     readonly property bool pinching: pinchArea.started
+    /*! Whether a long press is drawing the rectangle of boxZoom. */
     readonly property bool holding: touch.holding
 
-    // A tap that was not the start of anything else, in pixels of the plot area.
+    /*! A tap that was not the start of anything else, in pixels of the plot area. */
     signal tapped(real x, real y)
-    // After two taps, which show everything.
+    /*! After two taps, which show everything. */
     signal doubleTapped(real x, real y)
-    // The beginning of any touch.
+    /*! The beginning of any touch. */
     signal pressed()
 
-    // Zooms by the factors (above 1 shows more) and keeps the values at the pixel position (px, py) in their place.
+    /*! Zooms by the factors, of which those above 1 show more, and keeps the values at the pixel (px, py) in their
+        place. */
     function zoomAt(px, py, factorX, factorY) {
         if (!zoomRect)
             return;
@@ -42,6 +48,7 @@ Flickable {
         return Math.max(least, Math.min(part * startSpread / Math.max(1, spread), most));
     }
 
+    /*! Shows everything. */
     function showAll() {
         if (zoomRect)
             zoomRect.setCenterAndZoom(Qt.vector2d(1, 1), Qt.point(0.5, 0.5));

@@ -424,6 +424,10 @@ void Trace::describe(PlotData *data)
     m_isDescribing = false;
 }
 
+/*!
+    \qmlsignal Trace::dataChanged()
+    After each change of the samples, once for all changes that are made together.
+*/
 void Trace::handlePlotChanged()
 {
     GraphPlot::handlePlotChanged();

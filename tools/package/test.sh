@@ -34,7 +34,7 @@ mv "$root"/build/*.* "$work"
 cp "$work"/lib*.deb "$root/build"
 rm -f "$root"/build/*dbgsym*
 chroot "$root" sh -c 'dpkg -i /build/*.deb' >>"$work/log" 2>&1
-chroot "$root" sh -c 'cmake -G Ninja -S /build/graph-plugin/examples -B /build/examples && cmake --build /build/examples' \
+chroot "$root" sh -c 'cmake -G Ninja -S /usr/share/doc/graph_plugin/examples -B /build/examples && cmake --build /build/examples' \
     >>"$work/log" 2>&1 || { tail -n 30 "$work/log"; exit 1; }
 rm -rf "$root"
 

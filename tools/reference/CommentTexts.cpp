@@ -48,6 +48,12 @@ void CommentTexts::add(const QString &source)
                     text = CommentText();
                 }
                 text.topics.append(topic(line));
+            } else if (line.startsWith("\\value ")) {
+                // An item of a list for each name.
+                static const QRegularExpression item("^\\\\value (\\S+) (.*)$");
+                const bool isFirst = !text.body.section("\n", -1).startsWith("* ");
+                text.body = text.body.trimmed() + (isFirst && !text.body.isEmpty() ? "\n\n" : "\n") +
+                            markdown(QString(line).replace(item, "* `\\1`: \\2"));
             } else if (line == "\\internal") {
                 text.internal = true;
             } else if (line == "\\default") {

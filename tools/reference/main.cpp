@@ -1,4 +1,5 @@
 #include "Page.h"
+#include "QmlParts.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -30,15 +31,26 @@ CommentTexts commentTexts(const QString &folder)
     return texts;
 }
 
+// The texts of a base's members count for a type that has none of its own for them.
+void copyTexts(const QString &base, const QString &type, CommentTexts *texts)
+{
+    for (const QString &topic : texts->texts.keys()) {
+        const QString copy = type + "::" + topic.section("::", 1);
+        if (topic.startsWith(base + "::") && !texts->texts.contains(copy))
+            texts->texts.insert(copy, texts->texts.value(topic));
+    }
+}
+
 // Documents do not see a base that is neither exported nor described: its members count as those of the
 // types.
-void absorbHiddenBases(QmlTypes *types, const CommentTexts &texts)
+void absorbHiddenBases(QmlTypes *types, CommentTexts *texts)
 {
     QStringList hidden;
     for (QmlType &type : *types) {
         while (types->contains(type.base) && !types->value(type.base).exported &&
-               !texts.texts.contains(type.base)) {
+               !texts->texts.contains(type.base)) {
             const QmlType base = types->value(type.base);
+            copyTexts(base.name, type.name, texts);
             hidden.append(base.name);
             type.base = base.base;
             type.properties += base.properties;
@@ -47,8 +59,13 @@ void absorbHiddenBases(QmlTypes *types, const CommentTexts &texts)
             type.enumerations += base.enumerations;
         }
     }
-    for (const QString &name : qAsConst(hidden))
+    for (const QString &name : qAsConst(hidden)) {
         types->remove(name);
+        for (const QString &topic : texts->texts.keys()) {
+            if (topic.startsWith(name + "::"))
+                texts->texts.remove(topic);
+        }
+    }
 }
 
 // A property of painted items, a base from outside of the module, counts as one of the types that have a text
@@ -121,8 +138,8 @@ bool publish(const QString &path, const QString &text, bool check)
 
 } // namespace
 
-// make_reference [--check] MODULE TYPES SOURCES PAGES: TYPES is the module's plugins.qmltypes file, SOURCES the folder
-// whose .cpp files hold the comments, PAGES the folder of the pages; the pages of a module that this one is built on
+// make_reference [--check] MODULE TYPES SOURCES PAGES: TYPES is the module's plugins.qmltypes file with its qmldir
+// beside it, SOURCES the folder whose .cpp files, and .qml files in parts/, hold the comments, PAGES the folder of the pages; the pages of a module that this one is built on
 // lie in the folder above. Fails when something public has no text; --check writes nothing and fails when a page is
 // not up to date.
 int main(int argc, char **argv)
@@ -142,7 +159,11 @@ int main(int argc, char **argv)
         return 2;
     }
 
-    absorbHiddenBases(&types, texts);
+    const QStringList internal = addQmlParts(contents(QFileInfo(arguments.at(1)).dir().filePath("qmldir")),
+                                             QDir(arguments.at(2) + "/parts"), &types, &texts);
+    absorbHiddenBases(&types, &texts);
+    for (const QString &type : internal)
+        types.remove(type);
     addRenderTargets(&types, &texts);
     for (QmlType &type : types) {
         if (!types.contains(type.base) && folder.exists("../" + type.base + ".md")) {
