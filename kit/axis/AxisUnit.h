@@ -10,6 +10,7 @@ class AxisUnit
 public:
     explicit AxisUnit(const QString &symbol);
 
+    // As readings write it: "°C" for "degC".
     const QString &symbol() const { return m_symbol; }
     // Whether prefixes belong to the symbol. Behind a symbol that takes none, or none at all, they are written
     // behind the number.

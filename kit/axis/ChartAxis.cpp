@@ -22,6 +22,11 @@ constexpr double tickDistanceAlongText = 3.0;
 constexpr double tickDistanceAcrossText = 1.75;
 constexpr double nominalLength = 600.0; // pixels
 constexpr int marginSlack = 6;
+// Between the plot area and the numbers below or above it, more than an axis has by itself: those at its ends are below
+// the numbers of another axis, too.
+constexpr int rowRoom = 2;
+// Between the texts and the edge of the chart.
+constexpr int edgeRoom = 2;
 constexpr int minorMarkLength = 4;
 constexpr double minorGridOpacity = 0.45;
 
@@ -72,7 +77,9 @@ ChartAxis::ChartAxis(QObject *parent)
 
 /*!
     \qmlproperty string ChartAxis::title
-    What the axis shows, written along it; with the unit in brackets. Empty by default.
+    What the axis shows, written along it; with the unit in brackets. Empty by default; a vertical axis of a Chart
+    that has a single trace then has its name, and where there are several such axes the name is in the colour of the
+    trace.
 */
 void ChartAxis::setTitle(const QString &title)
 {
@@ -80,6 +87,14 @@ void ChartAxis::setTitle(const QString &title)
         return;
     m_title = title;
     emit titleChanged();
+    emitAxisChanged();
+}
+
+void ChartAxis::setTitleColor(const QColor &color)
+{
+    if (color == m_titleColor)
+        return;
+    m_titleColor = color;
     emitAxisChanged();
 }
 
@@ -237,7 +252,7 @@ QString ChartAxis::valueText(double value) const
 {
     constexpr double steps = 1000.0;
     if (m_scale == Time)
-        return timeText(value, m_utc ? noOffset : placeOffset);
+        return readingOfTime(value, std::abs(maxVisible() - minVisible()), m_utc ? noOffset : placeOffset);
     if (formatter())
         return ValueAxis::formattedValue(value);
     const double span = std::abs(maxVisible() - minVisible());
@@ -342,17 +357,18 @@ int ChartAxis::requiredMargin() const
     if (orientation() == Qt::Horizontal) {
         // The unit has a row of its own unless it is in the title.
         const bool hasUnitRow = m_title.isEmpty() && !unit().isEmpty();
-        return (staggered() || hasUnitRow ? 2 : 1) * metrics.height() + marginSlack + titleHeight();
+        return (staggered() || hasUnitRow ? 2 : 1) * metrics.height() + marginSlack + rowRoom + titleHeight();
     }
+    const int titleRoom = m_title.isEmpty() ? 0 : titleHeight() + edgeRoom;
     if (!hasOwnTicks())
-        return ValueAxis::requiredMargin() + titleHeight();
+        return ValueAxis::requiredMargin() + titleRoom;
     const ScaleEnds ends = axisRange().shownEnds();
     const TickPlan whole =
         plan(std::min(ends.begin, ends.end), std::max(ends.begin, ends.end), nominalLength);
     int widest = std::max(m_widestText, m_title.isEmpty() ? metrics.horizontalAdvance(whole.unit) : 0);
     for (const QString &text : whole.texts)
         widest = std::max(widest, metrics.horizontalAdvance(text));
-    return widest + marginSlack + titleHeight();
+    return widest + marginSlack + titleRoom;
 }
 
 bool ChartAxis::hasOwnTicks() const
@@ -393,7 +409,7 @@ TickPlan ChartAxis::plan(double lowest, double highest, double length) const
         return found;
     for (int i = 0; i < found.majors.size(); ++i)
         found.texts[i] = formatter()->formatValue(found.majors.at(i));
-    found.unit = unit();
+    found.unit = AxisUnit(unit()).symbol();
     found.common.clear();
     return found;
 }
@@ -463,6 +479,10 @@ AxisLook ChartAxis::look() const
     AxisLook look = ValueAxis::look();
     look.minorPen = QPen(minorGridColor(), look.linePen.width());
     look.minorLength = m_minorGrid ? 0 : minorMarkLength;
+    look.unit = AxisUnit(look.unit).symbol();
+    look.entersCorners = true;
+    if (look.isHorizontal() && look.hasBand())
+        look.offset += rowRoom;
     if (hasOwnTicks() && !m_plan.majors.isEmpty())
         look.unit = m_plan.common.isEmpty() ? m_plan.unit : m_plan.common;
     if (!m_title.isEmpty())
@@ -472,7 +492,7 @@ AxisLook ChartAxis::look() const
 
 QString ChartAxis::shownTitle() const
 {
-    const QString shown = hasOwnTicks() && !m_plan.majors.isEmpty() ? m_plan.unit : unit();
+    const QString shown = hasOwnTicks() && !m_plan.majors.isEmpty() ? m_plan.unit : AxisUnit(unit()).symbol();
     return shown.isEmpty() ? m_title : m_title + QLatin1String(" (") + shown + QLatin1Char(')');
 }
 
@@ -481,7 +501,7 @@ QRectF ChartAxis::titleBand(const QRectF &plot) const
 {
     const AxisLook drawn = ValueAxis::look();
     const double height = titleHeight();
-    const double outside = drawn.hasBand() ? drawn.offset + margin() : 0.0;
+    const double outside = drawn.hasBand() ? drawn.offset + margin() - edgeRoom : 0.0;
     const bool isBegin = drawn.side() == AxisSide::Begin;
     if (orientation() == Qt::Horizontal) {
         const double top = isBegin ? plot.top() - outside : plot.bottom() + outside - height;
@@ -493,13 +513,16 @@ QRectF ChartAxis::titleBand(const QRectF &plot) const
 
 void ChartAxis::paintLabels(QPainter *painter, const QRectF &rect, const LabelSurroundings &surroundings)
 {
-    ValueAxis::paintLabels(painter, rect, surroundings);
+    LabelSurroundings inner = surroundings;
+    if (orientation() == Qt::Horizontal)
+        inner.bounds.adjust(edgeRoom, 0.0, -edgeRoom, 0.0);
+    ValueAxis::paintLabels(painter, rect, inner);
     if (m_title.isEmpty() || !visible() || axisStyle() == TicksOnly)
         return;
     const QRectF band = titleBand(rect);
     painter->save();
     painter->setFont(labelFont());
-    painter->setPen(labelColor());
+    painter->setPen(m_titleColor.isValid() ? m_titleColor : labelColor());
     const int flags = Qt::AlignCenter | Qt::TextDontClip | Qt::TextSingleLine;
     if (orientation() == Qt::Horizontal) {
         painter->drawText(band, flags, shownTitle());

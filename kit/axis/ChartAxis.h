@@ -60,6 +60,8 @@ public:
     void setDataExtent(double lowest, double highest, double leastPositive = 0.0);
     // There is none any more: the next ones are the first.
     void clearDataExtent() { m_hasFollowedData = false; }
+    // That of the texts unless it is valid.
+    void setTitleColor(const QColor &color);
     // Whether a vertical axis keeps some room around the data, true by default.
     void setHeadRoom(bool on) { m_hasHeadRoom = on; }
 
@@ -115,6 +117,7 @@ private:
     int titleHeight() const;
 
     QString m_title;
+    QColor m_titleColor;
     ScaleType m_scale = Linear;
     int m_minorTicks = -1;
     bool m_minorGrid = false;

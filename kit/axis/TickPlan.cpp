@@ -113,6 +113,8 @@ TickPlan linearTicks(const TickRequest &request)
 
 namespace {
 
+constexpr int fewLabels = 6;
+
 double powerOfTen(int exponent)
 {
     return exponent < 0 ? 1.0 / std::pow(10.0, -exponent) : std::pow(10.0, exponent);
@@ -163,9 +165,13 @@ TickPlan logarithmicTicks(const TickRequest &request)
     if (decadeValues(request, {1, 2, 5}, 1).size() < 3)
         return linearTicks(request);
     TickPlan plan;
-    plan.unit = request.unit;
-    static const QVector<int> densities[] = {{1, 2, 5}, {1}};
+    plan.unit = unit.symbol();
+    // Of a decade or two there is more to say than the usual three numbers.
+    const bool hasFew = decadeValues(request, {1, 2, 5}, 1).size() < fewLabels;
+    static const QVector<int> densities[] = {{1, 2, 3, 4, 5, 6, 7, 8, 9}, {1, 2, 3, 5, 7}, {1, 2, 5}, {1}};
     for (const QVector<int> &mantissas : densities) {
+        if (mantissas.size() > 3 && !hasFew)
+            continue;
         for (const int stride : {1, 2, 3, 6, 12, 30, 60, 120, 300}) {
             plan.majors = decadeValues(request, mantissas, stride);
             plan.texts.clear();

@@ -11,6 +11,10 @@ using ClockOffset = std::function<double(double)>;
 // The date is written once, at the first tick of a day; the year once, at the first day or month of a year.
 TickPlan timeTicks(const TickRequest &request, const ClockOffset &offset);
 
+// A time as the ticks of an axis are written, with its date, and as finely as a visible span tells times apart:
+// "22 Nov 14:05:30".
+QString readingOfTime(double seconds, double span, const ClockOffset &offset);
+
 // "2026-11-22 14:05:30.25", for a single time.
 QString timeText(double seconds, const ClockOffset &offset);
 

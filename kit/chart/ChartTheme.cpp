@@ -55,7 +55,7 @@ ChartTheme::ChartTheme(QObject *parent)
     , m_textColor("#c6ced6")
     , m_traceColors(colorList(colorsOnDark))
     , m_cursorColor("#e8edf2")
-    , m_markerColors(colorList({"#e69f00", "#56b4e9", "#cc79a7", "#f0e442"}))
+    , m_markerColors(colorList({"#b197fc", "#a9e34b", "#ff8787", "#63e6be"}))
     , m_fontFamily(QStringLiteral("Roboto"))
 {
 }
@@ -70,7 +70,7 @@ ChartTheme *ChartTheme::light(QObject *parent)
     theme->m_textColor = QColor("#3a434c");
     theme->m_traceColors = colorList(colorsOnLight);
     theme->m_cursorColor = QColor("#20272e");
-    theme->m_markerColors = colorList({"#d55e00", "#0072b2", "#cc79a7", "#009e73"});
+    theme->m_markerColors = colorList({"#6741d9", "#5c940d", "#c2255c", "#0b7285"});
     return theme;
 }
 
@@ -213,8 +213,8 @@ void ChartTheme::setCursorColor(const QColor &color)
 
 /*!
     \qmlproperty list<color> ChartTheme::markerColors
-    The lines of markers that name no colour, in the order of the markers; none of them is the colour of one of
-    the first traces by default.
+    The lines of markers that name no colour, in the order of the markers; by default none of them is the colour of a
+    trace.
 */
 void ChartTheme::setMarkerColors(const QVariantList &colors)
 {

@@ -99,6 +99,7 @@ ChartView::ChartView(QQuickItem *parent)
         else
             recordStep();
     });
+    connect(m_axisX, &ChartAxis::scaleChanged, ears, [this] { makeRoom(); });
     connect(&m_fitTimer, &QTimer::timeout, ears, [this] { updateRanges(); });
     connect(zoomRect(), &ZoomRect::rectChanged, ears, [this] { handleRectChanged(); });
     connect(zoomRect(), &ZoomRect::movingChanged, ears, [this] { updateRangesLater(); });
@@ -378,7 +379,9 @@ QMargins ChartView::ownMargins() const
     // With the axes between them and the plot area.
     const int scales = m_scales.width(this);
     const int right = scales == 0 ? 0 : m_labels->margins().right() + size / 2 + scales;
-    return {size, top, std::max(size * 3 / 2, right), size / 2};
+    // The last number is below its tick, half of it beyond the plot area; times are longer.
+    const int half = m_axisX && m_axisX->scale() == ChartAxis::Time ? size * 9 / 4 : size * 3 / 2;
+    return {size, top, std::max(half, right), size / 2};
 }
 
 void ChartView::handleAreaChanged()

@@ -173,6 +173,7 @@ private:
     // Ranges
     void updateRangesLater();
     void updateRanges();
+    void nameAxes();
     void followNewData(const Span &oldX);
     void placeLegend();
     void fitAxes(Qt::Orientation orientation, const PlottedData &plotted);

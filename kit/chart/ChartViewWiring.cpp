@@ -6,6 +6,7 @@
 #include "kit/chart/ChartTheme.h"
 #include "kit/data/ItemName.h"
 #include "kit/data/Telling.h"
+#include "kit/plots/Trace.h"
 #include "kit/plots/WaterfallPlot.h"
 #include "view/base/AbstractPlot.h"
 #include "view/base/XYScale.h"
@@ -199,6 +200,11 @@ void ChartView::adoptPlot(AbstractPlot *plot)
         connect(plot, &AbstractPlot::axisXChanged, ears, [this] { wireLater(); });
         connect(plot, &AbstractPlot::axisYChanged, ears, [this] { wireLater(); });
         connect(plot, &QQuickItem::visibleChanged, ears, [this] { updateRangesLater(); });
+        if (auto *trace = qobject_cast<Trace *>(plot)) {
+            connect(trace, &Trace::styleChanged, ears, [this] { updateRangesLater(); });
+            connect(trace, &Trace::nameChanged, ears, [this] { updateRangesLater(); });
+            connect(trace, &Trace::colorChanged, ears, [this] { updateRangesLater(); });
+        }
         if (auto *waterfall = qobject_cast<WaterfallPlot *>(plot)) {
             connect(waterfall, &WaterfallPlot::rowsChanged, ears, [this] { updateRangesLater(); });
             connect(waterfall, &WaterfallPlot::rowIntervalChanged, ears, [this] { updateRangesLater(); });

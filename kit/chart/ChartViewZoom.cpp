@@ -60,6 +60,25 @@ void ChartView::updateRangesLater()
         m_ears.get(), [this] { updateRanges(); }, Qt::QueuedConnection);
 }
 
+// What the document does not say of them follows from their traces.
+void ChartView::nameAxes()
+{
+    // A small chart needs the room.
+    const int size = m_colors->fontSize();
+    const bool hasRoom = width() >= size * 25 && height() >= size * 12;
+    QVector<const AbstractPlot *> only;
+    for (FittedAxis &fitted : m_axes) {
+        fitted.takeUnit(m_traces);
+        only.append(fitted.onlyTrace(m_traces));
+        fitted.takeTitle(hasRoom ? only.last() : nullptr);
+    }
+    const bool hasSeveral = only.size() - only.count(nullptr) > 1;
+    for (std::size_t i = 0; i < m_axes.size(); ++i) {
+        if (auto *axis = qobject_cast<ChartAxis *>(m_axes[i].axis()))
+            axis->setTitleColor(hasSeveral && only.at(int(i)) ? only.at(int(i))->penColor() : QColor());
+    }
+}
+
 void ChartView::updateRanges()
 {
     m_rangesPending = false;
@@ -69,8 +88,7 @@ void ChartView::updateRanges()
         fitWhileMoved();
         return;
     }
-    for (FittedAxis &fitted : m_axes)
-        fitted.takeUnit(m_traces);
+    nameAxes();
     const PlottedData plotted(plots(), &m_leastPositive);
     const Span oldX = std::exchange(m_dataX, plotted.along(m_axisX, false));
     followNewData(oldX);

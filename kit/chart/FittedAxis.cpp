@@ -3,6 +3,7 @@
 #include "data/PlotData.h"
 #include "kit/axis/ChartAxis.h"
 #include "kit/chart/PlottedData.h"
+#include "kit/plots/LimitLine.h"
 #include "kit/plots/Trace.h"
 #include "kit/plots/WaterfallPlot.h"
 #include "view/base/AbstractPlot.h"
@@ -38,6 +39,15 @@ QString unitOf(const AbstractPlot *plot, const ValueAxis *axis)
         return {};
     const auto *trace = qobject_cast<const Trace *>(plot);
     return trace && data->yUnits().isEmpty() ? trace->unit() : data->yUnits();
+}
+
+// As a legend has it.
+QString nameOfTrace(const AbstractPlot *plot)
+{
+    const auto *trace = qobject_cast<const Trace *>(plot);
+    if (trace && !trace->name().isEmpty())
+        return trace->name();
+    return plot && plot->plotData() ? plot->plotData()->label() : QString();
 }
 
 } // namespace
@@ -131,6 +141,30 @@ bool FittedAxis::moveByHand(double anchor, double factor, double distance)
         return false;
     m_byHand = span;
     return true;
+}
+
+const AbstractPlot *FittedAxis::onlyTrace(const QVector<QPointer<AbstractPlot>> &traces) const
+{
+    const AbstractPlot *only = nullptr;
+    if (!m_axis || m_axis->orientation() == Qt::Horizontal)
+        return nullptr;
+    for (const AbstractPlot *plot : traces) {
+        if (!plot || plot->axisY() != m_axis || qobject_cast<const LimitLine *>(plot))
+            continue;
+        if (only || qobject_cast<const WaterfallPlot *>(plot))
+            return nullptr;
+        only = plot;
+    }
+    return nameOfTrace(only).isEmpty() ? nullptr : only;
+}
+
+void FittedAxis::takeTitle(const AbstractPlot *onlyTrace)
+{
+    auto *axis = qobject_cast<ChartAxis *>(m_axis);
+    if (!axis || axis->title() != m_givenTitle)
+        return;
+    m_givenTitle = nameOfTrace(onlyTrace);
+    axis->setTitle(m_givenTitle);
 }
 
 void FittedAxis::takeUnit(const QVector<QPointer<AbstractPlot>> &traces)

@@ -60,6 +60,12 @@ public:
     // The unit of its first trace, where the document gives the axis none.
     void takeUnit(const QVector<QPointer<AbstractPlot>> &traces);
 
+    // The trace that a vertical axis shows and no other; null where there are more, or none with a name.
+    const AbstractPlot *onlyTrace(const QVector<QPointer<AbstractPlot>> &traces) const;
+
+    // The name of its only trace, where the document gives the axis no title.
+    void takeTitle(const AbstractPlot *onlyTrace);
+
 private:
     Span fitted(const Look &look);
 
@@ -68,6 +74,7 @@ private:
     LingeringSpan m_lingering;
     Span m_base; // the full range without what is shown beyond it
     QString m_givenUnit;
+    QString m_givenTitle;
     std::optional<Span> m_byHand;
     bool m_isOwn;
     bool m_isExtended = false;

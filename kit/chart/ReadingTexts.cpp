@@ -1,13 +1,16 @@
 #include "kit/chart/ReadingTexts.h"
 
 #include "data/PlotData.h"
+#include "kit/axis/AxisUnit.h"
 #include "kit/axis/ChartAxis.h"
 #include "kit/plots/Trace.h"
 #include "kit/plots/WaterfallPlot.h"
 #include "platform/ui/NumberText.h"
 #include "view/base/AbstractPlot.h"
 
-#include <QDateTime>
+#include <QTime>
+
+#include <optional>
 
 namespace graph {
 
@@ -21,16 +24,33 @@ QString withUnit(double value, const DigitLimits &limits, const QString &unit)
     return unit.isEmpty() ? number : number + QLatin1Char(' ') + unit;
 }
 
-QString timeText(double seconds, bool utc, double range)
+// Readings of one axis have one prefix, that of its greatest value, unless the value would be all zeros in it.
+std::optional<PrefixRange> prefixOn(const ValueAxis *axis, const AxisUnit &unit, double value)
 {
-    const QDateTime time =
-        QDateTime::fromMSecsSinceEpoch(qRound64(seconds * 1000.0), utc ? Qt::UTC : Qt::LocalTime);
-    if (!std::isfinite(seconds) || !time.isValid())
-        return QStringLiteral("---");
-    constexpr double day = 86400.0;
-    return time.toString(range < 60.0  ? QStringLiteral("HH:mm:ss.zzz")
-                         : range < day ? QStringLiteral("HH:mm:ss")
-                                       : QStringLiteral("yyyy-MM-dd HH:mm"));
+    const auto *chartAxis = qobject_cast<const ChartAxis *>(axis);
+    if (!chartAxis || chartAxis->scale() != ChartAxis::Linear || chartAxis->formatter() ||
+        !unit.takesPrefixes() || AxisUnit(chartAxis->unit()).symbol() != unit.symbol())
+        return std::nullopt;
+    const double greatest = std::max(std::abs(axis->minValue()), std::abs(axis->maxValue()));
+    const auto prefixOf = [&unit](double magnitude) {
+        return unit.allowed(3 * int(std::floor(std::log10(magnitude) / 3.0 + 1e-9)));
+    };
+    if (!std::isfinite(greatest) || greatest == 0.0 || !std::isfinite(value))
+        return std::nullopt;
+    const int prefix = prefixOf(greatest);
+    if (value != 0.0 && std::abs(prefixOf(std::abs(value)) - prefix) > 3)
+        return std::nullopt;
+    return PrefixRange{prefix, prefix};
+}
+
+QString unitOf(const AbstractPlot *plot)
+{
+    if (const auto *trace = qobject_cast<const Trace *>(plot))
+        return trace->unit();
+    if (const auto *waterfall = qobject_cast<const WaterfallPlot *>(plot))
+        return waterfall->unit();
+    // A limit is in the unit of what it limits.
+    return plot->axisY() ? plot->axisY()->unit() : QString();
 }
 
 } // namespace
@@ -38,7 +58,7 @@ QString timeText(double seconds, bool utc, double range)
 QString ReadingTexts::position(const ChartAxis &axis, double value) const
 {
     if (axis.scale() == ChartAxis::Time)
-        return timeText(value, axis.utc(), std::abs(axis.maxVisible() - axis.minVisible()));
+        return axis.valueText(value);
     if (axis.formatter())
         return axis.formatter()->formatValue(value);
     const QString unit = axis.unit();
@@ -71,14 +91,13 @@ QString ReadingTexts::value(const AbstractPlot *plot, double value)
     const PlotData *data = plot ? plot->plotData() : nullptr;
     if (!data)
         return {};
+    const DigitLimits digits{data->ySigDigs(), data->yPrecision()};
+    const AxisUnit unit(data->yUnits().isEmpty() ? unitOf(plot) : data->yUnits());
+    if (const std::optional<PrefixRange> prefix = prefixOn(plot->axisY(), unit, value))
+        return numberText(value, digits, *prefix).digits + QLatin1Char(' ') + unit.prefixed(prefix->lowest);
     if (data->yFormatter())
         return data->formattedYValue(value);
-    const auto *trace = qobject_cast<const Trace *>(plot);
-    const auto *waterfall = qobject_cast<const WaterfallPlot *>(plot);
-    return withUnit(value, {data->ySigDigs(), data->yPrecision()},
-                    trace       ? trace->unit()
-                    : waterfall ? waterfall->unit()
-                                : QString());
+    return withUnit(value, digits, unit.symbol());
 }
 
 } // namespace graph

@@ -82,9 +82,10 @@ ChartView {
     Text {
         parent: chart.underlay
         visible: text !== ""
-        anchors.horizontalCenter: parent.horizontalCenter
+        // Above the plot area: beside it are the units of the axes.
+        x: Math.round(chart.plotArea.x + (chart.plotArea.width - width) / 2)
         y: Math.round(chart.colors.fontSize * 0.7)
-        width: Math.min(implicitWidth, parent.width - 16)
+        width: Math.min(implicitWidth, chart.plotArea.width)
         elide: Text.ElideRight
         text: chart.title
         color: chart.colors.textColor

@@ -21,7 +21,7 @@ Item {
     /*! The value, NaN without one. */
     readonly property real reading: readsLevel ? (_rows, plot.levelAt(GraphCursor.xValue, levelY)) : GraphCursor.yValue
     /*! What is written: the value with its unit, unless the document writes something else. */
-    property string text: chart && plot ? chart.formatY(plot, reading)
+    property string text: chart && plot ? chart.formatY(plot, reading) + (readsLevel ? ", " + _rowText : "")
                         : readsLevel && plot.plotData ? plot.plotData.formattedYValue(reading) : GraphCursor.formattedYValue
     readonly property var theme: chart ? chart.colors : null
     /*! Of the dot: that of the trace. */
@@ -54,6 +54,10 @@ Item {
     readonly property real wantedY: crossingY - labelHeight - 6 >= topInset ? crossingY - labelHeight - 6 : crossingY + 6
     readonly property real labelY: shown ? placeAmongSiblings() : 0
 
+    // Which row of a waterfall is read: where its axis says what rows are, in its units, else the number of the row.
+    readonly property int _row: readsLevel ? Math.floor(Math.abs(levelY) / plot.rowInterval) : 0
+    readonly property string _rowText: !readsLevel ? "" : plot.axisY && plot.axisY.unit && plot.axisY.valueText
+        ? plot.axisY.valueText(_row * plot.rowInterval * (levelY < 0 ? -1 : 1)) : "row " + _row
     // Counts the rows of a waterfall that have come.
     property int _rows: 0
 

@@ -237,12 +237,17 @@ QVector<ColorScale::Label> ColorScale::levelLabels(const WaterfallPlot &plot) co
     const int lineHeight = QFontMetrics(font()).height();
     const int most = std::max(2, int(area.height() / (labelDistance * lineHeight)));
     const ScaleTicks ticks = scaleTicks(plot.from(), plot.to(), most);
+    const QString unit = plot.unit().isEmpty() ? QString() : QLatin1Char(' ') + plot.unit();
+    if (ticks.values.isEmpty())
+        return labels;
+    labels.append({double(area.top()), ticks.labelOf(plot.to()) + unit});
+    labels.append({double(area.bottom()), ticks.labelOf(plot.from())});
     for (int i = 0; i < ticks.values.size(); ++i) {
         const double place = (ticks.values.at(i) - plot.from()) / (plot.to() - plot.from());
         const double row = area.bottom() - place * (area.height() - 1);
-        const bool isTopmost = plot.to() > plot.from() ? i + 1 == ticks.values.size() : i == 0;
-        const QString unit = isTopmost && !plot.unit().isEmpty() ? QLatin1Char(' ') + plot.unit() : QString();
-        labels.append({row, ticks.labels.at(i) + unit});
+        // The ends, whose texts are inside of the bar, have their own.
+        if (row - area.top() >= 1.5 * lineHeight && area.bottom() - row >= 1.5 * lineHeight)
+            labels.append({row, ticks.labels.at(i)});
     }
     return labels;
 }

@@ -20,6 +20,13 @@ double roundStepFrom(double step)
 
 } // namespace
 
+QString ScaleTicks::labelOf(double value) const
+{
+    // No "-0.0".
+    const QString text = QString::number(value, isPlain ? 'f' : 'g', digits);
+    return text.startsWith(QLatin1Char('-')) && text.toDouble() == 0.0 ? text.mid(1) : text;
+}
+
 ScaleTicks scaleTicks(double from, double to, int most)
 {
     ScaleTicks ticks;
@@ -37,15 +44,16 @@ ScaleTicks scaleTicks(double from, double to, int most)
         return ticks;
     const int decimals = std::max(0, int(-std::floor(std::log10(step) + 1e-9)));
     const double greatest = std::max(std::abs(low), std::abs(high));
-    const bool isPlain = greatest < 1e6 && decimals <= 4;
-    const int digits =
-        std::max(1, int(std::floor(std::log10(greatest)) - std::floor(std::log10(step) + 1e-9)) + 1);
+    ticks.isPlain = greatest < 1e6 && decimals <= 4;
+    ticks.digits =
+        ticks.isPlain
+            ? decimals
+            : std::max(1, int(std::floor(std::log10(greatest)) - std::floor(std::log10(step) + 1e-9)) + 1);
     const double first = std::ceil(low / step);
     for (int i = 0; i < most && (first + i) * step <= high; ++i) {
         const double value = (first + i) * step + 0.0; // no negative zero
         ticks.values.append(value);
-        ticks.labels.append(isPlain ? QString::number(value, 'f', decimals)
-                                    : QString::number(value, 'g', digits));
+        ticks.labels.append(ticks.labelOf(value));
     }
     return ticks;
 }

@@ -1,5 +1,6 @@
 #include "kit/plots/Trace.h"
 
+#include "axis/ValueAxis.h"
 #include "data/PlotSeries.h"
 #include "kit/data/NumberList.h"
 #include "kit/data/ServedPlace.h"
@@ -319,9 +320,29 @@ void Trace::setFillOpacity(double opacity)
     emit fillOpacityChanged();
 }
 
+// The first and the last bar are as wide as the others.
+void Trace::addHalfBars(DataExtent *extent) const
+{
+    const SampleSpan samples = plotData()->sampleSpan(extent->x.min, extent->x.max);
+    const int size = samples.size();
+    if (size < 2)
+        return;
+    const double first = std::abs(samples.x(1) - samples.x(0)) / 2.0;
+    const double last = std::abs(samples.x(size - 1) - samples.x(size - 2)) / 2.0;
+    const bool isLogarithmic = axisX() && axisX()->scaleKind() == ScaleKind::Logarithmic;
+    if (!isLogarithmic || extent->x.min > first)
+        extent->x.min -= first;
+    extent->x.max += last;
+}
+
 DataExtent Trace::dataExtent() const
 {
-    return plotData() ? graph::dataExtent(*plotData()) : DataExtent();
+    if (!plotData())
+        return {};
+    DataExtent extent = graph::dataExtent(*plotData());
+    if (m_style == Bars)
+        addHalfBars(&extent);
+    return extent;
 }
 
 DataExtent Trace::dataExtent(double xMin, double xMax) const

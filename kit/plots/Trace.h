@@ -128,6 +128,7 @@ private:
     void applyColor(const QColor &color);
     void draw(TraceCanvas &canvas, const PixelMapping &mapping, const QRectF &visible) const;
     bool takesGeometry() const;
+    void addHalfBars(DataExtent *extent) const;
 
     QVector<double> m_values;
     QVector<double> m_positions;

@@ -11,6 +11,9 @@ namespace graph {
 
 namespace {
 
+// Of a sample that is alone, and is not to be taken for dust.
+constexpr int leastLoneDot = 5;
+
 int dotDiameter(const TraceLook &look)
 {
     return std::max(4, 2 * look.lineWidth + 1);
@@ -26,9 +29,9 @@ QSizeF sizeOf(const PixelMapping &mapping)
     return {mapping.width(), mapping.height()};
 }
 
-void drawDots(TraceCanvas &canvas, const QVector<QPoint> &centers, const TraceLook &look, const QSize &size)
+void drawDots(TraceCanvas &canvas, const QVector<QPoint> &centers, const TraceLook &look, int diameter,
+              const QSize &size)
 {
-    const int diameter = dotDiameter(look);
     if (canvas.takesPixels()) {
         canvas.fill(dotRectangles(centers, diameter, size), look.color);
         return;
@@ -152,7 +155,7 @@ void TraceStrokes::paintPoints(TraceCanvas &canvas) const
             isTaken[std::size_t(centers.at(i).y() + reach)] = false;
         first = end;
     }
-    drawDots(canvas, centers, m_look, wholeSize(m_mapping));
+    drawDots(canvas, centers, m_look, reach, wholeSize(m_mapping));
 }
 
 // A sample without a line to another one.
@@ -173,7 +176,7 @@ void TraceStrokes::paintLoneSamples(TraceCanvas &canvas) const
         isJoined = isJoinedToNext;
     }
     if (!centers.isEmpty())
-        drawDots(canvas, centers, m_look, wholeSize(m_mapping));
+        drawDots(canvas, centers, m_look, std::max(dotDiameter(m_look), leastLoneDot), wholeSize(m_mapping));
 }
 
 TraceCourse TraceStrokes::course() const

@@ -116,10 +116,12 @@ public:
 
 private:
     // The bounds end where the columns of numbers beside the plot area begin: two texts that touch in a
-    // corner read as one.
+    // corner read as one. An axis with more room between its rows and the plot area enters the corner.
     QRectF boundsOfBand() const
     {
         QRectF bounds = m_surroundings.bounds.united(m_plot);
+        if (m_look.entersCorners)
+            return bounds;
         for (const AxisLook &other : m_surroundings.axes) {
             if (other.isHorizontal() || !other.hasLabels || !other.hasBand())
                 continue;

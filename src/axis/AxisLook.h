@@ -29,6 +29,7 @@ struct AxisLook
     QColor labelColor = Qt::black;
     QColor verticalUnitColor;
     QFont labelFont;
+    bool entersCorners = false; // numbers below those of another axis stay at their ticks
     QString unit;
 
     bool isHorizontal() const { return orientation == Qt::Horizontal; }

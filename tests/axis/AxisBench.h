@@ -32,6 +32,7 @@ public:
     bool end() override { return true; }
     void updateState(const QPaintEngineState &) override {}
     void drawPixmap(const QRectF &, const QPixmap &, const QRectF &) override {}
+    void drawRects(const QRectF *, int) override {}
     Type type() const override { return User; }
     void drawLines(const QLineF *drawn, int count) override
     {

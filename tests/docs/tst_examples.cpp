@@ -61,7 +61,7 @@ void TestExamples::example()
     BusPublisher spectrogram("spectrogram");
     spectrogram.setVector("levels_yData:doubleARRAY:", {-90.0, -40.0, -85.0});
     BusPublisher logger("logger");
-    for (const QString &channel : {"ch1", "ch2"}) {
+    for (const QString channel : {"ch1", "ch2"}) {
         logger.setValue(channel + "_yUnits:", channel == "ch1" ? "V" : "A");
         logger.setVector(channel + "_yData:doubleARRAY:", {12.0, 12.5, 12.2});
     }

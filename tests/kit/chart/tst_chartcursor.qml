@@ -128,6 +128,16 @@ TestCase {
         compare(others.length, 0);
     }
 
+    // A marker is not to be taken for a trace.
+    function test_colorsOfMarkers() {
+        var chart = make(declared);
+        [Chart.Dark, Chart.Light].forEach(function (theme) {
+            chart.theme = theme;
+            chart.colors.markerColors.forEach(marker => chart.colors.traceColors.forEach(trace =>
+                verify(Math.hypot(marker.r - trace.r, marker.g - trace.g, marker.b - trace.b) > 0.2, marker + " " + trace)));
+        });
+    }
+
     // A time between two times is no date.
     function test_distanceInTime() {
         var chart = make(declared);

@@ -224,6 +224,29 @@ TestCase {
         tryCompare(chart.axisY, "unit", "bar");
     }
 
+    // As the numbers of the axis, but for what would be nothing.
+    function test_readingsShareAPrefix() {
+        var chart = make();
+        chart.trace.unit = "V";
+        chart.trace.values = [1.33, -0.3336];
+        wait(1);
+        compare([1.33, -0.3336, 0, 4.5e-6, 0.0021].map(y => chart.formatY(chart.trace, y)).join(" | "),
+                "1.33 V | -0.334 V | 0 V | 4.5 \u00b5V | 2.1 mV");
+    }
+
+    // Nor are the first and the last bar cut.
+    function test_bars() {
+        var chart = make();
+        chart.trace.interval = 2;
+        chart.trace.values = [1, 2, 3];
+        tryVerify(() => shown(chart) === "0 4");
+        chart.trace.style = Trace.Bars;
+        tryVerify(() => shown(chart) === "-1 5");
+        chart.axisX.scale = ChartAxis.Logarithmic;
+        chart.trace.start = 1;
+        tryVerify(() => shown(chart) === "1 6");
+    }
+
     function test_theme() {
         var chart = make();
         var dark = String(chart.colors.background);

@@ -81,7 +81,9 @@ TestCase {
         tryVerify(() => readout.shown && readout.GraphCursor.xValue === 30);
         fuzzyCompare(readout.levelY, -1.2, 0.02);
         compare(readout.reading, -69);
-        verify(/^-69(\.0*)? dBm$/.test(readout.text), readout.text);
+        compare(readout.text, "-69 dBm, row 2");
+        chart.axisY.unit = "s";
+        compare(readout.text, "-69 dBm, -1.000 s");
         verify(Math.abs(readout.crossingY - area.height * 0.3) < 2);
         chart.plot.addRow([-80, -1, -60, -50]);
         tryCompare(readout, "reading", -68);

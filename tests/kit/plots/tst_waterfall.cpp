@@ -1,4 +1,5 @@
 #include "kit/plots/ColorScale.h"
+#include "axis/AxisBench.h"
 #include "kit/plots/WaterfallPlot.h"
 #include "support/QmlDocument.h"
 #include "support/Table.h"
@@ -227,6 +228,23 @@ private slots:
         QVERIFY(plot.to() > 10 && qAbs((plot.to() - plot.from()) - (0 - plot.from())) > 10);
         drag(20, 1e9);
         QVERIFY(std::isfinite(plot.to()));
+    }
+
+    // The ends too, and nothing that touches them.
+    void scaleLabels()
+    {
+        WaterfallPlot plot;
+        plot.setFrom(-117.4);
+        plot.setTo(-20);
+        plot.setUnit("dBm");
+        ColorScale scale;
+        scale.setPlot(&plot);
+        scale.setSize(QSizeF(64, 200));
+        const PaintRecorder recorder([&scale](QPainter *painter) { scale.paint(painter); });
+        QStringList texts;
+        for (const PaintRecorder::Text &text : recorder.texts)
+            texts.append(text.text);
+        QCOMPARE(texts.join(' '), QString("-20 dBm -117 -100 -80 -60 -40"));
     }
 
     void ticks_data()
