@@ -168,7 +168,8 @@ TickPlan logarithmicTicks(const TickRequest &request)
     plan.unit = unit.symbol();
     // Of a decade or two there is more to say than the usual three numbers.
     const bool hasFew = decadeValues(request, {1, 2, 5}, 1).size() < fewLabels;
-    static const QVector<int> densities[] = {{1, 2, 3, 4, 5, 6, 7, 8, 9}, {1, 2, 3, 5, 7}, {1, 2, 5}, {1}};
+    static const QVector<int> densities[] = {
+        {1, 2, 3, 4, 5, 6, 7, 8, 9}, {1, 2, 3, 5, 7}, {1, 2, 3, 5}, {1, 2, 5}, {1}};
     for (const QVector<int> &mantissas : densities) {
         if (mantissas.size() > 3 && !hasFew)
             continue;

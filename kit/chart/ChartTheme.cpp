@@ -70,7 +70,7 @@ ChartTheme *ChartTheme::light(QObject *parent)
     theme->m_textColor = QColor("#3a434c");
     theme->m_traceColors = colorList(colorsOnLight);
     theme->m_cursorColor = QColor("#20272e");
-    theme->m_markerColors = colorList({"#6741d9", "#5c940d", "#c2255c", "#0b7285"});
+    theme->m_markerColors = colorList({"#6741d9", "#5c940d", "#c2255c", "#7c4a03"});
     return theme;
 }
 

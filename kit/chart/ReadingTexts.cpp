@@ -10,7 +10,7 @@
 
 #include <QTime>
 
-#include <optional>
+#include <cmath>
 
 namespace graph {
 
@@ -24,23 +24,28 @@ QString withUnit(double value, const DigitLimits &limits, const QString &unit)
     return unit.isEmpty() ? number : number + QLatin1Char(' ') + unit;
 }
 
-// Readings of one axis have one prefix, that of its greatest value, unless the value would be all zeros in it.
-std::optional<PrefixRange> prefixOn(const ValueAxis *axis, const AxisUnit &unit, double value)
+int prefixOf(double magnitude, const AxisUnit &unit)
+{
+    return unit.allowed(3 * int(std::floor(std::log10(magnitude) / 3.0 + 1e-9)));
+}
+
+// Readings of one axis have one prefix, that of its greatest visible value, and the digits that they have in their
+// own. Empty where that does not go, or would be mostly zeros.
+QString inPrefixOfAxis(const ValueAxis *axis, const AxisUnit &unit, double value, DigitLimits limits)
 {
     const auto *chartAxis = qobject_cast<const ChartAxis *>(axis);
     if (!chartAxis || chartAxis->scale() != ChartAxis::Linear || chartAxis->formatter() ||
         !unit.takesPrefixes() || AxisUnit(chartAxis->unit()).symbol() != unit.symbol())
-        return std::nullopt;
-    const double greatest = std::max(std::abs(axis->minValue()), std::abs(axis->maxValue()));
-    const auto prefixOf = [&unit](double magnitude) {
-        return unit.allowed(3 * int(std::floor(std::log10(magnitude) / 3.0 + 1e-9)));
-    };
+        return {};
+    const double greatest = std::max(std::abs(axis->minVisible()), std::abs(axis->maxVisible()));
     if (!std::isfinite(greatest) || greatest == 0.0 || !std::isfinite(value))
-        return std::nullopt;
-    const int prefix = prefixOf(greatest);
-    if (value != 0.0 && std::abs(prefixOf(std::abs(value)) - prefix) > 3)
-        return std::nullopt;
-    return PrefixRange{prefix, prefix};
+        return {};
+    const int prefix = prefixOf(greatest, unit);
+    const int finer = value == 0.0 ? 0 : prefix - prefixOf(std::abs(value), unit);
+    if (std::abs(finer) > 3)
+        return {};
+    limits.precision += std::max(finer, 0);
+    return numberText(value, limits, {prefix, prefix}).digits + QLatin1Char(' ') + unit.prefixed(prefix);
 }
 
 QString unitOf(const AbstractPlot *plot)
@@ -93,8 +98,9 @@ QString ReadingTexts::value(const AbstractPlot *plot, double value)
         return {};
     const DigitLimits digits{data->ySigDigs(), data->yPrecision()};
     const AxisUnit unit(data->yUnits().isEmpty() ? unitOf(plot) : data->yUnits());
-    if (const std::optional<PrefixRange> prefix = prefixOn(plot->axisY(), unit, value))
-        return numberText(value, digits, *prefix).digits + QLatin1Char(' ') + unit.prefixed(prefix->lowest);
+    const QString shared = inPrefixOfAxis(plot->axisY(), unit, value, digits);
+    if (!shared.isEmpty())
+        return shared;
     if (data->yFormatter())
         return data->formattedYValue(value);
     return withUnit(value, digits, unit.symbol());

@@ -21,7 +21,7 @@ Item {
     /*! The value, NaN without one. */
     readonly property real reading: readsLevel ? (_rows, plot.levelAt(GraphCursor.xValue, levelY)) : GraphCursor.yValue
     /*! What is written: the value with its unit, unless the document writes something else. */
-    property string text: chart && plot ? chart.formatY(plot, reading) + (readsLevel ? ", " + _rowText : "")
+    property string text: chart && plot ? (_scale, chart.formatY(plot, reading)) + (readsLevel ? ", " + _rowText : "")
                         : readsLevel && plot.plotData ? plot.plotData.formattedYValue(reading) : GraphCursor.formattedYValue
     readonly property var theme: chart ? chart.colors : null
     /*! Of the dot: that of the trace. */
@@ -54,6 +54,8 @@ Item {
     readonly property real wantedY: crossingY - labelHeight - 6 >= topInset ? crossingY - labelHeight - 6 : crossingY + 6
     readonly property real labelY: shown ? placeAmongSiblings() : 0
 
+    // Readings have the prefix of the numbers beside them.
+    readonly property var _scale: plot && plot.axisY ? [plot.axisY.minVisible, plot.axisY.maxVisible] : []
     // Which row of a waterfall is read: where its axis says what rows are, in its units, else the number of the row.
     readonly property int _row: readsLevel ? Math.floor(Math.abs(levelY) / plot.rowInterval) : 0
     readonly property string _rowText: !readsLevel ? "" : plot.axisY && plot.axisY.unit && plot.axisY.valueText

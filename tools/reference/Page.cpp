@@ -23,7 +23,8 @@ bool isChangeOf(const QString &signal, const Property &property)
 
 bool isSetterOf(const QString &method, const Property &property)
 {
-    return !property.readOnly && method == "set" + capitalised(property.name);
+    return !property.readOnly &&
+           (method == "set" + capitalised(property.name) || method == "reset" + capitalised(property.name));
 }
 
 // Of a table, which has no lines.

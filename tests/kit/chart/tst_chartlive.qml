@@ -231,7 +231,7 @@ TestCase {
         chart.trace.values = [1.33, -0.3336];
         wait(1);
         compare([1.33, -0.3336, 0, 4.5e-6, 0.0021].map(y => chart.formatY(chart.trace, y)).join(" | "),
-                "1.33 V | -0.334 V | 0 V | 4.5 \u00b5V | 2.1 mV");
+                "1.33 V | -0.3336 V | 0 V | 4.5 \u00b5V | 0.0021 V");
     }
 
     // Nor are the first and the last bar cut.
@@ -242,8 +242,9 @@ TestCase {
         tryVerify(() => shown(chart) === "0 4");
         chart.trace.style = Trace.Bars;
         tryVerify(() => shown(chart) === "-1 5");
-        chart.axisX.scale = ChartAxis.Logarithmic;
         chart.trace.start = 1;
+        tryVerify(() => shown(chart) === "0 6");
+        chart.axisX.scale = ChartAxis.Logarithmic;
         tryVerify(() => shown(chart) === "1 6");
     }
 
