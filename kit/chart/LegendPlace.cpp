@@ -2,6 +2,7 @@
 
 #include "data/PlotData.h"
 #include "kit/chart/DataChecks.h"
+#include "kit/plots/Trace.h"
 #include "plots/GraphPlot.h"
 
 #include <QRectF>
@@ -52,6 +53,12 @@ Rows rowsBetween(const AbstractPlot &plot, const SampleSpan &samples, double lef
     double to = plot.mapFromItemX(right);
     if (from > to)
         std::swap(from, to);
+    // A bar is on both sides of its sample.
+    const auto *trace = qobject_cast<const Trace *>(&plot);
+    const bool hasBars = trace && trace->style() == Trace::Bars && samples.size() > 1;
+    const double half = hasBars ? std::abs(samples.x(1) - samples.x(0)) / 2.0 : 0.0;
+    from -= half;
+    to += half;
     const int first = samples.countBelow(from);
     const int end = std::max(first, samples.countUpTo(to, first));
     const MinMax extent = samples.minMax(first, end);

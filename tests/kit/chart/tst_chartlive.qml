@@ -242,9 +242,10 @@ TestCase {
         tryVerify(() => shown(chart) === "0 4");
         chart.trace.style = Trace.Bars;
         tryVerify(() => shown(chart) === "-1 5");
-        chart.trace.start = 1;
-        tryVerify(() => shown(chart) === "0 6");
+        chart.trace.start = 3;
+        tryVerify(() => shown(chart) === "2 8");
         chart.axisX.scale = ChartAxis.Logarithmic;
+        chart.trace.start = 1;
         tryVerify(() => shown(chart) === "1 6");
     }
 
