@@ -42,7 +42,10 @@ void tst_valueaxis::alignmentMovesTheAxis()
 
 void tst_valueaxis::changesAreCoalesced()
 {
-    ValueAxis axis;
+    struct Axis : ValueAxis
+    {
+        using ValueAxis::setScaleKind;
+    } axis;
     QSignalSpy changed(&axis, SIGNAL(axisChanged()));
     axis.setAlignment(Qt::AlignLeft);
     axis.setMinValue(-5.0);
@@ -67,6 +70,13 @@ void tst_valueaxis::changesAreCoalesced()
     QCoreApplication::processEvents();
     QCOMPARE(changed.count(), 2);
     QCOMPARE(axis.margin(), axis.requiredMargin());
+
+    axis.setMinValue(1.0);
+    QCoreApplication::processEvents();
+    changed.clear();
+    axis.setScaleKind(graph::ScaleKind::Logarithmic);
+    QCoreApplication::processEvents();
+    QCOMPARE(changed.count(), 1);
 }
 
 void tst_valueaxis::pinnedSpanMoves()
