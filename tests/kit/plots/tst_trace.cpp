@@ -166,7 +166,7 @@ private slots:
         QmlDocument document(R"(Item {
             ValueAxis { id: horizontal; maxValue: 2 }
             ValueAxis { id: vertical; alignment: Qt.AlignLeft; maxValue: 2 }
-            Trace { id: trace; width: 101; height: 101; axisX: horizontal; axisY: vertical; start: 1; values: [1] }
+            Trace { id: trace; width: 101; height: 101; axisX: horizontal; axisY: vertical; start: 1; values: [1]; lineWidth: 1 }
         })");
         const auto isInk = [](const QColor &color) { return color.alpha() > 0; };
         QCOMPARE(inkBox(painted(document.object<Trace>("trace")), isInk).size(), QSize(5, 5));
