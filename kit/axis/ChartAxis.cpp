@@ -260,6 +260,21 @@ QString ChartAxis::valueText(double value) const
     return numberWithUnit(value, resolution, AxisUnit(unit()));
 }
 
+std::optional<int> ChartAxis::numberPrefix() const
+{
+    if (m_scale != Linear || !hasOwnTicks() || formatter() || !AxisUnit(unit()).takesPrefixes())
+        return std::nullopt;
+    const auto [lowest, highest] = std::minmax({minVisible(), maxVisible()});
+    const double length = m_length > 1.0 ? double(m_length) : nominalLength;
+    // Several readings ask at once.
+    const PrefixKey key(lowest, highest, length, unit());
+    if (m_prefixKey != key) {
+        m_prefixKey = key;
+        m_prefix = plan(lowest, highest, length).prefix;
+    }
+    return m_prefix;
+}
+
 void ChartAxis::moveRange(double from, double to)
 {
     ValueAxis::setMinValue(from);
@@ -435,6 +450,7 @@ TickSet ChartAxis::tickSet(const QRectF &rect)
 
 void ChartAxis::updatePlan(double length)
 {
+    m_length = length;
     ScaleEnds ends{minVisible(), maxVisible()};
     if (scaleKind() == ScaleKind::Logarithmic)
         ends = positivePart(ends.begin, ends.end);

@@ -5,6 +5,7 @@
 #include "kit/axis/AutoRange.h"
 #include "kit/axis/TickPlan.h"
 
+#include <atomic>
 #include <optional>
 #include <tuple>
 
@@ -52,6 +53,10 @@ public:
     // A value with its unit, or as a date and time, as a readout writes it: with the digits that the visible range
     // tells apart.
     Q_INVOKABLE QString valueText(double value) const;
+
+    // The decimal exponent of the prefix that the numbers of a linear axis have now; none where they have none, or a
+    // formatter writes them.
+    std::optional<int> numberPrefix() const;
 
     // Tells what data there is, for autoRange: all of it, or with FitVisible what the visible part of the other axis
     // shows. The owner of the data calls this when they change; it is cheap, and without effect while autoRange is
@@ -140,7 +145,11 @@ private:
 
     TickPlan m_plan; // of the last repaint
     std::optional<PlanKey> m_planKey;
-    int m_widestText = 0; // of all repaints of this range
+    using PrefixKey = std::tuple<double, double, double, QString>;
+    mutable std::optional<PrefixKey> m_prefixKey;
+    mutable std::optional<int> m_prefix;
+    std::atomic<double> m_length{0.0}; // of the axis in the last repaint, perhaps in another thread
+    int m_widestText = 0;              // of all repaints of this range
 };
 
 } // namespace graph

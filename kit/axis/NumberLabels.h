@@ -4,6 +4,8 @@
 
 #include <QString>
 
+#include <optional>
+
 namespace graph {
 
 // The texts of numbers at multiples of one interval: all with the same prefix, and with as many digits as the
@@ -18,6 +20,11 @@ public:
     // Of the texts, with its prefix; empty where the texts carry it themselves.
     QString unit() const;
     QString common() const;
+    // The decimal exponent of the prefix that is part of the unit; none where texts carry their own.
+    std::optional<int> prefix() const
+    {
+        return m_unit.takesPrefixes() && m_offset == 0.0 ? std::make_optional(m_prefix) : std::nullopt;
+    }
 
 private:
     // The exponent of the prefix that suits values of this magnitude.

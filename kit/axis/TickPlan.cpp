@@ -40,6 +40,7 @@ TickPlan linearPlan(const TickRequest &request, double interval)
         plan.texts.append(labels.text(value));
     plan.unit = labels.unit();
     plan.common = labels.common();
+    plan.prefix = labels.prefix();
     return plan;
 }
 

@@ -7,6 +7,7 @@
 #include <QVector>
 
 #include <functional>
+#include <optional>
 
 namespace graph {
 
@@ -18,6 +19,8 @@ struct TickPlan
     QVector<double> minors;
     // The unit of the texts with their common prefix; empty where each has its own.
     QString unit;
+    // The decimal exponent of its prefix; none for units without prefixes.
+    std::optional<int> prefix;
     // What all values have in common, to be added to what the texts say: "2.4 GHz +". Mostly empty.
     QString common;
 

@@ -29,23 +29,21 @@ int prefixOf(double magnitude, const AxisUnit &unit)
     return unit.allowed(3 * int(std::floor(std::log10(magnitude) / 3.0 + 1e-9)));
 }
 
-// Readings of one axis have one prefix, that of its greatest visible value, and the digits that they have in their
-// own. Empty where that does not go, or would be mostly zeros.
+// In the prefix of the numbers of the axis, with the digits that the value has in its own. Empty where that does not
+// go, or would be mostly zeros.
 QString inPrefixOfAxis(const ValueAxis *axis, const AxisUnit &unit, double value, DigitLimits limits)
 {
     const auto *chartAxis = qobject_cast<const ChartAxis *>(axis);
-    if (!chartAxis || chartAxis->scale() != ChartAxis::Linear || chartAxis->formatter() ||
-        !unit.takesPrefixes() || AxisUnit(chartAxis->unit()).symbol() != unit.symbol())
+    if (!chartAxis || !std::isfinite(value) || AxisUnit(chartAxis->unit()).symbol() != unit.symbol())
         return {};
-    const double greatest = std::max(std::abs(axis->minVisible()), std::abs(axis->maxVisible()));
-    if (!std::isfinite(greatest) || greatest == 0.0 || !std::isfinite(value))
+    const std::optional<int> prefix = chartAxis->numberPrefix();
+    if (!prefix)
         return {};
-    const int prefix = prefixOf(greatest, unit);
-    const int finer = value == 0.0 ? 0 : prefix - prefixOf(std::abs(value), unit);
+    const int finer = value == 0.0 ? 0 : *prefix - prefixOf(std::abs(value), unit);
     if (std::abs(finer) > 3)
         return {};
     limits.precision += std::max(finer, 0);
-    return numberText(value, limits, {prefix, prefix}).digits + QLatin1Char(' ') + unit.prefixed(prefix);
+    return numberText(value, limits, {*prefix, *prefix}).digits + QLatin1Char(' ') + unit.prefixed(*prefix);
 }
 
 QString unitOf(const AbstractPlot *plot)
@@ -66,7 +64,13 @@ QString ReadingTexts::position(const ChartAxis &axis, double value) const
         return axis.valueText(value);
     if (axis.formatter())
         return axis.formatter()->formatValue(value);
-    const QString unit = axis.unit();
+    const QString shared = inPrefixOfAxis(&axis, AxisUnit(axis.unit()), value, positionDigits);
+    return shared.isEmpty() ? number(axis.unit(), value) : shared;
+}
+
+// In a prefix of its own.
+QString ReadingTexts::number(const QString &unit, double value) const
+{
     if (!m_formatter || m_formatter->getType() != unit) {
         m_formatter.reset(getFormatter(unit));
         if (m_formatter) {
@@ -80,7 +84,7 @@ QString ReadingTexts::position(const ChartAxis &axis, double value) const
 QString ReadingTexts::distance(const ChartAxis &axis, double distance) const
 {
     if (axis.scale() != ChartAxis::Time)
-        return position(axis, distance);
+        return axis.formatter() ? axis.formatter()->formatValue(distance) : number(axis.unit(), distance);
     constexpr double minute = 60.0;
     constexpr double day = 86400.0;
     if (distance < minute)

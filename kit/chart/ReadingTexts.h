@@ -24,6 +24,8 @@ public:
     static QString value(const AbstractPlot *plot, double value);
 
 private:
+    QString number(const QString &unit, double value) const;
+
     mutable std::unique_ptr<BaseFormatter> m_formatter; // of the unit that was asked for last
 };
 

@@ -232,6 +232,10 @@ TestCase {
         wait(1);
         compare([1.33, -0.3336, 0, 4.5e-6, 0.0021].map(y => chart.formatY(chart.trace, y)).join(" | "),
                 "1.33 V | -0.3336 V | 0 V | 4.5 \u00b5V | 0.0021 V");
+        chart.axisX.unit = "Hz";
+        chart.axisX.range(700e6, 1e9);
+        wait(1);
+        compare([857.2e6, 1e9].map(chart.formatX).join(" | "), "857.2 MHz | 1000 MHz");
     }
 
     // Nor are the first and the last bar cut.
