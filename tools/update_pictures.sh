@@ -26,7 +26,8 @@ for page in README.md docs/*.md docs/*/*.md; do
     for document in "$work"/*.qml; do
         [ -e "$document" ] || continue
         picture=$(dirname "$page")/$(cat "$document.path")
-        "$viewer" "$document" --shot "$picture"
+        # What rolls fills its window before.
+        "$viewer" "$document" --shot "$picture" --wait 12000
         echo "$picture"
         rm "$document" "$document.path"
     done

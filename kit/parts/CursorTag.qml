@@ -31,9 +31,15 @@ Item {
 
     // The rows at the bottom that readings keep clear of.
     readonly property real tagInset: !horizontal && visible ? height - box.y + 2 : 0
-    readonly property Item _liveButton: chart && chart.liveButton ? chart.liveButton : null
-    // Above the button where it would be below it.
-    readonly property bool _isRaised: Boolean(_liveButton) && _liveButton.visible && box.x + box.width + 4 > _liveButton.x
+    // Above the button "live" and a legend at the bottom where it would be below them.
+    readonly property real _floor: {
+        var floor = height;
+        (chart ? [chart.liveButton, chart.legendBox] : []).forEach(function (other) {
+            if (other && other.visible && other.y > height / 2 && box.x + box.width + 4 > other.x && box.x < other.x + other.width + 4)
+                floor = Math.min(floor, other.y);
+        });
+        return floor;
+    }
 
     anchors.fill: parent
     visible: text !== ""
@@ -46,7 +52,7 @@ Item {
         x: !tag.horizontal ? Math.max(0, Math.min(line - (width - 1) / 2, tag.width - width))
            : tag.atRight ? tag.width - width - 2 : 2
         y: tag.horizontal ? Math.max(0, Math.min(line - (height - 1) / 2, tag.height - height))
-           : (tag._isRaised ? tag._liveButton.y : tag.height) - height - 2
+           : tag._floor - height - 2
         width: Math.ceil(name.implicitWidth + 10) | 1
         height: Math.ceil(name.implicitHeight + 3) | 1
         radius: 3

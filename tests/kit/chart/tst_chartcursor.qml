@@ -103,7 +103,14 @@ TestCase {
     function test_awaitedPlace() {
         var chart = make(withCursor, { place: 30 });
         feed(chart, 98);
-        compare(chart.declaredCursor.posIndex + " " + chart.declaredCursor.posValue, "30 30");
+        var cursor = chart.declaredCursor, tag = find(cursor, "tagInset");
+        compare(cursor.posIndex + " " + cursor.posValue, "30 30");
+        // Its own tag is above a legend at the bottom.
+        verify(tag.tagInset < 40);
+        chart.legend.atBottom = true;
+        chart.legend.atRight = false;
+        cursor.posValue = 1;
+        tryVerify(() => tag.tagInset > chart.plotArea.height - chart.legendBox.y + chart.colors.fontSize);
     }
 
     // It waits for data, hears taps and keys, and keeps the chart's own away.
