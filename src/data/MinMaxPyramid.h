@@ -2,6 +2,7 @@
 
 #include "data/MinMax.h"
 
+#include <cstdint>
 #include <vector>
 
 namespace graph {
@@ -38,6 +39,7 @@ public:
 private:
     using Level = std::vector<MinMax>;
 
+    template <typename Sample> static void fetchBlockBehind(const Sample *samples, int first, int end);
     MinMax nodes(std::size_t first, std::size_t end) const;
     void extendLevels();
 
@@ -94,6 +96,21 @@ inline void MinMaxPyramid::extendLevels()
     }
 }
 
+// Who asks for one pixel column after the other needs the block at the end of the next one then. It lies too far away for
+// the processor to guess, and to wait for it takes longer than all the rest.
+template <typename Sample> void MinMaxPyramid::fetchBlockBehind(const Sample *samples, int first, int end)
+{
+    constexpr int farAway = 4 * blockSize;
+    constexpr std::size_t line = 64; // bytes
+    if (end - first < farAway)
+        return;
+    const std::size_t block = (std::size_t(end) + std::size_t(end - first)) / blockSize;
+    // It need not be there: this may be the last column.
+    const auto address = reinterpret_cast<std::uintptr_t>(samples) + block * blockSize * sizeof(Sample);
+    for (std::size_t byte = 0; byte < blockSize * sizeof(Sample); byte += line)
+        __builtin_prefetch(reinterpret_cast<const void *>(address + byte));
+}
+
 template <typename Sample> MinMax MinMaxPyramid::minMax(const Sample *samples, int first, int end) const
 {
     using graph::minMax;
@@ -101,6 +118,7 @@ template <typename Sample> MinMax MinMaxPyramid::minMax(const Sample *samples, i
     const int endBlock = end / blockSize;
     if (firstBlock >= endBlock)
         return minMax(samples + first, end - first);
+    fetchBlockBehind(samples, first, end);
     MinMax result = nodes(std::size_t(firstBlock), std::size_t(endBlock));
     result.add(minMax(samples + first, firstBlock * blockSize - first));
     result.add(minMax(samples + endBlock * blockSize, end - endBlock * blockSize));
