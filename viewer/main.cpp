@@ -34,7 +34,7 @@ bool readOptions(int argc, char **argv, Options *options)
 {
     const QCoreApplication application(argc, argv);
     QCoreApplication::setApplicationName("graph-view");
-    QCoreApplication::setApplicationVersion(VERSION);
+    QCoreApplication::setApplicationVersion(VIEWER_VERSION);
     QCommandLineParser parser;
     parser.setApplicationDescription("Shows a QML document, for example one with a chart.");
     parser.addHelpOption();

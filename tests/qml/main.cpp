@@ -1,3 +1,3 @@
-#include <QtQuickTest>
+#include <QtQuickTest/quicktest.h>
 
 QUICK_TEST_MAIN(graph_plugin)
