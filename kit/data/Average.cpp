@@ -21,7 +21,7 @@ namespace graph {
     \endcode
 
     \qmlproperty PlotData Average::source
-    The trace that is averaged, any data. Null by default and once it is gone: there are no samples then.
+    What is averaged: a Trace or another plot, or any data. Null by default and once it is gone: there are no samples then.
     Another source starts again. A source that is computed from this trace is refused, with a line in \c
     graph.kit.
 

@@ -31,14 +31,22 @@ ComputedData::ComputedData(QObject *parent)
 {
 }
 
-void ComputedData::setSource(PlotData *source)
+void ComputedData::giveSource(QObject *source)
 {
     m_hasSource = true;
-    if (m_source == source || !connectInput(m_source, source))
-        return;
+    m_sourceInput.give(source);
+}
+
+bool ComputedData::useSource(PlotData *source)
+{
+    if (m_source == source)
+        return true;
+    if (!connectInput(m_source, source))
+        return false;
     clear();
     emit sourceChanged();
     computeAgain();
+    return true;
 }
 
 void ComputedData::setRunning(bool running)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "data/LazyPyramid.h"
+#include "kit/data/DataInput.h"
 #include "kit/data/SampledData.h"
 
 #include <QPointer>
@@ -27,7 +28,7 @@ private:
 class GRAPH_CHARTS_EXPORT ComputedData : public SampledData
 {
     Q_OBJECT
-    Q_PROPERTY(PlotData *source READ source WRITE setSource NOTIFY sourceChanged)
+    Q_PROPERTY(QObject *source READ givenSource WRITE giveSource NOTIFY sourceChanged)
     Q_PROPERTY(bool running READ isRunning WRITE setRunning NOTIFY runningChanged)
 
 public:
@@ -42,7 +43,10 @@ public:
     bool hasWrittenSource() const { return m_hasSource; }
     bool isRunning() const { return m_running; }
 
-    void setSource(PlotData *source);
+    void setSource(PlotData *source) { giveSource(source); }
+    // Data, or a plot.
+    QObject *givenSource() const { return m_sourceInput.given(); }
+    void giveSource(QObject *source);
     void setRunning(bool running);
 
 signals:
@@ -74,6 +78,7 @@ private slots:
     void handleInputDestroyed();
 
 private:
+    bool useSource(PlotData *source);
     bool isComputedFrom(const PlotData *data) const;
     bool isUpToDate() const;
     void takeSource();
@@ -81,6 +86,7 @@ private:
     bool takePositions(const SampleSpan &samples, int count);
     void announce(int formerSize);
 
+    DataInput m_sourceInput{this, "source", [this](PlotData *source) { return useSource(source); }};
     QPointer<PlotData> m_source;
     QVector<double> m_values;
     QVector<QPointF> m_points; // where x is not equally spaced

@@ -16,7 +16,7 @@ namespace graph {
     reference has; the shorter trace counts. Where one of the two is NaN, so is the result.
 
     \qmlproperty PlotData Difference::source
-    What is subtracted from, any data. Null by default and once it is gone: there are no samples then. A
+    What is subtracted from: a Trace or another plot, or any data. Null by default and once it is gone: there are no samples then. A
     source that is computed from this trace is refused, with a line in \c graph.kit.
 
     \qmlproperty bool Difference::running
@@ -34,13 +34,21 @@ Difference::Difference(QObject *parent)
     \qmlproperty PlotData Difference::reference
     What is subtracted, as \c source is given.
 */
-void Difference::setReference(PlotData *reference)
+void Difference::giveReference(QObject *reference)
 {
     m_hasReference = true;
-    if (m_reference == reference || !connectInput(m_reference, reference))
-        return;
+    m_referenceInput.give(reference);
+}
+
+bool Difference::useReference(PlotData *reference)
+{
+    if (m_reference == reference)
+        return true;
+    if (!connectInput(m_reference, reference))
+        return false;
     emit referenceChanged();
     computeAgain();
+    return true;
 }
 
 int Difference::resultSize(int sourceSize) const

@@ -8,7 +8,7 @@ namespace graph {
 class GRAPH_CHARTS_EXPORT Difference : public ComputedData
 {
     Q_OBJECT
-    Q_PROPERTY(PlotData *reference READ reference WRITE setReference NOTIFY referenceChanged)
+    Q_PROPERTY(QObject *reference READ givenReference WRITE giveReference NOTIFY referenceChanged)
 
 public:
     explicit Difference(QObject *parent = nullptr);
@@ -16,7 +16,10 @@ public:
     PlotData *reference() const { return m_reference; }
     // As that of the source.
     bool hasWrittenReference() const { return m_hasReference; }
-    void setReference(PlotData *reference);
+    void setReference(PlotData *reference) { giveReference(reference); }
+    // Data, or a plot.
+    QObject *givenReference() const { return m_referenceInput.given(); }
+    void giveReference(QObject *reference);
 
 signals:
     void referenceChanged();
@@ -27,6 +30,10 @@ protected:
     int resultSize(int sourceSize) const override;
 
 private:
+    bool useReference(PlotData *reference);
+
+    DataInput m_referenceInput{this, "reference",
+                               [this](PlotData *reference) { return useReference(reference); }};
     QPointer<PlotData> m_reference;
     bool m_hasReference = false;
 };

@@ -34,8 +34,11 @@ QString typeNameOf(const QObject *object)
     // Types with properties of their own in a document, and those that are a document, have a class each.
     for (const QLatin1String suffix : {QLatin1String("_QML_"), QLatin1String("_QMLTYPE_")})
         name = name.section(suffix, 0, 0);
-    const QLatin1String builtIn("QQuick");
-    return name.startsWith(builtIn) ? name.mid(builtIn.size()) : name;
+    for (const QLatin1String builtIn : {QLatin1String("QQuick"), QLatin1String("QQml")}) {
+        if (name.startsWith(builtIn))
+            return name.mid(builtIn.size());
+    }
+    return name;
 }
 
 namespace {

@@ -18,7 +18,7 @@ namespace graph {
     \endcode
 
     \qmlproperty PlotData MaxHold::source
-    The trace that is held, any data. Null by default and once it is gone: there are no samples then. Another
+    What is held: a Trace or another plot, or any data. Null by default and once it is gone: there are no samples then. Another
     source starts again. A source that is computed from this trace is refused, with a line in \c graph.kit.
 
     \qmlproperty bool MaxHold::running

@@ -13,7 +13,7 @@ namespace graph {
     As \l MaxHold in everything else.
 
     \qmlproperty PlotData MinHold::source
-    The trace that is held, see \l MaxHold::source.
+    What is held, see \l MaxHold::source.
 
     \qmlproperty bool MinHold::running
     While false, changes of the source are not taken. True by default.

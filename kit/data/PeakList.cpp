@@ -54,9 +54,9 @@ PeakList::PeakList(QObject *parent)
 
 /*!
     \qmlproperty PlotData PeakList::series
-    The data, of any kind. Null by default and once they are gone.
+    A Trace or another plot, or data of any kind. Null by default and once they are gone.
 */
-void PeakList::setSeries(PlotData *series)
+void PeakList::useSeries(PlotData *series)
 {
     if (!m_observer.setSeries(series))
         return;

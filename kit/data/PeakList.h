@@ -1,5 +1,6 @@
 #pragma once
 
+#include "kit/data/DataInput.h"
 #include "kit/data/PeakSearch.h"
 #include "kit/data/SeriesObserver.h"
 
@@ -14,7 +15,7 @@ namespace graph {
 class GRAPH_CHARTS_EXPORT PeakList : public QAbstractListModel
 {
     Q_OBJECT
-    Q_PROPERTY(PlotData *series READ series WRITE setSeries NOTIFY seriesChanged)
+    Q_PROPERTY(QObject *series READ givenSeries WRITE giveSeries NOTIFY seriesChanged)
     Q_PROPERTY(double from READ from WRITE setFrom NOTIFY fromChanged)
     Q_PROPERTY(double to READ to WRITE setTo NOTIFY toChanged)
     Q_PROPERTY(double prominence READ prominence WRITE setProminence NOTIFY prominenceChanged)
@@ -37,7 +38,10 @@ public:
     int limit() const { return m_limit; }
     int count() const { return m_rows.size(); }
 
-    void setSeries(PlotData *series);
+    void setSeries(PlotData *series) { giveSeries(series); }
+    // Data, or a plot.
+    QObject *givenSeries() const { return m_input.given(); }
+    void giveSeries(QObject *series) { m_input.give(series); }
     void setFrom(double from);
     void setTo(double to);
     void setProminence(double prominence);
@@ -66,11 +70,16 @@ private:
         int index;
     };
 
+    void useSeries(PlotData *series);
     void look();
     QVector<Row> highest(const SampleSpan &samples, QVector<Peak> peaks) const;
     void showRows(const QVector<Row> &rows);
 
     SeriesObserver m_observer;
+    DataInput m_input{this, "series", [this](PlotData *series) {
+                          useSeries(series);
+                          return true;
+                      }};
     double m_from = -std::numeric_limits<double>::infinity();
     double m_to = std::numeric_limits<double>::infinity();
     double m_prominence = 0.0;

@@ -28,10 +28,9 @@ SeriesObserver::SeriesObserver(const QObject *owner, std::function<void()> look,
 void SeriesObserver::tellOfNoSeries() const
 {
     if (!m_hasSeries && qmlContext(m_owner))
-        tellOnce(
-            m_owner, "series",
-            QStringLiteral("has no series and finds nothing: write series and the data to look at, such as "
-                           "trace.plotData"));
+        tellOnce(m_owner, "series",
+                 QStringLiteral("has no series and finds nothing: write series and the id of a trace or of "
+                                "data"));
 }
 
 bool SeriesObserver::setSeries(PlotData *series)

@@ -16,7 +16,7 @@ namespace graph {
     Near the ends the window has the samples that there are.
 
     \qmlproperty PlotData Smooth::source
-    The trace that is smoothed, any data. Null by default and once it is gone: there are no samples then. A
+    What is smoothed: a Trace or another plot, or any data. Null by default and once it is gone: there are no samples then. A
     source that is computed from this trace is refused, with a line in \c graph.kit.
 
     \qmlproperty bool Smooth::running

@@ -47,9 +47,9 @@ Statistics::Statistics(QObject *parent)
 
 /*!
     \qmlproperty PlotData Statistics::series
-    The data, of any kind. Null by default and once they are gone.
+    A Trace or another plot, or data of any kind. Null by default and once they are gone.
 */
-void Statistics::setSeries(PlotData *series)
+void Statistics::useSeries(PlotData *series)
 {
     if (!m_observer.setSeries(series))
         return;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "kit/data/DataInput.h"
 #include "kit/data/SampleSums.h"
 #include "kit/data/SeriesObserver.h"
 
@@ -11,7 +12,7 @@ namespace graph {
 class GRAPH_CHARTS_EXPORT Statistics : public QObject
 {
     Q_OBJECT
-    Q_PROPERTY(PlotData *series READ series WRITE setSeries NOTIFY seriesChanged)
+    Q_PROPERTY(QObject *series READ givenSeries WRITE giveSeries NOTIFY seriesChanged)
     Q_PROPERTY(double from READ from WRITE setFrom NOTIFY fromChanged)
     Q_PROPERTY(double to READ to WRITE setTo NOTIFY toChanged)
     Q_PROPERTY(int count READ count NOTIFY valuesChanged)
@@ -34,7 +35,10 @@ public:
     double rms() const;
     double peakToPeak() const { return max() - min(); }
 
-    void setSeries(PlotData *series);
+    void setSeries(PlotData *series) { giveSeries(series); }
+    // Data, or a plot.
+    QObject *givenSeries() const { return m_input.given(); }
+    void giveSeries(QObject *series) { m_input.give(series); }
     void setFrom(double from);
     void setTo(double to);
 
@@ -45,9 +49,14 @@ signals:
     void valuesChanged();
 
 private:
+    void useSeries(PlotData *series);
     void look();
 
     SeriesObserver m_observer;
+    DataInput m_input{this, "series", [this](PlotData *series) {
+                          useSeries(series);
+                          return true;
+                      }};
     SampleSums m_blocks;
     Sums m_sums;
     double m_from = -std::numeric_limits<double>::infinity();

@@ -8,6 +8,7 @@
 #include "kit/plots/PlotPlace.h"
 #include "kit/plots/TraceStrokes.h"
 
+#include <QMetaMethod>
 #include <QPainter>
 
 #include <cmath>
@@ -108,7 +109,7 @@ void LimitLine::setKind(Kind kind)
 
 /*!
     \qmlproperty PlotData LimitLine::series
-    The data that is compared with the limit at each change; null by default.
+    A Trace or another plot, or any data, which is compared with the limit at each change; null by default.
 
     \qmlproperty bool LimitLine::passed
     \readonly
@@ -123,7 +124,18 @@ void LimitLine::setKind(Kind kind)
     \readonly
     The x of that sample; NaN without one.
 */
-void LimitLine::setSeries(PlotData *series)
+void LimitLine::giveSeries(QObject *series)
+{
+    m_hasSeries = true;
+    m_input.give(series);
+}
+
+bool LimitLine::isAsked() const
+{
+    return isSignalConnected(QMetaMethod::fromSignal(&LimitLine::verdictChanged));
+}
+
+void LimitLine::useSeries(PlotData *series)
 {
     if (m_series == series)
         return;

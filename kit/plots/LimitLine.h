@@ -1,6 +1,7 @@
 #pragma once
 
 #include "data/PlotData.h"
+#include "kit/data/DataInput.h"
 #include "kit/plots/DataExtent.h"
 #include "kit/plots/LimitCheck.h"
 #include "kit/plots/TracePoints.h"
@@ -17,7 +18,7 @@ class GRAPH_CHARTS_EXPORT LimitLine : public GraphPlot, public ExtentSource
     Q_PROPERTY(QVariant positions READ positions WRITE setPositions NOTIFY positionsChanged)
     Q_PROPERTY(QVariant values READ values WRITE setValues NOTIFY valuesChanged)
     Q_PROPERTY(Kind kind READ kind WRITE setKind NOTIFY kindChanged)
-    Q_PROPERTY(PlotData *series READ series WRITE setSeries NOTIFY seriesChanged)
+    Q_PROPERTY(QObject *series READ givenSeries WRITE giveSeries NOTIFY seriesChanged)
     Q_PROPERTY(bool passed READ passed NOTIFY verdictChanged)
     Q_PROPERTY(double margin READ margin NOTIFY verdictChanged)
     Q_PROPERTY(double worstAt READ worstAt NOTIFY verdictChanged)
@@ -49,7 +50,13 @@ public:
     // Both at once; no positions for one value that holds everywhere.
     void setLimit(const QVector<double> &positions, const QVector<double> &values);
     void setKind(Kind kind);
-    void setSeries(PlotData *series);
+    void setSeries(PlotData *series) { giveSeries(series); }
+    // Data, or a plot.
+    QObject *givenSeries() const { return m_input.given(); }
+    void giveSeries(QObject *series);
+    bool hasWrittenSeries() const { return m_hasSeries; }
+    // Whether somebody reads the verdict and is told of another one.
+    bool isAsked() const;
     void setName(const QString &name);
     void setLineWidth(int width);
     void setFillOpacity(double opacity);
@@ -77,6 +84,7 @@ private slots:
     void followScale(ValueAxis *axis);
 
 private:
+    void useSeries(PlotData *series);
     bool holdsEverywhere() const { return m_positions.isEmpty() && m_values.size() == 1; }
     void applyLimit();
     QVector<QPointF> limitOver(double xMin, double xMax) const;
@@ -85,8 +93,13 @@ private:
     TracePoints m_limit;
     QVector<double> m_positions;
     QVector<double> m_values;
+    DataInput m_input{this, "series", [this](PlotData *series) {
+                          useSeries(series);
+                          return true;
+                      }};
     QPointer<PlotData> m_series;
     LimitVerdict m_verdict;
+    bool m_hasSeries = false;
     Kind m_kind = Upper;
     int m_lineWidth = 2;
     double m_fillOpacity = 0.12;

@@ -130,10 +130,10 @@ void WaterfallPlot::placeRows(double interval, Direction direction)
 
 /*!
     \qmlproperty PlotData WaterfallPlot::series
-    Data of which each change, that is each plotChanged(), is a row; null by default. Its samples are taken to
+    Data, or a plot with them, of which each change, that is each plotChanged(), is a row; null by default. Its samples are taken to
     be equally spaced from the first to the last.
 */
-void WaterfallPlot::setSeries(PlotData *series)
+void WaterfallPlot::useSeries(PlotData *series)
 {
     if (m_series == series)
         return;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "data/PlotSeries.h"
+#include "kit/data/DataInput.h"
 #include "kit/plots/DataExtent.h"
 #include "kit/plots/WaterfallRaster.h"
 #include "view/base/AbstractPlot.h"
@@ -16,7 +17,7 @@ class GRAPH_CHARTS_EXPORT WaterfallPlot : public AbstractPlot, public ExtentSour
     Q_PROPERTY(double start READ start WRITE setStart NOTIFY startChanged)
     Q_PROPERTY(double interval READ interval WRITE setInterval NOTIFY intervalChanged)
     Q_PROPERTY(double rowInterval READ rowInterval WRITE setRowInterval NOTIFY rowIntervalChanged)
-    Q_PROPERTY(PlotData *series READ series WRITE setSeries NOTIFY seriesChanged)
+    Q_PROPERTY(QObject *series READ givenSeries WRITE giveSeries NOTIFY seriesChanged)
     Q_PROPERTY(QVariant colorMap READ colorMap WRITE setColorMap NOTIFY colorMapChanged)
     Q_PROPERTY(double from READ from WRITE setFrom RESET resetFrom NOTIFY levelsChanged)
     Q_PROPERTY(double to READ to WRITE setTo RESET resetTo NOTIFY levelsChanged)
@@ -49,7 +50,10 @@ public:
     void setStart(double start);
     void setInterval(double interval);
     void setRowInterval(double interval);
-    void setSeries(PlotData *series);
+    void setSeries(PlotData *series) { giveSeries(series); }
+    // Data, or a plot.
+    QObject *givenSeries() const { return m_input.given(); }
+    void giveSeries(QObject *series) { m_input.give(series); }
     void setColorMap(const QVariant &map);
     void setFrom(double level);
     void setTo(double level);
@@ -99,6 +103,7 @@ private slots:
     void takeSeries();
 
 private:
+    void useSeries(PlotData *series);
     int columnAt(double x) const;
     void placeRows(double interval, Direction direction);
     void followLevels();
@@ -113,6 +118,10 @@ private:
     WaterfallRaster m_raster;
     QVariant m_colorMap{QStringLiteral("viridis")};
     ColorMap m_colors;
+    DataInput m_input{this, "series", [this](PlotData *series) {
+                          useSeries(series);
+                          return true;
+                      }};
     QPointer<PlotData> m_series;
     PlotSeries m_read; // the row that a cursor reads
     QString m_unit;

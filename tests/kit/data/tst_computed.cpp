@@ -168,6 +168,45 @@ private slots:
         QCOMPARE(statistics.count(), 0);
     }
 
+    // A plot is as good as its data, also when it gets other data; what is neither is told.
+    void plotsAreInputs()
+    {
+        QTest::ignoreMessage(
+            QtWarningMsg, QRegularExpression("^MaxHold \"wrong\" has Timer \"clock\" as its source, which"));
+        const QmlDocument document(R"(
+            import graph_kit 1.0
+            Item {
+                property var trace: Trace { values: [1, 5, 3] }
+                property PlotSeries other: PlotSeries { yData: [7, 9, 8] }
+                function give() {
+                    trace.values = undefined;
+                    trace.series = other;
+                }
+                function found() {
+                    return [hold.size, hold.last().y, difference.last().y, peaks.count, statistics.max, limit.margin,
+                            fall.count, wrong.source].join(" ");
+                }
+                MaxHold { id: hold; source: trace }
+                Difference { id: difference; source: hold; reference: trace }
+                PeakList { id: peaks; series: trace }
+                Statistics { id: statistics; series: trace }
+                LimitLine { id: limit; series: trace; values: [4] }
+                WaterfallPlot { id: fall; series: trace }
+                MaxHold { id: wrong; source: clock }
+                Timer { id: clock }
+            })");
+        const auto found = [&document] {
+            QVariant text;
+            QMetaObject::invokeMethod(document.root(), "found", Q_RETURN_ARG(QVariant, text));
+            return text.toString();
+        };
+        QTRY_COMPARE(found(), QString("3 3 0 1 5 -1 1 "));
+        QMetaObject::invokeMethod(document.root(), "give");
+        QTRY_COMPARE(found(), QString("3 8 0 1 9 -5 1 "));
+        delete document.root()->property("trace").value<QObject *>();
+        QTRY_COMPARE(found(), QString("0 0 0 0 NaN NaN 1 "));
+    }
+
     void peakList()
     {
         const QmlDocument document(R"(
