@@ -70,6 +70,9 @@ public:
     // Whether a vertical axis keeps some room around the data, true by default.
     void setHeadRoom(bool on) { m_hasHeadRoom = on; }
 
+    void resetMargin();
+    bool hasWrittenRange() const { return m_writtenMin || m_writtenMax; }
+
     // Between the labels and what is beyond them, where the document writes no margin.
     void setRoomBeyond(int pixels);
 
@@ -90,7 +93,6 @@ public slots:
     void setMinValue(double minValue);
     void setMaxValue(double maxValue);
     void setMargin(int margin);
-    void resetMargin();
 
 signals:
     void titleChanged();

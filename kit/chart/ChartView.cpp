@@ -107,6 +107,7 @@ ChartView::ChartView(QQuickItem *parent)
         updateRangesLater();
         makeRoom();
     });
+    connect(m_cursorSwitches, &CursorSwitches::posValueChanged, ears, [this] { shareCursor(); });
     connect(m_labels, &XYScale::marginsChanged, ears, [this] { makeRoom(); });
     connect(plotArea(), &QQuickItem::xChanged, ears, [this] { handleAreaChanged(); });
     connect(plotArea(), &QQuickItem::yChanged, ears, [this] { handleAreaChanged(); });
@@ -232,6 +233,14 @@ void ChartView::cancelExport()
 
     \qmlproperty bool CursorSwitches::readings
     Whether the values at the cursor are shown.
+
+    \qmlproperty bool CursorSwitches::shared
+    Whether it is at the same x in all charts that are joined by \c zoomWith and have this true.
+
+    \qmlproperty real CursorSwitches::posValue
+    The x of the cursor, or of the ChartCursor that the document declares, in units of the data; NaN, the default, while
+    none is shown. Writing it brings the cursor to the sample next to it, as soon as there are samples, and NaN takes the
+    chart's own one away.
 */
 /*!
     \qmltype LegendSwitches
@@ -255,6 +264,9 @@ void ChartView::cancelExport()
 
     \qmlproperty bool LegendSwitches::values
     Whether it tells the values at the cursor.
+
+    \qmlproperty bool LegendSwitches::newest
+    Whether it tells the newest values, those of the last samples, while there is no cursor; false by default.
 */
 /*!
     \qmlproperty string Chart::title

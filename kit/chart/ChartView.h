@@ -190,6 +190,7 @@ private:
     void handleRectChanged();
     bool hasUnrecordedStep() const { return !(m_shown == m_history.present()); }
     void tellPartners();
+    void shareCursor();
     void leavePartners();
     QList<ChartView *> partners() const;
     double followedSeconds() const;
@@ -235,6 +236,7 @@ private:
     bool m_rangesPending = false;
     bool m_applying = false;
     bool m_touched = false;
+    bool m_isToldOfCursor = false;
     // Last: the chart hears of these children while it is being made.
     XYScale *m_grid;
     XYScale *m_labels;

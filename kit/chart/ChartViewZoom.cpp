@@ -2,6 +2,7 @@
 
 #include "kit/axis/ChartAxis.h"
 #include "kit/chart/ChartTheme.h"
+#include "kit/chart/CursorSwitches.h"
 #include "kit/chart/LegendSwitches.h"
 #include "kit/chart/PlottedData.h"
 #include "kit/data/Store.h"
@@ -474,7 +475,8 @@ double ChartView::followedSeconds() const
     \qmlproperty Chart Chart::zoomWith
     Another chart, with which this one shares what is visible of axisX; null by default. Their plot areas begin and
     end equally far from their left and right sides, so that charts below each other have the same x at the same
-    pixels. More than two charts share it when each names one of the others.
+    pixels, and their cursors are at the same x unless \c cursor.shared is false. More than two charts share it when each
+    names one of the others.
 */
 void ChartView::setZoomWith(ChartView *other)
 {
@@ -547,6 +549,21 @@ void ChartView::tellPartners()
         chart->m_stepTimer.start();
         if (wasFollowing != m_shown.following)
             emit chart->followingChanged();
+    }
+}
+
+// Those who are told snap to samples of their own, which moves nobody else.
+void ChartView::shareCursor()
+{
+    if (m_isToldOfCursor || !m_cursorSwitches->isShared())
+        return;
+    const auto others = partners();
+    for (ChartView *chart : others) {
+        if (!chart->m_cursorSwitches->isShared())
+            continue;
+        chart->m_isToldOfCursor = true;
+        chart->m_cursorSwitches->setPosValue(m_cursorSwitches->posValue());
+        chart->m_isToldOfCursor = false;
     }
 }
 

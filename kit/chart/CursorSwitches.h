@@ -4,6 +4,8 @@
 
 #include <QObject>
 
+#include <limits>
+
 namespace graph {
 
 // What a document says about the cursor of a chart: the group `cursor`.
@@ -13,17 +15,38 @@ class GRAPH_CHARTS_EXPORT CursorSwitches : public QObject
     Q_PROPERTY(bool enabled MEMBER m_enabled NOTIFY changed)
     Q_PROPERTY(bool hover MEMBER m_hover NOTIFY changed)
     Q_PROPERTY(bool readings MEMBER m_readings NOTIFY changed)
+    Q_PROPERTY(bool shared READ isShared WRITE setShared NOTIFY changed)
+    Q_PROPERTY(double posValue READ posValue WRITE setPosValue NOTIFY posValueChanged)
 
 public:
     using QObject::QObject;
 
+    bool isShared() const { return m_shared; }
+    double posValue() const { return m_posValue; }
+
+    void setShared(bool shared)
+    {
+        m_shared = shared;
+        emit changed();
+    }
+    void setPosValue(double value)
+    {
+        if (value == m_posValue || (value != value && m_posValue != m_posValue)) // no number
+            return;
+        m_posValue = value;
+        emit posValueChanged();
+    }
+
 signals:
     void changed();
+    void posValueChanged();
 
 private:
     bool m_enabled = true;
     bool m_hover = true;
     bool m_readings = true;
+    bool m_shared = true;
+    double m_posValue = std::numeric_limits<double>::quiet_NaN();
 };
 
 } // namespace graph

@@ -18,6 +18,7 @@ class GRAPH_CHARTS_EXPORT LegendSwitches : public QObject
     Q_PROPERTY(bool atBottom READ isAtBottom WRITE setAtBottom NOTIFY changed)
     Q_PROPERTY(bool inARow MEMBER m_inARow NOTIFY changed)
     Q_PROPERTY(bool values MEMBER m_values NOTIFY changed)
+    Q_PROPERTY(bool newest MEMBER m_newest NOTIFY changed)
 
 public:
     using QObject::QObject;
@@ -68,6 +69,7 @@ private:
     bool m_defaultAtBottom = false;
     bool m_inARow = false;
     bool m_values = true;
+    bool m_newest = false;
 };
 
 } // namespace graph

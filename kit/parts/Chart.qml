@@ -18,9 +18,44 @@ ChartView {
         A ChartCursor of the document. */
     property GraphCursor declaredCursor: null
     readonly property bool _bringsCursor: cursor.enabled && !declaredCursor
+    readonly property GraphCursor _shownCursor: declaredCursor ? declaredCursor : cursorLoader.shown ? cursorLoader.item : null
     // For the tags and flags of cursors, which keep clear of them.
     readonly property alias liveButton: liveLoader
     readonly property Item legendBox: legendLoader.item ? legendLoader.item.box : null
+
+    function _tellOfCursor() {
+        if (!_shownCursor || isNaN(_shownCursor._awaited))
+            cursor.posValue = _shownCursor && _shownCursor.posIndex >= 0 ? _shownCursor.posValue : NaN;
+    }
+
+    // Where the document, or a chart with the same x, wants it to be.
+    function _placeCursor() {
+        if (_shownCursor && _shownCursor.posValue === cursor.posValue)
+            return;
+        if (declaredCursor && !isNaN(cursor.posValue))
+            declaredCursor.placeAtValue(cursor.posValue);
+        else if (!declaredCursor)
+            cursorLoader.bring(cursor.posValue);
+        // It may be on that sample already.
+        if (_shownCursor)
+            _tellOfCursor();
+    }
+
+    on_ShownCursorChanged: {
+        if (declaredCursor && !isNaN(cursor.posValue))
+            _placeCursor();
+        else
+            _tellOfCursor();
+    }
+    Connections {
+        target: chart._shownCursor
+        function onPosValueChanged() { chart._tellOfCursor(); }
+        function on_AwaitedChanged() { chart._tellOfCursor(); }
+    }
+    Connections {
+        target: chart.cursor
+        function onPosValueChanged() { chart._placeCursor(); }
+    }
 
     function _pan(x, y) {
         zoomRect.moveLeft(zoomRect.left + x * zoomRect.width);
@@ -74,10 +109,14 @@ ChartView {
              || Boolean(boxLoader.item && boxLoader.item.drawing)
     Keys.onPressed: function(event) { event.accepted = _press(event); }
     // The only chart of a window need not be touched first.
-    Component.onCompleted: Qt.callLater(function () {
-        if (chart && chart.Window.window && chart.Window.activeFocusItem === chart.Window.contentItem)
-            chart.forceActiveFocus();
-    })
+    Component.onCompleted: {
+        if (!isNaN(cursor.posValue))
+            _placeCursor();
+        Qt.callLater(function () {
+            if (chart && chart.Window.window && chart.Window.activeFocusItem === chart.Window.contentItem)
+                chart.forceActiveFocus();
+        });
+    }
 
     Text {
         parent: chart.underlay
@@ -193,6 +232,17 @@ ChartView {
             pinned = true;
         }
 
+        function bring(value) {
+            if (isNaN(value)) {
+                pinned = false;
+                return;
+            }
+            active = true;
+            if (item)
+                item.placeAtValue(value);
+            pinned = true;
+        }
+
         // It was the first one of a double tap.
         function takeBackTap() {
             if (!beforeTap)
@@ -211,7 +261,7 @@ ChartView {
             view: chart
             parent: chart
             isDeclared: false
-            opacity: chart._bringsCursor && inView && (cursorLoader.pinned || hover.hovered) ? 1 : 0
+            opacity: chart._bringsCursor && inView && isNaN(_awaited) && (cursorLoader.pinned || hover.hovered) ? 1 : 0
         }
     }
 
@@ -250,6 +300,7 @@ ChartView {
             onCursorChanged: tellSize()
             plots: legendLoader.named
             cursor: !chart.legend.values || isSmall ? null : chart.declaredCursor ? chart.declaredCursor : cursorLoader.shown ? cursorLoader.item : null
+            newest: chart.legend.newest && !isSmall
             atRight: chart.legend.atRight
             atBottom: chart.legend.atBottom
             inARow: chart.legend.inARow || legendLoader.isLow

@@ -33,6 +33,8 @@ GraphCursor {
     signal rowPlaced()
 
     property real _waiting: NaN
+    property real _awaited: NaN
+    property bool _placing: false
     // Whether its sample is in view.
     readonly property ValueAxis axis: plots.length >= 0 && primaryPlot ? primaryPlot.axisX : null
     /*! Whether its sample is in view. */
@@ -41,6 +43,7 @@ GraphCursor {
     /*! Places it at the sample next to a pixel of the plot area. */
     function placeAt(x, y) {
         _waiting = primaryPlot ? NaN : x;
+        _awaited = NaN;
         setStaysOnScreen(true);
         setPosOnScreen(Math.round(x));
         setStaysOnScreen(false);
@@ -48,8 +51,27 @@ GraphCursor {
         rowPlaced();
     }
 
+    // On the sample next to a value, once there are samples.
+    function placeAtValue(value) {
+        _placing = true;
+        setPosValue(value);
+        _placing = false;
+        _awaited = posIndex < 0 ? value : NaN;
+    }
+
+    function _placeAtAwaited() {
+        if (!_placing && !isNaN(_awaited) && primaryPlot)
+            placeAtValue(_awaited);
+    }
+
     // A new one has no plots until the chart has taken it in.
-    onPlotsChanged: if (!isNaN(_waiting) && primaryPlot) placeAt(_waiting, row)
+    onPlotsChanged: {
+        _placeAtAwaited();
+        if (!isNaN(_waiting) && primaryPlot)
+            placeAt(_waiting, row);
+    }
+    // The first sample is where it begins by itself.
+    onPosIndexChanged: _placeAtAwaited()
     color: view ? view.colors.cursorColor : "white"
     paintedWidth: 1
     staysOnScreen: isDeclared

@@ -15,6 +15,8 @@ Item {
     property var plots: []
     /*! Whose values are written behind the names; null by default. */
     property GraphCursor cursor: null
+    /*! Whether the newest values are written there while there is no cursor; false by default. */
+    property bool newest: false
     /*! The corner: at the right (true) and above (atBottom false) by default. */
     property bool atRight: true
     property bool atBottom: false
@@ -55,7 +57,7 @@ Item {
 
     // The ends of the axis, with a digit more, are as long as values get.
     function longestValue(plot) {
-        var axis = cursor && chart && plot && plot.plotData && plot.plotData.size > 0 ? plot.axisY : null;
+        var axis = (cursor || newest) && chart && plot && plot.plotData && plot.plotData.size > 0 ? plot.axisY : null;
         if (!axis)
             return "";
         var longest = "";
@@ -67,10 +69,19 @@ Item {
         return longest;
     }
 
+    function newestOf(plot) {
+        if (!newest || !plot.plotData || plot.plotData.size === 0)
+            return "";
+        var value = plot.plotData.last().y;
+        return isNaN(value) ? "" : chart ? chart.formatY(plot, value) : plot.plotData.formattedYValue(value);
+    }
+
     // Empty while there is none.
     function valueOf(plot) {
-        if (!cursor || !plot || !plot.visible)
+        if (!plot || !plot.visible)
             return "";
+        if (!cursor)
+            return newestOf(plot);
         var index = cursor.indexOfPlot(plot);
         var values = cursor.yValues;
         return index >= 0 && index < values.length && !isNaN(values[index])
@@ -103,7 +114,8 @@ Item {
                     id: entry
 
                     readonly property var plot: modelData
-                    readonly property string value: legend.valueOf(plot)
+                    property int changes: 0
+                    readonly property string value: (changes, legend.valueOf(plot))
                     // With the room that its values have needed, so that changing digits move nothing.
                     readonly property real wantedWidth: name.x + name.width + (reading.room > 0 ? reading.room + 12 : 0) + 10
 
@@ -118,6 +130,12 @@ Item {
                         return widest;
                     }
                     height: legend.entryHeight
+
+                    Connections {
+                        target: entry.plot ? entry.plot.plotData : null
+                        enabled: legend.newest && !legend.cursor
+                        function onPlotChanged() { ++entry.changes; }
+                    }
 
                     Rectangle {
                         anchors.verticalCenter: parent.verticalCenter

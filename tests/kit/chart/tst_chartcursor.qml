@@ -41,9 +41,12 @@ TestCase {
         id: live
 
         Chart {
+            property bool legendNewest: false
+
             width: 640
             height: 400
             follow: 30
+            legend.newest: legendNewest
             Trace { name: "Battery"; unit: "V" }
             Trace { name: "Motor"; unit: "V" }
             Trace {}
@@ -145,6 +148,51 @@ TestCase {
         });
     }
 
+    // The x that the document wants, of the cursor that it declares and of the chart's own, with data now or later.
+    function test_posValue_data() {
+        var rows = [];
+        ["", "ChartCursor {}"].forEach(cursor => ["cursor.posValue: 3.2", "Component.onCompleted: cursor.posValue = 3.2"].forEach(
+            place => ["[1, 5, 3, 8, 2]", ""].forEach(
+            values => rows.push({ tag: place.substring(0, 9) + cursor + values, body: place + ";" + cursor, values: values }))));
+        return rows;
+    }
+
+    function test_posValue(data) {
+        var chart = createTemporaryQmlObject("import QtQuick 2.15; import graph_kit 1.0; Chart { width: 640; height: 300; " + data.body
+                                             + " Trace { " + (data.values ? "values: " + data.values : "") + "} }", testCase);
+        waitForRendering(chart);
+        chart.traces[0].values = [1, 5, 3, 8, 2];
+        tryCompare(chart.cursor, "posValue", 3);
+        var line = Array.prototype.find.call(chart.children, child => child instanceof GraphCursor);
+        compare(line.posIndex + " " + line.opacity, "3 1");
+        line.setPosIndex(1);
+        compare(chart.cursor.posValue, 1);
+        chart.cursor.posValue = NaN;
+        compare(line.opacity, chart.declaredCursor ? 1 : 0);
+    }
+
+    // Of charts with the same x: each on a sample of its own, which moves no other.
+    function test_sharedCursor() {
+        var body = " width: 640; height: 200; Trace { values: Array.from({ length: 100 }, (unused, i) => i); interval: %1 } }";
+        var charts = createTemporaryQmlObject("import QtQuick 2.15; import graph_kit 1.0; Column { Chart { id: first;" + body.replace("%1", 1)
+                                              + "Chart { zoomWith: first;" + body.replace("%1", 0.3) + "}", testCase).children;
+        var places = () => charts[0].cursor.posValue + " " + charts[1].cursor.posValue.toPrecision(3);
+        waitForRendering(charts[0]);
+        charts[0].cursor.posValue = 10.4;
+        tryVerify(() => places() === "10 9.90");
+        charts[1].cursor.posValue = 20.4;
+        tryVerify(() => places() === "20 20.4");
+        mouseClick(charts[1], charts[1].plotArea.x + charts[1].plotArea.width / 2, 100);
+        tryVerify(() => charts[0].cursor.posValue > 25 && Math.abs(charts[0].cursor.posValue - charts[1].cursor.posValue) <= 0.5);
+        mouseMove(testCase, 1, 1);
+        charts[1].cursor.posValue = NaN;
+        tryVerify(() => places() === "NaN NaN");
+        charts[1].cursor.shared = false;
+        charts[0].cursor.posValue = 4;
+        wait(50);
+        compare(places(), "4 NaN");
+    }
+
     // A time between two times is no date.
     function test_distanceInTime() {
         var chart = make(declared);
@@ -181,6 +229,26 @@ TestCase {
             for (var i = 1; i < rows.length; ++i)
                 verify(rows[i][0] >= rows[i - 1][1], place + ": " + rows.join(" "));
         });
+    }
+
+    // Values of the last samples, as they come, until there is a cursor.
+    function test_newestValues() {
+        var chart = make(live, { legendNewest: true }), legend = find(chart.overlay, "inARow");
+        var box = legend.box.children[0], readings = () => Array.prototype.filter.call(box.children, entry => entry.value !== undefined)
+            .map(entry => entry.value).join();
+        compare(readings(), ",");
+        chart.traces[0].values = [1, 2.5];
+        chart.traces[1].values = [7];
+        tryVerify(() => readings() === "2.5 V,7 V");
+        chart.traces[0].values = [1, 2.5, -3];
+        chart.traces[1].values = [7, NaN];
+        tryVerify(() => readings() === "-3 V,");
+        chart.cursor.posValue = 1;
+        tryVerify(() => readings() === "2.5 V,");
+        chart.cursor.posValue = NaN;
+        tryVerify(() => readings() === "-3 V,");
+        chart.legend.newest = false;
+        compare(readings(), ",");
     }
 
     Component {
