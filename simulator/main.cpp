@@ -38,7 +38,9 @@ int run(QCoreApplication *application, const CommandLine &line)
     QObject::connect(&stopSignals, &StopSignals::stopRequested, application, &QCoreApplication::quit);
     const BusWatch bus;
     if (!bus.problem().isEmpty())
-        return complain(QStringLiteral("there is no session bus: ") + bus.problem(), Failed);
+        return complain(QStringLiteral("there is no session bus (dbus-run-session starts one): ") +
+                            bus.problem(),
+                        Failed);
     QObject::connect(&bus, &BusWatch::lost, application, [] {
         complain(QStringLiteral("the session bus has gone"), Failed);
         QCoreApplication::exit(Failed);

@@ -296,12 +296,13 @@ QString withInvisiblePen(const GraphView &, const AbstractPlot &plot)
 
 const ViewCheck viewChecks[] = {withoutSize,    withoutRoom,      withUnlistedAxis,
                                 withUnusedData, withUnknownTheme, withoutNames};
-const AxisCheck axisChecks[] = {withReversedRange, withUnusableRange, withUselessInterval};
-const PlotCheck plotChecks[] = {outsideOfView,    insideOfAnItem,     afterView,        withSwappedAxes,
-                                withLateAxis,     withWrongAxis,      withoutAxis,      withoutArea,
-                                withInvisiblePen, withoutPoint,       withEmptyAddress, withColorOfGround,
-                                withAnotherUnit,  withReversedColors, withUnusedPlaces, withoutValues,
-                                withAxisOfAnother};
+const AxisCheck axisChecks[] = {withReversedRange, withUnusableRange, withUselessInterval,
+                                withRangeBesideFollow};
+const PlotCheck plotChecks[] = {outsideOfView,     insideOfAnItem,     afterView,        withSwappedAxes,
+                                withLateAxis,      withWrongAxis,      withoutAxis,      withoutArea,
+                                withInvisiblePen,  withoutPoint,       withEmptyAddress, withColorOfGround,
+                                withAnotherUnit,   withReversedColors, withUnusedPlaces, withoutValues,
+                                withAxisOfAnother, withoutSeries};
 
 template <typename Checks, typename... Subject>
 QString firstReason(const Checks &checks, const Subject &...subject)
@@ -373,6 +374,8 @@ QVector<Finding> findReasons(const GraphView &view, const std::function<bool(con
         const QObject *about = isOwnData(*plot) ? static_cast<const QObject *>(plot) : data;
         const QString ofData = reasonOfData(*plot);
         add(&findings, about, ofData);
+        for (const PlotData *behind : dataBehind(*plot))
+            add(&findings, behind, reasonOfBus(*behind));
         if (!ofPlot.isEmpty() || !ofData.isEmpty() || !isNew(*plot))
             continue;
         const bool hasGoodAxes = !troubled.contains(plot->axisX()) && !troubled.contains(plot->axisY());

@@ -3,6 +3,7 @@
 #include "axis/ValueAxis.h"
 #include "data/PlotPoints.h"
 #include "data/PlotSeries.h"
+#include "kit/axis/ChartAxis.h"
 #include "kit/data/Difference.h"
 #include "kit/data/ItemName.h"
 #include "kit/data/StreamSeries.h"
@@ -13,6 +14,7 @@
 #include "plots/GraphPlot.h"
 #include "view/zoom/ZoomRect.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -33,7 +35,7 @@ QString quoted(const QString &text)
     return QLatin1Char('"') + text + QLatin1Char('"');
 }
 
-QString withoutAddress(const AbstractPlot &, const PlotData &data)
+QString withoutAddress(const PlotData &data)
 {
     const QString written = data.busBinding().writtenAddress();
     if (written.isNull() || !written.isEmpty() || data.size() > 0)
@@ -43,7 +45,7 @@ QString withoutAddress(const AbstractPlot &, const PlotData &data)
         "as \"analyzer,spectrum\"");
 }
 
-QString withUnreadableAddress(const AbstractPlot &, const PlotData &data)
+QString withUnreadableAddress(const PlotData &data)
 {
     const QString written = data.busBinding().writtenAddress();
     if (written.isEmpty())
@@ -77,18 +79,19 @@ bool isServiceThere(ORNClientInterface *client)
     return isThere;
 }
 
-QString withoutService(const AbstractPlot &, const PlotData &data)
+QString withoutService(const PlotData &data)
 {
     ORNClientInterface *client = data.busBinding().client();
     if (!client || isServiceThere(client))
         return {};
     const QString service = data.busBinding().address().section(QLatin1Char(','), 0, 0);
     return QStringLiteral(
-               "waits for the service %1, which is not on the bus: start it, or correct the address %2")
+               "waits for the service %1, which is not on the bus: start it on the same session bus, which "
+               "dbus-run-session opens where there is none, or correct the address %2")
         .arg(quoted(service), quoted(data.busBinding().address()));
 }
 
-QString withoutItem(const AbstractPlot &, const PlotData &data)
+QString withoutItem(const PlotData &data)
 {
     if (!data.busBinding().client() || data.size() > 0)
         return {};
@@ -168,17 +171,66 @@ QString withoutSource(const AbstractPlot &, const PlotData &data)
     const auto *computed = qobject_cast<const ComputedData *>(&data);
     const auto *difference = qobject_cast<const Difference *>(&data);
     if (difference && !difference->hasWrittenReference())
-        return QStringLiteral("has no reference to subtract: write reference and other data, such as "
-                              "trace.plotData");
+        return QStringLiteral("has no reference to subtract: write reference and the id of another "
+                              "trace or of data");
     if (!computed || computed->source() || computed->hasWrittenSource())
         return {};
-    return QStringLiteral("has no source and computes nothing: write source and the data to compute it from, "
-                          "such as trace.plotData");
+    return QStringLiteral("has no source and computes nothing: write source and the id of a trace or of "
+                          "data");
 }
 
-const DataCheck dataChecks[] = {withoutAddress,  withUnreadableAddress, withoutService,
-                                withoutItem,     withoutNumbers,        atOnePlace,
-                                withoutInterval, withoutSource};
+// Of samples that are paired by their places.
+QString withUnequalPairs(const AbstractPlot &, const PlotData &data)
+{
+    const auto *difference = qobject_cast<const Difference *>(&data);
+    const PlotData *source = difference ? difference->source() : nullptr;
+    const PlotData *reference = difference ? difference->reference() : nullptr;
+    if (!source || !reference || source->isChangePending() || reference->isChangePending())
+        return {};
+    const SampleSpan minuend = allSamples(*source);
+    const SampleSpan subtrahend = allSamples(*reference);
+    if (minuend.isEmpty() || subtrahend.isEmpty())
+        return {};
+    if (minuend.size() != subtrahend.size())
+        return QStringLiteral(
+                   "subtracts %1 samples of its reference from %2 of its source, one by one, and leaves "
+                   "out the others: give it two traces of one length")
+            .arg(subtrahend.size())
+            .arg(minuend.size());
+    const double from = minuend.first().x();
+    const double to = minuend.last().x();
+    const double tolerance = 1e-6 * std::abs(to - from);
+    if (!(std::abs(subtrahend.first().x() - from) > tolerance) &&
+        !(std::abs(subtrahend.last().x() - to) > tolerance))
+        return {};
+    return QStringLiteral(
+               "subtracts samples at x = %1 to %2 from others at %3 to %4, one by one, whichever their "
+               "x: give both the same start and interval")
+        .arg(subtrahend.first().x())
+        .arg(subtrahend.last().x())
+        .arg(from)
+        .arg(to);
+}
+
+// On an axis that counts something else than samples.
+QString withSamplesForUnits(const AbstractPlot &plot, const PlotData &data)
+{
+    const auto *stream = qobject_cast<const StreamSeries *>(&data);
+    const auto *axis = qobject_cast<const ChartAxis *>(plot.axisX());
+    if (!stream || stream->hasInterval() || stream->size() < 2 || !axis ||
+        (axis->unit().isEmpty() && axis->scale() != ChartAxis::Time))
+        return {};
+    const QString unit = axis->unit().isEmpty() ? QStringLiteral("s") : axis->unit();
+    return QStringLiteral(
+               "has no interval, so that its samples are 1 %1 apart: write interval and their distance "
+               "in %1, such as 0.005 for 200 samples in 1 %1")
+        .arg(unit);
+}
+
+using BusCheck = QString (*)(const PlotData &);
+const BusCheck busChecks[] = {withoutAddress, withUnreadableAddress, withoutService, withoutItem};
+const DataCheck dataChecks[] = {withoutNumbers, atOnePlace,       withoutInterval,
+                                withoutSource,  withUnequalPairs, withSamplesForUnits};
 
 QString outOfRange(const char *direction, double low, double high, double from, double to, const char *advice)
 {
@@ -226,10 +278,50 @@ bool isOwnData(const AbstractPlot &plot)
                  : qobject_cast<const LimitLine *>(&plot) || qobject_cast<const WaterfallPlot *>(&plot);
 }
 
+QVector<const PlotData *> dataBehind(const AbstractPlot &plot)
+{
+    QVector<const PlotData *> found{plot.plotData()};
+    const auto add = [&found](const PlotData *data) {
+        if (data && !found.contains(data))
+            found.append(data);
+    };
+    if (const auto *waterfall = qobject_cast<const WaterfallPlot *>(&plot))
+        add(waterfall->series());
+    if (const auto *limit = qobject_cast<const LimitLine *>(&plot))
+        add(limit->series());
+    for (int i = 0; i < found.size(); ++i) {
+        const auto *computed = qobject_cast<const ComputedData *>(found.at(i));
+        const auto *difference = qobject_cast<const Difference *>(computed);
+        add(computed ? computed->source() : nullptr);
+        add(difference ? difference->reference() : nullptr);
+    }
+    // What a plot has made itself is told of that plot.
+    const auto isOwn = [](const PlotData *data) {
+        const auto *maker = data ? qobject_cast<const AbstractPlot *>(data->parent()) : nullptr;
+        return maker && maker->plotData() == data && isOwnData(*maker);
+    };
+    found.removeFirst();
+    found.erase(std::remove_if(found.begin(), found.end(), isOwn), found.end());
+    return found;
+}
+
+QString reasonOfBus(const PlotData &data)
+{
+    for (const BusCheck check : busChecks) {
+        QString reason = check(data);
+        if (!reason.isEmpty())
+            return reason;
+    }
+    return {};
+}
+
 QString reasonOfData(const AbstractPlot &plot)
 {
     if (!plot.plotData())
         return {};
+    const QString ofBus = reasonOfBus(*plot.plotData());
+    if (!ofBus.isEmpty())
+        return ofBus;
     for (const DataCheck check : dataChecks) {
         QString reason = check(plot, *plot.plotData());
         if (!reason.isEmpty())

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QVector>
 
 class AbstractPlot;
 class PlotData;
@@ -20,6 +21,10 @@ bool reachesBaseline(const AbstractPlot &plot);
 // when all is well, and when there is just nothing yet. The sentence continues the name of the data, or of the
 // plot that has made them itself.
 QString reasonOfData(const AbstractPlot &plot);
+
+// The part of it that has to do with the bus, and the data that the plot's own are made of, which may come from there.
+QString reasonOfBus(const PlotData &data);
+QVector<const PlotData *> dataBehind(const AbstractPlot &plot);
 
 // That no sample of the plot's data lies in what it shows. Empty when one may.
 QString reasonOutOfRange(const AbstractPlot &plot);

@@ -44,6 +44,17 @@ QString unitOf(const AbstractPlot &plot)
     return known.isEmpty() && trace ? trace->unit() : known;
 }
 
+// One that is another one for another unit.
+QString idOfAxis(const QString &unit)
+{
+    QString letters;
+    for (const QChar &c : unit) {
+        if (c.unicode() < 0x80 && c.isLetter())
+            letters.append(c);
+    }
+    return letters.isEmpty() ? QStringLiteral("second") : QStringLiteral("axisOf") + letters;
+}
+
 // Levels and their differences share an axis; levels above different references are different numbers.
 bool areAlike(const QString &a, const QString &b)
 {
@@ -285,11 +296,20 @@ void lookAt(const QQuickItem &item, const GraphView *around, Look *look)
 void lookAtMarkers(const GraphView &view, QVector<Finding> *findings)
 {
     QVector<const GraphMarker *> taken;
+    const auto isForgotten = [](const GraphMarker *marker) {
+        return marker && !marker->isVisible() && !marker->hasWrittenVisible() && marker->posValue() != 0.0;
+    };
     const auto cursors = view.findChildren<GraphCursor *>();
     for (GraphCursor *cursor : cursors) {
         QQmlListProperty<GraphMarker> markers = cursor->markers();
         for (ListIndex i = 0; i < markers.count(&markers); ++i)
             taken.append(markers.at(&markers, i));
+    }
+    for (const GraphMarker *marker : qAsConst(taken)) {
+        if (isForgotten(marker))
+            findings->append(
+                {marker, QStringLiteral("has a posValue and is not drawn: write visible: true in it, or "
+                                        "visible: false if that is meant")});
     }
     const auto markers = view.findChildren<GraphMarker *>(QString(), Qt::FindDirectChildrenOnly);
     for (const GraphMarker *marker : markers) {
@@ -414,6 +434,29 @@ QString withReversedColors(const GraphView &, const AbstractPlot &plot)
         .arg(waterfall->to());
 }
 
+// A line without series is one to look at, unless somebody asks for its verdict.
+QString withoutSeries(const GraphView &, const AbstractPlot &plot)
+{
+    const auto *limit = qobject_cast<const LimitLine *>(&plot);
+    if (!limit || limit->hasWrittenSeries() || !limit->isAsked())
+        return {};
+    return QStringLiteral("has no series to judge, and its passed, margin or worstAt is in use: write series "
+                          "and the id of a trace");
+}
+
+// A window that rolls, and ends that stay.
+QString withRangeBesideFollow(const GraphView &view, const ValueAxis &axis)
+{
+    const auto *chart = qobject_cast<const ChartView *>(&view);
+    const auto *chartAxis = qobject_cast<const ChartAxis *>(&axis);
+    if (!chart || &axis != chart->axisX() || chart->follow() <= 0.0 || !chartAxis->hasWrittenRange())
+        return {};
+    return QStringLiteral(
+               "has minValue or maxValue written, and the chart shows the newest %1 of its data by "
+               "follow: remove one of the two")
+        .arg(chart->follow());
+}
+
 QString withUselessInterval(const GraphView &, const ValueAxis &axis)
 {
     const auto *chartAxis = qobject_cast<const ChartAxis *>(&axis);
@@ -436,9 +479,9 @@ QString withAnotherUnit(const GraphView &view, const AbstractPlot &plot)
             return {};
         const QString former = other->axisY() == plot.axisY() ? unitOf(*other) : QString();
         if (!former.isEmpty() && !areAlike(former, unit))
-            return QStringLiteral("is in %1 on the axis of %2, which is in %3: write ChartAxis { id: second; "
-                                  "alignment: Qt.AlignRight } in the chart and axisY: second here")
-                .arg(unit, nameOf(other), former);
+            return QStringLiteral("is in %1 on the axis of %2, which is in %3: write ChartAxis { id: %4; "
+                                  "alignment: Qt.AlignRight } in the chart and axisY: %4 here")
+                .arg(unit, nameOf(other), former, idOfAxis(unit));
     }
     return {};
 }

@@ -14,6 +14,8 @@ QString withoutNames(const GraphView &view);
 QString withUnusedPlaces(const GraphView &view, const AbstractPlot &plot);
 QString withAxisOfAnother(const GraphView &view, const AbstractPlot &plot);
 QString withoutValues(const GraphView &view, const AbstractPlot &plot);
+QString withoutSeries(const GraphView &view, const AbstractPlot &plot);
+QString withRangeBesideFollow(const GraphView &view, const ValueAxis &axis);
 QString withEmptyAddress(const GraphView &view, const AbstractPlot &plot);
 QString withColorOfGround(const GraphView &view, const AbstractPlot &plot);
 QString withReversedColors(const GraphView &view, const AbstractPlot &plot);

@@ -116,10 +116,18 @@ void StreamPoints::takeCoordinate(QVector<double> &waiting, const QVector<double
 /*!
     \qmlmethod void StreamPoints::append(list<real> xs, list<real> ys)
     Adds points at the end: lists, typed arrays or single numbers; of lists of different lengths the shorter
-    one counts, the first time with a line in \c graph.kit. A y that is NaN is a gap.
+    one counts, the first time with a line in \c graph.kit. A y that is NaN is a gap. Without ys nothing is added, and
+    there is such a line, too.
 */
 void StreamPoints::append(const QJSValue &xs, const QJSValue &ys)
 {
+    if (ys.isUndefined()) {
+        tellOnce(this, "ys",
+                 QStringLiteral(
+                     "is given one list to append, and ignores it: write append(xs, ys), with an x for each "
+                     "value, or use a StreamSeries"));
+        return;
+    }
     const QVector<double> x = numbersOf(xs);
     const QVector<double> y = numbersOf(ys);
     if (x.size() != y.size() && !x.isEmpty() && !y.isEmpty())

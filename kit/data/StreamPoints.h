@@ -29,7 +29,7 @@ public:
     // One after the other, size() of them; valid until the next change of the data.
     const QPointF *points() const { return shown().samples(); }
 
-    Q_INVOKABLE void append(const QJSValue &xs, const QJSValue &ys);
+    Q_INVOKABLE void append(const QJSValue &xs, const QJSValue &ys = QJSValue());
     void append(const double *xs, const double *ys, int count);
     void append(double x, double y) { append(&x, &y, 1); }
     // The same from one other thread. Nobody may push while the object is being destroyed.

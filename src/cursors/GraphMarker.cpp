@@ -187,7 +187,7 @@ void GraphMarker::setPosIndex(int index)
     }
     placeOnScreen();
     if (m_hiddenForLackOfSample)
-        setVisible(true);
+        show(true);
 }
 
 void GraphMarker::placeOnScreen()
@@ -207,7 +207,7 @@ void GraphMarker::placeOnScreen()
 void GraphMarker::hideForLackOfSample()
 {
     const bool shown = m_visible || m_hiddenForLackOfSample;
-    setVisible(false);
+    show(false);
     m_hiddenForLackOfSample = shown;
 }
 
@@ -241,6 +241,12 @@ void GraphMarker::showColor(const QColor &color)
     Whether the marker is drawn and its deltas are computed; false by default.
 */
 void GraphMarker::setVisible(bool visible)
+{
+    m_hasWrittenVisible = true;
+    show(visible);
+}
+
+void GraphMarker::show(bool visible)
 {
     m_hiddenForLackOfSample = false;
     if (m_visible == visible)

@@ -58,6 +58,8 @@ public:
     QStringList formattedDeltasY() const { return m_formattedDeltasY; }
     QColor color() const { return m_color; }
     bool isVisible() const { return m_visible; }
+    // Whether visible was written, be it false.
+    bool hasWrittenVisible() const { return m_hasWrittenVisible; }
     bool showDelta() const { return m_showDelta; }
     int deltaY() const { return m_deltaY; }
     QQuickItem *label() const { return m_label; }
@@ -112,6 +114,7 @@ private:
     // The index of a sample of data that scroll.
     void followScroll();
     void hideForLackOfSample();
+    void show(bool visible);
     void placeOnScreen();
     void showColor(const QColor &color);
     QString distanceText(const PlotData &data) const;
@@ -126,6 +129,7 @@ private:
     QString m_formattedYValue;
     QColor m_color = Qt::darkYellow;
     bool m_hasOwnColor = false;
+    bool m_hasWrittenVisible = false;
     bool m_visible = false;
     bool m_hiddenForLackOfSample = false; // by its own doing: the next valid place shows it again
     std::optional<double> m_awaitedValue; // no sample had it yet

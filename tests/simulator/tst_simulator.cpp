@@ -52,7 +52,7 @@ private slots:
             QTest::newRow(arguments) << QString(arguments).split(' ', Qt::SkipEmptyParts) << status
                                      << message;
         };
-        row("", 1, "there is no session bus");
+        row("", 1, "there is no session bus (dbus-run-session starts one)");
         row("--help", 0, "--instrument <name>");
         row("--version", 0, "graph-simulator 0");
         row("--instrument voltmeter", 2,

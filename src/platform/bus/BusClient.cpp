@@ -198,7 +198,8 @@ void BusClient::tellTrouble(const ServiceFeed::Status &status, bool hasWaited)
         return;
     QString text = QStringLiteral("does not answer");
     if (status.state == ServiceFeed::NoBus)
-        text = QLatin1String("cannot be reached, there is no session bus: ") + status.text;
+        text = QLatin1String("cannot be reached, there is no session bus (dbus-run-session starts one): ") +
+               status.text;
     else if (status.state == ServiceFeed::Absent)
         text = QStringLiteral("is not on the session bus");
     else if (status.state == ServiceFeed::Failed)

@@ -70,7 +70,7 @@ bool BusPublisher::publish()
         return true;
     QString why = QLatin1String("the name ") + graph::busName(m_serviceName) + QLatin1String(" is taken");
     if (status.state == ServiceFeed::NoBus)
-        why = QLatin1String("there is no session bus: ") + status.text;
+        why = QLatin1String("there is no session bus (dbus-run-session starts one): ") + status.text;
     else if (status.state == ServiceFeed::Asking)
         why = QStringLiteral("the session bus does not answer");
     qCWarning(busLog) << m_serviceName << "cannot be published," << qUtf8Printable(why);

@@ -120,6 +120,7 @@ TestCase {
             ["Trace { values: [1, 'two'] }", /is given the text "two" among its values, which leaves a gap/],
             ["StreamSeries { Component.onCompleted: append(['a']) }", /is given the text "a" among its samples/],
             ["StreamPoints { Component.onCompleted: append([1, 2], [3]) }", /is given 2 x and 1 y, of which the shorter list/],
+            ["StreamPoints { Component.onCompleted: append([1, 2]) }", /is given one list to append, and ignores it/],
             ["Statistics { property int n: 1 }", /^Statistics .* has no series and finds nothing/],
             ["PeakList { property int n: 1 }", /^PeakList .* has no series and finds nothing/],
             ["Chart { legend.enabled: true; Trace { values: [1, 2] } }", /^Chart .* has a legend without entries/],

@@ -106,7 +106,8 @@ void addKitRows()
     row("infinite", "has 2 of 4 values infinite", "Trace { values: [1, Infinity, 3, -Infinity] }");
     row("milliseconds", "has a time of 1700000002000, in the year 5138 or later",
         "axisX.scale: ChartAxis.Time; Trace { start: 1700000000000; interval: 1000; values: [1, 2, 3] }");
-    row("two units", "Trace \"b\" is in A on the axis of Trace \"a\", which is in V: write ChartAxis",
+    row("two units",
+        "Trace \"b\" is in A on the axis of Trace \"a\", which is in V: write ChartAxis { id: axisOfA; ",
         "Trace { name: 'a'; values: [1, 2]; unit: 'V' } Trace { name: 'b'; values: [3, 4]; unit: 'A' }");
     row("two references", "is in dBV on the axis of Trace \"a\", which is in dBm",
         "Trace { name: 'a'; values: [1, 2]; unit: 'dBm' } Trace { values: [3, 4]; unit: 'dBV' }");
@@ -158,6 +159,37 @@ void addKitRows()
         "}");
     row("nothing to subtract", "Difference \"d\" has no reference to subtract",
         "Trace { id: a; values: [1] } Trace { series: Difference { id: d; source: a.plotData } }");
+    row("pairs of two lengths", "Difference \"d\" subtracts 1 samples of its reference from 3 of its source",
+        "Trace { id: a; values: [1, 2, 3] } Trace { id: b; values: [1] } "
+        "Trace { series: Difference { id: d; source: a; reference: b } }");
+    row("pairs at other places", "subtracts samples at x = 0 to 1 from others at 5 to 6, one by one",
+        "Trace { id: a; start: 5; values: [1, 2] } Trace { id: b; values: [1, 2] } "
+        "Trace { series: Difference { source: a; reference: b } }");
+    row("pairs", "",
+        "Trace { id: a; values: [1, 2] } Trace { id: b; values: [1, 2]; start: 1e-9 } "
+        "Trace { series: Difference { source: a; reference: b } }");
+    row("samples for seconds", "StreamSeries \"data\" has no interval, so that its samples are 1 s apart",
+        "axisX.unit: 's'; Trace { series: StreamSeries { id: data } Component.onCompleted: data.append([1, "
+        "2]) "
+        "}");
+    row("samples", "",
+        "Trace { series: StreamSeries { id: data } Component.onCompleted: data.append([1, 2]) } "
+        "Trace { series: StreamSeries { id: later; interval: 2 } Component.onCompleted: later.append([1, 2]) "
+        "}");
+    row("waterfall of a wrong prefix", "PlotSeries \"data\" gets no values: the service \"meter\" does not",
+        "WaterfallPlot { series: PlotSeries { id: data; dbusAddress: 'meter,levle' } }");
+    row("hold of a service that is not there", "PlotSeries \"data\" waits for the service \"absent\"",
+        "Trace { series: MaxHold { source: PlotSeries { id: data; dbusAddress: 'absent,level' } } }");
+    row("hold of a trace that waits", "Trace \"t\" waits for the service \"absent\"",
+        "Trace { id: t; address: 'absent,level' } Trace { series: MaxHold { source: t } }");
+    row("verdict on nothing", "LimitLine \"limit\" has no series to judge",
+        "LimitLine { id: limit; values: [3] } Text { text: limit.passed }");
+    row("ends beside a window", "has minValue or maxValue written, and the chart shows the newest 10 of its",
+        "follow: 10; axisX.maxValue: 5; Trace { values: [1, 2] }");
+    row("marker that is not drawn", "GraphMarker \"m\" has a posValue and is not drawn: write visible: true",
+        "Trace { values: [1, 2] } GraphCursor { markers: GraphMarker { id: m; posValue: 1 } }");
+    row("marker that is hidden", "",
+        "Trace { values: [1, 2] } GraphCursor { markers: GraphMarker { posValue: 1; visible: false } }");
     row("axis of another chart", "Trace \"b\" has axisX of ChartView \"other\" as its axis",
         "Chart { id: other } Trace { id: b; values: [1, 2]; axisX: other.axisX }");
     row("misspelled theme", "\"view\" has undefined as its theme",
@@ -289,8 +321,10 @@ private slots:
         row("impossible service", "the address \"a/b,c\", which has a name that no service can have",
             {trace(fed.arg("'a/b,c'"))});
         row("no service",
-            "PlotSeries \"data\" waits for the service \"absent\", which is not on the bus: start it, or "
-            "correct the address \"absent,level\"",
+            "PlotSeries \"data\" waits for the service \"absent\", which is not on the bus: start it on the "
+            "same "
+            "session bus, which dbus-run-session opens where there is none, or correct the address "
+            "\"absent,level\"",
             {trace(fed.arg("'absent,level'"))});
         row("no item",
             "PlotSeries \"data\" gets no values: the service \"meter\" does not publish "
