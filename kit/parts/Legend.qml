@@ -193,7 +193,7 @@ Item {
                         Connections {
                             target: legend
                             function onCursorChanged() {
-                                if (!legend.cursor)
+                                if (!legend.cursor && !legend.newest)
                                     reading.room = 0;
                             }
                         }
