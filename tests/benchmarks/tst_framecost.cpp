@@ -179,7 +179,7 @@ void tst_framecost::asNoted_data()
     } rows[] = {
         {"new", 269838, 158143, 181600},
         {"pan", 376526, 159490, 178008},
-        {"window", 376526, 26831, 65858},
+        {"window", 376526, 26831, 7322},
         {"cursor", 10922, 158575, 2208},
     };
     for (const auto &row : rows)
