@@ -114,6 +114,11 @@ bool StreamSeries::event(QEvent *event)
     return StreamData::event(event);
 }
 
+bool StreamSeries::hasInterval() const
+{
+    return m_hasInterval || !std::isnan(servedInterval(*this, std::numeric_limits<double>::quiet_NaN()));
+}
+
 // By the service's whole array, of which this series may have kept more or less.
 void StreamSeries::takeServedPlace()
 {

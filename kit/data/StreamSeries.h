@@ -33,7 +33,7 @@ public:
     int capacity() const override { return m_live.capacity(); }
     double interval() const { return m_interval; }
     // Whether an interval was written, or a service has said one.
-    bool hasInterval() const { return m_hasInterval || m_interval != 1.0; }
+    bool hasInterval() const;
     double start() const { return xOf(shown().number); }
     // One after the other, size() of them; valid until the next change of the data.
     const double *values() const { return shown().samples(); }
