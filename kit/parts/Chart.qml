@@ -23,8 +23,11 @@ ChartView {
     readonly property alias liveButton: liveLoader
     readonly property Item legendBox: legendLoader.item ? legendLoader.item.box : null
 
+    // What the document writes comes before what the cursor says.
+    property bool _isComplete: false
+
     function _tellOfCursor() {
-        if (!_shownCursor || isNaN(_shownCursor._awaited))
+        if (_isComplete && (!_shownCursor || isNaN(_shownCursor._awaited)))
             cursor.posValue = _shownCursor && _shownCursor.posIndex >= 0 ? _shownCursor.posValue : NaN;
     }
 
@@ -42,6 +45,8 @@ ChartView {
     }
 
     on_ShownCursorChanged: {
+        if (!_isComplete)
+            return;
         if (declaredCursor && !isNaN(cursor.posValue))
             _placeCursor();
         else
@@ -110,7 +115,10 @@ ChartView {
     Keys.onPressed: function(event) { event.accepted = _press(event); }
     // The only chart of a window need not be touched first.
     Component.onCompleted: {
-        if (!isNaN(cursor.posValue))
+        _isComplete = true;
+        if (isNaN(cursor.posValue))
+            _tellOfCursor();
+        else
             _placeCursor();
         Qt.callLater(function () {
             if (chart && chart.Window.window && chart.Window.activeFocusItem === chart.Window.contentItem)

@@ -235,7 +235,7 @@ TestCase {
         chart.axisX.unit = "Hz";
         chart.axisX.range(700e6, 1e9);
         wait(1);
-        compare([857.2e6, 1e9].map(chart.formatX).join(" | "), "857.2 MHz | 1000 MHz");
+        compare([857.2e6, 1e9].map(x => chart.formatX(x)).join(" | "), "857.2 MHz | 1000 MHz");
     }
 
     // Nor are the first and the last bar cut.
