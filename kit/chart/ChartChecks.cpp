@@ -4,6 +4,9 @@
 #include "data/PlotData.h"
 #include "kit/chart/DataChecks.h"
 #include "kit/chart/KitChecks.h"
+#include "kit/chart/PartChecks.h"
+#include "kit/chart/SampleChecks.h"
+#include "kit/chart/ViewContents.h"
 #include "kit/data/ItemName.h"
 #include "plots/ContainerPlot.h"
 #include "plots/GraphPlot.h"
@@ -11,8 +14,6 @@
 #include "view/base/XYScale.h"
 #include "view/frame/GraphView.h"
 #include "view/frame/WorldPlot.h"
-
-#include <QQuickWindow>
 
 #include <cmath>
 
@@ -25,55 +26,9 @@ using ViewCheck = QString (*)(const GraphView &);
 using AxisCheck = QString (*)(const GraphView &, const ValueAxis &);
 using PlotCheck = QString (*)(const GraphView &, const AbstractPlot &);
 
-template <typename T> QVector<T *> elements(QQmlListProperty<T> list)
-{
-    QVector<T *> found;
-    for (ListIndex i = 0; i < list.count(&list); ++i) {
-        if (T *element = list.at(&list, i))
-            found.append(element);
-    }
-    return found;
-}
-
-QVector<ValueAxis *> axesOf(const GraphView &view)
-{
-    return elements(const_cast<GraphView &>(view).axes());
-}
-
 bool hasArea(const QQuickItem &item)
 {
     return item.width() > 1.0 && item.height() > 1.0;
-}
-
-bool isInside(const QQuickItem *item, const QQuickItem &ancestor)
-{
-    while (item && item != &ancestor)
-        item = item->parentItem();
-    return item;
-}
-
-void collectPlots(const QQuickItem &item, QVector<AbstractPlot *> *plots)
-{
-    const QList<QQuickItem *> children = item.childItems();
-    for (QQuickItem *child : children) {
-        if (auto *plot = qobject_cast<AbstractPlot *>(child))
-            plots->append(plot);
-        else
-            collectPlots(*child, plots);
-    }
-}
-
-// Of another view's window neighbours only what uses an axis of this view and has no zoom of its own: an
-// overview has.
-bool belongsTo(const GraphView &view, const AbstractPlot &plot)
-{
-    if (isInside(&plot, view))
-        return true;
-    if (const auto *overview = qobject_cast<const WorldPlot *>(&plot))
-        return !overview->graphPlot() && !overview->axisX() && !overview->axisY();
-    const QVector<ValueAxis *> axes = axesOf(view);
-    return !plot.zoomRect() &&
-           ((plot.axisX() && axes.contains(plot.axisX())) || (plot.axisY() && axes.contains(plot.axisY())));
 }
 
 QString withoutSize(const GraphView &view)
@@ -123,7 +78,7 @@ QString withUnusedData(const GraphView &view)
     const auto empty = std::find_if(plots.begin(), plots.end(), isEmpty);
     if (empty == plots.end())
         return {};
-    for (PlotData *data : elements(const_cast<GraphView &>(view).series())) {
+    for (PlotData *data : seriesOf(view)) {
         const auto shows = [data](const AbstractPlot *plot) { return plot->plotData() == data; };
         if (data->size() > 0 && std::none_of(plots.begin(), plots.end(), shows))
             return QStringLiteral(
@@ -344,20 +299,8 @@ QVector<const QObject *> checkAxes(const GraphView &view, const QVector<Abstract
 
 } // namespace
 
-QVector<AbstractPlot *> plotsOf(const GraphView &view)
-{
-    QVector<AbstractPlot *> all;
-    const QQuickItem *top = view.window() ? view.window()->contentItem() : &view;
-    collectPlots(*top, &all);
-    QVector<AbstractPlot *> plots;
-    for (AbstractPlot *plot : all) {
-        if (plot->isVisible() && belongsTo(view, *plot))
-            plots.append(plot);
-    }
-    return plots;
-}
-
-QVector<Finding> findReasons(const GraphView &view, const std::function<bool(const AbstractPlot &)> &isNew)
+QVector<Finding> findReasons(const GraphView &view, const std::function<bool(const AbstractPlot &)> &isNew,
+                             bool withStrays)
 {
     QVector<Finding> findings;
     add(&findings, &view, firstReason(viewChecks, view));
@@ -382,7 +325,7 @@ QVector<Finding> findReasons(const GraphView &view, const std::function<bool(con
         const QString ofNewData = reasonOfNewData(view, *plot);
         add(&findings, about, ofNewData.isEmpty() && hasGoodAxes ? reasonOutOfRange(*plot) : ofNewData);
     }
-    return findings + misplacedParts(view);
+    return findings + misplacedParts(view, withStrays);
 }
 
 } // namespace graph

@@ -5,7 +5,6 @@
 #include "kit/chart/ChartExport.h"
 #include "kit/chart/ChartTheme.h"
 #include "kit/chart/CursorSwitches.h"
-#include "kit/chart/Diagnosis.h"
 #include "kit/chart/LegendSwitches.h"
 #include "kit/chart/ZoomSwitches.h"
 #include "kit/plots/ColorScale.h"
@@ -13,6 +12,7 @@
 #include "view/base/XYScale.h"
 #include "view/zoom/ZoomRect.h"
 
+#include <QPainter>
 #include <QQuickWindow>
 #include <QSGRectangleNode>
 
@@ -73,7 +73,6 @@ ChartView::ChartView(QQuickItem *parent)
     , m_overlay(new QQuickItem(this))
     , m_export(new ChartExport(this))
 {
-    new Diagnosis(m_overlay);
     connect(m_export, SIGNAL(finished(QString, QString)), this, SIGNAL(exportFinished(QString, QString)));
     connect(m_export, SIGNAL(progressChanged()), this, SIGNAL(exportProgressChanged()));
     m_clock.start();
@@ -310,6 +309,11 @@ void ChartView::setTheme(const QVariant &theme)
     applyColors();
 }
 
+ChartTheme *ChartView::colors() const
+{
+    return m_colors;
+}
+
 /*!
     \qmlproperty Item Chart::plotArea
     \readonly
@@ -463,7 +467,14 @@ QString ChartView::distanceText(const ValueAxis *axis, double distance) const
     return hasDigitsOfLabels ? chartAxis->valueText(distance) : m_texts.distance(*chartAxis, distance);
 }
 
-// The two backgrounds, below everything.
+void ChartView::paintBackdrop(QPainter *painter) const
+{
+    painter->fillRect(QRectF(0.0, 0.0, width(), height()), m_colors->background());
+    if (const QQuickItem *area = plotArea())
+        painter->fillRect(QRectF(area->position(), area->size()), m_colors->plotBackground());
+}
+
+// The same for the screen.
 QSGNode *ChartView::updatePaintNode(QSGNode *node, UpdatePaintNodeData *)
 {
     if (!node) {

@@ -1,8 +1,9 @@
 #pragma once
 
 #include "common/Export.h"
-#include "kit/chart/LeastPositive.h"
+#include "kit/chart/Backdrop.h"
 #include "kit/chart/FittedAxis.h"
+#include "kit/chart/LeastPositive.h"
 #include "kit/chart/LegendPlace.h"
 #include "kit/chart/PlacedScales.h"
 #include "kit/chart/ReadingTexts.h"
@@ -35,7 +36,7 @@ class ZoomSwitches;
 
 // A chart that needs nothing but traces: it has axes, planes and colours, wires traces whenever they come and
 // go, and keeps its ranges and the history of its zooms. What the user touches is in Chart.qml.
-class GRAPH_CHARTS_EXPORT ChartView : public GraphView
+class GRAPH_CHARTS_EXPORT ChartView : public GraphView, public Backdrop
 {
     Q_OBJECT
     Q_PROPERTY(QString title READ title WRITE setTitle NOTIFY titleChanged)
@@ -71,7 +72,7 @@ public:
 
     QString title() const { return m_title; }
     QVariant theme() const { return m_theme; }
-    ChartTheme *colors() const { return m_colors; }
+    ChartTheme *colors() const;
     ChartAxis *axisX() const { return m_axisX; }
     ChartAxis *axisY() const { return m_axisY; }
     LegendSwitches *legend() const { return m_legend; }
@@ -115,6 +116,7 @@ public:
     // visible.
     Q_INVOKABLE void zoomBeside(int side, double depth, double place, double factor);
     Q_INVOKABLE void panBeside(int side, double depth, double distance);
+    void paintBackdrop(QPainter *painter) const override;
     Q_INVOKABLE QString formatX(double value) const;
     QString distanceText(const ValueAxis *axis, double distance) const;
     Q_INVOKABLE QString formatY(QQuickItem *trace, double value) const;

@@ -2,9 +2,9 @@
 
 #include "axis/ValueAxis.h"
 #include "data/PlotData.h"
-#include "kit/chart/ChartChecks.h"
 #include "kit/chart/DataChecks.h"
 #include "kit/chart/ExportJob.h"
+#include "kit/chart/ViewContents.h"
 #include "view/base/AbstractPlot.h"
 #include "view/frame/GraphView.h"
 #include "view/frame/WorldPlot.h"

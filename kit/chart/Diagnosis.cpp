@@ -3,10 +3,13 @@
 #include "data/PlotData.h"
 #include "kit/chart/ChartChecks.h"
 #include "kit/chart/DiagnosisOverlay.h"
+#include "kit/chart/ViewContents.h"
 #include "kit/data/ItemName.h"
 #include "kit/data/Telling.h"
 #include "view/base/AbstractPlot.h"
 #include "view/frame/GraphView.h"
+
+#include <QQuickWindow>
 
 namespace graph {
 
@@ -16,6 +19,23 @@ namespace {
 constexpr int patience = 900;
 // Samples that come just before a look, or in one go with it on a busy machine, are not in the ranges yet.
 constexpr int settling = 100;
+
+// The first view in or below the item that somebody looks at; around: the one that the item is in.
+const GraphView *firstDiagnosed(const QQuickItem &item, const GraphView *around)
+{
+    if (!item.isVisible())
+        return nullptr;
+    if (const auto *view = qobject_cast<const GraphView *>(&item))
+        around = view;
+    if (around && item.isEnabled() && qobject_cast<const Diagnosis *>(&item))
+        return around;
+    const QList<QQuickItem *> children = item.childItems();
+    for (const QQuickItem *child : children) {
+        if (const GraphView *found = firstDiagnosed(*child, around))
+            return found;
+    }
+    return nullptr;
+}
 
 } // namespace
 
@@ -83,7 +103,10 @@ void Diagnosis::look()
     // A hidden page is looked at when it shows.
     if (!isEnabled() || !chart->isVisible() || !chart->window())
         return;
-    const auto findings = findReasons(*chart, [this](const AbstractPlot &plot) { return isNew(plot); });
+    // What is in no view is told by one of them.
+    const bool isFirst = firstDiagnosed(*chart->window()->contentItem(), nullptr) == chart;
+    const auto findings = findReasons(
+        *chart, [this](const AbstractPlot &plot) { return isNew(plot); }, isFirst);
     for (const AbstractPlot *plot : plotsOf(*chart)) {
         const PlotData *data = plot->plotData();
         if (data && data->size() > 0 && isNew(*plot))

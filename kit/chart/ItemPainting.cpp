@@ -1,8 +1,5 @@
 #include "kit/chart/ItemPainting.h"
 
-#include "kit/chart/ChartTheme.h"
-#include "kit/chart/ChartView.h"
-
 #include <QAbstractTextDocumentLayout>
 #include <QFontMetricsF>
 #include <QJSValue>
@@ -118,17 +115,6 @@ void paintPlainText(const QQuickItem &item, QString text, QPainter *painter)
 }
 
 } // namespace
-
-void paintBackdrop(const QQuickItem &view, QPainter *painter)
-{
-    const auto *chart = qobject_cast<const ChartView *>(&view);
-    if (!chart)
-        return;
-    const QQuickItem *area = chart->plotArea();
-    painter->fillRect(QRectF(0.0, 0.0, chart->width(), chart->height()), chart->colors()->background());
-    if (area)
-        painter->fillRect(QRectF(area->position(), area->size()), chart->colors()->plotBackground());
-}
 
 void paintRectangle(const QQuickItem &item, QPainter *painter)
 {

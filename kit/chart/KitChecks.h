@@ -1,13 +1,14 @@
 #pragma once
 
-#include "kit/chart/ChartChecks.h"
+#include <QString>
 
+class AbstractPlot;
+class GraphView;
 class ValueAxis;
 
 namespace graph {
 
-// What can only be wrong with the kit's own types and with what lies around the plots. Sentences continue the
-// name of the object; empty when all is well.
+// What can only be wrong with the kit's own types. Sentences continue the name of the object; empty when all is well.
 
 QString withUnknownTheme(const GraphView &view);
 QString withoutNames(const GraphView &view);
@@ -21,12 +22,5 @@ QString withColorOfGround(const GraphView &view, const AbstractPlot &plot);
 QString withReversedColors(const GraphView &view, const AbstractPlot &plot);
 QString withUselessInterval(const GraphView &view, const ValueAxis &axis);
 QString withAnotherUnit(const GraphView &view, const AbstractPlot &plot);
-
-// Of new data: samples that cannot be meant, or less than the chart wants to show.
-QString reasonOfNewData(const GraphView &view, const AbstractPlot &plot);
-
-// Cursors, markers, readouts and scales of the view, and those outside of every view, that lack what they
-// belong to.
-QVector<Finding> misplacedParts(const GraphView &view);
 
 } // namespace graph

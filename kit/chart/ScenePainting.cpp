@@ -1,5 +1,6 @@
 #include "kit/chart/ScenePainting.h"
 
+#include "kit/chart/Backdrop.h"
 #include "kit/chart/Canvas.h"
 #include "kit/chart/ItemPainting.h"
 #include "view/base/ShiftedItem.h"
@@ -14,14 +15,14 @@ namespace graph {
 
 namespace {
 
-enum class Kind { Empty, Chart, Painted, Rectangle, Text, Foreign };
+enum class Kind { Empty, View, Painted, Rectangle, Text, Foreign };
 
 Kind kindOf(const QQuickItem *item)
 {
     if (!(item->flags() & QQuickItem::ItemHasContents))
         return Kind::Empty;
     if (qobject_cast<const GraphView *>(item))
-        return Kind::Chart;
+        return Kind::View;
     if (qobject_cast<const QQuickPaintedItem *>(item))
         return Kind::Painted;
     if (item->inherits("QQuickRectangle"))
@@ -116,8 +117,10 @@ private:
         switch (kindOf(item)) {
         case Kind::Empty:
             break;
-        case Kind::Chart:
-            m_canvas->draw(placement, false, [item](QPainter *painter) { paintBackdrop(*item, painter); });
+        case Kind::View:
+            if (const auto *backdrop = dynamic_cast<const Backdrop *>(item))
+                m_canvas->draw(placement, false,
+                               [backdrop](QPainter *painter) { backdrop->paintBackdrop(painter); });
             break;
         case Kind::Painted:
             // Their surface ends where they do.

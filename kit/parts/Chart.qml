@@ -126,6 +126,8 @@ ChartView {
         });
     }
 
+    Diagnosis { parent: chart.overlay }
+
     Text {
         parent: chart.underlay
         visible: text !== ""

@@ -1,0 +1,153 @@
+#include "kit/chart/PartChecks.h"
+
+#include "cursors/GraphCursor.h"
+#include "cursors/GraphMarker.h"
+#include "kit/data/ItemName.h"
+#include "kit/plots/ColorScale.h"
+#include "kit/plots/WaterfallPlot.h"
+#include "plots/HeatmapPlot.h"
+#include "view/frame/GraphView.h"
+#include "view/zoom/ZoomRect.h"
+
+#include <QJSValue>
+#include <QQuickWindow>
+
+namespace graph {
+
+namespace {
+
+QVariantList elementsOf(const QQuickItem &item, const char *property)
+{
+    const QVariant list = item.property(property);
+    return list.userType() == qMetaTypeId<QJSValue>() ? list.value<QJSValue>().toVariant().toList()
+                                                      : list.toList();
+}
+
+bool isPart(const QQuickItem &item, const char *type)
+{
+    const QByteArray name(item.metaObject()->className());
+    return name.startsWith(type) && name.mid(int(qstrlen(type))).startsWith("_QML");
+}
+
+// A part that does nothing without what it is for.
+QString withoutTarget(const QQuickItem &item)
+{
+    struct Need
+    {
+        const char *part;
+        const char *property;
+        const char *advice;
+    };
+    static const Need needs[] = {
+        {"ZoomArea", "zoomRect",
+         "and does not zoom: write zoomRect: view.zoomRect; a Chart needs no ZoomArea"},
+        {"BoxZoom", "zoomRect", "and does not zoom: write zoomRect: view.zoomRect; a Chart needs no BoxZoom"},
+        {"PeakButtons", "cursor", "and moves nothing: write cursor and the id of a GraphCursor"},
+        {"CursorReadout", "plot", "and has nothing to read: write plot and the id of a trace"},
+    };
+    for (const Need &need : needs) {
+        if (isPart(item, need.part) && !item.property(need.property).value<QObject *>())
+            return QStringLiteral("has no %1 %2")
+                .arg(QLatin1String(need.property), QLatin1String(need.advice));
+    }
+    const bool isNameless = isPart(item, "Legend") && !item.parentItem()->inherits("QQuickLoader") &&
+                            !elementsOf(item, "plots").isEmpty() && elementsOf(item, "_named").isEmpty();
+    return isNameless
+               ? QStringLiteral("has no entries, because none of its plots has a name: write name: \"Level\" "
+                                "in each Trace")
+               : QString();
+}
+
+QString outOfPlace(const QQuickItem &item, bool isInView)
+{
+    const QQuickItem *parent = item.parentItem();
+    if (const auto *scale = qobject_cast<const ColorScale *>(&item)) {
+        if (!scale->plot())
+            return QStringLiteral("has no plot and shows nothing: write plot and the id of the plot");
+        const bool hasColors =
+            qobject_cast<WaterfallPlot *>(scale->plot()) || qobject_cast<HeatmapPlot *>(scale->plot());
+        return hasColors ? QString()
+                         : QStringLiteral(
+                               "shows nothing of %1, which has no colours for its levels: write the id of a "
+                               "WaterfallPlot or a HeatmapPlot")
+                               .arg(nameOf(scale->plot()));
+    }
+    if (qobject_cast<const GraphCursor *>(&item)) {
+        const bool hasView = isInView || (parent && parent->property("zoomRect").value<ZoomRect *>());
+        return hasView ? QString()
+                       : QStringLiteral("is in no view and has no plots: move it into the braces of a chart");
+    }
+    if (qobject_cast<const GraphCursor *>(parent))
+        return withoutTarget(item);
+    const bool isTag = isPart(item, "CursorTag") && !item.property("cursor").value<QObject *>();
+    if (isTag || isPart(item, "CursorReadout"))
+        return QStringLiteral(
+            "is not in a cursor and has nothing to read: move it into the braces of a GraphCursor");
+    return withoutTarget(item);
+}
+
+struct Look
+{
+    const GraphView &view;
+    QVector<Finding> inside;
+    QVector<Finding> outside; // of all views
+};
+
+void lookAt(const QQuickItem &item, const GraphView *around, Look *look)
+{
+    // A tag hides while it has nothing to say.
+    if (!item.isVisible() && !isPart(item, "CursorTag"))
+        return;
+    if (const auto *view = qobject_cast<const GraphView *>(&item))
+        around = view;
+    const QString text = around && around != &look->view ? QString() : outOfPlace(item, around);
+    if (!text.isEmpty())
+        (around ? look->inside : look->outside).append({&item, text});
+    const QList<QQuickItem *> children = item.childItems();
+    for (const QQuickItem *child : children)
+        lookAt(*child, around, look);
+}
+
+// A marker is an object of the cursor whose list it is in.
+void lookAtMarkers(const GraphView &view, QVector<Finding> *findings)
+{
+    QVector<const GraphMarker *> taken;
+    const auto isForgotten = [](const GraphMarker *marker) {
+        return marker && !marker->isVisible() && !marker->hasWrittenVisible() && marker->posValue() != 0.0;
+    };
+    const auto cursors = view.findChildren<GraphCursor *>();
+    for (GraphCursor *cursor : cursors) {
+        QQmlListProperty<GraphMarker> markers = cursor->markers();
+        for (ListIndex i = 0; i < markers.count(&markers); ++i)
+            taken.append(markers.at(&markers, i));
+    }
+    for (const GraphMarker *marker : qAsConst(taken)) {
+        if (isForgotten(marker))
+            findings->append(
+                {marker, QStringLiteral("has a posValue and is not drawn: write visible: true in it, or "
+                                        "visible: false if that is meant")});
+    }
+    const auto markers = view.findChildren<GraphMarker *>(QString(), Qt::FindDirectChildrenOnly);
+    for (const GraphMarker *marker : markers) {
+        if (!taken.contains(marker))
+            findings->append(
+                {marker, QStringLiteral("is in no cursor and is not drawn: write GraphCursor { markers: "
+                                        "GraphMarker { ... } }")});
+    }
+}
+
+} // namespace
+
+QVector<Finding> misplacedParts(const GraphView &view, bool withStrays)
+{
+    Look look{view, {}, {}};
+    const QQuickItem *top = view.window() ? view.window()->contentItem() : nullptr;
+    lookAt(top ? *top : static_cast<const QQuickItem &>(view), nullptr, &look);
+    QVector<Finding> findings = look.inside;
+    if (withStrays)
+        findings += look.outside;
+    lookAtMarkers(view, &findings);
+    return findings;
+}
+
+} // namespace graph
