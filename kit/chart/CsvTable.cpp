@@ -2,9 +2,11 @@
 
 #include "axis/ValueAxis.h"
 #include "data/PlotData.h"
+#include "kit/axis/AxisUnit.h"
 #include "kit/chart/DataChecks.h"
 #include "kit/chart/ExportJob.h"
 #include "kit/chart/ViewContents.h"
+#include "kit/plots/PlotUnits.h"
 #include "view/base/AbstractPlot.h"
 #include "view/frame/GraphView.h"
 #include "view/frame/WorldPlot.h"
@@ -53,7 +55,7 @@ void appendNumber(QByteArray *text, double value)
 
 QString withUnit(const QString &name, const QString &unit)
 {
-    return unit.isEmpty() ? name : QStringLiteral("%1 [%2]").arg(name, unit);
+    return unit.isEmpty() ? name : QStringLiteral("%1 [%2]").arg(name, AxisUnit(unit).symbol());
 }
 
 QString firstOf(const QStringList &texts)
@@ -71,8 +73,7 @@ QString nameOfTrace(const AbstractPlot &plot, int number)
     const PlotData &data = *plot.plotData();
     const QString name = firstOf({plot.property("name").toString(), data.label(), data.yLabel(),
                                   plot.objectName(), QStringLiteral("trace %1").arg(number)});
-    return withUnit(name, firstOf({plot.property("unit").toString(), data.yUnits(),
-                                   plot.axisY() ? plot.axisY()->unit() : QString()}));
+    return withUnit(name, firstOf({unitOfValues(plot), plot.axisY() ? plot.axisY()->unit() : QString()}));
 }
 
 QString nameOfX(const AbstractPlot &plot)
@@ -80,7 +81,7 @@ QString nameOfX(const AbstractPlot &plot)
     const PlotData &data = *plot.plotData();
     const QString title = plot.axisX() ? plot.axisX()->property("title").toString() : QString();
     return withUnit(firstOf({data.xLabel(), title, QStringLiteral("x")}),
-                    firstOf({data.xUnits(), plot.axisX() ? plot.axisX()->unit() : QString()}));
+                    firstOf({unitOfPositions(plot), plot.axisX() ? plot.axisX()->unit() : QString()}));
 }
 
 SampleSpan samplesOf(const AbstractPlot &plot, bool all)

@@ -4,6 +4,7 @@
 #include "kit/axis/ChartAxis.h"
 #include "kit/chart/PlottedData.h"
 #include "kit/plots/LimitLine.h"
+#include "kit/plots/PlotUnits.h"
 #include "kit/plots/Trace.h"
 #include "kit/plots/WaterfallPlot.h"
 #include "view/base/AbstractPlot.h"
@@ -29,16 +30,13 @@ void write(ValueAxis *axis, const Span &full)
 // Empty where the plot has nothing to say about the axis.
 QString unitOf(const AbstractPlot *plot, const ValueAxis *axis)
 {
-    const PlotData *data = plot ? plot->plotData() : nullptr;
-    if (!data)
+    if (!plot)
         return {};
     if (plot->axisX() == axis)
-        return data->xUnits();
+        return unitOfPositions(*plot);
     // The unit of a waterfall is that of its colours.
-    if (plot->axisY() != axis || qobject_cast<const WaterfallPlot *>(plot))
-        return {};
-    const auto *trace = qobject_cast<const Trace *>(plot);
-    return trace && data->yUnits().isEmpty() ? trace->unit() : data->yUnits();
+    return plot->axisY() == axis && !qobject_cast<const WaterfallPlot *>(plot) ? unitOfValues(*plot)
+                                                                               : QString();
 }
 
 // As a legend has it.

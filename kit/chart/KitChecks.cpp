@@ -7,6 +7,7 @@
 #include "kit/chart/ViewContents.h"
 #include "kit/data/ItemName.h"
 #include "kit/plots/LimitLine.h"
+#include "kit/plots/PlotUnits.h"
 #include "kit/plots/Trace.h"
 #include "kit/plots/WaterfallPlot.h"
 #include "view/base/AbstractPlot.h"
@@ -19,12 +20,7 @@ namespace {
 QString unitOf(const AbstractPlot &plot)
 {
     const bool hasUnit = qobject_cast<const GraphPlot *>(&plot) && !qobject_cast<const WorldPlot *>(&plot);
-    if (!hasUnit || !plot.plotData())
-        return {};
-    // Data know the units of the instruments only.
-    const QString known = plot.plotData()->yUnits();
-    const auto *trace = qobject_cast<const Trace *>(&plot);
-    return known.isEmpty() && trace ? trace->unit() : known;
+    return hasUnit ? unitOfValues(plot) : QString();
 }
 
 // One that is another one for another unit.

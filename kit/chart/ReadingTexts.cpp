@@ -3,6 +3,7 @@
 #include "data/PlotData.h"
 #include "kit/axis/AxisUnit.h"
 #include "kit/axis/ChartAxis.h"
+#include "kit/plots/PlotUnits.h"
 #include "kit/plots/Trace.h"
 #include "kit/plots/WaterfallPlot.h"
 #include "platform/ui/NumberText.h"
@@ -46,14 +47,12 @@ QString inPrefixOfAxis(const ValueAxis *axis, const AxisUnit &unit, double value
     return numberText(value, limits, {*prefix, *prefix}).digits + QLatin1Char(' ') + unit.prefixed(*prefix);
 }
 
-QString unitOf(const AbstractPlot *plot)
+// A limit is in the unit of what it limits.
+QString unitOf(const AbstractPlot &plot)
 {
-    if (const auto *trace = qobject_cast<const Trace *>(plot))
-        return trace->unit();
-    if (const auto *waterfall = qobject_cast<const WaterfallPlot *>(plot))
-        return waterfall->unit();
-    // A limit is in the unit of what it limits.
-    return plot->axisY() ? plot->axisY()->unit() : QString();
+    const QString unit = unitOfValues(plot);
+    const bool hasOwn = qobject_cast<const Trace *>(&plot) || qobject_cast<const WaterfallPlot *>(&plot);
+    return unit.isEmpty() && !hasOwn && plot.axisY() ? plot.axisY()->unit() : unit;
 }
 
 } // namespace
@@ -101,7 +100,7 @@ QString ReadingTexts::value(const AbstractPlot *plot, double value)
     if (!data)
         return {};
     const DigitLimits digits{data->ySigDigs(), data->yPrecision()};
-    const AxisUnit unit(data->yUnits().isEmpty() ? unitOf(plot) : data->yUnits());
+    const AxisUnit unit(unitOf(*plot));
     const QString shared = inPrefixOfAxis(plot->axisY(), unit, value, digits);
     if (!shared.isEmpty())
         return shared;

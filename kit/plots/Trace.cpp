@@ -437,11 +437,11 @@ bool Trace::eventFilter(QObject *watched, QEvent *event)
 // What the document writes counts, then what the data say of themselves.
 void Trace::describe(PlotData *data)
 {
-    const bool isWritten = data == m_own && (m_address.isEmpty() || !m_unit.isEmpty());
-    if (m_isDescribing || (!isWritten && !data->yUnits().isEmpty()))
+    if (m_isDescribing || (data != m_own && !data->yUnits().isEmpty()))
         return;
+    const QString served = data->busBinding().value(QStringLiteral("yUnits")).toString();
     m_isDescribing = true;
-    data->setYUnits(m_unit);
+    data->setYUnits(m_unit.isEmpty() ? served : m_unit);
     m_isDescribing = false;
 }
 

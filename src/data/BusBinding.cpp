@@ -1,7 +1,6 @@
 #include "data/BusBinding.h"
 
 #include <QDebug>
-#include <QVariant>
 #include <QVector>
 
 namespace {
@@ -40,6 +39,12 @@ bool BusBinding::setAddress(const QString &address)
     m_lateItems.setClient(client);
     m_sinks.clear();
     return true;
+}
+
+QVariant BusBinding::value(const QString &key) const
+{
+    const ORNClientItem *item = m_items.value(key);
+    return item ? item->getValue() : QVariant();
 }
 
 void BusBinding::followItem(const QString &key)

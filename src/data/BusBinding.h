@@ -8,6 +8,7 @@
 #include <QMap>
 #include <QPointer>
 #include <QString>
+#include <QVariant>
 #include <QVector>
 
 #include <functional>
@@ -35,6 +36,8 @@ public:
     // The full names of the items that are followed and not there.
     QStringList missingItems() const { return m_lateItems.names(); }
     static bool isAddress(const QString &text) { return text.contains(QLatin1Char(',')); }
+    // That of the item that is followed for the key, whether the property took it or not; invalid without one.
+    QVariant value(const QString &key) const;
     // False, and nothing changed, for an address without a comma.
     bool setAddress(const QString &address);
 

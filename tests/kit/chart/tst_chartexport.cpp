@@ -33,7 +33,7 @@ const char *const chart = R"(
         }
         GraphPlot {
             penColor: "#c02010"; plotStyle: GraphPlot.FillPlot; visible: %1
-            plotData: PlotPoints { label: "Peaks"; axisX: time; axisY: level; xData: [0.1, 12]; yData: [3, 4] }
+            plotData: PlotPoints { label: "Peaks"; yUnits: "degC"; axisX: time; axisY: level; xData: [0.1, 12]; yData: [3, 4] }
         }
         Item { Text { x: 20; y: 10; text: "5 < 6 & \u00b5V"; color: "#204020"; font.pixelSize: 20 } }
     })";
@@ -118,13 +118,14 @@ private slots:
             << QByteArray("x [s],\"Level, raw [V]\"\n1,5\n2,\n3,8e-07\n");
         QTest::newRow("x of their own")
             << QByteArray(both).replace(", NaN, 8e-7, 2, 100", "") << true
-            << QByteArray("\"Level, raw [V]: x [s]\",\"Level, raw [V]\",Peaks [V]: x [s],Peaks [V]\n"
-                          "0,1.5,0.1,3\n1,5,12,4\n");
+            << QByteArray(
+                   "\"Level, raw [V]: x [s]\",\"Level, raw [V]\",Peaks [\u00b0C]: x [s],Peaks [\u00b0C]\n"
+                   "0,1.5,0.1,3\n1,5,12,4\n");
         QTest::newRow("the same x")
             << QByteArray(both).replace("xData: [0.1, 12]; yData: [3, 4]", "xData: [0, 1, 2, 3, 4, 5]; "
                                                                            "yData: [6, 5, 4, 3, 2, 1]")
             << false
-            << QByteArray("x [s],\"Level, raw [V]\",Peaks [V]\n0,1.5,6\n1,5,5\n2,,4\n3,8e-07,3\n"
+            << QByteArray("x [s],\"Level, raw [V]\",Peaks [\u00b0C]\n0,1.5,6\n1,5,5\n2,,4\n3,8e-07,3\n"
                           "4,2,2\n5,100,1\n");
     }
     void csv()

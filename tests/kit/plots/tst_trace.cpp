@@ -1,3 +1,4 @@
+#include "kit/plots/PlotUnits.h"
 #include "kit/plots/Trace.h"
 #include "support/QmlDocument.h"
 #include "support/Table.h"
@@ -103,6 +104,10 @@ private slots:
         meter.setValue("s_yUnits:", "V");
         QFETCH(QString, later);
         QTRY_COMPARE(shown(), later);
+        trace->setUnit({});
+        QVERIFY2(shown().endsWith("V Hz"), qPrintable(shown()));
+        meter.setValue("s_yUnits:", "counts"); // which data do not know
+        QTRY_COMPARE(graph::unitOfValues(*trace), QString("counts"));
         trace->setAddress("meter,other");
         QVERIFY2(shown().contains(",8 ") && !shown().contains("Hz"), qPrintable(shown()));
         trace->setAddress({});
