@@ -78,6 +78,30 @@ double ChartExport::progress() const
     return share / m_jobs.size();
 }
 
+/*!
+    \qmlmethod bool Chart::exportImage(string file, real scale = 1)
+    Writes a picture of the chart to a path or file URL that ends with .png, .svg or .pdf: the chart as it is
+    now, as large as it is times scale (at most 16384 pixels each way). SVG and PDF hold lines and texts, not
+    pixels. Gives whether it began; exportFinished() tells the end in any case. Another thread writes the file,
+    which appears complete or not at all.
+
+    \qmlmethod bool Chart::exportData(string file, bool all = false)
+    Writes the samples of the visible traces as CSV to a path or file URL that ends with .csv, those in the visible
+    range of x or all: a line of names
+    with units, then a line for each sample. Traces at the same x share a column of it. Numbers have points and
+    are exact in every locale; a gap is an empty field. Begins and ends like exportImage().
+
+    \qmlmethod void Chart::cancelExport()
+    Ends all exports that go on, without files.
+
+    \qmlsignal Chart::exportFinished(string file, string error)
+    The error is empty when the file is there, or else a sentence, which is also in the log (category \c
+    graph.kit) unless the export was cancelled.
+
+    \qmlproperty real Chart::exportProgress
+    \readonly
+    From 0 to 1 while exports go on, 1 otherwise.
+*/
 bool ChartExport::exportImage(const QString &file, double scale)
 {
     const QString kind = suffixOf(file);

@@ -2,19 +2,18 @@
 
 #include "cursors/GraphCursor.h"
 #include "kit/axis/ChartAxis.h"
-#include "kit/chart/ChartExport.h"
+#include "kit/chart/ChartCursors.h"
 #include "kit/chart/ChartTheme.h"
 #include "kit/chart/CursorSwitches.h"
 #include "kit/chart/LegendSwitches.h"
 #include "kit/chart/ZoomSwitches.h"
-#include "kit/plots/ColorScale.h"
+#include "kit/data/Store.h"
+#include "kit/data/Telling.h"
 #include "view/base/AbstractPlot.h"
 #include "view/base/XYScale.h"
 #include "view/zoom/ZoomRect.h"
 
-#include <QPainter>
 #include <QQuickWindow>
-#include <QSGRectangleNode>
 
 #include <algorithm>
 
@@ -29,8 +28,19 @@ constexpr double defaultWidth = 400.0;
 constexpr double defaultHeight = 240.0;
 constexpr double labelsZ = 1.0;
 constexpr double overlayZ = 3.0;
-// Pauses that are longer separate two zooms for back().
-constexpr int stepPause = 400;
+
+bool hasSize(const QQuickItem *item)
+{
+    return item->width() != 0.0 || item->height() != 0.0;
+}
+
+// Plots and cursors that go through a framebuffer are one pixel off with the software renderer.
+void drawAsImage(QQuickItem *item)
+{
+    auto *painted = qobject_cast<QQuickPaintedItem *>(item);
+    if (painted && QQuickWindow::sceneGraphBackend() == QLatin1String("software"))
+        painted->setRenderTarget(QQuickPaintedItem::Image);
+}
 
 } // namespace
 
@@ -59,214 +69,187 @@ constexpr int stepPause = 400;
 */
 ChartView::ChartView(QQuickItem *parent)
     : GraphView(parent)
-    , m_theme(int(Dark))
-    , m_darkTheme(ChartTheme::dark(this))
-    , m_lightTheme(ChartTheme::light(this))
     , m_axisX(new ChartAxis(this))
     , m_axisY(new ChartAxis(this))
     , m_legend(new LegendSwitches(this))
-    , m_cursorSwitches(new CursorSwitches(this))
-    , m_zoom(new ZoomSwitches(this))
+    , m_cursor(new CursorSwitches(this))
+    , m_zoomSwitches(new ZoomSwitches(this))
+    , m_theme(std::make_unique<ThemeChoice>(this))
     , m_grid(new XYScale(this))
     , m_labels(new XYScale(this))
     , m_underlay(new QQuickItem(this))
     , m_overlay(new QQuickItem(this))
     , m_export(new ChartExport(this))
+    , m_axes(std::make_unique<ChartAxes>(m_axisX, m_axisY, m_grid, m_labels, zoomRect()))
+    , m_room(std::make_unique<ChartRoom>(this, m_axes.get(), m_labels))
+    , m_plots(std::make_unique<ChartPlots>(this, QVector<const QQuickItem *>{m_underlay, m_overlay}))
+    , m_zoom(std::make_unique<ChartZoom>(this, m_axes.get()))
 {
-    connect(m_export, SIGNAL(finished(QString, QString)), this, SIGNAL(exportFinished(QString, QString)));
-    connect(m_export, SIGNAL(progressChanged()), this, SIGNAL(exportProgressChanged()));
-    m_clock.start();
     setImplicitSize(defaultWidth, defaultHeight);
     setActiveFocusOnTab(true);
     m_labels->setZ(labelsZ);
     m_overlay->setZ(overlayZ);
-    m_axisX->setAlignment(Qt::AlignBottom);
-    m_axisY->setAlignment(Qt::AlignLeft);
     zoomRect()->setMinWidth(leastPart);
     zoomRect()->setMinHeight(leastPart);
     zoomRect()->setZoomAxis(Qt::Horizontal | Qt::Vertical);
-    adoptAxis(m_axisX, true);
-    adoptAxis(m_axisY, true);
-    m_stepTimer.setSingleShot(true);
-    m_stepTimer.setInterval(stepPause);
-    m_fitTimer.setSingleShot(true);
-    m_fitTimer.setInterval(LingeringSpan::period);
+    hear();
+    applyColors();
+}
+
+void ChartView::hear()
+{
     QObject *ears = m_ears.get();
-    connect(&m_stepTimer, &QTimer::timeout, ears, [this] {
-        if (m_touched || zoomRect()->isMoving())
-            m_stepTimer.start();
-        else
-            recordStep();
+    connect(m_export, &ChartExport::finished, this, &ChartView::exportFinished);
+    connect(m_export, &ChartExport::progressChanged, this, &ChartView::exportProgressChanged);
+    connect(m_theme.get(), &ThemeChoice::writtenChanged, this, &ChartView::themeChanged);
+    connect(m_theme.get(), &ThemeChoice::changed, ears, [this] { applyColors(); });
+    connect(m_room.get(), &ChartRoom::changed, ears, [this] { makeRoom(); });
+    connect(m_axes.get(), &ChartAxes::axisDestroyed, m_plots.get(), &ChartPlots::lookLater);
+    connect(m_plots.get(), &ChartPlots::changed, ears, [this] { wire(); });
+    connect(m_plots.get(), &ChartPlots::dataChanged, m_zoom.get(), &ChartZoom::updateLater);
+    connect(m_plots.get(), &ChartPlots::plotDestroyed, ears, [this](AbstractPlot *plot) { dropPlot(plot); });
+    connect(m_plots.get(), &ChartPlots::axisMade, ears,
+            [this](ValueAxis *axis) { m_axes->adopt(axis, true); });
+    connect(m_zoom.get(), &ChartZoom::followChanged, ears, [this] {
+        emit followChanged();
+        // New data come in at the right.
+        m_legend->setDefaultCorner(follow() == 0.0, false);
     });
-    connect(m_axisX, &ChartAxis::scaleChanged, ears, [this] { makeRoom(); });
-    connect(&m_fitTimer, &QTimer::timeout, ears, [this] { updateRanges(); });
-    connect(zoomRect(), &ZoomRect::rectChanged, ears, [this] { handleRectChanged(); });
-    connect(zoomRect(), &ZoomRect::movingChanged, ears, [this] { updateRangesLater(); });
+    connect(m_zoom.get(), &ChartZoom::followingChanged, this, &ChartView::followingChanged);
+    connect(m_zoom.get(), &ChartZoom::historyChanged, this, &ChartView::historyChanged);
+    connect(m_zoom.get(), &ChartZoom::touchedChanged, this, &ChartView::touchedChanged);
+    connect(m_zoom.get(), &ChartZoom::aboutToUpdate, ears,
+            [this] { m_axes->nameAfter(m_plots->traces(), size()); });
+    connect(m_zoom.get(), &ChartZoom::updated, ears, [this] { finishUpdate(); });
     connect(this, &QQuickItem::visibleChanged, ears, [this] {
-        updateRangesLater();
+        m_zoom->updateLater();
         makeRoom();
     });
-    connect(m_cursorSwitches, &CursorSwitches::posValueChanged, ears, [this] { shareCursor(); });
-    connect(m_labels, &XYScale::marginsChanged, ears, [this] { makeRoom(); });
+    connect(m_cursor, &CursorSwitches::posValueChanged, ears, [this] { shareCursor(); });
     connect(plotArea(), &QQuickItem::xChanged, ears, [this] { handleAreaChanged(); });
     connect(plotArea(), &QQuickItem::yChanged, ears, [this] { handleAreaChanged(); });
     connect(plotArea(), &QQuickItem::widthChanged, ears, [this] { handleAreaChanged(); });
     connect(plotArea(), &QQuickItem::heightChanged, ears, [this] { handleAreaChanged(); });
-    connect(m_zoom, &ZoomSwitches::changed, ears, [this] {
-        zoomRect()->setZoomAxis((m_zoom->horizontal() ? Qt::Horizontal : Qt::Orientations()) |
-                                (m_zoom->vertical() ? Qt::Vertical : Qt::Orientations()));
+    connect(m_zoomSwitches, &ZoomSwitches::changed, ears, [this] {
+        zoomRect()->setZoomAxis((m_zoomSwitches->horizontal() ? Qt::Horizontal : Qt::Orientations()) |
+                                (m_zoomSwitches->vertical() ? Qt::Vertical : Qt::Orientations()));
     });
-    setTheme(int(Dark));
-    applyColors();
 }
 
 ChartView::~ChartView()
 {
     m_ears.reset();
-    leavePartners();
-    const QList<QQuickItem *> children = childItems();
-    for (QQuickItem *child : children) {
-        if (auto *cursor = qobject_cast<GraphCursor *>(child))
-            cursor->setLook({});
-    }
+    const QList<ChartView *> former = partners();
+    m_zoom->leavePartners();
+    for (ChartView *chart : former)
+        chart->makeOwnRoom();
+    undressCursors(*this);
     // The traces belong to those who made them.
     const auto taken = plots();
     for (AbstractPlot *plot : taken)
         removePlot(plot);
 }
 
-/*!
-    \qmlmethod bool Chart::exportImage(string file, real scale = 1)
-    Writes a picture of the chart to a path or file URL that ends with .png, .svg or .pdf: the chart as it is
-    now, as large as it is times scale (at most 16384 pixels each way). SVG and PDF hold lines and texts, not
-    pixels. Gives whether it began; exportFinished() tells the end in any case. Another thread writes the file,
-    which appears complete or not at all.
-
-    \qmlmethod bool Chart::exportData(string file, bool all = false)
-    Writes the samples of the visible traces as CSV to a path or file URL that ends with .csv, those in the visible
-    range of x or all: a line of names
-    with units, then a line for each sample. Traces at the same x share a column of it. Numbers have points and
-    are exact in every locale; a gap is an empty field. Begins and ends like exportImage().
-
-    \qmlmethod void Chart::cancelExport()
-    Ends all exports that go on, without files.
-
-    \qmlsignal Chart::exportFinished(string file, string error)
-    The error is empty when the file is there, or else a sentence, which is also in the log (category \c
-    graph.kit) unless the export was cancelled.
-
-    \qmlproperty real Chart::exportProgress
-    \readonly
-    From 0 to 1 while exports go on, 1 otherwise.
-*/
-double ChartView::exportProgress() const
+void ChartView::componentComplete()
 {
-    return m_export->progress();
+    m_isComplete = true;
+    m_zoom->complete();
+    m_axes->gather(*this);
+    // The view warns of axes that chose no plane, and of a view without any.
+    QQmlListProperty<ValueAxis> list = axes();
+    const QVector<ValueAxis *> gathered = m_axes->all();
+    for (ValueAxis *axis : gathered)
+        list.append(&list, axis);
+    GraphView::componentComplete();
+    // The planes announced their axes before the view listened.
+    makeRoom();
+    wire();
+    m_zoom->begin();
 }
 
-bool ChartView::exportImage(const QString &file, double scale)
+void ChartView::itemChange(ItemChange change, const ItemChangeData &data)
 {
-    return m_export->exportImage(file, scale);
+    if (m_isComplete && change == ItemChildAddedChange) {
+        m_plots->lookLater();
+    } else if (m_isComplete && change == ItemChildRemovedChange) {
+        m_children.removeAll(data.item);
+        m_room->forgetScale(data.item);
+        makeRoom();
+        if (auto *plot = qobject_cast<AbstractPlot *>(data.item))
+            dropPlot(plot);
+        m_plots->lookLater();
+    }
+    GraphView::itemChange(change, data);
 }
 
-bool ChartView::exportData(const QString &file, bool all)
+void ChartView::wire()
 {
-    return m_export->exportData(file, all);
+    m_plots->placeInstantiated();
+    adoptNewChildren();
+    const QVector<AbstractPlot *> found = m_plots->find();
+    const auto taken = plots();
+    for (AbstractPlot *plot : taken) {
+        if (!found.contains(plot))
+            dropPlot(plot);
+    }
+    for (AbstractPlot *plot : found) {
+        if (plot->parentItem() != this) {
+            if (!hasSize(plot))
+                stretch(plot, plot->parentItem());
+            plot->setZoomRect(zoomRect());
+        }
+        if (!plots().contains(plot))
+            addPlot(plot);
+        if (m_plots->watch(plot))
+            drawAsImage(plot);
+        m_axes->giveTo(plot);
+    }
+    m_axes->gather(*this);
+    dressCursors();
+    handlePlotVisibilityChanged();
+    if (m_plots->setTraces(found)) {
+        m_traceColors.give(m_plots->traces(), m_theme->theme());
+        emit tracesChanged();
+    }
+    m_zoom->updateLater();
 }
 
-void ChartView::cancelExport()
+void ChartView::adoptNewChildren()
 {
-    m_export->cancel();
+    const QList<QQuickItem *> children = childItems();
+    for (QQuickItem *child : children) {
+        if (!m_children.contains(child))
+            adoptChild(child);
+    }
 }
 
-/*!
-    \qmlproperty ZoomSwitches Chart::zoom
-    What gestures, wheel and keys may do, by its switches: false in \c zoom.vertical keeps all of y in view.
+void ChartView::adoptChild(QQuickItem *child)
+{
+    m_children.append(child);
+    drawAsImage(child);
+    if (m_room->takeScale(child, m_theme->theme()))
+        return;
+    const bool isDrawn = qobject_cast<XYScale *>(child) || qobject_cast<AbstractPlot *>(child) ||
+                         qobject_cast<GraphCursor *>(child);
+    if (child == m_underlay)
+        stretch(child, this);
+    else if (child == plotArea() || child == m_overlay || isDrawn || !hasSize(child))
+        GraphView::adoptChild(child);
+}
 
-    \qmlproperty CursorSwitches Chart::cursor
-    The cursor that a tap or the mouse brings, by its switches.
+// The plot may be no more than its address.
+void ChartView::dropPlot(AbstractPlot *plot)
+{
+    m_plots->forget(plot);
+    m_traceColors.forget(plot);
+    if (plots().contains(plot)) {
+        removePlot(plot);
+        m_plots->unwatch(plot);
+        handlePlotVisibilityChanged();
+    }
+    m_plots->lookLater();
+}
 
-    \qmlproperty LegendSwitches Chart::legend
-    The list of traces, by its switches.
-
-    \qmlproperty Item Chart::underlay
-    \qmlproperty Item Chart::overlay
-    \qmlproperty bool Chart::touched
-    \qmlproperty size Chart::legendSize
-    \qmlproperty Item Chart::flickable
-    \qmlmethod Chart::showAllOf(Qt::Orientation)
-    \qmlmethod Chart::recordStep()
-    \qmlmethod Chart::zoomBeside()
-    \qmlmethod Chart::panBeside()
-    \internal
-*/
-/*!
-    \qmltype ZoomSwitches
-    \brief What the user's hand may do to a Chart, its `zoom`.
-
-    \qmlproperty bool ZoomSwitches::enabled
-    Anything at all; true by default, as all of these.
-
-    \qmlproperty bool ZoomSwitches::horizontal
-    \qmlproperty bool ZoomSwitches::vertical
-    Along x and along y.
-
-    \qmlproperty bool ZoomSwitches::box
-    Zoom to a box with the right button or a long press.
-
-    \qmlproperty bool ZoomSwitches::axes
-    Gestures over an axis, which move only that axis.
-
-    \qmlproperty bool ZoomSwitches::keys
-    The keyboard.
-*/
-/*!
-    \qmltype CursorSwitches
-    \brief The cursor that a Chart has of its own, its `cursor`.
-
-    \qmlproperty bool CursorSwitches::enabled
-    Whether there is one; true by default, as all of these.
-
-    \qmlproperty bool CursorSwitches::hover
-    Whether it follows the mouse, not only taps.
-
-    \qmlproperty bool CursorSwitches::readings
-    Whether the values at the cursor are shown.
-
-    \qmlproperty bool CursorSwitches::shared
-    Whether it is at the same x in all charts that are joined by \c zoomWith and have this true.
-
-    \qmlproperty real CursorSwitches::posValue
-    The x of the cursor, or of the ChartCursor that the document declares, in units of the data; NaN, the default, while
-    none is shown. Writing it brings the cursor to the sample next to it, as soon as there are samples, and NaN takes the
-    chart's own one away.
-*/
-/*!
-    \qmltype LegendSwitches
-    \brief The list of traces in a Chart, its `legend`.
-
-    \qmlproperty bool LegendSwitches::enabled
-    Whether there is one; true by default. A chart that is small both ways, below about 400 by 300 pixels, needs
-    the room for its traces and shows none.
-
-    \qmlproperty int LegendSwitches::leastTraces
-    With how many traces it appears; 2 by default.
-
-    \qmlproperty bool LegendSwitches::atRight
-    \qmlproperty bool LegendSwitches::atBottom
-    Its corner of the plot area. By default the first one in which it covers no trace, beginning with the upper
-    right one: it is chosen when traces get their first data, and when the size of the chart or of the legend changes.
-    With \c follow it is the upper left one.
-
-    \qmlproperty bool LegendSwitches::inARow
-    Its names beside each other instead of below each other.
-
-    \qmlproperty bool LegendSwitches::values
-    Whether it tells the values at the cursor.
-
-    \qmlproperty bool LegendSwitches::newest
-    Whether it tells the newest values, those of the last samples, while there is no cursor; false by default.
-*/
 /*!
     \qmlproperty string Chart::title
     Above the plot area; empty by default, and without a title there is no room for one.
@@ -276,6 +259,7 @@ void ChartView::setTitle(const QString &title)
     if (m_title == title)
         return;
     m_title = title;
+    m_room->setTitled(!title.isEmpty());
     emit titleChanged();
     makeRoom();
 }
@@ -290,28 +274,12 @@ void ChartView::setTitle(const QString &title)
 */
 void ChartView::setTheme(const QVariant &theme)
 {
-    auto *own = qobject_cast<ChartTheme *>(theme.value<QObject *>());
-    ChartTheme *colors = own ? own : theme.toInt() == Light ? m_lightTheme : m_darkTheme;
-    if (m_theme != theme) {
-        m_theme = theme;
-        emit themeChanged();
-    }
-    if (m_colors == colors)
-        return;
-    if (m_colors)
-        disconnect(m_colors, nullptr, m_ears.get(), nullptr);
-    m_colors = colors;
-    connect(colors, &ChartTheme::changed, m_ears.get(), [this] { applyColors(); });
-    connect(colors, &QObject::destroyed, m_ears.get(), [this, colors] {
-        if (colors != m_darkTheme && colors != m_lightTheme)
-            setTheme(int(Dark));
-    });
-    applyColors();
+    m_theme->write(theme);
 }
 
 ChartTheme *ChartView::colors() const
 {
-    return m_colors;
+    return m_theme->object();
 }
 
 /*!
@@ -333,7 +301,7 @@ ChartTheme *ChartView::colors() const
 QVariantList ChartView::traces() const
 {
     QVariantList traces;
-    for (AbstractPlot *plot : m_traces) {
+    for (AbstractPlot *plot : m_plots->traces()) {
         if (plot)
             traces.append(QVariant::fromValue<QObject *>(plot));
     }
@@ -342,82 +310,80 @@ QVariantList ChartView::traces() const
 
 void ChartView::applyColors()
 {
-    for (const FittedAxis &fitted : m_axes) {
-        if (fitted.axis())
-            applyColors(fitted.axis());
-    }
-    m_traceColors.give(m_traces, *m_colors);
-    m_scales.setTheme(*m_colors);
+    m_axes->setTheme(m_theme->theme());
+    m_traceColors.give(m_plots->traces(), m_theme->theme());
+    m_room->setTheme(m_theme->theme());
     makeRoom();
     dressCursors();
     update();
     emit colorsChanged();
 }
 
-void ChartView::applyColors(ValueAxis *axis)
+void ChartView::dressCursors()
 {
-    axis->setLineColor(m_colors->gridColor());
-    axis->setLineWidth(m_colors->gridWidth());
-    axis->setLabelColor(m_colors->textColor());
-    axis->setLabelFont(m_colors->font());
-    if (auto *chartAxis = qobject_cast<ChartAxis *>(axis))
-        chartAxis->setMinorGridColor(m_colors->minorGridColor());
-    axis->emitAxisChanged();
+    graph::dressCursors(*this, m_theme->theme(), [this](const ValueAxis *axis, double distance) {
+        return distanceText(axis, distance);
+    });
+}
+
+void ChartView::finishUpdate()
+{
+    placeWaitingCursors(*this);
+    placeLegend();
+}
+
+/*!
+    \qmlproperty Item Chart::underlay
+    \qmlproperty Item Chart::overlay
+    \qmlproperty bool Chart::touched
+    \qmlproperty size Chart::legendSize
+    \qmlproperty Item Chart::flickable
+    \qmlmethod Chart::showAllOf(Qt::Orientation)
+    \qmlmethod Chart::recordStep()
+    \qmlmethod Chart::zoomBeside()
+    \qmlmethod Chart::panBeside()
+    \internal
+*/
+void ChartView::placeLegend()
+{
+    if (m_legend->isPlaced() || follow() > 0.0)
+        return;
+    const auto corner = m_legendPlace.find(m_plots->traces(), plotArea()->size(), m_legendSize);
+    if (corner)
+        m_legend->setDefaultCorner(corner->atRight, corner->atBottom);
+}
+
+void ChartView::setLegendSize(const QSizeF &size)
+{
+    if (!store(m_legendSize, size))
+        return;
+    emit legendSizeChanged();
+    m_zoom->updateLater();
+}
+
+void ChartView::setFlickable(QQuickItem *flickable)
+{
+    if (m_flickable == flickable)
+        return;
+    m_flickable = flickable;
+    zoomRect()->setFlickable(flickable);
+    emit flickableChanged();
 }
 
 // Charts that share x have it at the same pixels.
 QMargins ChartView::reservedMargins() const
 {
-    QMargins margins = ownMargins();
+    QMargins margins = m_room->own();
     const auto others = partners();
     for (const ChartView *chart : others) {
         if (!chart->isVisible())
             continue;
-        const QMargins own = chart->ownMargins();
-        const QMargins axes = chart->m_labels->margins();
+        const QMargins own = chart->m_room->own();
+        const QMargins axes = chart->m_room->ofAxes();
         margins.setLeft(std::max({margins.left(), own.left(), axes.left()}));
         margins.setRight(std::max({margins.right(), own.right(), axes.right()}));
     }
     return margins;
-}
-
-QMargins ChartView::ownMargins() const
-{
-    const int size = m_colors ? m_colors->fontSize() : 0;
-    // A unit goes above the numbers of its axis.
-    const auto hasUnitAbove = [](const FittedAxis &fitted) {
-        const auto *axis = qobject_cast<const ChartAxis *>(fitted.axis());
-        return axis && axis->orientation() == Qt::Vertical && axis->visible() && !axis->unit().isEmpty() &&
-               axis->title().isEmpty();
-    };
-    const bool hasUnit = std::any_of(m_axes.begin(), m_axes.end(), hasUnitAbove);
-    const int top = !m_title.isEmpty() ? size * 5 / 2 : hasUnit ? size * 9 / 4 : size;
-    // With the axes between them and the plot area.
-    const int scales = m_scales.width(this);
-    const int right = scales == 0 ? 0 : m_labels->margins().right() + size / 2 + scales;
-    // The last number is below its tick, half of it beyond the plot area; times are longer.
-    const int half = m_axisX && m_axisX->scale() == ChartAxis::Time ? size * 9 / 4 : size * 3 / 2;
-    return {size, top, std::max(half, right), size / 2};
-}
-
-void ChartView::handleAreaChanged()
-{
-    update();
-    placeScales();
-}
-
-// Whether the child is one that the chart places.
-bool ChartView::adoptScale(QQuickItem *child)
-{
-    auto *scale = qobject_cast<ColorScale *>(child);
-    if (!scale || !m_scales.take(scale, *m_colors))
-        return false;
-    QObject *ears = m_ears.get();
-    connect(scale, &QQuickItem::implicitWidthChanged, ears, [this] { makeRoom(); });
-    connect(scale, &QQuickItem::visibleChanged, ears, [this] { makeRoom(); });
-    connect(scale, &QObject::destroyed, ears, [this] { makeRoom(); });
-    makeRoom();
-    return true;
 }
 
 void ChartView::makeRoom()
@@ -431,15 +397,13 @@ void ChartView::makeRoom()
 void ChartView::makeOwnRoom()
 {
     handleMarginsChanged();
-    placeScales();
+    m_room->placeScales();
 }
 
-void ChartView::placeScales()
+void ChartView::handleAreaChanged()
 {
-    const QQuickItem *area = plotArea();
-    if (area)
-        m_scales.place(this, QRectF(area->position(), area->size()),
-                       area->x() + area->width() + m_labels->margins().right());
+    update();
+    m_room->placeScales();
 }
 
 /*!
@@ -457,7 +421,6 @@ QString ChartView::formatY(QQuickItem *trace, double value) const
     return ReadingTexts::value(qobject_cast<AbstractPlot *>(trace), value);
 }
 
-// Between a cursor and a marker on any axis.
 QString ChartView::distanceText(const ValueAxis *axis, double distance) const
 {
     const auto *chartAxis = qobject_cast<const ChartAxis *>(axis);
@@ -467,31 +430,71 @@ QString ChartView::distanceText(const ValueAxis *axis, double distance) const
     return hasDigitsOfLabels ? chartAxis->valueText(distance) : m_texts.distance(*chartAxis, distance);
 }
 
-void ChartView::paintBackdrop(QPainter *painter) const
+/*!
+    \qmlproperty Chart Chart::zoomWith
+    Another chart, with which this one shares what is visible of axisX; null by default. Their plot areas begin and
+    end equally far from their left and right sides, so that charts below each other have the same x at the same
+    pixels, and their cursors are at the same x unless \c cursor.shared is false. More than two charts share it when each
+    names one of the others.
+*/
+void ChartView::setZoomWith(ChartView *other)
 {
-    painter->fillRect(QRectF(0.0, 0.0, width(), height()), m_colors->background());
-    if (const QQuickItem *area = plotArea())
-        painter->fillRect(QRectF(area->position(), area->size()), m_colors->plotBackground());
+    if (other && other == this)
+        tell(this, QStringLiteral("is zoomed with itself: write zoomWith and the id of another chart"));
+    if (zoomWith() == other || other == this)
+        return;
+    const QList<ChartView *> former = partners();
+    m_zoom->joinWith(other ? other->m_zoom.get() : nullptr);
+    makeRoom();
+    for (ChartView *chart : former)
+        chart->makeOwnRoom();
+    m_zoom->updateLater();
+    if (other)
+        other->m_zoom->updateLater();
+    emit zoomWithChanged();
+    emit followingChanged();
 }
 
-// The same for the screen.
+ChartView *ChartView::zoomWith() const
+{
+    const ChartZoom *with = m_zoom->with();
+    return with ? static_cast<ChartView *>(with->view()) : nullptr;
+}
+
+QList<ChartView *> ChartView::partners() const
+{
+    QList<ChartView *> charts;
+    const auto partners = m_zoom->partners();
+    for (const ChartZoom *zoom : partners)
+        charts.append(static_cast<ChartView *>(zoom->view()));
+    return charts;
+}
+
+// Those who are told snap to samples of their own, which moves nobody else.
+void ChartView::shareCursor()
+{
+    if (m_isToldOfCursor || !m_cursor->isShared())
+        return;
+    const auto others = partners();
+    for (ChartView *chart : others) {
+        if (!chart->m_cursor->isShared())
+            continue;
+        chart->m_isToldOfCursor = true;
+        chart->m_cursor->setPosValue(m_cursor->posValue());
+        chart->m_isToldOfCursor = false;
+    }
+}
+
+Backdrop ChartView::backdrop() const
+{
+    const QQuickItem *area = plotArea();
+    return {boundingRect(), m_theme->theme().background(),
+            area ? QRectF(area->position(), area->size()) : QRectF(), m_theme->theme().plotBackground()};
+}
+
 QSGNode *ChartView::updatePaintNode(QSGNode *node, UpdatePaintNodeData *)
 {
-    if (!node) {
-        node = new QSGNode;
-        node->appendChildNode(window()->createRectangleNode());
-        node->appendChildNode(window()->createRectangleNode());
-    }
-    const auto paint = [](QSGNode *child, const QRectF &rect, const QColor &color) {
-        auto *rectangle = static_cast<QSGRectangleNode *>(child);
-        rectangle->setRect(rect);
-        rectangle->setColor(color);
-    };
-    const QQuickItem *area = plotArea();
-    const QRectF plotRect = area ? QRectF(area->x(), area->y(), area->width(), area->height()) : QRectF();
-    paint(node->firstChild(), boundingRect(), m_colors->background());
-    paint(node->lastChild(), plotRect, m_colors->plotBackground());
-    return node;
+    return backdrop().node(node, window());
 }
 
 } // namespace graph

@@ -2,22 +2,20 @@
 
 #include "common/Export.h"
 #include "kit/chart/Backdrop.h"
-#include "kit/chart/FittedAxis.h"
-#include "kit/chart/LeastPositive.h"
+#include "kit/chart/ChartAxes.h"
+#include "kit/chart/ChartExport.h"
+#include "kit/chart/ChartPlots.h"
+#include "kit/chart/ChartRoom.h"
+#include "kit/chart/ChartZoom.h"
 #include "kit/chart/LegendPlace.h"
-#include "kit/chart/PlacedScales.h"
 #include "kit/chart/ReadingTexts.h"
+#include "kit/chart/ThemeChoice.h"
 #include "kit/chart/TraceColors.h"
-#include "kit/chart/ZoomHistory.h"
 #include "view/frame/GraphView.h"
 
-#include <QElapsedTimer>
-#include <QSet>
-#include <QTimer>
 #include <QVariant>
 
 #include <memory>
-#include <vector>
 
 Q_MOC_INCLUDE("kit/axis/ChartAxis.h")
 Q_MOC_INCLUDE("kit/chart/ChartTheme.h")
@@ -28,15 +26,14 @@ Q_MOC_INCLUDE("kit/chart/ZoomSwitches.h")
 namespace graph {
 
 class ChartAxis;
-class ChartExport;
 class ChartTheme;
 class CursorSwitches;
 class LegendSwitches;
 class ZoomSwitches;
 
-// A chart that needs nothing but traces: it has axes, planes and colours, wires traces whenever they come and
-// go, and keeps its ranges and the history of its zooms. What the user touches is in Chart.qml.
-class GRAPH_CHARTS_EXPORT ChartView : public GraphView, public Backdrop
+// A chart that needs nothing but traces: it brings together its axes, its plots, which may come and go at any time, and
+// what of them is shown, and gives them their colours and their room. What the user touches is in Chart.qml.
+class GRAPH_CHARTS_EXPORT ChartView : public GraphView, public BackdropSource
 {
     Q_OBJECT
     Q_PROPERTY(QString title READ title WRITE setTitle NOTIFY titleChanged)
@@ -64,62 +61,75 @@ class GRAPH_CHARTS_EXPORT ChartView : public GraphView, public Backdrop
     Q_PROPERTY(QQuickItem *flickable READ flickable WRITE setFlickable NOTIFY flickableChanged)
 
 public:
-    enum Theme : int { Dark, Light };
+    enum Theme : int { Dark = ThemeChoice::Dark, Light = ThemeChoice::Light };
     Q_ENUM(Theme)
 
     explicit ChartView(QQuickItem *parent = nullptr);
     ~ChartView() override;
 
     QString title() const { return m_title; }
-    QVariant theme() const { return m_theme; }
+    QVariant theme() const { return m_theme->written(); }
     ChartTheme *colors() const;
     ChartAxis *axisX() const { return m_axisX; }
     ChartAxis *axisY() const { return m_axisY; }
     LegendSwitches *legend() const { return m_legend; }
-    CursorSwitches *cursor() const { return m_cursorSwitches; }
-    ZoomSwitches *zoom() const { return m_zoom; }
+    CursorSwitches *cursor() const { return m_cursor; }
+    ZoomSwitches *zoom() const { return m_zoomSwitches; }
     QVariantList traces() const;
-    double follow() const { return m_follow; }
-    bool isFollowing() const { return m_shown.following; }
-    ChartView *zoomWith() const { return m_zoomWith; }
-    double exportProgress() const;
-    bool canGoBack() const { return m_history.canGoBack() || hasUnrecordedStep(); }
-    bool canGoForward() const { return m_history.canGoForward() && !hasUnrecordedStep(); }
+    double follow() const { return m_zoom->follow(); }
+    bool isFollowing() const { return m_zoom->isFollowing(); }
+    ChartView *zoomWith() const;
+    double exportProgress() const { return m_export->progress(); }
+    bool canGoBack() const { return m_zoom->canGoBack(); }
+    bool canGoForward() const { return m_zoom->canGoForward(); }
     QQuickItem *underlay() const { return m_underlay; }
     QQuickItem *overlay() const { return m_overlay; }
-    bool isTouched() const { return m_touched; }
+    bool isTouched() const { return m_zoom->isTouched(); }
     QSizeF legendSize() const { return m_legendSize; }
     QQuickItem *flickable() const { return m_flickable; }
 
     void setTitle(const QString &title);
     void setTheme(const QVariant &theme);
-    void setFollow(double seconds);
-    void setFollowing(bool following);
+    void setFollow(double seconds) { m_zoom->setFollow(seconds); }
+    void setFollowing(bool following) { m_zoom->setFollowing(following); }
     void setZoomWith(ChartView *other);
-    void setTouched(bool touched);
+    void setTouched(bool touched) { m_zoom->setTouched(touched); }
     void setLegendSize(const QSizeF &size);
     void setFlickable(QQuickItem *flickable);
 
-    Q_INVOKABLE void showRange(double from, double to);
-    Q_INVOKABLE void showRangeY(double from, double to);
-    Q_INVOKABLE void showAll();
+    Q_INVOKABLE void showRange(double from, double to) { m_zoom->showRange(from, to); }
+    Q_INVOKABLE void showRangeY(double from, double to) { m_zoom->showRangeY(from, to); }
+    Q_INVOKABLE void showAll() { m_zoom->showAll(); }
     // Of one direction.
-    Q_INVOKABLE void showAllOf(Qt::Orientation orientation);
-    Q_INVOKABLE void back();
-    Q_INVOKABLE void forward();
+    Q_INVOKABLE void showAllOf(Qt::Orientation orientation) { m_zoom->showAllOf(orientation); }
+    Q_INVOKABLE void back() { m_zoom->back(); }
+    Q_INVOKABLE void forward() { m_zoom->forward(); }
     // What was zoomed until now is a step, and what comes next another one.
-    Q_INVOKABLE void recordStep();
-    Q_INVOKABLE bool exportImage(const QString &file, double scale = 1.0);
-    Q_INVOKABLE bool exportData(const QString &file, bool all = false);
-    Q_INVOKABLE void cancelExport();
+    Q_INVOKABLE void recordStep() { m_zoom->recordStep(); }
+    Q_INVOKABLE bool exportImage(const QString &file, double scale = 1.0)
+    {
+        return m_export->exportImage(file, scale);
+    }
+    Q_INVOKABLE bool exportData(const QString &file, bool all = false)
+    {
+        return m_export->exportData(file, all);
+    }
+    Q_INVOKABLE void cancelExport() { m_export->cancel(); }
     // By a hand on the axes at a side; depth: pixels away from the plot area, place: fraction of what is
     // visible.
-    Q_INVOKABLE void zoomBeside(int side, double depth, double place, double factor);
-    Q_INVOKABLE void panBeside(int side, double depth, double distance);
-    void paintBackdrop(QPainter *painter) const override;
+    Q_INVOKABLE void zoomBeside(int side, double depth, double place, double factor)
+    {
+        m_zoom->zoomBeside(side, depth, place, factor);
+    }
+    Q_INVOKABLE void panBeside(int side, double depth, double distance)
+    {
+        m_zoom->panBeside(side, depth, distance);
+    }
     Q_INVOKABLE QString formatX(double value) const;
-    QString distanceText(const ValueAxis *axis, double distance) const;
     Q_INVOKABLE QString formatY(QQuickItem *trace, double value) const;
+    // Between a cursor and a marker on any axis.
+    QString distanceText(const ValueAxis *axis, double distance) const;
+    Backdrop backdrop() const override;
 
 signals:
     void titleChanged();
@@ -143,108 +153,48 @@ protected:
     QMargins reservedMargins() const override;
     QSGNode *updatePaintNode(QSGNode *node, UpdatePaintNodeData *data) override;
 
-private slots:
-    void wire();
-    void takeTrace(int index, QObject *object);
-
 private:
-    // Wiring
-    void wireLater();
+    void hear();
+    void wire();
     void adoptNewChildren();
-    void gatherPlots(QQuickItem *item, int depth, QList<AbstractPlot *> &plots);
-    void watchInstantiators();
-    void adoptPlot(AbstractPlot *plot);
     void dropPlot(AbstractPlot *plot);
-    void followData(AbstractPlot *plot);
-    void gatherAxes();
-    void adoptAxis(ValueAxis *axis, bool isOwn);
-    void drawAsImage(QQuickItem *item);
-
-    // Look
-    bool adoptScale(QQuickItem *child);
+    void applyColors();
+    void dressCursors();
+    void finishUpdate();
+    void placeLegend();
     void makeRoom();
     void makeOwnRoom();
-    QMargins ownMargins() const;
-    void placeScales();
     void handleAreaChanged();
-    void applyColors();
-    void applyColors(ValueAxis *axis);
-    void dressCursors();
-    void placeCursors();
-
-    // Ranges
-    void updateRangesLater();
-    void updateRanges();
-    void nameAxes();
-    void followNewData(const Span &oldX);
-    void placeLegend();
-    void fitAxes(Qt::Orientation orientation, const PlottedData &plotted);
-    FittedAxis::Look lookAt(const FittedAxis &axis, const PlottedData &plotted) const;
-    void fit(FittedAxis &axis, const PlottedData &plotted);
-    void fitWhileMoved();
-    Span groupSpanX() const;
-    FittedAxis *stateOf(const ValueAxis *axis);
-    FittedAxis *furtherAxis(int side, double depth);
-    void moveAxis(FittedAxis &axis, double anchor, double factor, double distance);
-
-    // Zoom
-    void showState(const ZoomState &state, bool asStep);
-    void handleRectChanged();
-    bool hasUnrecordedStep() const { return !(m_shown == m_history.present()); }
-    void tellPartners();
-    void shareCursor();
-    void leavePartners();
     QList<ChartView *> partners() const;
-    double followedSeconds() const;
-    void tellOfNoWindow();
-    bool isRange(const char *method, double from, double to) const;
-    Span awaitedSpan(double seconds) const;
+    void shareCursor();
 
     QString m_title;
-    QVariant m_theme;
-    ChartTheme *m_darkTheme;
-    ChartTheme *m_lightTheme;
-    QPointer<ChartTheme> m_colors;
     ChartAxis *m_axisX;
     ChartAxis *m_axisY;
     LegendSwitches *m_legend;
     LegendPlace m_legendPlace;
     QSizeF m_legendSize;
-    CursorSwitches *m_cursorSwitches;
-    ZoomSwitches *m_zoom;
-    std::vector<FittedAxis> m_axes;
-    QVector<QPointer<QObject>> m_instantiators;
+    CursorSwitches *m_cursor;
+    ZoomSwitches *m_zoomSwitches;
     QVector<QPointer<QQuickItem>> m_children; // the adopted ones
-    PlacedScales m_scales;
-    QVector<QPointer<AbstractPlot>> m_traces;
-    QSet<const QObject *> m_watched;
     TraceColors m_traceColors;
     ReadingTexts m_texts;
     QPointer<QQuickItem> m_flickable;
-    LeastPositive m_leastPositive;
-    Span m_dataX; // how far the data reaches on the first axis
-    double m_follow = 0.0;
-    QPointer<ChartView> m_zoomWith;
-    QVector<QPointer<ChartView>> m_zoomedWithThis;
-    ZoomState m_shown;
-    ZoomHistory m_history;
-    QTimer m_stepTimer;
-    QTimer m_fitTimer;
-    QElapsedTimer m_clock;
-    // Receives what the chart hears: it dies first, so that nothing reaches half an object.
-    std::unique_ptr<QObject> m_ears = std::make_unique<QObject>();
-    bool m_complete = false;
-    bool m_wirePending = false;
-    bool m_rangesPending = false;
-    bool m_applying = false;
-    bool m_touched = false;
+    bool m_isComplete = false;
     bool m_isToldOfCursor = false;
-    // Last: the chart hears of these children while it is being made.
+    // The chart hears of these children while it is being made: what it then looks at is above.
+    std::unique_ptr<ThemeChoice> m_theme;
     XYScale *m_grid;
     XYScale *m_labels;
     QQuickItem *m_underlay;
     QQuickItem *m_overlay;
     ChartExport *m_export;
+    std::unique_ptr<ChartAxes> m_axes;
+    std::unique_ptr<ChartRoom> m_room;
+    std::unique_ptr<ChartPlots> m_plots;
+    std::unique_ptr<ChartZoom> m_zoom;
+    // Receives what the chart hears: it dies first, so that nothing reaches half an object.
+    std::unique_ptr<QObject> m_ears = std::make_unique<QObject>();
 };
 
 } // namespace graph

@@ -9,6 +9,31 @@
 namespace graph {
 
 // What a document says about the cursor of a chart: the group `cursor`.
+/*!
+    \qmlproperty CursorSwitches Chart::cursor
+    The cursor that a tap or the mouse brings, by its switches.
+*/
+/*!
+    \qmltype CursorSwitches
+    \brief The cursor that a Chart has of its own, its `cursor`.
+
+    \qmlproperty bool CursorSwitches::enabled
+    Whether there is one; true by default, as all of these.
+
+    \qmlproperty bool CursorSwitches::hover
+    Whether it follows the mouse, not only taps.
+
+    \qmlproperty bool CursorSwitches::readings
+    Whether the values at the cursor are shown.
+
+    \qmlproperty bool CursorSwitches::shared
+    Whether it is at the same x in all charts that are joined by \c zoomWith and have this true.
+
+    \qmlproperty real CursorSwitches::posValue
+    The x of the cursor, or of the ChartCursor that the document declares, in units of the data; NaN, the default, while
+    none is shown. Writing it brings the cursor to the sample next to it, as soon as there are samples, and NaN takes the
+    chart's own one away.
+*/
 class GRAPH_CHARTS_EXPORT CursorSwitches : public QObject
 {
     Q_OBJECT

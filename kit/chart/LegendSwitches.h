@@ -9,6 +9,36 @@
 namespace graph {
 
 // What a document says about the legend of a chart: the group `legend`.
+/*!
+    \qmlproperty LegendSwitches Chart::legend
+    The list of traces, by its switches.
+*/
+/*!
+    \qmltype LegendSwitches
+    \brief The list of traces in a Chart, its `legend`.
+
+    \qmlproperty bool LegendSwitches::enabled
+    Whether there is one; true by default. A chart that is small both ways, below about 400 by 300 pixels, needs
+    the room for its traces and shows none.
+
+    \qmlproperty int LegendSwitches::leastTraces
+    With how many traces it appears; 2 by default.
+
+    \qmlproperty bool LegendSwitches::atRight
+    \qmlproperty bool LegendSwitches::atBottom
+    Its corner of the plot area. By default the first one in which it covers no trace, beginning with the upper
+    right one: it is chosen when traces get their first data, and when the size of the chart or of the legend changes.
+    With \c follow it is the upper left one.
+
+    \qmlproperty bool LegendSwitches::inARow
+    Its names beside each other instead of below each other.
+
+    \qmlproperty bool LegendSwitches::values
+    Whether it tells the values at the cursor.
+
+    \qmlproperty bool LegendSwitches::newest
+    Whether it tells the newest values, those of the last samples, while there is no cursor; false by default.
+*/
 class GRAPH_CHARTS_EXPORT LegendSwitches : public QObject
 {
     Q_OBJECT

@@ -2,6 +2,7 @@
 
 #include "axis/ValueAxis.h"
 #include "data/PlotData.h"
+#include "kit/chart/VisibleSpan.h"
 
 #include <algorithm>
 #include <limits>
@@ -51,18 +52,13 @@ DataExtent PlottedData::extent(const AbstractPlot *plot) const
     return *known;
 }
 
-Span PlottedData::visible(const ValueAxis *axis)
-{
-    return Span{axis->minVisible(), axis->maxVisible()}.ordered();
-}
-
 Span PlottedData::along(const ValueAxis *axis, bool onlyVisible) const
 {
     Span span = nothing;
     const QList<AbstractPlot *> plots = plotsOn(axis);
     for (const AbstractPlot *plot : plots) {
         const ValueAxis *axisX = plot->axisX();
-        const Span seen = onlyVisible && axisX ? visible(axisX) : nothing;
+        const Span seen = onlyVisible && axisX ? visibleSpan(axisX) : nothing;
         const DataExtent found = seen.isEmpty() ? extent(plot) : extentBetween(plot, seen);
         span = span.united(spanOf(axisX == axis ? found.x : found.y));
     }
@@ -79,7 +75,7 @@ double PlottedData::leastPositiveAlong(const ValueAxis *axis, bool onlyVisible) 
         const ValueAxis *axisX = plot->axisX();
         if (!data)
             continue;
-        const Span seen = onlyVisible && axisX ? visible(axisX) : Span{-infinity, infinity};
+        const Span seen = onlyVisible && axisX ? visibleSpan(axisX) : Span{-infinity, infinity};
         least = std::min(least, axisX == axis ? LeastPositive::x(data)
                                               : m_leastPositive->y(data, seen.from, seen.to));
     }

@@ -36,7 +36,6 @@ public:
 
 private:
     QList<AbstractPlot *> plotsOn(const ValueAxis *axis) const;
-    static Span visible(const ValueAxis *axis);
     DataExtent extent(const AbstractPlot *plot) const;
 
     // Those who hear of a new range may take a plot away.

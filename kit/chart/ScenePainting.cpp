@@ -118,9 +118,9 @@ private:
         case Kind::Empty:
             break;
         case Kind::View:
-            if (const auto *backdrop = dynamic_cast<const Backdrop *>(item))
+            if (const auto *source = dynamic_cast<const BackdropSource *>(item))
                 m_canvas->draw(placement, false,
-                               [backdrop](QPainter *painter) { backdrop->paintBackdrop(painter); });
+                               [source](QPainter *painter) { source->backdrop().paint(painter); });
             break;
         case Kind::Painted:
             // Their surface ends where they do.

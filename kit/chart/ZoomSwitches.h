@@ -7,6 +7,30 @@
 namespace graph {
 
 // What a document says about zooming a chart by hand: the group `zoom`.
+/*!
+    \qmlproperty ZoomSwitches Chart::zoom
+    What gestures, wheel and keys may do, by its switches: false in \c zoom.vertical keeps all of y in view.
+*/
+/*!
+    \qmltype ZoomSwitches
+    \brief What the user's hand may do to a Chart, its `zoom`.
+
+    \qmlproperty bool ZoomSwitches::enabled
+    Anything at all; true by default, as all of these.
+
+    \qmlproperty bool ZoomSwitches::horizontal
+    \qmlproperty bool ZoomSwitches::vertical
+    Along x and along y.
+
+    \qmlproperty bool ZoomSwitches::box
+    Zoom to a box with the right button or a long press.
+
+    \qmlproperty bool ZoomSwitches::axes
+    Gestures over an axis, which move only that axis.
+
+    \qmlproperty bool ZoomSwitches::keys
+    The keyboard.
+*/
 class GRAPH_CHARTS_EXPORT ZoomSwitches : public QObject
 {
     Q_OBJECT

@@ -23,7 +23,8 @@ CommentTexts commentTexts(const QString &folder)
 {
     CommentTexts texts;
     QStringList paths;
-    for (QDirIterator files(folder, {"*.cpp"}, QDir::Files, QDirIterator::Subdirectories); files.hasNext();)
+    for (QDirIterator files(folder, {"*.cpp", "*.h"}, QDir::Files, QDirIterator::Subdirectories);
+         files.hasNext();)
         paths.append(files.next());
     paths.sort();
     for (const QString &path : qAsConst(paths))
