@@ -1,10 +1,10 @@
 #include "raster/RecordedStrokes.h"
 
 #include "raster/PixelFill.h"
+#include "raster/RecordingEngine.h"
 #include "raster/Strokes.h"
 
 #include <QImage>
-#include <QPaintEngine>
 #include <QPainter>
 
 #include <algorithm>
@@ -18,60 +18,48 @@ namespace {
 // picture.
 constexpr double nearPicture = 1 << 14;
 
-// The painter's engine and device while strokes are taken down.
-class StrokeRecorder : public QPaintEngine, public QPaintDevice
+class StrokeRecorder : public RecordingEngine
 {
 public:
     StrokeRecorder(const QSize &size, SlopingLines lines)
-        : QPaintEngine(AllFeatures)
+        : RecordingEngine(size)
         , m_takesPaths(lines == SlopingLines::AsPaths)
-        , m_picture(QPoint(0, 0), size)
     {
     }
 
     RecordedStrokes strokes;
 
-    bool begin(QPaintDevice *) override { return true; }
-    bool end() override { return true; }
     Type type() const override { return m_takesPaths ? pathRecorder : strokeRecorder; }
-    QPaintEngine *paintEngine() const override { return const_cast<StrokeRecorder *>(this); }
 
     void updateState(const QPaintEngineState &now) override
     {
+        RecordingEngine::updateState(now);
         const DirtyFlags changed = now.state();
-        if (changed & DirtyPen)
-            m_pen = now.pen();
         if (changed & DirtyBrush)
             m_brush = now.brush();
-        if (changed & DirtyTransform)
-            m_transform = now.transform();
-        if ((changed & DirtyHints && now.renderHints() & QPainter::Antialiasing) ||
-            (changed & DirtyOpacity && now.opacity() != 1.0) ||
-            (changed & DirtyCompositionMode &&
-             now.compositionMode() != QPainter::CompositionMode_SourceOver) ||
-            (changed & DirtyClipEnabled && now.isClipEnabled()))
-            strokes.isComplete = false;
+        if (changed & DirtyHints && now.renderHints() & QPainter::Antialiasing)
+            refuse();
     }
 
-    using QPaintEngine::drawRects;
+    using RecordingEngine::drawRects;
     void drawRects(const QRect *rects, int count) override
     {
-        if (m_pen.style() != Qt::NoPen)
-            strokes.isComplete = false;
+        if (pen().style() != Qt::NoPen)
+            refuse();
         if (!isRecordable(m_brush))
             return;
         RecordedStrokes::Part part;
         part.brush = m_brush;
         part.rectangles.reserve(count);
-        const int offsetX = int(m_transform.dx());
-        const int offsetY = int(m_transform.dy());
-        QPoint first(m_picture.width(), m_picture.height());
+        const int offsetX = int(transform().dx());
+        const int offsetY = int(transform().dy());
+        QPoint first(picture().width(), picture().height());
         QPoint last(-1, -1);
         for (int i = 0; i < count; ++i) {
             const int left = std::max(rects[i].left() + offsetX, 0);
             const int top = std::max(rects[i].top() + offsetY, 0);
-            const int right = std::min(rects[i].right() + offsetX, m_picture.right());
-            const int bottom = std::min(rects[i].bottom() + offsetY, m_picture.bottom());
+            const int right = std::min(rects[i].right() + offsetX, picture().right());
+            const int bottom = std::min(rects[i].bottom() + offsetY, picture().bottom());
             if (left > right || top > bottom)
                 continue;
             first = QPoint(std::min(first.x(), left), std::min(first.y(), top));
@@ -85,81 +73,54 @@ public:
     {
         if (path.isEmpty())
             return;
-        const bool isLine = m_pen.style() != Qt::NoPen;
-        if (isLine ? m_brush.style() != Qt::NoBrush || !isSteadyLine(path) || !isRecordable(m_pen.brush())
-                   : m_takesPaths || !isRecordable(m_brush)) {
-            strokes.isComplete = false;
+        const bool isLine = pen().style() != Qt::NoPen;
+        if (!(isLine ? isRecordableLine(path) : isRecordableArea())) {
+            refuse();
             return;
         }
         RecordedStrokes::Part part;
-        part.path = path.translated(m_transform.dx(), m_transform.dy());
-        part.pen = m_pen;
+        part.path = path.translated(transform().dx(), transform().dy());
+        part.pen = pen();
         part.brush = m_brush;
-        const double reach = isLine ? m_pen.widthF() + 1.0 : 1.0;
+        const double reach = isLine ? pen().widthF() + 1.0 : 1.0;
         const QRectF bounds = part.path.controlPointRect().adjusted(-reach, -reach, reach, reach);
-        if (!(bounds.left() > -nearPicture && bounds.right() < nearPicture && bounds.top() > -nearPicture &&
-              bounds.bottom() < nearPicture)) {
-            strokes.isComplete = false;
-            return;
-        }
-        append(std::move(part), bounds.toAlignedRect() & m_picture);
-    }
-
-    void drawRects(const QRectF *, int) override { strokes.isComplete = false; }
-    void drawLines(const QLine *, int) override { strokes.isComplete = false; }
-    void drawLines(const QLineF *, int) override { strokes.isComplete = false; }
-    void drawEllipse(const QRectF &) override { strokes.isComplete = false; }
-    void drawEllipse(const QRect &) override { strokes.isComplete = false; }
-    void drawPoints(const QPointF *, int) override { strokes.isComplete = false; }
-    void drawPoints(const QPoint *, int) override { strokes.isComplete = false; }
-    void drawPolygon(const QPointF *, int, PolygonDrawMode) override { strokes.isComplete = false; }
-    void drawPolygon(const QPoint *, int, PolygonDrawMode) override { strokes.isComplete = false; }
-    void drawPixmap(const QRectF &, const QPixmap &, const QRectF &) override { strokes.isComplete = false; }
-    void drawTiledPixmap(const QRectF &, const QPixmap &, const QPointF &) override
-    {
-        strokes.isComplete = false;
-    }
-    void drawTextItem(const QPointF &, const QTextItem &) override { strokes.isComplete = false; }
-    void drawImage(const QRectF &, const QImage &, const QRectF &, Qt::ImageConversionFlags) override
-    {
-        strokes.isComplete = false;
-    }
-
-protected:
-    int metric(PaintDeviceMetric metric) const override
-    {
-        switch (metric) {
-        case PdmWidth:
-            return m_picture.width();
-        case PdmHeight:
-            return m_picture.height();
-        case PdmDevicePixelRatio:
-            return 1;
-        case PdmDevicePixelRatioScaled:
-            return int(devicePixelRatioFScale());
-        default:
-            // As an image has it: a painter that begins asks for it.
-            return QImage(1, 1, QImage::Format_ARGB32_Premultiplied).logicalDpiX();
-        }
+        if (isNearPicture(bounds))
+            append(std::move(part), bounds.toAlignedRect() & picture());
+        else
+            refuse();
     }
 
 private:
+    static bool isNearPicture(const QRectF &bounds)
+    {
+        return bounds.left() > -nearPicture && bounds.right() < nearPicture && bounds.top() > -nearPicture &&
+               bounds.bottom() < nearPicture;
+    }
+
     // Where translucent shapes overlap, one after the other on what is below is not the same as all of them
     // in one layer.
     bool isRecordable(const QBrush &brush)
     {
         const auto isWhole = [](double offset) { return offset == std::floor(offset); };
-        strokes.isComplete = strokes.isComplete && brush.style() == Qt::SolidPattern && brush.isOpaque() &&
-                             m_transform.type() <= QTransform::TxTranslate && isWhole(m_transform.dx()) &&
-                             isWhole(m_transform.dy());
-        return strokes.isComplete;
+        if (brush.style() != Qt::SolidPattern || !brush.isOpaque() ||
+            transform().type() > QTransform::TxTranslate || !isWhole(transform().dx()) ||
+            !isWhole(transform().dy()))
+            refuse();
+        return isComplete();
     }
+
+    bool isRecordableLine(const QPainterPath &path)
+    {
+        return m_brush.style() == Qt::NoBrush && isSteadyLine(path) && isRecordable(pen().brush());
+    }
+
+    bool isRecordableArea() { return !m_takesPaths && isRecordable(m_brush); }
 
     // The raster engine cuts thin lines and single ones off at the picture's edge before it finds their pixels.
     bool isSteadyLine(const QPainterPath &path) const
     {
-        return m_pen.style() == Qt::SolidLine && m_pen.width() >= 2 && !m_pen.isCosmetic() &&
-               m_pen.capStyle() == Qt::FlatCap && m_pen.joinStyle() == Qt::BevelJoin &&
+        return pen().style() == Qt::SolidLine && pen().width() >= 2 && !pen().isCosmetic() &&
+               pen().capStyle() == Qt::FlatCap && pen().joinStyle() == Qt::BevelJoin &&
                (m_takesPaths || (path.elementCount() > 2 && !path.elementAt(2).isMoveTo()));
     }
 
@@ -172,10 +133,7 @@ private:
     }
 
     bool m_takesPaths;
-    QRect m_picture;
-    QPen m_pen;
     QBrush m_brush;
-    QTransform m_transform;
 };
 
 } // namespace
@@ -225,6 +183,7 @@ RecordedStrokes recordedStrokes(const QSize &size, const std::function<void(QPai
     QPainter painter(&recorder);
     paint(&painter);
     painter.end();
+    recorder.strokes.isComplete = recorder.isComplete();
     return recorder.strokes;
 }
 

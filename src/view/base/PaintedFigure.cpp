@@ -2,9 +2,8 @@
 
 #include "common/SafeInteger.h"
 #include "common/TextTaker.h"
+#include "raster/RecordingEngine.h"
 
-#include <QImage>
-#include <QPaintEngine>
 #include <QPainter>
 
 #include <algorithm>
@@ -17,57 +16,44 @@ namespace {
 // With more of them one picture of the whole costs less.
 constexpr int mostMarks = 200;
 
-// Takes down what a painter is asked for.
-class Recorder : public QPaintEngine, public QPaintDevice, public TextTaker
+class Recorder : public RecordingEngine, public TextTaker
 {
 public:
     Recorder(const QSize &size, PaintedTexts &texts, double oddLineOffset)
-        : QPaintEngine(AllFeatures)
+        : RecordingEngine(size)
         , m_texts(texts)
-        , m_bounds(QPoint(0, 0), size)
         , m_oddLineOffset(oddLineOffset)
     {
     }
 
     PaintedFigure figure;
 
-    bool begin(QPaintDevice *) override { return true; }
-    bool end() override { return true; }
     Type type() const override { return User; }
-    QPaintEngine *paintEngine() const override { return const_cast<Recorder *>(this); }
 
     void updateState(const QPaintEngineState &now) override
     {
+        RecordingEngine::updateState(now);
         const DirtyFlags changed = now.state();
         m_text.clear();
-        if (changed & DirtyPen)
-            m_pen = now.pen();
         if (changed & DirtyFont)
             m_font = now.font();
-        if (changed & DirtyTransform)
-            m_transform = now.transform();
         if (changed & DirtyHints)
             m_isPlain = !(now.renderHints() & QPainter::Antialiasing);
-        if ((changed & DirtyOpacity && now.opacity() != 1.0) ||
-            (changed & DirtyCompositionMode &&
-             now.compositionMode() != QPainter::CompositionMode_SourceOver) ||
-            (changed & DirtyClipEnabled && now.isClipEnabled()))
-            figure.isComplete = false;
     }
 
-    using QPaintEngine::drawLines;
+    using RecordingEngine::drawLines;
     void drawLines(const QLineF *lines, int count) override
     {
-        if (m_pen.style() == Qt::NoPen)
+        if (pen().style() == Qt::NoPen)
             return;
         m_text.clear();
-        const double reach = 0.5 * m_pen.widthF() + 2.0;
-        const double offset = std::max(1, m_pen.width()) % 2 == 1 ? m_oddLineOffset : 0.0;
+        const double reach = 0.5 * pen().widthF() + 2.0;
+        const double offset = std::max(1, pen().width()) % 2 == 1 ? m_oddLineOffset : 0.0;
         for (int i = 0; i < count && isRecordable(); ++i) {
-            const QLineF line = lines[i].translated(m_transform.dx() + offset, m_transform.dy() + offset);
+            const QLineF line = lines[i].translated(transform().dx() + offset, transform().dy() + offset);
             PaintedMark mark;
             mark.line = line;
-            append(mark, m_pen, m_font,
+            append(mark, pen(), m_font,
                    QRectF(line.p1(), line.p2()).normalized().adjusted(-reach, -reach, reach, reach));
         }
     }
@@ -76,7 +62,7 @@ public:
     {
         if (!isRecordable())
             return;
-        const QPointF at(place.x() + m_transform.dx(), place.y() + m_transform.dy());
+        const QPointF at(place.x() + transform().dx(), place.y() + transform().dy());
         // A text comes in pieces, for example at its spaces, which have their places within pixels from the
         // whole.
         const bool continues = !m_text.isNull() && at.y() == m_textAt.y() &&
@@ -92,7 +78,7 @@ public:
         m_textWidth += item.width();
         const int before = figure.marks.size();
         m_extent = {m_textWidth, item.ascent(), item.ascent() + item.descent()};
-        appendText(m_pen, m_font, m_text, m_textAt, m_extent);
+        appendText(pen(), m_font, m_text, m_textAt, m_extent);
         m_isTextRecorded = figure.marks.size() > before;
     }
 
@@ -117,58 +103,13 @@ public:
         m_text.clear();
     }
 
-    using QPaintEngine::drawEllipse;
-    using QPaintEngine::drawPoints;
-    using QPaintEngine::drawPolygon;
-    using QPaintEngine::drawRects;
-    void drawPath(const QPainterPath &) override { figure.isComplete = false; }
-    void drawPolygon(const QPointF *, int, PolygonDrawMode) override { figure.isComplete = false; }
-    void drawRects(const QRectF *, int) override { figure.isComplete = false; }
-    void drawEllipse(const QRectF &) override { figure.isComplete = false; }
-    void drawPoints(const QPointF *, int) override { figure.isComplete = false; }
-    void drawPixmap(const QRectF &, const QPixmap &, const QRectF &) override { figure.isComplete = false; }
-    void drawTiledPixmap(const QRectF &, const QPixmap &, const QPointF &) override
-    {
-        figure.isComplete = false;
-    }
-    void drawImage(const QRectF &, const QImage &, const QRectF &, Qt::ImageConversionFlags) override
-    {
-        figure.isComplete = false;
-    }
-
-protected:
-    // Fonts in points have the size that they have on an image.
-    int metric(PaintDeviceMetric metric) const override
-    {
-        static const QImage image(1, 1, QImage::Format_ARGB32_Premultiplied);
-        switch (metric) {
-        case PdmWidth:
-            return m_bounds.width();
-        case PdmHeight:
-            return m_bounds.height();
-        case PdmDpiX:
-            return image.logicalDpiX();
-        case PdmDpiY:
-            return image.logicalDpiY();
-        case PdmPhysicalDpiX:
-            return image.physicalDpiX();
-        case PdmPhysicalDpiY:
-            return image.physicalDpiY();
-        case PdmDevicePixelRatio:
-            return 1;
-        case PdmDevicePixelRatioScaled:
-            return int(devicePixelRatioFScale());
-        default:
-            return 0;
-        }
-    }
-
 private:
     bool isRecordable()
     {
-        figure.isComplete = figure.isComplete && m_isPlain && m_transform.type() <= QTransform::TxTranslate &&
-                            m_pen.brush().style() == Qt::SolidPattern && figure.marks.size() < mostMarks;
-        return figure.isComplete;
+        if (!m_isPlain || transform().type() > QTransform::TxTranslate ||
+            pen().brush().style() != Qt::SolidPattern || figure.marks.size() >= mostMarks)
+            refuse();
+        return isComplete();
     }
 
     void appendText(const QPen &pen, const QFont &font, const QString &text, const QPointF &at,
@@ -186,10 +127,10 @@ private:
     void append(PaintedMark &mark, const QPen &pen, const QFont &font, const QRectF &reach)
     {
         if (!(reach.width() < pixelLimit) || !(reach.height() < pixelLimit)) {
-            figure.isComplete = false;
+            refuse();
             return;
         }
-        const QRect part = reach.toAlignedRect() & m_bounds;
+        const QRect part = reach.toAlignedRect() & picture();
         if (part.isEmpty())
             return;
         mark.pen = pen;
@@ -201,11 +142,8 @@ private:
     }
 
     PaintedTexts &m_texts;
-    QRect m_bounds;
     double m_oddLineOffset;
-    QPen m_pen;
     QFont m_font;
-    QTransform m_transform;
     // The text that the next piece may belong to.
     QString m_text;
     QPointF m_textAt;
@@ -261,6 +199,7 @@ PaintedFigure recordedFigure(const QSize &size, PaintedTexts &texts, double oddL
     QPainter painter(&recorder);
     paint(&painter);
     painter.end();
+    recorder.figure.isComplete = recorder.isComplete();
     return recorder.figure;
 }
 
