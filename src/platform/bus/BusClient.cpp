@@ -2,12 +2,10 @@
 
 #include "platform/bus/BusCourier.h"
 #include "platform/bus/BusLog.h"
-#include "platform/bus/BusPublisher.h"
-#include "platform/bus/BusRegistry.h"
+#include "platform/bus/BusSources.h"
 #include "platform/bus/ORNClientItem.h"
 #include "platform/bus/RemoteService.h"
 
-#include <QDeadlineTimer>
 #include <QElapsedTimer>
 
 #include <algorithm>
@@ -19,9 +17,9 @@ constexpr int tellingWait = 1000; // ms
 
 } // namespace
 
-BusClient::BusClient(const QString &serviceName, QObject *parent)
-    : ORNClientInterface(parent)
-    , m_serviceName(serviceName)
+BusClient::BusClient(const QString &serviceName, BusSources &sources)
+    : m_serviceName(serviceName)
+    , m_sources(sources)
 {
 }
 
@@ -57,9 +55,9 @@ void BusClient::connectToService()
     if (m_source == Process)
         return;
     if (m_source == None) {
-        if (const BusPublisher *publisher = BusRegistry::instance().publisher(m_serviceName)) {
+        if (const BusItems *items = m_sources.itemsInProcess(m_serviceName)) {
             m_source = Process;
-            setItems(publisher->items());
+            setItems(*items);
         } else {
             follow();
             await();
@@ -70,7 +68,7 @@ void BusClient::connectToService()
     if (status.state == ServiceFeed::Absent || status.state == ServiceFeed::NoBus) {
         // It may be there by now, and the news of it on the way.
         m_feed->setStatus(ServiceFeed::Asking);
-        BusRegistry::instance().courier().thread().post([remote = m_remote](BusLink &) { remote->ask(); });
+        m_sources.courier().thread().post([remote = m_remote](BusLink &) { remote->ask(); });
         // A bus that took its time before is not waited for again.
         if (status.state == ServiceFeed::NoBus && m_isOverdue)
             return;
@@ -156,9 +154,12 @@ void BusClient::follow()
     for (const QString &itemName : qAsConst(m_wanted))
         m_feed->items().watch(itemName);
     m_remote = std::make_shared<RemoteService>(m_serviceName, m_feed);
-    BusCourier &courier = BusRegistry::instance().courier();
+    BusCourier &courier = m_sources.courier();
     courier.add(this);
-    courier.thread().post([remote = m_remote](BusLink &link) { link.add(remote); });
+    courier.thread().post([remote = m_remote](BusLink &link) {
+        remote->setLink(&link);
+        link.add(remote);
+    });
 }
 
 void BusClient::unfollow()
@@ -169,7 +170,7 @@ void BusClient::unfollow()
     if (!m_remote)
         return;
     m_feed.reset();
-    BusCourier &courier = BusRegistry::instance().courier();
+    BusCourier &courier = m_sources.courier();
     courier.remove(this);
     courier.thread().post([remote = std::move(m_remote)](BusLink &link) { link.remove(remote); });
     m_remote.reset();
@@ -177,7 +178,7 @@ void BusClient::unfollow()
 
 void BusClient::await()
 {
-    BusCourier &courier = BusRegistry::instance().courier();
+    BusCourier &courier = m_sources.courier();
     const int time = courier.allowance();
     QElapsedTimer clock;
     clock.start();

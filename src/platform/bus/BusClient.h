@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/bus/BusItems.h"
+#include "platform/bus/BusRecipient.h"
 #include "platform/bus/Complaints.h"
 #include "platform/bus/ItemStore.h"
 #include "platform/bus/ORNClientInterface.h"
@@ -11,20 +12,20 @@
 
 #include <memory>
 
+class BusSources;
 class ORNClientItem;
-class QDeadlineTimer;
 class RemoteService;
 
 // The client object behind ORNClientInterface: has the items of one service that were asked for, and fills them
 // from a publisher in this process or else from the bus.
 //
 // Its signals are found by name through the meta-object: the device's own library need not have them.
-class BusClient : public ORNClientInterface
+class BusClient : public ORNClientInterface, public BusRecipient
 {
     Q_OBJECT
 
 public:
-    explicit BusClient(const QString &serviceName, QObject *parent = nullptr);
+    BusClient(const QString &serviceName, BusSources &sources);
     ~BusClient() override;
 
     // Null when there is none; then itemAdded tells when it comes.
@@ -45,8 +46,7 @@ public:
     // The newest `appended` elements are new; less than 0 for an array that was replaced.
     void setVector(const QString &itemName, const QVector<double> &vector, qint64 appended = -1);
 
-    // Hands on what came from the bus until `end`; false when something is left.
-    bool deliver(const QDeadlineTimer &end);
+    bool deliver(const QDeadlineTimer &end) override;
 
 signals:
     // An item that was asked for in vain is there.
@@ -68,6 +68,7 @@ private:
     void tellAdded(const QString &itemName);
 
     QString m_serviceName;
+    BusSources &m_sources;
     Source m_source = None;
     QHash<QString, ORNClientItem *> m_items;
     QSet<QString> m_wanted; // names asked for in vain

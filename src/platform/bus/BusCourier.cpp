@@ -1,7 +1,7 @@
 #include "platform/bus/BusCourier.h"
 
-#include "platform/bus/BusClient.h"
 #include "platform/bus/BusLog.h"
+#include "platform/bus/BusRecipient.h"
 
 #include <QCoreApplication>
 #include <QEvent>
@@ -34,14 +34,14 @@ BusCourier::BusCourier(const BusPatience &patience)
 
 BusCourier::~BusCourier() = default;
 
-void BusCourier::add(BusClient *client)
+void BusCourier::add(BusRecipient *recipient)
 {
-    m_clients.append(client);
+    m_recipients.append(recipient);
 }
 
-void BusCourier::remove(BusClient *client)
+void BusCourier::remove(BusRecipient *recipient)
 {
-    m_clients.removeAll(client);
+    m_recipients.removeAll(recipient);
 }
 
 int BusCourier::allowance() const
@@ -109,9 +109,9 @@ void BusCourier::deliver()
 bool BusCourier::deliverWithin(int time)
 {
     const QDeadlineTimer end(time);
-    for (int i = 0; i < m_clients.size(); ++i) {
-        m_next = (m_next + 1) % m_clients.size();
-        if (m_clients.at(m_next) && !m_clients.at(m_next)->deliver(end))
+    for (int i = 0; i < m_recipients.size(); ++i) {
+        m_next = (m_next + 1) % m_recipients.size();
+        if (!m_recipients.at(m_next)->deliver(end))
             return false;
     }
     return true;

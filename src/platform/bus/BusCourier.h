@@ -7,13 +7,12 @@
 #include <QElapsedTimer>
 #include <QList>
 #include <QObject>
-#include <QPointer>
 
 #include <atomic>
 
-class BusClient;
+class BusRecipient;
 
-// Brings what the bus thread has received to the clients, on the application's thread: about once a frame, and
+// Brings what the bus thread has received to its recipients, on the application's thread: about once a frame, and
 // for a bounded part of its time, so that timers, input and painting have theirs however much comes.
 class BusCourier : public QObject
 {
@@ -24,8 +23,9 @@ public:
     ~BusCourier() override;
 
     BusThread &thread() { return m_thread; }
-    void add(BusClient *client);
-    void remove(BusClient *client);
+    // Until it is removed.
+    void add(BusRecipient *recipient);
+    void remove(BusRecipient *recipient);
 
     // How long the caller may wait for a service, in milliseconds. All waits of a page share 1.8 s, most of what is
     // left goes to the first, and it grows back while nobody waits.
@@ -41,7 +41,7 @@ private:
     void deliver();
     bool deliverWithin(int time);
 
-    QList<QPointer<BusClient>> m_clients;
+    QList<BusRecipient *> m_recipients;
     int m_next = 0;
     bool m_hasMore = false;
     QBasicTimer m_pause;

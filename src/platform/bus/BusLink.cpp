@@ -58,7 +58,6 @@ void BusLink::lookNow()
 
 void BusLink::add(const std::shared_ptr<BusMember> &member)
 {
-    member->setLink(this);
     m_members.push_back(member);
     if (m_isOpen)
         member->handleOpened();
@@ -139,7 +138,15 @@ int BusLink::turn()
         connectToBus();
     serve();
     lookAfterBus();
+    const int wait = handleTime();
+    if (m_connection && dbus_connection_get_dispatch_status(m_connection) == DBUS_DISPATCH_DATA_REMAINS)
+        return 0;
+    return wait;
+}
 
+// Has the members do what is due; gives the milliseconds until something is, -1 for never.
+int BusLink::handleTime()
+{
     const TimePoint now = BusMember::Clock::now();
     TimePoint due = TimePoint::max();
     if (m_connection)
@@ -149,8 +156,6 @@ int BusLink::turn()
     const auto members = m_members;
     for (const auto &member : members)
         due = std::min(due, member->handleTime(now));
-    if (m_connection && dbus_connection_get_dispatch_status(m_connection) == DBUS_DISPATCH_DATA_REMAINS)
-        return 0;
     if (due == TimePoint::max())
         return -1;
     const auto wait = std::chrono::duration_cast<milliseconds>(due - now).count();
@@ -269,14 +274,22 @@ void BusLink::lookAfterBus()
         return;
     const TimePoint now = BusMember::Clock::now();
     const bool isGone = m_isRefused || !dbus_connection_get_is_connected(m_connection);
-    const bool isSilent = m_isAsked && now - m_lastAsked > milliseconds(m_patience.answer) &&
-                          (now - m_lastHeard > milliseconds(m_patience.answer) ||
-                           now - m_lastAsked > milliseconds(m_patience.silence));
-    if (!isGone && !isSilent) {
-        if (!m_isAsked && now - m_lastAlive >= milliseconds(m_patience.quiet))
-            askForLife();
-        return;
-    }
+    if (isGone || isSilent(now))
+        lose(isGone);
+    else if (!m_isAsked && now - m_lastAlive >= milliseconds(m_patience.quiet))
+        askForLife();
+}
+
+bool BusLink::isSilent(TimePoint now) const
+{
+    return m_isAsked && now - m_lastAsked > milliseconds(m_patience.answer) &&
+           (now - m_lastHeard > milliseconds(m_patience.answer) ||
+            now - m_lastAsked > milliseconds(m_patience.silence));
+}
+
+// Of one that has not gone no answer comes.
+void BusLink::lose(bool isGone)
+{
     if (!m_isOpen) {
         giveUp(isGone ? QStringLiteral("it has refused the connection")
                       : QStringLiteral("it does not answer"));
@@ -285,7 +298,7 @@ void BusLink::lookAfterBus()
     m_tell(isGone ? QStringLiteral("the session bus has gone; values stay as they are until it is back")
                   : QStringLiteral("the session bus does not answer; values stay as they are until it does"));
     disconnect();
-    m_nextAttempt = now + milliseconds(m_wait);
+    m_nextAttempt = BusMember::Clock::now() + milliseconds(m_wait);
     const auto members = m_members;
     for (const auto &member : members)
         member->handleLost();

@@ -78,7 +78,10 @@ private:
     void disconnect();
     void serve();
     bool take(DBusMessage *message);
+    int handleTime();
     void lookAfterBus();
+    bool isSilent(TimePoint now) const;
+    void lose(bool isGone);
     void askForLife();
     graph::Message busCall(const char *method, const char *interface) const;
 

@@ -4,7 +4,6 @@
 
 #include <chrono>
 
-class BusLink;
 struct DBusMessage;
 
 // Something that takes part in the bus: a service that is followed or one that is published. Lives on the bus
@@ -17,8 +16,6 @@ public:
 
     virtual ~BusMember() = default;
 
-    void setLink(BusLink *link) { m_link = link; }
-
     virtual void handleOpened() = 0;
     virtual void handleUnreachable(const QString &why) = 0;
     virtual void handleLost() = 0;
@@ -28,10 +25,4 @@ public:
     virtual bool handleMessage(DBusMessage *message) = 0;
     // Does what is due, and tells when something will be.
     virtual TimePoint handleTime(TimePoint now) = 0;
-
-protected:
-    BusLink *link() const { return m_link; }
-
-private:
-    BusLink *m_link = nullptr;
 };

@@ -30,7 +30,7 @@ qint64 textLength(const QVariant &value)
 BusPublisher::BusPublisher(const QString &serviceName, QObject *parent)
     : QObject(parent)
     , m_serviceName(serviceName)
-    , m_isActive(BusRegistry::instance().addPublisher(serviceName, this))
+    , m_isActive(BusRegistry::instance().addPublisher(serviceName, &m_items))
 {
     BusClient *client = BusRegistry::instance().client(serviceName);
     if (m_isActive && client)
@@ -64,7 +64,10 @@ bool BusPublisher::publish()
         m_feed->items().setVector(it.key(), it.value());
     m_published = std::make_shared<PublishedObject>(m_serviceName, m_feed);
     BusThread &thread = BusRegistry::instance().courier().thread();
-    thread.post([published = m_published](BusLink &link) { link.add(published); });
+    thread.post([published = m_published](BusLink &link) {
+        published->setLink(&link);
+        link.add(published);
+    });
     const ServiceFeed::Status status = m_feed->waitFor(longestWait);
     if (status.state == ServiceFeed::Answered)
         return true;

@@ -29,7 +29,7 @@ BusClient *BusRegistry::sharedClient(const QString &serviceName)
     if (!isValid(serviceName))
         return nullptr;
     endWithApplication();
-    auto *added = new BusClient(serviceName);
+    auto *added = new BusClient(serviceName, *this);
     m_clients.insert(serviceName, added);
     return added;
 }
@@ -43,22 +43,22 @@ BusCourier &BusRegistry::courier()
     return *m_courier;
 }
 
-bool BusRegistry::addPublisher(const QString &serviceName, BusPublisher *publisher)
+bool BusRegistry::addPublisher(const QString &serviceName, const BusItems *items)
 {
     if (!isValid(serviceName))
         return false;
-    if (m_publishers.contains(serviceName)) {
+    if (m_published.contains(serviceName)) {
         qCWarning(busLog) << "a publisher of" << serviceName
                           << "exists in this process; the second one publishes nothing";
         return false;
     }
-    m_publishers.insert(serviceName, publisher);
+    m_published.insert(serviceName, items);
     return true;
 }
 
 void BusRegistry::removePublisher(const QString &serviceName)
 {
-    m_publishers.remove(serviceName);
+    m_published.remove(serviceName);
 }
 
 void BusRegistry::clearAtExit()

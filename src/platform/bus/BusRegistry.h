@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/bus/BusLink.h"
+#include "platform/bus/BusSources.h"
 
 #include <QHash>
 #include <QSet>
@@ -9,12 +10,10 @@
 #include <memory>
 
 class BusClient;
-class BusCourier;
-class BusPublisher;
 
 // The clients and publishers of this process by service name. This is how they meet without a bus daemon.
 // Used from the thread of the application only, like everything of the bus.
-class BusRegistry
+class BusRegistry : public BusSources
 {
 public:
     static BusRegistry &instance();
@@ -24,20 +23,23 @@ public:
     // The client for the name, made when first asked for; null for a name that no service can have.
     BusClient *sharedClient(const QString &serviceName);
 
-    // The way to the bus, made when first asked for. Goes with the clients.
-    BusCourier &courier();
+    // Goes with the clients.
+    BusCourier &courier() override;
     bool hasCourier() const { return m_courier != nullptr; }
     // For the next courier.
     void setPatience(const BusPatience &patience) { m_patience = patience; }
 
-    BusPublisher *publisher(const QString &serviceName) const { return m_publishers.value(serviceName); }
-    // False, with one log line, when the name is invalid or taken.
-    bool addPublisher(const QString &serviceName, BusPublisher *publisher);
+    const BusItems *itemsInProcess(const QString &serviceName) const override
+    {
+        return m_published.value(serviceName);
+    }
+    // The items of a publisher. False, with one log line, when the name is invalid or taken.
+    bool addPublisher(const QString &serviceName, const BusItems *items);
     void removePublisher(const QString &serviceName);
 
 private:
     BusRegistry();
-    ~BusRegistry();
+    ~BusRegistry() override;
     Q_DISABLE_COPY(BusRegistry)
 
     static void clearAtExit();
@@ -46,7 +48,7 @@ private:
     void clear();
 
     QHash<QString, BusClient *> m_clients;
-    QHash<QString, BusPublisher *> m_publishers;
+    QHash<QString, const BusItems *> m_published;
     QSet<QString> m_refusedNames;
     BusPatience m_patience;
     std::unique_ptr<BusCourier> m_courier;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/bus/BusMember.h"
+#include "platform/bus/LinkedMember.h"
 #include "platform/bus/BusMessage.h"
 #include "platform/bus/ItemStore.h"
 
@@ -14,7 +14,7 @@ class ServiceFeed;
 
 // A publisher's object on the session bus. Its items come through the feed: of each only the newest value waits
 // while the bus is slow, and a bus that comes back is given the service again.
-class PublishedObject : public BusMember
+class PublishedObject : public LinkedMember
 {
 public:
     PublishedObject(const QString &serviceName, std::shared_ptr<ServiceFeed> feed);

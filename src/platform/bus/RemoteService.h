@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/bus/ArrayAssemblies.h"
-#include "platform/bus/BusMember.h"
+#include "platform/bus/LinkedMember.h"
 #include "platform/bus/BusMessage.h"
 #include "platform/bus/Complaints.h"
 #include "platform/bus/ItemStore.h"
@@ -17,7 +17,7 @@ class ServiceFeed;
 // The service on the session bus that feeds a client: asks for all items at the start and whenever the service
 // or the bus comes back, and takes the changes in between. It asks again, at growing intervals, when no answer
 // comes.
-class RemoteService : public BusMember
+class RemoteService : public LinkedMember
 {
 public:
     RemoteService(const QString &serviceName, std::shared_ptr<ServiceFeed> feed);
