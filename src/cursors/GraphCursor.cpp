@@ -138,7 +138,7 @@ void GraphCursor::placeOnChosenPlot(double value)
             const bool onNewAxis = makePrimary(plot);
             placeAt(places().ofValue(value));
             if (onNewAxis)
-                placeMarkers();
+                m_markers.placeAgain();
             return;
         }
     }
@@ -171,14 +171,17 @@ void GraphCursor::placeAt(const std::optional<graph::CursorPlace> &place)
     // A horizontal line whose value does not count as an index any more still belongs where its value is.
     if (!place && (m_direction.snapsToSamples || !m_axis))
         return;
-    if (place) {
-        // Of the same index may be another value of a level, a sample with another x or one of other data.
-        const bool hasMoved = place->value != m_posValue && !std::isnan(place->value);
-        const bool isElsewhere = m_placedAxis != m_axis || m_placedData != place->data;
-        if (place->index != m_posIndex || hasMoved || (isElsewhere && fractionOf(place->value) != m_position))
-            publish(*place);
-    }
+    if (place && isNew(*place))
+        publish(*place);
     placeOnScreen();
+}
+
+// Of the same index may be another value of a level, a sample with another x or one of other data.
+bool GraphCursor::isNew(const graph::CursorPlace &place) const
+{
+    const bool hasMoved = place.value != m_posValue && !std::isnan(place.value);
+    const bool isElsewhere = m_placedAxis != m_axis || m_placedData != place.data;
+    return place.index != m_posIndex || hasMoved || (isElsewhere && fractionOf(place.value) != m_position);
 }
 
 void GraphCursor::publish(const graph::CursorPlace &place)
@@ -347,17 +350,10 @@ void GraphCursor::setLook(const std::optional<graph::CursorLook> &look)
     update();
 }
 
-// The colours start again after the last one.
 void GraphCursor::colorMarkers()
 {
-    if (!m_look || m_look->markerColors.isEmpty())
-        return;
-    for (int i = 0; i < m_markers.size(); ++i) {
-        if (GraphMarker *marker = m_markers.at(i)) {
-            marker->setDefaultColor(m_look->markerColors.at(i % m_look->markerColors.size()));
-            marker->handleDeltaChanged();
-        }
-    }
+    if (m_look)
+        m_markers.giveColors(m_look->markerColors);
 }
 
 /*!
@@ -437,18 +433,24 @@ void GraphCursor::paintShifted(QPainter *painter)
     if (!m_zoomRect || !isCursorVisible())
         return;
     painter->setFont(m_font);
-    graph::CursorPainter cursorPainter(painter, m_direction, *this);
-    for (const GraphMarker *marker : qAsConst(m_markers)) {
-        if (!marker || !marker->isVisible() || !m_direction.snapsToSamples)
+    graph::CursorPainter lines(painter, m_direction, *this);
+    if (m_direction.snapsToSamples)
+        paintMarkers(painter, lines);
+    lines.band(m_posOnScreen, m_paintedWidth, m_color);
+    // The property keeps the alpha of the glow; documents see it there.
+    m_color.setAlpha(127);
+}
+
+void GraphCursor::paintMarkers(QPainter *painter, graph::CursorPainter &lines) const
+{
+    for (int i = 0; i < m_markers.count(); ++i) {
+        const GraphMarker *marker = m_markers.at(i);
+        if (!marker || !marker->isVisible())
             continue;
-        cursorPainter.marker(marker->posOnScreen(), marker->color(), !m_look);
+        lines.marker(marker->posOnScreen(), marker->color(), !m_look);
         if (m_look)
             painter->setPen(m_look->textColor);
         if (primarySeries() && marker->showDelta())
-            cursorPainter.distance(marker->formattedDeltaX(), m_posOnScreen, marker->posOnScreen(),
-                                   marker->deltaY());
+            lines.distance(marker->formattedDeltaX(), m_posOnScreen, marker->posOnScreen(), marker->deltaY());
     }
-    cursorPainter.band(m_posOnScreen, m_paintedWidth, m_color);
-    // The property keeps the alpha of the glow; documents see it there.
-    m_color.setAlpha(127);
 }

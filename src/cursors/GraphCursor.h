@@ -3,6 +3,7 @@
 #include "common/Export.h"
 #include "common/QtVersion.h"
 #include "cursors/CursorLook.h"
+#include "cursors/CursorMarkers.h"
 #include "cursors/KeyAcceleration.h"
 #include "cursors/TrackedPlots.h"
 #include "data/SampleHistory.h"
@@ -30,6 +31,7 @@ Q_MOC_INCLUDE("data/PlotData.h")
 Q_MOC_INCLUDE("view/base/AbstractPlot.h")
 
 namespace graph {
+class CursorPainter;
 class CursorPlaces;
 struct CursorDirection;
 struct CursorPlace;
@@ -185,13 +187,13 @@ private:
     graph::CursorPlaces places() const;
     void placeOnChosenPlot(double value);
     void placeAt(const std::optional<graph::CursorPlace> &place);
+    bool isNew(const graph::CursorPlace &place) const;
     void publish(const graph::CursorPlace &place);
     void followSamples();
     void followScroll();
     double fractionOf(double value) const;
     void placeAgain();
     void placeOnScreen();
-    void placeMarkers();
     int moveOnScreen(const PlotData &data, int direction, bool autoRepeat);
     bool makePrimary(AbstractPlot *plot);
     bool followPrimaryPlot();
@@ -202,6 +204,7 @@ private:
     void followZoomRectOf(const QQuickItem *parent);
     void giveReadingTo(QQuickItem *child);
     void colorMarkers();
+    void paintMarkers(QPainter *painter, graph::CursorPainter &lines) const;
 
     const graph::CursorDirection &m_direction;
     int m_posIndex = -1;
@@ -214,7 +217,7 @@ private:
     QPointer<AbstractPlot> m_followedPlot; // whose axis is heard: the primary plot, chosen or not
     graph::TrackedPlots m_plots{this};
     graph::PlotReadings m_readings;
-    QVector<QPointer<GraphMarker>> m_markers;
+    graph::CursorMarkers m_markers;
     graph::KeyAcceleration m_acceleration;
     QElapsedTimer m_moveTimer;
     QPointer<ZoomRect> m_zoomRect;

@@ -6,7 +6,6 @@
 #include "cursors/CursorPlaces.h"
 #include "cursors/GraphCursor.h"
 #include "cursors/GraphMarker.h"
-#include "cursors/NearestSample.h"
 #include "cursors/PeakSearch.h"
 #include "data/PlotData.h"
 #include "view/base/AbstractPlot.h"
@@ -20,16 +19,6 @@ namespace {
 template <typename T> GraphCursor *cursorOf(QQmlListProperty<T> *list)
 {
     return static_cast<GraphCursor *>(list->object);
-}
-
-// Those that are there at the beginning: what a marker announces may change the list.
-template <typename Call> void forEach(const QVector<QPointer<GraphMarker>> &list, const Call &call)
-{
-    const auto markers = list;
-    for (GraphMarker *marker : markers) {
-        if (marker)
-            call(*marker);
-    }
 }
 
 } // namespace
@@ -82,14 +71,13 @@ QQmlListProperty<GraphMarker> GraphCursor::markers()
     const auto append = [](List *list, GraphMarker *marker) {
         if (!marker)
             return;
-        marker->setCursor(cursorOf(list));
-        cursorOf(list)->m_markers.append(marker);
+        cursorOf(list)->m_markers.append(marker, cursorOf(list));
         cursorOf(list)->colorMarkers();
         emit cursorOf(list)->markersChanged();
     };
-    const auto count = [](List *list) -> graph::ListIndex { return cursorOf(list)->m_markers.size(); };
+    const auto count = [](List *list) -> graph::ListIndex { return cursorOf(list)->m_markers.count(); };
     const auto at = [](List *list, graph::ListIndex index) {
-        return cursorOf(list)->m_markers.value(index).data();
+        return cursorOf(list)->m_markers.at(int(index));
     };
     const auto clear = [](List *list) {
         cursorOf(list)->m_markers.clear();
@@ -149,7 +137,7 @@ void GraphCursor::setPrimaryPlot(AbstractPlot *plot)
     if (!makePrimary(plot))
         return;
     placeAt(places().ofValue(m_posValue));
-    placeMarkers();
+    m_markers.placeAgain();
 }
 
 // True if the cursor has to be placed on another axis.
@@ -257,7 +245,7 @@ void GraphCursor::handlePlotActiveChanged()
 void GraphCursor::followSamples()
 {
     followScroll();
-    forEach(m_markers, [](GraphMarker &marker) { marker.followScroll(); });
+    m_markers.followScroll();
 }
 
 void GraphCursor::followScroll()
@@ -290,7 +278,7 @@ void GraphCursor::handlePlotValuesChanged()
         emit yPositionsChanged();
     }
     emit plotValuesChanged();
-    forEach(m_markers, [](GraphMarker &marker) { marker.placeIfAwaited(); });
+    m_markers.placeAwaited();
 }
 
 bool GraphCursor::hasReading(int index) const
@@ -306,19 +294,14 @@ bool GraphCursor::hasReading(int index) const
 void GraphCursor::updateCursorPos()
 {
     placeOnValue(m_posValue);
-    placeMarkers();
-}
-
-void GraphCursor::placeMarkers()
-{
-    forEach(m_markers, [](GraphMarker &marker) { marker.placeAgain(); });
+    m_markers.placeAgain();
 }
 
 void GraphCursor::handleRectChanged()
 {
     followSamples();
     placeAgain();
-    forEach(m_markers, [](GraphMarker &marker) { marker.setPosIndex(marker.posIndex()); });
+    m_markers.placeOnSamples();
 }
 
 // The samples stay, their pixels move; the plots may be given their size before the cursor or after it.
@@ -326,12 +309,7 @@ void GraphCursor::handlePlotSizeChanged()
 {
     handlePlotValuesChanged();
     placeOnScreen();
-    forEach(m_markers, [this](GraphMarker &marker) {
-        // One without a sample would be hidden.
-        const PlotData *data = primarySeries();
-        if (data && graph::hasSample(*data, marker.posIndex()))
-            marker.setPosIndex(marker.posIndex());
-    });
+    m_markers.placeOnPresentSamples();
 }
 
 void GraphCursor::setZoomRect(ZoomRect *zoomRect)

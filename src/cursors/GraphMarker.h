@@ -17,6 +17,10 @@ class GraphCursor;
 class PlotData;
 class ValueAxis;
 
+namespace graph {
+class CursorMarkers;
+}
+
 // A fixed reference position on a cursor: a sample of the primary plot's data whose distance to the cursor is
 // shown. The cursor paints it.
 class GRAPH_CHARTS_EXPORT GraphMarker : public QObject
@@ -104,8 +108,8 @@ protected slots:
     void update();
 
 private:
-    // The cursor takes the marker into its list.
-    friend class GraphCursor;
+    // The list that a cursor takes the marker into.
+    friend class graph::CursorMarkers;
 
     // The value that it was given last, or that of its sample.
     void placeAgain();
