@@ -56,9 +56,10 @@ QVector<LabelSpan> LabelChoice::spansAt(double stride, const QVector<TickMarks::
         const double tick = m_set.ticks.at(mark.index);
         if (!(std::fmod(ordinal, stride) == 0.0) || text(tick).text.isEmpty())
             continue;
-        const double center = m_centered ? mark.place : mark.place - extent(tick) / 2;
-        labels.append(
-            {mark.index, center, extent(tick), rowOf(ordinal, stride, rows), m_marks.isExtreme(tick)});
+        const int size = extent(tick);
+        const int half = size / 2; // as the label is drawn
+        const double center = m_centered ? mark.place : mark.place - half;
+        labels.append({mark.index, center, size, rowOf(ordinal, stride, rows), m_marks.isExtreme(tick)});
     }
     return labels;
 }

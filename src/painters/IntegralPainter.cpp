@@ -18,8 +18,8 @@ struct IntegralPainter::Frame
     QRectF visibleRect;
     graph::PixelMapping mapping;
     // The stretch to draw, in data units: begin..end, cut one pixel outside the visible range.
-    double left;
-    double right;
+    double left = 0.0;
+    double right = 0.0;
 
     double x(double value) const { return mapping.x(value); }
     double y(double value) const
