@@ -85,6 +85,7 @@ int visiblePeak(bool right, const PlotData &data, const ValueAxis &along, const 
 {
     if (along.isReversible() || across.isReversible())
         return shownPeak(right, data, along, across, start);
+    // From here on the axes are linear, as those are that cannot be reversed.
     const int size = data.size();
     const int first = evenlySpacedIndex(along.minVisible(), size, along.minValue(), along.maxValue());
     const int last = evenlySpacedIndex(along.maxVisible(), size, along.minValue(), along.maxValue());

@@ -69,18 +69,23 @@ graph::SampleSpan PlotPoints::sampleSpan(double xMin, double xMax) const
     return span;
 }
 
-// Only where a pair in the middle has to be left out are the others copied.
-graph::SampleSpan PlotPoints::segmentSpan(double xMin, double xMax) const
+// The index of the first point of each pair that overlaps the range.
+QVector<int> PlotPoints::segmentsIn(double xMin, double xMax) const
 {
-    if (std::isnan(xMin) || std::isnan(xMax))
-        return graph::SampleSpan();
-    QVector<int> pairs; // the index of the first point of each pair that overlaps the range
+    QVector<int> pairs;
     for (int i = 0; i + 1 < m_points.size(); i += 2) {
         const double x1 = m_points.at(i).x();
         const double x2 = m_points.at(i + 1).x();
         if ((x1 <= xMax && x2 >= xMin) || (x2 <= xMax && x1 >= xMin))
             pairs.append(i);
     }
+    return pairs;
+}
+
+// Only where a pair in the middle has to be left out are the others copied.
+graph::SampleSpan PlotPoints::segmentSpan(double xMin, double xMax) const
+{
+    const QVector<int> pairs = segmentsIn(xMin, xMax);
     if (pairs.isEmpty())
         return graph::SampleSpan();
     const int begin = pairs.first();

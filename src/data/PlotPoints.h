@@ -69,6 +69,7 @@ private:
     void endChange(int formerSize);
     template <typename Coordinate> void setCoordinate(const QVector<double> &values, Coordinate coordinate);
     const Ascending &ascending() const;
+    QVector<int> segmentsIn(double xMin, double xMax) const;
     graph::SampleSpan segmentSpan(double xMin, double xMax) const;
 
     QVector<QPointF> m_points;

@@ -112,6 +112,13 @@ bool PlotRegion::overlaps(double xMin, double xMax) const
     return (m_begin <= xMax && m_end >= xMin) || (m_end <= xMax && m_begin >= xMin);
 }
 
+bool PlotRegion::hasValuesOf(const PlotRegion &other) const
+{
+    return m_valid == other.m_valid && m_begin == other.m_begin && m_end == other.m_end &&
+           m_value == other.m_value && m_name == other.m_name && m_color == other.m_color &&
+           m_plotStyle == other.m_plotStyle;
+}
+
 /*!
     \qmlmethod void PlotRegion::emitRegionChanged()
     Announces a change of the region: one regionChanged() follows in the next pass of the event loop.

@@ -46,6 +46,7 @@ public:
 
     // begin and end in ascending order; NaN in either overlaps nothing.
     bool overlaps(double xMin, double xMax) const;
+    bool hasValuesOf(const PlotRegion &other) const;
 
 public slots:
     // Announces a change: one regionChanged() for all calls within one pass of the event loop.

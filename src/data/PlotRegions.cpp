@@ -200,9 +200,7 @@ bool PlotRegions::operator==(const PlotData &other) const
     if (!isSameKind(other) || size() != other.size())
         return false;
     const auto isEqual = [](const PlotRegion *a, const PlotRegion *b) {
-        return a && b && a->valid() == b->valid() && a->begin() == b->begin() && a->end() == b->end() &&
-               a->value() == b->value() && a->name() == b->name() && a->color() == b->color() &&
-               a->plotStyle() == b->plotStyle();
+        return a && b && a->hasValuesOf(*b);
     };
     return std::equal(m_regions.cbegin(), m_regions.cend(),
                       static_cast<const PlotRegions &>(other).m_regions.cbegin(), isEqual);

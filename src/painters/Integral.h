@@ -29,16 +29,32 @@ double logarithmicIntegral(const Curve &curve, double begin, double end);
 // The curve's y at x, the mean of neighbours weighted by distance; NaN outside the samples and in gaps.
 double interpolatedY(const Curve &curve, double x);
 
+// Puts the end points of a line in order from left to right and cuts it at the limits. False where nothing is left of it,
+// or where it has no place.
+inline bool cutLine(QPointF &from, QPointF &to, double begin, double end)
+{
+    const auto isFinite = [](const QPointF &p) { return std::isfinite(p.x()) && std::isfinite(p.y()); };
+    if (to.x() < from.x())
+        std::swap(from, to);
+    if (!isFinite(from) || !isFinite(to) || !(to.x() >= begin && from.x() <= end))
+        return false;
+    const QPointF start = from;
+    const auto pointAt = [&start, &to](double x) {
+        return QPointF(x, start.y() + (to.y() - start.y()) * ((x - start.x()) / (to.x() - start.x())));
+    };
+    if (from.x() < begin)
+        from = pointAt(begin);
+    if (to.x() > end)
+        to = pointAt(end);
+    return true;
+}
+
 // Calls visit(from, to) with the end points of each line of the curve between begin and end, from left to
 // right for a curve that is not one of segments. Lines that cross a limit are cut there. Nothing unless begin
 // <= end.
 template <typename Visitor> void visitLines(const Curve &curve, double begin, double end, Visitor visit)
 {
     const SampleSpan &samples = curve.samples;
-    const auto isFinite = [](const QPointF &p) { return std::isfinite(p.x()) && std::isfinite(p.y()); };
-    const auto pointAt = [](const QPointF &a, const QPointF &b, double x) {
-        return QPointF(x, a.y() + (b.y() - a.y()) * ((x - a.x()) / (b.x() - a.x())));
-    };
     if (!(begin <= end))
         return;
     int first = 0;
@@ -50,16 +66,8 @@ template <typename Visitor> void visitLines(const Curve &curve, double begin, do
     for (int i = first; i < last; i += curve.isSegments ? 2 : 1) {
         QPointF from = samples.at(i);
         QPointF to = samples.at(i + 1);
-        if (to.x() < from.x())
-            std::swap(from, to);
-        if (!isFinite(from) || !isFinite(to) || !(to.x() >= begin && from.x() <= end))
-            continue;
-        const QPointF start = from;
-        if (from.x() < begin)
-            from = pointAt(start, to, begin);
-        if (to.x() > end)
-            to = pointAt(start, to, end);
-        visit(from, to);
+        if (cutLine(from, to, begin, end))
+            visit(from, to);
     }
 }
 

@@ -31,7 +31,8 @@ TextPainter::TextPainter(QQuickItem *parent)
 
 void TextPainter::paint(QPainter *painter, const QRectF &visibleRect, float scaleX, float scaleY)
 {
-    constexpr double tolerance = 10.0;
+    constexpr double tolerance =
+        10.0; // in data units on any scale: it decides what is worth painting, not where
     const double top = visibleRect.y() + visibleRect.height();
     const bool visible = m_origin.x() >= visibleRect.x() - tolerance &&
                          m_origin.x() <= visibleRect.x() + visibleRect.width() + tolerance &&

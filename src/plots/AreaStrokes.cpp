@@ -62,6 +62,17 @@ void bridge(std::vector<Band> &bands, int from, int to, const SampleSpan &upper,
         bands[k].add(top.valueAt(k), bottom.valueAt(k));
 }
 
+QVector<QLine> strokesOf(const std::vector<Band> &bands, int count, const PixelMapping &mapping)
+{
+    QVector<QLine> strokes;
+    strokes.reserve(count);
+    for (int c = 0; c < count; ++c) {
+        if (!std::isnan(bands[c].top))
+            strokes.append(QLine(c, mapping.row(bands[c].bottom), c, mapping.row(bands[c].top)));
+    }
+    return strokes;
+}
+
 } // namespace
 
 QVector<QLine> areaStrokes(const SampleSpan &upper, const SampleSpan &lower, const PixelMapping &mapping,
@@ -83,14 +94,7 @@ QVector<QLine> areaStrokes(const SampleSpan &upper, const SampleSpan &lower, con
         last = qMax(last, column);
         addPairs(bands[last], upper, lower, mapping, i, end);
     }
-
-    QVector<QLine> strokes;
-    strokes.reserve(last + 1);
-    for (int c = 0; c <= last; ++c) {
-        if (!std::isnan(bands[c].top))
-            strokes.append(QLine(c, mapping.row(bands[c].bottom), c, mapping.row(bands[c].top)));
-    }
-    return strokes;
+    return strokesOf(bands, last + 1, mapping);
 }
 
 } // namespace graph

@@ -197,29 +197,25 @@ void bridgeStraight(ColumnEnvelope &envelope, const SampleSpan &samples, const P
 
 void joinColumns(ColumnEnvelope &envelope, double baseline, bool wholeWidth)
 {
-    const int columns = envelope.columns();
-    const int start = wholeWidth ? 0 : envelope.firstColumn;
-    const int last = wholeWidth ? columns - 1 : envelope.lastColumn;
-    const auto inside = [columns](int column) { return column >= 0 && column < columns; };
-    for (int c = std::max(0, envelope.firstColumn); c < columns; ++c) {
-        int previous = start < c ? c - 1 : start;
-        int next = c < std::min(last, columns) ? c + 1 : last;
-        if (!inside(previous) || !inside(next))
-            continue;
-        // Missing values end a trace: there is nothing to stretch to.
-        if (envelope.state[previous] == ColumnEnvelope::Gap)
-            previous = c;
-        if (envelope.state[next] == ColumnEnvelope::Gap)
-            next = c;
+    const int first = wholeWidth ? 0 : envelope.firstColumn;
+    const int last = wholeWidth ? envelope.columns() - 1 : envelope.lastColumn;
+    if (last < 0)
+        return;
+    // Missing values end a trace: there is nothing to stretch to.
+    const auto neighbour = [&envelope](int candidate, int column) {
+        return envelope.state[candidate] == ColumnEnvelope::Gap ? column : candidate;
+    };
+    for (int c = std::max(0, envelope.firstColumn); c < envelope.columns(); ++c) {
+        if (c == 0 && first < 0)
+            continue; // the one before it is outside the item
+        const int previous = neighbour(std::max(first, c - 1), c);
+        const int next = neighbour(std::min(last, c + 1), c);
         double &min = envelope.min[c];
         double &max = envelope.max[c];
-        if (min > baseline && max > baseline) {
-            if (min > envelope.max[previous] || min > envelope.max[next])
-                min = std::min(envelope.max[previous], envelope.max[next]);
-        } else if (min < baseline && max < baseline) {
-            if (max < envelope.min[previous] || max < envelope.min[next])
-                max = std::max(envelope.min[previous], envelope.min[next]);
-        }
+        if (min > baseline)
+            min = std::min({min, envelope.max[previous], envelope.max[next]});
+        else if (max < baseline)
+            max = std::max({max, envelope.min[previous], envelope.min[next]});
     }
 }
 

@@ -46,8 +46,8 @@ void bridgeStraight(ColumnEnvelope &envelope, const SampleSpan &samples, const P
 // with wholeWidth the columns outside the samples count as neighbours too.
 void joinColumns(ColumnEnvelope &envelope, double baseline, bool wholeWidth);
 
-// One vertical line per column, at least minSpan (data units; pixels where the axis is not linear) long, rows rounded to the nearest. Unless keepEmpty,
-// columns exactly at the baseline, such as those without a sample, give none.
+// One vertical line per column, at least minSpan (data units; pixels where the axis is not linear) long, rows rounded to
+// the nearest. Unless keepEmpty, columns exactly at the baseline, such as those without a sample, give none.
 QVector<QLine> envelopeStrokes(const ColumnEnvelope &envelope, const PixelMapping &mapping, double minSpan,
                                double baseline, bool keepEmpty);
 

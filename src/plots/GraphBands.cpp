@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <tuple>
 
 namespace {
 
@@ -84,11 +85,14 @@ void GraphBands::handlePlotChanged()
 
 bool GraphBands::Look::operator==(const Look &other) const
 {
-    return size == other.size && pixelRatio == other.pixelRatio && visible.x() == other.visible.x() &&
-           visible.y() == other.visible.y() && visible.width() == other.visible.width() &&
-           visible.height() == other.visible.height() && baseline == other.baseline && font == other.font &&
-           labelPen == other.labelPen && penColor == other.penColor && opacity == other.opacity &&
-           lineWidth == other.lineWidth && styles == other.styles;
+    const auto isSame = [](const QRectF &a, const QRectF &b) { // exactly
+        return a.x() == b.x() && a.y() == b.y() && a.width() == b.width() && a.height() == b.height();
+    };
+    const auto rest = [](const Look &look) {
+        return std::tie(look.size, look.pixelRatio, look.baseline, look.font, look.labelPen, look.penColor,
+                        look.opacity, look.lineWidth, look.styles);
+    };
+    return isSame(visible, other.visible) && rest(*this) == rest(other);
 }
 
 GraphBands::Look GraphBands::look(double pixelRatio) const

@@ -7,6 +7,11 @@ namespace graph {
 
 namespace {
 
+bool isFinite(const QPointF &point)
+{
+    return std::isfinite(point.x()) && std::isfinite(point.y());
+}
+
 // Narrows the stretch from..to of a line, in fractions of it, to where distance + fraction * slope >= 0.
 bool narrow(double distance, double slope, double &from, double &to)
 {
@@ -43,11 +48,9 @@ template <typename Side> QPolygonF clippedAtBorder(const QPolygonF &polygon, Sid
 bool clipLine(QPointF &begin, QPointF &end, const QRectF &rect)
 {
     const QPointF extent = end - begin;
-    const bool finite = std::isfinite(begin.x()) && std::isfinite(begin.y()) && std::isfinite(extent.x()) &&
-                        std::isfinite(extent.y());
     double from = 0.0;
     double to = 1.0;
-    if (!finite || !narrow(begin.x() - rect.left(), extent.x(), from, to) ||
+    if (!isFinite(begin) || !isFinite(extent) || !narrow(begin.x() - rect.left(), extent.x(), from, to) ||
         !narrow(rect.right() - begin.x(), -extent.x(), from, to) ||
         !narrow(begin.y() - rect.top(), extent.y(), from, to) ||
         !narrow(rect.bottom() - begin.y(), -extent.y(), from, to))

@@ -25,19 +25,12 @@ ArrayAssemblies::~ArrayAssemblies()
 
 ArrayAssemblies::Outcome ArrayAssemblies::add(graph::ItemNews *news)
 {
-    const quint64 count = quint64(news->elements.size());
-    if (news->offset == 0 && count == news->size) {
+    if (news->offset == 0) {
         remove(news->itemName);
-        return Complete;
+        if (quint64(news->elements.size()) == news->size)
+            return Complete;
     }
-    if (news->offset == 0)
-        remove(news->itemName);
-    const auto known = m_assemblies.constFind(news->itemName);
-    const bool isKnown = known != m_assemblies.constEnd();
-    const quint64 present = isKnown ? quint64(known->elements.size()) : 0;
-    // Without an overflow: each is at most the size, which is bounded first.
-    if (news->size > quint64(graph::maxElements) || news->offset != present || count == 0 ||
-        count > news->size - std::min(news->size, present) || (isKnown && known->serial != news->serial)) {
+    if (!isNextPart(*news)) {
         remove(news->itemName);
         return Malformed;
     }
@@ -46,8 +39,7 @@ ArrayAssemblies::Outcome ArrayAssemblies::add(graph::ItemNews *news)
         return NoRoom;
     }
     Assembly &assembly = m_assemblies[news->itemName];
-    if (!isKnown)
-        assembly.serial = news->serial;
+    assembly.serial = news->serial;
     assembly.touched = std::chrono::steady_clock::now();
     assembly.elements += news->elements;
     *m_totalBytes += sizeOf(news->elements);
@@ -56,6 +48,17 @@ ArrayAssemblies::Outcome ArrayAssemblies::add(graph::ItemNews *news)
     news->elements = assembly.elements;
     remove(news->itemName);
     return Complete;
+}
+
+bool ArrayAssemblies::isNextPart(const graph::ItemNews &news) const
+{
+    const auto known = m_assemblies.constFind(news.itemName);
+    const bool isKnown = known != m_assemblies.constEnd();
+    const quint64 present = isKnown ? quint64(known->elements.size()) : 0;
+    const quint64 count = quint64(news.elements.size());
+    // Without an overflow: each is at most the size, which is bounded first.
+    return news.size <= quint64(graph::maxElements) && news.offset == present && count > 0 &&
+           count <= news.size - std::min(news.size, present) && (!isKnown || known->serial == news.serial);
 }
 
 void ArrayAssemblies::removeStale(TimePoint now)

@@ -36,6 +36,7 @@ private:
         QVector<double> elements;
     };
 
+    bool isNextPart(const graph::ItemNews &news) const;
     bool makeRoom(const QString &itemName, qint64 bytes);
     void remove(const QString &itemName);
 

@@ -16,6 +16,11 @@ qint64 sizeOfVector(qint64 elements)
     return elements * qint64(sizeof(double));
 }
 
+quint64 sizeOf(const QVector<double> &vector)
+{
+    return quint64(vector.size());
+}
+
 // The array without its `dropped` oldest elements and with others at its end, in memory of its own.
 QVector<double> joined(const QVector<double> &vector, int dropped, const QVector<double> &elements)
 {
@@ -73,9 +78,10 @@ ItemStore::Outcome ItemStore::append(const QString &itemName, quint64 dropped, q
 {
     const Lock lock(m_mutex);
     const auto known = m_entries.constFind(itemName);
-    if (known != m_entries.constEnd() && known->isKnown && !known->item.isVector)
+    const bool isThere = known != m_entries.constEnd();
+    if (isThere && known->isKnown && !known->item.isVector)
         return WrongKind;
-    const quint64 size = known == m_entries.constEnd() ? 0 : quint64(known->item.vector.size());
+    const quint64 size = isThere ? sizeOf(known->item.vector) : 0;
     if (dropped > size || size - dropped != offset)
         return Misfit;
     const qint64 newSize = qint64(offset) + elements.size();
@@ -85,25 +91,29 @@ ItemStore::Outcome ItemStore::append(const QString &itemName, quint64 dropped, q
     const Outcome outcome = entryFor(itemName, true, sizeOfVector(newSize), &entry);
     if (outcome != Taken || (entry->isKnown && dropped == 0 && elements.isEmpty()))
         return outcome;
-    if (!entry->isChanged) {
-        entry->appended = 0;
-        entry->dropped = 0;
-    }
-    QVector<double> &vector = entry->item.vector;
-    // That another thread has let go of a shared array does not tell that it has finished reading it: Qt asks for the
-    // former only.
-    if (std::exchange(entry->isShared, false)) {
-        vector = joined(vector, int(dropped), elements);
-    } else {
-        vector.remove(0, int(dropped));
-        vector += elements;
-    }
-    if (entry->appended >= 0) {
-        entry->appended += elements.size();
-        entry->dropped += qint64(dropped);
-    }
+    entry->append(int(dropped), elements);
     noteChange(itemName, entry);
     return Taken;
+}
+
+void ItemStore::Entry::append(int droppedNow, const QVector<double> &elements)
+{
+    if (!isChanged) {
+        appended = 0;
+        dropped = 0;
+    }
+    // That another thread has let go of a shared array does not tell that it has finished reading it: Qt asks for the
+    // former only.
+    if (std::exchange(isShared, false)) {
+        item.vector = joined(item.vector, droppedNow, elements);
+    } else {
+        item.vector.remove(0, droppedNow);
+        item.vector += elements;
+    }
+    if (appended >= 0) {
+        appended += elements.size();
+        dropped += droppedNow;
+    }
 }
 
 void ItemStore::forgetUnwatched()
@@ -187,20 +197,25 @@ std::optional<ItemStore::Item> ItemStore::item(const QString &itemName) const
     return it == m_entries.constEnd() || !it->isKnown ? std::optional<Item>() : it->item;
 }
 
+bool ItemStore::hasRoomForName(const QString &itemName) const
+{
+    return itemName.size() <= graph::maxNameLength &&
+           (m_entries.size() < graph::maxItems || m_wanted.contains(itemName) ||
+            m_entries.contains(itemName));
+}
+
 // Finds or makes the entry and sees to it that there is room for what it is to hold.
 ItemStore::Outcome ItemStore::entryFor(const QString &itemName, bool isVector, qint64 bytes, Entry **entry)
 {
     auto it = m_entries.find(itemName);
     if (it != m_entries.end() && it->item.isVector != isVector)
         return WrongKind;
-    const qint64 before = it == m_entries.end() ? 0 : it->bytes;
+    const bool isNew = it == m_entries.end();
+    const qint64 before = isNew ? 0 : it->bytes;
     const qint64 after = bytes + 2 * itemName.size();
-    const bool isTooLong = itemName.size() > graph::maxNameLength;
-    const bool isTooMany =
-        it == m_entries.end() && m_entries.size() >= graph::maxItems && !m_wanted.contains(itemName);
-    if (isTooLong || isTooMany || m_bytes - before + after > graph::maxItemBytes)
+    if (!hasRoomForName(itemName) || m_bytes - before + after > graph::maxItemBytes)
         return NoRoom;
-    if (it == m_entries.end()) {
+    if (isNew) {
         it = m_entries.insert(itemName, Entry());
         it->item.isVector = isVector;
         it->isWatched = m_watchesAll || m_wanted.remove(itemName);

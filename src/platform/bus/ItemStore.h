@@ -77,9 +77,12 @@ private:
         qint64 appended = -1;
         qint64 dropped = 0;
         qint64 bytes = 0;
+
+        void append(int droppedNow, const QVector<double> &elements);
     };
 
     std::optional<Item> item(const QString &itemName) const;
+    bool hasRoomForName(const QString &itemName) const;
     Outcome entryFor(const QString &itemName, bool isVector, qint64 bytes, Entry **entry);
     void noteChange(const QString &itemName, Entry *entry);
     Changes taken();

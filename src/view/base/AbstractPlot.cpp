@@ -345,15 +345,8 @@ void AbstractPlot::setPlotData(PlotData *data)
 */
 void AbstractPlot::setAxisX(ValueAxis *axis)
 {
-    const bool isRefused = axis && axis->orientation() == Qt::Vertical;
-    m_refusedAxisX = isRefused ? axis : nullptr;
-    if (m_axisX == axis || isRefused)
-        return;
-    if (m_axisX)
-        disconnect(m_axisX, nullptr, this, nullptr);
-    m_axisX = axis;
-    followAxis(axis);
-    emit axisXChanged(axis);
+    if (takeAxis(axis, Qt::Vertical, m_axisX, m_refusedAxisX))
+        emit axisXChanged(axis);
 }
 
 /*!
@@ -362,15 +355,23 @@ void AbstractPlot::setAxisX(ValueAxis *axis)
 */
 void AbstractPlot::setAxisY(ValueAxis *axis)
 {
-    const bool isRefused = axis && axis->orientation() == Qt::Horizontal;
-    m_refusedAxisY = isRefused ? axis : nullptr;
-    if (m_axisY == axis || isRefused)
-        return;
-    if (m_axisY)
-        disconnect(m_axisY, nullptr, this, nullptr);
-    m_axisY = axis;
+    if (takeAxis(axis, Qt::Horizontal, m_axisY, m_refusedAxisY))
+        emit axisYChanged(axis);
+}
+
+// In the place of the present one, unless it is that or has the direction that is not wanted.
+bool AbstractPlot::takeAxis(ValueAxis *axis, Qt::Orientation unwanted, QPointer<ValueAxis> &present,
+                            QPointer<ValueAxis> &refused)
+{
+    const bool isRefused = axis && axis->orientation() == unwanted;
+    refused = isRefused ? axis : nullptr;
+    if (present == axis || isRefused)
+        return false;
+    if (present)
+        disconnect(present, nullptr, this, nullptr);
+    present = axis;
     followAxis(axis);
-    emit axisYChanged(axis);
+    return true;
 }
 
 void AbstractPlot::followAxis(ValueAxis *axis)

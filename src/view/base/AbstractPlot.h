@@ -127,6 +127,8 @@ private slots:
 
 private:
     void followZoomRectOfParent();
+    bool takeAxis(ValueAxis *axis, Qt::Orientation unwanted, QPointer<ValueAxis> &present,
+                  QPointer<ValueAxis> &refused);
     void followAxis(ValueAxis *axis);
 
     bool m_valid = false;

@@ -141,28 +141,37 @@ std::shared_ptr<StampNode::Stamp> StampNode::stampOf(const PaintedMark &text,
     return stamp;
 }
 
-// Finds what covers what. A text over opaque lines becomes a stamp of its own, with the part of the lines in
-// it.
+std::optional<QVector<PlacedMark>> StampNode::coveredLines(const PaintedFigure &figure, int index,
+                                                           const QVector<Placed> &placed, const QRect &ink)
+{
+    const PlacedMark &added = figure.marks.at(index);
+    const bool isText = added.mark.isText();
+    QVector<PlacedMark> covered;
+    for (int k = 0; k < placed.size() && !ink.isEmpty(); ++k) {
+        const PlacedMark &below = figure.marks.at(k);
+        if (!placed.at(k).ink.intersects(ink))
+            continue;
+        if (below.mark.isText() || below.mark.isTranslucent() || (added.mark.isTranslucent() && !isText))
+            return {};
+        if (isText)
+            covered.append({below.mark, below.origin - added.origin});
+    }
+    return covered;
+}
+
+// A text over opaque lines becomes a stamp of its own, with the part of the lines in it.
 bool StampNode::arrange(const PaintedFigure &figure, QVector<Placed> &placed)
 {
     for (int i = 0; i < figure.marks.size(); ++i) {
         const PlacedMark &added = figure.marks.at(i);
         std::shared_ptr<Stamp> stamp = stampOf(added.mark);
         const QRect ink = stamp->ink.translated(added.origin);
-        QVector<PlacedMark> covered;
-        for (int k = 0; k < placed.size() && !ink.isEmpty(); ++k) {
-            const PlacedMark &below = figure.marks.at(k);
-            if (!placed.at(k).ink.intersects(ink))
-                continue;
-            if (below.mark.isText() || below.mark.isTranslucent() ||
-                (added.mark.isTranslucent() && !added.mark.isText()))
-                return false;
-            if (added.mark.isText())
-                covered.append({below.mark, below.origin - added.origin});
-        }
+        const auto covered = coveredLines(figure, i, placed, ink);
+        if (!covered)
+            return false;
         stamp->isUsed = true;
-        if (!covered.isEmpty()) {
-            stamp = stampOf(added.mark, covered, stamp->ink);
+        if (!covered->isEmpty()) {
+            stamp = stampOf(added.mark, *covered, stamp->ink);
             stamp->isUsed = true;
         }
         placed.append({stamp, ink});
@@ -239,14 +248,19 @@ void StampNode::showPainted(const PaintedFigure &figure, const QSize &size, bool
     m_painting.repaint(bounds);
 }
 
+// What covers something else would let it through where the item is translucent; and a graphics processor smooths the
+// edges of images that are scaled.
+bool StampNode::needsOneImage(bool isMoved)
+{
+    return !isOpaque(this) || (!isMoved && !isSoftwareSceneGraph(*m_window));
+}
+
 void StampNode::preprocess()
 {
     const bool isMoved = isMovedOnly(this);
     const bool isPainted = m_painting.parent() && m_isNew && isMoved;
     m_isNew = false;
-    // What covers something else would let it through; and a graphics processor smooths the edges of images that are
-    // scaled.
-    const bool isWhole = !isOpaque(this) || (!isMoved && !isSoftwareSceneGraph(*m_window));
+    const bool isWhole = needsOneImage(isMoved);
     if (isWhole && !m_isWhole)
         showImages({inOne(m_figure, QRect(QPoint(), m_size))});
     else if (!isWhole && (m_isWhole || (m_painting.parent() && !isPainted)))

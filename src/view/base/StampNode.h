@@ -8,6 +8,7 @@
 #include <QSGNode>
 
 #include <memory>
+#include <optional>
 #include <vector>
 
 class QSGImageNode;
@@ -58,11 +59,15 @@ private:
     std::shared_ptr<Stamp> stampOf(const PaintedMark &mark);
     std::shared_ptr<Stamp> stampOf(const PaintedMark &text, const QVector<PlacedMark> &lines,
                                    const QRect &ink);
-    // False where the pixels would be other ones: where a translucent mark, or a text, covers another.
+    // What of the marks before it one covers, from its own place. Nothing where the pixels would be other ones: where a
+    // translucent mark, or a text, covers another.
+    static std::optional<QVector<PlacedMark>> coveredLines(const PaintedFigure &figure, int index,
+                                                           const QVector<Placed> &placed, const QRect &ink);
+    // False where that is so.
     bool arrange(const PaintedFigure &figure, QVector<Placed> &placed);
+    bool needsOneImage(bool isMoved);
     static Placed inOne(const PaintedFigure &figure, const QRect &part);
     QVector<Placed> placedStamps(const PaintedFigure &figure);
-    void forgetUnused();
     void showImages(const QVector<Placed> &placed);
     void joinMoved(const QVector<Placed> &placed);
     void showPainting();

@@ -153,13 +153,14 @@ void XYScale::handleMarginsChanged()
 // one of their own.
 int XYScale::marginAt(Qt::Alignment side)
 {
+    const auto isAt = [side](const ValueAxis *axis) { return axis && axis->alignment() == side; };
     int margin = 0;
     for (const ValueAxis *axis : qAsConst(m_axes)) {
-        if (axis && axis->alignment() == side && !axis->hasOwnMargin())
+        if (isAt(axis) && !axis->hasOwnMargin())
             margin = qMax(margin, axis->margin());
     }
     for (ValueAxis *axis : qAsConst(m_axes)) {
-        if (!axis || axis->alignment() != side || !axis->hasOwnMargin())
+        if (!isAt(axis) || !axis->hasOwnMargin())
             continue;
         if (axis->setMarginOffset(margin))
             update();
