@@ -47,4 +47,18 @@ DataExtent dataExtent(const PlotData &data, double xMin, double xMax)
     return extent;
 }
 
+DataExtent withHalfBars(DataExtent extent, const PlotData &data, bool isLogarithmic)
+{
+    const SampleSpan samples = data.sampleSpan(extent.x.min, extent.x.max);
+    const int size = samples.size();
+    if (size < 2)
+        return extent;
+    const double first = std::abs(samples.x(1) - samples.x(0)) / 2.0;
+    const double last = std::abs(samples.x(size - 1) - samples.x(size - 2)) / 2.0;
+    if (!isLogarithmic || extent.x.min > first)
+        extent.x.min -= first;
+    extent.x.max += last;
+    return extent;
+}
+
 } // namespace graph

@@ -34,4 +34,8 @@ GRAPH_CHARTS_EXPORT DataExtent dataExtent(const PlotData &data);
 // Of the samples with xMin <= x <= xMax, whose x are the extent's x.
 GRAPH_CHARTS_EXPORT DataExtent dataExtent(const PlotData &data, double xMin, double xMax);
 
+// With the outer halves of the first and the last bar, which are as wide as the others, where the data are bars. None
+// reaches down to 0 on a logarithmic axis.
+DataExtent withHalfBars(DataExtent extent, const PlotData &data, bool isLogarithmic);
+
 } // namespace graph

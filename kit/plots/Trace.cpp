@@ -1,17 +1,15 @@
 #include "kit/plots/Trace.h"
 
 #include "axis/ValueAxis.h"
-#include "data/PlotSeries.h"
 #include "kit/data/NumberList.h"
-#include "kit/data/ServedPlace.h"
 #include "kit/data/Store.h"
 #include "kit/data/Telling.h"
+#include "kit/plots/CurvedLine.h"
 #include "kit/plots/PainterCanvas.h"
 #include "kit/plots/PlotPlace.h"
-#include "kit/plots/CurvedLine.h"
-#include "kit/plots/TracePoints.h"
 #include "kit/plots/TraceMesh.h"
 #include "kit/plots/TraceNode.h"
+#include "kit/plots/TraceSource.h"
 #include "kit/plots/TraceStrokes.h"
 
 #include <QQuickWindow>
@@ -58,6 +56,7 @@ TraceLook lookOf(const Trace &trace)
 */
 Trace::Trace(QQuickItem *parent)
     : GraphPlot(parent)
+    , m_source(std::make_unique<TraceSource>(this))
 {
     setRenderTarget(Image);
     connect(this, SIGNAL(penColorChanged(QColor)), this, SLOT(handlePenColor()));
@@ -67,149 +66,130 @@ Trace::~Trace() = default;
 
 void Trace::classBegin()
 {
-    m_isComplete = false;
+    m_source->begin();
     GraphPlot::classBegin();
 }
 
 void Trace::componentComplete()
 {
     GraphPlot::componentComplete();
-    m_isComplete = true;
-    applySource();
+    m_source->complete();
     tellOfPlaceLater(this);
 }
 
-/*!
-    \qmlproperty list<real> Trace::values
-    The values: an array, a typed array, or a list property of a C++ object. What is no number leaves a gap.
-    Empty by default.
-*/
+QVariant Trace::values() const
+{
+    return QVariant::fromValue(m_source->values());
+}
+
 void Trace::setValues(const QVariant &values)
 {
-    const auto numbers = numberListOf(this, "values", values);
-    m_hasValues = numbers.has_value();
-    m_values = numbers.value_or(QVector<double>());
-    applySource();
+    m_source->setValues(numberListOf(this, "values", values));
     emit valuesChanged();
 }
 
 void Trace::setValues(const QVector<double> &values)
 {
-    m_hasValues = true;
-    m_values = values;
-    applySource();
+    m_source->setValues(values);
     emit valuesChanged();
 }
 
-/*!
-    \qmlproperty real Trace::interval
-    The distance in x from one value to the next; 1 by default, negative ones run backwards. Of values, and of
-    those of an address: these have what the service says (its item \c xIncrement) unless an interval is written.
-*/
+bool Trace::hasValues() const
+{
+    return m_source->hasValues();
+}
+
+double Trace::interval() const
+{
+    return m_source->interval();
+}
+
 void Trace::setInterval(double interval)
 {
-    const bool isFirst = !std::exchange(m_hasInterval, true);
-    if (!store(m_interval, interval) && !isFirst)
-        return;
-    applySource();
-    emit intervalChanged();
+    if (m_source->setInterval(interval))
+        emit intervalChanged();
 }
 
-/*!
-    \qmlproperty real Trace::start
-    The x of the first value, 0 by default. Of values, and of those of an address: these have what the service says
-    (its item \c xFirsValue) unless a start is written.
-*/
+double Trace::start() const
+{
+    return m_source->start();
+}
+
 void Trace::setStart(double start)
 {
-    const bool isFirst = !std::exchange(m_hasStart, true);
-    if (!store(m_start, start) && !isFirst)
-        return;
-    applySource();
-    emit startChanged();
+    if (m_source->setStart(start))
+        emit startChanged();
 }
 
-/*!
-    \qmlproperty list<real> Trace::positions
-    An x for each value, in any order, in place of start and interval; a list like values. The shorter of the
-    two lists counts. Undefined by default.
-*/
+QVariant Trace::positions() const
+{
+    return QVariant::fromValue(m_source->positions());
+}
+
 void Trace::setPositions(const QVariant &positions)
 {
-    const auto numbers = numberListOf(this, "positions", positions);
-    m_hasPositions = numbers.has_value();
-    m_positions = numbers.value_or(QVector<double>());
-    applySource();
+    m_source->setPositions(numberListOf(this, "positions", positions));
     emit positionsChanged();
 }
 
 void Trace::setPositions(const QVector<double> &positions)
 {
-    m_hasPositions = true;
-    m_positions = positions;
-    applySource();
+    m_source->setPositions(positions);
     emit positionsChanged();
 }
 
-/*!
-    \qmlproperty PlotData Trace::series
-    A data object of any kind, null by default. What it says of itself, such as its units, stays as it is;
-    only where it has no unit it takes that of the trace.
-*/
+bool Trace::hasPositions() const
+{
+    return m_source->hasPositions();
+}
+
+PlotData *Trace::series() const
+{
+    return m_source->series();
+}
+
 void Trace::setSeries(PlotData *series)
 {
-    if (m_series == series)
-        return;
-    if (m_series)
-        disconnect(m_series, SIGNAL(destroyed()), this, SLOT(applySource()));
-    m_series = series;
-    // Later than the plot's own connection, which lets go of the data that the plot has then.
-    if (series)
-        connect(series, SIGNAL(destroyed()), this, SLOT(applySource()), Qt::QueuedConnection);
-    applySource();
-    emit seriesChanged();
+    if (m_source->setSeries(series))
+        emit seriesChanged();
 }
 
-/*!
-    \qmlproperty string Trace::address
-    Where the values come from on the bus: the name of a service, a comma and the prefix of its items, as for
-    PlotData::dbusAddress. The service also says where the values are in x, which units they have and what they are
-    called, as far as the document does not: interval and start, unit, name. Empty by default.
-*/
+QString Trace::address() const
+{
+    return m_source->address();
+}
+
 void Trace::setAddress(const QString &address)
 {
-    m_hasAddress = true;
-    if (m_address == address)
-        return;
-    m_address = address;
-    applySource();
-    emit addressChanged();
+    if (m_source->setAddress(address))
+        emit addressChanged();
 }
 
-/*!
-    \qmlproperty string Trace::name
-    What a legend and a reading call the trace; empty by default.
-*/
+bool Trace::hasWrittenAddress() const
+{
+    return m_source->hasAddress();
+}
+
+QString Trace::name() const
+{
+    return m_source->name();
+}
+
 void Trace::setName(const QString &name)
 {
-    if (!store(m_name, name))
-        return;
-    if (m_own)
-        m_own->setLabel(name);
-    emit nameChanged();
+    if (m_source->setName(name))
+        emit nameChanged();
 }
 
-/*!
-    \qmlproperty string Trace::unit
-    The unit of the values, such as "V"; empty by default, and then that of the service where there is an address.
-*/
+QString Trace::unit() const
+{
+    return m_source->unit();
+}
+
 void Trace::setUnit(const QString &unit)
 {
-    if (!store(m_unit, unit))
-        return;
-    if (plotData())
-        describe(plotData());
-    emit unitChanged();
+    if (m_source->setUnit(unit))
+        emit unitChanged();
 }
 
 /*!
@@ -320,129 +300,18 @@ void Trace::setFillOpacity(double opacity)
     emit fillOpacityChanged();
 }
 
-// The first and the last bar are as wide as the others.
-void Trace::addHalfBars(DataExtent *extent) const
-{
-    const SampleSpan samples = plotData()->sampleSpan(extent->x.min, extent->x.max);
-    const int size = samples.size();
-    if (size < 2)
-        return;
-    const double first = std::abs(samples.x(1) - samples.x(0)) / 2.0;
-    const double last = std::abs(samples.x(size - 1) - samples.x(size - 2)) / 2.0;
-    const bool isLogarithmic = axisX() && axisX()->scaleKind() == ScaleKind::Logarithmic;
-    if (!isLogarithmic || extent->x.min > first)
-        extent->x.min -= first;
-    extent->x.max += last;
-}
-
 DataExtent Trace::dataExtent() const
 {
     if (!plotData())
         return {};
-    DataExtent extent = graph::dataExtent(*plotData());
-    if (m_style == Bars)
-        addHalfBars(&extent);
-    return extent;
+    const DataExtent extent = graph::dataExtent(*plotData());
+    const bool isLogarithmic = axisX() && axisX()->scaleKind() == ScaleKind::Logarithmic;
+    return m_style == Bars ? withHalfBars(extent, *plotData(), isLogarithmic) : extent;
 }
 
 DataExtent Trace::dataExtent(double xMin, double xMax) const
 {
     return plotData() ? graph::dataExtent(*plotData(), xMin, xMax) : DataExtent();
-}
-
-Trace::Source Trace::source() const
-{
-    if (m_series)
-        return Source::Series;
-    if (!m_address.isEmpty())
-        return Source::Address;
-    return m_hasValues || m_hasPositions ? Source::Values : Source::None;
-}
-
-void Trace::warnOfTwoSources()
-{
-    const int given = int(m_series != nullptr) + int(!m_address.isEmpty()) + int(m_hasValues);
-    if (given < 2 || m_hasWarned)
-        return;
-    m_hasWarned = true;
-    const char *used = m_series ? "series" : "address";
-    tell(this, QStringLiteral(
-                   "is given its data twice: of series, address and values it uses %1; remove the others")
-                   .arg(QLatin1String(used)));
-}
-
-// The trace's own data object, of that kind and for that address: another one shows nothing of the former service. Axes
-// that the former one was given go over to it.
-template <typename Data> Data *Trace::ownData(const QString &address)
-{
-    auto *former = dynamic_cast<Data *>(m_own.data());
-    if (former && former->busBinding().writtenAddress() == address)
-        return former;
-    auto *data = new Data(this);
-    if (m_own) {
-        data->setAxisX(m_own->axisX());
-        data->setAxisY(m_own->axisY());
-        m_own->removeEventFilter(this);
-        m_own->disconnect(this);
-        m_own->deleteLater();
-    }
-    m_own = data;
-    data->setLabel(m_name);
-    if (!address.isEmpty()) {
-        data->setDbusAddress(address);
-        data->installEventFilter(this);
-        connect(data, &PlotData::yUnitsChanged, this, [this] { describe(m_own); });
-    }
-    return data;
-}
-
-void Trace::applySource()
-{
-    if (!m_isComplete)
-        return;
-    warnOfTwoSources();
-    const Source from = source();
-    if (from == Source::Series) {
-        describe(m_series);
-        setPlotData(m_series);
-        return;
-    }
-    if (from == Source::None) {
-        if (m_own && plotData() == m_own)
-            setPlotData(nullptr);
-        return;
-    }
-    if (from == Source::Values && m_hasPositions) {
-        ownData<TracePoints>()->setCoordinates(m_positions, m_values);
-    } else {
-        const bool isServed = from == Source::Address;
-        auto *data = ownData<PlotSeries>(isServed ? m_address : QString());
-        if (!isServed)
-            data->setYData(m_values);
-        data->setXInterval(isServed && !m_hasInterval ? servedInterval(*data, m_interval) : m_interval);
-        data->setXFirstValue(isServed && !m_hasStart ? servedStart(*data, m_start) : m_start);
-    }
-    describe(m_own);
-    setPlotData(m_own);
-}
-
-// The service has said where its values are.
-bool Trace::eventFilter(QObject *watched, QEvent *event)
-{
-    if (watched == m_own && event->type() == QEvent::DynamicPropertyChange)
-        applySource();
-    return GraphPlot::eventFilter(watched, event);
-}
-
-// What the document writes counts, then what the data say of themselves.
-void Trace::describe(PlotData *data)
-{
-    if (m_isDescribing || (data != m_own && !data->yUnits().isEmpty()))
-        return;
-    const QString served = data->busBinding().value(QStringLiteral("yUnits")).toString();
-    m_isDescribing = true;
-    data->setYUnits(m_unit.isEmpty() ? served : m_unit);
-    m_isDescribing = false;
 }
 
 /*!

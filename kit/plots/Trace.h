@@ -6,9 +6,12 @@
 
 #include <QVariant>
 
+#include <memory>
+
 namespace graph {
 
 class TraceCanvas;
+class TraceSource;
 
 // A plot with its data: values written in the document, any data object, or an address on the bus.
 class GRAPH_CHARTS_EXPORT Trace : public GraphPlot, public ExtentSource
@@ -35,14 +38,14 @@ public:
     explicit Trace(QQuickItem *parent = nullptr);
     ~Trace() override;
 
-    QVariant values() const { return QVariant::fromValue(m_values); }
-    double interval() const { return m_interval; }
-    double start() const { return m_start; }
-    QVariant positions() const { return QVariant::fromValue(m_positions); }
-    PlotData *series() const { return m_series; }
-    QString address() const { return m_address; }
-    QString name() const { return m_name; }
-    QString unit() const { return m_unit; }
+    QVariant values() const;
+    double interval() const;
+    double start() const;
+    QVariant positions() const;
+    PlotData *series() const;
+    QString address() const;
+    QString name() const;
+    QString unit() const;
     int lineWidth() const { return m_lineWidth; }
     Style style() const { return m_style; }
     bool isCurved() const { return m_curved; }
@@ -70,9 +73,9 @@ public:
     void setFillOpacity(double opacity);
 
     // Whether an address was written, be it an empty one.
-    bool hasWrittenAddress() const { return m_hasAddress; }
-    bool hasValues() const { return m_hasValues; }
-    bool hasPositions() const { return m_hasPositions; }
+    bool hasWrittenAddress() const;
+    bool hasValues() const;
+    bool hasPositions() const;
 
     // What a chart chooses, which counts while the document has not chosen.
     bool hasOwnColor() const { return m_hasOwnColor; }
@@ -86,8 +89,6 @@ public:
 
     bool isTextureProvider() const override;
     QSGTextureProvider *textureProvider() const override;
-
-    bool eventFilter(QObject *watched, QEvent *event) override;
 
 signals:
     void valuesChanged();
@@ -115,47 +116,23 @@ protected:
     QSGNode *updatePaintNode(QSGNode *node, UpdatePaintNodeData *data) override;
 
 private slots:
-    void applySource();
     void handlePenColor();
 
 private:
-    enum class Source { None, Series, Address, Values };
-
-    Source source() const;
-    void warnOfTwoSources();
-    template <typename Data> Data *ownData(const QString &address = {});
-    void describe(PlotData *data);
     void applyColor(const QColor &color);
     void draw(TraceCanvas &canvas, const PixelMapping &mapping, const QRectF &visible) const;
     bool takesGeometry() const;
-    void addHalfBars(DataExtent *extent) const;
 
-    QVector<double> m_values;
-    QVector<double> m_positions;
-    bool m_hasPositions = false;
-    bool m_hasValues = false;
-    bool m_hasAddress = false;
-    double m_interval = 1.0;
-    double m_start = 0.0;
-    bool m_hasInterval = false;
-    bool m_hasStart = false;
-    bool m_isDescribing = false;
-    QPointer<PlotData> m_series;
-    QString m_address;
-    QString m_name;
-    QString m_unit;
-    QPointer<PlotData> m_own;
+    std::unique_ptr<TraceSource> m_source;
     QColor m_defaultColor{Qt::black};
     int m_lineWidth = 2;
     int m_defaultLineWidth = 2;
     Style m_style = Line;
     bool m_curved = false;
     double m_fillOpacity = 0.25;
-    bool m_isComplete = true;
     bool m_hasOwnColor = false;
     bool m_hasOwnLineWidth = false;
     bool m_isChoosingColor = false;
-    bool m_hasWarned = false;
     bool m_isPainted = false; // its node is that of the painted item
 };
 
