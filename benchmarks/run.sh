@@ -3,10 +3,10 @@
 # The single results stay in build/benchmarks/results.tsv.
 #   --quick        one round of short runs and fewer cases
 #   --rounds N     3 unless told otherwise
-#   --work "A B"   only these: screens opengl new pan window first-pan large thin sparse heat ten idle units kit
-#                  waterfall streams
-#   --count        thousands of instructions instead of milliseconds, for whole screens of 1e3 and 1e5 samples: where
-#                  the machine is busy
+#   --work "A B"   only these: screens opengl new pan window logarithmic first-pan large thin sparse heat ten idle units
+#                  kit waterfall streams
+#   --count        thousands of instructions instead of milliseconds, where the machine is busy: of whole screens and of
+#                  logarithmic axes, with 1e3 and 1e5 samples
 #   --tables       only the tables of the last run
 set -eu
 cd "$(dirname "$0")/.."
@@ -15,7 +15,7 @@ results=$build/results.tsv
 rounds=3
 seconds=0.7
 quick=no
-works="screens opengl new pan window first-pan large thin sparse heat ten idle units kit waterfall streams"
+works="screens opengl new pan window logarithmic first-pan large thin sparse heat ten idle units kit waterfall streams"
 tables_only=no
 count=no
 while [ $# -gt 0 ]; do
@@ -23,7 +23,7 @@ while [ $# -gt 0 ]; do
     --quick) quick=yes rounds=1 seconds=0.2 ;;
     --rounds) rounds=$2; shift ;;
     --work) works=$2; shift ;;
-    --count) count=yes rounds=1 seconds=0 works=screens ;;
+    --count) count=yes rounds=1 seconds=0 works="screens logarithmic" ;;
     --tables) tables_only=yes ;;
     *) echo "Not understood: $1" >&2; exit 2 ;;
     esac
@@ -167,6 +167,13 @@ run_work() {
     window | first-pan)
         for n in 1000000 10000000; do
             for c in floor items; do measure "$round" "$work" $c $n --work "$work"; done
+        done ;;
+    logarithmic)
+        for change in new pan window; do
+            for n in $sizes; do
+                measure "$round" "linear axis: $change" items "$n" --work $change
+                measure "$round" "logarithmic axis: $change" items "$n" --work $change --scale logarithmic
+            done
         done ;;
     sparse)
         for pen in 2 8 16; do

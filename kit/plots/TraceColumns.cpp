@@ -75,18 +75,19 @@ std::vector<TraceColumn> traceColumns(const SampleSpan &samples, const PixelMapp
 {
     std::vector<TraceColumn> columns;
     columns.reserve(std::size_t(std::min(double(samples.size()), mapping.width() + 2.0)));
-    const bool search = samples.size() >= fewestToSearch * mapping.width();
+    const bool isDense = samples.size() >= fewestToSearch * mapping.width();
+    ColumnSearch search(samples, mapping);
     int run = 1;
-    int next = samples.isEmpty() ? 0 : mapping.column(samples.x(0));
+    int next = samples.isEmpty() ? 0 : search.columnOf(0);
     for (int first = 0; first < samples.size();) {
         const int column = next;
         int end = first + 1;
-        if (search) {
-            end = columnEnd(samples, mapping, first, column, run);
+        if (isDense) {
+            end = search.endOf(column, first, run);
             if (end < samples.size())
-                next = mapping.column(samples.x(end));
+                next = search.columnOf(end);
         } else {
-            while (end < samples.size() && (next = mapping.column(samples.x(end))) == column)
+            while (end < samples.size() && (next = search.columnOf(end)) == column)
                 ++end;
         }
         columns.push_back(end - first == 1 ? lone(samples, mapping, column, first)

@@ -308,13 +308,13 @@ void IntegralPainter::fillColumns(QPainter *painter, const graph::Curve &curve, 
     const double right = qMin(frame.right, frame.visibleRect.x() + frame.visibleRect.width());
     const int firstColumn = frame.mapping.column(left);
     const int lastColumn = frame.mapping.column(right);
+    graph::ColumnSearch search(samples, frame.mapping);
     QVector<QLine> strokes;
     int first = samples.countBelow(left);
     int run = 1;
     for (int column = firstColumn; column <= lastColumn; ++column) {
         const bool isLast = column == lastColumn;
-        const int end = isLast ? samples.countUpTo(right, first)
-                               : graph::columnEnd(samples, frame.mapping, first, column, run);
+        const int end = isLast ? samples.countUpTo(right, first) : search.endOf(column, first, run);
         graph::MinMax extremes = samples.minMax(first, end);
         const auto addPoint = [&](double x) {
             const double y = graph::interpolatedY(curve, x);

@@ -56,8 +56,11 @@ void bridge(std::vector<Band> &bands, int from, int to, const SampleSpan &upper,
             bands[k] = bands[k - 1];
         return;
     }
-    const SampleLine top(mapping, upper.at(i - 1), upper.at(i));
-    const SampleLine bottom(mapping, {upper.x(i - 1), lower.y(i - 1)}, {upper.x(i), lower.y(i)});
+    const QPointF topFrom = SampleLine::placeOf(mapping, upper.at(i - 1));
+    const QPointF topTo = SampleLine::placeOf(mapping, upper.at(i));
+    const SampleLine top(mapping, topFrom, topTo);
+    const SampleLine bottom(mapping, {topFrom.x(), mapping.y(lower.y(i - 1))},
+                            {topTo.x(), mapping.y(lower.y(i))});
     for (int k = from; k < to; ++k)
         bands[k].add(top.valueAt(k), bottom.valueAt(k));
 }
@@ -80,13 +83,14 @@ QVector<QLine> areaStrokes(const SampleSpan &upper, const SampleSpan &lower, con
 {
     std::vector<Band> bands(std::size_t(qMax(0, columns)));
     const bool runs = ascending && (mapping.scaleX() > 0.0) != upper.isReversed();
+    ColumnSearch search(upper, mapping);
     int last = -1;
     int count = 1;
     for (int i = 0, end = 0; i < upper.size(); i = end) {
-        const int column = mapping.column(upper.x(i));
+        const int column = search.columnOf(i);
         if (column >= columns && runs)
             break; // nothing that follows is inside the item
-        end = runs ? std::max(columnEnd(upper, mapping, i, column, count), i + 1) : i + 1;
+        end = runs ? std::max(search.endOf(column, i, count), i + 1) : i + 1;
         count = end - i;
         if (column >= columns || (column < 0 && last < 0))
             continue;

@@ -54,12 +54,14 @@ public:
     }
 
     // Extremes of samples that follow each other in one column; columns come in the order of the samples.
-    void add(int column, const MinMax &extremes)
+    void add(int column, const MinMax &extremes, int firstSample)
     {
         if (extremes.isEmpty()) {
             if (column >= 0 && column < m_envelope.columns() &&
-                m_envelope.state[column] == ColumnEnvelope::Empty)
+                m_envelope.state[column] == ColumnEnvelope::Empty) {
                 m_envelope.state[column] = ColumnEnvelope::Gap;
+                m_envelope.firstSample[column] = firstSample;
+            }
             return;
         }
         m_envelope.firstColumn = m_any ? std::min(m_envelope.firstColumn, column) : column;
@@ -71,6 +73,8 @@ public:
             bridgeTo(column);
             m_envelope.max[column] = extremes.max;
             m_envelope.min[column] = extremes.min;
+            if (m_envelope.state[column] == ColumnEnvelope::Empty)
+                m_envelope.firstSample[column] = firstSample;
             m_envelope.state[column] = ColumnEnvelope::Filled;
             m_column = column;
         } else if (m_column != -1) {
@@ -97,12 +101,10 @@ private:
     int m_column = -1; // the last one that was filled
 };
 
-// The columns between two others on the straight line between the last sample of the one and the first of the other.
+// The columns between two others on the straight line between these places.
 void fillStraight(ColumnEnvelope &envelope, int before, int behind, const PixelMapping &mapping,
                   const QPointF &from, const QPointF &to)
 {
-    if (!mapping.hasPlace(from.x(), from.y()) || !mapping.hasPlace(to.x(), to.y()))
-        return;
     const SampleLine line(mapping, from, to);
     double left = line.valueAt(before + 1);
     for (int column = before + 1; column < behind; ++column) {
@@ -119,8 +121,8 @@ template <typename ColumnOf>
 void addSamples(Scan &scan, const SampleSpan &samples, int last, bool positiveOnly, ColumnOf columnOf)
 {
     for (int i = 0; i < samples.size(); ++i) {
-        const int column = columnOf(samples.x(i));
-        scan.add(column, drawableMinMax(samples.y(i), positiveOnly));
+        const int column = columnOf(i);
+        scan.add(column, drawableMinMax(samples.y(i), positiveOnly), i);
         if (column >= last)
             break;
     }
@@ -129,11 +131,12 @@ void addSamples(Scan &scan, const SampleSpan &samples, int last, bool positiveOn
 // The same, of all samples of a column at once.
 void addColumns(Scan &scan, const SampleSpan &samples, const PixelMapping &mapping, int last)
 {
+    ColumnSearch search(samples, mapping);
     int run = 1;
     for (int i = 0; i < samples.size();) {
-        const int column = mapping.column(samples.x(i));
-        const int end = std::max(columnEnd(samples, mapping, i, column, run), i + 1);
-        scan.add(column, drawableMinMax(samples, i, end, !mapping.isLinearY()));
+        const int column = search.columnOf(i);
+        const int end = std::max(search.endOf(column, i, run), i + 1);
+        scan.add(column, drawableMinMax(samples, i, end, !mapping.isLinearY()), i);
         if (column >= last)
             break;
         run = end - i;
@@ -163,22 +166,27 @@ ColumnEnvelope columnEnvelope(const SampleSpan &samples, const PixelMapping &map
     envelope.max.assign(size, baseline);
     envelope.min.assign(size, baseline);
     envelope.state.assign(size, ColumnEnvelope::Empty);
+    envelope.firstSample.resize(size);
 
     Scan scan(envelope, bridgeGaps);
     const bool ascending = (mapping.scaleX() > 0.0) != samples.isReversed();
     const int last = ascending ? columns : std::numeric_limits<int>::max();
+    const bool positiveOnly = !mapping.isLinearY();
+    ColumnSearch search(samples, mapping);
     if (ascending && samples.size() >= fewestToSearch * columns)
         addColumns(scan, samples, mapping, last);
     else if (mapping.isLinearX() && mapping.isLinearY())
-        addSamples(scan, samples, last, false, [&](double x) { return mapping.linearColumn(x); });
+        addSamples(scan, samples, last, false, [&](int i) { return mapping.linearColumn(samples.x(i)); });
     else
-        addSamples(scan, samples, last, !mapping.isLinearY(), [&](double x) { return mapping.column(x); });
+        addSamples(scan, samples, last, positiveOnly, [&](int i) { return search.columnOf(i); });
     return envelope;
 }
 
 void bridgeStraight(ColumnEnvelope &envelope, const SampleSpan &samples, const PixelMapping &mapping)
 {
-    int end = 0; // of the samples up to the column
+    const auto hasPlace = [&](int i) { return mapping.hasPlace(samples.x(i), samples.y(i)); };
+    int known = -1; // the sample whose place is
+    QPointF place;
     int before = -1;
     for (int column = 0; column < envelope.columns(); ++column) {
         if (envelope.state[column] == ColumnEnvelope::Empty)
@@ -186,10 +194,13 @@ void bridgeStraight(ColumnEnvelope &envelope, const SampleSpan &samples, const P
         const bool isBridge = before >= 0 && column > before + 1 &&
                               envelope.state[before] == ColumnEnvelope::Filled &&
                               envelope.state[column] == ColumnEnvelope::Filled;
-        if (isBridge) {
-            end = columnEnd(samples, mapping, end, before, 1);
-            if (end > 0 && end < samples.size())
-                fillStraight(envelope, before, column, mapping, samples.at(end - 1), samples.at(end));
+        const int to = isBridge ? envelope.firstSample[column] : 0;
+        if (to > 0 && hasPlace(to - 1) && hasPlace(to)) {
+            // Mostly the sample that the line before ended at.
+            const QPointF from = to - 1 == known ? place : SampleLine::placeOf(mapping, samples.at(to - 1));
+            place = SampleLine::placeOf(mapping, samples.at(to));
+            known = to;
+            fillStraight(envelope, before, column, mapping, from, place);
         }
         before = column;
     }

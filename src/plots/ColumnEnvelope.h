@@ -28,6 +28,7 @@ struct ColumnEnvelope
     std::vector<double> max;
     std::vector<double> min;
     std::vector<State> state;
+    std::vector<int> firstSample; // of the column; where the state is not empty
     int firstColumn =
         -1; // the smallest column of any finite sample, also one outside the item; -1 without samples
     int lastColumn = -1; // the largest of them inside the item

@@ -6,24 +6,31 @@
 
 namespace graph {
 
-// The straight line on the screen between two samples, in data units: for the pixel columns between them.
+// The straight line between two places on the screen, in data units: for the pixel columns between them.
 class SampleLine
 {
 public:
+    // Where a sample is.
+    static QPointF placeOf(const PixelMapping &mapping, const QPointF &sample)
+    {
+        return {mapping.x(sample.x()), mapping.y(sample.y())};
+    }
+
     SampleLine(const PixelMapping &mapping, const QPointF &from, const QPointF &to)
         : m_mapping(mapping)
-        , m_x(mapping.x(from.x()))
-        , m_y(mapping.y(from.y()))
-        , m_slope((mapping.y(to.y()) - m_y) / (mapping.x(to.x()) - m_x))
+        , m_from(from)
+        , m_slope((to.y() - from.y()) / (to.x() - from.x()))
     {
     }
 
-    double valueAt(double coordinate) const { return m_mapping.valueY(m_y + (coordinate - m_x) * m_slope); }
+    double valueAt(double coordinate) const
+    {
+        return m_mapping.valueY(m_from.y() + (coordinate - m_from.x()) * m_slope);
+    }
 
 private:
     const PixelMapping &m_mapping;
-    double m_x;
-    double m_y;
+    QPointF m_from;
     double m_slope;
 };
 
