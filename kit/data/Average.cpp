@@ -1,6 +1,5 @@
 #include "kit/data/Average.h"
 
-#include "kit/data/PowerLevels.h"
 #include "kit/data/Store.h"
 #include "kit/data/Telling.h"
 
@@ -86,27 +85,15 @@ void Average::beginAgain()
 
 void Average::forget()
 {
-    m_average.reset(m_count);
-    m_powers.clear();
-    m_mean.clear();
+    m_average.reset(m_count, m_power ? TraceAverage::Powers : TraceAverage::Values);
 }
 
 void Average::compute(const double *values, double *result, int count, bool)
 {
-    double *mean = result;
-    if (m_power) {
-        m_powers.resize(count);
-        m_mean.resize(count);
-        powersOfLevels(m_powers.data(), values, count);
-        values = m_powers.constData();
-        mean = m_mean.data();
-    }
     if (m_mode == Exponential)
-        m_average.addExponential(values, mean, count);
+        m_average.addExponential(values, result, count);
     else
-        m_average.addLinear(values, mean, count);
-    if (m_power)
-        levelsOfPowers(result, mean, count);
+        m_average.addLinear(values, result, count);
 }
 
 } // namespace graph

@@ -43,8 +43,6 @@ private:
     Mode m_mode = Linear;
     bool m_power = false;
     TraceAverage m_average;
-    QVector<double> m_powers; // of the newest trace
-    QVector<double> m_mean;   // of the powers
 };
 
 } // namespace graph

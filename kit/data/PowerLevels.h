@@ -4,8 +4,9 @@
 
 namespace graph {
 
-// Levels in dB as powers, and back. Within one unit in the last place for powers, and three for levels, of what
-// the numbers themselves allow: 1e-15 of a level, there and back.
+// Levels in dB as powers, and back. Powers are within 1.1 units in the last place of the exponential of the level times
+// the tenth of log 10, levels within four; there and back it is 1e-15 of a level. Processors that fuse products and sums
+// round once where others do twice, so the last places depend on them.
 GRAPH_CHARTS_EXPORT void powersOfLevels(double *powers, const double *levels, int count);
 GRAPH_CHARTS_EXPORT void levelsOfPowers(double *levels, const double *powers, int count);
 

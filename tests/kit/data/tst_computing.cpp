@@ -75,7 +75,7 @@ private slots:
     void smoothAgreesWithPlainMeans_data()
     {
         columns<int, int, double>({"count", "reach", "nanShare"});
-        for (int count : {0, 1, 2, 5, 16, 100}) {
+        for (int count : {0, 1, 2, 5, 16, 400}) {
             for (int reach : {0, 1, 2, 7, 99, 2000000000}) {
                 for (double share : {0.0, 0.3, 1.0})
                     QTest::addRow("%d by %d, %g missing", count, reach, share) << count << reach << share;
@@ -123,10 +123,12 @@ private slots:
 
     void averageAgreesWithPlainMeans_data()
     {
-        columns<int, double>({"depth", "nanShare"});
+        columns<int, double, int>({"depth", "nanShare", "of"});
         for (int depth : {1, 2, 7, 200}) {
-            for (double share : {0.0, 0.2, 0.95})
-                QTest::addRow("%d, %g missing", depth, share) << depth << share;
+            for (double share : {0.0, 0.2, 0.95}) {
+                for (int of : {graph::TraceAverage::Values, graph::TraceAverage::Powers})
+                    QTest::addRow("%d, %g missing, %d", depth, share, of) << depth << share << of;
+            }
         }
     }
 
@@ -134,28 +136,38 @@ private slots:
     {
         QFETCH(int, depth);
         QFETCH(double, nanShare);
-        constexpr int count = 50;
+        QFETCH(int, of);
+        constexpr int count = 1100;
         QRandomGenerator random(5);
         graph::TraceAverage average;
         graph::TraceAverage exponential;
-        average.reset(depth);
-        exponential.reset(depth);
-        QVector<Values> traces;
+        average.reset(depth, graph::TraceAverage::Of(of));
+        exponential.reset(depth, graph::TraceAverage::Of(of));
+        const bool isOfPowers = of == graph::TraceAverage::Powers;
+        const auto level = [&](double x) { return isOfPowers ? 10.0 * std::log10(x) : x; };
+        QVector<Values> traces; // the values themselves, or powers
         Values mean(count), faded(count), expected(count, qQNaN());
-        for (int round = 0; round < 40; ++round) {
-            // The first are complete, so that gaps come while means are kept.
-            traces.append(randomValues(random, count, round < 3 ? 0.0 : nanShare));
-            average.addLinear(traces.last().constData(), mean.data(), count);
-            exponential.addExponential(traces.last().constData(), faded.data(), count);
+        for (int round = 0; round < 20; ++round) {
+            // The first are complete, so that gaps come while means are kept, at the end of a trace to begin with.
+            Values values =
+                randomValues(random, count, round < 3 ? 0.0 : nanShare, isOfPowers ? 100 : 1000000);
+            for (int i = 0; round == 3 && i < 900; ++i)
+                values[i] = i;
+            average.addLinear(values.constData(), mean.data(), count);
+            exponential.addExponential(values.constData(), faded.data(), count);
+            for (double &value : values)
+                value = isOfPowers ? std::pow(10.0, value / 10.0) : value;
+            traces.append(values);
             for (int i = 0; i < count; ++i) {
-                const double value = traces.last().at(i);
+                const double value = values.at(i);
                 if (std::isnan(expected.at(i)))
                     expected[i] = value;
                 else if (!std::isnan(value))
                     expected[i] += (value - expected.at(i)) / std::min(round + 1, depth);
-                QVERIFY(isClose(mean.at(i), plainMean(std::max(round + 1 - depth, 0), round + 1,
-                                                      [&](int k) { return traces.at(k).at(i); })));
-                QVERIFY(isClose(faded.at(i), expected.at(i)));
+                const double plain = plainMean(std::max(round + 1 - depth, 0), round + 1,
+                                               [&](int k) { return traces.at(k).at(i); });
+                QVERIFY(isClose(mean.at(i), level(plain)));
+                QVERIFY(isClose(faded.at(i), level(expected.at(i))));
             }
         }
     }
@@ -164,11 +176,11 @@ private slots:
     void powersAndLevelsAreExact()
     {
         QRandomGenerator random(12);
-        for (int count : {1, 63, 64, 65, 700}) {
+        for (int count : {1, 63, 64, 65, 7000}) {
             Values levels(count);
             for (double &level : levels)
                 level = random.bounded(6000.0) - 3000.0;
-            if (count == 700)
+            if (count == 7000)
                 levels[300] = 1e9;
             Values powers(count);
             Values back(count);
