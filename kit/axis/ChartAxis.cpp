@@ -2,14 +2,12 @@
 
 #include "axis/TickMarks.h"
 #include "axis/TickSearch.h"
+#include "kit/axis/AxisTitle.h"
 #include "kit/axis/AxisUnit.h"
-#include "kit/axis/NumberLabels.h"
-#include "kit/axis/TimeTicks.h"
 #include "kit/data/Telling.h"
 
-#include <QDateTime>
-#include <QFontMetricsF>
-#include <QPainter>
+#include <QFontMetrics>
+#include <QPen>
 
 #include <algorithm>
 
@@ -17,9 +15,6 @@ namespace graph {
 
 namespace {
 
-// Distances of ticks in heights of their texts.
-constexpr double tickDistanceAlongText = 3.0;
-constexpr double tickDistanceAcrossText = 1.75;
 constexpr double nominalLength = 600.0; // pixels
 constexpr int marginSlack = 6;
 // Between the plot area and the numbers below or above it, more than an axis has by itself: those at its ends are below
@@ -29,16 +24,6 @@ constexpr int rowRoom = 2;
 constexpr int edgeRoom = 2;
 constexpr int minorMarkLength = 4;
 constexpr double minorGridOpacity = 0.45;
-
-double noOffset(double)
-{
-    return 0.0;
-}
-
-double placeOffset(double seconds)
-{
-    return QDateTime::fromMSecsSinceEpoch(qint64(seconds * 1000.0)).offsetFromUtc();
-}
 
 } // namespace
 
@@ -250,14 +235,9 @@ void ChartAxis::range(double from, double to)
 */
 QString ChartAxis::valueText(double value) const
 {
-    constexpr double steps = 1000.0;
-    if (m_scale == Time)
-        return readingOfTime(value, std::abs(maxVisible() - minVisible()), m_utc ? noOffset : placeOffset);
-    if (formatter())
+    if (m_scale != Time && formatter())
         return ValueAxis::formattedValue(value);
-    const double span = std::abs(maxVisible() - minVisible());
-    const double resolution = m_scale == Logarithmic ? std::abs(value) / steps : span / steps;
-    return numberWithUnit(value, resolution, AxisUnit(unit()));
+    return numbering().reading(value, std::abs(maxVisible() - minVisible()));
 }
 
 std::optional<int> ChartAxis::numberPrefix() const
@@ -270,7 +250,7 @@ std::optional<int> ChartAxis::numberPrefix() const
     const PrefixKey key(lowest, highest, length, unit());
     if (m_prefixKey != key) {
         m_prefixKey = key;
-        m_prefix = plan(lowest, highest, length).prefix;
+        m_prefix = numbering().plan(lowest, highest, length).prefix;
     }
     return m_prefix;
 }
@@ -323,9 +303,7 @@ void ChartAxis::checkRange()
 // Labels of another kind need another margin.
 void ChartAxis::measureAgain()
 {
-    m_widestText = 0;
-    m_plan = {};
-    m_planKey.reset();
+    m_planned.forget();
 }
 
 /*!
@@ -378,9 +356,10 @@ int ChartAxis::requiredMargin() const
     if (!hasOwnTicks())
         return ValueAxis::requiredMargin() + titleRoom;
     const ScaleEnds ends = axisRange().shownEnds();
-    const TickPlan whole =
-        plan(std::min(ends.begin, ends.end), std::max(ends.begin, ends.end), nominalLength);
-    int widest = std::max(m_widestText, m_title.isEmpty() ? metrics.horizontalAdvance(whole.unit) : 0);
+    const auto [lowest, highest] = std::minmax({ends.begin, ends.end});
+    const TickPlan whole = numbering().plan(lowest, highest, nominalLength);
+    int widest =
+        std::max(m_planned.widestText(), m_title.isEmpty() ? metrics.horizontalAdvance(whole.unit) : 0);
     for (const QString &text : whole.texts)
         widest = std::max(widest, metrics.horizontalAdvance(text));
     return widest + marginSlack + titleRoom;
@@ -393,40 +372,20 @@ bool ChartAxis::hasOwnTicks() const
     return tickInterval() != FixedTicks && !arePlain;
 }
 
-TickRequest ChartAxis::requestFor(double lowest, double highest, double length) const
+AxisNumbering ChartAxis::numbering() const
 {
-    const QFontMetricsF metrics(labelFont());
-    const bool isAlongText = orientation() == Qt::Horizontal;
-    TickRequest request;
-    request.scale = scaleKind();
-    request.lowest = lowest;
-    request.highest = highest;
-    request.length = length;
-    request.spacing = metrics.height() * (isAlongText ? tickDistanceAlongText : tickDistanceAcrossText);
-    request.gap = isAlongText ? metrics.horizontalAdvance(QLatin1Char('0')) * 2.0 : metrics.height() / 4.0;
-    request.unit = unit();
-    request.interval = m_scale == Linear ? customInterval() : 0.0;
-    request.minorTicks = m_minorTicks;
-    if (isAlongText)
-        request.extent = [metrics](const QString &text) { return metrics.horizontalAdvance(text); };
-    else
-        request.extent = [height = metrics.height()](const QString &) { return height; };
-    return request;
-}
-
-TickPlan ChartAxis::plan(double lowest, double highest, double length) const
-{
-    const TickRequest request = requestFor(lowest, highest, length);
-    TickPlan found = m_scale == Time          ? timeTicks(request, m_utc ? noOffset : placeOffset)
-                     : m_scale == Logarithmic ? logarithmicTicks(request)
-                                              : linearTicks(request);
-    if (!formatter())
-        return found;
-    for (int i = 0; i < found.majors.size(); ++i)
-        found.texts[i] = formatter()->formatValue(found.majors.at(i));
-    found.unit = AxisUnit(unit()).symbol();
-    found.common.clear();
-    return found;
+    AxisNumbering numbering;
+    numbering.kind = m_scale == Time          ? AxisNumbering::Kind::Time
+                     : m_scale == Logarithmic ? AxisNumbering::Kind::Logarithmic
+                                              : AxisNumbering::Kind::Linear;
+    numbering.isUtc = m_utc;
+    numbering.isAlongText = orientation() == Qt::Horizontal;
+    numbering.font = labelFont();
+    numbering.unit = unit();
+    numbering.interval = m_scale == Linear ? customInterval() : 0.0;
+    numbering.minorTicks = m_minorTicks;
+    numbering.formatter = formatter();
+    return numbering;
 }
 
 TickSet ChartAxis::tickSet(const QRectF &rect)
@@ -442,9 +401,9 @@ TickSet ChartAxis::tickSet(const QRectF &rect)
         return ValueAxis::tickSet(rect);
     updatePlan((orientation() == Qt::Horizontal ? rect.width() : rect.height()) - 1.0);
     TickSet set;
-    set.ticks = QList<qreal>(m_plan.majors.begin(), m_plan.majors.end());
+    set.ticks = QList<qreal>(m_planned.plan().majors.begin(), m_planned.plan().majors.end());
     set.positions = set.ticks;
-    set.minors = m_plan.minors;
+    set.minors = m_planned.plan().minors;
     return set;
 }
 
@@ -454,26 +413,13 @@ void ChartAxis::updatePlan(double length)
     ScaleEnds ends{minVisible(), maxVisible()};
     if (scaleKind() == ScaleKind::Logarithmic)
         ends = positivePart(ends.begin, ends.end);
-    const PlanKey key(ends.begin, ends.end, length, labelFont(), unit(), m_minorTicks, m_scale, m_utc,
-                      orientation(), customInterval());
-    // A formatter may answer differently at any time.
-    if (m_planKey == key && !formatter())
-        return;
-    m_planKey = key;
-    TickPlan wanted = plan(std::min(ends.begin, ends.end), std::max(ends.begin, ends.end), length);
-    if (wanted == m_plan)
+    const auto [lowest, highest] = std::minmax({ends.begin, ends.end});
+    const int widest = m_planned.widestText();
+    if (!m_planned.update(numbering(), lowest, highest, length))
         return;
     forgetTexts();
-    m_plan = std::move(wanted);
-    if (orientation() == Qt::Horizontal)
+    if (widest == m_planned.widestText())
         return;
-    const QFontMetrics metrics(labelFont());
-    int widest = m_widestText;
-    for (const QString &text : qAsConst(m_plan.texts))
-        widest = std::max(widest, metrics.horizontalAdvance(text));
-    if (widest == m_widestText)
-        return;
-    m_widestText = widest;
     // Not at once: this is a repaint, perhaps in another thread.
     QMetaObject::invokeMethod(
         this, [this] { updateRequiredMargin(); }, Qt::QueuedConnection);
@@ -483,11 +429,10 @@ QString ChartAxis::formattedValue(double value) const
 {
     if (!hasOwnTicks())
         return ValueAxis::formattedValue(value);
-    const int index = m_plan.majors.indexOf(value);
+    const int index = m_planned.plan().majors.indexOf(value);
     if (index >= 0)
-        return m_plan.texts.at(index);
-    return m_scale == Time ? timeText(value, m_utc ? noOffset : placeOffset)
-                           : shortNumber(value, AxisUnit(unit()));
+        return m_planned.plan().texts.at(index);
+    return numbering().text(value);
 }
 
 AxisLook ChartAxis::look() const
@@ -499,32 +444,18 @@ AxisLook ChartAxis::look() const
     look.entersCorners = true;
     if (look.isHorizontal() && look.hasBand())
         look.offset += rowRoom;
-    if (hasOwnTicks() && !m_plan.majors.isEmpty())
-        look.unit = m_plan.common.isEmpty() ? m_plan.unit : m_plan.common;
+    if (hasOwnTicks() && !m_planned.plan().majors.isEmpty())
+        look.unit = m_planned.plan().common.isEmpty() ? m_planned.plan().unit : m_planned.plan().common;
     if (!m_title.isEmpty())
-        look.unit = m_plan.common;
+        look.unit = m_planned.plan().common;
     return look;
 }
 
 QString ChartAxis::shownTitle() const
 {
-    const QString shown = hasOwnTicks() && !m_plan.majors.isEmpty() ? m_plan.unit : AxisUnit(unit()).symbol();
+    const QString shown = hasOwnTicks() && !m_planned.plan().majors.isEmpty() ? m_planned.plan().unit
+                                                                              : AxisUnit(unit()).symbol();
     return shown.isEmpty() ? m_title : m_title + QLatin1String(" (") + shown + QLatin1Char(')');
-}
-
-// The outer row of the margin, or of the plot area where there is no margin.
-QRectF ChartAxis::titleBand(const QRectF &plot) const
-{
-    const AxisLook drawn = ValueAxis::look();
-    const double height = titleHeight();
-    const double outside = drawn.hasBand() ? drawn.offset + margin() - edgeRoom : 0.0;
-    const bool isBegin = drawn.side() == AxisSide::Begin;
-    if (orientation() == Qt::Horizontal) {
-        const double top = isBegin ? plot.top() - outside : plot.bottom() + outside - height;
-        return QRectF(plot.left(), top, plot.width(), height);
-    }
-    const double left = isBegin ? plot.left() - outside : plot.right() + outside - height;
-    return QRectF(left, plot.top(), height, plot.height());
 }
 
 void ChartAxis::paintLabels(QPainter *painter, const QRectF &rect, const LabelSurroundings &surroundings)
@@ -535,19 +466,9 @@ void ChartAxis::paintLabels(QPainter *painter, const QRectF &rect, const LabelSu
     ValueAxis::paintLabels(painter, rect, inner);
     if (m_title.isEmpty() || !visible() || axisStyle() == TicksOnly)
         return;
-    const QRectF band = titleBand(rect);
-    painter->save();
-    painter->setFont(labelFont());
-    painter->setPen(m_titleColor.isValid() ? m_titleColor : labelColor());
-    const int flags = Qt::AlignCenter | Qt::TextDontClip | Qt::TextSingleLine;
-    if (orientation() == Qt::Horizontal) {
-        painter->drawText(band, flags, shownTitle());
-    } else {
-        painter->translate(band.bottomLeft());
-        painter->rotate(-90.0);
-        painter->drawText(QRectF(QPointF(), band.size().transposed()), flags, shownTitle());
-    }
-    painter->restore();
+    const AxisLook drawn = ValueAxis::look();
+    const AxisTitle title{shownTitle(), labelFont(), m_titleColor.isValid() ? m_titleColor : labelColor()};
+    title.paint(painter, drawn, rect, drawn.offset + margin() - edgeRoom);
 }
 
 } // namespace graph

@@ -3,7 +3,7 @@
 #include "axis/ValueAxis.h"
 #include "common/Export.h"
 #include "kit/axis/AutoRange.h"
-#include "kit/axis/TickPlan.h"
+#include "kit/axis/PlannedTicks.h"
 
 #include <atomic>
 #include <optional>
@@ -117,10 +117,9 @@ private:
     void checkRange();
     void measureAgain();
     bool hasOwnTicks() const;
-    TickRequest requestFor(double lowest, double highest, double length) const;
-    TickPlan plan(double lowest, double highest, double length) const;
+    AxisNumbering numbering() const;
+    void updatePlan(double length);
     QString shownTitle() const;
-    QRectF titleBand(const QRectF &plot) const;
     int titleHeight() const;
 
     QString m_title;
@@ -140,18 +139,11 @@ private:
     bool m_hasWrittenMargin = false;
     int m_followedMargin = 0;
     int m_roomBeyond = 0;
-    // All that a plan depends on: lines and labels are painted from one, which is not cheap.
-    using PlanKey =
-        std::tuple<double, double, double, QFont, QString, int, int, bool, Qt::Orientation, double>;
-    void updatePlan(double length);
-
-    TickPlan m_plan; // of the last repaint
-    std::optional<PlanKey> m_planKey;
+    PlannedTicks m_planned; // of the last repaint
     using PrefixKey = std::tuple<double, double, double, QString>;
     mutable std::optional<PrefixKey> m_prefixKey;
     mutable std::optional<int> m_prefix;
     std::atomic<double> m_length{0.0}; // of the axis in the last repaint, perhaps in another thread
-    int m_widestText = 0;              // of all repaints of this range
 };
 
 } // namespace graph

@@ -238,66 +238,54 @@ void WaterfallPlot::setColorMap(const QVariant &map)
     \qmlproperty real WaterfallPlot::from
     \qmlproperty real WaterfallPlot::to
     The levels of the first and of the last colour; where \c from is the greater one the colours run backwards, and a
-    diagnosis says so. Levels beyond them have these colours. One that is not set, or reset with undefined, follows the levels that have been seen; -100
-    and 0 without any.
+    diagnosis says so. Levels beyond them have these colours. One that is not set, or reset with undefined, follows the
+    levels that have been seen; -100 and 0 without any.
 */
 void WaterfallPlot::setFrom(double level)
 {
-    m_hasFrom = writeEnd("from", &m_levels.from, level) || m_hasFrom;
+    if (isLevel("from", level))
+        handleLevels(m_levels.writeFrom(level));
 }
 
 void WaterfallPlot::setTo(double level)
 {
-    m_hasTo = writeEnd("to", &m_levels.to, level) || m_hasTo;
+    if (isLevel("to", level))
+        handleLevels(m_levels.writeTo(level));
 }
 
-bool WaterfallPlot::writeEnd(const char *property, double *end, double level)
+bool WaterfallPlot::isLevel(const char *property, double level) const
 {
-    if (!std::isfinite(level)) {
-        tellOnce(this, property,
-                 QStringLiteral(
-                     "has a %1 of %2, which is ignored: write a level, or none, and it follows the levels")
-                     .arg(QLatin1String(property))
-                     .arg(level));
-        return false;
-    }
-    if (store(*end, level)) {
-        update();
-        emit levelsChanged();
-    }
-    return true;
+    if (std::isfinite(level))
+        return true;
+    tellOnce(
+        this, property,
+        QStringLiteral("has a %1 of %2, which is ignored: write a level, or none, and it follows the levels")
+            .arg(QLatin1String(property))
+            .arg(level));
+    return false;
 }
 
 void WaterfallPlot::resetFrom()
 {
-    m_hasFrom = m_hasLevels = false;
+    m_levels.writeFrom({});
     followLevels();
 }
 
 void WaterfallPlot::resetTo()
 {
-    m_hasTo = m_hasLevels = false;
+    m_levels.writeTo({});
     followLevels();
 }
 
-// An end that has to give way goes a little farther, so that noise does not move it with each row: all rows
-// have to be coloured again.
 void WaterfallPlot::followLevels()
 {
-    if (m_hasFrom && m_hasTo)
-        return;
-    const MinMax seen = m_rows.newestExtent();
-    if (m_rows.count() == 0 || seen.isEmpty() || !std::isfinite(seen.max - seen.min))
-        return;
-    const WaterfallLevels former = m_levels;
-    constexpr double headRoom = 0.05;
-    const double span = seen.max > seen.min ? seen.max - seen.min : 1.0;
-    if (!m_hasFrom && (!m_hasLevels || seen.min < m_levels.from))
-        m_levels.from = seen.min - headRoom * span;
-    if (!m_hasTo && (!m_hasLevels || seen.max > m_levels.to))
-        m_levels.to = seen.max + headRoom * span;
-    m_hasLevels = true;
-    if (former == m_levels)
+    if (m_rows.count() > 0)
+        handleLevels(m_levels.see(m_rows.newestExtent()));
+}
+
+void WaterfallPlot::handleLevels(bool areChanged)
+{
+    if (!areChanged)
         return;
     update();
     emit levelsChanged();
@@ -337,20 +325,13 @@ void WaterfallPlot::showReadRow()
     m_read.setYData(levels);
 }
 
-int WaterfallPlot::columnAt(double x) const
-{
-    const double column = std::round((x - m_place.start) / m_place.interval);
-    return column >= 0.0 && column < m_rows.columns() ? int(column) : -1;
-}
-
 /*!
     \qmlmethod int WaterfallPlot::rowAt(double y)
     The row at a y of the vertical axis, 0 being the newest; -1 where there is none.
 */
 int WaterfallPlot::rowAt(double y) const
 {
-    const double row = std::floor(y / m_place.rowStep);
-    return row >= 0.0 && row < m_rows.count() ? int(row) : -1;
+    return m_place.rowAt(y, m_rows.count());
 }
 
 /*!
@@ -359,7 +340,7 @@ int WaterfallPlot::rowAt(double y) const
 */
 double WaterfallPlot::levelAt(double x, double y) const
 {
-    const int column = columnAt(x);
+    const int column = m_place.columnAt(x, m_rows.columns());
     const int row = rowAt(y);
     return column < 0 || row < 0 ? std::numeric_limits<double>::quiet_NaN() : double(m_rows.row(row)[column]);
 }
@@ -377,11 +358,6 @@ DataExtent WaterfallPlot::dataExtent() const
         extent.x = {left, right};
     extent.y = {lowest, highest};
     return extent;
-}
-
-DataExtent WaterfallPlot::dataExtent(double, double) const
-{
-    return dataExtent();
 }
 
 double WaterfallPlot::minVisibleX() const
@@ -417,7 +393,8 @@ double WaterfallPlot::visibleRangeY() const
 void WaterfallPlot::paintPlot(const PlotFrame &frame)
 {
     if (m_rows.count() > 0)
-        frame.painter->drawImage(0, 0, m_raster.image(m_rows, m_place, m_levels, m_colors, frame.mapping));
+        frame.painter->drawImage(0, 0,
+                                 m_raster.image(m_rows, m_place, m_levels.levels(), m_colors, frame.mapping));
 }
 
 } // namespace graph

@@ -3,6 +3,7 @@
 #include "data/PlotSeries.h"
 #include "kit/data/DataInput.h"
 #include "kit/plots/DataExtent.h"
+#include "kit/plots/FollowedLevels.h"
 #include "kit/plots/WaterfallRaster.h"
 #include "view/base/AbstractPlot.h"
 
@@ -39,8 +40,8 @@ public:
     double rowInterval() const { return std::abs(m_place.rowStep); }
     PlotData *series() const { return m_series; }
     QVariant colorMap() const { return m_colorMap; }
-    double from() const { return m_levels.from; }
-    double to() const { return m_levels.to; }
+    double from() const { return m_levels.levels().from; }
+    double to() const { return m_levels.levels().to; }
     QString unit() const { return m_unit; }
     Direction direction() const { return m_direction; }
     int readRow() const { return m_readRow; }
@@ -72,7 +73,7 @@ public:
     Q_INVOKABLE int rowAt(double y) const;
 
     DataExtent dataExtent() const override;
-    DataExtent dataExtent(double xMin, double xMax) const override;
+    DataExtent dataExtent(double, double) const override { return dataExtent(); }
     bool fillsExtent() const override { return true; }
 
     // Without an axis all rows and columns are shown.
@@ -104,17 +105,16 @@ private slots:
 
 private:
     void useSeries(PlotData *series);
-    int columnAt(double x) const;
     void placeRows(double interval, Direction direction);
     void followLevels();
     void tellOfRoom();
-    // False when it is no level.
-    bool writeEnd(const char *property, double *end, double level);
+    void handleLevels(bool areChanged);
+    bool isLevel(const char *property, double level) const;
     void showReadRow();
 
     WaterfallRows m_rows;
     WaterfallPlace m_place;
-    WaterfallLevels m_levels;
+    FollowedLevels m_levels;
     WaterfallRaster m_raster;
     QVariant m_colorMap{QStringLiteral("viridis")};
     ColorMap m_colors;
@@ -127,9 +127,6 @@ private:
     QString m_unit;
     Direction m_direction = Down;
     int m_readRow = 0;
-    bool m_hasFrom = false;
-    bool m_hasTo = false;
-    bool m_hasLevels = false; // that were seen, where they count
 };
 
 } // namespace graph

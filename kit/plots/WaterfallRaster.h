@@ -7,6 +7,8 @@
 
 #include <QImage>
 
+#include <cmath>
+
 namespace graph {
 
 // Where the cells of a waterfall lie, in data units.
@@ -18,6 +20,13 @@ struct WaterfallPlace
 
     double columnEdge(int column) const { return start + (column - 0.5) * interval; }
     double rowEdge(int row) const { return row * rowStep; }
+
+    // Of so many; -1 where there is none.
+    int columnAt(double x, int columns) const { return within(std::round((x - start) / interval), columns); }
+    int rowAt(double y, int rows) const { return within(std::floor(y / rowStep), rows); }
+
+private:
+    static int within(double index, int count) { return index >= 0.0 && index < count ? int(index) : -1; }
 };
 
 // The levels of the first and of the last colour.

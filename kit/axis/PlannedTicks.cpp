@@ -1,0 +1,29 @@
+#include "kit/axis/PlannedTicks.h"
+
+#include <QFontMetrics>
+
+#include <algorithm>
+
+namespace graph {
+
+bool PlannedTicks::update(const AxisNumbering &numbering, double lowest, double highest, double length)
+{
+    const bool isKnown = m_key && m_key->lowest == lowest && m_key->highest == highest &&
+                         m_key->length == length && m_key->numbering == numbering;
+    // A formatter may answer differently at any time.
+    if (isKnown && !numbering.formatter)
+        return false;
+    m_key = Key{lowest, highest, length, numbering};
+    TickPlan wanted = numbering.plan(lowest, highest, length);
+    if (wanted == m_plan)
+        return false;
+    m_plan = std::move(wanted);
+    if (numbering.isAlongText)
+        return true;
+    const QFontMetrics metrics(numbering.font);
+    for (const QString &text : qAsConst(m_plan.texts))
+        m_widestText = std::max(m_widestText, metrics.horizontalAdvance(text));
+    return true;
+}
+
+} // namespace graph

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "kit/axis/AxisNumbering.h"
+
+#include <optional>
+
+namespace graph {
+
+// The ticks and texts that an axis shows: planned again, which is not cheap, only where something has changed that they
+// depend on.
+class PlannedTicks
+{
+public:
+    const TickPlan &plan() const { return m_plan; }
+    // Of texts above each other, the widest one since forget(), in pixels.
+    int widestText() const { return m_widestText; }
+
+    // False when they stay the same.
+    bool update(const AxisNumbering &numbering, double lowest, double highest, double length);
+    void forget() { *this = {}; }
+
+private:
+    struct Key
+    {
+        double lowest;
+        double highest;
+        double length;
+        AxisNumbering numbering;
+    };
+
+    TickPlan m_plan;
+    std::optional<Key> m_key;
+    int m_widestText = 0;
+};
+
+} // namespace graph
