@@ -30,8 +30,8 @@ int shownPeak(bool right, const PlotData &data, const ValueAxis &along, const Va
     for (int i = 0; i < y.size(); ++i)
         y[i] = height(data.y(first + i));
     const bool isRising = (data.x(first) <= data.x(last)) != along.isReversed();
-    const int from = std::max(std::min(start, last), first) - first;
-    const int peak = nextPeak(right == isRising, y, 0, y.size() - 1, from, height(lowest), height(highest));
+    const int peak =
+        nextPeak(right == isRising, y, 0, y.size() - 1, start - first, height(lowest), height(highest));
     return peak < 0 ? -1 : first + peak;
 }
 
@@ -94,8 +94,8 @@ int visiblePeak(bool right, const PlotData &data, const ValueAxis &along, const 
     QVector<double> y(last - first + 1);
     for (int i = 0; i < y.size(); ++i)
         y[i] = data.y(first + i);
-    const int from = std::max(std::min(start, last), first) - first;
-    const int peak = nextPeak(right, y, 0, y.size() - 1, from, across.minVisible(), across.maxVisible());
+    const int peak =
+        nextPeak(right, y, 0, y.size() - 1, start - first, across.minVisible(), across.maxVisible());
     return peak < 0 ? -1 : first + peak;
 }
 

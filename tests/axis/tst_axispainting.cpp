@@ -56,6 +56,7 @@ private slots:
     void labelsStayWholeAndApart();
     void neighbours_data();
     void neighbours();
+    void verticalLabelsAreOnTop();
     void unitPlaces_data();
     void unitPlaces();
 };
@@ -434,6 +435,25 @@ void tst_axispainting::neighbours()
     neighbour.setAxisStyle(ValueAxis::LabelsOnly);
     neighbour.setVisible(false);
     QVERIFY(towardsEnd ? outmost() > nearest : outmost() < nearest);
+}
+
+void tst_axispainting::verticalLabelsAreOnTop()
+{
+    XYScale plane;
+    plane.setSize({400, 300});
+    ValueAxis vertical;
+    ValueAxis horizontal;
+    vertical.setAlignment(Qt::AlignLeft);
+    horizontal.setMinValue(5.0);
+    horizontal.setMaxValue(6.0);
+    for (ValueAxis *axis : {&vertical, &horizontal}) {
+        axis->setMargin(50);
+        axis->setCustomInterval(1.0);
+        axis->setLabelsPlane(&plane);
+    }
+    plane.setAxes({&vertical, &horizontal});
+    const PaintRecorder recorder([&](QPainter *painter) { plane.paint(painter); });
+    QCOMPARE(words(recorder.texts), (QStringList{"5", "6", "1", "0"}));
 }
 
 void tst_axispainting::unitPlaces_data()

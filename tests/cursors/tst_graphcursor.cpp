@@ -505,6 +505,12 @@ private slots:
         bench.zoom->setLeft(0.3);
         QCOMPARE(visit(&GraphCursor::setPeakRight, 1), QVector<int>{80});
         QCOMPARE(visit(&GraphCursor::setPeakLeft, 4), (QVector<int>{75, 55, 35, 35}));
+        // From outside of the view the search begins at its edge.
+        bench.cursor->setStaysOnScreen(false);
+        bench.cursor->setPosIndex(5);
+        QCOMPARE(bench.cursor->findPeak(GraphCursor::PeakRight), 35);
+        bench.cursor->setPosIndex(98);
+        QCOMPARE(bench.cursor->findPeak(GraphCursor::PeakLeft), 75);
         // A peak has to be seen: by the tenth of what the screen shows, not of the axis.
         samples[60] = 2.0;
         bench.data->setYData(samples);

@@ -15,7 +15,8 @@ constexpr int messagesPerTurn = 256;
 constexpr int readsPerTurn = 64;
 // The greeting is a conversation: after each answer there is something to say.
 constexpr int greetingReads = 3;
-constexpr int greetingStep = 100; // ms
+constexpr int greetingStep = 100;       // ms
+constexpr qint64 longestWait = 3600000; // ms
 
 DBusHandlerResult handled(bool isHandled)
 {
@@ -159,7 +160,7 @@ int BusLink::handleTime()
     if (due == TimePoint::max())
         return -1;
     const auto wait = std::chrono::duration_cast<milliseconds>(due - now).count();
-    return int(std::clamp<long long>(wait + 1, 0, 3600 * 1000));
+    return int(std::clamp<qint64>(wait + 1, 0, longestWait));
 }
 
 void BusLink::connectToBus()

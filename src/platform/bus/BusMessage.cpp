@@ -195,15 +195,20 @@ Message arrayAppendedSignal(const Sender &sender, quint64 serial, const QString 
     return message;
 }
 
+qint64 sizeOfText(const QString &text)
+{
+    return text.size() * qint64(sizeof(QChar));
+}
+
 qint64 sizeOfValue(const QVariant &value)
 {
     constexpr qint64 overhead = 64;
     qint64 size = overhead;
     if (value.userType() == QMetaType::QString) {
-        size += 2 * value.toString().size();
+        size += sizeOfText(value.toString());
     } else if (value.userType() == QMetaType::QStringList) {
         for (const QString &text : value.toStringList())
-            size += overhead + 2 * text.size();
+            size += overhead + sizeOfText(text);
     }
     return size;
 }

@@ -83,7 +83,8 @@ Message arrayPartSignal(const Sender &sender, quint64 serial, const QString &ite
 Message arrayAppendedSignal(const Sender &sender, quint64 serial, const QString &itemName, quint64 dropped,
                             const QVector<double> &vector, int offset);
 
-// What the value takes in memory and in a message, roughly.
+// What the text, or the value, takes in memory and in a message, roughly.
+qint64 sizeOfText(const QString &text);
 qint64 sizeOfValue(const QVariant &value);
 
 } // namespace graph

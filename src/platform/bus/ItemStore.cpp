@@ -212,7 +212,7 @@ ItemStore::Outcome ItemStore::entryFor(const QString &itemName, bool isVector, q
         return WrongKind;
     const bool isNew = it == m_entries.end();
     const qint64 before = isNew ? 0 : it->bytes;
-    const qint64 after = bytes + 2 * itemName.size();
+    const qint64 after = bytes + graph::sizeOfText(itemName);
     if (!hasRoomForName(itemName) || m_bytes - before + after > graph::maxItemBytes)
         return NoRoom;
     if (isNew) {

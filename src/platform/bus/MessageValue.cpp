@@ -94,7 +94,7 @@ quint64 readNumber(DBusMessageIter *from)
 QString readText(DBusMessageIter *from)
 {
     const bool isText = dbus_message_iter_get_arg_type(from) == DBUS_TYPE_STRING;
-    const QString read = isText ? text(from) : QString();
+    QString read = isText ? text(from) : QString();
     dbus_message_iter_next(from);
     return read;
 }
@@ -102,7 +102,7 @@ QString readText(DBusMessageIter *from)
 QStringList readTexts(DBusMessageIter *from)
 {
     const bool isList = dbus_message_iter_get_arg_type(from) == DBUS_TYPE_ARRAY;
-    const QStringList read = isList ? texts(from) : QStringList();
+    QStringList read = isList ? texts(from) : QStringList();
     dbus_message_iter_next(from);
     return read;
 }

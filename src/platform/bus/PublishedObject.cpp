@@ -34,7 +34,7 @@ graph::ItemsAnswer fittingAnswer(quint64 serial, const BusItems &items, QStringL
     answer.serial = serial;
     qint64 bytes = graph::maxAnsweredValueBytes;
     for (auto it = items.values.cbegin(); it != items.values.cend(); ++it) {
-        bytes -= graph::sizeOfValue(it.value()) + 2 * it.key().size();
+        bytes -= graph::sizeOfValue(it.value()) + graph::sizeOfText(it.key());
         if (bytes < 0)
             laterValues->append(it.key());
         else

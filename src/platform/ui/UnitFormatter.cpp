@@ -7,8 +7,8 @@ namespace {
 
 struct Unit
 {
-    const char *name;
-    const char *symbol;
+    const char *name = "";
+    const char *symbol = "";
     graph::PrefixRange prefixes;
 };
 
