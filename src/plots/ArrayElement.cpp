@@ -24,7 +24,7 @@ bool isArray(const QVariant &value)
 
 QVariant arrayElement(const QVariant &value, int index)
 {
-    const QVariant plain = unwrapped(value);
+    QVariant plain = unwrapped(value);
     if (!isArray(plain))
         return plain;
     const QSequentialIterable elements = plain.value<QSequentialIterable>();
