@@ -9,8 +9,8 @@ files=("$@")
 [ $# -gt 0 ] || mapfile -t files < <(git ls-files 'src/*.cpp' 'kit/*.cpp' 'viewer/*.cpp')
 database=$(mktemp -d)
 trap 'rm -rf "$database"' EXIT
-# A precompiled header is of use only to the compiler that made it.
-sed -E 's# -Winvalid-pch -include [^ ]+/cmake_pch\.hxx##' build/dev/compile_commands.json \
+# A precompiled header is of use only to the compiler that made it, and so are options that clang does not know.
+sed -E 's# -Winvalid-pch -include [^ ]+/cmake_pch\.hxx##; s# -fvect-cost-model=[a-z]+##' build/dev/compile_commands.json \
     >"$database/compile_commands.json"
 printf '%s\n' "${files[@]}" | xargs -P "$(nproc)" -n 4 clang-tidy --quiet -p "$database" 2>/dev/null
 echo "${#files[@]} files, nothing found"

@@ -70,12 +70,12 @@ std::unique_ptr<QQuickWindow> windowOf(QQmlComponent *component, const QSize &si
         return nullptr;
     std::unique_ptr<QQuickWindow> window(qobject_cast<QQuickWindow *>(root.get()));
     if (window) {
-        root.release();
+        static_cast<void>(root.release());
     } else if (auto *item = qobject_cast<QQuickItem *>(root.get())) {
         window = std::make_unique<QQuickWindow>();
         item->setParent(window.get());
         item->setParentItem(window->contentItem());
-        root.release();
+        static_cast<void>(root.release());
         const bool hasSize = item->width() >= 1.0 && item->height() >= 1.0;
         window->create();
         window->resize(hasSize ? item->size().toSize() : QSize(800, 480));

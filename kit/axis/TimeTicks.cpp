@@ -321,7 +321,7 @@ QString readingOfTime(double seconds, double span, const ClockOffset &offset)
     constexpr double steps = 1000.0;
     constexpr double year = 366.0 * day;
     // Half of what the last digit counts, which is written rounded down.
-    const double finest =
+    const double lastDigit =
         span < 60.0 ? std::pow(10.0, std::floor(std::log10(std::max(span / steps, 1e-6)))) : 1.0;
     const double local = seconds + offset(seconds);
     const QDate date = Clock::date(local);
@@ -330,7 +330,7 @@ QString readingOfTime(double seconds, double span, const ClockOffset &offset)
         text += QLatin1Char(' ') + yearText(date);
     if (span > year)
         return text;
-    return text + QLatin1Char(' ') + clockText(local, span < 60.0 ? finest : span < day ? 1.0 : 60.0);
+    return text + QLatin1Char(' ') + clockText(local, span < 60.0 ? lastDigit : span < day ? 1.0 : 60.0);
 }
 
 QString timeText(double seconds, const ClockOffset &offset)

@@ -35,7 +35,7 @@ public:
         const PlottedData &plotted;
         const ZoomState &shown; // of the first axes
         Span dataX;             // on the first horizontal axis, here and in charts that share it
-        bool hasRoom;           // for data that go on growing
+        bool hasRoom = true;    // for data that go on growing
     };
 
     // The planes are for axes that have none of their own.

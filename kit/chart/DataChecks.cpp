@@ -319,7 +319,7 @@ QString reasonOfData(const AbstractPlot &plot)
 {
     if (!plot.plotData())
         return {};
-    const QString ofBus = reasonOfBus(*plot.plotData());
+    QString ofBus = reasonOfBus(*plot.plotData());
     if (!ofBus.isEmpty())
         return ofBus;
     for (const DataCheck check : dataChecks) {

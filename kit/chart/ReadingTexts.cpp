@@ -63,7 +63,7 @@ QString ReadingTexts::position(const ChartAxis &axis, double value) const
         return axis.valueText(value);
     if (axis.formatter())
         return axis.formatter()->formatValue(value);
-    const QString shared = inPrefixOfAxis(&axis, AxisUnit(axis.unit()), value, positionDigits);
+    QString shared = inPrefixOfAxis(&axis, AxisUnit(axis.unit()), value, positionDigits);
     return shared.isEmpty() ? number(axis.unit(), value) : shared;
 }
 
@@ -101,7 +101,7 @@ QString ReadingTexts::value(const AbstractPlot *plot, double value)
         return {};
     const DigitLimits digits{data->ySigDigs(), data->yPrecision()};
     const AxisUnit unit(unitOf(*plot));
-    const QString shared = inPrefixOfAxis(plot->axisY(), unit, value, digits);
+    QString shared = inPrefixOfAxis(plot->axisY(), unit, value, digits);
     if (!shared.isEmpty())
         return shared;
     if (data->yFormatter())

@@ -67,10 +67,11 @@ void addPeaks(const SampleSpan &samples, int first, int end, QVector<Peak> &peak
 {
     std::vector<Top> tops;
     const double lastValley = findTops(samples, first, end, tops);
-    const auto left = lowestBefore(tops.begin(), tops.end(),
-                                   [](std::vector<Top>::const_iterator top) { return top->valleyBefore; });
+    const auto left = lowestBefore(tops.begin(), tops.end(), [](const std::vector<Top>::const_iterator &top) {
+        return top->valleyBefore;
+    });
     const auto right =
-        lowestBefore(tops.rbegin(), tops.rend(), [&](std::vector<Top>::const_reverse_iterator top) {
+        lowestBefore(tops.rbegin(), tops.rend(), [&](const std::vector<Top>::const_reverse_iterator &top) {
             return top == tops.crbegin() ? lastValley : std::prev(top)->valleyBefore;
         });
     for (std::size_t i = 0; i < tops.size(); ++i) {

@@ -44,7 +44,7 @@ QString tell(const QObject *about, const QString &sentence)
     QString where;
     if (!place.url().isEmpty())
         where = QStringLiteral(" (%1:%2)").arg(place.url().fileName()).arg(place.line());
-    const QString message = nameOf(about) + where + QLatin1Char(' ') + sentence + QLatin1Char('.');
+    QString message = nameOf(about) + where + QLatin1Char(' ') + sentence + QLatin1Char('.');
     if (kitLog().isWarningEnabled())
         QMessageLogger(place.url().toString().toUtf8().constData(), place.line(), nullptr,
                        kitLog().categoryName())

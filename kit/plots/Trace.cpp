@@ -362,14 +362,17 @@ bool Trace::takesGeometry() const
            api != QSGRendererInterface::Software;
 }
 
-// Geometry has no texture that an effect could read; what is a layer provides its own.
+// Geometry has no texture that an effect could read, but what is a layer provides its own, as any item does: that is
+// the answer of the item, not that of the painted one.
 bool Trace::isTextureProvider() const
 {
+    // NOLINTNEXTLINE(bugprone-parent-virtual-call)
     return m_isPainted ? GraphPlot::isTextureProvider() : QQuickItem::isTextureProvider();
 }
 
 QSGTextureProvider *Trace::textureProvider() const
 {
+    // NOLINTNEXTLINE(bugprone-parent-virtual-call)
     return m_isPainted ? GraphPlot::textureProvider() : QQuickItem::textureProvider();
 }
 

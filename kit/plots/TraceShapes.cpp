@@ -125,8 +125,10 @@ QVector<QRect> barRectangles(const std::vector<TraceColumn> &columns, int baseRo
         Rows rows{pixel(column.top), pixel(column.bottom) + 1};
         rows.unite({baseRow, baseRow});
         rows = clipped(rows, size.height());
-        const int left = std::max(pixel(std::trunc(center(i)) - width / 2), 0);
-        const int end = std::min(pixel(std::trunc(center(i)) - width / 2) + width, size.width());
+        const int half = width / 2;
+        const int edge = pixel(std::trunc(center(i)) - half);
+        const int left = std::max(edge, 0);
+        const int end = std::min(edge + width, size.width());
         if (left < end && !rows.isEmpty())
             bars.append(QRect(left, rows.top, end - left, rows.count()));
     }
@@ -257,7 +259,7 @@ std::vector<Rows> dotRows(int diameter)
     const int odd = diameter % 2;
     for (int column = 0; column < diameter; ++column) {
         const double x = column + 0.5 - radius;
-        const int half = int(std::sqrt(radius * radius - x * x) - 0.5 * odd + 0.5);
+        const int half = int(std::floor(std::sqrt(radius * radius - x * x) - 0.5 * odd + 0.5));
         rows[std::size_t(column)] = {-half, half + odd};
     }
     return rows;

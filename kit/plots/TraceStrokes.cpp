@@ -146,13 +146,15 @@ void TraceStrokes::paintPoints(TraceCanvas &canvas) const
             const int row = pixel(place);
             if (!std::isfinite(place) || row < -reach || row >= size.height() + reach)
                 continue;
-            const auto slot = std::size_t(row + reach);
-            if (!isTaken[slot])
+            const int slot = row + reach;
+            if (!isTaken[std::size_t(slot)])
                 centers.append(QPoint(column.column, row));
-            isTaken[slot] = true;
+            isTaken[std::size_t(slot)] = true;
         }
-        for (int i = before; i < centers.size(); ++i)
-            isTaken[std::size_t(centers.at(i).y() + reach)] = false;
+        for (int i = before; i < centers.size(); ++i) {
+            const int slot = centers.at(i).y() + reach;
+            isTaken[std::size_t(slot)] = false;
+        }
         first = end;
     }
     drawDots(canvas, centers, m_look, reach, wholeSize(m_mapping));
