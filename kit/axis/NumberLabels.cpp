@@ -48,6 +48,16 @@ QString fixed(double value, int decimals)
     return text.startsWith(QLatin1Char('-')) && text.toDouble() == 0.0 ? text.mid(1) : text;
 }
 
+// Of a reading, by the greater of the value and what it is told apart by: a value near 0 is told in the unit of the
+// others. hasPrefix: the unit has one for that exponent.
+int prefixOfReading(double value, int exponent, const AxisUnit &unit, bool hasPrefix)
+{
+    const bool isWrittenOut = !hasPrefix && exponent < mostWholeDigits && exponent >= -mostZeros;
+    if (value == 0.0 || isWrittenOut)
+        return 0;
+    return hasPrefix ? unit.allowed(prefixBelow(exponent)) : prefixBelow(exponent);
+}
+
 } // namespace
 
 NumberLabels::NumberLabels(double lowest, double highest, double interval, const AxisUnit &unit)
@@ -130,14 +140,10 @@ QString numberWithUnit(double value, double resolution, const AxisUnit &unit)
 {
     if (!std::isfinite(value))
         return std::isnan(value) ? QStringLiteral("---") : QString::number(value);
-    // By the greater of both: a value near 0 is told in the unit of the others.
     const int exponent =
         exponentOf(std::max({std::abs(value), resolution, std::numeric_limits<double>::min()}));
     const bool hasPrefix = unit.takesPrefixes() && unit.covers(exponent);
-    const bool isWrittenOut = !hasPrefix && exponent < mostWholeDigits && exponent >= -mostZeros;
-    const int prefix = value == 0.0 || isWrittenOut ? 0
-                       : hasPrefix                  ? unit.allowed(prefixBelow(exponent))
-                                                    : prefixBelow(exponent);
+    const int prefix = prefixOfReading(value, exponent, unit, hasPrefix);
     constexpr int mostDecimals = 12;
     const int decimals = resolution > 0.0 ? std::clamp(prefix - exponentOf(resolution), 0, mostDecimals) : 6;
     const QString symbol = hasPrefix ? unit.prefixed(prefix) : unit.symbol();

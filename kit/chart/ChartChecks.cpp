@@ -193,6 +193,16 @@ QString withWrongAxis(const GraphView &, const AbstractPlot &plot)
     return {};
 }
 
+// For both axes and for data, beside a plot that shows something: it is merely empty.
+bool isToCome(const GraphView &view, const AbstractPlot &plot)
+{
+    if (plot.plotData() || plot.axisX() || plot.axisY())
+        return false;
+    const QVector<AbstractPlot *> plots = plotsOf(view);
+    return std::any_of(plots.begin(), plots.end(),
+                       [](const AbstractPlot *other) { return other->isValid(); });
+}
+
 QString withoutAxis(const GraphView &view, const AbstractPlot &plot)
 {
     // Figures have a range without axes, too.
@@ -201,10 +211,7 @@ QString withoutAxis(const GraphView &view, const AbstractPlot &plot)
     const auto *overview = qobject_cast<const WorldPlot *>(&plot);
     if (overview && !overview->graphPlot())
         return QStringLiteral("shows no plot: write graphPlot and the id of the plot");
-    // One that waits for both beside a plot that shows something is merely empty.
-    const QVector<AbstractPlot *> plots = plotsOf(view);
-    if (!plot.plotData() && !plot.axisX() && !plot.axisY() &&
-        std::any_of(plots.begin(), plots.end(), [](const AbstractPlot *other) { return other->isValid(); }))
+    if (isToCome(view, plot))
         return {};
     const QString missing = plot.axisX() ? QStringLiteral("axisY") : QStringLiteral("axisX");
     const QString both = plot.axisX() || plot.axisY() ? missing : QStringLiteral("axisX and axisY");
@@ -297,6 +304,26 @@ QVector<const QObject *> checkAxes(const GraphView &view, const QVector<Abstract
     return troubled;
 }
 
+// hasGoodAxes: nothing is wrong with those of the plot.
+void checkPlot(const GraphView &view, const AbstractPlot &plot, bool isNew, bool hasGoodAxes,
+               QVector<Finding> *findings)
+{
+    const QString ofPlot = firstReason(plotChecks, view, plot);
+    add(findings, &plot, ofPlot);
+    const PlotData *data = plot.plotData();
+    if (!data)
+        return;
+    const QObject *about = isOwnData(plot) ? static_cast<const QObject *>(&plot) : data;
+    const QString ofData = reasonOfData(plot);
+    add(findings, about, ofData);
+    for (const PlotData *behind : dataBehind(plot))
+        add(findings, behind, reasonOfBus(*behind));
+    if (!ofPlot.isEmpty() || !ofData.isEmpty() || !isNew)
+        return;
+    const QString ofNewData = reasonOfNewData(view, plot);
+    add(findings, about, ofNewData.isEmpty() && hasGoodAxes ? reasonOutOfRange(plot) : ofNewData);
+}
+
 } // namespace
 
 QVector<Finding> findReasons(const GraphView &view, const std::function<bool(const AbstractPlot &)> &isNew,
@@ -309,21 +336,8 @@ QVector<Finding> findReasons(const GraphView &view, const std::function<bool(con
     const QVector<AbstractPlot *> plots = plotsOf(view);
     const QVector<const QObject *> troubled = checkAxes(view, plots, &findings);
     for (const AbstractPlot *plot : plots) {
-        const QString ofPlot = firstReason(plotChecks, view, *plot);
-        add(&findings, plot, ofPlot);
-        const PlotData *data = plot->plotData();
-        if (!data)
-            continue;
-        const QObject *about = isOwnData(*plot) ? static_cast<const QObject *>(plot) : data;
-        const QString ofData = reasonOfData(*plot);
-        add(&findings, about, ofData);
-        for (const PlotData *behind : dataBehind(*plot))
-            add(&findings, behind, reasonOfBus(*behind));
-        if (!ofPlot.isEmpty() || !ofData.isEmpty() || !isNew(*plot))
-            continue;
         const bool hasGoodAxes = !troubled.contains(plot->axisX()) && !troubled.contains(plot->axisY());
-        const QString ofNewData = reasonOfNewData(view, *plot);
-        add(&findings, about, ofNewData.isEmpty() && hasGoodAxes ? reasonOutOfRange(*plot) : ofNewData);
+        checkPlot(view, *plot, isNew(*plot), hasGoodAxes, &findings);
     }
     return findings + misplacedParts(view, withStrays);
 }

@@ -161,8 +161,8 @@ QString ChartExport::imageTrouble(const QString &kind, double scale) const
     if (!std::isfinite(scale) || scale <= 0.0)
         return QStringLiteral("the scale has to be above 0");
     const QSizeF size = m_view->size() * scale;
-    if (size.width() > longestSide || size.height() > longestSide || size.width() < 1.0 ||
-        size.height() < 1.0)
+    const auto [shorter, longer] = std::minmax({size.width(), size.height()});
+    if (longer > longestSide || shorter < 1.0)
         return QStringLiteral("a picture has 1 to %1 pixels each way, not %2 x %3")
             .arg(longestSide)
             .arg(size.width())

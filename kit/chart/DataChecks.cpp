@@ -126,6 +126,18 @@ QString withoutNumbers(const AbstractPlot &, const PlotData &data)
         .arg(data.size());
 }
 
+QString placesToWrite(const PlotData &data, bool isOwn)
+{
+    if (data.inherits("graph::StreamSeries") || (isOwn && data.inherits("PlotSeries")))
+        return QStringLiteral("an interval other than 0");
+    if (data.inherits("PlotSeries"))
+        return QStringLiteral("an xInterval other than 0");
+    if (isOwn)
+        return QStringLiteral("positions that differ");
+    return data.inherits("PlotPoints") ? QStringLiteral("xData, as many as yData")
+                                       : QStringLiteral("x that differ");
+}
+
 QString atOnePlace(const AbstractPlot &plot, const PlotData &data)
 {
     if (!hasSamples(data) || data.usePointsAsSegments() || data.size() < 3)
@@ -134,17 +146,10 @@ QString atOnePlace(const AbstractPlot &plot, const PlotData &data)
     const double x = samples.first().x();
     if (samples.size() < 3 || samples.last().x() != x)
         return {};
-    QString advice = QStringLiteral("x that differ");
-    if (data.inherits("PlotSeries"))
-        advice = isOwnData(plot) ? QStringLiteral("an interval other than 0")
-                                 : QStringLiteral("an xInterval other than 0");
-    else if (data.inherits("graph::StreamSeries"))
-        advice = QStringLiteral("an interval other than 0");
-    else if (isOwnData(plot))
-        advice = QStringLiteral("positions that differ");
-    else if (data.inherits("PlotPoints"))
-        advice = QStringLiteral("xData, as many as yData");
-    return QStringLiteral("has all its %1 samples at x = %2: write %3").arg(data.size()).arg(x).arg(advice);
+    return QStringLiteral("has all its %1 samples at x = %2: write %3")
+        .arg(data.size())
+        .arg(x)
+        .arg(placesToWrite(data, isOwnData(plot)));
 }
 
 QString withoutInterval(const AbstractPlot &plot, const PlotData &data)
@@ -179,6 +184,22 @@ QString withoutSource(const AbstractPlot &, const PlotData &data)
                           "data");
 }
 
+QString ofOtherLength(const SampleSpan &minuend, const SampleSpan &subtrahend)
+{
+    return QStringLiteral(
+               "subtracts %1 samples of its reference from %2 of its source, one by one, and leaves "
+               "out the others: give it two traces of one length")
+        .arg(subtrahend.size())
+        .arg(minuend.size());
+}
+
+bool areElsewhere(const SampleSpan &minuend, const SampleSpan &subtrahend)
+{
+    const double tolerance = 1e-6 * std::abs(minuend.last().x() - minuend.first().x());
+    return std::abs(subtrahend.first().x() - minuend.first().x()) > tolerance ||
+           std::abs(subtrahend.last().x() - minuend.last().x()) > tolerance;
+}
+
 // Of samples that are paired by their places.
 QString withUnequalPairs(const AbstractPlot &, const PlotData &data)
 {
@@ -192,24 +213,16 @@ QString withUnequalPairs(const AbstractPlot &, const PlotData &data)
     if (minuend.isEmpty() || subtrahend.isEmpty())
         return {};
     if (minuend.size() != subtrahend.size())
-        return QStringLiteral(
-                   "subtracts %1 samples of its reference from %2 of its source, one by one, and leaves "
-                   "out the others: give it two traces of one length")
-            .arg(subtrahend.size())
-            .arg(minuend.size());
-    const double from = minuend.first().x();
-    const double to = minuend.last().x();
-    const double tolerance = 1e-6 * std::abs(to - from);
-    if (!(std::abs(subtrahend.first().x() - from) > tolerance) &&
-        !(std::abs(subtrahend.last().x() - to) > tolerance))
+        return ofOtherLength(minuend, subtrahend);
+    if (!areElsewhere(minuend, subtrahend))
         return {};
     return QStringLiteral(
                "subtracts samples at x = %1 to %2 from others at %3 to %4, one by one, whichever their "
                "x: give both the same start and interval")
         .arg(subtrahend.first().x())
         .arg(subtrahend.last().x())
-        .arg(from)
-        .arg(to);
+        .arg(minuend.first().x())
+        .arg(minuend.last().x());
 }
 
 // On an axis that counts something else than samples.
@@ -242,6 +255,14 @@ QString outOfRange(const char *direction, double low, double high, double from, 
         .arg(from)
         .arg(to)
         .arg(QLatin1String(advice));
+}
+
+// Each at its place between two axes.
+bool showsSamples(const AbstractPlot &plot)
+{
+    const PlotData *data = plot.plotData();
+    return data && plot.axisX() && plot.axisY() && hasSamples(*data) && !data->usePointsAsSegments() &&
+           !qobject_cast<const WaterfallPlot *>(&plot);
 }
 
 // Somebody looks at a part of the chart, and data elsewhere are no wonder.
@@ -332,11 +353,9 @@ QString reasonOfData(const AbstractPlot &plot)
 
 QString reasonOutOfRange(const AbstractPlot &plot)
 {
-    const PlotData *data = plot.plotData();
-    if (!data || !plot.axisX() || !plot.axisY() || !hasSamples(*data) || data->usePointsAsSegments() ||
-        isZoomed(plot) || dynamic_cast<const WaterfallPlot *>(&plot))
+    if (!showsSamples(plot) || isZoomed(plot))
         return {};
-    const SampleSpan samples = allSamples(*data);
+    const SampleSpan samples = allSamples(*plot.plotData());
     if (samples.isEmpty())
         return {};
     const double first = samples.first().x();

@@ -49,30 +49,39 @@ bool isAlike(const QColor &a, const QColor &b)
            std::abs(a.blue() - b.blue()) <= least;
 }
 
+// What is misspelled behind "Chart." is undefined.
+bool isTheme(const QVariant &theme)
+{
+    if (!theme.isValid() || theme.userType() == QMetaType::QString)
+        return false;
+    bool isNumber = false;
+    const int number = theme.toInt(&isNumber);
+    return isNumber ? number == ChartView::Dark || number == ChartView::Light
+                    : qobject_cast<ChartTheme *>(theme.value<QObject *>()) || theme.isNull();
+}
+
+QString shownTheme(const QVariant &theme)
+{
+    if (!theme.isValid())
+        return QStringLiteral("undefined");
+    if (theme.userType() == QMetaType::QString)
+        return QStringLiteral("the text \"%1\"").arg(theme.toString());
+    bool isNumber = false;
+    const int number = theme.toInt(&isNumber);
+    return isNumber ? QString::number(number) : QString::fromLatin1(theme.typeName());
+}
+
 } // namespace
 
 QString withUnknownTheme(const GraphView &view)
 {
     const auto *chart = qobject_cast<const ChartView *>(&view);
-    if (!chart)
+    if (!chart || isTheme(chart->theme()))
         return {};
-    const QVariant theme = chart->theme();
-    bool isNumber = false;
-    const int number = theme.toInt(&isNumber);
-    const bool isText = theme.userType() == QMetaType::QString;
-    const bool isKnown = isNumber ? number == ChartView::Dark || number == ChartView::Light
-                                  : qobject_cast<ChartTheme *>(theme.value<QObject *>()) || theme.isNull();
-    // What is misspelled behind "Chart." is undefined.
-    if (theme.isValid() && !isText && isKnown)
-        return {};
-    const QString found = isText            ? QStringLiteral("the text \"%1\"").arg(theme.toString())
-                          : isNumber        ? QString::number(number)
-                          : theme.isValid() ? QString::fromLatin1(theme.typeName())
-                                            : QStringLiteral("undefined");
     return QStringLiteral(
                "has %1 as its theme and is dark therefore: write theme: Chart.Light, Chart.Dark or a "
                "ChartTheme, without quotes")
-        .arg(found);
+        .arg(shownTheme(chart->theme()));
 }
 
 // That a chart has no legend for traces without names is no wonder, unless the document has said how it is to be.

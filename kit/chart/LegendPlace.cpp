@@ -87,20 +87,40 @@ bool isCovered(const AbstractPlot &plot, const QRectF &place)
     return false;
 }
 
+// What is hidden by a tap on the legend is among them: it does not move the legend.
+QVector<const AbstractPlot *> tracesWithData(const QVector<QPointer<AbstractPlot>> &plots)
+{
+    QVector<const AbstractPlot *> traces;
+    for (const AbstractPlot *plot : plots) {
+        if (qobject_cast<const GraphPlot *>(plot) && plot->plotData() && plot->plotData()->size() > 0)
+            traces.append(plot);
+    }
+    return traces;
+}
+
+// Of a legend in that corner, with the gap around it.
+QRectF placeIn(const LegendPlace::Corner &corner, const QSizeF &area, const QSizeF &legend)
+{
+    const double x = corner.atRight ? area.width() - legend.width() - inset : inset;
+    const double y = corner.atBottom ? area.height() - legend.height() - inset : inset;
+    return QRectF(QPointF(x, y), legend).adjusted(-gap, -gap, gap, gap);
+}
+
+bool isFree(const QRectF &place, const QVector<const AbstractPlot *> &traces)
+{
+    return std::none_of(traces.begin(), traces.end(),
+                        [&place](const AbstractPlot *plot) { return isCovered(*plot, place); });
+}
+
 } // namespace
 
 std::optional<LegendPlace::Corner> LegendPlace::find(const QVector<QPointer<AbstractPlot>> &plots,
                                                      const QSizeF &area, const QSizeF &legend)
 {
-    QVector<const AbstractPlot *> shown;
+    const QVector<const AbstractPlot *> traces = tracesWithData(plots);
     QVector<const void *> data;
-    for (const AbstractPlot *plot : plots) {
-        // What is hidden by a tap on the legend does not move it.
-        if (qobject_cast<const GraphPlot *>(plot) && plot->plotData() && plot->plotData()->size() > 0) {
-            shown.append(plot);
-            data.append(plot->plotData());
-        }
-    }
+    for (const AbstractPlot *plot : traces)
+        data.append(plot->plotData());
     if (data.isEmpty() || legend.isEmpty() || (data == m_data && area == m_area && legend == m_legend))
         return std::nullopt;
     m_data = data;
@@ -108,11 +128,7 @@ std::optional<LegendPlace::Corner> LegendPlace::find(const QVector<QPointer<Abst
     m_legend = legend;
     for (const Corner corner :
          {Corner{true, false}, Corner{false, false}, Corner{true, true}, Corner{false, true}}) {
-        const double x = corner.atRight ? area.width() - legend.width() - inset : inset;
-        const double y = corner.atBottom ? area.height() - legend.height() - inset : inset;
-        const QRectF place = QRectF(QPointF(x, y), legend).adjusted(-gap, -gap, gap, gap);
-        if (std::none_of(shown.begin(), shown.end(),
-                         [&place](const AbstractPlot *plot) { return isCovered(*plot, place); }))
+        if (isFree(placeIn(corner, area, legend), traces))
             return corner;
     }
     return Corner{true, false};

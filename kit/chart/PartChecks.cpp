@@ -58,26 +58,33 @@ QString withoutTarget(const QQuickItem &item)
                : QString();
 }
 
+QString withoutLevels(const ColorScale &scale)
+{
+    const AbstractPlot *plot = scale.plot();
+    if (!plot)
+        return QStringLiteral("has no plot and shows nothing: write plot and the id of the plot");
+    if (qobject_cast<const WaterfallPlot *>(plot) || qobject_cast<const HeatmapPlot *>(plot))
+        return {};
+    return QStringLiteral("shows nothing of %1, which has no colours for its levels: write the id of a "
+                          "WaterfallPlot or a HeatmapPlot")
+        .arg(nameOf(plot));
+}
+
+QString withoutView(const GraphCursor &cursor, bool isInView)
+{
+    const QQuickItem *parent = cursor.parentItem();
+    if (isInView || (parent && parent->property("zoomRect").value<ZoomRect *>()))
+        return {};
+    return QStringLiteral("is in no view and has no plots: move it into the braces of a chart");
+}
+
 QString outOfPlace(const QQuickItem &item, bool isInView)
 {
-    const QQuickItem *parent = item.parentItem();
-    if (const auto *scale = qobject_cast<const ColorScale *>(&item)) {
-        if (!scale->plot())
-            return QStringLiteral("has no plot and shows nothing: write plot and the id of the plot");
-        const bool hasColors =
-            qobject_cast<WaterfallPlot *>(scale->plot()) || qobject_cast<HeatmapPlot *>(scale->plot());
-        return hasColors ? QString()
-                         : QStringLiteral(
-                               "shows nothing of %1, which has no colours for its levels: write the id of a "
-                               "WaterfallPlot or a HeatmapPlot")
-                               .arg(nameOf(scale->plot()));
-    }
-    if (qobject_cast<const GraphCursor *>(&item)) {
-        const bool hasView = isInView || (parent && parent->property("zoomRect").value<ZoomRect *>());
-        return hasView ? QString()
-                       : QStringLiteral("is in no view and has no plots: move it into the braces of a chart");
-    }
-    if (qobject_cast<const GraphCursor *>(parent))
+    if (const auto *scale = qobject_cast<const ColorScale *>(&item))
+        return withoutLevels(*scale);
+    if (const auto *cursor = qobject_cast<const GraphCursor *>(&item))
+        return withoutView(*cursor, isInView);
+    if (qobject_cast<const GraphCursor *>(item.parentItem()))
         return withoutTarget(item);
     const bool isTag = isPart(item, "CursorTag") && !item.property("cursor").value<QObject *>();
     if (isTag || isPart(item, "CursorReadout"))

@@ -151,6 +151,15 @@ bool ComputedData::isUpToDate() const
                       });
 }
 
+void ComputedData::rememberInputs()
+{
+    m_seen.clear();
+    const QVector<PlotData *> used = inputs();
+    for (const PlotData *input : used)
+        m_seen.append(input ? input->history() : SampleHistory());
+    m_isOutdated = false;
+}
+
 void ComputedData::takeSource()
 {
     if (!m_running || !m_source)
@@ -166,11 +175,7 @@ void ComputedData::takeSource()
         forget();
         m_isBegun = false;
     }
-    m_seen.clear();
-    const QVector<PlotData *> used = inputs();
-    for (const PlotData *input : used)
-        m_seen.append(input ? input->history() : SampleHistory());
-    m_isOutdated = false;
+    rememberInputs();
     m_values.resize(count);
     if (count > 0) {
         compute(source.values(), m_values.data(), count, !m_isBegun);

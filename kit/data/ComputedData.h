@@ -81,6 +81,7 @@ private:
     bool useSource(PlotData *source);
     bool isComputedFrom(const PlotData *data) const;
     bool isUpToDate() const;
+    void rememberInputs();
     void takeSource();
     // The x of the source; false where it is another one than before.
     bool takePositions(const SampleSpan &samples, int count);
