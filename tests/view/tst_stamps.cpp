@@ -5,9 +5,11 @@
 #include "support/QmlDocument.h"
 
 #include "cursors/GraphCursor.h"
+#include "view/base/PaintedFigure.h"
 #include "view/base/XYScale.h"
 #include "support/Table.h"
 
+#include <QPainter>
 #include <QSGImageNode>
 #include <QSGRenderNode>
 #include <QSGRendererInterface>
@@ -126,11 +128,59 @@ class tst_stamps : public QObject
     Q_OBJECT
 
 private slots:
+    void textsAreToldApart();
+    void othersArePaintedIntoALayer();
     void showsThePixelsOfALayer_data();
     void showsThePixelsOfALayer();
     void blendsAndUploadsLittle_data();
     void blendsAndUploadsLittle();
 };
+
+void tst_stamps::textsAreToldApart()
+{
+    // The second begins where the first ends, in another row; the last comes in two pieces.
+    graph::PaintedTexts known;
+    const auto figure = graph::recordedFigure(QSize(200, 100), known, 0.0, [](QPainter *painter) {
+        const double width = QFontMetricsF(painter->font(), painter->device()).horizontalAdvance("ab");
+        painter->drawText(QPointF(10.0, 20.0), "ab");
+        painter->drawText(QPointF(10.0 + width, 50.0), "cd");
+        painter->drawText(QPointF(12.0 + width + width, 50.0), "e f");
+    });
+    QStringList texts;
+    for (const graph::PlacedMark &mark : figure.marks)
+        texts.append(mark.mark.text);
+    QVERIFY(figure.isComplete);
+    QCOMPARE(texts, (QStringList{"ab", "cd", "e f"}));
+}
+
+void tst_stamps::othersArePaintedIntoALayer()
+{
+    using Draw = std::function<void(QPainter *)>;
+    const auto isTakenDown = [](const Draw &draw) {
+        graph::PaintedTexts known;
+        return graph::recordedFigure(QSize(50, 50), known, 0.0,
+                                     [&](QPainter *painter) {
+                                         draw(painter);
+                                         painter->drawLine(QLineF(1.0, 1.0, 9.0, 9.0));
+                                     })
+            .isComplete;
+    };
+    QVERIFY(isTakenDown([](QPainter *painter) { painter->translate(0.5, -2.0); }));
+    const Draw others[] = {
+        [](QPainter *painter) { painter->setPen(QPen(Qt::Dense4Pattern, 1.0)); },
+        [](QPainter *painter) { painter->setRenderHint(QPainter::Antialiasing); },
+        [](QPainter *painter) { painter->scale(2.0, 1.0); },
+        [](QPainter *painter) { painter->drawRect(1, 1, 5, 5); },
+        [](QPainter *painter) { painter->drawPoint(1, 1); },
+        [](QPainter *painter) { painter->drawLine(QLineF(0.0, 0.0, 1e12, 1.0)); },
+        [](QPainter *painter) { painter->drawImage(0, 0, QImage(9, 9, QImage::Format_RGB32)); },
+        [](QPainter *painter) {
+            for (int i = 0; i < 300; ++i)
+                painter->drawLine(i % 50, 0, 9, 9);
+        }};
+    for (const Draw &other : others)
+        QVERIFY2(!isTakenDown(other), qPrintable(QString::number(&other - others)));
+}
 
 void tst_stamps::showsThePixelsOfALayer_data()
 {
