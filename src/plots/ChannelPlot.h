@@ -44,7 +44,7 @@ private:
     {
         Entry entry;
         QRect rect;
-        bool isMeasured;
+        bool isMeasured = false;
     };
 
     QVector<Channel> channels(const graph::PixelMapping &mapping) const;

@@ -46,7 +46,7 @@ const std::vector<unsigned int> HeatmapPlot::m_heatMapColors = {
 HeatmapPlot::HeatmapPlot(QQuickItem *parent)
     : AbstractPlot(parent)
     , m_heatmap(std::make_shared<const graph::Heatmap>())
-    , m_imageBuffer(imageWidth * imageHeight)
+    , m_imageBuffer(std::size_t(imageWidth) * imageHeight)
 {
     m_redrawTimer.setSingleShot(true);
     m_redrawTimer.setInterval(redrawInterval);

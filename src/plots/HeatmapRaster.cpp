@@ -95,7 +95,8 @@ public:
             merged[p] = std::max(ladder[m_lookUps[p].first], ladder[m_lookUps[p].second]);
             seen = std::max(seen, unsigned(merged[p]));
         }
-        colors.at(seen); // throws, once for the line, what each of its pixels would have to ask for
+        // Throws, once for the line, what each of its pixels would have to ask for.
+        static_cast<void>(colors.at(seen));
         const unsigned int *palette = colors.data();
         for (int p = 0; p < pixels; ++p)
             line[p] = palette[merged[p]];

@@ -38,8 +38,8 @@ signals:
 protected:
     struct Entry
     {
-        int index; // in the data
-        const PlotRegion *region;
+        int index = -1; // in the data
+        const PlotRegion *region = nullptr;
     };
 
     // Null for data of another kind.

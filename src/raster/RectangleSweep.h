@@ -38,7 +38,7 @@ private:
     struct Piece
     {
         Rows rows;
-        int left;
+        int left = 0;
     };
 
     void close(const Rows &rows, int left);
