@@ -3,6 +3,7 @@
 #include "kit/data/ItemName.h"
 #include "kit/data/KitLog.h"
 #include "kit/data/NumberList.h"
+#include "kit/data/Store.h"
 #include "kit/data/StreamBuffer.h"
 #include "kit/data/Telling.h"
 
@@ -27,6 +28,10 @@ constexpr int takeInterval = 4;
 StreamData::StreamData(QObject *parent)
     : SampledData(parent)
 {
+    // Before anybody else hears of the samples. At each of them, what reads the size would cost more than the samples.
+    connect(this, &PlotData::plotChanged, this, [this] { tellProperties(); });
+    // Or another announcement would follow this one.
+    disconnect(this, SIGNAL(sizeChanged(int)), this, SLOT(emitPlotChanged()));
 }
 
 void StreamData::setCapacity(int capacity)
@@ -41,7 +46,7 @@ void StreamData::setCapacity(int capacity)
     capacity = bounded(this, "capacity", capacity, 1, StreamBuffer<double>::greatestCapacity);
     if (capacity == this->capacity())
         return;
-    const Appearance former = appearance();
+    const SampleHistory former = history();
     resizeStore(capacity);
     emit capacityChanged();
     announce(former);
@@ -51,7 +56,7 @@ void StreamData::setHeld(bool held)
 {
     if (m_held == held)
         return;
-    const Appearance former = appearance();
+    const SampleHistory former = history();
     m_held = held;
     freeze(held);
     emit heldChanged();
@@ -60,19 +65,21 @@ void StreamData::setHeld(bool held)
 
 void StreamData::clear()
 {
-    const Appearance former = appearance();
+    const SampleHistory former = history();
     clearStore();
     announce(former);
 }
 
-void StreamData::announce(const Appearance &former)
+void StreamData::announce(const SampleHistory &former)
 {
-    const SampleHistory now = history();
-    if (now.isSame(former.history))
-        return;
-    if (now.size != former.history.size)
-        emit sizeChanged(now.size);
-    emitPlotChanged();
+    if (!history().isSame(former))
+        emitPlotChanged();
+}
+
+void StreamData::tellProperties()
+{
+    if (store(m_toldSize, size()))
+        emit sizeChanged(m_toldSize);
 }
 
 bool StreamData::event(QEvent *event)
@@ -106,7 +113,7 @@ void StreamData::timerEvent(QTimerEvent *event)
 
 bool StreamData::takeAndAnnounce()
 {
-    const Appearance former = appearance();
+    const SampleHistory former = history();
     const bool any = takePushed();
     announce(former);
     return any;

@@ -40,15 +40,10 @@ signals:
 protected:
     void timerEvent(QTimerEvent *event) override;
 
-    // What the samples look like from outside; compared around each change.
-    struct Appearance
-    {
-        SampleHistory history;
-        double start = 0.0;
-    };
-    virtual Appearance appearance() const { return {history(), 0.0}; }
-    // Announces what has become different.
-    virtual void announce(const Appearance &former);
+    // Announces that the samples are others than they were, once for all changes in one pass of the event loop.
+    void announce(const SampleHistory &former);
+    // Tells of the properties that have changed with the samples.
+    virtual void tellProperties();
 
     virtual void resizeStore(int capacity) = 0;
     virtual void clearStore() = 0;
@@ -74,6 +69,7 @@ private:
     QBasicTimer m_takeTimer; // while samples keep coming
     int m_takes = 0;         // one after the other that found some
     qint64 m_dropped = 0;
+    int m_toldSize = 0;
     bool m_held = false;
 };
 

@@ -95,7 +95,7 @@ void StreamPoints::setDbusAddress(const QString &address)
 // then start at the same point.
 void StreamPoints::takeCoordinate(QVector<double> &waiting, const QVector<double> &array, int appended)
 {
-    const Appearance former = appearance();
+    const SampleHistory former = history();
     if (appended < 0) {
         if (shown().size > 0 || !waiting.isEmpty()) {
             clearStore();
@@ -141,7 +141,7 @@ void StreamPoints::append(const QJSValue &xs, const QJSValue &ys)
 
 void StreamPoints::append(const double *xs, const double *ys, int count)
 {
-    const Appearance former = appearance();
+    const SampleHistory former = history();
     appendLive(count, [xs, ys](qint64 i) { return QPointF(xs[i], ys[i]); });
     announce(former);
 }

@@ -17,7 +17,8 @@ namespace graph {
     out.
 
     Appending costs the samples that are appended, however many there are. So does a frame of a chart that
-    rolls over them, beside its pixels.
+    rolls over them, beside its pixels. plotChanged(), sizeChanged() and startChanged() tell of all that was
+    appended in one pass of the event loop.
 
     \code
     StreamSeries { id: level; capacity: 720000; interval: 0.005 }
@@ -90,7 +91,7 @@ void StreamSeries::setDbusAddress(const QString &address)
     if (!BusBinding::isAddress(address))
         return;
     connectOrnVecDoubleItem(QStringLiteral("yData"), [this](const QVector<double> &array, int appended) {
-        const Appearance former = appearance();
+        const SampleHistory former = history();
         if (appended < 0)
             clearStore();
         const int count = appended < 0 ? array.size() : std::min(appended, int(array.size()));
@@ -107,7 +108,7 @@ void StreamSeries::setDbusAddress(const QString &address)
 bool StreamSeries::event(QEvent *event)
 {
     if (event->type() == QEvent::DynamicPropertyChange) {
-        const Appearance former = appearance();
+        const SampleHistory former = history();
         takeServedPlace();
         announce(former);
     }
@@ -173,6 +174,7 @@ void StreamSeries::setStart(double start)
         return;
     m_countedX = start;
     m_countedFrom = shown().number;
+    m_toldStart = start;
     emit startChanged();
     emitPlotChanged();
 }
@@ -190,7 +192,7 @@ void StreamSeries::append(const QJSValue &values)
 
 void StreamSeries::append(const double *values, int count)
 {
-    const Appearance former = appearance();
+    const SampleHistory former = history();
     appendLive(values, count);
     announce(former);
 }
@@ -220,11 +222,13 @@ bool StreamSeries::takePushed()
                          });
 }
 
-void StreamSeries::announce(const Appearance &former)
+void StreamSeries::tellProperties()
 {
-    if (start() != former.start)
+    StreamData::tellProperties();
+    const bool isSame = m_toldStart == start() || (std::isnan(m_toldStart) && std::isnan(start()));
+    m_toldStart = start();
+    if (!isSame)
         emit startChanged();
-    StreamData::announce(former);
 }
 
 void StreamSeries::clearStore()

@@ -57,8 +57,7 @@ signals:
 
 protected:
     SampleSpan allSamples() const override;
-    Appearance appearance() const override { return {history(), start()}; }
-    void announce(const Appearance &former) override;
+    void tellProperties() override;
     void resizeStore(int capacity) override { m_live.setCapacity(capacity); }
     void clearStore() override;
     void freeze(bool frozen) override;
@@ -77,6 +76,7 @@ private:
     PushQueue<double> m_pushed;
     double m_interval = 1.0;
     double m_writtenStart = 0.0;
+    double m_toldStart = 0.0;
     // x is counted from one sample, so that a sample keeps its x to the last bit while others fall out.
     double m_countedX = 0.0;
     qint64 m_countedFrom = 0;

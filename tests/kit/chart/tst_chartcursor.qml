@@ -252,6 +252,40 @@ TestCase {
     }
 
     Component {
+        id: appended
+
+        Chart {
+            readonly property var texts: ({ count: 0 })
+            property alias series: series
+
+            width: 640
+            height: 400
+            follow: 60
+            legend { newest: true; leastTraces: 1 }
+            axisY.formatter: Formatter { text: value => { ++texts.count; return value } }
+            Trace { name: "Level"; series: StreamSeries { id: series; interval: 0.1 } }
+        }
+    }
+
+    // Texts and places of what is live are those of frames, not of samples, however these come.
+    function test_appendsCostNoTexts() {
+        var chart = make(appended);
+        chart.series.append([0, 1]);
+        wait(100);
+        chart.cursor.posValue = 0.1;
+        [NaN, 0.1].forEach(function (place) {
+            chart.cursor.posValue = place;
+            wait(50);
+            chart.texts.count = 0;
+            for (var i = 0; i < 500; ++i)
+                chart.series.append(i / 500);
+            compare(chart.texts.count, 0);
+            wait(50);
+            verify(chart.texts.count < 60, chart.texts.count);
+        });
+    }
+
+    Component {
         id: crowded
 
         Chart {

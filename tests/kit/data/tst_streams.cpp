@@ -162,7 +162,8 @@ private slots:
         series.append(counted(0, 2));
         series.append(counted(2, 2));
         QTRY_COMPARE(plot.count(), 1);
-        QCOMPARE(size.count(), 2);
+        // Not once for each append: what reads them would cost more than the samples.
+        QCOMPARE(size.count(), 1);
         QCOMPARE(start.count(), 1);
         QCOMPARE(series.boundingRect(), QRectF(1, 1, 2, 2));
         series.setHeld(true);
