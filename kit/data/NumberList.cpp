@@ -2,6 +2,7 @@
 
 #include "kit/data/Telling.h"
 
+#include <QDateTime>
 #include <QJSValue>
 #include <QSequentialIterable>
 
@@ -15,8 +16,11 @@ namespace graph {
 
 namespace {
 
+// Of a date the seconds since the beginning of 1970, as axes of time have them.
 double number(const QVariant &value)
 {
+    if (value.userType() == QMetaType::QDateTime)
+        return double(value.toDateTime().toMSecsSinceEpoch()) / 1000.0;
     bool isNumber = false;
     const double result = value.toDouble(&isNumber);
     return isNumber ? result : std::numeric_limits<double>::quiet_NaN();

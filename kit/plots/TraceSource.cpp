@@ -29,8 +29,8 @@ void TraceSource::setValues(const std::optional<QVector<double>> &values)
 
 /*!
     \qmlproperty list<real> Trace::positions
-    An x for each value, in any order, in place of start and interval; a list like values. The shorter of the
-    two lists counts. Undefined by default.
+    An x for each value, in any order, in place of start and interval; a list like values, or of dates, which
+    count in seconds since the beginning of 1970. The shorter of the two lists counts. Undefined by default.
 */
 void TraceSource::setPositions(const std::optional<QVector<double>> &positions)
 {

@@ -27,6 +27,9 @@ private slots:
             << QByteArray("values: new Int16Array([1, 2, -3, 4]).subarray(1, 3)") << "0,2 1,-3";
         QTest::newRow("positions") << QByteArray("positions: [4, 2]; values: [1, 5, 6]; interval: 3")
                                    << "4,1 2,5";
+        QTest::newRow("dates")
+            << QByteArray("positions: [new Date(1500), new Date(Date.UTC(1970, 0, 2))]; values: [1, 5]")
+            << "1.5,1 86400,5";
         QTest::newRow("series") << QByteArray("series: given") << "0,7 1,8";
         QTest::newRow("as data") << QByteArray("plotData: given") << "0,7 1,8";
         QTest::newRow("empty") << QByteArray("values: []; series: null; address: ''") << "";
