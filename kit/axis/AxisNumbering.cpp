@@ -91,11 +91,10 @@ QString AxisNumbering::text(double value) const
 
 QString AxisNumbering::reading(double value, double span) const
 {
-    constexpr double steps = 1000.0;
     if (kind == Kind::Time)
         return readingOfTime(value, span, offsetOf(*this));
-    const double resolution = kind == Kind::Logarithmic ? std::abs(value) / steps : span / steps;
-    return numberWithUnit(value, resolution, AxisUnit(unit));
+    const ScaleKind scale = kind == Kind::Logarithmic ? ScaleKind::Logarithmic : ScaleKind::Linear;
+    return numberWithUnit(value, resolutionAt(value, span, scale), AxisUnit(unit));
 }
 
 bool AxisNumbering::operator==(const AxisNumbering &other) const

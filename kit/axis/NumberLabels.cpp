@@ -136,6 +136,12 @@ QString NumberLabels::common() const
     return withUnit(trimmed(fixed(divided(m_offset, prefix), decimals)), prefix) + QLatin1String(" +");
 }
 
+double resolutionAt(double value, double span, ScaleKind scale)
+{
+    constexpr double pixels = 1000.0;
+    return (scale == ScaleKind::Logarithmic ? std::abs(value) : span) / pixels;
+}
+
 QString numberWithUnit(double value, double resolution, const AxisUnit &unit)
 {
     if (!std::isfinite(value))

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "common/Scale.h"
 #include "kit/axis/AxisUnit.h"
 
 #include <QString>
@@ -41,6 +42,9 @@ private:
 
 // A number with a prefix or exponent of its own, as few digits as say it, and without the unit: "20k".
 QString shortNumber(double value, const AxisUnit &unit);
+
+// How far values are apart that a screen shows beside each other, of an axis that shows so much.
+double resolutionAt(double value, double span, ScaleKind scale);
 
 // A number and its unit with the digits that tell it from one that differs by `resolution`: "1.234 kHz".
 QString numberWithUnit(double value, double resolution, const AxisUnit &unit);

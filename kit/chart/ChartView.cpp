@@ -409,7 +409,9 @@ void ChartView::handleAreaChanged()
 /*!
     \qmlmethod string Chart::formatX(real value)
     \qmlmethod string Chart::formatY(Item trace, real value)
-    A value of axisX, and one of a trace, with its unit as readings show it.
+    A value of axisX, and one of a trace, with its unit as readings show it: with the digits that neighbouring
+    pixels need to differ, unless data have \c ySigDigs or \c yPrecision of their own, and in the unit of the axis where
+    the trace has none. A \c formatter of the axis writes all of it.
 */
 QString ChartView::formatX(double value) const
 {
@@ -418,7 +420,7 @@ QString ChartView::formatX(double value) const
 
 QString ChartView::formatY(QQuickItem *trace, double value) const
 {
-    return ReadingTexts::value(qobject_cast<AbstractPlot *>(trace), value);
+    return m_texts.value(qobject_cast<AbstractPlot *>(trace), value);
 }
 
 QString ChartView::distanceText(const ValueAxis *axis, double distance) const

@@ -1,5 +1,6 @@
 #include "kit/chart/KitChecks.h"
 
+#include "kit/axis/AxisUnit.h"
 #include "kit/axis/ChartAxis.h"
 #include "kit/chart/ChartTheme.h"
 #include "kit/chart/ChartView.h"
@@ -38,7 +39,8 @@ QString idOfAxis(const QString &unit)
 bool areAlike(const QString &a, const QString &b)
 {
     const QLatin1String level("dB");
-    return a == b || (a.startsWith(level) && b.startsWith(level) && (a == level || b == level));
+    return AxisUnit(a).symbol() == AxisUnit(b).symbol() ||
+           (a.startsWith(level) && b.startsWith(level) && (a == level || b == level));
 }
 
 // No eye tells them apart.
@@ -206,22 +208,38 @@ QString withUselessInterval(const GraphView &, const ValueAxis &axis)
         .arg(chartAxis->customInterval());
 }
 
+// A reading is in the unit of its trace, the numbers beside it in that of the axis.
+QString withUnitBesideAxis(const GraphView &view, const AbstractPlot &plot, const QString &unit)
+{
+    const ValueAxis *axis = plot.axisY();
+    if (axis->unit().isEmpty() || areAlike(axis->unit(), unit))
+        return {};
+    const auto *chart = qobject_cast<const ChartView *>(&view);
+    const QString written = QStringLiteral("unit: \"%1\"").arg(unit);
+    return QStringLiteral(
+               "is in %1 and its axis in %2, so that readings differ from the numbers of the axis: write "
+               "%3, or the unit of the axis in both")
+        .arg(unit, axis->unit(),
+             chart && axis == chart->axisY() ? QStringLiteral("axisY.%1 in the chart").arg(written)
+                                             : QStringLiteral("%1 in %2").arg(written, nameOf(axis)));
+}
+
 QString withAnotherUnit(const GraphView &view, const AbstractPlot &plot)
 {
     const QString unit = unitOf(plot);
-    if (unit.isEmpty() || !plot.axisY())
+    if (unit.isEmpty() || !plot.axisY() || plot.axisY()->unit() == unit)
         return {};
     const QVector<AbstractPlot *> plots = plotsOf(view);
     for (const AbstractPlot *other : plots) {
         if (other == &plot)
-            return {};
+            break;
         const QString former = other->axisY() == plot.axisY() ? unitOf(*other) : QString();
         if (!former.isEmpty() && !areAlike(former, unit))
             return QStringLiteral("is in %1 on the axis of %2, which is in %3: write ChartAxis { id: %4; "
                                   "alignment: Qt.AlignRight } in the chart and axisY: %4 here")
                 .arg(unit, nameOf(other), former, idOfAxis(unit));
     }
-    return {};
+    return withUnitBesideAxis(view, plot, unit);
 }
 
 } // namespace graph

@@ -3,8 +3,8 @@
 #include "data/PlotData.h"
 #include "kit/axis/AxisUnit.h"
 #include "kit/axis/ChartAxis.h"
+#include "kit/axis/NumberLabels.h"
 #include "kit/plots/PlotUnits.h"
-#include "kit/plots/Trace.h"
 #include "kit/plots/WaterfallPlot.h"
 #include "platform/ui/NumberText.h"
 #include "view/base/AbstractPlot.h"
@@ -18,16 +18,41 @@ namespace graph {
 namespace {
 
 constexpr DigitLimits positionDigits{6, 9};
+// Of data that say nothing else.
+constexpr DigitLimits valueDigits{4, 2};
+// More are errors of rounding.
+constexpr int mostDigits = 15;
+
+int exponentOf(double magnitude)
+{
+    return int(std::floor(std::log10(magnitude) + 1e-9));
+}
+
+// The exponent of the prefix below.
+int prefixBelow(int exponent)
+{
+    return 3 * int(std::floor(exponent / 3.0));
+}
+
+// Those with more digits where neighbouring pixels differ in them.
+DigitLimits finerThanPixels(DigitLimits limits, const ValueAxis *axis, double value, const AxisUnit &unit)
+{
+    const double span = axis ? std::abs(axis->maxVisible() - axis->minVisible()) : 0.0;
+    const double resolution = axis ? resolutionAt(value, span, axis->scaleKind()) : 0.0;
+    if (value == 0.0 || !std::isfinite(value) || !(resolution > 0.0) || !std::isfinite(resolution))
+        return limits;
+    const int exponent = exponentOf(std::abs(value));
+    const int last = exponentOf(resolution);
+    const int prefix = std::max(prefixBelow(exponent), unit.allowed(prefixBelow(exponent)));
+    limits.sigDigs = std::max(limits.sigDigs, std::min(exponent - last + 1, mostDigits));
+    limits.precision = std::max(limits.precision, prefix - last);
+    return limits;
+}
 
 QString withUnit(double value, const DigitLimits &limits, const QString &unit)
 {
     const QString number = numberText(value, limits, {}).digits;
     return unit.isEmpty() ? number : number + QLatin1Char(' ') + unit;
-}
-
-int prefixOf(double magnitude, const AxisUnit &unit)
-{
-    return unit.allowed(3 * int(std::floor(std::log10(magnitude) / 3.0 + 1e-9)));
 }
 
 // In the prefix of the numbers of the axis, with the digits that the value has in its own. Empty where that does not
@@ -40,19 +65,25 @@ QString inPrefixOfAxis(const ValueAxis *axis, const AxisUnit &unit, double value
     const std::optional<int> prefix = chartAxis->numberPrefix();
     if (!prefix)
         return {};
-    const int finer = value == 0.0 ? 0 : *prefix - prefixOf(std::abs(value), unit);
+    const int own = value == 0.0 ? *prefix : unit.allowed(prefixBelow(exponentOf(std::abs(value))));
+    const int finer = *prefix - own;
     if (std::abs(finer) > 3)
         return {};
     limits.precision += std::max(finer, 0);
     return numberText(value, limits, {*prefix, *prefix}).digits + QLatin1Char(' ') + unit.prefixed(*prefix);
 }
 
-// A limit is in the unit of what it limits.
-QString unitOf(const AbstractPlot &plot)
+// The values of a waterfall are not those of its axis.
+const ValueAxis *axisOfValues(const AbstractPlot &plot)
+{
+    return qobject_cast<const WaterfallPlot *>(&plot) ? nullptr : plot.axisY();
+}
+
+// Of a trace that names none as the axis has it.
+QString unitOf(const AbstractPlot &plot, const ValueAxis *axis)
 {
     const QString unit = unitOfValues(plot);
-    const bool hasOwn = qobject_cast<const Trace *>(&plot) || qobject_cast<const WaterfallPlot *>(&plot);
-    return unit.isEmpty() && !hasOwn && plot.axisY() ? plot.axisY()->unit() : unit;
+    return unit.isEmpty() && axis ? axis->unit() : unit;
 }
 
 } // namespace
@@ -63,27 +94,31 @@ QString ReadingTexts::position(const ChartAxis &axis, double value) const
         return axis.valueText(value);
     if (axis.formatter())
         return axis.formatter()->formatValue(value);
-    QString shared = inPrefixOfAxis(&axis, AxisUnit(axis.unit()), value, positionDigits);
-    return shared.isEmpty() ? number(axis.unit(), value) : shared;
+    const AxisUnit unit(axis.unit());
+    const DigitLimits digits = finerThanPixels(positionDigits, &axis, value, unit);
+    QString shared = inPrefixOfAxis(&axis, unit, value, digits);
+    return shared.isEmpty() ? number(axis.unit(), value, digits) : shared;
 }
 
 // In a prefix of its own.
-QString ReadingTexts::number(const QString &unit, double value) const
+QString ReadingTexts::number(const QString &unit, double value, const DigitLimits &digits) const
 {
-    if (!m_formatter || m_formatter->getType() != unit) {
-        m_formatter.reset(getFormatter(unit));
-        if (m_formatter) {
-            m_formatter->setSigDigs(positionDigits.sigDigs);
-            m_formatter->setPrecision(positionDigits.precision);
-        }
-    }
-    return m_formatter ? m_formatter->formatValue(value) : withUnit(value, positionDigits, unit);
+    auto known = m_formatters.find(unit);
+    if (known == m_formatters.end())
+        known = m_formatters.emplace(unit, getFormatter(unit)).first;
+    BaseFormatter *formatter = known->second.get();
+    if (!formatter)
+        return withUnit(value, digits, AxisUnit(unit).symbol());
+    formatter->setSigDigs(digits.sigDigs);
+    formatter->setPrecision(digits.precision);
+    return formatter->formatValue(value);
 }
 
 QString ReadingTexts::distance(const ChartAxis &axis, double distance) const
 {
     if (axis.scale() != ChartAxis::Time)
-        return axis.formatter() ? axis.formatter()->formatValue(distance) : number(axis.unit(), distance);
+        return axis.formatter() ? axis.formatter()->formatValue(distance)
+                                : number(axis.unit(), distance, positionDigits);
     constexpr double minute = 60.0;
     constexpr double day = 86400.0;
     if (distance < minute)
@@ -94,19 +129,21 @@ QString ReadingTexts::distance(const ChartAxis &axis, double distance) const
     return days > 0 ? QString::number(days) + QStringLiteral(" d ") + clock : clock;
 }
 
-QString ReadingTexts::value(const AbstractPlot *plot, double value)
+QString ReadingTexts::value(const AbstractPlot *plot, double value) const
 {
     const PlotData *data = plot ? plot->plotData() : nullptr;
     if (!data)
         return {};
-    const DigitLimits digits{data->ySigDigs(), data->yPrecision()};
-    const AxisUnit unit(unitOf(*plot));
-    QString shared = inPrefixOfAxis(plot->axisY(), unit, value, digits);
-    if (!shared.isEmpty())
-        return shared;
-    if (data->yFormatter())
-        return data->formattedYValue(value);
-    return withUnit(value, digits, unit.symbol());
+    const ValueAxis *axis = axisOfValues(*plot);
+    if (axis && axis->formatter())
+        return axis->formatter()->formatValue(value);
+    const QString unit = unitOf(*plot, axis);
+    const AxisUnit symbol(unit);
+    DigitLimits digits{data->ySigDigs(), data->yPrecision()};
+    if (digits.sigDigs == valueDigits.sigDigs && digits.precision == valueDigits.precision)
+        digits = finerThanPixels(digits, axis, value, symbol);
+    QString shared = inPrefixOfAxis(axis, symbol, value, digits);
+    return shared.isEmpty() ? number(unit, value, digits) : shared;
 }
 
 } // namespace graph

@@ -1,9 +1,11 @@
 #pragma once
 
 #include "platform/ui/BaseFormatter.h"
+#include "platform/ui/NumberText.h"
 
 #include <QString>
 
+#include <map>
 #include <memory>
 
 class AbstractPlot;
@@ -12,21 +14,23 @@ namespace graph {
 
 class ChartAxis;
 
-// The texts of values at a cursor, with their units.
+// The texts of values at a cursor, with their units: with the digits that neighbouring pixels need to differ, unless the
+// data have digits of their own. A formatter of the axis writes all of it.
 class ReadingTexts
 {
 public:
-    // Of an axis with its digits; of a time as much as tells apart what is visible.
+    // With as many digits as tell it from the next pixel.
     QString position(const ChartAxis &axis, double value) const;
     // Between two positions; of a time in seconds, or in days and hours.
     QString distance(const ChartAxis &axis, double distance) const;
-    // Empty for a plot without data.
-    static QString value(const AbstractPlot *plot, double value);
+    // In the unit of its data or of its axis; empty for a plot without data.
+    QString value(const AbstractPlot *plot, double value) const;
 
 private:
-    QString number(const QString &unit, double value) const;
+    QString number(const QString &unit, double value, const DigitLimits &digits) const;
 
-    mutable std::unique_ptr<BaseFormatter> m_formatter; // of the unit that was asked for last
+    // Of each unit that was asked for; null for one without.
+    mutable std::map<QString, std::unique_ptr<BaseFormatter>> m_formatters;
 };
 
 } // namespace graph

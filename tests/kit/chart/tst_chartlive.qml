@@ -213,29 +213,38 @@ TestCase {
         compare(createTemporaryObject(formatterComponent, testCase, data.properties).formatValue(data.value), data.text);
     }
 
-    function test_readingsKeepUnitAndDigits() {
-        var chart = make();
-        chart.axisX.unit = "furlong";
-        chart.trace.unit = "bar";
-        chart.trace.values = [1.234567];
-        wait(1);
-        compare(chart.formatY(chart.trace, 1.234567), "1.23 bar");
-        compare(chart.formatX(0.5), "0.5 furlong");
-        tryCompare(chart.axisY, "unit", "bar");
+    // Texts of y of the first trace, and of x.
+    function test_readings_data() {
+        const trace = (unit, values) => "Trace { unit: '" + unit + "'; values: [" + values + "] }";
+        return [
+            { tag: "own unit", body: trace("bar", "-9, 9"), y: [1.234567], texts: ["1.23 bar"], axisUnit: "bar" },
+            { tag: "unit of the axis", body: "axisY.unit: 'V';" + trace("", "-2e5, 2e5"), y: [-123456.789], texts: ["-123.5 kV"] },
+            { tag: "axis without prefixes", body: "axisY.unit: 'degC';" + trace("", "-9, 9"), y: [5.25], texts: ["5.25 \u00b0C"] },
+            // As the numbers of the axis, but for what would be nothing.
+            { tag: "prefix", body: trace("V", "1.33, -0.3336"), y: [1.33, -0.3336, 0, 4.5e-6, 0.0021],
+              texts: ["1.33 V", "-0.3336 V", "0 V", "4.5 \u00b5V", "0.0021 V"] },
+            { tag: "prefix of x", body: "axisX { unit: 'Hz'; minValue: 700e6; maxValue: 1e9 }", x: [857.2e6, 1e9], texts: ["857.2 MHz", "1000 MHz"] },
+            { tag: "unknown unit of x", body: "axisX.unit: 'furlong'", x: [0.5], texts: ["0.5 furlong"] },
+            // What pixels beside each other show differs.
+            { tag: "fine", body: trace("Hz", "12345.1, 12345.4, 12345.2"), y: [12345.1, 12345.4], texts: ["12.3451 kHz", "12.3454 kHz"] },
+            { tag: "finer than labels", body: trace("Hz", "2.4e9, 2.4e9 + 5"), y: [2.4e9 + 5, 2.4e9 + 0.25], texts: ["2.400000005 GHz", "2.40000000025 GHz"] },
+            { tag: "fine decibels", body: trace("dBm", "-0.01, 0.02"), y: [0.0123, -0.0001], texts: ["0.0123 dBm", "-0.0001 dBm"] },
+            { tag: "fine without a unit", body: trace("", "70.0001, 70.0004"), y: [70.0003], texts: ["70.0003"] },
+            { tag: "fine x", body: "axisX { unit: 's'; minValue: 1234.56781; maxValue: 1234.56789 }", x: [1234.56785], texts: ["1234.56785 s"] },
+            { tag: "digits of the data", body: "Trace { unit: 'Hz'; series: PlotSeries { ySigDigs: 3; yData: [12345.1, 12345.4] } }", y: [12345.4], texts: ["12.3 kHz"] },
+            { tag: "formatter", body: "axisX.formatter: Formatter { text: v => '<' + v + '>' } axisY.formatter: axisX.formatter;" + trace("V", "1, 8"),
+              x: [2], y: [8], texts: ["<2>", "<8>"] }
+        ];
     }
 
-    // As the numbers of the axis, but for what would be nothing.
-    function test_readingsShareAPrefix() {
-        var chart = make();
-        chart.trace.unit = "V";
-        chart.trace.values = [1.33, -0.3336];
+    function test_readings(data) {
+        var chart = createTemporaryQmlObject("import QtQuick 2.15; import graph_plugin 1.0; import graph_kit 1.0; Chart { width: 640; height: 400; "
+                                             + data.body + "}", testCase);
         wait(1);
-        compare([1.33, -0.3336, 0, 4.5e-6, 0.0021].map(y => chart.formatY(chart.trace, y)).join(" | "),
-                "1.33 V | -0.3336 V | 0 V | 4.5 \u00b5V | 0.0021 V");
-        chart.axisX.unit = "Hz";
-        chart.axisX.range(700e6, 1e9);
-        wait(1);
-        compare([857.2e6, 1e9].map(x => chart.formatX(x)).join(" | "), "857.2 MHz | 1000 MHz");
+        compare((data.x || []).map(x => chart.formatX(x)).concat((data.y || []).map(y => chart.formatY(chart.traces[0], y))).join(" | "),
+                data.texts.join(" | "));
+        if (data.axisUnit)
+            compare(chart.axisY.unit, data.axisUnit);
     }
 
     // Nor are the first and the last bar cut.

@@ -109,6 +109,11 @@ void addKitRows()
     row("two units",
         "Trace \"b\" is in A on the axis of Trace \"a\", which is in V: write ChartAxis { id: axisOfA; ",
         "Trace { name: 'a'; values: [1, 2]; unit: 'V' } Trace { name: 'b'; values: [3, 4]; unit: 'A' }");
+    row("another unit than the axis",
+        "Trace \"a\" is in V and its axis in A, so that readings differ from the numbers of the axis: write "
+        "axisY.unit",
+        "axisY.unit: 'A'; Trace { name: 'a'; values: [1, 2]; unit: 'V' } Trace { values: [3, 4]; unit: 'A' "
+        "}");
     row("two references", "is in dBV on the axis of Trace \"a\", which is in dBm",
         "Trace { name: 'a'; values: [1, 2]; unit: 'dBm' } Trace { values: [3, 4]; unit: 'dBV' }");
     row("colours backwards", "WaterfallPlot \"fall\" has a from of -20 above its to of -120",
