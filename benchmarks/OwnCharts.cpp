@@ -98,6 +98,8 @@ const char legendEntry[] = R"(
         Text { text: "Trace %1"; font.pixelSize: 16 }
     })";
 
+} // namespace
+
 QByteArray screenDocument(int traces)
 {
     const auto repeated = [traces](const char *part) {
@@ -112,6 +114,8 @@ QByteArray screenDocument(int traces)
         .replace(QLatin1String("%3"), repeated(legendEntry))
         .toLatin1();
 }
+
+namespace {
 
 void setVisibleOf(QObject *axis, double first, double last)
 {
@@ -201,13 +205,17 @@ void BareTraces::setVisible(double first, double last)
     setVisibleOf(m_axis, m_first + first, last);
 }
 
-WholeScreen::WholeScreen() = default;
+WholeScreen::WholeScreen(QByteArray (*document)(int traces))
+    : m_document(document)
+{
+}
+
 WholeScreen::~WholeScreen() = default;
 
 void WholeScreen::prepare(const Job &job, const QVector<QVector<double>> &sets)
 {
     m_sets = sets;
-    m_stage = std::make_unique<Stage>(job.size, screenDocument(job.traces));
+    m_stage = std::make_unique<Stage>(job.size, m_document(job.traces));
     m_axis = m_stage->object("axis");
     m_axis->setProperty("maxValue", 1.2 * job.samples);
     m_cursor = qobject_cast<GraphCursor *>(m_stage->object("cursor"));

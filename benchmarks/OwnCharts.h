@@ -59,12 +59,19 @@ private:
     QVector<PlotSeries *> m_series;
 };
 
+QByteArray screenDocument(int traces);
+// With the look of a Chart of the second module and all that it shows of itself. What the forty types do not do is
+// missing: readings keep to rows of their own instead of a place beside their traces, they do not share the prefix of
+// their axis, and axes have no minor marks.
+QByteArray chartByHand(int traces);
+
 // A chart as people use it: Job::traces traces with a grid, labels on both axes, a legend, a cursor with a
 // reading for each trace, and two markers.
 class WholeScreen : public Contender
 {
 public:
-    WholeScreen();
+    // Of such a document, with the properties `axis` and `cursor`, for that many traces.
+    explicit WholeScreen(QByteArray (*document)(int traces) = screenDocument);
     ~WholeScreen() override;
 
     void prepare(const Job &job, const QVector<QVector<double>> &sets) override;
@@ -74,6 +81,7 @@ public:
     void frame() override { m_stage->waitForFrame(); }
 
 private:
+    QByteArray (*m_document)(int traces);
     QVector<QVector<double>> m_sets;
     std::unique_ptr<Stage> m_stage;
     QObject *m_axis = nullptr;

@@ -9,8 +9,10 @@
 #include "kit/plots/WaterfallPlot.h"
 #include "plugin/Plugin.h"
 
+#include <QEventLoop>
 #include <QGuiApplication>
 #include <QQuickItem>
+#include <QTimer>
 #include <QtQml>
 
 using benchmark::Job;
@@ -99,6 +101,7 @@ public:
         auto markers = m_cursor->markers();
         for (int i = 0; i < markers.count(&markers); ++i)
             markers.at(&markers, i)->setPosIndex((i + 1) * m_size / 5);
+        waitForDiagnosis();
     }
 
     void setVisible(double first, double last) override
@@ -110,6 +113,14 @@ public:
     void frame() override { m_stage->waitForFrame(); }
 
 private:
+    // It looks at the first data once, some time after they came: that is no part of a frame.
+    void waitForDiagnosis()
+    {
+        QEventLoop loop;
+        QTimer::singleShot(1500, &loop, &QEventLoop::quit);
+        loop.exec();
+    }
+
     QVector<QVector<double>> m_sets;
     int m_size = 0;
     std::unique_ptr<Stage> m_stage;

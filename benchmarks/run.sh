@@ -129,7 +129,7 @@ run_work() {
             for traces in $screen_traces; do
                 for change in new pan window cursor; do
                     for n in $sizes; do
-                        for c in items kit qcustomplot qwt qtcharts; do
+                        for c in items byhand kit qcustomplot qwt qtcharts; do
                             measure "$round" "screen: $change, traces: $traces, $size" $c "$n" --work $change \
                                 --traces "$traces" --size "$size"
                         done

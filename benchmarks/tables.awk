@@ -92,7 +92,7 @@ function header(t, first,    i, line, rule) {
 function bestOther(t, size, round,    k, key, best) {
     for (k = 1; k <= nameCount[t]; k++) {
         key = t SUBSEP nameOf[t, k] SUBSEP size SUBSEP round
-        if (nameOf[t, k] !~ /^(items|kit|floor|empty)$/ && key in ofRound && (!best || ofRound[key] < best))
+        if (nameOf[t, k] !~ /^(items|byhand|kit|floor|empty)$/ && key in ofRound && (!best || ofRound[key] < best))
             best = ofRound[key]
     }
     return best + 0
@@ -134,6 +134,7 @@ END {
         }
         ratios(name, "items over floor", "items", "floor", 0)
         ratios(name, "kit over items", "kit", "items", 0)
+        ratios(name, "kit over byhand", "kit", "byhand", 0)
         ratios(name, "items over an empty window", "items", "empty", 0)
         ratios(name, "best of the others over items", "", "items", name != "units")
     }
