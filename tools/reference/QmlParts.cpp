@@ -19,7 +19,9 @@ QString qmlType(const QString &written)
 class Part
 {
 public:
-    Part(const QString &name, const QString &text)
+    Part(const QString &name, const QString &text, const QmlTypes &types)
+        : m_text(text)
+        , m_types(types)
     {
         m_type.name = name;
         bool isInside = false;
@@ -58,7 +60,9 @@ private:
             if (readOnly && (m_comment.isEmpty() || m_isShared))
                 return;
             const QString name = propertyMatch.captured(3);
-            m_type.properties.append({name, qmlType(propertyMatch.captured(2)), readOnly});
+            const QString type = propertyMatch.captured(2);
+            m_type.properties.append(
+                {name, type == "alias" ? typeOfAlias(line.section(": ", 1)) : qmlType(type), readOnly});
             describe("\\qmlproperty var " + m_type.name + "::" + name);
         } else if (functionMatch.hasMatch()) {
             const bool isSignal = functionMatch.captured(1) == "signal";
@@ -74,6 +78,20 @@ private:
         }
     }
 
+    // Of a property of an object with an id, which is of a type in C++.
+    QString typeOfAlias(const QString &target) const
+    {
+        const QRegularExpression object("(\\w+) \\{\\n\\s+id: " + target.section('.', 0, 0) + "\\n");
+        QString type = object.match(m_text).captured(1);
+        for (; m_types.contains(type); type = m_types.value(type).base) {
+            for (const Property &property : m_types.value(type).properties) {
+                if (property.name == target.section('.', 1))
+                    return qmlType(property.type);
+            }
+        }
+        return "var";
+    }
+
     // As a comment in C++ is written, with what it is about in its first line.
     void describe(const QString &topic)
     {
@@ -84,6 +102,8 @@ private:
         m_isShared = true;
     }
 
+    const QString &m_text;
+    const QmlTypes &m_types;
     QmlType m_type;
     QString m_comment;
     bool m_isShared = false; // the comment is that of a declaration before
@@ -105,7 +125,8 @@ QStringList addQmlParts(const QString &moduleFile, const QDir &folder, QmlTypes 
                                           QRegularExpression::MultilineOption);
     for (auto entries = entry.globalMatch(moduleFile); entries.hasNext();) {
         const QRegularExpressionMatch match = entries.next();
-        const Part part(match.captured(2), contents(folder.filePath(match.captured(3))));
+        const QString text = contents(folder.filePath(match.captured(3)));
+        const Part part(match.captured(2), text, *types);
         QmlType type = part.type();
         texts->add(part.comments());
         // One that is written in both languages.

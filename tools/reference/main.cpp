@@ -69,6 +69,17 @@ void absorbHiddenBases(QmlTypes *types, CommentTexts *texts)
     }
 }
 
+// What only the module's own documents use.
+void removeInternal(QmlTypes *types, CommentTexts *texts)
+{
+    for (const QString &name : types->keys()) {
+        if (!texts->texts.value(name).internal)
+            continue;
+        types->remove(name);
+        texts->texts.remove(name);
+    }
+}
+
 // A property of painted items, a base from outside of the module, counts as one of the types that have a text
 // for it and of those derived from them.
 void addRenderTargets(QmlTypes *types, CommentTexts *texts)
@@ -163,6 +174,7 @@ int main(int argc, char **argv)
     const QStringList internal = addQmlParts(contents(QFileInfo(arguments.at(1)).dir().filePath("qmldir")),
                                              QDir(arguments.at(2) + "/parts"), &types, &texts);
     absorbHiddenBases(&types, &texts);
+    removeInternal(&types, &texts);
     for (const QString &type : internal)
         types.remove(type);
     addRenderTargets(&types, &texts);
