@@ -1,6 +1,6 @@
 import QtQuick 2.15
 import graph_plugin 1.0
-import "cursors.js" as Cursors
+import graph_kit 1.0
 import "theme.js" as Theme
 
 /*! \brief A cursor's own position in words: at the bottom of the line of a GraphCursor, at an end of that of a GraphCursorY.
@@ -21,40 +21,39 @@ Item {
     property string fontFamily: theme ? theme.fontFamily : "Roboto"
     property int fontSize: theme ? theme.fontSize : 13
     /*! At which end of a horizontal line; false by default. */
-    property bool atRight: false
+    property alias atRight: position.atRight
     readonly property bool horizontal: cursor instanceof GraphCursorY
-    readonly property PlotData series: Cursors.primaryData(cursor)
     /*! The position with its unit, unless the document writes something else. */
-    property string text: !series ? "" : chart && !horizontal ? chart.formatX(cursor.posValue)
-                         : chart ? chart.formatY(cursor.primaryPlot, cursor.posValue)
-                         : horizontal ? series.formattedYValue(cursor.posValue) : series.formattedXValue(cursor.posValue)
+    property alias text: position.text
 
-    // The rows at the bottom that readings keep clear of.
-    readonly property real tagInset: !horizontal && visible ? height - box.y + 2 : 0
-    // Above the button "live" and a legend at the bottom where it would be below them.
-    readonly property real _floor: {
-        var floor = height;
-        (chart ? [chart.liveButton, chart.legendBox] : []).forEach(function (other) {
-            if (other && other.visible && other.y > height / 2 && box.x + box.width + 4 > other.x && box.x < other.x + other.width + 4)
-                floor = Math.min(floor, other.y);
+    readonly property alias tagInset: position.tagInset
+    // The button "live" and a legend at the bottom.
+    readonly property var _obstacles: {
+        var below = [];
+        (chart && !horizontal ? [chart.liveButton, chart.legendBox] : []).forEach(function (other) {
+            if (other && other.visible && other.y > height / 2)
+                below.push(Qt.rect(other.x, other.y, other.width, other.height));
         });
-        return floor;
+        return below;
     }
 
     anchors.fill: parent
-    visible: text !== ""
+    visible: !position.isEmpty
+
+    // Writes the text and places the box.
+    CursorPosition {
+        id: position
+
+        chart: tag.chart
+        cursor: tag.cursor
+        obstacles: tag._obstacles
+        box: box
+        label: name
+    }
 
     Rectangle {
         id: box
 
-        readonly property real line: tag.cursor ? tag.cursor.posOnScreen : 0
-
-        x: !tag.horizontal ? Math.max(0, Math.min(line - (width - 1) / 2, tag.width - width))
-           : tag.atRight ? tag.width - width - 2 : 2
-        y: tag.horizontal ? Math.max(0, Math.min(line - (height - 1) / 2, tag.height - height))
-           : tag._floor - height - 2
-        width: Math.ceil(name.implicitWidth + 10) | 1
-        height: Math.ceil(name.implicitHeight + 3) | 1
         radius: 3
         color: tag.color
 
@@ -62,7 +61,6 @@ Item {
             id: name
 
             anchors.centerIn: parent
-            text: tag.text
             color: tag.textColor
             font.family: tag.fontFamily
             font.pixelSize: tag.fontSize

@@ -1,5 +1,6 @@
 import QtQuick 2.15
 import graph_plugin 1.0
+import graph_kit 1.0
 import "theme.js" as Theme
 
 /*! \brief Names the traces of a chart beside their colours.
@@ -69,25 +70,6 @@ Item {
         return longest;
     }
 
-    function newestOf(plot) {
-        if (!newest || !plot.plotData || plot.plotData.size === 0)
-            return "";
-        var value = plot.plotData.last().y;
-        return isNaN(value) ? "" : chart ? chart.formatY(plot, value) : plot.plotData.formattedYValue(value);
-    }
-
-    // Empty while there is none.
-    function valueOf(plot) {
-        if (!plot || !plot.visible)
-            return "";
-        if (!cursor)
-            return newestOf(plot);
-        var index = cursor.indexOfPlot(plot);
-        var values = cursor.yValues;
-        return index >= 0 && index < values.length && !isNaN(values[index])
-             ? (chart ? chart.formatY(plot, values[index]) : cursor.formattedYValues[index]) : "";
-    }
-
     Rectangle {
         id: box
 
@@ -114,10 +96,9 @@ Item {
                     id: entry
 
                     readonly property var plot: modelData
-                    property int changes: 0
-                    readonly property string value: (changes, legend.valueOf(plot))
+                    readonly property alias value: reader.text
                     // With the room that its values have needed, so that changing digits move nothing.
-                    readonly property real wantedWidth: name.x + name.width + (reading.room > 0 ? reading.room + 12 : 0) + 10
+                    readonly property real wantedWidth: name.x + name.width + (reader.room > 0 ? reader.room + 12 : 0) + 10
 
                     // All entries of a column are as wide as its widest.
                     width: {
@@ -131,10 +112,17 @@ Item {
                     }
                     height: legend.entryHeight
 
-                    Connections {
-                        target: entry.plot ? entry.plot.plotData : null
-                        enabled: legend.newest && !legend.cursor
-                        function onPlotChanged() { ++entry.changes; }
+                    // Writes the value and places it.
+                    LegendValue {
+                        id: reader
+
+                        chart: legend.chart
+                        plot: entry.plot
+                        cursor: legend.cursor
+                        newest: legend.newest
+                        label: reading
+                        longest: widest.advanceWidth
+                        end: entry.width - 10
                     }
 
                     Rectangle {
@@ -166,37 +154,19 @@ Item {
                     Text {
                         id: reading
 
-                        // Only grows: a live range changes all the time.
-                        property real room: 0
-
-                        function grow() {
-                            room = Math.max(room, Math.ceil(implicitWidth), Math.ceil(widest.advanceWidth));
-                        }
-
                         TextMetrics {
                             id: widest
 
                             font: reading.font
                             text: legend.longestValue(entry.plot)
-                            onAdvanceWidthChanged: reading.grow()
                         }
 
                         anchors.verticalCenter: parent.verticalCenter
-                        x: entry.width - 10 - width
-                        text: entry.value
                         textFormat: Text.PlainText
                         color: legend.textColor
                         font.family: legend.fontFamily
                         font.pixelSize: legend.fontSize
                         renderType: Text.NativeRendering
-                        onImplicitWidthChanged: grow()
-                        Connections {
-                            target: legend
-                            function onCursorChanged() {
-                                if (!legend.cursor && !legend.newest)
-                                    reading.room = 0;
-                            }
-                        }
                     }
 
                     MouseArea {

@@ -4,10 +4,13 @@
 #include "kit/axis/ChartAxis.h"
 #include "kit/chart/ChartTheme.h"
 #include "kit/chart/ChartView.h"
+#include "kit/chart/CursorPosition.h"
+#include "kit/chart/CursorReading.h"
 #include "kit/chart/CursorSwitches.h"
 #include "kit/chart/Diagnosis.h"
 #include "kit/chart/Formatter.h"
 #include "kit/chart/LegendSwitches.h"
+#include "kit/chart/LegendValue.h"
 #include "kit/chart/ZoomSwitches.h"
 #include "kit/data/Average.h"
 #include "kit/data/Difference.h"
@@ -42,11 +45,14 @@ void KitPlugin::registerTypes(const char *uri)
     qmlRegisterType<graph::ChartTheme>(uri, 1, 0, "ChartTheme");
     qmlRegisterType<graph::ChartView>(uri, 1, 0, "ChartView");
     qmlRegisterType<graph::ColorScale>(uri, 1, 0, "ColorScale");
+    qmlRegisterType<graph::CursorPosition>(uri, 1, 0, "CursorPosition");
+    qmlRegisterType<graph::CursorReading>(uri, 1, 0, "CursorReading");
     qmlRegisterAnonymousType<graph::CursorSwitches>(uri, 1);
     qmlRegisterType<graph::Diagnosis>(uri, 1, 0, "Diagnosis");
     qmlRegisterType<graph::Difference>(uri, 1, 0, "Difference");
     qmlRegisterType<graph::Formatter>(uri, 1, 0, "Formatter");
     qmlRegisterAnonymousType<graph::LegendSwitches>(uri, 1);
+    qmlRegisterType<graph::LegendValue>(uri, 1, 0, "LegendValue");
     qmlRegisterType<graph::LimitLine>(uri, 1, 0, "LimitLine");
     qmlRegisterType<graph::MaxHold>(uri, 1, 0, "MaxHold");
     qmlRegisterType<graph::MinHold>(uri, 1, 0, "MinHold");

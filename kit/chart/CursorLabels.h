@@ -1,0 +1,55 @@
+#pragma once
+
+#include <QObject>
+#include <QVector>
+
+class GraphCursor;
+class GraphMarker;
+
+namespace graph {
+
+class CursorText;
+class CursorReading;
+
+// The texts in one cursor. They share its height: each reading keeps clear of the others, of the distances at markers
+// and of the cursor's own tag, so that they are found together.
+class CursorLabels : public QObject
+{
+    Q_OBJECT
+
+public:
+    // Of that cursor, made for the first who asks; null without one.
+    static CursorLabels *of(GraphCursor *cursor);
+
+    void add(CursorText *text);
+    void remove(CursorText *text);
+    // Before the next frame, or for the next who asks, all of it is found again.
+    void invalidate();
+    void update();
+    // The same, and announces what has changed: not while somebody asks, who would hear of it in the middle of that.
+    void tell();
+
+private:
+    // Rows that are taken.
+    struct Rows
+    {
+        double top;
+        double end;
+    };
+
+    explicit CursorLabels(GraphCursor *cursor);
+
+    void followMarkers();
+    void sort();
+    QVector<CursorReading *> readings() const;
+    QVector<Rows> distanceRows(int fontSize) const;
+    void placeReadings(double bottom) const;
+
+    GraphCursor *m_cursor;
+    QVector<CursorText *> m_texts;
+    bool m_isValid = true;
+    bool m_isSorted = true;
+    bool m_isUpdating = false;
+};
+
+} // namespace graph

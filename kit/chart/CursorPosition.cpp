@@ -1,0 +1,163 @@
+#include "kit/chart/CursorPosition.h"
+
+#include "cursors/GraphCursor.h"
+#include "cursors/GraphCursorY.h"
+#include "data/PlotData.h"
+#include "kit/data/Store.h"
+#include "view/base/AbstractPlot.h"
+
+#include <QRectF>
+
+#include <algorithm>
+#include <cmath>
+
+namespace graph {
+
+namespace {
+
+constexpr double inset = 2.0;    // from an end of the line
+constexpr double gap = 4.0;      // to an obstacle
+constexpr double marginX = 10.0; // around the text
+constexpr double marginY = 3.0;
+
+bool isHorizontal(const GraphCursor &cursor)
+{
+    return qobject_cast<const GraphCursorY *>(&cursor);
+}
+
+// So that the line is in its middle.
+double odd(double length)
+{
+    return double(int(std::ceil(length)) | 1);
+}
+
+double within(double place, double extent)
+{
+    return std::max(0.0, std::min(place, extent));
+}
+
+} // namespace
+
+/*!
+    \qmltype CursorPosition
+    \internal
+    The position of a cursor.
+*/
+CursorPosition::CursorPosition(QQuickItem *parent)
+    : CursorText(parent)
+{
+    connect(this, &CursorText::textChanged, this, [this] { updateEmpty(); });
+}
+
+// At once, because the item around is hidden by it.
+void CursorPosition::updateEmpty()
+{
+    const bool hasData = m_cursor && m_cursor->primarySeries();
+    if (store(m_isEmpty, hasOwnText() ? foundText().isEmpty() : !hasData))
+        emit isEmptyChanged();
+}
+
+GraphCursor *CursorPosition::cursor() const
+{
+    return m_cursor;
+}
+
+double CursorPosition::tagInset() const
+{
+    refresh();
+    return m_inset;
+}
+
+void CursorPosition::setCursor(GraphCursor *cursor)
+{
+    if (m_cursor == cursor)
+        return;
+    if (m_cursor)
+        disconnect(m_cursor, nullptr, this, nullptr);
+    m_cursor = cursor;
+    if (cursor) {
+        const auto changed = [this] { updateEmpty(); };
+        connect(cursor, &GraphCursor::plotsChanged, this, changed);
+        connect(cursor, &GraphCursor::seriesChanged, this, changed);
+        connect(cursor, &GraphCursor::primaryPlotChanged, this, changed);
+    }
+    // Of the one that it is in, all texts hear already.
+    if (cursor && cursor != holder()) {
+        const auto changed = [this] { invalidate(); };
+        connect(cursor, &GraphCursor::posValueChanged, this, changed);
+        connect(cursor, &GraphCursor::posOnScreenChanged, this, changed);
+        connect(cursor, &GraphCursor::plotsChanged, this, changed);
+    }
+    updateEmpty();
+    invalidate();
+    emit cursorChanged();
+}
+
+void CursorPosition::setAtRight(bool atRight)
+{
+    if (!store(m_isAtRight, atRight))
+        return;
+    invalidate();
+    emit atRightChanged();
+}
+
+void CursorPosition::setObstacles(const QVariantList &obstacles)
+{
+    if (!store(m_obstacles, obstacles))
+        return;
+    invalidate();
+    emit obstaclesChanged();
+}
+
+void CursorPosition::read()
+{
+    findText(m_cursor ? textOf(*m_cursor) : QString());
+    write(foundText());
+    m_inset = 0.0;
+    if (m_cursor && box() && label())
+        place(*m_cursor);
+}
+
+QString CursorPosition::textOf(const GraphCursor &cursor) const
+{
+    const PlotData *data = cursor.primarySeries();
+    if (!data)
+        return {};
+    if (chart())
+        return isHorizontal(cursor) ? chart()->formatY(cursor.primaryPlot(), cursor.posValue())
+                                    : chart()->formatX(cursor.posValue());
+    return isHorizontal(cursor) ? data->formattedYValue(cursor.posValue())
+                                : data->formattedXValue(cursor.posValue());
+}
+
+void CursorPosition::place(const GraphCursor &cursor)
+{
+    const QSizeF size(odd(label()->implicitWidth() + marginX), odd(label()->implicitHeight() + marginY));
+    const double line = cursor.posOnScreen();
+    const QSizeF area(around()->width(), around()->height());
+    box()->setSize(size);
+    if (isHorizontal(cursor)) {
+        box()->setPosition({m_isAtRight ? area.width() - size.width() - inset : inset,
+                            within(line - (size.height() - 1.0) / 2.0, area.height() - size.height())});
+        return;
+    }
+    const double x = within(line - (size.width() - 1.0) / 2.0, area.width() - size.width());
+    double floor = area.height();
+    for (const QVariant &obstacle : qAsConst(m_obstacles)) {
+        const QRectF other = obstacle.toRectF();
+        if (x + size.width() + gap > other.left() && x < other.right() + gap)
+            floor = std::min(floor, other.top());
+    }
+    box()->setPosition({x, floor - size.height() - inset});
+    if (around()->isVisible())
+        m_inset = area.height() - box()->y() + inset;
+}
+
+void CursorPosition::tell()
+{
+    CursorText::tell();
+    if (store(m_toldInset, m_inset))
+        emit tagInsetChanged();
+}
+
+} // namespace graph
