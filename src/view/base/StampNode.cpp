@@ -142,14 +142,15 @@ std::shared_ptr<StampNode::Stamp> StampNode::stampOf(const PaintedMark &text,
 }
 
 std::optional<QVector<PlacedMark>> StampNode::coveredLines(const PaintedFigure &figure, int index,
-                                                           const QVector<Placed> &placed, const QRect &ink)
+                                                           const QVector<Placed> &placed, const QRect &ink,
+                                                           const QVector<int> &candidates)
 {
     const PlacedMark &added = figure.marks.at(index);
     const bool isText = added.mark.isText();
     QVector<PlacedMark> covered;
-    for (int k = 0; k < placed.size() && !ink.isEmpty(); ++k) {
+    for (const int k : candidates) {
         const PlacedMark &below = figure.marks.at(k);
-        if (!placed.at(k).ink.intersects(ink))
+        if (ink.isEmpty() || !placed.at(k).ink.intersects(ink))
             continue;
         if (below.mark.isText() || below.mark.isTranslucent() || (added.mark.isTranslucent() && !isText))
             return {};
@@ -162,11 +163,16 @@ std::optional<QVector<PlacedMark>> StampNode::coveredLines(const PaintedFigure &
 // A text over opaque lines becomes a stamp of its own, with the part of the lines in it.
 bool StampNode::arrange(const PaintedFigure &figure, QVector<Placed> &placed)
 {
+    // An opaque line may cover others: a grid of them is not to be compared each with each.
+    const auto isOpaqueLine = [](const PaintedMark &mark) { return !mark.isText() && !mark.isTranslucent(); };
+    QVector<int> all;
+    QVector<int> notToBeCovered;
     for (int i = 0; i < figure.marks.size(); ++i) {
         const PlacedMark &added = figure.marks.at(i);
         std::shared_ptr<Stamp> stamp = stampOf(added.mark);
         const QRect ink = stamp->ink.translated(added.origin);
-        const auto covered = coveredLines(figure, i, placed, ink);
+        const auto covered =
+            coveredLines(figure, i, placed, ink, isOpaqueLine(added.mark) ? notToBeCovered : all);
         if (!covered)
             return false;
         stamp->isUsed = true;
@@ -175,6 +181,9 @@ bool StampNode::arrange(const PaintedFigure &figure, QVector<Placed> &placed)
             stamp->isUsed = true;
         }
         placed.append({stamp, ink});
+        all.append(i);
+        if (!isOpaqueLine(added.mark))
+            notToBeCovered.append(i);
     }
     return true;
 }
