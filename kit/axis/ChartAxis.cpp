@@ -250,7 +250,7 @@ std::optional<int> ChartAxis::numberPrefix() const
     const PrefixKey key(lowest, highest, length, unit());
     if (m_prefixKey != key) {
         m_prefixKey = key;
-        m_prefix = numbering().plan(lowest, highest, length).prefix;
+        m_prefix = m_found.of(numbering(), lowest, highest, length).prefix;
     }
     return m_prefix;
 }
@@ -415,7 +415,7 @@ void ChartAxis::updatePlan(double length)
         ends = positivePart(ends.begin, ends.end);
     const auto [lowest, highest] = std::minmax({ends.begin, ends.end});
     const int widest = m_planned.widestText();
-    if (!m_planned.update(numbering(), lowest, highest, length))
+    if (!m_planned.update(numbering(), lowest, highest, length, &m_found))
         return;
     forgetTexts();
     if (widest == m_planned.widestText())

@@ -139,6 +139,7 @@ private:
     bool m_hasWrittenMargin = false;
     int m_followedMargin = 0;
     int m_roomBeyond = 0;
+    mutable FoundPlan m_found;
     PlannedTicks m_planned; // of the last repaint
     using PrefixKey = std::tuple<double, double, double, QString>;
     mutable std::optional<PrefixKey> m_prefixKey;

@@ -6,7 +6,8 @@
 
 namespace graph {
 
-bool PlannedTicks::update(const AxisNumbering &numbering, double lowest, double highest, double length)
+bool PlannedTicks::update(const AxisNumbering &numbering, double lowest, double highest, double length,
+                          FoundPlan *found)
 {
     const bool isKnown = m_key && m_key->lowest == lowest && m_key->highest == highest &&
                          m_key->length == length && m_key->numbering == numbering;
@@ -14,7 +15,7 @@ bool PlannedTicks::update(const AxisNumbering &numbering, double lowest, double 
     if (isKnown && !numbering.formatter)
         return false;
     m_key = Key{lowest, highest, length, numbering};
-    TickPlan wanted = numbering.plan(lowest, highest, length);
+    TickPlan wanted = found->of(numbering, lowest, highest, length);
     if (wanted == m_plan)
         return false;
     m_plan = std::move(wanted);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "kit/axis/AxisNumbering.h"
+#include "kit/axis/FoundPlan.h"
 
 #include <optional>
 
@@ -16,7 +16,8 @@ public:
     int widestText() const { return m_widestText; }
 
     // False when they stay the same.
-    bool update(const AxisNumbering &numbering, double lowest, double highest, double length);
+    bool update(const AxisNumbering &numbering, double lowest, double highest, double length,
+                FoundPlan *found);
     void forget() { *this = {}; }
 
 private:

@@ -59,8 +59,8 @@ private:
     std::shared_ptr<Stamp> stampOf(const PaintedMark &mark);
     std::shared_ptr<Stamp> stampOf(const PaintedMark &text, const QVector<PlacedMark> &lines,
                                    const QRect &ink);
-    // Which of the candidates among the marks before it one covers, from its own place. Nothing where the pixels would be other ones: where a
-    // translucent mark, or a text, covers another.
+    // Which of the candidates, marks before it, one covers, from its own place. Nothing where the pixels would be other
+    // ones: where a translucent mark, or a text, covers another.
     static std::optional<QVector<PlacedMark>> coveredLines(const PaintedFigure &figure, int index,
                                                            const QVector<Placed> &placed, const QRect &ink,
                                                            const QVector<int> &candidates);

@@ -1,0 +1,25 @@
+#include "kit/axis/FoundPlan.h"
+
+namespace graph {
+
+bool FoundPlan::Key::operator==(const Key &other) const
+{
+    return lowest == other.lowest && highest == other.highest && length == other.length &&
+           numbering == other.numbering;
+}
+
+TickPlan FoundPlan::of(const AxisNumbering &numbering, double lowest, double highest, double length)
+{
+    // A formatter may answer differently at any time.
+    if (numbering.formatter)
+        return numbering.plan(lowest, highest, length);
+    const Key key{lowest, highest, length, numbering};
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    if (!(m_key == key)) {
+        m_plan = numbering.plan(lowest, highest, length);
+        m_key = key;
+    }
+    return m_plan;
+}
+
+} // namespace graph
