@@ -40,6 +40,15 @@ InstrumentSet::InstrumentSet(const CommandLine &line)
 {
 }
 
+// samples, sweepsPerSecond: where the command line gives none.
+template <typename Kind>
+void InstrumentSet::makeIfWanted(const char *name, int samples, double sweepsPerSecond)
+{
+    if (m_line.instruments.contains(QLatin1String(name)))
+        add(std::make_unique<Kind>(m_line.samples.value_or(samples), m_line.seed,
+                                   m_line.rate.value_or(sweepsPerSecond)));
+}
+
 ExitStatus InstrumentSet::make()
 {
     const ExitStatus status = makeReplay();
@@ -47,21 +56,11 @@ ExitStatus InstrumentSet::make()
         return status;
     if (m_line.instruments.contains("analyzer"))
         makeAnalyzer();
-    if (m_line.instruments.contains("otdr"))
-        add(std::make_unique<FibreReflectometer>(m_line.samples.value_or(20001), m_line.seed,
-                                                 m_line.rate.value_or(reflectometerRate)));
-    if (m_line.instruments.contains("scope"))
-        add(std::make_unique<Oscilloscope>(m_line.samples.value_or(10000), m_line.seed,
-                                           m_line.rate.value_or(usualRate)));
-    if (m_line.instruments.contains("audio"))
-        add(std::make_unique<AudioAnalyzer>(m_line.samples.value_or(1999), m_line.seed,
-                                            m_line.rate.value_or(usualRate)));
-    if (m_line.instruments.contains("spectrogram"))
-        add(std::make_unique<Spectrogram>(m_line.samples.value_or(501), m_line.seed,
-                                          m_line.rate.value_or(usualRate)));
-    if (m_line.instruments.contains("logger"))
-        add(std::make_unique<DataLogger>(m_line.samples.value_or(8), m_line.seed,
-                                         m_line.rate.value_or(usualRate)));
+    makeIfWanted<FibreReflectometer>("otdr", 20001, reflectometerRate);
+    makeIfWanted<Oscilloscope>("scope", 10000, usualRate);
+    makeIfWanted<AudioAnalyzer>("audio", 1999, usualRate);
+    makeIfWanted<Spectrogram>("spectrogram", 501, usualRate);
+    makeIfWanted<DataLogger>("logger", 8, usualRate);
     return Done;
 }
 

@@ -23,6 +23,7 @@ public:
 private:
     void add(std::unique_ptr<simulation::Instrument> instrument);
     ExitStatus makeReplay();
+    template <typename Kind> void makeIfWanted(const char *name, int samples, double sweepsPerSecond);
     void makeAnalyzer();
     ExitStatus recordReplay(const QVector<simulation::Recording> &recordings);
     // Sweeps of the instrument that was added last go into heat map files.

@@ -31,12 +31,6 @@ ComputedData::ComputedData(QObject *parent)
 {
 }
 
-void ComputedData::giveSource(QObject *source)
-{
-    m_hasSource = true;
-    m_sourceInput.give(source);
-}
-
 bool ComputedData::useSource(PlotData *source)
 {
     if (m_source == source)

@@ -40,13 +40,13 @@ public:
 
     PlotData *source() const { return m_source; }
     // Whether a source was written, be it one that is not there yet.
-    bool hasWrittenSource() const { return m_hasSource; }
+    bool hasWrittenSource() const { return m_sourceInput.isWritten(); }
     bool isRunning() const { return m_running; }
 
     void setSource(PlotData *source) { giveSource(source); }
     // Data, or a plot.
     QObject *givenSource() const { return m_sourceInput.given(); }
-    void giveSource(QObject *source);
+    void giveSource(QObject *source) { m_sourceInput.give(source); }
     void setRunning(bool running);
 
 signals:
@@ -98,7 +98,6 @@ private:
     qint64 m_epoch = 1;
     int m_count = 0; // of samples that were taken last
     int m_timer = 0;
-    bool m_hasSource = false;
     bool m_isEven = true;
     bool m_isBegun = false;
     bool m_isOutdated = false;

@@ -15,6 +15,7 @@ DataInput::DataInput(const QObject *owner, const char *property, const Take &tak
 
 void DataInput::give(QObject *object)
 {
+    m_isWritten = true;
     auto *plot = qobject_cast<AbstractPlot *>(object);
     auto *data = plot ? plot->plotData() : qobject_cast<PlotData *>(object);
     if (object && !plot && !data) {

@@ -20,6 +20,8 @@ public:
 
     // As it was written; null once it is gone.
     QObject *given() const { return m_given; }
+    // Whether something was written, be it null.
+    bool isWritten() const { return m_isWritten; }
     // Of anything else than data and plots it tells.
     void give(QObject *object);
 
@@ -28,6 +30,7 @@ private:
     const char *m_property;
     Take m_take;
     QPointer<QObject> m_given;
+    bool m_isWritten = false;
 };
 
 } // namespace graph

@@ -34,12 +34,6 @@ Difference::Difference(QObject *parent)
     \qmlproperty PlotData Difference::reference
     What is subtracted, as \c source is given.
 */
-void Difference::giveReference(QObject *reference)
-{
-    m_hasReference = true;
-    m_referenceInput.give(reference);
-}
-
 bool Difference::useReference(PlotData *reference)
 {
     if (m_reference == reference)

@@ -15,11 +15,11 @@ public:
 
     PlotData *reference() const { return m_reference; }
     // As that of the source.
-    bool hasWrittenReference() const { return m_hasReference; }
+    bool hasWrittenReference() const { return m_referenceInput.isWritten(); }
     void setReference(PlotData *reference) { giveReference(reference); }
     // Data, or a plot.
     QObject *givenReference() const { return m_referenceInput.given(); }
-    void giveReference(QObject *reference);
+    void giveReference(QObject *reference) { m_referenceInput.give(reference); }
 
 signals:
     void referenceChanged();
@@ -35,7 +35,6 @@ private:
     DataInput m_referenceInput{this, "reference",
                                [this](PlotData *reference) { return useReference(reference); }};
     QPointer<PlotData> m_reference;
-    bool m_hasReference = false;
 };
 
 } // namespace graph

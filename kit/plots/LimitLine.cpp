@@ -124,12 +124,6 @@ void LimitLine::setKind(Kind kind)
     \readonly
     The x of that sample; NaN without one.
 */
-void LimitLine::giveSeries(QObject *series)
-{
-    m_hasSeries = true;
-    m_input.give(series);
-}
-
 bool LimitLine::isAsked() const
 {
     return isSignalConnected(QMetaMethod::fromSignal(&LimitLine::verdictChanged));

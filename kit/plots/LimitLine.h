@@ -53,8 +53,8 @@ public:
     void setSeries(PlotData *series) { giveSeries(series); }
     // Data, or a plot.
     QObject *givenSeries() const { return m_input.given(); }
-    void giveSeries(QObject *series);
-    bool hasWrittenSeries() const { return m_hasSeries; }
+    void giveSeries(QObject *series) { m_input.give(series); }
+    bool hasWrittenSeries() const { return m_input.isWritten(); }
     // Whether somebody reads the verdict and is told of another one.
     bool isAsked() const;
     void setName(const QString &name);
@@ -99,7 +99,6 @@ private:
                       }};
     QPointer<PlotData> m_series;
     LimitVerdict m_verdict;
-    bool m_hasSeries = false;
     Kind m_kind = Upper;
     int m_lineWidth = 2;
     double m_fillOpacity = 0.12;

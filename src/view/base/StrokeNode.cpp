@@ -11,8 +11,8 @@
 namespace graph {
 
 StrokeNode::StrokeNode(QQuickWindow *window)
-    : m_window(window)
-    , m_painting(window, [this](QPainter *painter, const QRegion &region) { paint(painter, region); })
+    : m_painting(window, [this](QPainter *painter, const QRegion &region) { paint(painter, region); })
+    , m_image(this, window)
 {
     setFlag(UsePreprocess);
     appendChildNode(&m_painting);
@@ -20,7 +20,7 @@ StrokeNode::StrokeNode(QQuickWindow *window)
 
 StrokeNode::~StrokeNode()
 {
-    removeImage();
+    m_image.remove();
     removeAllChildNodes();
 }
 
@@ -68,35 +68,18 @@ void StrokeNode::showPainting()
 {
     if (m_painting.parent())
         return;
-    removeImage();
+    m_image.remove();
     appendChildNode(&m_painting);
 }
 
 void StrokeNode::showImage()
 {
-    if (m_image || m_strokes.bounds.isEmpty())
+    if (m_image.isShown() || m_strokes.bounds.isEmpty())
         return;
     removeChildNode(&m_painting);
     // With a transparent row at the end, as a stamp has it.
     const QRect part = m_strokes.bounds.adjusted(0, 0, 0, 1);
-    m_texture.reset(
-        m_window->createTextureFromImage(m_strokes.image(part), QQuickWindow::TextureHasAlphaChannel));
-    m_image = m_window->createImageNode();
-    m_image->setTexture(m_texture.get());
-    m_image->setSourceRect(QRectF(QPointF(), part.size()));
-    m_image->setRect(part);
-    m_image->setFiltering(QSGTexture::Nearest);
-    appendChildNode(m_image);
-}
-
-void StrokeNode::removeImage()
-{
-    if (!m_image)
-        return;
-    removeChildNode(m_image);
-    delete m_image;
-    m_image = nullptr;
-    m_texture.reset();
+    m_image.show(m_strokes.image(part), part, QSGTexture::Nearest);
 }
 
 bool isSoftwareSceneGraph(const QQuickWindow &window)

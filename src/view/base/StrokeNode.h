@@ -1,6 +1,7 @@
 #pragma once
 
 #include "raster/RecordedStrokes.h"
+#include "view/base/ImageChild.h"
 #include "view/base/PaintingNode.h"
 #include "view/base/ShiftedItem.h"
 
@@ -8,9 +9,6 @@
 #include <QSGNode>
 
 #include <memory>
-
-class QSGImageNode;
-class QSGTexture;
 
 namespace graph {
 
@@ -34,15 +32,12 @@ private:
     void paint(QPainter *painter, const QRegion &region);
     void showPainting();
     void showImage();
-    void removeImage();
 
-    QQuickWindow *m_window;
     RecordedStrokes m_strokes;
     QSize m_size; // of the item
     PaintingNode m_painting;
     QImage m_layer; // of the whole item, where it is transformed or translucent
-    std::unique_ptr<QSGTexture> m_texture;
-    QSGImageNode *m_image = nullptr;
+    ImageChild m_image;
     bool m_isNew = false; // since the last frame
 };
 

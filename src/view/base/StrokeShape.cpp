@@ -74,7 +74,7 @@ bool cover(QSGGeometryNode &shape, const RecordedStrokes::Part &part)
 } // namespace
 
 StrokeShape::StrokeShape(QQuickWindow *window)
-    : m_window(window)
+    : m_image(this, window)
 {
     setFlag(UsePreprocess);
     m_clip.setIsRectangular(true);
@@ -84,7 +84,7 @@ StrokeShape::StrokeShape(QQuickWindow *window)
 
 StrokeShape::~StrokeShape()
 {
-    removeImage();
+    m_image.remove();
     removeAllChildNodes();
     m_clip.removeAllChildNodes();
 }
@@ -114,7 +114,7 @@ void StrokeShape::show(const RecordedStrokes &strokes, const QSize &size, bool s
         if (!shape->parent())
             m_clip.appendChildNode(shape.get());
     }
-    removeImage();
+    m_image.remove();
     showTriangles();
 }
 
@@ -122,13 +122,13 @@ void StrokeShape::preprocess()
 {
     if (isMovedOnly(this) && isOpaque(this))
         showTriangles();
-    else if (!m_image)
+    else if (!m_image.isShown())
         showImage();
 }
 
 void StrokeShape::showTriangles()
 {
-    removeImage();
+    m_image.remove();
     if (!m_clip.parent())
         appendChildNode(&m_clip);
 }
@@ -136,24 +136,8 @@ void StrokeShape::showTriangles()
 void StrokeShape::showImage()
 {
     removeAllChildNodes();
-    m_texture.reset(m_window->createTextureFromImage(m_strokes.image(QRect(QPoint(), m_size)),
-                                                     QQuickWindow::TextureHasAlphaChannel));
-    m_image = m_window->createImageNode();
-    m_image->setTexture(m_texture.get());
-    m_image->setSourceRect(QRectF(QPointF(), m_size));
-    m_image->setRect(QRectF(QPointF(), m_size));
-    m_image->setFiltering(m_smooth ? QSGTexture::Linear : QSGTexture::Nearest);
-    appendChildNode(m_image);
-}
-
-void StrokeShape::removeImage()
-{
-    if (!m_image)
-        return;
-    removeChildNode(m_image);
-    delete m_image;
-    m_image = nullptr;
-    m_texture.reset();
+    m_image.show(m_strokes.image(QRect(QPoint(), m_size)), QRectF(QPointF(), m_size),
+                 m_smooth ? QSGTexture::Linear : QSGTexture::Nearest);
 }
 
 } // namespace graph

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "raster/RecordedStrokes.h"
+#include "view/base/ImageChild.h"
 
 #include <QSGGeometry>
 #include <QSGNode>
@@ -11,8 +12,6 @@
 
 class QQuickWindow;
 class QSGGeometryNode;
-class QSGImageNode;
-class QSGTexture;
 
 namespace graph {
 
@@ -34,17 +33,14 @@ public:
 private:
     void showTriangles();
     void showImage();
-    void removeImage();
 
-    QQuickWindow *m_window;
     RecordedStrokes m_strokes;
     QSize m_size;
     bool m_smooth = false;
     QSGGeometry m_edges{QSGGeometry::defaultAttributes_Point2D(), 4};
     QSGClipNode m_clip; // lines go on beyond the item
     std::vector<std::unique_ptr<QSGGeometryNode>> m_shapes;
-    std::unique_ptr<QSGTexture> m_texture;
-    QSGImageNode *m_image = nullptr;
+    ImageChild m_image;
 };
 
 } // namespace graph
