@@ -88,8 +88,8 @@ double ChartExport::progress() const
     \qmlmethod bool Chart::exportData(string file, bool all = false)
     Writes the samples of the visible traces as CSV to a path or file URL that ends with .csv, those in the visible
     range of x or all: a line of names
-    with units, then a line for each sample. Traces at the same x share a column of it. Numbers have points and
-    are exact in every locale; a gap is an empty field. Begins and ends like exportImage().
+    with units, then a line for each sample. Traces at the same x share a column of it; a LimitLine is no
+    data and has none. Numbers have points and are exact in every locale; a gap is an empty field. Begins and ends like exportImage().
 
     \qmlmethod void Chart::cancelExport()
     Ends all exports that go on, without files.

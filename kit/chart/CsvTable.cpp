@@ -6,6 +6,7 @@
 #include "kit/chart/DataChecks.h"
 #include "kit/chart/ExportJob.h"
 #include "kit/chart/ViewContents.h"
+#include "kit/plots/LimitLine.h"
 #include "kit/plots/PlotUnits.h"
 #include "view/base/AbstractPlot.h"
 #include "view/frame/GraphView.h"
@@ -14,14 +15,19 @@
 #include <QIODevice>
 #include <QLocale>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
+#include <utility>
 
 namespace graph {
 
 namespace {
 
 constexpr int blockSize = 1 << 16;
+// Numbers from there to here have no exponent.
+constexpr double leastPlain = 1e-4;
+constexpr double endOfPlain = 1e15;
 
 bool isSameX(const SampleSpan &a, const SampleSpan &b)
 {
@@ -50,7 +56,10 @@ void appendNumber(QByteArray *text, double value)
 {
     if (std::isnan(value))
         return;
-    text->append(QByteArray::number(value, 'g', QLocale::FloatingPointShortest));
+    // The shortest digits that read back as the same number; neighbours are to look alike: 1700000000, 1700000010.
+    const double magnitude = std::abs(value);
+    const bool isPlain = value == 0.0 || (magnitude >= leastPlain && magnitude < endOfPlain);
+    text->append(QByteArray::number(value, isPlain ? 'f' : 'g', QLocale::FloatingPointShortest));
 }
 
 QString withUnit(const QString &name, const QString &unit)
@@ -97,27 +106,36 @@ CsvTable::CsvTable(const GraphView &view, bool all)
 {
     for (const AbstractPlot *plot : plotsOf(view)) {
         const PlotData *data = plot->plotData();
-        if (!data || !hasSamples(*data) || !view.isAncestorOf(plot) || qobject_cast<const WorldPlot *>(plot))
+        if (!data || !hasSamples(*data) || !view.isAncestorOf(plot) ||
+            qobject_cast<const WorldPlot *>(plot) || qobject_cast<const LimitLine *>(plot))
             continue;
         m_traces.append({nameOfX(*plot), nameOfTrace(*plot, m_traces.size() + 1), samplesOf(*plot, all)});
         m_rows = qMax(m_rows, m_traces.last().samples.size());
     }
 }
 
-bool CsvTable::hasCommonX() const
+QVector<CsvTable::Group> CsvTable::groups() const
 {
-    return std::all_of(m_traces.begin(), m_traces.end(), [this](const Trace &trace) {
-        return trace.xName == m_traces.first().xName && isSameX(trace.samples, m_traces.first().samples);
-    });
+    QVector<Group> groups;
+    for (const Trace &trace : m_traces) {
+        const auto found = std::find_if(groups.begin(), groups.end(), [&trace](const Group &group) {
+            return group.first()->xName == trace.xName && isSameX(group.first()->samples, trace.samples);
+        });
+        if (found == groups.end())
+            groups.append(Group{&trace});
+        else
+            found->append(&trace);
+    }
+    return groups;
 }
 
 bool CsvTable::write(QIODevice *device, const std::function<bool(double)> &goOn) const
 {
-    const bool isCommon = hasCommonX();
-    QByteArray text = header(isCommon);
+    const QVector<Group> grouped = groups();
+    QByteArray text = header(grouped);
     text.reserve(2 * blockSize);
     for (int row = 0; row < m_rows; ++row) {
-        appendRow(&text, row, isCommon);
+        appendRow(&text, row, grouped);
         if (text.size() < blockSize)
             continue;
         if (!writeAll(text, device) || !goOn(double(row) / m_rows))
@@ -127,34 +145,32 @@ bool CsvTable::write(QIODevice *device, const std::function<bool(double)> &goOn)
     return writeAll(text, device) && goOn(1.0);
 }
 
-QByteArray CsvTable::header(bool hasCommonX) const
+QByteArray CsvTable::header(const QVector<Group> &groups)
 {
     QByteArrayList fields;
-    for (const Trace &trace : m_traces) {
-        if (!hasCommonX || fields.isEmpty())
-            fields.append(field(hasCommonX || m_traces.size() == 1
-                                    ? trace.xName
-                                    : trace.name + QLatin1String(": ") + trace.xName));
-        fields.append(field(trace.name));
+    for (const Group &group : groups) {
+        const Trace &first = *group.first();
+        fields.append(
+            field(groups.size() == 1 ? first.xName : first.name + QLatin1String(": ") + first.xName));
+        for (const Trace *trace : group)
+            fields.append(field(trace->name));
     }
     return fields.join(',') + '\n';
 }
 
-void CsvTable::appendRow(QByteArray *text, int row, bool hasCommonX) const
+void CsvTable::appendRow(QByteArray *text, int row, const QVector<Group> &groups)
 {
     bool isFirst = true;
-    for (const Trace &trace : m_traces) {
-        const bool isThere = row < trace.samples.size();
-        if (!hasCommonX || isFirst) {
-            if (!isFirst)
-                text->append(',');
-            if (isThere)
-                appendNumber(text, trace.samples.x(row));
+    for (const Group &group : groups) {
+        if (!std::exchange(isFirst, false))
+            text->append(',');
+        if (row < group.first()->samples.size())
+            appendNumber(text, group.first()->samples.x(row));
+        for (const Trace *trace : group) {
+            text->append(',');
+            if (row < trace->samples.size())
+                appendNumber(text, trace->samples.y(row));
         }
-        text->append(',');
-        if (isThere)
-            appendNumber(text, trace.samples.y(row));
-        isFirst = false;
     }
     text->append('\n');
 }

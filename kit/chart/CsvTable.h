@@ -17,14 +17,14 @@ namespace graph {
 class CsvTable
 {
 public:
-    // Of the visible plots; all their samples, or those in the visible range of x.
+    // Of the visible plots, limits left out: they are no data. All their samples, or those in the visible range of x.
     CsvTable(const GraphView &view, bool all);
 
     bool isEmpty() const { return m_rows == 0; }
 
     // A line of names with units, then a line for each sample, with points in numbers and commas between them
-    // in every locale. One column of x serves all traces that have the same; a gap is an empty
-    // field. goOn is told of the share done. False when it, or the device, wants no more.
+    // in every locale. Traces that have the same x share a column of it; a gap is an empty field. goOn is told of
+    // the share done. False when it, or the device, wants no more.
     bool write(QIODevice *device, const std::function<bool(double)> &goOn) const;
 
 private:
@@ -35,10 +35,13 @@ private:
         SampleSpan samples;
     };
 
+    // Traces beside a column of x that is theirs.
+    using Group = QVector<const Trace *>;
+
     // A look at all samples, which is left to the writing thread.
-    bool hasCommonX() const;
-    QByteArray header(bool hasCommonX) const;
-    void appendRow(QByteArray *text, int row, bool hasCommonX) const;
+    QVector<Group> groups() const;
+    static QByteArray header(const QVector<Group> &groups);
+    static void appendRow(QByteArray *text, int row, const QVector<Group> &groups);
 
     QVector<Trace> m_traces;
     int m_rows = 0;

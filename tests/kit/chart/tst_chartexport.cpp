@@ -1,8 +1,11 @@
 #include "support/QmlDocument.h"
 
+#include "kit/axis/ChartAxis.h"
 #include "kit/chart/ChartExport.h"
 #include "kit/chart/ChartTheme.h"
 #include "kit/chart/ChartView.h"
+#include "kit/plots/LimitLine.h"
+#include "kit/plots/Trace.h"
 #include "view/frame/GraphView.h"
 #include "support/Table.h"
 
@@ -106,6 +109,14 @@ class tst_chartexport : public QObject
     Q_OBJECT
 
 private slots:
+    void initTestCase()
+    {
+        qmlRegisterType<graph::ChartView>("charts", 1, 0, "ChartView");
+        qmlRegisterType<graph::ChartAxis>("charts", 1, 0, "ChartAxis");
+        qmlRegisterType<graph::Trace>("charts", 1, 0, "Trace");
+        qmlRegisterType<graph::LimitLine>("charts", 1, 0, "LimitLine");
+    }
+
     void csv_data()
     {
         columns<QByteArray, bool, QByteArray>({"document", "all", "expected"});
@@ -127,6 +138,17 @@ private slots:
             << false
             << QByteArray("x [s],\"Level, raw [V]\",Peaks [\u00b0C]\n0,1.5,6\n1,5,5\n2,,4\n3,8e-07,3\n"
                           "4,2,2\n5,100,1\n");
+        QTest::newRow("two of three at the same x, and a limit, which is no data")
+            << QByteArray("ChartView { id: view; width: 400; height: 240; axisX.unit: 's'\n"
+                          "Trace { name: 'a'; start: 1700000000; interval: 10; values: [1e14, 2] }\n"
+                          "Trace { name: 'b'; start: 1; values: [1e-5, 4, 5] }\n"
+                          "Trace { name: 'c'; start: 1700000000; interval: 10; values: [6] }\n"
+                          "Trace { name: 'd'; start: 1700000000; interval: 10; values: [6, 1e20] }\n"
+                          "LimitLine { name: 'most'; values: [5] } }")
+            << true
+            << QByteArray(
+                   "a: x [s],a,d,b: x [s],b,c: x [s],c\n1700000000,100000000000000,6,1,1e-05,1700000000,6\n"
+                   "1700000010,2,1e+20,2,4,,\n,,,3,5,,\n");
     }
     void csv()
     {
@@ -332,7 +354,6 @@ private slots:
     // With the colours behind its traces, which are no item.
     void ofAChart()
     {
-        qmlRegisterType<graph::ChartView>("charts", 1, 0, "ChartView");
         Bench bench("ChartView { id: view; width: 200; height: 100 }");
         auto *view = bench.document().object<graph::ChartView>("view");
         QSignalSpy ended(view, SIGNAL(exportFinished(QString, QString)));
