@@ -35,11 +35,13 @@ void ChartPlots::lookLater()
 {
     if (std::exchange(m_isPending, true))
         return;
-    const auto look = [this] {
-        m_isPending = false;
+    QMetaObject::invokeMethod(this, &ChartPlots::lookNow, Qt::QueuedConnection);
+}
+
+void ChartPlots::lookNow()
+{
+    if (std::exchange(m_isPending, false))
         emit changed();
-    };
-    QMetaObject::invokeMethod(this, look, Qt::QueuedConnection);
 }
 
 bool ChartPlots::setTraces(const QVector<AbstractPlot *> &traces)

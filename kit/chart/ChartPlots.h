@@ -28,6 +28,8 @@ public:
     QVector<AbstractPlot *> find();
     // Not at once: a document has not yet said anything about an item that has just got its parent.
     void lookLater();
+    // For those who ask before that.
+    void lookNow();
 
     // The ones that the chart has taken.
     const QVector<QPointer<AbstractPlot>> &traces() const { return m_traces; }

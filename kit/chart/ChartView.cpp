@@ -176,7 +176,7 @@ void ChartView::itemChange(ItemChange change, const ItemChangeData &data)
         m_room->forgetScale(data.item);
         makeRoom();
         if (auto *plot = qobject_cast<AbstractPlot *>(data.item))
-            dropPlot(plot);
+            letGo(plot);
         m_plots->lookLater();
     }
     GraphView::itemChange(change, data);
@@ -190,7 +190,7 @@ void ChartView::wire()
     const auto taken = plots();
     for (AbstractPlot *plot : taken) {
         if (!found.contains(plot))
-            dropPlot(plot);
+            letGo(plot);
     }
     for (AbstractPlot *plot : found) {
         if (plot->parentItem() != this) {
@@ -235,6 +235,18 @@ void ChartView::adoptChild(QQuickItem *child)
         stretch(child, this);
     else if (child == plotArea() || child == m_overlay || isDrawn || !hasSize(child))
         GraphView::adoptChild(child);
+}
+
+// It has moved elsewhere.
+void ChartView::letGo(AbstractPlot *plot)
+{
+    dropPlot(plot);
+    m_axes->takeFrom(plot);
+}
+
+void ChartView::takePlots()
+{
+    m_plots->lookNow();
 }
 
 // The plot may be no more than its address.

@@ -127,6 +127,8 @@ public:
     }
     Q_INVOKABLE QString formatX(double value) const;
     Q_INVOKABLE QString formatY(QQuickItem *trace, double value) const;
+    // Those that have come since the last turn of the event loop.
+    void takePlots();
     // Between a cursor and a marker on any axis.
     QString distanceText(const ValueAxis *axis, double distance) const;
     Backdrop backdrop() const override;
@@ -157,6 +159,7 @@ private:
     void hear();
     void wire();
     void adoptNewChildren();
+    void letGo(AbstractPlot *plot);
     void dropPlot(AbstractPlot *plot);
     void applyColors();
     void dressCursors();

@@ -2,6 +2,7 @@
 
 #include "data/PlotData.h"
 #include "kit/chart/ChartChecks.h"
+#include "kit/chart/ChartView.h"
 #include "kit/chart/DiagnosisOverlay.h"
 #include "kit/chart/ViewContents.h"
 #include "kit/data/ItemName.h"
@@ -99,6 +100,9 @@ void Diagnosis::look()
         tellOfPlace();
         return;
     }
+    // What has just come is not to be taken for what the chart knows nothing of.
+    if (auto *own = qobject_cast<ChartView *>(chart))
+        own->takePlots();
     watch(chart);
     // A hidden page is looked at when it shows.
     if (!isEnabled() || !chart->isVisible() || !chart->window())

@@ -33,12 +33,21 @@ void collectPlots(const QQuickItem &item, QVector<AbstractPlot *> *plots)
     }
 }
 
+// A view may be in another one, such as a small chart in a large one.
+const GraphView *viewAround(const AbstractPlot &plot)
+{
+    const QQuickItem *item = plot.parentItem();
+    while (item && !qobject_cast<const GraphView *>(item))
+        item = item->parentItem();
+    return static_cast<const GraphView *>(item);
+}
+
 // Of another view's window neighbours only what uses an axis of this view and has no zoom of its own: an
 // overview has.
 bool belongsTo(const GraphView &view, const AbstractPlot &plot)
 {
     if (isInside(&plot, view))
-        return true;
+        return viewAround(plot) == &view;
     if (const auto *overview = qobject_cast<const WorldPlot *>(&plot))
         return !overview->graphPlot() && !overview->axisX() && !overview->axisY();
     const QVector<ValueAxis *> axes = axesOf(view);

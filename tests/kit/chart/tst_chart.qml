@@ -206,7 +206,9 @@ TestCase {
         tryVerify(() => names(chart) === "child");
         wait(0);
         compare(chart.traces[0].name, "child");
-        if (data.move)
+        if (data.move) {
+            compare(made.axisX, null);
             made.destroy();
+        }
     }
 }
