@@ -10,6 +10,8 @@ namespace {
 constexpr double headRoom = 0.05;
 constexpr double tolerableFreeRoom = 0.4;
 constexpr double nearZero = 0.25;
+// On a logarithmic scale.
+constexpr double nearestToZero = 1e-305;
 
 double powerOfTen(double exponent)
 {
@@ -55,14 +57,16 @@ ScaleEnds wanted(const AutoRangeRequest &request, double lowest, double highest)
         const double around = lowest == 0.0 ? 1.0 : std::abs(lowest) / 2.0;
         return request.scale == ScaleKind::Linear
                    ? roomyLinear(lowest - around, highest + around)
-                   : ScaleEnds{roundDown(lowest / 3.0), roundUp(highest * 3.0)};
+                   : ScaleEnds{roundDown(std::max(lowest / 3.0, nearestToZero)),
+                               roundUp(std::min(highest * 3.0, farthestEnd))};
     }
     if (!request.hasHeadRoom)
         return {lowest, highest};
     if (request.scale == ScaleKind::Linear)
         return roomyLinear(lowest, highest);
-    const double factor = std::pow(highest / lowest, headRoom);
-    return {roundDown(lowest / factor), roundUp(highest * factor)};
+    const double factor = std::pow(10.0, (std::log10(highest) - std::log10(lowest)) * headRoom);
+    return {roundDown(std::max(lowest / factor, nearestToZero)),
+            roundUp(std::min(highest * factor, farthestEnd))};
 }
 
 // By how much of what the axis shows an end may be farther out than the data.
@@ -94,12 +98,16 @@ ScaleEnds adapted(const AutoRangeRequest &request, const ScaleEnds &target, doub
 ScaleEnds autoRange(const AutoRangeRequest &request)
 {
     const bool isLinear = request.scale == ScaleKind::Linear;
-    const double lowest =
+    const double least =
         isLinear || request.data.lowest > 0.0 ? request.data.lowest : request.data.leastPositive;
-    const double highest = request.data.highest;
-    const bool isUsable = std::isfinite(highest - lowest) && lowest <= highest && (isLinear || lowest > 0.0);
+    const double most = request.data.highest;
+    const bool isUsable =
+        std::isfinite(least) && std::isfinite(most) && least <= most && (isLinear || least > 0.0);
     if (!isUsable)
         return request.present ? *request.present : isLinear ? ScaleEnds{0.0, 1.0} : ScaleEnds{1.0, 10.0};
+    const double nearest = isLinear ? -farthestEnd : nearestToZero;
+    const double lowest = std::clamp(least, nearest, farthestEnd);
+    const double highest = std::clamp(most, nearest, farthestEnd);
     const ScaleEnds target = wanted(request, lowest, highest);
     return request.present ? adapted(request, target, lowest, highest) : target;
 }

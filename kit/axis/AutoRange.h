@@ -4,6 +4,9 @@
 
 namespace graph {
 
+// The farthest ends of a range: beyond, the distance between two of them would be no number.
+constexpr double farthestEnd = 7e307;
+
 // What data there is to be shown, in units of the axis.
 struct ShownExtent
 {

@@ -20,6 +20,16 @@ QRectF bandOf(const AxisLook &look, const QRectF &plot, double outside, double h
     return QRectF(left, plot.top(), height, plot.height());
 }
 
+// One line; the unit stays, as numbers are nothing without it.
+QString elided(const AxisTitle &title, double room)
+{
+    const QString behind =
+        title.unit.isEmpty() ? QString() : QLatin1String(" (") + title.unit + QLatin1Char(')');
+    const QFontMetricsF metrics(title.font);
+    const QString text = QString(title.text).replace(QLatin1Char('\n'), QLatin1Char(' '));
+    return metrics.elidedText(text, Qt::ElideRight, room - metrics.horizontalAdvance(behind)) + behind;
+}
+
 } // namespace
 
 void AxisTitle::paint(QPainter *painter, const AxisLook &look, const QRectF &plot, double outside) const
@@ -29,12 +39,13 @@ void AxisTitle::paint(QPainter *painter, const AxisLook &look, const QRectF &plo
     painter->setFont(font);
     painter->setPen(color);
     const int flags = Qt::AlignCenter | Qt::TextDontClip | Qt::TextSingleLine;
+    const QString shown = elided(*this, look.isHorizontal() ? band.width() : band.height());
     if (look.isHorizontal()) {
-        painter->drawText(band, flags, text);
+        painter->drawText(band, flags, shown);
     } else {
         painter->translate(band.bottomLeft());
         painter->rotate(-90.0);
-        painter->drawText(QRectF(QPointF(), band.size().transposed()), flags, text);
+        painter->drawText(QRectF(QPointF(), band.size().transposed()), flags, shown);
     }
     painter->restore();
 }

@@ -15,10 +15,11 @@ struct AxisLook;
 struct AxisTitle
 {
     QString text;
+    QString unit; // behind it, in brackets
     QFont font;
     QColor color;
 
-    // Of an axis that looks like that, beside that plot area; outside: pixels from there to the outer edge of the row.
+    // Elided where there is too little room. Of an axis that looks like that, beside that plot area; outside: pixels from there to the outer edge of the row.
     void paint(QPainter *painter, const AxisLook &look, const QRectF &plot, double outside) const;
 };
 

@@ -16,6 +16,7 @@ namespace graph {
 namespace {
 
 constexpr double nominalLength = 600.0; // pixels
+constexpr double mostIntervals = 1000.0;
 constexpr int marginSlack = 6;
 // Between the plot area and the numbers below or above it, more than an axis has by itself: those at its ends are below
 // the numbers of another axis, too.
@@ -365,10 +366,21 @@ int ChartAxis::requiredMargin() const
     return widest + marginSlack + titleRoom;
 }
 
+bool ChartAxis::hasTooSmallInterval() const
+{
+    const double interval = customInterval();
+    return interval != 0.0 && !(std::abs((maxVisible() - minVisible()) / interval) <= mostIntervals);
+}
+
+double ChartAxis::writtenInterval() const
+{
+    return hasTooSmallInterval() ? 0.0 : customInterval();
+}
+
 bool ChartAxis::hasOwnTicks() const
 {
     // A formatter may show other units than those of the axis, in which plain ticks then are round.
-    const bool arePlain = m_scale == Linear && !isReversed() && (customInterval() != 0.0 || formatter());
+    const bool arePlain = m_scale == Linear && !isReversed() && (writtenInterval() != 0.0 || formatter());
     return tickInterval() != FixedTicks && !arePlain;
 }
 
@@ -382,7 +394,7 @@ AxisNumbering ChartAxis::numbering() const
     numbering.isAlongText = orientation() == Qt::Horizontal;
     numbering.font = labelFont();
     numbering.unit = unit();
-    numbering.interval = m_scale == Linear ? customInterval() : 0.0;
+    numbering.interval = m_scale == Linear ? writtenInterval() : 0.0;
     numbering.minorTicks = m_minorTicks;
     numbering.formatter = formatter();
     return numbering;
@@ -451,11 +463,10 @@ AxisLook ChartAxis::look() const
     return look;
 }
 
-QString ChartAxis::shownTitle() const
+QString ChartAxis::shownUnit() const
 {
-    const QString shown = hasOwnTicks() && !m_planned.plan().majors.isEmpty() ? m_planned.plan().unit
-                                                                              : AxisUnit(unit()).symbol();
-    return shown.isEmpty() ? m_title : m_title + QLatin1String(" (") + shown + QLatin1Char(')');
+    return hasOwnTicks() && !m_planned.plan().majors.isEmpty() ? m_planned.plan().unit
+                                                               : AxisUnit(unit()).symbol();
 }
 
 void ChartAxis::paintLabels(QPainter *painter, const QRectF &rect, const LabelSurroundings &surroundings)
@@ -467,7 +478,7 @@ void ChartAxis::paintLabels(QPainter *painter, const QRectF &rect, const LabelSu
     if (m_title.isEmpty() || !visible() || axisStyle() == TicksOnly)
         return;
     const AxisLook drawn = ValueAxis::look();
-    const AxisTitle title{shownTitle(), labelFont(), m_titleColor.isValid() ? m_titleColor : labelColor()};
+    const AxisTitle title{m_title, shownUnit(), labelFont(), m_titleColor.isValid() ? m_titleColor : labelColor()};
     title.paint(painter, drawn, rect, drawn.offset + margin() - edgeRoom);
 }
 

@@ -70,6 +70,9 @@ public:
     // Whether a vertical axis keeps some room around the data, true by default.
     void setHeadRoom(bool on) { m_hasHeadRoom = on; }
 
+    // More of them are visible than a screen has room for: others are chosen.
+    bool hasTooSmallInterval() const;
+
     void resetMargin();
     bool hasWrittenRange() const { return m_writtenMin || m_writtenMax; }
 
@@ -119,7 +122,8 @@ private:
     bool hasOwnTicks() const;
     AxisNumbering numbering() const;
     void updatePlan(double length);
-    QString shownTitle() const;
+    QString shownUnit() const;
+    double writtenInterval() const;
     int titleHeight() const;
 
     QString m_title;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace graph {
 
@@ -28,6 +29,16 @@ int prefixBelow(int exponent)
 double divided(double value, int exponent)
 {
     return exponent < 0 ? value * std::pow(10.0, -exponent) : value / std::pow(10.0, exponent);
+}
+
+double multiplied(double value, int exponent)
+{
+    return divided(value, -exponent);
+}
+
+AxisUnit unitFor(double magnitude, const AxisUnit &unit)
+{
+    return unit.covers(exponentOf(magnitude)) ? unit : unit.withoutPrefixes();
 }
 
 QString trimmed(QString number)
@@ -61,23 +72,35 @@ int prefixOfReading(double value, int exponent, const AxisUnit &unit, bool hasPr
 } // namespace
 
 NumberLabels::NumberLabels(double lowest, double highest, double interval, const AxisUnit &unit)
-    : m_unit(unit)
+    : m_unit(unitFor(std::max(std::abs(lowest), std::abs(highest)), unit))
+    , m_commonUnit(unit)
+    , m_interval(interval)
 {
     const double greatest = std::max(std::abs(lowest), std::abs(highest));
-    if (!unit.covers(exponentOf(greatest)))
-        m_unit = unit.withoutPrefixes();
     m_prefix = prefixFor(greatest, interval);
     m_decimals = decimalsAt(m_prefix, interval);
     const int wholeDigits = std::max(exponentOf(greatest) - m_prefix + 1, 1);
     if (wholeDigits + m_decimals <= mostDigits)
         return;
-    // Round enough to be short and to last while panning.
-    m_offsetGrid = std::pow(10.0, std::ceil(std::log10(highest - lowest) - 1e-9) + 1.0);
-    m_offset = std::floor(lowest / m_offsetGrid) * m_offsetGrid;
+    takeOffset(lowest, highest);
     if (m_offset == 0.0)
         return;
-    m_prefix = prefixFor(std::max(highest - m_offset, interval), interval);
+    m_commonUnit = unitFor(std::abs(m_offset), unit);
+    const double least = std::max({std::abs(lowest - m_offset), std::abs(highest - m_offset), interval});
+    m_unit = unitFor(least, unit);
+    m_prefix = prefixFor(least, interval);
     m_decimals = decimalsAt(m_prefix, interval);
+}
+
+// Round enough to be short and to last while panning: a round number within the range, on both sides of which
+// labels count, or else one below it.
+void NumberLabels::takeOffset(double lowest, double highest)
+{
+    m_offsetExponent = int(std::ceil(std::log10(highest - lowest) - 1e-9)) + 1;
+    const double within = multiplied(std::ceil(divided(lowest, m_offsetExponent)), m_offsetExponent);
+    m_offset = within <= highest
+                   ? within
+                   : multiplied(std::floor(divided(lowest, m_offsetExponent)), m_offsetExponent);
 }
 
 int NumberLabels::prefixFor(double magnitude, double interval) const
@@ -99,24 +122,36 @@ int NumberLabels::decimalsAt(int prefix, double interval) const
     return std::max(prefix - exponentOf(interval), 0);
 }
 
-QString NumberLabels::text(double value) const
+double NumberLabels::rest(double value) const
 {
-    const QString number = fixed(divided(value - m_offset, m_prefix), m_decimals);
-    if (value == 0.0 && m_offset == 0.0 && !m_unit.takesPrefixes() && m_prefix != 0)
-        return QStringLiteral("0");
-    // Beside a common part in another prefix each says what it counts.
-    if (m_offset != 0.0)
-        return withUnit(number, m_prefix);
-    return m_unit.takesPrefixes() ? number : number + AxisUnit::numberSuffix(m_prefix);
+    const double rest = value - m_offset;
+    const int exponent = exponentOf(m_interval);
+    const double mantissa = std::round(divided(m_interval, exponent));
+    const double multiple = multiplied(std::round(rest / m_interval) * mantissa, exponent);
+    const double rounding = std::numeric_limits<double>::epsilon() * std::abs(m_offset);
+    return std::abs(rest - multiple) <= rounding ? multiple : rest;
 }
 
-QString NumberLabels::withUnit(const QString &number, int prefix) const
+QString NumberLabels::text(double value) const
 {
-    const bool isApart = !m_unit.symbol().isEmpty();
-    if (m_unit.takesPrefixes())
-        return number + QLatin1Char(' ') + m_unit.prefixed(prefix);
+    QString number = fixed(divided(rest(value), m_prefix), m_decimals);
+    // No "0e-6".
+    const bool isPlainZero = !m_unit.takesPrefixes() && m_prefix != 0 && number.toDouble() == 0.0;
+    if (isPlainZero)
+        number = QStringLiteral("0");
+    const int prefix = isPlainZero ? 0 : m_prefix;
+    // Beside a common part in another prefix each says what it counts.
+    if (m_offset != 0.0)
+        return withUnit(number, prefix, m_unit);
+    return m_unit.takesPrefixes() ? number : number + AxisUnit::numberSuffix(prefix);
+}
+
+QString NumberLabels::withUnit(const QString &number, int prefix, const AxisUnit &unit)
+{
+    if (unit.takesPrefixes())
+        return number + QLatin1Char(' ') + unit.prefixed(prefix);
     return number + AxisUnit::numberSuffix(prefix) +
-           (isApart ? QLatin1Char(' ') + m_unit.symbol() : QString());
+           (unit.symbol().isEmpty() ? QString() : QLatin1Char(' ') + unit.symbol());
 }
 
 QString NumberLabels::unit() const
@@ -131,9 +166,10 @@ QString NumberLabels::common() const
     if (m_offset == 0.0)
         return QString();
     const int exponent = prefixBelow(exponentOf(std::abs(m_offset)));
-    const int prefix = m_unit.takesPrefixes() ? m_unit.allowed(exponent) : exponent;
-    const int decimals = std::max(prefix - exponentOf(m_offsetGrid), 0);
-    return withUnit(trimmed(fixed(divided(m_offset, prefix), decimals)), prefix) + QLatin1String(" +");
+    const int prefix = m_commonUnit.takesPrefixes() ? m_commonUnit.allowed(exponent) : exponent;
+    const int decimals = std::max(prefix - m_offsetExponent, 0);
+    return withUnit(trimmed(fixed(divided(m_offset, prefix), decimals)), prefix, m_commonUnit) +
+           QLatin1String(" +");
 }
 
 double resolutionAt(double value, double span, ScaleKind scale)

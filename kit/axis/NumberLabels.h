@@ -31,11 +31,16 @@ private:
     // The exponent of the prefix that suits values of this magnitude.
     int prefixFor(double magnitude, double interval) const;
     int decimalsAt(int prefix, double interval) const;
-    QString withUnit(const QString &number, int prefix) const;
+    void takeOffset(double lowest, double highest);
+    // What is left beside the offset, as a multiple of the interval that it is but for rounding.
+    double rest(double value) const;
+    static QString withUnit(const QString &number, int prefix, const AxisUnit &unit);
 
-    AxisUnit m_unit;
+    AxisUnit m_unit;       // of the texts
+    AxisUnit m_commonUnit; // of the offset
+    double m_interval;
     double m_offset = 0.0;
-    double m_offsetGrid = 1.0;
+    int m_offsetExponent = 0; // of the power of ten of which it is a multiple
     int m_prefix = 0;
     int m_decimals = 0;
 };

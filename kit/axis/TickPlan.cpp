@@ -4,6 +4,8 @@
 #include "kit/axis/RoundIntervals.h"
 
 #include <algorithm>
+#include <cmath>
+#include <limits>
 
 namespace graph {
 
@@ -23,7 +25,9 @@ QVector<double> multiples(double lowest, double highest, double interval)
     const double last = std::floor(highest / interval + rounding);
     if (!(last - first < mostTicks))
         return values;
-    for (double n = first; n <= last; ++n) {
+    const int count = int(last - first) + 1;
+    for (int i = 0; i < count; ++i) {
+        const double n = first + i;
         // Zero without a sign; within the range in spite of rounding.
         const double value = interval < 1.0 ? n / std::round(1.0 / interval) : n * interval;
         values.append(std::clamp(value + 0.0, lowest, highest));
@@ -45,6 +49,12 @@ TickPlan linearPlan(const TickRequest &request, double interval)
 }
 
 } // namespace
+
+double numberStep(double number)
+{
+    number = std::abs(number);
+    return std::nextafter(number, std::numeric_limits<double>::infinity()) - number;
+}
 
 bool TickRequest::hasRoomFor(const TickPlan &plan) const
 {
@@ -71,7 +81,9 @@ QVector<double> minorMultiples(const TickRequest &request, const QVector<double>
     // The narrowest place of any scale is at its upper end.
     const double narrowest =
         scale.place(request.highest) - scale.place(std::max(request.highest - interval, request.lowest));
-    if (!(interval > 0.0) || narrowest < minorSpacing || span / interval > mostTicks)
+    const double resolution = std::max(
+        numberStep(std::max(std::abs(request.lowest), std::abs(request.highest))), request.resolution);
+    if (!(interval >= resolution) || narrowest < minorSpacing || span / interval > mostTicks)
         return {};
     QVector<double> minors = multiples(request.lowest, request.highest, interval);
     const auto isMajor = [&](double value) {
@@ -97,9 +109,10 @@ TickPlan linearTicks(const TickRequest &request)
     }
     const double span = request.highest - request.lowest;
     const double greatest = std::max(std::abs(request.lowest), std::abs(request.highest));
-    // Where numbers are coarser than that, they cannot be told apart.
+    // Ticks at steps that the numbers can hardly take would not be evenly spaced.
+    constexpr double leastSteps = 4.0;
     const double finest = std::max(span * std::min(request.spacing / request.length, 1.0),
-                                   8.0 * std::numeric_limits<double>::epsilon() * greatest);
+                                   leastSteps * std::max(numberStep(greatest), request.resolution));
     TickPlan plan;
     for (RoundIntervals interval(std::max(finest, std::numeric_limits<double>::min()));
          interval.value() <= span; interval.next()) {
@@ -146,7 +159,7 @@ QVector<double> decadeMinors(const TickRequest &request, const QVector<double> &
 {
     if (request.minorTicks == 0)
         return {};
-    const double decade = request.length / std::log10(request.highest / request.lowest);
+    const double decade = request.length / (std::log10(request.highest) - std::log10(request.lowest));
     const double narrowest = decade * std::log10(10.0 / 9.0);
     QVector<double> minors = narrowest >= 2.0         ? decadeValues(request, {1, 2, 3, 4, 5, 6, 7, 8, 9}, 1)
                              : decade >= minorSpacing ? decadeValues(request, {1}, 1)

@@ -46,6 +46,8 @@ struct TickRequest
     QString unit;
     // The distance of the values that are asked for; 0 for one that suits them.
     double interval = 0.0;
+    // What values can differ by, where that is more than numbers of their size can; times are large ones.
+    double resolution = 0.0;
     // Minor ticks between two major ones; negative: a number that suits them.
     int minorTicks = -1;
     // Pixels that a text takes along the axis.
@@ -60,6 +62,9 @@ struct TickRequest
     // Whether ticks and texts keep their distances.
     bool hasRoomFor(const TickPlan &plan) const;
 };
+
+// From a number to the next one that a double can be.
+double numberStep(double number);
 
 // Round numbers with as many digits as their distance needs and one prefix for all.
 TickPlan linearTicks(const TickRequest &request);

@@ -17,6 +17,8 @@ constexpr int firstMonday = 4; // days after 1970-01-01
 // Beyond, some 300 000 years away, there is no calendar.
 constexpr double farthest = 1e13;
 constexpr double finest = 1e-6;
+// Of less than that, in seconds, only fractions of a second are written.
+constexpr double shortest = 0.01;
 constexpr int mostTicks = 1000;
 constexpr double minorSpacing = 5.0; // pixels
 
@@ -290,6 +292,37 @@ QVector<double> minorsOf(const QVector<double> &majors, const Step &step, const 
     return minors;
 }
 
+// Of stretches so short that the texts of times would be longer than the distance between them: fractions of
+// a second, to be added to a time that is written once.
+TickPlan fractionTicks(const TickRequest &request, const Clock &clock)
+{
+    const double within = std::ceil(request.lowest);
+    const double base = within <= request.highest ? within : std::floor(request.lowest);
+    TickRequest rests = request;
+    rests.lowest -= base;
+    rests.highest -= base;
+    rests.unit = QStringLiteral("s");
+    rests.resolution = std::max(numberStep(request.highest), finest / 4.0);
+    // Their places will be off by that.
+    const double rounding = rests.resolution * request.length / (request.highest - request.lowest);
+    rests.spacing += rounding;
+    rests.gap += rounding;
+    rests.extent = [&request](const QString &text) { return request.extent(text + QStringLiteral(" ms")); };
+    TickPlan plan = linearTicks(rests);
+    for (QVector<double> *times : {&plan.majors, &plan.minors}) {
+        for (double &time : *times)
+            time = std::clamp(base + time, request.lowest, request.highest);
+    }
+    for (QString &text : plan.texts)
+        text += QLatin1Char(' ') + plan.unit;
+    plan.unit.clear();
+    plan.prefix.reset();
+    const double local = clock.local(base);
+    plan.common =
+        dayText(Clock::date(local)) + QLatin1Char(' ') + clockText(local, 1.0) + QLatin1String(" +");
+    return plan;
+}
+
 } // namespace
 
 TickPlan timeTicks(const TickRequest &request, const ClockOffset &offset)
@@ -311,7 +344,9 @@ TickPlan timeTicks(const TickRequest &request, const ClockOffset &offset)
         if (request.hasRoomFor(plan))
             break;
     }
-    return plan;
+    const bool isShort = span < shortest || (span < 1.0 && plan.majors.size() < 2);
+    const TickPlan fractions = isShort ? fractionTicks(request, clock) : TickPlan();
+    return fractions.majors.isEmpty() ? plan : fractions;
 }
 
 QString readingOfTime(double seconds, double span, const ClockOffset &offset)

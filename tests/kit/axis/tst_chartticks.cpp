@@ -93,6 +93,11 @@ void tst_chartticks::texts_data()
     linear(-2.4e9, -2.4e9 + 1, "Hz", "0.0 Hz 0.2 Hz 0.4 Hz 0.6 Hz 0.8 Hz 1.0 Hz |  | -2.4 GHz +");
     linear(1.7e12, 1.7e12 + 4000, "", "0 500 1000 1500 2000 2500 3000 3500 4000 |  | 1.7T +");
     linear(100.123456, 100.123460, "dB", "57e-6 dB 58e-6 dB 59e-6 dB 60e-6 dB |  | 100.1234 dB +");
+    linear(2.4e9 - 800, 2.4e9 + 400, "Hz", "-500 Hz 0 Hz |  | 2.4 GHz +");
+    linear(1e9 - 2e-6, 1e9 + 2e-6, "", "-2e-6 -1e-6 0 1e-6 2e-6 |  | 1G +");
+    linear(1e9, 1e9 + 4e-6, "s", "0 \u00b5s 1 \u00b5s 2 \u00b5s 3 \u00b5s 4 \u00b5s |  | 1G s +");
+    linear(1e15, 1e15 + 0.5, "", "0.0 0.5 |  | 1P +");
+    linear(-7e307, 7e307, "", "-60e306 -40e306 -20e306 0 20e306 40e306 60e306 | ");
     const auto logarithmic = [](double lowest, double highest, const char *unit, const char *expected) {
         QTest::addRow("log %g to %g %s", lowest, highest, unit)
             << ScaleKind::Logarithmic << lowest << highest << QString::fromUtf8(unit)
@@ -103,6 +108,7 @@ void tst_chartticks::texts_data()
     logarithmic(1e-3, 1e3, "", "0.001 0.01 0.1 1 10 100 1k | ");
     logarithmic(1e-12, 1e-6, "", "1e-12 10e-12 100e-12 1e-9 10e-9 100e-9 1e-6 | ");
     logarithmic(1e-20, 1e20, "V", "1a 1p 1\u00b5 1 1M 1T 1E | V");
+    logarithmic(1e-305, 7e307, "", "1e-240 1e-120 1 1e120 1e240 | ");
     logarithmic(1200, 1900, "Hz", "1.2 1.4 1.6 1.8 | kHz");
 }
 
@@ -141,7 +147,8 @@ void tst_chartticks::times_data()
     add("clocks go back", autumn - 7200, 4 * 3600, 600, "25 Oct 01:00 02:00 03:00 04:00");
     add("around the year 0", -62168000000.0, 20 * 365.25 * 86400, 600, "0 5 10 15");
     add("year 30000", 884541340800.0 - 3600, 86400 * 3.0, 600, "1 Jan 30000 2 Jan 3 Jan");
-    add("no calendar", 1e15, 4, 600, "0 2 4");
+    add("microseconds", noon + 0.5, 4e-6, 600, "500.000 ms 500.002 ms 500.004 ms | 22 Nov 13:00:00 +");
+    add("no calendar", 1e15, 4, 600, "0.0 0.5 1.0 1.5 2.0 2.5 3.0 3.5 4.0 | 1P +");
     add("little room", noon, 86400, 100, "23 Nov 2026");
 }
 
@@ -158,7 +165,8 @@ void tst_chartticks::times()
     TickRequest request = requestFor(ScaleKind::Linear, lowest, lowest + span, "");
     request.length = length;
     const TickPlan plan = graph::timeTicks(request, offset);
-    QCOMPARE(plan.texts.join(' '), expected);
+    const QString found = plan.texts.join(' ') + (plan.common.isEmpty() ? QString() : " | " + plan.common);
+    QCOMPARE(found, expected);
     QCOMPARE(complaint(request, plan), QString());
 }
 
@@ -218,6 +226,8 @@ void tst_chartticks::autoRange_data()
     QTest::newRow("decades") << ScaleKind::Logarithmic << true << 0.03 << 700.0 << 0.01 << 2000.0;
     QTest::newRow("down to zero") << ScaleKind::Logarithmic << true << 0.0 << 700.0 << 0.1 << 2000.0;
     QTest::newRow("one positive level") << ScaleKind::Logarithmic << true << 5.0 << 5.0 << 1.0 << 20.0;
+    QTest::newRow("all that there is") << ScaleKind::Linear << true << -1.7e308 << 1.7e308 << -8e307 << 8e307;
+    QTest::newRow("all decades") << ScaleKind::Logarithmic << true << 1e-300 << 1e300 << 1e-305 << 1e308;
     QTest::newRow("not finite") << ScaleKind::Linear << true << qQNaN() << 1.0 << 0.0 << 1.0;
 }
 
