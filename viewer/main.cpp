@@ -44,15 +44,22 @@ bool readOptions(int argc, char **argv, Options *options)
     parser.addOption({"size", "Of the window, else that of the document.", "WIDTHxHEIGHT"});
     parser.addOption({"wait", "With --shot: how long the document runs before, 2000 ms.", "ms"});
     parser.process(QCoreApplication::arguments());
+    const auto refuse = [&parser](const QString &why) {
+        std::fputs(qPrintable("graph-view: " + why + "\n\n" + parser.helpText()), stderr);
+        return false;
+    };
     const auto size = QRegularExpression("^([1-9]\\d{0,4})x([1-9]\\d{0,4})$").match(parser.value("size"));
     bool isNumber = true;
     if (parser.isSet("wait"))
         options->wait = parser.value("wait").toInt(&isNumber);
-    if (parser.positionalArguments().size() != 1 || (parser.isSet("size") && !size.hasMatch()) || !isNumber ||
-        options->wait < 0) {
-        std::fputs(qPrintable(parser.helpText()), stderr);
-        return false;
-    }
+    if (parser.isSet("size") && !size.hasMatch())
+        return refuse("--size takes a width and a height such as 800x480, and is given \"" +
+                      parser.value("size") + '"');
+    if (!isNumber || options->wait < 0)
+        return refuse("--wait takes milliseconds, and is given \"" + parser.value("wait") + '"');
+    if (parser.positionalArguments().size() != 1)
+        return refuse("it shows one document, and is given " +
+                      QString::number(parser.positionalArguments().size()));
     options->document = parser.positionalArguments().first();
     options->picture = parser.value("shot");
     if (size.hasMatch())

@@ -30,6 +30,13 @@ void tellOfRefusedAxis(const AbstractPlot *plot, const ValueAxis *axis, const ch
                         QLatin1String(alignment), QLatin1String(otherProperty)));
 }
 
+bool isUsed(const ValueAxis *axis, const QList<AbstractPlot *> &plots)
+{
+    return std::any_of(plots.begin(), plots.end(), [axis](const AbstractPlot *plot) {
+        return plot->axisX() == axis || plot->axisY() == axis;
+    });
+}
+
 // Of an axis that does not know its own margin.
 void followRequiredMargin(ValueAxis *axis, QObject *receiver)
 {
@@ -77,9 +84,11 @@ void ChartAxes::adopt(ValueAxis *axis, bool isOwn)
         axis->setLabelsPlane(m_labels);
     if (!axis->linesPlane()) {
         axis->setLinesPlane(m_grid);
-        // The grid is that of the first axes: a second one between its lines could not be read.
-        if (axis != m_x && axis != m_y)
+        if (axis != m_x && axis != m_y) {
             axis->setLineStyle(Qt::NoPen);
+            m_gridless.insert(axis);
+            connect(axis, &QObject::destroyed, this, [this, axis] { m_gridless.remove(axis); });
+        }
     }
     if (auto *chartAxis = qobject_cast<ChartAxis *>(axis)) {
         chartAxis->setRoomBeyond(labelRoom);
@@ -125,13 +134,50 @@ void ChartAxes::gather(const GraphView &view)
     m_axes.erase(
         std::remove_if(m_axes.begin(), m_axes.end(), [](const FittedAxis &fitted) { return !fitted.axis(); }),
         m_axes.end());
+    draw(plots);
+}
+
+void ChartAxes::draw(const QList<AbstractPlot *> &plots)
+{
     QList<ValueAxis *> drawn;
     for (const FittedAxis &fitted : m_axes) {
-        if (fitted.isOwn())
+        if (fitted.isOwn() && !isIdle(fitted.axis(), plots))
             drawn.append(fitted.axis());
     }
     m_grid->setStandingAxes(drawn);
     m_labels->setStandingAxes(drawn);
+    chooseGrid(Qt::Horizontal, plots);
+    chooseGrid(Qt::Vertical, plots);
+}
+
+void ChartAxes::chooseGrid(Qt::Orientation orientation, const QList<AbstractPlot *> &plots)
+{
+    const ValueAxis *first = orientation == Qt::Horizontal ? m_x : m_y;
+    bool hasGrid = !isIdle(first, plots);
+    for (const FittedAxis &fitted : m_axes) {
+        ValueAxis *axis = fitted.axis();
+        if (!m_gridless.contains(axis) || axis->orientation() != orientation)
+            continue;
+        const bool takesGrid = !hasGrid && isUsed(axis, plots);
+        hasGrid = hasGrid || takesGrid;
+        const Qt::PenStyle style = takesGrid ? Qt::SolidLine : Qt::NoPen;
+        if (axis->lineStyle() == style)
+            continue;
+        axis->setLineStyle(style);
+        axis->emitAxisChanged();
+    }
+}
+
+// One of the first axes, which shows no trace and would say 0 to 1 beside those that do.
+bool ChartAxes::isIdle(const ValueAxis *axis, const QList<AbstractPlot *> &plots) const
+{
+    const bool isHorizontal = axis == m_x;
+    if ((!isHorizontal && axis != m_y) || (isHorizontal ? m_x : m_y)->hasWrittenRange() ||
+        isUsed(axis, plots))
+        return false;
+    return std::any_of(plots.begin(), plots.end(), [isHorizontal](const AbstractPlot *plot) {
+        return isHorizontal ? plot->axisX() : plot->axisY();
+    });
 }
 
 void ChartAxes::giveTo(AbstractPlot *plot) const
@@ -145,6 +191,14 @@ void ChartAxes::giveTo(AbstractPlot *plot) const
                           "Qt.AlignLeft or Qt.AlignRight");
         plot->setAxisY(m_y);
     }
+}
+
+void ChartAxes::takeFrom(AbstractPlot *plot) const
+{
+    if (plot->axisX() == m_x)
+        plot->setAxisX(nullptr);
+    if (plot->axisY() == m_y)
+        plot->setAxisY(nullptr);
 }
 
 void ChartAxes::setTheme(const ChartTheme &theme)

@@ -6,6 +6,7 @@
 #include <QElapsedTimer>
 #include <QObject>
 #include <QPointer>
+#include <QSet>
 #include <QTimer>
 #include <QVector>
 
@@ -51,6 +52,8 @@ public:
     void gather(const GraphView &view);
     // Gives the plot the first axes where it has none, and tells why one of its own did not do.
     void giveTo(AbstractPlot *plot) const;
+    // From one that leaves the chart: another one gives it others.
+    void takeFrom(AbstractPlot *plot) const;
 
     void setTheme(const ChartTheme &theme);
     void setGridVisible(bool visible);
@@ -86,6 +89,9 @@ private:
     FittedAxis::Look lookAt(const FittedAxis &axis, const Look &look) const;
     void takeRange(const ValueAxis *axis);
     void applyColors(ValueAxis *axis) const;
+    void draw(const QList<AbstractPlot *> &plots);
+    void chooseGrid(Qt::Orientation orientation, const QList<AbstractPlot *> &plots);
+    bool isIdle(const ValueAxis *axis, const QList<AbstractPlot *> &plots) const;
 
     ChartAxis *m_x;
     ChartAxis *m_y;
@@ -94,6 +100,9 @@ private:
     ZoomRect *m_zoom;
     QPointer<const ChartTheme> m_theme;
     std::vector<FittedAxis> m_axes;
+    // Those that have the grid only while the first axis of their direction is idle: a second grid between the lines of
+    // the first could not be read.
+    QSet<const ValueAxis *> m_gridless;
     QElapsedTimer m_clock;
     QTimer m_fitTimer;
     bool m_isFitting = false;

@@ -9,6 +9,8 @@ namespace graph {
 
 namespace {
 
+constexpr int widestGrid = 16;
+
 // The colours of M. Okabe and K. Ito, "Color Universal Design" (2008), which people with any of the common
 // kinds of colour blindness tell apart. In the order of their contrast with the background: yellow is
 // of no use on white and dark blue of little on black. Grey replaces black.
@@ -148,11 +150,11 @@ void ChartTheme::setMinorGridColor(const QColor &color)
 
 /*!
     \qmlproperty int ChartTheme::gridWidth
-    The width of the grid lines in pixels, 1 by default.
+    The width of the grid lines in pixels, from 0 to 16; 1 by default.
 */
 void ChartTheme::setGridWidth(int pixels)
 {
-    store(m_gridWidth, bounded(this, "gridWidth", pixels, 0));
+    store(m_gridWidth, bounded(this, "gridWidth", pixels, 0, widestGrid));
 }
 
 /*!

@@ -19,6 +19,12 @@ namespace {
 // Pauses that are longer separate two zooms for back().
 constexpr int stepPause = 400;
 
+Span usable(const Span &written)
+{
+    const Span ordered = written.ordered();
+    return {std::max(ordered.from, -farthestEnd), std::min(ordered.to, farthestEnd)};
+}
+
 } // namespace
 
 ChartZoom::ChartZoom(GraphView *view, ChartAxes *axes)
@@ -128,13 +134,13 @@ Span ChartZoom::groupSpanX() const
 void ChartZoom::showRange(double from, double to)
 {
     if (isRange("showRange", from, to))
-        showState({Span{from, to}.ordered(), m_shown.y, false}, true);
+        showState({usable({from, to}), m_shown.y, false}, true);
 }
 
 void ChartZoom::showRangeY(double from, double to)
 {
     if (isRange("showRangeY", from, to))
-        showState({m_shown.x, Span{from, to}.ordered(), m_shown.following}, true);
+        showState({m_shown.x, usable({from, to}), m_shown.following}, true);
 }
 
 bool ChartZoom::isRange(const char *method, double from, double to) const

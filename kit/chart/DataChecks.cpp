@@ -4,6 +4,7 @@
 #include "data/PlotPoints.h"
 #include "data/PlotSeries.h"
 #include "kit/axis/ChartAxis.h"
+#include "kit/axis/TickPlan.h"
 #include "kit/data/Difference.h"
 #include "kit/data/ItemName.h"
 #include "kit/data/StreamSeries.h"
@@ -171,6 +172,29 @@ QString withoutInterval(const AbstractPlot &plot, const PlotData &data)
                                        : QStringLiteral("xFirstValue and xInterval"));
 }
 
+// From 1e16 on there are no odd numbers.
+QString withTooSmallSteps(const AbstractPlot &plot, const PlotData &data)
+{
+    const auto *series = qobject_cast<const PlotSeries *>(&data);
+    const auto *stream = qobject_cast<const StreamSeries *>(&data);
+    if ((!series && !stream) || data.size() < 2)
+        return {};
+    const double interval = std::abs(series ? series->xInterval() : stream->interval());
+    const SampleSpan samples = allSamples(data);
+    const double farthest =
+        samples.isEmpty() ? 0.0 : std::max(std::abs(samples.first().x()), std::abs(samples.last().x()));
+    const double step = numberStep(farthest);
+    if (interval == 0.0 || !(interval < step))
+        return {};
+    return QStringLiteral(
+               "has samples %1 apart at x = %2, where numbers are %3 apart: write a %4 that is nearer "
+               "to 0, and what it leaves out in the title of the axis")
+        .arg(interval)
+        .arg(farthest)
+        .arg(step)
+        .arg(QLatin1String(series && !isOwnData(plot) ? "xFirstValue" : "start"));
+}
+
 QString withoutSource(const AbstractPlot &, const PlotData &data)
 {
     const auto *computed = qobject_cast<const ComputedData *>(&data);
@@ -242,7 +266,7 @@ QString withSamplesForUnits(const AbstractPlot &plot, const PlotData &data)
 
 using BusCheck = QString (*)(const PlotData &);
 const BusCheck busChecks[] = {withoutAddress, withUnreadableAddress, withoutService, withoutItem};
-const DataCheck dataChecks[] = {withoutNumbers, atOnePlace,       withoutInterval,
+const DataCheck dataChecks[] = {withoutNumbers, atOnePlace,       withoutInterval,    withTooSmallSteps,
                                 withoutSource,  withUnequalPairs, withSamplesForUnits};
 
 QString outOfRange(const char *direction, double low, double high, double from, double to, const char *advice)

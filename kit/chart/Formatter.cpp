@@ -6,6 +6,7 @@
 #include "platform/ui/NumberText.h"
 
 #include <QThread>
+#include <QUrl>
 
 namespace graph {
 
@@ -124,14 +125,28 @@ QString Formatter::called(double value) const
     lock.unlock();
     QJSValue function = m_text;
     const QJSValue result = function.call({QJSValue(value)});
-    QString text = result.isError() ? plain(value) : result.toString();
-    if (result.isError())
-        qWarning().noquote() << "Formatter:" << result.toString();
+    const bool isText = !result.isError() && !result.isUndefined() && !result.isNull();
+    const QString text = isText ? result.toString() : plain(value);
+    if (!isText)
+        tellOfFailure(result);
     lock.relock();
     if (m_texts.size() >= mostTexts)
         m_texts.clear();
     m_texts.insert(value, text);
     return text;
+}
+
+void Formatter::tellOfFailure(const QJSValue &result) const
+{
+    const QString what =
+        result.isError()
+            ? QStringLiteral("ends with \"%1\" in line %2 of %3")
+                  .arg(result.toString(), result.property(QStringLiteral("lineNumber")).toString(),
+                       QUrl(result.property(QStringLiteral("fileName")).toString()).fileName())
+            : QStringLiteral("gives nothing back");
+    tellOnce(this, "failure",
+             QStringLiteral("has a text that %1, so that plain numbers are shown: let it return a text")
+                 .arg(what));
 }
 
 QString Formatter::plain(double value) const

@@ -45,6 +45,7 @@ signals:
 
 private:
     QString called(double value) const;
+    void tellOfFailure(const QJSValue &result) const;
     QString plain(double value) const;
     void forget();
     void tellOwner() const;

@@ -165,6 +165,10 @@ QString withColorOfGround(const GraphView &view, const AbstractPlot &plot)
 QString withReversedColors(const GraphView &, const AbstractPlot &plot)
 {
     const auto *waterfall = qobject_cast<const WaterfallPlot *>(&plot);
+    if (waterfall && waterfall->from() == waterfall->to())
+        return QStringLiteral(
+                   "has from and to both at %1, with no colour between them: write two different levels")
+            .arg(waterfall->from());
     if (!waterfall || !(waterfall->from() > waterfall->to()))
         return {};
     return QStringLiteral(
@@ -200,6 +204,13 @@ QString withRangeBesideFollow(const GraphView &view, const ValueAxis &axis)
 QString withUselessInterval(const GraphView &, const ValueAxis &axis)
 {
     const auto *chartAxis = qobject_cast<const ChartAxis *>(&axis);
+    if (chartAxis && chartAxis->scale() == ChartAxis::Linear && chartAxis->hasTooSmallInterval())
+        return QStringLiteral(
+                   "has a customInterval of %1, of which the range from %2 to %3 has more than there are "
+                   "pixels, and chooses its ticks: write a larger one, or none")
+            .arg(chartAxis->customInterval())
+            .arg(chartAxis->minVisible())
+            .arg(chartAxis->maxVisible());
     if (!chartAxis || chartAxis->scale() == ChartAxis::Linear || chartAxis->customInterval() == 0.0)
         return {};
     return QStringLiteral(

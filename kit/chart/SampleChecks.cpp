@@ -56,7 +56,7 @@ QString withTwoLengths(const AbstractPlot &plot)
         return {};
     const int values = trace->values().value<QVector<double>>().size();
     const int positions = trace->positions().value<QVector<double>>().size();
-    return values == 0 || positions == 0 ? QString() : ofTwoLengths(values, positions);
+    return values == 0 || !trace->hasPositions() ? QString() : ofTwoLengths(values, positions);
 }
 
 QString withInfinity(const AbstractPlot &plot, const SampleSpan &samples)
@@ -65,16 +65,18 @@ QString withInfinity(const AbstractPlot &plot, const SampleSpan &samples)
     if (qobject_cast<const LimitLine *>(&plot))
         return {};
     const MinMax extent = samples.minMax(0, samples.size());
-    const bool isX = std::isinf(samples.first().x()) || std::isinf(samples.last().x());
-    if (!isX && (extent.isEmpty() || (std::isfinite(extent.min) && std::isfinite(extent.max))))
+    const auto isFar = [](double place) { return std::abs(place) > farthestEnd; };
+    const bool isX = isFar(samples.first().x()) || isFar(samples.last().x());
+    if (!isX && (extent.isEmpty() || (!isFar(extent.min) && !isFar(extent.max))))
         return {};
-    const int count = countOf(
-        samples, [&](int i) { return isX ? samples.x(i) : samples.y(i); },
-        [](double place) { return std::isinf(place); });
-    return QStringLiteral("has %1 of %2 %3 infinite, which have no place in a chart: write %4")
+    const auto place = [&](int i) { return isX ? samples.x(i) : samples.y(i); };
+    const int count = countOf(samples, place, isFar);
+    const bool isInfinite = countOf(samples, place, [](double x) { return std::isinf(x); }) > 0;
+    return QStringLiteral("has %1 of %2 %3 %4, which have no place in a chart: write %5")
         .arg(count)
         .arg(samples.size())
         .arg(isX ? QStringLiteral("positions") : QStringLiteral("values"),
+             isInfinite ? QStringLiteral("infinite") : QStringLiteral("beyond %1").arg(farthestEnd),
              isX ? QStringLiteral("numbers") : QStringLiteral("NaN for a gap"));
 }
 

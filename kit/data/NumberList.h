@@ -10,7 +10,7 @@
 namespace graph {
 
 // The numbers of a list as a document may write it: an array, a typed array, a list property of a C++ object.
-// What is no number is NaN. Nothing where it is no list at all.
+// Dates are seconds since 1970; what is no number is NaN. Nothing where it is no list at all.
 // Of an element that is a text and no number it tells once, naming the elements: "values".
 GRAPH_CHARTS_EXPORT std::optional<QVector<double>> numberList(const QObject *owner, const char *elements,
                                                               const QVariant &list);

@@ -7,6 +7,7 @@
 #include "kit/data/StreamBuffer.h"
 #include "kit/data/Telling.h"
 
+#include <QDateTime>
 #include <QCoreApplication>
 #include <QTimerEvent>
 
@@ -123,6 +124,8 @@ QVector<double> StreamData::numbersOf(const QJSValue &values)
 {
     if (values.isNumber())
         return {values.toNumber()};
+    if (values.isDate())
+        return {double(values.toDateTime().toMSecsSinceEpoch()) / 1000.0};
     const auto numbers = numberList(this, "samples", QVariant::fromValue(values));
     if (!numbers)
         tellOnce(

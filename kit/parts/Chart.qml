@@ -136,7 +136,9 @@ ChartView {
         y: Math.round(chart.colors.fontSize * 0.7)
         width: Math.min(implicitWidth, chart.plotArea.width)
         elide: Text.ElideRight
-        text: chart.title
+        // One line, as there is room for one, and as axes write theirs.
+        text: chart.title.replace(/\s*\n\s*/g, " ")
+        textFormat: Text.PlainText
         color: chart.colors.textColor
         font.family: chart.colors.fontFamily
         font.pixelSize: Math.round(chart.colors.fontSize * 1.2)

@@ -63,6 +63,15 @@ Flickable {
         return zoomRect.bottom - py / Math.max(1, height - 1) * zoomRect.height;
     }
 
+    // What a rectangle is drawn over is to stay.
+    Connections {
+        target: area.boxZoom
+        function onDrawingChanged() {
+            if (area.boxZoom.drawing)
+                area.cancelFlick();
+        }
+    }
+
     boundsBehavior: Flickable.StopAtBounds
     interactive: zooms && !pinchArea.started && !holding
 

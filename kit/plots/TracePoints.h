@@ -3,6 +3,7 @@
 #include "data/PlotPoints.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace graph {
 
@@ -12,12 +13,14 @@ class TracePoints : public PlotPoints
 public:
     using PlotPoints::PlotPoints;
 
-    // The shorter of the two counts.
+    // The shorter of the two counts. A point without an x is a gap behind the one before.
     void setCoordinates(const QVector<double> &x, const QVector<double> &y)
     {
         QVector<QPointF> points(std::min(x.size(), y.size()));
-        for (int i = 0; i < points.size(); ++i)
-            points[i] = QPointF(x.at(i), y.at(i));
+        for (int i = 0; i < points.size(); ++i) {
+            const bool isGap = i > 0 && std::isnan(x.at(i));
+            points[i] = isGap ? QPointF(points.at(i - 1).x(), x.at(i)) : QPointF(x.at(i), y.at(i));
+        }
         setPoints(points);
     }
 };

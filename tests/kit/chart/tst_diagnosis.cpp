@@ -95,8 +95,18 @@ void addKitRows()
     };
     row("trace of an empty address", "Trace \"t\" has an empty address: write the name",
         "Trace { id: t; address: '' }");
+    row("too many intervals", "has a customInterval of 1e-09, of which the range from 0 to 4 has more",
+        "axisX.customInterval: 1e-9; Trace { values: [1, 5, 3, 8, 2] }");
+    row("too small steps", "has samples 1 apart at x = 1e+16, where numbers are 2 apart: write a start",
+        "Trace { start: 1e16; values: [1, 5, 3, 8, 2] }");
+    row("too large", "has 2 of 3 values beyond 7e+307, which have no place",
+        "Trace { values: [1.7e308, 1, -1.7e308] }");
+    row("one level", "has from and to both at -50",
+        "WaterfallPlot { from: -50; to: -50; Component.onCompleted: addRow([1, 2]) }");
     row("few positions", "Trace \"t\" has 5 values and 3 positions",
         "Trace { id: t; values: [1, 5, 3, 8, 2]; positions: [0, 1, 2] }");
+    row("no positions yet", "Trace \"t\" has 5 values and 0 positions",
+        "Trace { id: t; values: [1, 5, 3, 8, 2]; positions: [] }");
     row("limit without positions", "LimitLine \"Top\" has 2 values and 0 positions",
         "LimitLine { name: 'Top'; values: [1, 2] }");
     row("no logarithm of values", "has 3 of 6 values at 0 or below",
@@ -214,6 +224,8 @@ void addKitRows()
     row("parts in their places", "",
         "Trace { id: t; values: [1, 2] } GraphCursor { markers: GraphMarker {} }");
     row("to come", "", "Trace { id: t } Trace { series: MaxHold { source: t.plotData } }");
+    row("chart in chart", "",
+        "Trace { values: [1, 2] } Chart { width: 150; height: 100; Trace { values: [3, 4] } }");
     row("of two axes", "",
         "ChartAxis { id: right; alignment: Qt.AlignRight } Trace { values: [1, 2]; unit: 'V' }"
         "Trace { values: [3, 4]; unit: 'A'; axisY: right }");
@@ -410,6 +422,23 @@ private slots:
         const QStringList messages = bench.look();
         QCOMPARE(messages.size(), 1);
         QVERIFY2(messages.at(0).contains("was created after GraphView \"view\""), qPrintable(messages.at(0)));
+    }
+
+    // A chart takes them at the end of the turn of the event loop, which may be after the look.
+    void createdJustBefore()
+    {
+        Bench bench(
+            "Item { Chart { id: view; width: 400; height: 300; Diagnosis { id: diagnosis }\n"
+            "Item { id: inner; anchors.fill: parent } Component { id: maker; Trace { values: [1, 2] } } } }");
+        QCOMPARE(bench.look(), QStringList());
+        for (const char *parent : {"view", "inner"}) {
+            auto *maker = bench.document().object<QQmlComponent>("maker");
+            QObject *trace = maker->create(qmlContext(bench.document().object("view")));
+            static_cast<QQuickItem *>(trace)->setParentItem(bench.document().object<QQuickItem>(parent));
+            auto *diagnosis = bench.document().object<graph::Diagnosis>("diagnosis");
+            diagnosis->look();
+            QCOMPARE(diagnosis->messages(), QStringList());
+        }
     }
 
     // Samples are compared with what is visible when they arrive, not when the user has moved away from them.
