@@ -2,7 +2,7 @@
 
 #include "axis/AxisLook.h"
 
-#include <QFontMetrics>
+#include <QFontMetricsF>
 #include <QPainter>
 
 namespace graph {
