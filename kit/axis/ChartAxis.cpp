@@ -478,7 +478,8 @@ void ChartAxis::paintLabels(QPainter *painter, const QRectF &rect, const LabelSu
     if (m_title.isEmpty() || !visible() || axisStyle() == TicksOnly)
         return;
     const AxisLook drawn = ValueAxis::look();
-    const AxisTitle title{m_title, shownUnit(), labelFont(), m_titleColor.isValid() ? m_titleColor : labelColor()};
+    const AxisTitle title{m_title, shownUnit(), labelFont(),
+                          m_titleColor.isValid() ? m_titleColor : labelColor()};
     title.paint(painter, drawn, rect, drawn.offset + margin() - edgeRoom);
 }
 
