@@ -1,27 +1,17 @@
 #include "raster/OutlineFill.h"
 
 #include "raster/RectangleSweep.h"
+#include "raster/RowEdge.h"
 
 #include <QPainterPath>
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 #include <vector>
 
 namespace graph {
 
 namespace {
-
-// The engine's arithmetic, which decides the pixels along an edge: points lie on a grid of 1/64 pixel, an
-// edge is followed from row to row in steps of 1/65536 pixel, and pixels are taken at their centres.
-constexpr int pointBits = 6;
-constexpr int edgeBits = 16;
-
-qint64 gridPoint(double coordinate)
-{
-    return qRound(coordinate * (1 << pointBits));
-}
 
 // Edges, sorted by the columns in which they change the winding number of all that lies to their right.
 class Edges
@@ -58,40 +48,19 @@ private:
 
 void Edges::add(const QPointF &from, const QPointF &to)
 {
-    qint64 x = gridPoint(from.x());
-    qint64 y = gridPoint(from.y());
-    qint64 endX = gridPoint(to.x());
-    qint64 endY = gridPoint(to.y());
-    int winding = 1;
-    if (y > endY) {
-        std::swap(x, endX);
-        std::swap(y, endY);
-        winding = -1;
-    }
-    constexpr int half = 1 << (pointBits - 1);
-    int row = int(std::max<qint64>(m_clip.top(), (y + half) >> pointBits));
-    const int end = int(std::min<qint64>(m_clip.bottom(), (endY - half) >> pointBits)) + 1;
-    if (row >= end)
-        return;
-
-    constexpr int finer = edgeBits - pointBits;
-    constexpr qint64 longestStep = std::numeric_limits<int>::max();
-    const qint64 step = qBound(-longestStep, (endX - x) * (1 << edgeBits) / (endY - y), longestStep);
-    constexpr qint64 centre = 1 << (edgeBits - 1);
-    const qint64 down = qint64(row) * (1 << edgeBits) + centre - y * (1 << finer);
-    qint64 position = x * (1 << finer) + centre + ((step * down) >> edgeBits);
+    RowEdge edge = rowEdge(GridPoint(from), GridPoint(to), m_clip.top(), m_clip.bottom());
     // Steep edges stay in a column for many rows.
-    while (row < end) {
-        const qint64 column = position >> edgeBits;
-        qint64 rows = end - row;
-        if (step > 0)
-            rows = ((column + 1) * (1 << edgeBits) - position + step - 1) / step;
-        else if (step < 0)
-            rows = (position - column * (1 << edgeBits)) / -step + 1;
-        rows = std::min<qint64>(rows, end - row);
-        addRun(column, {row, row + int(rows)}, winding);
-        row += int(rows);
-        position += rows * step;
+    while (!edge.isEmpty()) {
+        const qint64 column = edge.position >> RowEdge::bits;
+        qint64 rows = edge.end - edge.row;
+        if (edge.step > 0)
+            rows = ((column + 1) * (1 << RowEdge::bits) - edge.position + edge.step - 1) / edge.step;
+        else if (edge.step < 0)
+            rows = (edge.position - column * (1 << RowEdge::bits)) / -edge.step + 1;
+        rows = std::min<qint64>(rows, edge.end - edge.row);
+        addRun(column, {edge.row, edge.row + int(rows)}, edge.winding);
+        edge.row += int(rows);
+        edge.position += rows * edge.step;
     }
 }
 

@@ -4,7 +4,6 @@
 #include <QPainter>
 
 #include <algorithm>
-#include <cstring>
 
 namespace graph {
 
@@ -21,15 +20,6 @@ QImage *writableImage(const QPainter &painter)
         image->format() == QImage::Format_RGB32 || image->format() == QImage::Format_ARGB32_Premultiplied;
     // A shared one would become another image below the painter.
     return isKnown && image->isDetached() && image->devicePixelRatio() == 1.0 ? image : nullptr;
-}
-
-// Pixels beside each other, most of the time a few: as wide stores, of which the last two may overlap.
-template <int pixelsAtOnce> void fillWide(uchar *row, int width, const QRgb *pattern)
-{
-    constexpr int bytes = pixelsAtOnce * int(sizeof(QRgb));
-    for (int x = 0; x + pixelsAtOnce < width; x += pixelsAtOnce)
-        std::memcpy(row + x * sizeof(QRgb), pattern, bytes);
-    std::memcpy(row + (width - pixelsAtOnce) * sizeof(QRgb), pattern, bytes);
 }
 
 void fillRows(uchar *row, qsizetype bytesPerLine, int width, int rows, QRgb color)
@@ -73,17 +63,25 @@ bool isOnPixels(const QPainter &painter)
            painter.deviceTransform().type() <= QTransform::TxTranslate;
 }
 
-bool fillPixels(QPainter *painter, const QRegion &region, const QVector<QRect> &rectangles,
-                const QColor &color)
+std::optional<WritablePixels> writablePixels(QPainter *painter, const QColor &color)
 {
     QImage *image = isOnPixels(*painter) ? writableImage(*painter) : nullptr;
     const QTransform &transform = painter->deviceTransform();
     const QPoint offset(int(transform.dx()), int(transform.dy()));
     if (!image || color.alpha() < 255 || offset != QPointF(transform.dx(), transform.dy()))
+        return {};
+    return WritablePixels{image->bits(), image->bytesPerLine(), image->rect(), offset};
+}
+
+bool fillPixels(QPainter *painter, const QRegion &region, const QVector<QRect> &rectangles,
+                const QColor &color)
+{
+    const std::optional<WritablePixels> pixels = writablePixels(painter, color);
+    if (!pixels)
         return false;
-    uchar *bits = image->bits();
     for (const QRect &clip : region)
-        fillClipped(bits, image->bytesPerLine(), clip & image->rect(), rectangles, offset, color.rgba());
+        fillClipped(pixels->bits, pixels->bytesPerLine, clip & pixels->rect, rectangles, pixels->offset,
+                    color.rgba());
     return true;
 }
 

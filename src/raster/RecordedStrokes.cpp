@@ -1,5 +1,7 @@
 #include "raster/RecordedStrokes.h"
 
+#include "raster/LineFill.h"
+#include "raster/OutlineFill.h"
 #include "raster/PixelFill.h"
 #include "raster/RecordingEngine.h"
 #include "raster/Strokes.h"
@@ -90,6 +92,26 @@ public:
             refuse();
     }
 
+    // On what is below, a translucent picture over something else is not the same as both in one layer; under opaque
+    // shapes it is.
+    void drawImage(const QRectF &target, const QImage &image, const QRectF &source,
+                   Qt::ImageConversionFlags) override
+    {
+        const QPoint corner = target.toRect().topLeft();
+        if (m_takesPaths || !strokes.parts.empty() || source != QRectF(image.rect()) ||
+            target != QRectF(corner, image.size()) || !isOnWholePixels()) {
+            refuse();
+            return;
+        }
+        const QPoint moved = corner + QPoint(int(transform().dx()), int(transform().dy()));
+        RecordedStrokes::Part part;
+        part.picture = image;
+        part.place = QRect(moved, image.size()) & picture();
+        part.seen = part.place.topLeft() - moved;
+        const QRect place = part.place;
+        append(std::move(part), place);
+    }
+
 private:
     static bool isNearPicture(const QRectF &bounds)
     {
@@ -101,12 +123,16 @@ private:
     // in one layer.
     bool isRecordable(const QBrush &brush)
     {
-        const auto isWhole = [](double offset) { return offset == std::floor(offset); };
-        if (brush.style() != Qt::SolidPattern || !brush.isOpaque() ||
-            transform().type() > QTransform::TxTranslate || !isWhole(transform().dx()) ||
-            !isWhole(transform().dy()))
+        if (brush.style() != Qt::SolidPattern || !brush.isOpaque() || !isOnWholePixels())
             refuse();
         return isComplete();
+    }
+
+    bool isOnWholePixels() const
+    {
+        const auto isWhole = [](double offset) { return offset == std::floor(offset); };
+        return transform().type() <= QTransform::TxTranslate && isWhole(transform().dx()) &&
+               isWhole(transform().dy());
     }
 
     bool isRecordableLine(const QPainterPath &path)
@@ -136,6 +162,32 @@ private:
     QBrush m_brush;
 };
 
+void paintRectangles(QPainter *painter, const QRegion &region, const QVector<QRect> &rectangles,
+                     const QBrush &brush)
+{
+    if (fillPixels(painter, region, rectangles, brush.color()))
+        return;
+    painter->setPen(Qt::NoPen);
+    painter->setBrush(brush);
+    painter->drawRects(rectangles);
+}
+
+// bounds: of the pixels that it has.
+void paintPath(QPainter *painter, const QRegion &region, const RecordedStrokes::Part &part,
+               const QRect &bounds)
+{
+    if (paintLine(painter, region, part.path, part.pen))
+        return;
+    if (leadsRight(part.path) && !isOfSeparateLines(part.path)) {
+        // The engine's own line has other pixels where a painter is clipped or mirrored, as for an item's layer.
+        paintRectangles(painter, region, strokedRectangles(part.path, part.pen.width(), QPoint(), bounds),
+                        part.pen.brush());
+        return;
+    }
+    painter->setPen(part.pen);
+    drawLinePath(painter, part.path);
+}
+
 } // namespace
 
 QColor RecordedStrokes::Part::color() const
@@ -145,24 +197,21 @@ QColor RecordedStrokes::Part::color() const
 
 bool RecordedStrokes::Part::operator==(const Part &other) const
 {
-    return rectangles == other.rectangles && path == other.path && pen == other.pen && brush == other.brush;
+    return picture.cacheKey() == other.picture.cacheKey() && place == other.place && seen == other.seen &&
+           rectangles == other.rectangles && path == other.path && pen == other.pen && brush == other.brush;
 }
 
 void RecordedStrokes::paint(QPainter *painter, const QRegion &region) const
 {
     for (const Part &part : parts) {
-        if (!part.rectangles.isEmpty()) {
-            if (fillPixels(painter, region, part.rectangles, part.brush.color()))
-                continue;
-            painter->setPen(Qt::NoPen);
-            painter->setBrush(part.brush);
-            painter->drawRects(part.rectangles);
-        } else if (part.pen.style() == Qt::NoPen) {
+        if (!part.picture.isNull())
+            painter->drawImage(part.place.topLeft(), part.picture, QRect(part.seen, part.place.size()));
+        else if (!part.rectangles.isEmpty())
+            paintRectangles(painter, region, part.rectangles, part.brush);
+        else if (part.pen.style() == Qt::NoPen)
             painter->fillPath(part.path, part.brush);
-        } else {
-            painter->setPen(part.pen);
-            drawLinePath(painter, part.path);
-        }
+        else
+            paintPath(painter, region, part, bounds);
     }
 }
 

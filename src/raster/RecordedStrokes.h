@@ -17,13 +17,16 @@ class QPainter;
 
 namespace graph {
 
-// Opaque rectangles, lines and areas, taken down as they were painted. Painted anywhere on whole pixels, they
-// cover the pixels that they would have covered then.
+// Opaque rectangles, lines and areas, perhaps over a picture, taken down as they were painted. Painted anywhere on whole
+// pixels, they cover the pixels that they would have covered then.
 struct RecordedStrokes
 {
-    // Rectangles, or else a path: a line where there is a pen, an area without one.
+    // A picture, rectangles, or else a path: a line where there is a pen, an area without one.
     struct Part
     {
+        QImage picture;
+        QRect place; // of what can be seen of the picture
+        QPoint seen; // the first pixel of it in the picture
         QVector<QRect> rectangles;
         QPainterPath path;
         QPen pen{Qt::NoPen};

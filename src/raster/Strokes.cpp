@@ -1,6 +1,7 @@
 #include "raster/Strokes.h"
 
 #include "common/VectorRegisters.h"
+#include "raster/LineFill.h"
 #include "raster/OutlineFill.h"
 #include "raster/PixelFill.h"
 #include "raster/RectangleSweep.h"
@@ -36,6 +37,18 @@ bool paintsWholePixels(const QPainter &painter)
     return isOnPixels(painter) && isWhole(transform.dx()) && isWhole(transform.dy());
 }
 
+// Whether what is painted twice looks as if it were painted once.
+bool isOpaque(const QPainter &painter, const QBrush &brush)
+{
+    return brush.isOpaque() && painter.opacity() == 1.0 &&
+           painter.compositionMode() == QPainter::CompositionMode_SourceOver;
+}
+
+QRect deviceRect(const QPainter &painter)
+{
+    return QRect(0, 0, painter.device()->width(), painter.device()->height());
+}
+
 bool isPlain(const QPen &pen)
 {
     return pen.style() == Qt::SolidLine && pen.capStyle() == Qt::FlatCap;
@@ -45,8 +58,7 @@ bool isPlain(const QPen &pen)
 // picture.
 bool isSequenceClear(const QPainter &painter, const QVector<QLine> &lines)
 {
-    const QRect picture = painter.deviceTransform().inverted().mapRect(
-        QRect(0, 0, painter.device()->width(), painter.device()->height()));
+    const QRect picture = painter.deviceTransform().inverted().mapRect(deviceRect(painter));
     const auto isVisible = [&picture](const QLine &line) {
         return line.x1() >= picture.left() && line.x1() <= picture.right() &&
                std::max(line.y1(), line.y2()) > picture.top() &&
@@ -140,26 +152,6 @@ bool areDisjoint(const QVector<QLine> &lines, int width)
     return true;
 }
 
-// Paths that go back and forth cross too many columns to be followed by column.
-bool isAscending(const QPainterPath &path)
-{
-    for (int i = 1; i < path.elementCount(); ++i) {
-        if (path.elementAt(i).x < path.elementAt(i - 1).x)
-            return false;
-    }
-    return true;
-}
-
-// The engine draws them by other rules, and quickly.
-bool isOfSeparateLines(const QPainterPath &path)
-{
-    for (int i = 0; i < path.elementCount(); ++i) {
-        if (path.elementAt(i).isMoveTo() != (i % 2 == 0))
-            return false;
-    }
-    return true;
-}
-
 // Whether the engine fills what lies within bounds as filledRectangles does.
 bool fillsByCentres(const QPainter &painter, const QRectF &bounds)
 {
@@ -189,8 +181,7 @@ void drawDeviceRectangles(QPainter *painter, const QBrush &brush, RectanglesInsi
 {
     const QTransform transform = painter->deviceTransform();
     const QPoint offset(int(transform.dx()), int(transform.dy()));
-    const QRect device(0, 0, painter->device()->width(), painter->device()->height());
-    QVector<QRect> rectangles = rectanglesInside(offset, device);
+    QVector<QRect> rectangles = rectanglesInside(offset, deviceRect(*painter));
     for (QRect &rectangle : rectangles)
         rectangle.translate(-offset);
     drawRectangles(painter, rectangles, brush);
@@ -224,9 +215,7 @@ void drawUprightLines(QPainter *painter, const QVector<QLine> &lines)
     }
     const QBrush brush = painter->pen().brush();
     const int width = painter->pen().width();
-    const bool isOpaque = brush.isOpaque() && painter->opacity() == 1.0 &&
-                          painter->compositionMode() == QPainter::CompositionMode_SourceOver;
-    const bool mayShare = width <= widestShared && (isOpaque || areDisjoint(lines, width));
+    const bool mayShare = width <= widestShared && (isOpaque(*painter, brush) || areDisjoint(lines, width));
     const std::vector<Rows> rows = rowsOf(lines, width);
     drawRectangles(painter,
                    mayShare ? sharedRectangles(lines, rows, width) : separateRectangles(lines, rows, width),
@@ -238,10 +227,17 @@ void drawLinePath(QPainter *painter, const QPainterPath &path)
     const QPen pen = painter->pen();
     const double reach = pen.width() / 2.0 + 1.0;
     const QRectF bounds = path.controlPointRect().adjusted(-reach, -reach, reach, reach);
-    if (!isPlain(pen) || pen.joinStyle() != Qt::BevelJoin || pen.width() < 2 ||
-        path.elementCount() <= fewPoints || !isAscending(path) || isOfSeparateLines(path) ||
-        painter->paintEngine()->type() == pathRecorder || !fillsByCentres(*painter, bounds)) {
+    const QPaintEngine::Type engine = painter->paintEngine()->type();
+    if (!isPlain(pen) || pen.joinStyle() != Qt::BevelJoin || pen.width() < 2 || !leadsRight(path) ||
+        isOfSeparateLines(path) || engine == pathRecorder || !fillsByCentres(*painter, bounds)) {
         painter->strokePath(path, pen);
+        return;
+    }
+    const bool isSolid = pen.brush().style() == Qt::SolidPattern && isOpaque(*painter, pen.brush());
+    if (path.elementCount() <= fewPoints || (isSolid && isQuickInRows(path, pen.width()))) {
+        // What is taken down as a path is painted so later.
+        if (engine == strokeRecorder || !isSolid || !paintLine(painter, deviceRect(*painter), path, pen))
+            painter->strokePath(path, pen);
         return;
     }
     drawDeviceRectangles(painter, pen.brush(), [&](const QPoint &offset, const QRect &device) {

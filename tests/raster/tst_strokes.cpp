@@ -155,7 +155,10 @@ void tst_strokes::linePaths()
             recorded += int(strokes.parts.size());
             painter->save();
             painter->translate(-1, -1);
-            strokes.paint(painter, QRect(QPoint(), size));
+            // As a window asks for it: in parts, of several rectangles each.
+            const QRegion hole = QRegion(30, 10, 11, 9) + QRect(60, 20, 1, 20);
+            strokes.paint(painter, QRegion(QRect(QPoint(), size)) - hole);
+            strokes.paint(painter, hole);
             painter->restore();
             painter->setPen(pen);
         };
@@ -245,6 +248,8 @@ void tst_strokes::takenDownIsOnlyWhatIsSteady()
             .isComplete;
     };
     QVERIFY(isTakenDown([](QPainter *painter) { painter->translate(3.0, -2.0); }));
+    const QImage picture(9, 9, QImage::Format_ARGB32_Premultiplied);
+    QVERIFY(isTakenDown([&](QPainter *painter) { painter->drawImage(0, 0, picture); }));
     const Draw others[] = {
         [](QPainter *painter) { painter->setPen(Qt::blue); },
         [](QPainter *painter) { painter->setRenderHint(QPainter::Antialiasing); },
@@ -259,7 +264,12 @@ void tst_strokes::takenDownIsOnlyWhatIsSteady()
         [](QPainter *painter) { painter->drawRect(QRectF(1.0, 1.0, 5.0, 5.0)); },
         [](QPainter *painter) { painter->drawEllipse(QRect(1, 1, 5, 5)); },
         [](QPainter *painter) { painter->drawLine(1, 1, 9, 9); },
-        [](QPainter *painter) { painter->drawImage(0, 0, QImage(9, 9, QImage::Format_RGB32)); }};
+        [&](QPainter *painter) { painter->drawImage(QRect(0, 0, 8, 9), picture); },
+        [&](QPainter *painter) { painter->drawImage(QPointF(0.5, 0.0), picture); },
+        [&](QPainter *painter) {
+            painter->drawRect(QRect(1, 1, 5, 5));
+            painter->drawImage(0, 0, picture);
+        }};
     for (const Draw &other : others)
         QVERIFY2(!isTakenDown(other), qPrintable(QString::number(&other - others)));
 }
