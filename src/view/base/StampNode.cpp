@@ -1,6 +1,7 @@
 #include "view/base/StampNode.h"
 
 #include "raster/PixelFill.h"
+#include "view/base/InkImage.h"
 #include "view/base/StrokeNode.h"
 
 #include <QPainter>
@@ -24,30 +25,6 @@ QImage emptyImage(const QSize &size)
     return image;
 }
 
-// The smallest rectangle around the pixels that are not transparent.
-QRect inkOf(const QImage &image)
-{
-    int left = image.width();
-    int right = -1;
-    int top = image.height();
-    int bottom = -1;
-    for (int y = 0; y < image.height(); ++y) {
-        const QRgb *row = reinterpret_cast<const QRgb *>(image.constScanLine(y));
-        const auto isInk = [](QRgb pixel) { return pixel != 0; };
-        const QRgb *first = std::find_if(row, row + image.width(), isInk);
-        if (first == row + image.width())
-            continue;
-        int last = image.width() - 1;
-        while (row[last] == 0)
-            --last;
-        left = std::min(left, int(first - row));
-        right = std::max(right, last);
-        top = std::min(top, y);
-        bottom = y;
-    }
-    return QRect(QPoint(left, top), QPoint(right, bottom));
-}
-
 bool isFilledWithOne(const QImage &image, const QRect &part)
 {
     if (part.isEmpty() || qAlpha(image.pixel(part.topLeft())) < 255)
@@ -60,13 +37,6 @@ bool isFilledWithOne(const QImage &image, const QRect &part)
             return false;
     }
     return true;
-}
-
-// With a transparent row at the end: the software scene graph takes an image without one for opaque, and cuts
-// it out of all that is behind, which costs more than to paint over it.
-QImage stampImage(const QImage &image, const QRect &ink)
-{
-    return image.copy(ink.adjusted(0, 0, 0, 1));
 }
 
 } // namespace
@@ -104,7 +74,7 @@ std::shared_ptr<StampNode::Stamp> StampNode::stampOf(const PaintedMark &mark)
     painter.end();
     auto stamp = std::make_shared<Stamp>();
     stamp->mark = mark;
-    stamp->ink = inkOf(image);
+    stamp->ink = inkOf(image, image.rect());
     stamp->isFilled = isFilledWithOne(image, stamp->ink);
     stamp->image = stampImage(image, stamp->ink);
     m_stamps.push_back(stamp);

@@ -1,18 +1,19 @@
 #include "view/base/StrokeNode.h"
 
+#include "view/base/InkImage.h"
 #include "view/base/StrokeShape.h"
 
 #include <QPainter>
 #include <QQuickWindow>
-#include <QSGImageNode>
 #include <QSGRendererInterface>
-#include <QSGTexture>
+
+#include <algorithm>
 
 namespace graph {
 
 StrokeNode::StrokeNode(QQuickWindow *window)
-    : m_painting(window, [this](QPainter *painter, const QRegion &region) { paint(painter, region); })
-    , m_image(this, window)
+    : m_window(window)
+    , m_painting(window, [this](QPainter *painter, const QRegion &region) { paint(painter, region); })
 {
     setFlag(UsePreprocess);
     appendChildNode(&m_painting);
@@ -20,7 +21,7 @@ StrokeNode::StrokeNode(QQuickWindow *window)
 
 StrokeNode::~StrokeNode()
 {
-    m_image.remove();
+    removeImages();
     removeAllChildNodes();
 }
 
@@ -42,7 +43,7 @@ void StrokeNode::preprocess()
     m_isNew = false;
     if (isMovedOnly(this)) {
         if (!isNew)
-            showImage();
+            showImages();
         return;
     }
     // Transformed, an image would have other edges than a layer, and so would a part of the layer.
@@ -68,18 +69,37 @@ void StrokeNode::showPainting()
 {
     if (m_painting.parent())
         return;
-    m_image.remove();
+    removeImages();
     appendChildNode(&m_painting);
 }
 
-void StrokeNode::showImage()
+void StrokeNode::showImages()
 {
-    if (m_image.isShown() || m_strokes.bounds.isEmpty())
+    if (m_isResting || m_strokes.bounds.isEmpty())
         return;
+    m_isResting = true;
     removeChildNode(&m_painting);
-    // With a transparent row at the end, as a stamp has it.
-    const QRect part = m_strokes.bounds.adjusted(0, 0, 0, 1);
-    m_image.show(m_strokes.image(part), part, QSGTexture::Nearest);
+    constexpr int columns = 64;
+    const QRect bounds = m_strokes.bounds;
+    const QImage whole = m_strokes.image(bounds);
+    for (int left = 0; left < whole.width(); left += columns) {
+        const QRect part(left, 0, std::min(columns, whole.width() - left), whole.height());
+        const QRect ink = inkOf(whole, part);
+        if (ink.isEmpty())
+            continue;
+        const QImage image = stampImage(whole, ink);
+        m_images.emplace_back(this, m_window);
+        m_images.back().show(image, QRect(bounds.topLeft() + ink.topLeft(), image.size()),
+                             QSGTexture::Nearest);
+    }
+}
+
+void StrokeNode::removeImages()
+{
+    m_isResting = false;
+    for (ImageChild &image : m_images)
+        image.remove();
+    m_images.clear();
 }
 
 bool isSoftwareSceneGraph(const QQuickWindow &window)

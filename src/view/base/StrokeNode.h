@@ -8,14 +8,15 @@
 #include <QImage>
 #include <QSGNode>
 
-#include <memory>
+#include <vector>
 
 namespace graph {
 
 // Shows strokes on the software scene graph without a layer, which would have to be cleared, painted and
 // blended for each of their changes: they are painted into the window itself. Once a frame comes in which
-// they do not change, an image no larger than they are takes their place, so that what moves above them costs
-// only the pixels that it uncovers. A transform node for the reason that StampNode is one.
+// they do not change, images no larger than they are take their place, each of some columns, so that what moves above
+// them costs only the pixels that it uncovers, and the renderer passes by where there are none. A transform node for the
+// reason that StampNode is one.
 class StrokeNode : public QSGTransformNode
 {
 public:
@@ -31,13 +32,16 @@ public:
 private:
     void paint(QPainter *painter, const QRegion &region);
     void showPainting();
-    void showImage();
+    void showImages();
+    void removeImages();
 
+    QQuickWindow *m_window;
     RecordedStrokes m_strokes;
     QSize m_size; // of the item
     PaintingNode m_painting;
     QImage m_layer; // of the whole item, where it is transformed or translucent
-    ImageChild m_image;
+    std::vector<ImageChild> m_images;
+    bool m_isResting = false;
     bool m_isNew = false; // since the last frame
 };
 
