@@ -35,10 +35,11 @@ public:
         , m_plot(plot)
         , m_surroundings(surroundings)
         , m_metrics(m_look.labelFont)
+        , m_widths(source.texts)
         , m_band(m_look.hasBand())
         , m_side(m_look.side())
         , m_height(m_metrics.height())
-        , m_unitWidth(m_metrics.horizontalAdvance(m_look.unit))
+        , m_unitWidth(width(m_look.unit))
         , m_choice(m_marks, source.texts, source.format, m_metrics, m_look.isHorizontal() || m_band)
     {
     }
@@ -52,7 +53,7 @@ protected:
     {
         return m_choice.text(m_marks.set().ticks.at(label.index)).width;
     }
-    int width(const QString &text) const { return m_metrics.horizontalAdvance(text); }
+    int width(const QString &text) const { return m_widths.width(text, m_metrics); }
     // Of any number with the unit behind it.
     int joinedWidth() const
     {
@@ -81,6 +82,7 @@ protected:
     const QRectF m_plot;
     const LabelSurroundings &m_surroundings;
     const QFontMetrics m_metrics;
+    LabelTexts &m_widths;
     const bool m_band;
     const AxisSide m_side;
     const int m_height;

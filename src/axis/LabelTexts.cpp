@@ -1,15 +1,21 @@
 #include "axis/LabelTexts.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace graph {
 
-void LabelTexts::setTicks(const QList<qreal> &ticks)
+void LabelTexts::beginLayout(double interval)
 {
-    if (m_ticks == ticks)
-        return;
-    m_ticks = ticks;
-    m_texts.clear();
+    if (m_interval != interval)
+        m_texts.clear();
+    m_interval = interval;
+    for (auto text = m_texts.begin(); text != m_texts.end();) {
+        if (std::exchange(text->isUsed, false))
+            ++text;
+        else
+            text = m_texts.erase(text);
+    }
 }
 
 bool LabelTexts::areStill(const Format &format)
@@ -24,17 +30,30 @@ bool LabelTexts::areStill(const Format &format)
 
 void LabelTexts::clear()
 {
-    m_ticks.clear();
     m_texts.clear();
+    m_widths.clear();
 }
 
 const LabelTexts::Text &LabelTexts::text(double tick, const Format &format, const QFontMetrics &metrics)
 {
-    const auto known = m_texts.constFind(tick);
-    if (known != m_texts.constEnd())
+    const auto known = m_texts.find(tick);
+    if (known != m_texts.end()) {
+        known->isUsed = true;
         return *known;
+    }
     const QString text = format(tick);
-    return *m_texts.insert(tick, {text, metrics.horizontalAdvance(text)});
+    return *m_texts.insert(tick, {text, metrics.horizontalAdvance(text), true});
+}
+
+int LabelTexts::width(const QString &text, const QFontMetrics &metrics)
+{
+    constexpr int most = 20;
+    const auto known = m_widths.constFind(text);
+    if (known != m_widths.constEnd())
+        return *known;
+    if (m_widths.size() >= most)
+        m_widths.clear();
+    return *m_widths.insert(text, metrics.horizontalAdvance(text));
 }
 
 } // namespace graph

@@ -9,7 +9,7 @@
 
 namespace graph {
 
-// The texts of the labels of one list of ticks with their widths, kept from one repaint to the next:
+// The texts of the labels of an axis with their widths, kept from one repaint to the next:
 // measuring a text costs more than making it.
 class LabelTexts
 {
@@ -18,21 +18,26 @@ public:
     {
         QString text;
         int width = 0;
+        bool isUsed = false; // in this layout
     };
     using Format = std::function<QString(double)>;
 
-    // Forgets the texts of any other ticks.
-    void setTicks(const QList<qreal> &ticks);
+    // Forgets the texts that were not asked for since the last time: a range that moves keeps most of its ticks. All of
+    // them at another interval of the ticks, by which a format may round.
+    void beginLayout(double interval);
     // Forgets all texts when the format gives another one for any of them; false then.
     bool areStill(const Format &format);
     void clear();
 
     const Text &text(double tick, const Format &format, const QFontMetrics &metrics);
+    // Of any other text that belongs to the labels, like a unit.
+    int width(const QString &text, const QFontMetrics &metrics);
     int size() const { return m_texts.size(); }
 
 private:
-    QList<qreal> m_ticks;
+    double m_interval = 0.0;
     QHash<double, Text> m_texts;
+    QHash<QString, int> m_widths;
 };
 
 } // namespace graph

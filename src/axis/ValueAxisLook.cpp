@@ -267,7 +267,7 @@ void ValueAxis::paintLabels(QPainter *painter, const QRectF &rect,
     const graph::LabelTexts::Format format = [this, &set](double tick) {
         return formattedValue(std::abs(tick) < 1e-9 * set.interval ? 0.0 : tick);
     };
-    m_texts.setTicks(set.positions.isEmpty() ? set.ticks : set.positions);
+    m_texts.beginLayout(set.interval);
     // A formatter may answer differently at any time, without notice: its digits come over the bus.
     if (m_formatter && !m_texts.areStill(format)) {
         // Not at once: this is a repaint, perhaps in another thread.
