@@ -2,6 +2,7 @@
 
 #include "plots/HeatmapCleanup.h"
 #include "plots/HeatmapRaster.h"
+#include "view/base/StrokeNode.h"
 
 #include <QDateTime>
 #include <QDebug>
@@ -9,8 +10,10 @@
 #include <QFile>
 #include <QPainter>
 
+#include <algorithm>
 #include <exception>
 #include <iostream>
+#include <new>
 
 namespace {
 
@@ -46,7 +49,6 @@ const std::vector<unsigned int> HeatmapPlot::m_heatMapColors = {
 HeatmapPlot::HeatmapPlot(QQuickItem *parent)
     : AbstractPlot(parent)
     , m_heatmap(std::make_shared<const graph::Heatmap>())
-    , m_imageBuffer(std::size_t(imageWidth) * imageHeight)
 {
     m_redrawTimer.setSingleShot(true);
     m_redrawTimer.setInterval(redrawInterval);
@@ -120,10 +122,6 @@ void HeatmapPlot::setTestPointState(int state)
     if (state != restartedState)
         return;
     setHeatmap(std::make_shared<const graph::Heatmap>());
-    {
-        const std::lock_guard<std::mutex> lock(m_imageMutex);
-        std::fill(m_imageBuffer.begin(), m_imageBuffer.end(), 0);
-    }
     update();
 }
 
@@ -219,12 +217,23 @@ void HeatmapPlot::draw(const graph::PlotFrame &frame)
 {
     const std::shared_ptr<const graph::Heatmap> map = heatmap();
     const std::lock_guard<std::mutex> lock(m_imageMutex);
-    std::fill(m_imageBuffer.begin(), m_imageBuffer.end(), 0);
-    graph::rasterizeHeatmap(*map, dBmVLevelConversion(m_offset + map->referenceLevel), frame.mapping,
-                            m_heatMapColors, {m_imageBuffer.data(), imageWidth, imageHeight});
+    const auto isFree = [](const QImage &image) { return image.isDetached(); };
+    auto found = std::find_if(m_images.begin(), m_images.end(), isFree);
+    QImage &image = found != m_images.end() ? *found : m_images.front();
     // All colours are opaque or entirely transparent, so they are the same premultiplied, which is drawn
     // faster.
-    const QImage image(reinterpret_cast<const uchar *>(m_imageBuffer.data()), imageWidth, imageHeight,
-                       imageWidth * int(sizeof(unsigned int)), QImage::Format_ARGB32_Premultiplied);
+    if (!isFree(image))
+        image = QImage(imageWidth, imageHeight, QImage::Format_ARGB32_Premultiplied);
+    if (image.isNull())
+        throw std::bad_alloc();
+    graph::rasterizeHeatmap(*map, dBmVLevelConversion(m_offset + map->referenceLevel), frame.mapping,
+                            m_heatMapColors,
+                            {reinterpret_cast<unsigned int *>(image.bits()), imageWidth, imageHeight});
     frame.painter->drawImage(0, 0, image);
+}
+
+// A graphics processor draws the picture as a layer, which it is.
+bool HeatmapPlot::paintsStrokesOnly() const
+{
+    return graph::isSoftwareSceneGraph(*window());
 }

@@ -4,8 +4,10 @@
 #include "plots/HeatmapFile.h"
 #include "view/base/AbstractPlot.h"
 
+#include <QImage>
 #include <QTimer>
 
+#include <array>
 #include <memory>
 #include <mutex>
 #include <vector>
@@ -54,6 +56,7 @@ signals:
 protected:
     bool isPaintable(const graph::PixelMapping &mapping) const override;
     void paintPlot(const graph::PlotFrame &frame) override;
+    bool paintsStrokesOnly() const override;
 
 private slots:
     void drawHeatmap();
@@ -76,6 +79,7 @@ private:
     std::shared_ptr<const graph::Heatmap> m_heatmap;
     mutable std::mutex m_dataMutex;
     QTimer m_redrawTimer{this};
-    std::vector<unsigned int> m_imageBuffer;
+    // In turns: the scene may still show the last one.
+    std::array<QImage, 2> m_images;
     std::mutex m_imageMutex;
 };

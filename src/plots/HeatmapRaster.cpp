@@ -3,6 +3,7 @@
 #include "plots/CellCover.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstring>
 #include <limits>
@@ -30,11 +31,14 @@ std::vector<double> columnEdges(const Heatmap &heatmap, const PixelMapping &mapp
     if (columns == 1)
         return {mapping.x(frequency(0)), mapping.x(frequency(0))};
     std::vector<double> edges(columns + 1);
-    for (int c = 1; c < columns; ++c)
-        edges[c] = mapping.x((frequency(c - 1) + frequency(c)) / 2.0);
+    double last = frequency(0);
+    for (int c = 1; c < columns; ++c) {
+        const double next = frequency(c);
+        edges[c] = mapping.x((last + next) / 2.0);
+        last = next;
+    }
     edges[0] = mapping.x(frequency(0) - (frequency(1) - frequency(0)) / 2.0);
-    edges[columns] =
-        mapping.x(frequency(columns - 1) + (frequency(columns - 1) - frequency(columns - 2)) / 2.0);
+    edges[columns] = mapping.x(last + (last - frequency(columns - 2)) / 2.0);
     return edges;
 }
 
@@ -58,129 +62,257 @@ std::vector<double> rowEdges(const Heatmap &heatmap, double topLevel, const Pixe
     return edges;
 }
 
-// Finds the largest code among the columns of each pixel of a line, by a ladder of rows: level k holds at i
-// the largest of 2^k columns from i on, so that any number of columns takes two look-ups.
+// Lines that are worked on at once: their codes lie side by side, so that what is found for a pixel is found for all
+// of them in the steps of one.
+constexpr int lineCount = 8;
+
+// Of the same column in all these lines.
+struct Codes
+{
+    Code of[lineCount];
+};
+
+Codes larger(const Codes &a, const Codes &b)
+{
+    Codes result;
+    for (int i = 0; i < lineCount; ++i)
+        result.of[i] = std::max(a.of[i], b.of[i]);
+    return result;
+}
+
+// Columns that are interleaved at once. All that is in a line of the cache is read together: rows of some lengths take
+// each other's places there.
+constexpr int blockWidth = 64;
+using Rows = Code[lineCount][blockWidth];
+
+// So many columns fill a register. Each round shuffles all lines like two halves of a pack of cards; compilers do not
+// find single instructions for that by themselves.
+constexpr int columnCount = 16;
+
+void transpose(const Rows &rows, int column, Codes *out)
+{
+    using Block = Code __attribute__((vector_size(columnCount)));
+    Block blocks[lineCount];
+    for (int i = 0; i < lineCount; ++i)
+        std::memcpy(&blocks[i], rows[i] + column, sizeof(Block));
+    for (int shuffled = 1; shuffled < lineCount; shuffled *= 2) {
+        Block next[lineCount];
+        for (int i = 0; i < lineCount / 2; ++i) {
+            const Block a = blocks[i];
+            const Block b = blocks[i + lineCount / 2];
+            next[2 * i] =
+                __builtin_shufflevector(a, b, 0, 16, 1, 17, 2, 18, 3, 19, 4, 20, 5, 21, 6, 22, 7, 23);
+            next[2 * i + 1] =
+                __builtin_shufflevector(a, b, 8, 24, 9, 25, 10, 26, 11, 27, 12, 28, 13, 29, 14, 30, 15, 31);
+        }
+        std::memcpy(blocks, next, sizeof blocks);
+    }
+    std::memcpy(out, blocks, sizeof blocks);
+}
+
+// Finds the largest codes among the columns of each pixel. Where the pixels have many columns in common, which files may
+// have that are not in order, by a ladder of levels: level k holds at i the largest of 2^k columns from i on, so that
+// any number of columns takes two look-ups.
 class LineMerger
 {
 public:
     explicit LineMerger(const std::vector<CellRange> &pixelColumns)
         : m_columns(hull(pixelColumns))
         , m_stride(m_columns.count())
-        , m_lookUps(pixelColumns.size())
+        , m_pixelColumns(pixelColumns)
+        , m_merged(pixelColumns.size())
     {
+        qint64 reads = 0;
         int widest = 1;
-        for (const CellRange &range : pixelColumns)
+        for (CellRange &range : m_pixelColumns) {
+            if (range.count() > 0)
+                range = {range.first - m_columns.first, range.end - m_columns.first};
+            reads += range.count();
             widest = std::max(widest, range.count());
-        while (1 << m_levels <= widest)
-            ++m_levels;
-        m_ladder.resize(std::size_t(m_levels) * m_stride + 1);
-        for (std::size_t p = 0; p < pixelColumns.size(); ++p)
-            m_lookUps[p] = lookUps(pixelColumns[p]);
+        }
+        if (reads > 4 * (qint64(m_stride) + qint64(pixelColumns.size()))) {
+            while (2 << m_highest <= widest)
+                ++m_highest;
+        }
+        // With room for the rest of a block.
+        m_ladder.resize(std::size_t(m_highest + 1) * m_stride + columnCount);
     }
 
     CellRange columns() const { return m_columns; }
-    // Where the codes of these columns have to be put.
-    Code *codes() { return m_ladder.data(); }
 
-    // Writes the colours of the line.
-    void write(const std::vector<unsigned int> &colors, unsigned int *line)
+    // rows: the codes of the columns in each of so many lines.
+    void merge(const std::array<const Code *, lineCount> &rows)
     {
+        interleave(rows);
         climb();
-        const Code *ladder = m_ladder.data();
-        const int pixels = int(m_lookUps.size());
-        m_line.resize(m_lookUps.size());
-        Code *merged = m_line.data();
-        unsigned int seen = 0;
+        const int pixels = int(m_merged.size());
+        Codes *merged = m_merged.data();
+        Codes seen{};
         for (int p = 0; p < pixels; ++p) {
-            merged[p] = std::max(ladder[m_lookUps[p].first], ladder[m_lookUps[p].second]);
-            seen = std::max(seen, unsigned(merged[p]));
+            merged[p] = largest(m_pixelColumns[p]);
+            seen = larger(seen, merged[p]);
         }
-        // Throws, once for the line, what each of its pixels would have to ask for.
-        static_cast<void>(colors.at(seen));
+        m_seen = *std::max_element(std::begin(seen.of), std::end(seen.of));
+    }
+
+    // Writes the colours of one of the lines.
+    void write(int line, const std::vector<unsigned int> &colors, unsigned int *pixels) const
+    {
+        // Throws, once for all lines, what each of their pixels would have to ask for.
+        static_cast<void>(colors.at(m_seen));
         const unsigned int *palette = colors.data();
-        for (int p = 0; p < pixels; ++p)
-            line[p] = palette[merged[p]];
+        const Code *codes = m_merged.front().of + line;
+        const int count = int(m_merged.size());
+        constexpr int atOnce = 5;
+        int p = 0;
+        for (; p + atOnce <= count; p += atOnce, codes += atOnce * lineCount) {
+            for (int i = 0; i < atOnce; ++i)
+                pixels[p + i] = palette[codes[i * lineCount]];
+        }
+        for (; p < count; ++p, codes += lineCount)
+            pixels[p] = palette[*codes];
     }
 
 private:
-    struct LookUps
+    void interleave(const std::array<const Code *, lineCount> &rows)
     {
-        unsigned int first;
-        unsigned int second;
-    };
-
-    LookUps lookUps(const CellRange &range) const
-    {
-        const auto none = unsigned(m_ladder.size() - 1); // always 0
-        if (range.count() == 0)
-            return {none, none};
-        int level = 0;
-        while (2 << level <= range.count())
-            ++level;
-        const auto start = unsigned(level * m_stride - m_columns.first);
-        return {start + unsigned(range.first), start + unsigned(range.end - (1 << level))};
+        Rows block{};
+        for (int i = 0; i < m_stride; i += blockWidth) {
+            const int count = std::min(blockWidth, m_stride - i);
+            for (int line = 0; line < lineCount; ++line) {
+                if (count == blockWidth)
+                    std::memcpy(block[line], rows[line] + i, blockWidth);
+                else
+                    std::copy_n(rows[line] + i, count, block[line]);
+            }
+            for (int k = 0; k < count; k += columnCount)
+                transpose(block, k, m_ladder.data() + i + k);
+        }
     }
 
     void climb()
     {
-        for (int level = 1; level < m_levels; ++level) {
+        for (int level = 1; level <= m_highest; ++level) {
             const int half = 1 << (level - 1);
-            const Code *below = m_ladder.data() + std::size_t(level - 1) * m_stride;
-            largerOf(below, below + half, m_ladder.data() + std::size_t(level) * m_stride,
-                     m_stride - 2 * half + 1);
+            const Codes *below = m_ladder.data() + std::size_t(level - 1) * m_stride;
+            Codes *out = m_ladder.data() + std::size_t(level) * m_stride;
+            for (int i = 0; i + 2 * half <= m_stride; ++i)
+                out[i] = larger(below[i], below[i + half]);
         }
+    }
+
+    Codes largest(const CellRange &range) const
+    {
+        int level = 0;
+        while (level < m_highest && 2 << level <= range.count())
+            ++level;
+        const Codes *codes = m_ladder.data() + std::size_t(level) * m_stride;
+        if (level > 0)
+            return larger(codes[range.first], codes[range.end - (1 << level)]);
+        Codes all{};
+        for (int i = range.first; i < range.end; ++i)
+            all = larger(all, codes[i]);
+        return all;
     }
 
     CellRange m_columns;
     int m_stride;
-    int m_levels = 0;
-    std::vector<Code> m_ladder;
-    std::vector<LookUps> m_lookUps;
-    std::vector<Code> m_line;
+    int m_highest = 0;                     // level
+    std::vector<CellRange> m_pixelColumns; // from the first of the columns on
+    std::vector<Codes> m_ladder;
+    std::vector<Codes> m_merged; // of each pixel
+    Code m_seen = 0;             // the largest of them
 };
 
-// The largest codes, column by column, of several rows.
-void mergeRows(const Heatmap &heatmap, const CellRange &rows, const CellRange &columns, Code *codes)
+// The largest codes, column by column, of several rows: where they lie, or in a buffer.
+const Code *mergedRows(const Heatmap &heatmap, const CellRange &rows, const CellRange &columns, Code *buffer)
 {
-    std::fill_n(codes, columns.count(), Code(0));
-    for (int r = rows.first; r < rows.end; ++r) {
-        const std::size_t start = std::size_t(r) * heatmap.columnCount + std::size_t(columns.first);
-        if (start >= heatmap.cells.size())
-            break;
-        const int count = int(std::min(heatmap.cells.size() - start, std::size_t(columns.count())));
-        const Code *row = heatmap.cells.data() + start;
-        if (r == rows.first)
-            std::copy_n(row, count, codes);
-        else
-            largerOf(codes, row, codes, count);
+    const auto start = [&](int row) {
+        return std::size_t(row) * heatmap.columnCount + std::size_t(columns.first);
+    };
+    const std::size_t size = heatmap.cells.size();
+    if (rows.count() == 1 && start(rows.first) + std::size_t(columns.count()) <= size)
+        return heatmap.cells.data() + start(rows.first);
+    std::fill_n(buffer, columns.count(), Code(0));
+    for (int r = rows.first; r < rows.end && start(r) < size; ++r) {
+        const int count = int(std::min(size - start(r), std::size_t(columns.count())));
+        largerOf(buffer, heatmap.cells.data() + start(r), buffer, count);
     }
+    return buffer;
 }
+
+// Finds the codes of lines and writes their colours, as many lines at once as the merger takes.
+class LineWriter
+{
+public:
+    LineWriter(const Heatmap &heatmap, LineMerger &merger, const std::vector<unsigned int> &colors)
+        : m_heatmap(heatmap)
+        , m_merger(merger)
+        , m_colors(colors)
+        , m_buffer(std::size_t(lineCount) * merger.columns().count())
+    {
+    }
+
+    void add(const CellRange &rows, unsigned int *pixels)
+    {
+        const CellRange columns = m_merger.columns();
+        Code *buffer = m_buffer.data() + std::size_t(m_count) * columns.count();
+        m_rows[m_count] = mergedRows(m_heatmap, rows, columns, buffer);
+        m_pixels[m_count] = pixels;
+        if (++m_count == lineCount)
+            finish();
+    }
+
+    void finish()
+    {
+        if (m_count == 0)
+            return;
+        std::fill(m_rows.begin() + m_count, m_rows.end(), m_rows.front());
+        m_merger.merge(m_rows);
+        for (int line = 0; line < m_count; ++line)
+            m_merger.write(line, m_colors, m_pixels[line]);
+        m_count = 0;
+    }
+
+private:
+    const Heatmap &m_heatmap;
+    LineMerger &m_merger;
+    const std::vector<unsigned int> &m_colors;
+    std::vector<Code> m_buffer;
+    std::array<const Code *, lineCount> m_rows{};
+    std::array<unsigned int *, lineCount> m_pixels{};
+    int m_count = 0;
+};
 
 } // namespace
 
 void rasterizeHeatmap(const Heatmap &heatmap, double topLevel, const PixelMapping &mapping,
                       const std::vector<unsigned int> &colors, const PixelBuffer &buffer)
 {
-    if (!mapping.isDrawable() || heatmap.columnCount == 0 || heatmap.rowCount == 0 ||
-        heatmap.columnFrequencies.size() != heatmap.columnCount)
-        return;
-    LineMerger merger(coveringCells(columnEdges(heatmap, mapping), buffer.width, mapping.width() - 1.0));
-    if (merger.columns().count() == 0)
-        return;
-    const std::vector<CellRange> lineRows =
-        coveringCells(rowEdges(heatmap, topLevel, mapping), buffer.height, mapping.height() - 1.0);
+    std::vector<CellRange> lineRows(buffer.height);
+    std::vector<CellRange> pixelColumns;
+    if (mapping.isDrawable() && heatmap.columnCount > 0 && heatmap.rowCount > 0 &&
+        heatmap.columnFrequencies.size() == heatmap.columnCount)
+        pixelColumns = coveringCells(columnEdges(heatmap, mapping), buffer.width, mapping.width() - 1.0);
+    LineMerger merger(pixelColumns);
+    if (merger.columns().count() > 0)
+        lineRows = coveringCells(rowEdges(heatmap, topLevel, mapping), buffer.height, mapping.height() - 1.0);
 
-    const std::size_t lineBytes = std::size_t(buffer.width) * sizeof(unsigned int);
+    const auto pixels = [&buffer](int line) { return buffer.pixels + std::size_t(line) * buffer.width; };
+    const auto isRepeated = [&lineRows](int line) {
+        return line > 0 && lineRows[line].count() > 0 && lineRows[line] == lineRows[line - 1];
+    };
+    LineWriter writer(heatmap, merger, colors);
     for (int line = 0; line < buffer.height; ++line) {
         if (lineRows[line].count() == 0)
-            continue;
-        unsigned int *pixels = buffer.pixels + std::size_t(line) * buffer.width;
-        if (line > 0 && lineRows[line] == lineRows[line - 1]) {
-            std::memcpy(pixels, pixels - buffer.width, lineBytes);
-            continue;
-        }
-        mergeRows(heatmap, lineRows[line], merger.columns(), merger.codes());
-        merger.write(colors, pixels);
+            std::fill_n(pixels(line), buffer.width, 0u);
+        else if (!isRepeated(line))
+            writer.add(lineRows[line], pixels(line));
+    }
+    writer.finish();
+    for (int line = 0; line < buffer.height; ++line) {
+        if (isRepeated(line))
+            std::memcpy(pixels(line), pixels(line - 1), std::size_t(buffer.width) * sizeof(unsigned int));
     }
 }
 

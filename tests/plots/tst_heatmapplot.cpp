@@ -1,3 +1,4 @@
+#include "support/Frames.h"
 #include "support/QmlDocument.h"
 
 #include "plots/HeatmapPlot.h"
@@ -132,6 +133,37 @@ private slots:
         QVERIFY(newer.exists());
     }
 
+    // In each frame, also where only what is above it has changed.
+    void showsThePixelsOfALayer()
+    {
+        for (const QString box : {"", "opacity: 0.6", "scale: 1.3"}) {
+            QQuickWindow windows[2];
+            std::unique_ptr<QmlDocument> documents[2];
+            QImage frames[2];
+            const StandardOutput output;
+            for (int step = 0; step < 5; ++step) {
+                const QString path = write("a.heatmap", mapBytes(step < 3 ? "\1\2\3\4\5\7" : "\5\4\3\2\1\7"));
+                for (int i = 0; i < 2; ++i) {
+                    if (step == 0) {
+                        // A size of its own keeps the item in a layer.
+                        documents[i] = inABox(box, i ? "textureSize: Qt.size(61, 31)" : "");
+                        qobject_cast<QQuickItem *>(documents[i]->root())
+                            ->setParentItem(windows[i].contentItem());
+                        windows[i].resize(100, 60);
+                        windows[i].show();
+                        QVERIFY(QTest::qWaitForWindowExposed(&windows[i]));
+                    }
+                    documents[i]->root()->setProperty("spot", 9 * step);
+                    if (step % 3 == 0)
+                        documents[i]->object("plot")->setProperty("dataFilePath", path);
+                    frames[i] = frameOf(&windows[i]);
+                }
+                QVERIFY(frames[0].pixel(25, 15) != 0xffffffff);
+                QCOMPARE(frames[0], frames[1]);
+            }
+        }
+    }
+
     void badCodeEndsThePaint()
     {
         plot()->setDataFilePath(write("a.heatmap", mapBytes("\1\2\3\4\5\x09")));
@@ -160,6 +192,28 @@ private slots:
     }
 
 private:
+    static std::unique_ptr<QmlDocument> inABox(const QString &box, const QString &plot)
+    {
+        const QString text = R"(
+            Item {
+                property real spot: 0
+                ValueAxis { id: horizontal; maxValue: 60; maxVisible: 60 }
+                ValueAxis { id: vertical; alignment: Qt.AlignLeft; minVisible: 3; maxVisible: 6 }
+                Rectangle { width: 50; height: 15; color: "yellow" }
+                Item {
+                    x: 3; y: 2; width: 61; height: 31
+                    %1
+                    HeatmapPlot {
+                        id: plot; anchors.fill: parent; axisX: horizontal; axisY: vertical; dataDirectory: ""
+                        renderTarget: HeatmapPlot.Image
+                        %2
+                    }
+                }
+                Rectangle { x: spot; width: 3; height: 60; color: "#80000000" }
+            })";
+        return std::make_unique<QmlDocument>(text.arg(box, plot).toUtf8());
+    }
+
     HeatmapPlot *plot() const { return m_document->object<HeatmapPlot>("plot"); }
     unsigned int cell() const { return painted(plot()).pixel(20, 10); } // the middle of column 1, row 0
     QString write(const QString &name, const QByteArray &bytes = mapBytes()) const
