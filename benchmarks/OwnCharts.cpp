@@ -10,8 +10,10 @@
 #include <QCoreApplication>
 #include <QQmlComponent>
 #include <QQuickItem>
+#include <QQuickWindow>
 #include <QTemporaryDir>
 
+#include <algorithm>
 #include <iostream>
 
 namespace benchmark {
@@ -217,7 +219,8 @@ void WholeScreen::prepare(const Job &job, const QVector<QVector<double>> &sets)
     m_sets = sets;
     m_stage = std::make_unique<Stage>(job.size, m_document(job.traces));
     m_axis = m_stage->object("axis");
-    m_axis->setProperty("maxValue", 1.2 * job.samples);
+    // Beyond it nothing moves, and no frame comes; the first set may be the longest.
+    m_axis->setProperty("maxValue", 1.2 * std::max(job.samples, int(sets.first().size())));
     m_cursor = qobject_cast<GraphCursor *>(m_stage->object("cursor"));
     m_series = seriesBelow(m_stage->item(), job.pen);
     if (m_series.size() != job.traces)
@@ -245,7 +248,11 @@ void WholeScreen::setVisible(double first, double last)
 
 void WholeScreen::moveCursor(int pixel)
 {
+    const int before = m_cursor->posIndex();
     m_cursor->setPosOnScreen(pixel);
+    // It stays where there is no other sample to move to, and asks for no frame.
+    if (m_cursor->posIndex() == before)
+        m_stage->item()->window()->update();
 }
 
 HeatmapStage::HeatmapStage(const QSize &size, int columns, int rows)
