@@ -2,12 +2,18 @@
 
 #include "cursors/GraphCursor.h"
 #include "cursors/GraphMarker.h"
-#include "kit/chart/CursorPosition.h"
-#include "kit/chart/CursorReading.h"
+#include "kit/chart/CursorLabel.h"
 
 #include <algorithm>
+#include <vector>
 
 namespace graph {
+
+namespace {
+
+constexpr double gap = 2.0; // between readings, in pixels
+
+} // namespace
 
 CursorLabels *CursorLabels::of(GraphCursor *cursor)
 {
@@ -52,27 +58,27 @@ void CursorLabels::followMarkers()
     invalidate();
 }
 
-void CursorLabels::add(CursorText *text)
+void CursorLabels::add(CursorLabel *label)
 {
-    m_texts.append(text);
+    m_labels.append(label);
     m_isSorted = false;
     m_isValid = true;
     invalidate();
 }
 
-void CursorLabels::remove(CursorText *text)
+void CursorLabels::remove(CursorLabel *label)
 {
-    m_texts.removeAll(text);
+    m_labels.removeAll(label);
     m_isValid = true;
     invalidate();
 }
 
 void CursorLabels::invalidate()
 {
-    if (m_texts.isEmpty() || !m_isValid)
+    if (m_labels.isEmpty() || !m_isValid)
         return;
     m_isValid = false;
-    m_texts.first()->polish();
+    m_labels.first()->askForFrame();
 }
 
 // In the order of the items in the cursor: of readings of the same row the first one is above.
@@ -80,7 +86,7 @@ void CursorLabels::sort()
 {
     m_isSorted = true;
     const QList<QQuickItem *> children = m_cursor->childItems();
-    std::stable_sort(m_texts.begin(), m_texts.end(), [&](const CursorText *a, const CursorText *b) {
+    std::stable_sort(m_labels.begin(), m_labels.end(), [&](const CursorLabel *a, const CursorLabel *b) {
         return children.indexOf(a->around()) < children.indexOf(b->around());
     });
 }
@@ -93,17 +99,16 @@ void CursorLabels::update()
     m_isValid = true;
     if (!m_isSorted)
         sort();
-    for (CursorText *text : qAsConst(m_texts))
-        text->read();
+    for (CursorLabel *label : qAsConst(m_labels))
+        label->read();
     double bottom = m_cursor->height();
-    for (const CursorText *text : qAsConst(m_texts)) {
-        const auto *tag = qobject_cast<const CursorPosition *>(text);
-        if (tag && tag->foundInset() > 0.0)
-            bottom = std::min(bottom, m_cursor->height() - tag->foundInset());
+    for (const CursorLabel *label : qAsConst(m_labels)) {
+        if (label->foundInset() > 0.0)
+            bottom = std::min(bottom, m_cursor->height() - label->foundInset());
     }
     placeReadings(bottom);
-    for (CursorText *text : qAsConst(m_texts))
-        text->show();
+    for (CursorLabel *label : qAsConst(m_labels))
+        label->show();
     m_isUpdating = false;
 }
 
@@ -111,22 +116,11 @@ void CursorLabels::tell()
 {
     update();
     // Who hears of it may change the list.
-    const QVector<CursorText *> texts = m_texts;
-    for (CursorText *text : texts) {
-        if (m_texts.contains(text))
-            text->tell();
+    const QVector<CursorLabel *> labels = m_labels;
+    for (CursorLabel *label : labels) {
+        if (m_labels.contains(label))
+            label->tell();
     }
-}
-
-QVector<CursorReading *> CursorLabels::readings() const
-{
-    QVector<CursorReading *> shown;
-    for (CursorText *text : m_texts) {
-        auto *reading = qobject_cast<CursorReading *>(text);
-        if (reading && reading->foundPlace().isShown)
-            shown.append(reading);
-    }
-    return shown;
 }
 
 // Of the distances that the cursor writes beside its markers.
@@ -149,35 +143,41 @@ QVector<CursorLabels::Rows> CursorLabels::distanceRows(int fontSize) const
 // again.
 void CursorLabels::placeReadings(double bottom) const
 {
-    QVector<CursorReading *> labels = readings();
-    if (labels.isEmpty())
+    struct Reading
+    {
+        CursorLabel *label;
+        CursorLabel::Wish wish;
+        double y;
+    };
+    std::vector<Reading> readings;
+    for (CursorLabel *label : m_labels) {
+        if (const auto wish = label->wish())
+            readings.push_back({label, *wish, 0.0});
+    }
+    if (readings.empty())
         return;
-    std::stable_sort(labels.begin(), labels.end(), [](const CursorReading *a, const CursorReading *b) {
-        return a->foundPlace().wantedY < b->foundPlace().wantedY;
-    });
-    const QVector<Rows> distances = distanceRows(labels.first()->fontSize());
-    const auto heightOf = [](const CursorReading *label) { return label->foundPlace().height + 2.0; };
-    QVector<double> tops;
+    std::stable_sort(readings.begin(), readings.end(),
+                     [](const Reading &a, const Reading &b) { return a.wish.y < b.wish.y; });
+    const QVector<Rows> distances = distanceRows(readings.front().wish.fontSize);
     double free = 0.0;
-    for (const CursorReading *label : qAsConst(labels)) {
-        double y = std::max({label->foundPlace().wantedY, free, label->topInset()});
+    for (Reading &reading : readings) {
+        const double height = reading.wish.height + gap;
+        reading.y = std::max({reading.wish.y, free, reading.wish.topInset});
         for (const Rows &rows : distances) {
-            if (y < rows.end && y + heightOf(label) > rows.top)
-                y = rows.end;
+            if (reading.y < rows.end && reading.y + height > rows.top)
+                reading.y = rows.end;
         }
-        tops.append(y);
-        free = y + heightOf(label);
+        free = reading.y + height;
     }
     free = bottom;
-    for (int i = labels.size() - 1; i >= 0; --i) {
-        const double height = heightOf(labels.at(i));
-        double y = std::min(tops.at(i), free - height);
+    for (auto reading = readings.rbegin(); reading != readings.rend(); ++reading) {
+        const double height = reading->wish.height + gap;
+        free = std::min(reading->y, free - height);
         for (auto rows = distances.rbegin(); rows != distances.rend(); ++rows) {
-            if (y < rows->end && y + height > rows->top)
-                y = rows->top - height;
+            if (free < rows->end && free + height > rows->top)
+                free = rows->top - height;
         }
-        labels.at(i)->placeLabel(y);
-        free = y;
+        reading->label->placeLabel(free);
     }
 }
 

@@ -8,8 +8,7 @@ class GraphMarker;
 
 namespace graph {
 
-class CursorText;
-class CursorReading;
+class CursorLabel;
 
 // The texts in one cursor. They share its height: each reading keeps clear of the others, of the distances at markers
 // and of the cursor's own tag, so that they are found together.
@@ -21,8 +20,8 @@ public:
     // Of that cursor, made for the first who asks; null without one.
     static CursorLabels *of(GraphCursor *cursor);
 
-    void add(CursorText *text);
-    void remove(CursorText *text);
+    void add(CursorLabel *label);
+    void remove(CursorLabel *label);
     // Before the next frame, or for the next who asks, all of it is found again.
     void invalidate();
     void update();
@@ -41,12 +40,11 @@ private:
 
     void followMarkers();
     void sort();
-    QVector<CursorReading *> readings() const;
     QVector<Rows> distanceRows(int fontSize) const;
     void placeReadings(double bottom) const;
 
     GraphCursor *m_cursor;
-    QVector<CursorText *> m_texts;
+    QVector<CursorLabel *> m_labels;
     bool m_isValid = true;
     bool m_isSorted = true;
     bool m_isUpdating = false;

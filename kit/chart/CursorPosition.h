@@ -35,7 +35,7 @@ public:
 
     void read() override;
     void tell() override;
-    double foundInset() const { return m_inset; }
+    double foundInset() const override { return m_inset; }
 
 signals:
     void cursorChanged();

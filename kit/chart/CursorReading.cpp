@@ -234,4 +234,11 @@ void CursorReading::show()
     box()->setPosition(QPointF(isRight ? right : left, std::floor(m_place.labelY + 0.5)));
 }
 
+std::optional<CursorLabel::Wish> CursorReading::wish() const
+{
+    if (!m_place.isShown)
+        return std::nullopt;
+    return Wish{m_place.wantedY, m_place.height, m_topInset, m_fontSize};
+}
+
 } // namespace graph

@@ -71,8 +71,8 @@ public:
     void read() override;
     void show() override;
     void tell() override;
-    const Place &foundPlace() const { return m_place; }
-    void placeLabel(double y) { m_place.labelY = y; }
+    std::optional<Wish> wish() const override;
+    void placeLabel(double y) override { m_place.labelY = y; }
 
 signals:
     void plotChanged();

@@ -2,6 +2,7 @@
 
 #include "common/Export.h"
 #include "kit/chart/ChartView.h"
+#include "kit/chart/CursorLabel.h"
 
 #include <QPointer>
 #include <QQuickItem>
@@ -15,7 +16,7 @@ class CursorLabels;
 // What a text in a cursor says, for the item that is around this one, and the geometry of the box it is written in.
 // It is found when CursorLabels is asked or polished, once for all texts of the cursor: bindings would find it again
 // with each of the many things that a moved cursor changes.
-class GRAPH_CHARTS_EXPORT CursorText : public QQuickItem
+class GRAPH_CHARTS_EXPORT CursorText : public QQuickItem, public CursorLabel
 {
     Q_OBJECT
     Q_PROPERTY(graph::ChartView *chart READ chart WRITE setChart NOTIFY partsChanged)
@@ -39,12 +40,10 @@ public:
     void setText(const QString &text);
     void resetText();
 
-    // For CursorLabels, in this order: what is said, where it is written, and, later, that it has changed.
-    virtual void read() = 0;
-    virtual void show() {}
-    virtual void tell();
-    // The item that the document knows; null outside of one.
-    QQuickItem *around() const { return parentItem(); }
+    void show() override {}
+    void tell() override;
+    void askForFrame() override { polish(); }
+    QQuickItem *around() const override { return parentItem(); }
 
 signals:
     void partsChanged();
