@@ -2,6 +2,7 @@
 
 #include "kit/axis/AxisUnit.h"
 #include "kit/axis/NumberLabels.h"
+#include "kit/axis/TextWidths.h"
 #include "kit/axis/TimeTicks.h"
 #include "platform/ui/BaseFormatter.h"
 
@@ -33,7 +34,8 @@ ClockOffset offsetOf(const AxisNumbering &numbering)
     return numbering.isUtc ? noOffset : placeOffset;
 }
 
-TickRequest requestFor(const AxisNumbering &numbering, double lowest, double highest, double length)
+TickRequest requestFor(const AxisNumbering &numbering, double lowest, double highest, double length,
+                       TextWidths *widths)
 {
     const QFontMetricsF metrics(numbering.font);
     TickRequest request;
@@ -48,7 +50,9 @@ TickRequest requestFor(const AxisNumbering &numbering, double lowest, double hig
     if (numbering.isAlongText) {
         request.spacing = metrics.height() * tickDistanceAlongText;
         request.gap = metrics.horizontalAdvance(QLatin1Char('0')) * 2.0;
-        request.extent = [metrics](const QString &text) { return metrics.horizontalAdvance(text); };
+        request.extent = [metrics, widths, font = numbering.font](const QString &text) {
+            return widths ? widths->of(text, font) : metrics.horizontalAdvance(text);
+        };
     } else {
         request.spacing = metrics.height() * tickDistanceAcrossText;
         request.gap = metrics.height() / 4.0;
@@ -72,9 +76,9 @@ TickPlan ticksOf(const AxisNumbering &numbering, const TickRequest &request)
 
 } // namespace
 
-TickPlan AxisNumbering::plan(double lowest, double highest, double length) const
+TickPlan AxisNumbering::plan(double lowest, double highest, double length, TextWidths *widths) const
 {
-    TickPlan found = ticksOf(*this, requestFor(*this, lowest, highest, length));
+    TickPlan found = ticksOf(*this, requestFor(*this, lowest, highest, length, widths));
     if (!formatter)
         return found;
     for (int i = 0; i < found.majors.size(); ++i)

@@ -9,6 +9,8 @@ class BaseFormatter;
 
 namespace graph {
 
+class TextWidths;
+
 // How an axis writes its numbers: what its ticks and texts depend on besides what is visible.
 struct AxisNumbering
 {
@@ -25,7 +27,7 @@ struct AxisNumbering
     BaseFormatter *formatter = nullptr; // writes the texts in place of the axis
 
     // For an axis of so many pixels.
-    TickPlan plan(double lowest, double highest, double length) const;
+    TickPlan plan(double lowest, double highest, double length, TextWidths *widths = nullptr) const;
     // A single tick.
     QString text(double value) const;
     // A value with its unit, as finely as the span of what is visible tells values apart.

@@ -16,7 +16,7 @@ TickPlan FoundPlan::of(const AxisNumbering &numbering, double lowest, double hig
     const Key key{lowest, highest, length, numbering};
     const std::lock_guard<std::mutex> lock(m_mutex);
     if (!(m_key == key)) {
-        m_plan = numbering.plan(lowest, highest, length);
+        m_plan = numbering.plan(lowest, highest, length, &m_widths);
         m_key = key;
     }
     return m_plan;

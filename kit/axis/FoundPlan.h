@@ -1,6 +1,7 @@
 #pragma once
 
 #include "kit/axis/AxisNumbering.h"
+#include "kit/axis/TextWidths.h"
 
 #include <mutex>
 #include <optional>
@@ -25,6 +26,7 @@ private:
     };
 
     std::mutex m_mutex;
+    TextWidths m_widths;
     TickPlan m_plan;
     std::optional<Key> m_key;
 };

@@ -284,13 +284,26 @@ void StampNode::showPainting()
         appendChildNode(&m_painting);
 }
 
+bool StampNode::isFilledWith(const Stamp &stamp, QRgb color)
+{
+    return color != 0 && stamp.isFilled && stamp.image.pixel(0, 0) == color;
+}
+
 void StampNode::paint(QPainter *painter, const QRegion &region) const
 {
-    for (const Placed &placed : m_placed) {
-        const QImage &image = placed.stamp->image;
-        const bool isFilled = placed.stamp->isFilled && painter->opacity() >= 1.0;
-        if (!isFilled || !fillPixels(painter, region, {placed.ink}, image.pixelColor(0, 0)))
-            painter->drawImage(placed.ink.topLeft(), image);
+    // Neighbours of one colour, such as the lines of a grid, are filled in one go.
+    const bool fills = painter->opacity() >= 1.0;
+    for (int i = 0, end = 0; i < m_placed.size(); i = end) {
+        const Stamp &stamp = *m_placed.at(i).stamp;
+        const QRgb color = stamp.isFilled && fills ? stamp.image.pixel(0, 0) : 0;
+        QVector<QRect> places;
+        for (end = i; end < m_placed.size() && (end == i || isFilledWith(*m_placed.at(end).stamp, color));
+             ++end)
+            places.append(m_placed.at(end).ink);
+        if (color != 0 && fillPixels(painter, region, places, QColor::fromRgb(color)))
+            continue;
+        for (int k = i; k < end; ++k)
+            painter->drawImage(places.at(k - i).topLeft(), m_placed.at(k).stamp->image);
     }
 }
 

@@ -72,6 +72,7 @@ private:
     void showImages(const QVector<Placed> &placed);
     void joinMoved(const QVector<Placed> &placed);
     void showPainting();
+    static bool isFilledWith(const Stamp &stamp, QRgb color);
     void paint(QPainter *painter, const QRegion &region) const;
     static void place(QSGImageNode *node, const Stamp &stamp, const QPoint &corner, bool smooth);
 
