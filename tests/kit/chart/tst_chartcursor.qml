@@ -231,6 +231,19 @@ TestCase {
         });
     }
 
+    // However often the cursor moves before a frame, readings and tag are placed once; who asks between hears the truth.
+    function test_placedOncePerFrame() {
+        var chart = make(crowded), line = chart.declaredCursor, changes = 0;
+        var labels = Array.prototype.filter.call(line.children, child => child.wantedY !== undefined);
+        labels.forEach(label => label.crossingXChanged.connect(() => ++changes));
+        for (var place = 10; place < 60; place += 10)
+            line.setPosValue(place);
+        compare(changes, 0);
+        compare(labels[2].crossingX, line.posOnScreen);
+        waitForRendering(chart);
+        compare(changes, labels.length);
+    }
+
     // Values of the last samples, as they come, until there is a cursor.
     function test_newestValues() {
         var chart = make(live, { legendNewest: true }), legend = find(chart.overlay, "inARow");
