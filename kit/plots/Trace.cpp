@@ -8,9 +8,9 @@
 #include "kit/plots/PainterCanvas.h"
 #include "kit/plots/PlotPlace.h"
 #include "kit/plots/TraceMesh.h"
-#include "kit/plots/TraceNode.h"
 #include "kit/plots/TraceSource.h"
 #include "kit/plots/TraceStrokes.h"
+#include "view/base/TriangleNode.h"
 
 #include <QQuickWindow>
 #include <QSGRendererInterface>
@@ -385,14 +385,15 @@ QSGNode *Trace::updatePaintNode(QSGNode *node, UpdatePaintNodeData *data)
     }
     if (m_isPainted)
         return GraphPlot::updatePaintNode(node, data);
-    auto *own = static_cast<TraceNode *>(node);
+    auto *own = static_cast<TriangleNode *>(node);
     if (!own)
-        own = new TraceNode;
-    TraceMesh mesh;
+        own = new TriangleNode;
+    TraceMesh mesh(*own);
     const PixelMapping mapping = pixelMapping();
+    own->begin(QSizeF(width(), height()));
     if (isPaintable(mapping))
         draw(mesh, mapping, visibleRect());
-    own->show(mesh, QSizeF(width(), height()));
+    own->end();
     return own;
 }
 

@@ -1,28 +1,20 @@
 #pragma once
 
-#include "common/Export.h"
 #include "kit/plots/TraceCanvas.h"
-
-#include <vector>
 
 namespace graph {
 
-// The triangles of a trace, with the pixels that a painter would fill: those whose centres they cover.
-class GRAPH_CHARTS_EXPORT TraceMesh : public TraceCanvas
+class TriangleNode;
+
+// Draws a trace as triangles of the scene graph, with the pixels that a painter would fill: those whose centres they
+// cover.
+class TraceMesh : public TraceCanvas
 {
 public:
-    struct Vertex
+    explicit TraceMesh(TriangleNode &node)
+        : m_node(node)
     {
-        float x;
-        float y;
-        unsigned char red; // multiplied with alpha
-        unsigned char green;
-        unsigned char blue;
-        unsigned char alpha;
-    };
-
-    // Three vertices each.
-    const std::vector<Vertex> &triangles() const { return m_triangles; }
+    }
 
     bool takesPixels() const override { return true; }
     void fill(const QVector<QRect> &rectangles, const QColor &color) override;
@@ -31,13 +23,7 @@ public:
     void fillDots(const QVector<QPointF> &centers, int diameter, const QColor &color) override;
 
 private:
-    void setColor(const QColor &color);
-    void add(const QPointF &corner);
-    void add(const QPointF &a, const QPointF &b, const QPointF &c);
-    void add(const QPointF &a, const QPointF &b, const QPointF &c, const QPointF &d);
-
-    std::vector<Vertex> m_triangles;
-    Vertex m_color{};
+    TriangleNode &m_node;
 };
 
 } // namespace graph

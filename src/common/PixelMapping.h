@@ -58,9 +58,8 @@ public:
     int column(double value) const { return m_x.pixel(value); }
     // Where the axis is linear, for the innermost loops.
     int linearColumn(double value) const { return m_x.linearPixel(value); }
-    // Whether column(value) <= column: of a linear axis, and of a logarithmic one.
+    // Whether column(value) <= column, of a linear axis.
     auto upToColumn(int column) const { return m_x.upTo(column); }
-    auto upToColumn(int column, double border) const { return m_x.upTo(column, border); }
     // Of the axis, where the next column begins.
     double columnBorder(int column) const { return m_x.border(column); }
     int row(double value) const { return m_y.pixel(value); }

@@ -62,20 +62,7 @@ public:
             };
     }
 
-    // The same on a logarithmic one. Where the next pixel begins, border(last), is known but for rounding errors:
-    // only values so near to it cost a logarithm.
-    auto upTo(int last, double border) const
-    {
-        constexpr double roundings = 32.0;
-        const double uncertain =
-            border * roundings * std::numeric_limits<double>::epsilon() * (1.0 + farthest(m_scale));
-        return [this, last, low = border - uncertain, high = border + uncertain,
-                isFalling = m_scale.density() < 0.0](double value) {
-            if (value < low || value > high)
-                return (value < low) != isFalling;
-            return pixel(value) <= last;
-        };
-    }
+    // Where the next pixel begins.
     double border(int last) const
     {
         const double next =

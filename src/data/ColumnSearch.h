@@ -100,9 +100,9 @@ private:
     const PixelMapping &m_mapping;
     double m_factor; // from one border to the next
     double m_sign;
-    double m_place = 0.0; // of the last sample: x, or -x where x falls from left to right
-    int m_column = -1;
-    double m_border = 0.0; // where the next column begins
+    double m_place = 0.0;           // of the last sample: x, or -x where x falls from left to right
+    int m_column = -pixelLimit - 1; // none yet
+    double m_border = 0.0;          // where the next column begins
     double m_surelyIn = 0.0;
     double m_surelyBeyond = 0.0;
     int m_stepsLeft = 0;

@@ -5,6 +5,9 @@
 #include <QVector>
 #include <QtTest>
 
+#include <sys/mman.h>
+#include <unistd.h>
+
 #include <algorithm>
 #include <cmath>
 
@@ -23,6 +26,27 @@ graph::MinMax plainMinMax(const QVector<double> &values, int first, int end)
 bool operator==(const graph::MinMax &a, const graph::MinMax &b)
 {
     return a.isEmpty() ? b.isEmpty() : a.min == b.min && a.max == b.max;
+}
+
+// Of zeros, at the begin or at the end of pages of their own; false where an answer is wrong.
+template <typename Sample> bool queriesBetweenGuards(int count, bool isAtEnd)
+{
+    const std::size_t page = std::size_t(sysconf(_SC_PAGESIZE));
+    const std::size_t bytes = std::size_t(count) * sizeof(Sample);
+    const std::size_t length = (bytes + page - 1) / page * page;
+    void *pages = mmap(nullptr, length + 2 * page, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    char *inner = static_cast<char *>(pages) + page;
+    if (pages == MAP_FAILED || mprotect(inner, length, PROT_READ) != 0)
+        return false;
+    const auto *samples = reinterpret_cast<const Sample *>(isAtEnd ? inner + length - bytes : inner);
+    const graph::MinMaxPyramid pyramid(samples, count);
+    bool isRight = !pyramid.hasNaN(samples, count);
+    for (int width = 1; width < count; width += 61) {
+        for (int end = count; end >= width; end -= width)
+            isRight = isRight && pyramid.minMax(samples, end - width, end) == graph::MinMax{0.0, 0.0};
+    }
+    munmap(pages, length + 2 * page);
+    return isRight;
 }
 
 } // namespace
@@ -74,6 +98,18 @@ private slots:
             QVERIFY(ofPoints.minMax(points.constData(), first, end) == expected);
             QCOMPARE(graph::hasNaN(values.constData() + first, end - first), isAnyMissing(first, end));
             QCOMPARE(graph::hasNaN(points.constData() + first, end - first), isAnyMissing(first, end));
+        }
+    }
+
+    // What is fetched ahead lies beyond the array at its end. The pages on both sides of it cannot be read, which no
+    // sanitizer has to notice.
+    void readsOnlyItsSamples()
+    {
+        const int count = 5 * graph::MinMaxPyramid::blockSize * graph::MinMaxPyramid::fanOut;
+        for (const bool isAtEnd : {false, true}) {
+            QVERIFY(queriesBetweenGuards<double>(count, isAtEnd));
+            QVERIFY(queriesBetweenGuards<double>(count - 13, isAtEnd));
+            QVERIFY(queriesBetweenGuards<QPointF>(count, isAtEnd));
         }
     }
 

@@ -1,5 +1,6 @@
 #include "plots/ColumnEnvelope.h"
 
+#include "data/ColumnSearch.h"
 #include "data/MinMaxPyramid.h"
 
 #include <QtTest>
@@ -174,6 +175,37 @@ private slots:
                 point.setY(point.y() > 0.0 ? point.y() : qQNaN());
             const PlainEnvelope plain(SampleSpan(placed), mapping, width, 0.0, false);
             QVERIFY2(fast.max == plain.max && fast.min == plain.min, qPrintable(QString::number(round)));
+        }
+    }
+
+    // The numbers around those at which the column changes, and at the ends of a scale that is nearly even.
+    void columnsOfNeighbouringNumbers()
+    {
+        const std::pair<double, double> ranges[] = {{1, 1e4},         {1e4, 1},      {20, 2e4}, {900, 1000},
+                                                    {1e-300, 1e-296}, {1, 1 + 1e-9}, {1, 1e300}};
+        for (const auto &[begin, end] : ranges) {
+            const PixelMapping mapping(PixelScale(ScaleKind::Logarithmic, {begin, end}, end - begin, 2001),
+                                       PixelScale(100.0, -100.0, 101), QSizeF(2001, 101));
+            QVector<QPointF> points;
+            for (int column = -2; column <= 2002; ++column) {
+                const double change = mapping.columnBorder(column);
+                const double step = std::nextafter(change, 2.0 * change) - change;
+                for (int i = -30; i <= 30; ++i)
+                    points.append({change + i * step, 0.0});
+            }
+            std::sort(points.begin(), points.end(),
+                      [](const QPointF &a, const QPointF &b) { return a.x() < b.x(); });
+            const SampleSpan samples = begin < end ? SampleSpan(points) : SampleSpan(points).reversed();
+            graph::ColumnSearch one(samples, mapping);
+            graph::ColumnSearch all(samples, mapping);
+            for (int i = 0, next = 0; i < samples.size(); ++i) {
+                const int column = mapping.column(samples.x(i));
+                QCOMPARE(one.columnOf(i), column);
+                if (i == next)
+                    next = all.endOf(column, i, i % 200);
+                QVERIFY(i + 1 == next || mapping.column(samples.x(i + 1)) == column);
+                QVERIFY(next == samples.size() || mapping.column(samples.x(next)) > column);
+            }
         }
     }
 

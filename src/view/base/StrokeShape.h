@@ -2,16 +2,12 @@
 
 #include "raster/RecordedStrokes.h"
 #include "view/base/ImageChild.h"
+#include "view/base/TriangleNode.h"
 
-#include <QSGGeometry>
 #include <QSGNode>
 #include <QSize>
 
-#include <memory>
-#include <vector>
-
 class QQuickWindow;
-class QSGGeometryNode;
 
 namespace graph {
 
@@ -37,9 +33,7 @@ private:
     RecordedStrokes m_strokes;
     QSize m_size;
     bool m_smooth = false;
-    QSGGeometry m_edges{QSGGeometry::defaultAttributes_Point2D(), 4};
-    QSGClipNode m_clip; // lines go on beyond the item
-    std::vector<std::unique_ptr<QSGGeometryNode>> m_shapes;
+    TriangleNode m_triangles;
     ImageChild m_image;
 };
 
