@@ -56,6 +56,7 @@ GraphCursor::GraphCursor(QQuickItem *parent)
 GraphCursor::GraphCursor(const graph::CursorDirection &direction, QQuickItem *parent)
     : ShiftedItem(parent)
     , m_direction(direction)
+    , m_axis(this, direction, [this] { handlePrimaryPlotDestroyed(); })
 {
     setFlag(ItemHasContents);
     setRenderTarget(FramebufferObject);
@@ -162,14 +163,14 @@ void GraphCursor::placeAgain()
 
 graph::CursorPlaces GraphCursor::places() const
 {
-    return {m_direction, primarySeries(), m_axis, m_staysOnScreen};
+    return {m_direction, primarySeries(), followedAxis(), m_staysOnScreen};
 }
 
 void GraphCursor::placeAt(const std::optional<graph::CursorPlace> &place)
 {
     followScroll();
     // A horizontal line whose value does not count as an index any more still belongs where its value is.
-    if (!place && (m_direction.snapsToSamples || !m_axis))
+    if (!place && (m_direction.snapsToSamples || !followedAxis()))
         return;
     if (place && isNew(*place))
         publish(*place);
@@ -180,7 +181,7 @@ void GraphCursor::placeAt(const std::optional<graph::CursorPlace> &place)
 bool GraphCursor::isNew(const graph::CursorPlace &place) const
 {
     const bool hasMoved = place.value != m_posValue && !std::isnan(place.value);
-    const bool isElsewhere = m_placedAxis != m_axis || m_placedData != place.data;
+    const bool isElsewhere = m_placedAxis != followedAxis() || m_placedData != place.data;
     return place.index != m_posIndex || hasMoved || (isElsewhere && fractionOf(place.value) != m_position);
 }
 
@@ -191,7 +192,7 @@ void GraphCursor::publish(const graph::CursorPlace &place)
     m_position = fractionOf(place.value);
     m_placedData = place.data;
     m_placedHistory = place.data ? place.data->history() : graph::SampleHistory();
-    m_placedAxis = m_axis;
+    m_placedAxis = followedAxis();
     handlePlotValuesChanged();
     emit posIndexChanged();
     emit posValueChanged();
@@ -200,7 +201,7 @@ void GraphCursor::publish(const graph::CursorPlace &place)
 
 double GraphCursor::fractionOf(double value) const
 {
-    return m_axis->axisRange().fullScale().fraction(value);
+    return followedAxis()->axisRange().fullScale().fraction(value);
 }
 
 void GraphCursor::placeOnScreen()
@@ -401,7 +402,8 @@ int GraphCursor::moveOnScreen(const PlotData &data, int direction, bool autoRepe
         return place;
     }
     const bool falls = data.x(data.size() - 1) < data.x(0);
-    const bool backwards = falls != (m_axis && m_axis->isReversed());
+    const ValueAxis *axis = followedAxis();
+    const bool backwards = falls != (axis && axis->isReversed());
     const int next = index + (backwards ? -direction : direction);
     if (!graph::hasSample(data, next))
         return place;

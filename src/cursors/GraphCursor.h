@@ -4,6 +4,7 @@
 #include "common/QtVersion.h"
 #include "cursors/CursorLook.h"
 #include "cursors/CursorMarkers.h"
+#include "cursors/FollowedAxis.h"
 #include "cursors/KeyAcceleration.h"
 #include "cursors/TrackedPlots.h"
 #include "data/SampleHistory.h"
@@ -196,8 +197,6 @@ private:
     void placeOnScreen();
     int moveOnScreen(const PlotData &data, int direction, bool autoRepeat);
     bool makePrimary(AbstractPlot *plot);
-    bool followPrimaryPlot();
-    bool followAxis(ValueAxis *axis);
     void handlePrimaryPlotDestroyed();
     void setPeakBeside(PeakType type);
     int senderPlotIndex() const;
@@ -214,14 +213,13 @@ private:
     int m_panMargin = 48;
     QFont m_font;
     QPointer<AbstractPlot> m_primaryPlot;
-    QPointer<AbstractPlot> m_followedPlot; // whose axis is heard: the primary plot, chosen or not
+    graph::FollowedAxis m_axis; // of the primary plot, chosen or not
     graph::TrackedPlots m_plots{this};
     graph::PlotReadings m_readings;
     graph::CursorMarkers m_markers;
     graph::KeyAcceleration m_acceleration;
     QElapsedTimer m_moveTimer;
     QPointer<ZoomRect> m_zoomRect;
-    QPointer<ValueAxis> m_axis;
     QPointer<const PlotData> m_placedData; // where posIndex, posValue and position come from
     graph::SampleHistory m_placedHistory;
     QPointer<ValueAxis> m_placedAxis;

@@ -99,7 +99,7 @@ PlotData *GraphCursor::primarySeries() const
 
 ValueAxis *GraphCursor::followedAxis() const
 {
-    return m_axis;
+    return m_axis.axis();
 }
 
 /*!
@@ -118,7 +118,7 @@ void GraphCursor::setPlots(const QList<AbstractPlot *> &plots)
     m_plots.replace(plots);
     if (!primaryPlot())
         setVisible(false);
-    followPrimaryPlot();
+    m_axis.followPlot(primaryPlot());
     updateCursorPos();
     if (primaryPlot())
         setVisible(true);
@@ -152,48 +152,19 @@ bool GraphCursor::makePrimary(AbstractPlot *plot)
         m_primaryPlotIndex = index;
         emit sgnPrimaryPlotIndexChanged();
     }
-    return followPrimaryPlot();
-}
-
-// The axis that places the cursor is that of the primary plot; the axes of other plots do not move it. True if it is
-// another one than before.
-bool GraphCursor::followPrimaryPlot()
-{
-    AbstractPlot *plot = primaryPlot();
-    if (m_followedPlot && m_followedPlot != plot) {
-        disconnect(m_followedPlot, m_direction.axisChanged, this, SLOT(handleXAxisChanged(ValueAxis *)));
-        disconnect(m_followedPlot, &QObject::destroyed, this, &GraphCursor::handlePrimaryPlotDestroyed);
-    }
-    m_followedPlot = plot;
-    if (!plot)
-        return followAxis(nullptr);
-    connect(plot, m_direction.axisChanged, this, SLOT(handleXAxisChanged(ValueAxis *)), Qt::UniqueConnection);
-    connect(plot, &QObject::destroyed, this, &GraphCursor::handlePrimaryPlotDestroyed, Qt::UniqueConnection);
-    return followAxis((plot->*m_direction.axis)());
-}
-
-bool GraphCursor::followAxis(ValueAxis *axis)
-{
-    if (m_axis == axis)
-        return false;
-    if (m_axis)
-        disconnect(m_axis, SIGNAL(valueRangeChanged()), this, SLOT(updateCursorPos()));
-    m_axis = axis;
-    if (axis)
-        connect(axis, SIGNAL(valueRangeChanged()), this, SLOT(updateCursorPos()));
-    return true;
+    return m_axis.followPlot(primaryPlot());
 }
 
 // The next plot replaces it silently; the view announces later which plots are left.
 void GraphCursor::handlePrimaryPlotDestroyed()
 {
-    if (followPrimaryPlot())
+    if (m_axis.followPlot(primaryPlot()))
         updateCursorPos();
 }
 
 void GraphCursor::handleXAxisChanged(ValueAxis *axis)
 {
-    followAxis(axis);
+    m_axis.followAxis(axis);
     updateCursorPos();
 }
 
@@ -259,7 +230,7 @@ void GraphCursor::followScroll()
     if (index >= 0) {
         m_posIndex = int(index);
         emit posIndexChanged();
-    } else if (m_axis) {
+    } else if (followedAxis()) {
         publish({0, data->x(0), data});
     }
 }
@@ -376,10 +347,11 @@ int GraphCursor::findPeak(PeakType type) const
 {
     const AbstractPlot *plot = primaryPlot();
     const PlotData *data = primarySeries();
+    const ValueAxis *axis = followedAxis();
     const ValueAxis *yAxis = plot ? plot->axisY() : nullptr;
-    if (!m_axis || !data || !yAxis || (type != PeakLeft && type != PeakRight))
+    if (!axis || !data || !yAxis || (type != PeakLeft && type != PeakRight))
         return -1;
-    return graph::visiblePeak(type == PeakRight, *data, *m_axis, *yAxis, m_posIndex);
+    return graph::visiblePeak(type == PeakRight, *data, *axis, *yAxis, m_posIndex);
 }
 
 int GraphCursor::getNextPeak(bool right, const QVector<double> &y, int first, int last, double min,
