@@ -9,7 +9,7 @@ Chart {
     axisY.title: "Level"
     onExportFinished: (file, error) => console.log(error || file)
 
-    Trace { name: "Most"; unit: "dB"; series: MaxHold { source: now.plotData } }
+    Trace { name: "Most"; unit: "dB"; series: MaxHold { source: now } }
     Trace { id: now; name: "Now"; unit: "dB"; start: 20; interval: 10; values: sweep.levels }
     ChartCursor {
         primaryPlot: now

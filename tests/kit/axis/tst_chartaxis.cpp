@@ -225,6 +225,8 @@ void tst_chartaxis::title()
     QCOMPARE(textsOf(axis).filter("GHz").size(), 1);
     QTRY_COMPARE(axis.margin(), axis.requiredMargin());
     QCOMPARE(axis.requiredMargin(), margin); // in place of the row of the unit
+    axis.setTitle(QString(200, 'x'));
+    QCOMPARE(textsOf(axis).filter(QRegularExpression("^x{9,90}\u2026 .GHz.$")).size(), 1);
     axis.setMargin(7);
     axis.setUnit("");
     QTest::qWait(1);

@@ -165,6 +165,35 @@ TestCase {
         verify(area.y < metrics.height);
     }
 
+    // An axis that no trace uses says nothing; the one in its place has the grid.
+    function test_idleAxis() {
+        var chart = make(withTop), area = chart.plotArea, top = chart.upper, trace = chart.traces[0];
+        const room = () => chart.height - area.y - area.height;
+        tryVerify(() => room() < metrics.height && area.y > metrics.height);
+        tryCompare(top, "lineStyle", Qt.SolidLine);
+        trace.axisX = chart.axisX;
+        tryVerify(() => room() > metrics.height);
+        tryCompare(top, "lineStyle", Qt.NoPen);
+        trace.axisX = top;
+        tryVerify(() => room() < metrics.height);
+        // What the document writes is to be seen.
+        chart.axisX.range(0, 7);
+        traceComponent.createObject(chart, { axisX: top, values: [1, 2] });
+        tryVerify(() => room() > metrics.height);
+    }
+
+    Component {
+        id: withTop
+
+        Chart {
+            property alias upper: topAxis
+
+            anchors.fill: parent
+            ChartAxis { id: topAxis; alignment: Qt.AlignTop }
+            Trace { values: [1, 5, 3]; axisX: topAxis }
+        }
+    }
+
     FontMetrics { id: metrics; font.family: "Roboto"; font.pixelSize: 14 }
 
     // However a trace comes, it is drawn, has a colour of its own, and counts in the ranges; when it goes, nothing of it

@@ -61,6 +61,7 @@ TestCase {
             { tag: "a millionth", from: 5, to: 5.00001, shown: "5 5.00001" },
             { tag: "beyond the data", from: -5, to: 25, shown: "-5 25", changes: 0 },
             { tag: "outside of it", from: 100, to: 200, shown: "100 200" },
+            { tag: "too far", from: -1e308, to: 1e308, shown: "-7e+307 7e+307", changes: 0 },
             { tag: "no number", from: NaN, to: 3, shown: "0 10", changes: 0, told: /ignores showRange\(nan, 3\), which is no range/ },
             { tag: "endless", from: 0, to: Infinity, shown: "0 10", changes: 0, told: /showRange\(0, inf\), which/ },
             { tag: "nothing", from: 4, to: 4, shown: "0 10", changes: 0, told: /showRange\(4, 4\), which/ }
@@ -200,8 +201,8 @@ TestCase {
         fuzzyCompare(chart.zoomRect.height, 0.8, 0.01);
     }
 
-    // A finger that leaves while it moves; one step for all of its way.
-    function test_flick() {
+    // A finger that leaves while it moves.
+    function flick() {
         chart.showRange(0, 1);
         var from = at(0.9, 0.5), touch = touchEvent(chart);
         touch.press(1, chart, from.x, from.y).commit();
@@ -212,9 +213,27 @@ TestCase {
         touch.release(1, chart, from.x - 240, from.y).commit();
         var left = chart.zoomRect.left;
         tryVerify(() => chart.zoomRect.left > left + 0.01);
+    }
+
+    // One step for all of its way.
+    function test_flick() {
+        flick();
         tryVerify(() => !chart.zoomRect.moving, 8000);
         chart.back();
         compare(shown(), "0 1");
+    }
+
+    // A box is drawn over what stays.
+    function test_boxStopsFlick() {
+        flick();
+        verify(chart.zoomRect.moving);
+        var place = at(0.5, 0.5);
+        mousePress(chart, place.x, place.y, Qt.RightButton);
+        var left = chart.zoomRect.left;
+        verify(!chart.zoomRect.moving);
+        wait(50);
+        compare(chart.zoomRect.left, left);
+        mouseRelease(chart, place.x, place.y, Qt.RightButton);
     }
 
     // What comes into view is fitted while the finger still moves.

@@ -27,6 +27,8 @@ private slots:
             << QByteArray("values: new Int16Array([1, 2, -3, 4]).subarray(1, 3)") << "0,2 1,-3";
         QTest::newRow("positions") << QByteArray("positions: [4, 2]; values: [1, 5, 6]; interval: 3")
                                    << "4,1 2,5";
+        QTest::newRow("gap in x") << QByteArray("positions: [NaN, 0, NaN, 2]; values: [9, 1, 5, 3]")
+                                  << "nan,9 0,1 0,nan 2,3";
         QTest::newRow("dates")
             << QByteArray("positions: [new Date(1500), new Date(Date.UTC(1970, 0, 2))]; values: [1, 5]")
             << "1.5,1 86400,5";
