@@ -23,10 +23,10 @@ class GRAPH_CHARTS_EXPORT ChartAxis : public ValueAxis
     Q_PROPERTY(QColor minorGridColor READ minorGridColor WRITE setMinorGridColor NOTIFY minorGridColorChanged)
     Q_PROPERTY(bool utc READ utc WRITE setUtc NOTIFY utcChanged)
     Q_PROPERTY(AutoRange autoRange READ autoRange WRITE setAutoRange NOTIFY autoRangeChanged)
-    // Written here they are the document's, and autoRange leaves them alone.
+    // The range that a document writes here is left alone by autoRange.
     Q_PROPERTY(double minValue READ minValue WRITE setMinValue NOTIFY beginChanged)
     Q_PROPERTY(double maxValue READ maxValue WRITE setMaxValue NOTIFY endChanged)
-    // As is a margin.
+    // The margin that a document writes here no longer follows the labels.
     Q_PROPERTY(int margin READ margin WRITE setMargin RESET resetMargin NOTIFY roomChanged)
 
 public:
@@ -63,20 +63,20 @@ public:
     // Off or where the document has written the range. leastPositive: the smallest value above 0, for a
     // logarithmic axis of data that reach down to 0; 0 if not known.
     void setDataExtent(double lowest, double highest, double leastPositive = 0.0);
-    // There is none any more: the next ones are the first.
+    // There is no data any more: what comes next is fitted as the first data are, whatever the range is now.
     void clearDataExtent() { m_hasFollowedData = false; }
-    // That of the texts unless it is valid.
+    // An invalid colour, the default, is that of the labels.
     void setTitleColor(const QColor &color);
     // Whether a vertical axis keeps some room around the data, true by default.
     void setHeadRoom(bool on) { m_hasHeadRoom = on; }
 
-    // More of them are visible than a screen has room for: others are chosen.
+    // Whether customInterval gives more ticks than a screen has room for, so that other ones are chosen.
     bool hasTooSmallInterval() const;
 
     void resetMargin();
     bool hasWrittenRange() const { return m_writtenMin || m_writtenMax; }
 
-    // Between the labels and what is beyond them, where the document writes no margin.
+    // Pixels between the labels and what is beyond them, where the document writes no margin.
     void setRoomBeyond(int pixels);
 
     using ValueAxis::setFitsWhileMoved;

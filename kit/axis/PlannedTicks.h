@@ -12,7 +12,7 @@ class PlannedTicks
 {
 public:
     const TickPlan &plan() const { return m_plan; }
-    // Of texts above each other, the widest one since forget(), in pixels.
+    // The widest text since forget() of an axis whose texts are above each other, in pixels; else 0.
     int widestText() const { return m_widestText; }
 
     // False when they stay the same.

@@ -46,7 +46,7 @@ public:
     ChartAxis *y() const { return m_y; }
     QVector<ValueAxis *> all() const;
 
-    // isOwn: it is drawn without a trace, too.
+    // isOwn: it belongs to the chart, which draws it without a trace, too.
     void adopt(ValueAxis *axis, bool isOwn);
     // The axes in the view and in its plots, as they are now.
     void gather(const GraphView &view);
@@ -67,7 +67,7 @@ public:
     void fit(FittedAxis &axis, const Look &look);
     // The same under a moving finger.
     void fitWhileMoved(const Look &look);
-    // While it is true, ranges that change are the chart's own doing, and nothing that a document writes. Gives what it was.
+    // While it is true, changes of ranges are the chart's own doing, and nothing that a document writes. Gives what it was.
     bool setFitting(bool fitting);
     bool isFitting() const { return m_isFitting; }
     void leaveToData(Qt::Orientations orientations);

@@ -39,7 +39,7 @@ public:
     // False when it is watched already.
     bool watch(AbstractPlot *plot);
     void unwatch(AbstractPlot *plot);
-    // The plot may be no more than its address.
+    // The plot may be destroyed: only its address is used.
     void forget(const AbstractPlot *plot);
 
 signals:
@@ -47,7 +47,7 @@ signals:
     void changed();
     // What the plots show, or where.
     void dataChanged();
-    // It may be no more than its address.
+    // Only its address may be used.
     void plotDestroyed(AbstractPlot *plot);
     // By an Instantiator.
     void axisMade(ValueAxis *axis);

@@ -27,7 +27,7 @@ public:
     void setTheme(const ChartTheme &theme);
     // Whether the child of the chart is a scale to be placed.
     bool takeScale(QQuickItem *child, const ChartTheme &theme);
-    // The item may be no more than an item.
+    // The item may be in destruction, no more than a QQuickItem.
     void forgetScale(const QQuickItem *child) { m_scales.forget(child); }
 
     // Besides that of the axes.

@@ -249,7 +249,7 @@ void ChartView::takePlots()
     m_plots->lookNow();
 }
 
-// The plot may be no more than its address.
+// The plot may be destroyed: then nothing but its address is used.
 void ChartView::dropPlot(AbstractPlot *plot)
 {
     m_plots->forget(plot);

@@ -28,15 +28,15 @@ public:
     {
         const PlottedData &plotted;
         qint64 now = 0; // in milliseconds, of a clock that does not go back
-        // Beyond the plots of the chart itself.
+        // In place of what the plots of the chart reach: that of all charts that share the axis.
         std::optional<Span> data;
-        // What is to be visible; all of it without.
+        // What is to be visible; without it the whole range is.
         std::optional<Span> shown;
-        // Room for data that go on growing: a window that follows them needs none.
+        // Whether data that go on growing get room to grow into: a window that follows them needs none.
         bool hasRoom = true;
     };
 
-    // isOwn: it is drawn without a trace, too.
+    // isOwn: it belongs to the chart, which draws it without a trace, too.
     FittedAxis(ValueAxis *axis, bool isOwn);
 
     // Null once it is destroyed.

@@ -15,15 +15,15 @@ class ColorScale;
 class PlacedScales
 {
 public:
-    // One that a document gives a place or a size stays there, and is not taken: false.
+    // False for one to which the document gives a place or a size: it stays there.
     bool take(ColorScale *scale, const ChartTheme &theme);
-    // The item may be no more than an item.
+    // The item may be in destruction, no more than a QQuickItem.
     void forget(const QQuickItem *item);
     void setTheme(const ChartTheme &theme);
 
-    // From the right edge of the axes; 0 without any.
+    // Pixels that they take beyond the axes at the right; 0 without scales.
     int width(const QQuickItem *chart) const;
-    // In a chart, beside its plot area; `left`: of the first one, with its gap.
+    // Beside that plot area of the chart; `left`: where the gap before the first one begins.
     void place(const QQuickItem *chart, const QRectF &area, double left) const;
 
 private:

@@ -17,7 +17,7 @@ class TraceColors
 {
 public:
     void give(const QVector<QPointer<AbstractPlot>> &traces, const ChartTheme &theme);
-    // The plot may be no more than its address.
+    // The plot may be destroyed: only its address is used.
     void forget(const AbstractPlot *plot) { m_given.remove(plot); }
 
 private:

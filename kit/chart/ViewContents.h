@@ -14,7 +14,7 @@ namespace graph {
 // elsewhere in its window that use its axes, or are overviews of nothing.
 QVector<AbstractPlot *> plotsOf(const GraphView &view);
 
-// What the lists of the view name.
+// The elements of the view's lists `axes` and `series`.
 QVector<ValueAxis *> axesOf(const GraphView &view);
 QVector<PlotData *> seriesOf(const GraphView &view);
 

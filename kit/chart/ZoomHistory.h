@@ -30,7 +30,7 @@ public:
     bool canGoBack() const { return m_place > 0; }
     bool canGoForward() const { return m_place + 1 < m_states.size(); }
 
-    // False when that is the present one already. What was ahead is forgotten.
+    // False when it is the present one already. Zooms that one could go forward to are forgotten.
     bool add(const ZoomState &state)
     {
         if (state == present())

@@ -49,13 +49,13 @@ protected:
     virtual void clearStore() = 0;
     // Freezes what is shown while data go on arriving, or lets go of it.
     virtual void freeze(bool frozen) = 0;
-    // On the object's own thread; false where nothing had come.
+    // On the object's own thread: takes over what was pushed; false where nothing was.
     virtual bool takePushed() = 0;
 
     // What a document appends: a list or a single number.
     QVector<double> numbersOf(const QJSValue &values);
 
-    // Of the thread that pushes.
+    // For the thread that pushes.
     bool admitPush(int count);
     void announcePush();
     void countDropped(qint64 count);

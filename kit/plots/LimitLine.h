@@ -55,7 +55,7 @@ public:
     QObject *givenSeries() const { return m_input.given(); }
     void giveSeries(QObject *series) { m_input.give(series); }
     bool hasWrittenSeries() const { return m_input.isWritten(); }
-    // Whether somebody reads the verdict and is told of another one.
+    // Whether a binding or a handler uses the verdict.
     bool isAsked() const;
     void setName(const QString &name);
     void setLineWidth(int width);

@@ -15,13 +15,13 @@ public:
 
     // Whether pixels are either painted or not; a smoothing painter, a printer or a vector file gets lines.
     virtual bool takesPixels() const = 0;
-    // Disjoint ones.
+    // Rectangles that do not overlap.
     virtual void fill(const QVector<QRect> &rectangles, const QColor &color) = 0;
-    // A line of that width without curves, whose vertices are the centres of its width.
+    // A line of straight pieces; the path is its middle.
     virtual void stroke(const QPainterPath &path, int lineWidth, const QColor &color) = 0;
-    // What lies between such a line and a row.
+    // The area between such a line and a row.
     virtual void fillToRow(const QPainterPath &path, double row, const QColor &color) = 0;
-    // For canvases that take no pixels.
+    // Only for canvases that take no pixels.
     virtual void fillDots(const QVector<QPointF> &centers, int diameter, const QColor &color) = 0;
 };
 

@@ -10,7 +10,7 @@ struct TraceLook
 {
     enum Style { Line, Area, Steps, Bars, Points, LineAndPoints };
 
-    // Up to where an area reaches.
+    // How far an area reaches from the line.
     enum Fill { ToBaseline, ToTop, ToBottom };
 
     Style style = Line;
@@ -27,12 +27,12 @@ struct TraceLook
 class GRAPH_CHARTS_EXPORT TraceStrokes
 {
 public:
-    // Wider strokes on columns would be too thick where the line slopes.
+    // The widest line that is drawn by the rows of its pixel columns: a wider one would be too thick where it slopes.
     static constexpr int widestOnColumns = 4;
-    // Of any line.
+    // The widest line at all.
     static constexpr int widestLine = 64;
 
-    // samples: from left to right, those beside the item that its line runs on to included.
+    // samples: from left to right, with those outside of the item that the line runs on to.
     TraceStrokes(const TraceLook &look, const PixelMapping &mapping, const SampleSpan &samples);
 
     void paint(TraceCanvas &canvas) const;

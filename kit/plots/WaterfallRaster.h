@@ -21,7 +21,7 @@ struct WaterfallPlace
     double columnEdge(int column) const { return start + (column - 0.5) * interval; }
     double rowEdge(int row) const { return row * rowStep; }
 
-    // Of so many; -1 where there is none.
+    // The column or row there, of so many; -1 where there is none.
     int columnAt(double x, int columns) const { return within(std::round((x - start) / interval), columns); }
     int rowAt(double y, int rows) const { return within(std::floor(y / rowStep), rows); }
 
