@@ -34,6 +34,13 @@ constexpr double minorGridOpacity = 0.45;
     \inherits ValueAxis
     \brief An axis that scales by itself: linear, logarithmic or in time, with a title and a margin of its own.
 
+    \image logarithmic.png An axis of decades with its minor ticks
+
+    \code
+    ChartAxis { alignment: Qt.AlignRight; title: "Temperature"; unit: "°C"; autoRange: ChartAxis.Fit }
+    ChartAxis { scale: ChartAxis.Logarithmic; minValue: 20; maxValue: 20000; unit: "Hz"; minorGrid: true }
+    \endcode
+
     It chooses its ticks and writes their texts: as many as have room, with one prefix for all and as many digits
     as their distance needs. Where that is tiny beside the values, what they have in common is written once at the
     end of the axis, "2.4 GHz +", and the labels say the rest.

@@ -11,6 +11,8 @@ namespace graph {
     \inqmlmodule graph_kit
     \brief The mean at each x of a trace that is measured again and again.
 
+    \image computed.png A noisy trace, its average and the most it ever was
+
     Each change of the source is taken once, when its \c plotChanged() comes. A source with another number of
     samples, or with others x, starts again. Values that are not finite are passed over; where there were no
     others the result is NaN.

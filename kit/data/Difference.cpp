@@ -12,6 +12,12 @@ namespace graph {
     \inqmlmodule graph_kit
     \brief A trace minus another one, sample by sample.
 
+    \image smoothed.png A trace, its smoothed form, and the difference of the two
+
+    \code
+    Trace { series: Difference { source: measured; reference: smoothed } }
+    \endcode
+
     It has the x of the source. Samples are paired by their places in ascending order of x, whichever x the
     reference has; the shorter trace counts. Where one of the two is NaN, so is the result.
 

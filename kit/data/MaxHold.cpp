@@ -10,6 +10,8 @@ namespace graph {
     \inqmlmodule graph_kit
     \brief The greatest value at each x since the beginning, of a trace that is measured again and again.
 
+    \image computed.png A noisy trace, its average and the most it ever was
+
     Each change of the source is taken once, when its \c plotChanged() comes. A source with another number of
     samples, or with others x, starts again. NaN is passed over; where all were NaN the result is NaN.
 

@@ -10,6 +10,12 @@ namespace graph {
     \inqmlmodule graph_kit
     \brief The least value at each x since the beginning, of a trace that is measured again and again.
 
+    \image smoothed.png The least of a trace below it
+
+    \code
+    Trace { series: MinHold { source: measured } }
+    \endcode
+
     As \l MaxHold in everything else.
 
     \qmlproperty PlotData MinHold::source

@@ -19,6 +19,8 @@ constexpr double none = std::numeric_limits<double>::quiet_NaN();
     \inqmlmodule graph_kit
     \brief The peaks of a trace between two x, the highest first: a list model for tables and labels.
 
+    \image peaks.png A spectrum and the table of its peaks
+
     A peak is a sample that is higher than its neighbours; of equal samples beside each other the middle one
     is. The first and the last sample are no peaks, nor are those beside a gap, which bounds like an end.
 

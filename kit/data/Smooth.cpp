@@ -12,6 +12,12 @@ namespace graph {
     \inqmlmodule graph_kit
     \brief Each sample becomes the mean of those around it.
 
+    \image smoothed.png A noisy trace and its means
+
+    \code
+    Trace { id: smoothed; series: Smooth { source: measured; window: 25 } }
+    \endcode
+
     Samples that are not finite are passed over; where there are no others in the window the result is NaN.
     Near the ends the window has the samples that there are.
 

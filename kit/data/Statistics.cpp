@@ -16,6 +16,8 @@ constexpr double none = std::numeric_limits<double>::quiet_NaN();
     \inqmlmodule graph_kit
     \brief What the samples of a stretch amount to.
 
+    \image smoothed.png The mean of the last quarter of a trace, above it
+
     The values follow the data and the stretch, once in a pass of the event loop. Another stretch costs the
     sums of blocks, not a look at each sample; data that are appended to cost what is new. Values that are not
     finite are left out.

@@ -14,6 +14,14 @@ namespace graph {
     \brief Live points with an x and a y of their own: new ones are appended, and beyond the capacity the
     oldest fall out.
 
+    \image rolling.png Points look like this, too, where they come at equal distances
+
+    \code
+    StreamPoints { id: track; capacity: 50000 }
+    // in a handler, or in C++
+    track.append([3.2, 3.9], [11.8, 12.1])
+    \endcode
+
     As \l StreamSeries, for samples that do not come at equal distances. Appending costs what is appended as
     long as x ascends; while points are kept that run backwards, all are sorted for each change. Points whose
     x is NaN are not drawn.

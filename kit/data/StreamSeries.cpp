@@ -16,6 +16,8 @@ namespace graph {
     \brief Live samples, equally spaced in x: new ones are appended, and beyond the capacity the oldest fall
     out.
 
+    \image rolling.png The last ten seconds of a series
+
     Appending costs the samples that are appended, however many there are. So does a frame of a chart that
     rolls over them, beside its pixels. plotChanged(), sizeChanged() and startChanged() tell of all that was
     appended in one pass of the event loop.

@@ -41,6 +41,8 @@ double rowOf(const QMouseEvent &event)
     \inherits Item
     \brief The colours of a WaterfallPlot with their levels, or the steps of a HeatmapPlot.
 
+    \image waterfall.png A colour scale at the right of its waterfall
+
     \code
     Row {
         WaterfallPlot { id: waterfall; width: 700; height: 400 }

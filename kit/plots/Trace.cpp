@@ -39,6 +39,8 @@ TraceLook lookOf(const Trace &trace)
     \inherits GraphPlot
     \brief A plot with its data: values written in the document, any data object, or an address on the bus.
 
+    \image five-lines.png The trace below in a chart
+
     \code
     Trace { name: "Level"; values: [1, 5, 3, 8, 2]; interval: 0.5; unit: "V" }
     \endcode

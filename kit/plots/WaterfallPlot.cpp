@@ -17,6 +17,8 @@ namespace graph {
     \inherits AbstractPlot
     \brief Rows of levels over time, as colours: a spectrogram.
 
+    \image waterfall.png Rows of levels, the newest at the top, and their colour scale
+
     \code
     WaterfallPlot { series: spectrum; rows: 500; colorMap: "inferno"; from: -120; to: -20 }
     \endcode

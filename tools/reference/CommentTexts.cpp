@@ -54,6 +54,9 @@ void CommentTexts::add(const QString &source)
                 const bool isFirst = !text.body.section("\n", -1).startsWith("* ");
                 text.body = text.body.trimmed() + (isFirst && !text.body.isEmpty() ? "\n\n" : "\n") +
                             markdown(QString(line).replace(item, "* `\\1`: \\2"));
+            } else if (line.startsWith("\\image ")) {
+                text.body +=
+                    "\n\n![" + line.section(' ', 2) + "](pictures/" + line.section(' ', 1, 1) + ")\n\n";
             } else if (line == "\\internal") {
                 text.internal = true;
             } else if (line == "\\default") {

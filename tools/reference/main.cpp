@@ -5,6 +5,7 @@
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
+#include <QRegularExpression>
 
 #include <algorithm>
 #include <cstdio>
@@ -188,8 +189,18 @@ int main(int argc, char **argv)
     QStringList missing;
     QStringList unexpected = folder.entryList({"*.md"});
     int problems = 0;
-    const auto write = [&](const QString &name, const QString &text) {
+    // Those of the whole documentation, above the folder of the pages or that of the module below.
+    const QString pictures = folder.exists("../pictures") ? "../pictures/" : "../../pictures/";
+    QStringList missingPictures;
+    const auto write = [&](const QString &name, QString text) {
         unexpected.removeAll(name);
+        static const QRegularExpression picture("\\]\\(pictures/([^)]*)\\)");
+        for (auto found = picture.globalMatch(text); found.hasNext();) {
+            const QString file = found.next().captured(1);
+            if (!folder.exists(pictures + file))
+                missingPictures.append(file);
+        }
+        text.replace("](pictures/", "](" + pictures);
         problems += !publish(folder.filePath(name), text, check);
     };
     for (const QmlType &type : types) {
@@ -198,6 +209,7 @@ int main(int argc, char **argv)
     }
     write("README.md", index(arguments.at(0), types, texts));
     problems += complaints("no text for", missing);
+    problems += complaints("no picture", missingPictures);
     problems += complaints("text for something unknown", strayTopics(types, texts));
     problems += complaints("more than one text for", texts.repeated);
     problems += complaints("page of no type", unexpected);
