@@ -247,6 +247,7 @@ void ChartView::letGo(AbstractPlot *plot)
 void ChartView::takePlots()
 {
     m_plots->lookNow();
+    m_zoom->update();
 }
 
 // The plot may be destroyed: then nothing but its address is used.

@@ -127,7 +127,8 @@ public:
     }
     Q_INVOKABLE QString formatX(double value) const;
     Q_INVOKABLE QString formatY(QQuickItem *trace, double value) const;
-    // Those that have come since the last turn of the event loop.
+    // Those that have come since the last turn of the event loop, which was long ago in a busy process, are taken, and
+    // ranges are fitted to their data.
     void takePlots();
     // Between a cursor and a marker on any axis.
     QString distanceText(const ValueAxis *axis, double distance) const;

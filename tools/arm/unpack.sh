@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Unpacks Debian packages, and what they depend on, into a folder: unpack.sh ARCHITECTURE SUITE FOLDER PACKAGE...
 # Nothing is installed and no script of a package is run, so the machine stays as it is: Debian cannot install Qt's
-# development packages of two architectures side by side. A folder that is complete is left as it is.
+# development packages of two architectures side by side. A folder that is complete is left as it is. Ends with 77 where
+# the packages cannot be had.
 set -euo pipefail
 architecture=$1
 suite=$2
@@ -32,8 +33,13 @@ Dir::Etc::sourcelist "$root/apt/sources.list";
 Dir::Etc::sourceparts "-";
 END
 export APT_CONFIG=$root/apt/apt.conf
-apt-get -qq update
-apt-get -qq --download-only install "$@" >/dev/null
+skip() {
+    echo "skipped: packages of $suite for $architecture cannot be $1 from $mirror"
+    exit 77
+}
+apt-get -qq -o APT::Update::Error-Mode=any update || skip listed
+apt-get -qq --simulate install "$@" >/dev/null
+apt-get -qq --download-only install "$@" >/dev/null || skip fetched
 for package in "$root"/apt/cache/archives/*.deb; do
     dpkg-deb -x "$package" "$root"
 done

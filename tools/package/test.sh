@@ -1,19 +1,26 @@
 #!/usr/bin/env bash
 # Builds the Debian packages in a root that has nothing but what they ask for, checks them with lintian, installs them
 # into another clean root and draws a document and a page of the gallery there. Asks sudo to be root. The packages are left
-# in build/package.
+# in build/package. Ends with 77 where it cannot run.
 set -euo pipefail
 cd "$(dirname "$0")/../.."
 [ "$(id -u)" -eq 0 ] || exec sudo "$0" "$@"
-if ! unshare --mount true 2>/dev/null; then
-    echo 'skipped: clean roots need a machine where root may mount'
-    exit 0
+skip() {
+    echo "skipped: $*"
+    exit 77
+}
+# Alone with what is mounted in the roots: that is gone with this process, whatever ends it.
+if [ "${1:-}" != --alone ]; then
+    unshare --mount true 2>/dev/null || skip 'clean roots need a machine where root may mount'
+    exec unshare --mount "$0" --alone
 fi
-tools/setup.sh package
+tools/setup.sh package || skip 'mmdebstrap and lintian cannot be installed'
 work=$PWD/build/package
-rm -rf "$work"
+rm -rf --one-file-system "$work"
 mkdir -p "$work"
 release=$(. /etc/os-release && echo "$VERSION_CODENAME")
+/usr/lib/apt/apt-helper -qq download-file "http://deb.debian.org/debian/dists/$release/InRelease" "$work/InRelease" ||
+    skip "there are no packages for clean roots: deb.debian.org has no answer for $release"
 make_root() {
     mmdebstrap --quiet --mode=root --skip=check/qemu --variant=minbase --aptopt='APT::Install-Recommends "false"' \
         "$@" "$release" "$root"

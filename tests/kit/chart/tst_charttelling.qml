@@ -84,7 +84,9 @@ TestCase {
          /^CursorReadout "readout" .* is not in a cursor/,
          /^CursorTag "tag" .* is not in a cursor/].forEach(function (line) { ignoreWarning(line); });
         const item = createTemporaryObject(misplaced, testCase);
-        wait(1200);
+        const diagnosis = Array.prototype.find.call(item.children[1].overlay.children, child => child instanceof Diagnosis);
+        tryVerify(() => diagnosis.messages.length === 2);
+        wait(200);
     }
 
     // What no property takes as it is written, or none at all: each is told once, though written twice.
