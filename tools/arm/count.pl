@@ -3,6 +3,7 @@
 # benchmarks/scenes.cpp sets: count.pl FRAMES. A block that has been translated is counted each time that it is executed.
 use strict;
 use warnings;
+$| = 1;
 
 my $frames = shift;
 my ($address, $size, %untaken, %size_at, $sum, $counts);
