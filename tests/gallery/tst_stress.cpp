@@ -78,12 +78,15 @@ void tst_stress::measuresPaintingAndStops()
 
     meter.setRunning(false);
     QVERIFY(std::isnan(meter.framesPerSecond()) && std::isnan(meter.paintTime()));
-    // A frame that was requested before the end may still be drawn.
-    QTest::qWait(100);
+    // A frame that was requested before the end may still be drawn, and on a busy machine late.
     QSignalSpy swaps(&window, &QQuickWindow::frameSwapped);
-    frames.clear();
-    QTest::qWait(100);
-    QCOMPARE(swaps.count() + frames.count(), 0);
+    const auto isQuiet = [&] {
+        swaps.clear();
+        frames.clear();
+        QTest::qWait(100);
+        return swaps.isEmpty() && frames.isEmpty();
+    };
+    QTRY_VERIFY(isQuiet());
 }
 
 void tst_stress::tracesReachTheSeriesWithoutACopy()
