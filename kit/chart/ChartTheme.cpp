@@ -27,6 +27,13 @@ QVariantList colorList(std::initializer_list<const char *> names)
     return colors;
 }
 
+QColor mixed(const QColor &color, const QColor &other, double part)
+{
+    const auto between = [part](double a, double b) { return a + (b - a) * part; };
+    return QColor::fromRgbF(between(color.redF(), other.redF()), between(color.greenF(), other.greenF()),
+                            between(color.blueF(), other.blueF()), color.alphaF());
+}
+
 // Lists from a document hold colours or their names.
 QColor colorOf(const QVariant &value)
 {
@@ -83,11 +90,22 @@ QFont ChartTheme::font() const
     return font;
 }
 
+// When the colours are used up, they come again stronger against the background, then weaker.
 QColor ChartTheme::traceColor(int index) const
 {
-    const QColor color =
-        m_traceColors.isEmpty() ? QColor() : colorOf(m_traceColors.at(index % m_traceColors.size()));
-    return color.isValid() ? color : m_textColor;
+    const int count = m_traceColors.size();
+    const QColor color = count == 0 ? QColor() : colorOf(m_traceColors.at(index % count));
+    if (!color.isValid())
+        return m_textColor;
+    const bool isDark = m_plotBackground.lightnessF() < 0.5;
+    switch (index / count % 3) {
+    case 1:
+        return mixed(color, isDark ? Qt::white : Qt::black, 0.5);
+    case 2:
+        return mixed(color, m_plotBackground, 0.35);
+    default:
+        return color;
+    }
 }
 
 QVector<QColor> ChartTheme::colorsOfMarkers() const
@@ -186,7 +204,8 @@ void ChartTheme::setFontSize(int pixels)
 
 /*!
     \qmlproperty list<color> ChartTheme::traceColors
-    The colours of the traces that name none, in the order of the traces; with more traces they start again.
+    The colours of the traces that name none, in the order of the traces. Of more traces the next ones have them
+    lighter on a dark and darker on a light background, those after them paler, and then they start again.
     By default colours that colour-blind people can tell apart.
 */
 void ChartTheme::setTraceColors(const QVariantList &colors)

@@ -110,11 +110,7 @@ void ChartView::hear()
     connect(m_plots.get(), &ChartPlots::plotDestroyed, ears, [this](AbstractPlot *plot) { dropPlot(plot); });
     connect(m_plots.get(), &ChartPlots::axisMade, ears,
             [this](ValueAxis *axis) { m_axes->adopt(axis, true); });
-    connect(m_zoom.get(), &ChartZoom::followChanged, ears, [this] {
-        emit followChanged();
-        // New data come in at the right.
-        m_legend->setDefaultCorner(follow() == 0.0, false);
-    });
+    connect(m_zoom.get(), &ChartZoom::followChanged, this, &ChartView::followChanged);
     connect(m_zoom.get(), &ChartZoom::followingChanged, this, &ChartView::followingChanged);
     connect(m_zoom.get(), &ChartZoom::historyChanged, this, &ChartView::historyChanged);
     connect(m_zoom.get(), &ChartZoom::touchedChanged, this, &ChartView::touchedChanged);
@@ -359,8 +355,14 @@ void ChartView::finishUpdate()
 */
 void ChartView::placeLegend()
 {
-    if (m_legend->isPlaced() || follow() > 0.0)
+    if (m_legend->isPlaced())
         return;
+    // New data come in at the left of a window that is not full yet, and at the right of one that rolls.
+    if (follow() > 0.0) {
+        if (isFollowing())
+            m_legend->setDefaultCorner(m_zoom->newestPlace() < 0.5, false);
+        return;
+    }
     const auto corner = m_legendPlace.find(m_plots->traces(), plotArea()->size(), m_legendSize);
     if (corner)
         m_legend->setDefaultCorner(corner->atRight, corner->atBottom);

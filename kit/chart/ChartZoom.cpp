@@ -124,6 +124,13 @@ Span ChartZoom::groupSpanX() const
     return span;
 }
 
+double ChartZoom::newestPlace() const
+{
+    const Span data = groupSpanX();
+    const ValueAxis *axis = m_axes->x();
+    return data.isEmpty() ? 0.0 : (data.to - axis->minVisible()) / (axis->maxVisible() - axis->minVisible());
+}
+
 /*!
     \qmlmethod void Chart::showRange(real from, real to)
     \qmlmethod void Chart::showRangeY(real from, real to)

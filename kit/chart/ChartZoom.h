@@ -61,6 +61,9 @@ public:
     void update();
     void updateLater();
 
+    // Where the newest data are, as a fraction of what is visible; 0 without any.
+    double newestPlace() const;
+
 signals:
     void followChanged();
     void followingChanged();

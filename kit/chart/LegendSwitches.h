@@ -28,7 +28,8 @@ namespace graph {
     \qmlproperty bool LegendSwitches::atBottom
     Its corner of the plot area. By default the first one in which it covers no trace, beginning with the upper
     right one: it is chosen when traces get their first data, and when the size of the chart or of the legend changes.
-    With \c follow it is the upper left one.
+    With \c follow it is above, where the newest data are not: at the right until the window is half full, then at the
+    left.
 
     \qmlproperty bool LegendSwitches::inARow
     Its names beside each other instead of below each other.
@@ -81,6 +82,8 @@ public:
     bool isPlaced() const { return m_atRight || m_atBottom; }
     void setDefaultCorner(bool atRight, bool atBottom)
     {
+        if (m_defaultAtRight == atRight && m_defaultAtBottom == atBottom)
+            return;
         m_defaultAtRight = atRight;
         m_defaultAtBottom = atBottom;
         emit changed();

@@ -148,6 +148,18 @@ TestCase {
         });
     }
 
+    // Nor one of many traces for another one, nor for the background.
+    function test_colorsOfManyTraces() {
+        var chart = createTemporaryQmlObject("import QtQuick 2.15; import graph_kit 1.0; Chart { Repeater { model: 20; Trace {} } }", testCase);
+        tryCompare(chart.traces, "length", 20);
+        [Chart.Dark, Chart.Light].forEach(function (theme) {
+            chart.theme = theme;
+            const colors = chart.traces.map(trace => trace.color).concat([chart.colors.plotBackground]);
+            colors.forEach((a, i) => colors.slice(0, i).forEach(
+                b => verify(Math.hypot(a.r - b.r, a.g - b.g, a.b - b.b) > 0.12, a + " " + b)));
+        });
+    }
+
     // The x that the document wants, of the cursor that it declares and of the chart's own, with data now or later.
     function test_posValue_data() {
         var rows = [];
@@ -330,6 +342,11 @@ TestCase {
     function test_liveWindow() {
         var chart = make(live);
         compare(shown(chart), "0 30");
+        // Data come in at the left of an empty window.
+        feed(chart, 10);
+        compare(chart.legend.atRight, true);
+        feed(chart, 20);
+        tryCompare(chart.legend, "atRight", false);
         for (var i = 0; i < 8; ++i)
             feed(chart, 125 + i);
         tryVerify(() => shown(chart) === "102 132");
