@@ -25,8 +25,7 @@ void dressCursors(const QQuickItem &chart, const ChartTheme &theme,
         const auto text = [distanceText, cursor](double distance) {
             return distanceText(cursor->followedAxis(), distance);
         };
-        cursor->setLook(
-            CursorLook{theme.cursorColor(), theme.font(), theme.colorsOfMarkers(), theme.textColor(), text});
+        cursor->setLook(CursorLook{theme.cursorColor(), theme.font(), theme.colorsOfMarkers(), text});
     });
 }
 

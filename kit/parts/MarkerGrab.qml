@@ -57,10 +57,15 @@ LineGrab {
     Rectangle {
         id: background
 
-        // As the cursor places its text: between the lines if it fits, else beside both of them.
+        // As the cursor places its text: between the lines if it fits, else in a chart beside that of the marker, and
+        // elsewhere beside both of them.
         function textX(first, second, textWidth) {
             if (textWidth + 11 < Math.abs(first - second))
                 return Math.floor((first + second - textWidth - 1) / 2);
+            if (grab.chart) {
+                var isLeft = second < first, beyond = isLeft ? second - 5 - textWidth : second + 5;
+                return beyond >= 0 && beyond + textWidth <= grab.width ? beyond : isLeft ? first + 5 : first - 5 - textWidth;
+            }
             return first + second >= grab.width ? Math.min(first, second) - 5 - textWidth : Math.max(first, second) + 5;
         }
 

@@ -14,7 +14,6 @@ struct CursorLook
     QColor color;
     QFont font;
     QVector<QColor> markerColors;
-    QColor textColor;
     // A distance along the axis, with its unit.
     std::function<QString(double)> distanceText;
 };

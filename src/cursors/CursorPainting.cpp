@@ -16,6 +16,22 @@ namespace {
 
 constexpr int gap = 5;
 
+// One outside of the item counts as one on its edge.
+int shownMarker(int marker, double width)
+{
+    return std::max(std::min(marker, pixel(width - 1.0)), 0);
+}
+
+bool fitsBetween(int cursor, int marker, int textWidth)
+{
+    return textWidth + 2 * gap + 1 < std::abs(cursor - marker);
+}
+
+int centred(int cursor, int marker, int textWidth)
+{
+    return ((cursor + marker) - (textWidth + 1)) / 2;
+}
+
 } // namespace
 
 CursorBand cursorBand(int position, int paintedWidth)
@@ -29,12 +45,24 @@ CursorBand cursorBand(int position, int paintedWidth)
 
 int deltaTextX(int cursor, int marker, int textWidth, double width)
 {
-    const int shown = std::max(std::min(marker, pixel(width - 1.0)), 0);
-    if (textWidth + 2 * gap + 1 < std::abs(cursor - shown))
-        return ((cursor + shown) - (textWidth + 1)) / 2;
+    const int shown = shownMarker(marker, width);
+    if (fitsBetween(cursor, shown, textWidth))
+        return centred(cursor, shown, textWidth);
     if (cursor + shown >= width)
         return std::min(shown, cursor) - gap - textWidth;
     return std::max(shown, cursor) + gap;
+}
+
+int deltaTextBesideMarker(int cursor, int marker, int textWidth, double width)
+{
+    const int shown = shownMarker(marker, width);
+    if (fitsBetween(cursor, shown, textWidth))
+        return centred(cursor, shown, textWidth);
+    const bool isLeft = shown < cursor;
+    const int beyond = isLeft ? shown - gap - textWidth : shown + gap;
+    if (beyond >= 0 && beyond + textWidth <= width)
+        return beyond;
+    return isLeft ? cursor + gap : cursor - gap - textWidth;
 }
 
 CursorPainter::CursorPainter(QPainter *painter, const CursorDirection &direction, const QQuickItem &item)
@@ -59,10 +87,10 @@ void CursorPainter::marker(int place, const QColor &color, bool glows)
     lines(place, place);
 }
 
-void CursorPainter::distance(const QString &text, int cursor, int marker, int y)
+void CursorPainter::distance(const QString &text, int cursor, int marker, int y, decltype(&deltaTextX) placeX)
 {
     const int textWidth = m_painter->fontMetrics().boundingRect(text).width() - 1;
-    m_painter->drawText(deltaTextX(cursor, marker, textWidth, m_width), y, text);
+    m_painter->drawText(placeX(cursor, marker, textWidth, m_width), y, text);
 }
 
 void CursorPainter::band(int position, int paintedWidth, QColor color)

@@ -34,6 +34,10 @@ CursorBand cursorBand(int position, int paintedWidth);
 // width pixels. A marker outside the item counts as one on its edge.
 int deltaTextX(int cursor, int marker, int textWidth, double width);
 
+// The same, but where it does not fit between them beside the marker, away from the cursor, or where there is no room for
+// it either on the other side of the cursor.
+int deltaTextBesideMarker(int cursor, int marker, int textWidth, double width);
+
 // Paints the lines of a cursor and its markers: one pixel wide each, over the whole item.
 class CursorPainter
 {
@@ -41,8 +45,8 @@ public:
     CursorPainter(QPainter *painter, const CursorDirection &direction, const QQuickItem &item);
 
     void marker(int place, const QColor &color, bool glows);
-    // The text of the distance between cursor and marker, with its base line in row y.
-    void distance(const QString &text, int cursor, int marker, int y);
+    // The text of the distance between cursor and marker, with its base line in row y and where placeX says.
+    void distance(const QString &text, int cursor, int marker, int y, decltype(&deltaTextX) placeX);
     void band(int position, int paintedWidth, QColor color);
 
 private:

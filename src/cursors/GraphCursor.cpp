@@ -437,22 +437,21 @@ void GraphCursor::paintShifted(QPainter *painter)
     painter->setFont(m_font);
     graph::CursorPainter lines(painter, m_direction, *this);
     if (m_direction.snapsToSamples)
-        paintMarkers(painter, lines);
+        paintMarkers(lines);
     lines.band(m_posOnScreen, m_paintedWidth, m_color);
     // The property keeps the alpha of the glow; documents see it there.
     m_color.setAlpha(127);
 }
 
-void GraphCursor::paintMarkers(QPainter *painter, graph::CursorPainter &lines) const
+void GraphCursor::paintMarkers(graph::CursorPainter &lines) const
 {
     for (int i = 0; i < m_markers.count(); ++i) {
         const GraphMarker *marker = m_markers.at(i);
         if (!marker || !marker->isVisible())
             continue;
         lines.marker(marker->posOnScreen(), marker->color(), !m_look);
-        if (m_look)
-            painter->setPen(m_look->textColor);
         if (primarySeries() && marker->showDelta())
-            lines.distance(marker->formattedDeltaX(), m_posOnScreen, marker->posOnScreen(), marker->deltaY());
+            lines.distance(marker->formattedDeltaX(), m_posOnScreen, marker->posOnScreen(), marker->deltaY(),
+                           m_look ? graph::deltaTextBesideMarker : graph::deltaTextX);
     }
 }

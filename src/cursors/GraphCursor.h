@@ -203,7 +203,7 @@ private:
     void followZoomRectOf(const QQuickItem *parent);
     void giveReadingTo(QQuickItem *child);
     void colorMarkers();
-    void paintMarkers(QPainter *painter, graph::CursorPainter &lines) const;
+    void paintMarkers(graph::CursorPainter &lines) const;
 
     const graph::CursorDirection &m_direction;
     int m_posIndex = -1;

@@ -53,16 +53,23 @@ private slots:
         const struct
         {
             const char *where;
-            int cursor, marker, x;
-        } places[] = {{"between the lines", 20, 80, 34},
-                      {"one pixel short of fitting", 20, 61, 66},
-                      {"just fits", 20, 62, 25},
-                      {"right of both, in the left half", 10, 15, 20},
-                      {"left of both, in the right half", 90, 80, 45},
-                      {"marker left of the item", 60, -1000, 14},
-                      {"marker right of the item", 95, 1000, 60}};
-        for (const auto &place : places)
+            int cursor, marker, x, xInChart;
+        } places[] = {{"between the lines", 20, 80, 34, 34},
+                      {"one pixel short of fitting", 20, 61, 66, 66},
+                      {"just fits", 20, 62, 25, 25},
+                      {"in the left half", 10, 15, 20, 20},
+                      {"in the left half, marker left", 48, 36, 53, 1},
+                      {"in the right half", 90, 80, 45, 45},
+                      {"in the right half, marker right", 55, 63, 20, 68},
+                      {"no room beside the marker", 30, 20, 35, 35},
+                      {"nor at the right", 75, 80, 40, 40},
+                      {"marker left of the item", 60, -1000, 14, 14},
+                      {"marker right of the item", 95, 1000, 60, 60}};
+        for (const auto &place : places) {
             QVERIFY2(graph::deltaTextX(place.cursor, place.marker, 30, 100.0) == place.x, place.where);
+            QVERIFY2(graph::deltaTextBesideMarker(place.cursor, place.marker, 30, 100.0) == place.xInChart,
+                     place.where);
+        }
     }
 };
 

@@ -387,9 +387,9 @@ void tst_repaint::looksOfChartsAreShown()
                          "C.GraphCursor { width: 100; height: 100; property bool isWatched: true }");
     auto *cursor = qobject_cast<GraphCursor *>(document.root());
     cursor->setParentItem(m_window.contentItem());
-    graph::CursorLook look{Qt::white, {}, {Qt::cyan}, Qt::white, [](double) { return QString(); }};
+    graph::CursorLook look{Qt::white, {}, {Qt::cyan}, [](double) { return QString(); }};
     for (const QColor color : {Qt::white, Qt::red}) {
-        look.textColor = color;
+        look.color = color;
         cursor->setLook(look);
         QCOMPARE(frame(), 1);
     }
