@@ -1,9 +1,11 @@
 #include "kit/chart/Diagnosis.h"
 
+#include "cursors/GraphCursor.h"
 #include "data/PlotData.h"
 #include "kit/chart/ChartChecks.h"
 #include "kit/chart/ChartView.h"
 #include "kit/chart/DiagnosisOverlay.h"
+#include "kit/chart/PartChecks.h"
 #include "kit/chart/ViewContents.h"
 #include "kit/data/ItemName.h"
 #include "kit/data/Telling.h"
@@ -221,8 +223,15 @@ void Diagnosis::tell(const Finding &finding)
     updateOverlay();
 }
 
+// In a cursor it is there to tell of that, unless the diagnosis of a view does.
 void Diagnosis::tellOfPlace()
 {
+    const QQuickItem *around = parentItem() ? parentItem()->parentItem() : nullptr;
+    if (const auto *cursor = qobject_cast<const GraphCursor *>(around)) {
+        if (window() && !firstDiagnosed(*window()->contentItem(), nullptr))
+            tell({cursor, cursorInNoView()});
+        return;
+    }
     if (parentItem())
         tell({this, QStringLiteral(
                         "lies in no GraphView and has nothing to look at: move it into the braces of one")});

@@ -75,7 +75,7 @@ QString withoutView(const GraphCursor &cursor, bool isInView)
     const QQuickItem *parent = cursor.parentItem();
     if (isInView || (parent && parent->property("zoomRect").value<ZoomRect *>()))
         return {};
-    return QStringLiteral("is in no view and has no plots: move it into the braces of a chart");
+    return cursorInNoView();
 }
 
 QString outOfPlace(const QQuickItem &item, bool isInView)
@@ -144,6 +144,11 @@ void lookAtMarkers(const GraphView &view, QVector<Finding> *findings)
 }
 
 } // namespace
+
+QString cursorInNoView()
+{
+    return QStringLiteral("is in no view and has no plots: move it into the braces of a chart");
+}
 
 QVector<Finding> misplacedParts(const GraphView &view, bool withStrays)
 {

@@ -10,4 +10,7 @@ namespace graph {
 // view in its window as well.
 QVector<Finding> misplacedParts(const GraphView &view, bool withStrays);
 
+// What is said of such a cursor.
+QString cursorInNoView();
+
 } // namespace graph

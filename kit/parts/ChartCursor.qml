@@ -1,6 +1,7 @@
 import QtQuick 2.15
 import graph_plugin 1.0
 import graph_kit 1.0
+import "cursors.js" as Cursors
 import "theme.js" as Theme
 
 /*! \brief The cursor of a Chart with the readings of its traces.
@@ -98,6 +99,11 @@ GraphCursor {
         }
     }
 
+    // In no view it would be silent.
+    Loader {
+        active: cursor.isDeclared && !cursor.view && !Cursors.zoomRect(cursor)
+        sourceComponent: Diagnosis {}
+    }
     CursorGrab { enabled: cursor.isDeclared; tapArea: cursor.isDeclared ? cursor.view : null }
     CursorTag {}
 }

@@ -132,6 +132,7 @@ TestCase {
             ["Chart { Trace { id: a; Trace { id: b; values: [1, 2] } } }", /Trace "b" .* is in Trace "a" instead of a chart/],
             ["Chart { Trace { id: a; values: [1, 2] } Trace { id: b; values: [1, 2] } Legend { plots: [a, b] } }", /^Legend .* has no entries/],
             ["Chart { Trace { values: [1, 2] } GraphCursor { CursorReadout {} } }", /^CursorReadout .* has no plot/],
+            ["Item { ChartCursor {} }", /^ChartCursor .* is in no view and has no plots: move it/],
             ["Chart { Trace { values: [1, 2] } PeakButtons {} }", /^PeakButtons .* has no cursor/]
         ].map(row => ({ tag: row[0], told: row[1] }));
     }
@@ -143,7 +144,7 @@ TestCase {
         const clamped = /^\w+ \{ (\w+): [-\d]+ \}$/.exec(data.tag);
         if (clamped)
             object[clamped[1]] = -1000000;
-        wait(/ Trace | property /.test(data.tag) ? 1200 : 0);
+        wait(/ Trace | ChartCursor | property /.test(data.tag) ? 1200 : 0);
     }
 
     function test_wrong() {
