@@ -346,6 +346,7 @@ void ChartView::finishUpdate()
     \qmlproperty Item Chart::overlay
     \qmlproperty bool Chart::touched
     \qmlproperty size Chart::legendSize
+    \qmlproperty Item Chart::legendBox
     \qmlproperty Item Chart::flickable
     \qmlmethod Chart::showAllOf(Qt::Orientation)
     \qmlmethod Chart::recordStep()
@@ -374,6 +375,14 @@ void ChartView::setLegendSize(const QSizeF &size)
         return;
     emit legendSizeChanged();
     m_zoom->updateLater();
+}
+
+void ChartView::setLegendBox(QQuickItem *box)
+{
+    if (m_legendBox == box)
+        return;
+    m_legendBox = box;
+    emit legendBoxChanged();
 }
 
 void ChartView::setFlickable(QQuickItem *flickable)

@@ -58,6 +58,7 @@ class GRAPH_CHARTS_EXPORT ChartView : public GraphView, public BackdropSource
     Q_PROPERTY(QQuickItem *overlay READ overlay CONSTANT)
     Q_PROPERTY(bool touched READ isTouched WRITE setTouched NOTIFY touchedChanged)
     Q_PROPERTY(QSizeF legendSize READ legendSize WRITE setLegendSize NOTIFY legendSizeChanged)
+    Q_PROPERTY(QQuickItem *legendBox READ legendBox WRITE setLegendBox NOTIFY legendBoxChanged)
     Q_PROPERTY(QQuickItem *flickable READ flickable WRITE setFlickable NOTIFY flickableChanged)
 
 public:
@@ -86,6 +87,8 @@ public:
     QQuickItem *overlay() const { return m_overlay; }
     bool isTouched() const { return m_zoom->isTouched(); }
     QSizeF legendSize() const { return m_legendSize; }
+    // What of the legend is painted; null without one. For what keeps clear of it.
+    QQuickItem *legendBox() const { return m_legendBox; }
     QQuickItem *flickable() const { return m_flickable; }
 
     void setTitle(const QString &title);
@@ -95,6 +98,7 @@ public:
     void setZoomWith(ChartView *other);
     void setTouched(bool touched) { m_zoom->setTouched(touched); }
     void setLegendSize(const QSizeF &size);
+    void setLegendBox(QQuickItem *box);
     void setFlickable(QQuickItem *flickable);
 
     Q_INVOKABLE void showRange(double from, double to) { m_zoom->showRange(from, to); }
@@ -147,6 +151,7 @@ signals:
     void exportProgressChanged();
     void touchedChanged();
     void legendSizeChanged();
+    void legendBoxChanged();
     void flickableChanged();
 
 protected:
@@ -183,6 +188,7 @@ private:
     QVector<QPointer<QQuickItem>> m_children; // the adopted ones
     TraceColors m_traceColors;
     ReadingTexts m_texts;
+    QPointer<QQuickItem> m_legendBox;
     QPointer<QQuickItem> m_flickable;
     bool m_isComplete = false;
     bool m_isToldOfCursor = false;

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <QPointF>
+#include <QSizeF>
+
 #include <optional>
 
 class QQuickItem;
@@ -11,13 +14,14 @@ namespace graph {
 class CursorLabel
 {
 public:
-    // Of one that moves up or down to keep clear of the others, in pixels of the cursor.
+    // Of one that moves to keep clear of the others, in pixels of the cursor.
     struct Wish
     {
         double y = 0.0;
-        double height = 0.0;
+        QSizeF size;
         double topInset = 0.0; // that nobody enters
         int fontSize = 0;
+        QQuickItem *legend = nullptr; // that it keeps clear of; null for none
     };
 
     virtual void read() = 0;
@@ -30,7 +34,7 @@ public:
     virtual QQuickItem *around() const = 0;
     // None for one that has its place already, or is not shown.
     virtual std::optional<Wish> wish() const { return std::nullopt; }
-    virtual void placeLabel(double) {}
+    virtual void placeLabel(const QPointF &) {}
     // The rows at the bottom that the others keep clear of.
     virtual double foundInset() const { return 0.0; }
 

@@ -3,6 +3,7 @@
 #include "cursors/GraphCursor.h"
 #include "cursors/GraphMarker.h"
 #include "kit/chart/CursorLabel.h"
+#include "kit/chart/ReadingLayout.h"
 
 #include <algorithm>
 #include <vector>
@@ -89,6 +90,13 @@ void CursorLabels::sort()
     std::stable_sort(m_labels.begin(), m_labels.end(), [&](const CursorLabel *a, const CursorLabel *b) {
         return children.indexOf(a->around()) < children.indexOf(b->around());
     });
+    m_flags.clear();
+    for (const QQuickItem *child : children) {
+        if (auto *flag = child->property("flag").value<QQuickItem *>()) {
+            m_flags.append(flag);
+            followPlace(flag);
+        }
+    }
 }
 
 void CursorLabels::update()
@@ -135,50 +143,70 @@ QVector<CursorLabels::Rows> CursorLabels::distanceRows(int fontSize) const
         if (marker && marker->isVisible() && marker->showDelta())
             rows.append({marker->deltaY() - size - 2.0, marker->deltaY() + 0.3 * size + 2.0});
     }
-    std::stable_sort(rows.begin(), rows.end(), [](const Rows &a, const Rows &b) { return a.top < b.top; });
     return rows;
 }
 
-// From the top down each one moves below the one above it and below distances; those that do not fit any more move up
-// again.
-void CursorLabels::placeReadings(double bottom) const
+// With the names of markers, and with distances, which are anywhere in their rows.
+void CursorLabels::addObstacles(int fontSize, ReadingLayout *layout) const
+{
+    const auto rectOf = [this](const QQuickItem *item) {
+        return m_cursor->mapRectFromItem(item, QRectF(QPointF(), item->size()));
+    };
+    for (const Rows &rows : distanceRows(fontSize))
+        layout->keepClearOf(QRectF(0.0, rows.top, m_cursor->width(), rows.end - rows.top));
+    for (const QQuickItem *flag : m_flags) {
+        if (flag && flag->isVisible())
+            layout->keepClearOf(rectOf(flag));
+    }
+    if (m_legend && m_legend->isVisible()) {
+        layout->keepClearOf(rectOf(m_legend));
+        layout->setBox(rectOf(m_legend));
+    }
+}
+
+void CursorLabels::placeReadings(double bottom)
 {
     struct Reading
     {
         CursorLabel *label;
         CursorLabel::Wish wish;
-        double y;
     };
     std::vector<Reading> readings;
-    for (CursorLabel *label : m_labels) {
+    for (CursorLabel *label : qAsConst(m_labels)) {
         if (const auto wish = label->wish())
-            readings.push_back({label, *wish, 0.0});
+            readings.push_back({label, *wish});
     }
     if (readings.empty())
         return;
     std::stable_sort(readings.begin(), readings.end(),
                      [](const Reading &a, const Reading &b) { return a.wish.y < b.wish.y; });
-    const QVector<Rows> distances = distanceRows(readings.front().wish.fontSize);
-    double free = 0.0;
-    for (Reading &reading : readings) {
-        const double height = reading.wish.height + gap;
-        reading.y = std::max({reading.wish.y, free, reading.wish.topInset});
-        for (const Rows &rows : distances) {
-            if (reading.y < rows.end && reading.y + height > rows.top)
-                reading.y = rows.end;
-        }
-        free = reading.y + height;
-    }
-    free = bottom;
-    for (auto reading = readings.rbegin(); reading != readings.rend(); ++reading) {
-        const double height = reading->wish.height + gap;
-        free = std::min(reading->y, free - height);
-        for (auto rows = distances.rbegin(); rows != distances.rend(); ++rows) {
-            if (free < rows->end && free + height > rows->top)
-                free = rows->top - height;
-        }
-        reading->label->placeLabel(free);
-    }
+    followLegend(readings.front().wish.legend);
+    ReadingLayout layout(m_cursor->posOnScreen(), m_cursor->size(), bottom);
+    addObstacles(readings.front().wish.fontSize, &layout);
+    std::vector<ReadingLabel> labels;
+    for (const Reading &reading : readings)
+        labels.push_back({reading.wish.size, reading.wish.y, reading.wish.topInset, {}});
+    layout.place(&labels);
+    for (std::size_t i = 0; i < readings.size(); ++i)
+        readings[i].label->placeLabel(labels[i].place);
+}
+
+void CursorLabels::followLegend(QQuickItem *legend)
+{
+    if (m_legend == legend)
+        return;
+    if (m_legend)
+        disconnect(m_legend, nullptr, this, nullptr);
+    m_legend = legend;
+    if (legend)
+        followPlace(legend);
+}
+
+void CursorLabels::followPlace(const QQuickItem *item)
+{
+    for (const auto changed : {&QQuickItem::xChanged, &QQuickItem::yChanged, &QQuickItem::widthChanged,
+                               &QQuickItem::heightChanged, &QQuickItem::visibleChanged})
+        connect(item, changed, this, &CursorLabels::invalidate, Qt::UniqueConnection);
 }
 
 } // namespace graph

@@ -1,17 +1,20 @@
 #pragma once
 
 #include <QObject>
+#include <QPointer>
 #include <QVector>
 
 class GraphCursor;
 class GraphMarker;
+class QQuickItem;
 
 namespace graph {
 
 class CursorLabel;
+class ReadingLayout;
 
-// The texts in one cursor. They share its height: each reading keeps clear of the others, of the distances at markers
-// and of the cursor's own tag, so that they are found together.
+// The texts in one cursor. They share its height: each reading keeps clear of the others, of the distances at markers,
+// of the names on flags, of the legend and of the cursor's own tag, so that they are found together.
 class CursorLabels : public QObject
 {
     Q_OBJECT
@@ -41,10 +44,15 @@ private:
     void followMarkers();
     void sort();
     QVector<Rows> distanceRows(int fontSize) const;
-    void placeReadings(double bottom) const;
+    void addObstacles(int fontSize, ReadingLayout *layout) const;
+    void placeReadings(double bottom);
+    void followLegend(QQuickItem *legend);
+    void followPlace(const QQuickItem *item);
 
     GraphCursor *m_cursor;
     QVector<CursorLabel *> m_labels;
+    QVector<QPointer<QQuickItem>> m_flags; // with the names of the cursor and of its markers
+    QPointer<QQuickItem> m_legend;
     bool m_isValid = true;
     bool m_isSorted = true;
     bool m_isUpdating = false;

@@ -2,8 +2,10 @@
 
 #include "common/SafeInteger.h"
 #include "cursors/GraphCursor.h"
+#include "cursors/GraphCursorY.h"
 #include "data/PlotData.h"
 #include "kit/axis/ChartAxis.h"
+#include "kit/chart/TraceReach.h"
 #include "kit/data/Store.h"
 #include "kit/plots/WaterfallPlot.h"
 #include "view/base/AbstractPlot.h"
@@ -16,8 +18,6 @@ namespace {
 
 // Between a crossing and its label.
 constexpr double gapAbove = 6.0;
-constexpr double gapRight = 10.0;
-constexpr double gapLeft = 9.0;
 // Around the text in its box.
 constexpr double marginRight = 5.0;
 constexpr double marginBelow = 2.0;
@@ -31,8 +31,9 @@ bool isSame(double a, double b)
 
 bool CursorReading::Place::operator==(const Place &other) const
 {
-    return isShown == other.isShown && crossing == other.crossing && height == other.height &&
-           wantedY == other.wantedY && labelY == other.labelY;
+    return isShown == other.isShown && crossing == other.crossing && width == other.width &&
+           height == other.height && wantedY == other.wantedY && labelX == other.labelX &&
+           labelY == other.labelY;
 }
 
 /*!
@@ -138,7 +139,8 @@ void CursorReading::read()
     m_place.height = text ? std::ceil(text->implicitHeight()) + marginBelow : 0.0;
     const double above = m_place.crossing.y() - m_place.height - gapAbove;
     m_place.wantedY = above >= m_topInset ? above : m_place.crossing.y() + gapAbove;
-    m_place.labelY = 0.0;
+    m_place.width = text ? std::ceil(text->implicitWidth()) + text->x() + marginRight : 0.0;
+    placeLabel({});
 }
 
 // Readings have the unit and the prefix of the numbers beside them.
@@ -153,6 +155,7 @@ void CursorReading::followAxis()
     if (!axis)
         return;
     connect(axis, &ValueAxis::unitChanged, this, [this] { invalidate(); });
+    connect(axis, &ValueAxis::formatterChanged, this, [this] { invalidate(); });
     connect(axis, &ValueAxis::visibleRangeChanged, this, [this] { invalidate(); });
 }
 
@@ -165,7 +168,10 @@ void CursorReading::readValue(const GraphCursor &cursor, int index)
         m_reading = levels->levelAt(cursor.posValue(), m_levelY);
         m_place.crossing.setY(isPlaced ? std::floor(levels->mapToItemY(m_levelY) + 0.5) : 0.0);
     } else if (index >= 0) {
-        m_reading = cursor.yValues().value(index);
+        // That of a horizontal cursor is not read along x.
+        const bool isRead =
+            qobject_cast<const GraphCursorY *>(&cursor) || reachesTo(*m_plot, cursor.posValue());
+        m_reading = isRead ? cursor.yValues().value(index) : std::numeric_limits<double>::quiet_NaN();
         m_place.crossing.setY(pixel(cursor.yPositions().value(index)));
     }
     m_place.crossing.setX(cursor.posOnScreen());
@@ -227,18 +233,16 @@ void CursorReading::show()
     if (!box() || !label())
         return;
     box()->setVisible(m_place.isShown);
-    box()->setSize(QSizeF(std::ceil(label()->implicitWidth()) + label()->x() + marginRight, m_place.height));
-    const double right = crossing.x() + gapRight;
-    const double left = crossing.x() - gapLeft - box()->width();
-    const bool isRight = right + box()->width() <= around()->width() || left < 0.0;
-    box()->setPosition(QPointF(isRight ? right : left, std::floor(m_place.labelY + 0.5)));
+    box()->setSize(QSizeF(m_place.width, m_place.height));
+    box()->setPosition(QPointF(m_place.labelX, std::floor(m_place.labelY + 0.5)));
 }
 
 std::optional<CursorLabel::Wish> CursorReading::wish() const
 {
     if (!m_place.isShown)
         return std::nullopt;
-    return Wish{m_place.wantedY, m_place.height, m_topInset, m_fontSize};
+    return Wish{m_place.wantedY, QSizeF(m_place.width, m_place.height), m_topInset, m_fontSize,
+                chart() ? chart()->legendBox() : nullptr};
 }
 
 } // namespace graph

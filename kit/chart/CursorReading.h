@@ -37,8 +37,10 @@ public:
     {
         bool isShown = false;
         QPointF crossing;
+        double width = 0.0;
         double height = 0.0;
         double wantedY = 0.0; // above the crossing, where a peak leaves room; below it at the top of the plot
+        double labelX = 0.0;
         double labelY = 0.0;
 
         bool operator==(const Place &other) const;
@@ -72,7 +74,11 @@ public:
     void show() override;
     void tell() override;
     std::optional<Wish> wish() const override;
-    void placeLabel(double y) override { m_place.labelY = y; }
+    void placeLabel(const QPointF &place) override
+    {
+        m_place.labelX = place.x();
+        m_place.labelY = place.y();
+    }
 
 signals:
     void plotChanged();

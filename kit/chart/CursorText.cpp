@@ -27,7 +27,11 @@ void CursorText::setChart(ChartView *chart)
 {
     if (m_chart == chart)
         return;
+    if (m_chart)
+        disconnect(m_chart, nullptr, this, nullptr);
     m_chart = chart;
+    if (chart)
+        connect(chart, &ChartView::legendBoxChanged, this, [this] { invalidate(); });
     invalidate();
     emit partsChanged();
 }

@@ -2,6 +2,7 @@
 
 #include "cursors/GraphCursor.h"
 #include "data/PlotData.h"
+#include "kit/chart/TraceReach.h"
 #include "kit/data/Store.h"
 #include "view/base/AbstractPlot.h"
 
@@ -151,7 +152,8 @@ QString LegendValue::found() const
     if (m_cursor) {
         const int index = m_cursor->indexOfPlot(m_plot);
         const QList<qreal> values = m_cursor->yValues();
-        if (index < 0 || index >= values.size() || std::isnan(values.at(index)))
+        if (index < 0 || index >= values.size() || std::isnan(values.at(index)) ||
+            !reachesTo(*m_plot, m_cursor->posValue()))
             return {};
         return m_chart ? m_chart->formatY(m_plot, values.at(index))
                        : m_cursor->formattedYValues().value(index);

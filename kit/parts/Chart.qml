@@ -21,7 +21,7 @@ ChartView {
     readonly property GraphCursor _shownCursor: declaredCursor ? declaredCursor : cursorLoader.shown ? cursorLoader.item : null
     // For the tags and flags of cursors, which keep clear of them.
     readonly property alias liveButton: liveLoader
-    readonly property Item legendBox: legendLoader.item ? legendLoader.item.box : null
+    legendBox: legendLoader.item ? legendLoader.item.box : null
 
     // What the document writes comes before what the cursor says.
     property bool _isComplete: false

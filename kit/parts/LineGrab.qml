@@ -41,6 +41,8 @@ Item {
     /*! Whether a finger is moving the line. */
     readonly property bool dragging: touch.dragging
     readonly property alias flagWidth: flag.width
+    // Readings keep clear of it.
+    readonly property alias flag: flag
 
     /*! The finger asks for the line to be at this column, or row, of pixels. */
     signal movedTo(real place)

@@ -183,6 +183,23 @@ TestCase {
         compare(line.opacity, chart.declaredCursor ? 1 : 0);
     }
 
+    // Beyond its samples a trace has no value, at either end and with one sample.
+    function test_readingsBeyondTheEnds() {
+        var chart = createTemporaryQmlObject(`import QtQuick 2.15; import graph_kit 1.0; Chart { width: 640; height: 400; ChartCursor {}
+                                              Trace { name: 'long'; values: [1, 5, 3, 8, 2, 9] }
+                                              Trace { name: 'short'; values: [6, 7] }
+                                              Trace { name: 'late'; start: 3.6; interval: 0.8; values: [4, 3] }
+                                              Trace { name: 'lone'; start: 2; values: [5] } }`, testCase);
+        waitForRendering(chart);
+        [[0, "1 6"], [1, "5 7"], [2, "3 5"], [3, "8"], [4, "2 4"], [5, "9"]].forEach(function (pair) {
+            chart.cursor.posValue = pair[0];
+            wait(20);
+            const readings = Array.prototype.filter.call(chart.declaredCursor.children, child => child.wantedY !== undefined && child.shown);
+            compare(readings.map(reading => reading.text).join(" "), pair[1]);
+            compare(Array.prototype.map.call(chart.legendBox.children[0].children, entry => entry.value || "").filter(text => text).join(" "), pair[1]);
+        });
+    }
+
     // Of charts with the same x: each on a sample of its own, which moves no other.
     function test_sharedCursor() {
         var body = " width: 640; height: 200; Trace { values: Array.from({ length: 100 }, (unused, i) => i); interval: %1 } }";
@@ -254,6 +271,38 @@ TestCase {
         compare(labels[2].crossingX, line.posOnScreen);
         waitForRendering(chart);
         compare(changes, labels.length);
+    }
+
+    function test_readingsKeepClear_data() {
+        const wave = "values: Array.from({ length: 500 }, (unused, i) => ";
+        const flags = [1, 4.9, 1.55].map(x => "GraphMarker { posValue: " + x + "; visible: true; MarkerGrab { text: 'A' } }").join();
+        return [
+            { tag: "of a legend, in several columns", body: `width: 400; height: 240; legend.leastTraces: 1; title: 'Readings'; ChartCursor { posValue: 4 }
+              Repeater { model: 8; Trace { name: 'ch' + index; unit: 'V'; values: [1, 2, 3, 4, 5 + index * 0.01] } }`, count: 8 },
+            { tag: "of flags", body: `width: 560; height: 380; ChartCursor { posValue: 1.5; markers: [${flags}] }
+              Trace { name: 'a'; interval: 0.01; ${wave} Math.sin(i)) } Trace { name: 'b'; interval: 0.01; ${wave} 12 + Math.sin(i)) }`, count: 2 },
+            { tag: "of a legend at the other side", body: `width: 400; height: 240; legend { atRight: false; values: false } ChartCursor { posValue: 0 }
+              Repeater { model: 4; Trace { name: 'channel' + index; values: [5 + index, 9] } }`, count: 4 }
+        ];
+    }
+
+    // Nothing in the plot area covers a reading.
+    function test_readingsKeepClear(data) {
+        var chart = createTemporaryQmlObject("import QtQuick 2.15; import graph_plugin 1.0; import graph_kit 1.0; Chart {" + data.body + "}", testCase);
+        waitForRendering(chart);
+        wait(50);
+        const area = chart.plotArea, cursor = chart.declaredCursor, rectOf = item => item.mapToItem(area, 0, 0, item.width, item.height);
+        const chips = Array.prototype.filter.call(cursor.children, child => child.wantedY !== undefined && child.shown)
+                           .map(readout => Array.prototype.find.call(readout.children, child => child.children.length > 1));
+        compare(chips.length, data.count);
+        const others = [chart.legendBox].concat(Array.prototype.map.call(cursor.markers, marker => marker.label.flag));
+        const rects = chips.concat(others).map(rectOf);
+        for (var i = 0; i < chips.length; ++i) {
+            verify(rects[i].left >= 0 && rects[i].right <= area.width && rects[i].top >= 0 && rects[i].bottom <= area.height, rects[i]);
+            for (var j = i + 1; j < rects.length; ++j)
+                verify(rects[i].left >= rects[j].right || rects[i].right <= rects[j].left || rects[i].top >= rects[j].bottom
+                       || rects[i].bottom <= rects[j].top, rects[i] + " " + rects[j]);
+        }
     }
 
     // Values of the last samples, as they come, until there is a cursor.
