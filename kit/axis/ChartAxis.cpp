@@ -26,6 +26,14 @@ constexpr int edgeRoom = 2;
 constexpr int minorMarkLength = 4;
 constexpr double minorGridOpacity = 0.45;
 
+// So that the range between two ends is a number; NaN is none.
+std::optional<double> writtenEnd(const ChartAxis *axis, const char *property, double end)
+{
+    if (std::isnan(end))
+        return std::nullopt;
+    return std::isinf(end) ? end : bounded(axis, property, end, -farthestEnd, farthestEnd);
+}
+
 } // namespace
 
 /*!
@@ -201,18 +209,18 @@ void ChartAxis::setAutoRange(AutoRange mode)
 */
 void ChartAxis::setMinValue(double minValue)
 {
-    m_writtenMin = std::isnan(minValue) ? std::nullopt : std::make_optional(minValue);
+    m_writtenMin = writtenEnd(this, "minValue", minValue);
     if (m_writtenMin)
-        ValueAxis::setMinValue(minValue);
+        ValueAxis::setMinValue(*m_writtenMin);
     else
         m_hasFollowedData = false;
 }
 
 void ChartAxis::setMaxValue(double maxValue)
 {
-    m_writtenMax = std::isnan(maxValue) ? std::nullopt : std::make_optional(maxValue);
+    m_writtenMax = writtenEnd(this, "maxValue", maxValue);
     if (m_writtenMax)
-        ValueAxis::setMaxValue(maxValue);
+        ValueAxis::setMaxValue(*m_writtenMax);
     else
         m_hasFollowedData = false;
 }
@@ -231,9 +239,9 @@ void ChartAxis::range(double from, double to)
                      .arg(to));
         return;
     }
-    m_writtenMin = from;
-    m_writtenMax = to;
-    moveRange(from, to);
+    m_writtenMin = writtenEnd(this, "range", from);
+    m_writtenMax = writtenEnd(this, "range", to);
+    moveRange(*m_writtenMin, *m_writtenMax);
 }
 
 /*!

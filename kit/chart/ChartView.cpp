@@ -261,7 +261,7 @@ void ChartView::dropPlot(AbstractPlot *plot)
 
 /*!
     \qmlproperty string Chart::title
-    Above the plot area; empty by default, and without a title there is no room for one.
+    A line of plain text above the plot area; empty by default, and without a title there is no room for one.
 */
 void ChartView::setTitle(const QString &title)
 {

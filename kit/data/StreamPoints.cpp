@@ -3,6 +3,7 @@
 #include "kit/data/Telling.h"
 
 #include <cmath>
+#include <limits>
 #include <numeric>
 
 namespace graph {
@@ -124,7 +125,7 @@ void StreamPoints::takeCoordinate(QVector<double> &waiting, const QVector<double
 /*!
     \qmlmethod void StreamPoints::append(list<real> xs, list<real> ys)
     Adds points at the end: lists, typed arrays or single numbers; of lists of different lengths the shorter
-    one counts, the first time with a line in \c graph.kit. A y that is NaN is a gap. Without ys nothing is added, and
+    one counts, the first time with a line in \c graph.kit. An x or a y that is NaN is a gap. Without ys nothing is added, and
     there is such a line, too.
 */
 void StreamPoints::append(const QJSValue &xs, const QJSValue &ys)
@@ -159,9 +160,15 @@ template <typename At> void StreamPoints::appendLive(int count, At at)
     if (count <= 0)
         return;
     const StreamView<QPointF> &view = m_live.view();
-    m_live.append(count, [at](QPointF *to, int first, int n) {
-        for (int i = 0; i < n; ++i)
-            to[i] = at(first + i);
+    constexpr double none = std::numeric_limits<double>::quiet_NaN();
+    double last = view.size > 0 ? view.samples()[view.size - 1].x() : none;
+    m_live.append(count, [&at, &last](QPointF *to, int first, int n) {
+        for (int i = 0; i < n; ++i) {
+            const QPointF point = at(first + i);
+            // Without an x it is a gap behind the one before.
+            to[i] = std::isnan(point.x()) ? QPointF(last, none) : point;
+            last = to[i].x();
+        }
     });
     // Each new point and the one before it.
     const int first = std::max(view.size - count - 1, 0);

@@ -118,6 +118,7 @@ TestCase {
             ["Formatter { text: 'abc' }", /has a text that is no function/],
             ["Formatter { sigDigs: 0 }", /has sigDigs set to 0, which counts as 1: write 1 to 17/],
             ["Formatter { precision: 18 }", /has precision set to 18/],
+            ["ChartAxis { minValue: -1e308; maxValue: 1 }", /has minValue set to -1e\+308, which counts as -7e\+307/],
             ["ChartAxis { minorTicks: -2 }", /has minorTicks set to -2/],
             ["ChartAxis { Component.onCompleted: range(NaN, 3) }", /is given a range from nan to 3, which is ignored/],
             ["Chart { follow: NaN }", /has a follow of nan, which is ignored/],

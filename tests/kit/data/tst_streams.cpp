@@ -396,10 +396,18 @@ private slots:
         QCOMPARE(series->last().x(), 6.5);
         const QmlDocument pointwise(R"(
             import graph_kit 1.0
-            StreamPoints { Component.onCompleted: append(new Int16Array([-3, 4, 9]), [1, 2]) })");
+            StreamPoints {
+            Component.onCompleted: {
+                append(new Int16Array([-3, 4, 9]), [1, 2])
+                append(NaN, 8)
+                append(new Date(5500), 3)
+            }
+        })");
         const auto *points = qobject_cast<StreamPoints *>(pointwise.root());
-        QCOMPARE(points->last(), QPointF(4, 2));
-        QCOMPARE(points->size(), 2);
+        QCOMPARE(points->sample(1), QPointF(4, 2));
+        QVERIFY(points->x(2) == 4 && std::isnan(points->y(2)));
+        QCOMPARE(points->last(), QPointF(5.5, 3));
+        QCOMPARE(points->size(), 4);
     }
 
     void busAppends()
