@@ -637,7 +637,7 @@ private slots:
         GraphMarker *coloured = bench.addMarker();
         coloured->setColor(Qt::green);
         const auto text = [](double) { return QString(); };
-        bench.cursor->setLook(graph::CursorLook{Qt::white, {}, {Qt::cyan}, Qt::white, text});
+        bench.cursor->setLook(graph::CursorLook{Qt::white, {}, {Qt::cyan}, text});
         QCOMPARE(alphas(bench.painted(), 45, 57, 63), QVector<int>({0, 0, 0, 255, 0, 0, 0}));
         QCOMPARE(alphas(bench.painted(), 45, 29, 31), QVector<int>({0, 255, 0}));
         QCOMPARE(marker->color(), QColor(Qt::cyan));
