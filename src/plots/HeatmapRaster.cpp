@@ -284,17 +284,22 @@ private:
     int m_count = 0;
 };
 
+// The columns of the heat map that each column of pixels shows; none where nothing can be drawn.
+std::vector<CellRange> columnsOfPixels(const Heatmap &heatmap, const PixelMapping &mapping, int width)
+{
+    if (!mapping.isDrawable() || heatmap.columnCount == 0 || heatmap.rowCount == 0 ||
+        heatmap.columnFrequencies.size() != heatmap.columnCount)
+        return {};
+    return coveringCells(columnEdges(heatmap, mapping), width, mapping.width() - 1.0);
+}
+
 } // namespace
 
 void rasterizeHeatmap(const Heatmap &heatmap, double topLevel, const PixelMapping &mapping,
                       const std::vector<unsigned int> &colors, const PixelBuffer &buffer)
 {
     std::vector<CellRange> lineRows(buffer.height);
-    std::vector<CellRange> pixelColumns;
-    if (mapping.isDrawable() && heatmap.columnCount > 0 && heatmap.rowCount > 0 &&
-        heatmap.columnFrequencies.size() == heatmap.columnCount)
-        pixelColumns = coveringCells(columnEdges(heatmap, mapping), buffer.width, mapping.width() - 1.0);
-    LineMerger merger(pixelColumns);
+    LineMerger merger(columnsOfPixels(heatmap, mapping, buffer.width));
     if (merger.columns().count() > 0)
         lineRows = coveringCells(rowEdges(heatmap, topLevel, mapping), buffer.height, mapping.height() - 1.0);
 

@@ -86,13 +86,16 @@ public:
         }
         if (left.isEmpty() && right.isEmpty())
             return true;
-        if (left.isEmpty() || right.isEmpty() || left.top() != right.top() || left.end() != right.end() ||
-            !left.isChain() || !right.isChain())
-            return false;
-        return fillBetween(left.edges(), right.edges(), left.end());
+        return areBeside(left, right) && fillBetween(left.edges(), right.edges(), left.end());
     }
 
 private:
+    static bool areBeside(const Side &left, const Side &right)
+    {
+        return !left.isEmpty() && !right.isEmpty() && left.top() == right.top() &&
+               left.end() == right.end() && left.isChain() && right.isChain();
+    }
+
     bool isOutside(const Piece &piece) const
     {
         GridPoint low = piece.corners[0];

@@ -25,8 +25,8 @@ bool isOnPixels(const QPainter &painter);
 // The pixels of 32 bits that a painter paints on.
 struct WritablePixels
 {
-    uchar *bits;
-    qsizetype bytesPerLine;
+    uchar *bits = nullptr;
+    qsizetype bytesPerLine = 0;
     QRect rect;
     QPoint offset; // from the painter's coordinates
 };

@@ -205,6 +205,17 @@ QPainterPath areasToRow(const QPainterPath &path, double row)
     return areas;
 }
 
+// Whether the outline of the line can be filled here, with the pixels of the engine's.
+bool isOutlined(const QPainter &painter, const QPainterPath &path)
+{
+    const QPen &pen = painter.pen();
+    const double reach = pen.width() / 2.0 + 1.0;
+    const QRectF bounds = path.controlPointRect().adjusted(-reach, -reach, reach, reach);
+    return isPlain(pen) && pen.joinStyle() == Qt::BevelJoin && pen.width() >= 2 && leadsRight(path) &&
+           !isOfSeparateLines(path) && painter.paintEngine()->type() != pathRecorder &&
+           fillsByCentres(painter, bounds);
+}
+
 } // namespace
 
 void drawUprightLines(QPainter *painter, const QVector<QLine> &lines)
@@ -225,18 +236,15 @@ void drawUprightLines(QPainter *painter, const QVector<QLine> &lines)
 void drawLinePath(QPainter *painter, const QPainterPath &path)
 {
     const QPen pen = painter->pen();
-    const double reach = pen.width() / 2.0 + 1.0;
-    const QRectF bounds = path.controlPointRect().adjusted(-reach, -reach, reach, reach);
-    const QPaintEngine::Type engine = painter->paintEngine()->type();
-    if (!isPlain(pen) || pen.joinStyle() != Qt::BevelJoin || pen.width() < 2 || !leadsRight(path) ||
-        isOfSeparateLines(path) || engine == pathRecorder || !fillsByCentres(*painter, bounds)) {
+    if (!isOutlined(*painter, path)) {
         painter->strokePath(path, pen);
         return;
     }
     const bool isSolid = pen.brush().style() == Qt::SolidPattern && isOpaque(*painter, pen.brush());
     if (path.elementCount() <= fewPoints || (isSolid && isQuickInRows(path, pen.width()))) {
         // What is taken down as a path is painted so later.
-        if (engine == strokeRecorder || !isSolid || !paintLine(painter, deviceRect(*painter), path, pen))
+        const bool isTakenDown = painter->paintEngine()->type() == strokeRecorder;
+        if (isTakenDown || !isSolid || !paintLine(painter, deviceRect(*painter), path, pen))
             painter->strokePath(path, pen);
         return;
     }
