@@ -2,6 +2,7 @@
 
 #include "axis/ValueAxis.h"
 #include "data/PlotData.h"
+#include "kit/chart/BusChecks.h"
 #include "kit/chart/DataChecks.h"
 #include "kit/chart/KitChecks.h"
 #include "kit/chart/PartChecks.h"

@@ -22,8 +22,7 @@ bool reachesBaseline(const AbstractPlot &plot);
 // plot that has made them itself.
 QString reasonOfData(const AbstractPlot &plot);
 
-// The part of it that has to do with the bus, and the data that the plot's own are made of, which may come from there.
-QString reasonOfBus(const PlotData &data);
+// The data that the plot's own are made of, which may come from the bus.
 QVector<const PlotData *> dataBehind(const AbstractPlot &plot);
 
 // That no sample of the plot's data lies in what it shows. Empty when one may.
