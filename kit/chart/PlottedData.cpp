@@ -52,6 +52,17 @@ DataExtent PlottedData::extent(const AbstractPlot *plot) const
     return *known;
 }
 
+// Of all samples. An axis of x does not ask for their values.
+Span PlottedData::reach(const AbstractPlot *plot, const ValueAxis *axis) const
+{
+    if (plot->axisX() != axis)
+        return spanOf(extent(plot).y);
+    const auto *source = dynamic_cast<const ExtentSource *>(plot);
+    if (source && !m_extents.contains(plot))
+        return spanOf(source->extentX());
+    return spanOf(extent(plot).x);
+}
+
 Span PlottedData::along(const ValueAxis *axis, bool onlyVisible) const
 {
     Span span = nothing;
@@ -59,7 +70,11 @@ Span PlottedData::along(const ValueAxis *axis, bool onlyVisible) const
     for (const AbstractPlot *plot : plots) {
         const ValueAxis *axisX = plot->axisX();
         const Span seen = onlyVisible && axisX ? visibleSpan(axisX) : nothing;
-        const DataExtent found = seen.isEmpty() ? extent(plot) : extentBetween(plot, seen);
+        if (seen.isEmpty()) {
+            span = span.united(reach(plot, axis));
+            continue;
+        }
+        const DataExtent found = extentBetween(plot, seen);
         span = span.united(spanOf(axisX == axis ? found.x : found.y));
     }
     return span;

@@ -37,6 +37,7 @@ public:
 private:
     QList<AbstractPlot *> plotsOn(const ValueAxis *axis) const;
     DataExtent extent(const AbstractPlot *plot) const;
+    Span reach(const AbstractPlot *plot, const ValueAxis *axis) const;
 
     // Those who hear of a new range may take a plot away.
     QVector<QPointer<AbstractPlot>> m_plots;

@@ -47,6 +47,18 @@ DataExtent dataExtent(const PlotData &data, double xMin, double xMax)
     return extent;
 }
 
+MinMax extentX(const PlotData &data)
+{
+    const int size = data.size();
+    const double first = size > 0 ? data.x(0) : 0.0;
+    const double last = size > 0 ? data.x(size - 1) : 0.0;
+    // Not as a view of the samples, after which the next one would be taken for the second of the same data.
+    if (size > 0 && !data.usePointsAsSegments() && std::isfinite(first) && std::isfinite(last) &&
+        first <= last)
+        return {first, last};
+    return dataExtent(data).x;
+}
+
 DataExtent withHalfBars(DataExtent extent, const PlotData &data, bool isLogarithmic)
 {
     const SampleSpan samples = data.sampleSpan(extent.x.min, extent.x.max);

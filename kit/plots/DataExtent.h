@@ -21,6 +21,8 @@ public:
     virtual ~ExtentSource() = default;
 
     virtual DataExtent dataExtent() const = 0;
+    // Of x alone.
+    virtual MinMax extentX() const { return dataExtent().x; }
     // Of what lies between two x.
     virtual DataExtent dataExtent(double xMin, double xMax) const = 0;
     // Whether the plot colours all of its extent: room around it would be blank, and a grid below it is covered.
@@ -30,6 +32,9 @@ public:
 // Of all samples. After a change of the data the first request reads each of them, later ones take a few
 // steps.
 GRAPH_CHARTS_EXPORT DataExtent dataExtent(const PlotData &data);
+
+// Of x alone, for which no samples are read where they are in the order of x.
+GRAPH_CHARTS_EXPORT MinMax extentX(const PlotData &data);
 
 // Of the samples with xMin <= x <= xMax, whose x are the extent's x.
 GRAPH_CHARTS_EXPORT DataExtent dataExtent(const PlotData &data, double xMin, double xMax);

@@ -311,6 +311,13 @@ DataExtent Trace::dataExtent() const
     return m_style == Bars ? withHalfBars(extent, *plotData(), isLogarithmic) : extent;
 }
 
+MinMax Trace::extentX() const
+{
+    if (!plotData())
+        return {};
+    return m_style == Bars ? dataExtent().x : graph::extentX(*plotData());
+}
+
 DataExtent Trace::dataExtent(double xMin, double xMax) const
 {
     return plotData() ? graph::dataExtent(*plotData(), xMin, xMax) : DataExtent();

@@ -85,6 +85,7 @@ public:
 
     // How far the data reaches; empty without any.
     DataExtent dataExtent() const override;
+    MinMax extentX() const override;
     DataExtent dataExtent(double xMin, double xMax) const override;
 
     bool isTextureProvider() const override;
