@@ -10,6 +10,7 @@
 #include "kit/data/Store.h"
 #include "kit/data/Telling.h"
 #include "view/base/AbstractPlot.h"
+#include "view/base/StrokeNode.h"
 #include "view/base/XYScale.h"
 #include "view/zoom/ZoomRect.h"
 
@@ -38,7 +39,7 @@ bool hasSize(const QQuickItem *item)
 void drawAsImage(QQuickItem *item)
 {
     auto *painted = qobject_cast<QQuickPaintedItem *>(item);
-    if (painted && QQuickWindow::sceneGraphBackend() == QLatin1String("software"))
+    if (painted && item->window() && isSoftwareSceneGraph(*item->window()))
         painted->setRenderTarget(QQuickPaintedItem::Image);
 }
 
@@ -176,6 +177,8 @@ void ChartView::itemChange(ItemChange change, const ItemChangeData &data)
         m_plots->lookLater();
     }
     GraphView::itemChange(change, data);
+    if (change == ItemSceneChange && data.window)
+        std::for_each(m_children.begin(), m_children.end(), drawAsImage);
 }
 
 void ChartView::wire()

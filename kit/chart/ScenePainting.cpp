@@ -56,10 +56,10 @@ void collectForeign(QQuickItem *item, QVector<QQuickItem *> *found)
         collectForeign(child, found);
 }
 
-double shiftOf(const QQuickPaintedItem *item)
+double shiftOf(const QQuickPaintedItem *item, const QPainter &painter)
 {
     const auto *shifted = dynamic_cast<const ShiftedItem *>(item);
-    return shifted ? shifted->framebufferShift() : 0.0;
+    return shifted ? shifted->shiftOn(painter) : 0.0;
 }
 
 void paintPaintedItem(QQuickPaintedItem *item, QPainter *painter)
@@ -67,7 +67,7 @@ void paintPaintedItem(QQuickPaintedItem *item, QPainter *painter)
     if (item->fillColor().alpha() > 0)
         painter->fillRect(item->boundingRect(), item->fillColor());
     // What a framebuffer takes back must not show here.
-    const double shift = shiftOf(item);
+    const double shift = shiftOf(item, *painter);
     painter->translate(-shift, -shift);
     item->paint(painter);
 }

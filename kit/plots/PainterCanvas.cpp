@@ -30,7 +30,9 @@ void PainterCanvas::stroke(const QPainterPath &path, int lineWidth, const QColor
     pen.setCapStyle(Qt::FlatCap);
     pen.setJoinStyle(m_takesPixels ? Qt::BevelJoin : Qt::RoundJoin);
     m_painter->setPen(pen);
-    drawLinePath(m_painter, path);
+    // Half of an even width is a whole number: on pixels such a line lies between two of them, not on one.
+    const bool isBetween = !m_takesPixels && lineWidth % 2 == 0;
+    drawLinePath(m_painter, isBetween ? path.translated(-0.5, -0.5) : path);
 }
 
 void PainterCanvas::fillToRow(const QPainterPath &path, double row, const QColor &color)

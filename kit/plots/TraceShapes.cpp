@@ -231,9 +231,8 @@ QPainterPath linePath(const std::vector<TraceColumn> &columns, TraceCourse cours
 {
     NearPath path(size);
     const auto placed = [vertices](double x, double y) {
-        // The centres of pixels are what whole ones name.
-        return vertices == Vertices::Whole ? QPointF(vertexPixel(x), vertexPixel(y))
-                                           : QPointF(x + 0.5, y + 0.5);
+        // Exactly there a line is, in the middle, where the pixels of whole ones are.
+        return vertices == Vertices::Whole ? QPointF(vertexPixel(x), vertexPixel(y)) : QPointF(x, y);
     };
     const TraceColumn *previous = nullptr;
     for (const TraceColumn &column : columns) {

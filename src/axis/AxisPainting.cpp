@@ -2,6 +2,7 @@
 
 #include "common/SafeInteger.h"
 #include "common/TextTaker.h"
+#include "raster/PixelCentres.h"
 
 #include <QPainter>
 
@@ -53,6 +54,7 @@ void paintMinorLines(QPainter *painter, const AxisLook &look, const TickMarks &m
             lines.append(QLineF(from.y(), from.x(), to.y(), to.x()).translated(plot.topLeft()));
     }
     painter->setPen(look.minorPen);
+    const PixelCentres centred(painter);
     painter->drawLines(lines);
 }
 
@@ -77,6 +79,7 @@ void paintAxisLines(QPainter *painter, const AxisLook &look, const TickMarks &ma
     if (!marks.set().minors.isEmpty())
         paintMinorLines(painter, look, marks, plot);
     painter->setPen(drawablePen(look));
+    const PixelCentres centred(painter);
     painter->drawLines(lines);
     painter->restore();
 }

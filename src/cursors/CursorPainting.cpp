@@ -2,6 +2,7 @@
 
 #include "common/SafeInteger.h"
 #include "cursors/CursorDirection.h"
+#include "raster/PixelCentres.h"
 
 #include <QColor>
 #include <QPainter>
@@ -109,6 +110,7 @@ void CursorPainter::lines(int first, int last)
 {
     // A band far wider than the item must not cost more than the item.
     const int end = std::min(last, m_extent);
+    const PixelCentres centred(m_painter);
     for (int place = std::max(first, -1); place <= end; ++place)
         m_painter->drawLine(m_direction.line(place, m_length));
 }

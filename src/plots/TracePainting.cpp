@@ -3,6 +3,7 @@
 #include "plots/ColumnEnvelope.h"
 #include "plots/GraphPoint.h"
 #include "plots/SampleDensity.h"
+#include "raster/PixelCentres.h"
 #include "raster/Strokes.h"
 
 #include <QPainter>
@@ -117,6 +118,7 @@ void TracePainting::paintLine(int lineWidth)
         connected = true;
     }
     setPen(m_style.color, lineWidth);
+    const PixelCentres centred(m_painter);
     drawLinePath(m_painter, path);
 }
 
@@ -133,7 +135,9 @@ void TracePainting::paintBars(int lineWidth)
             bars.append(QLine(column, m_baseRow, column, row));
     }
     setPen(m_style.color, lineWidth);
+    const PixelCentres across(m_painter, {1, 0});
     if (m_style.showsBaseline) {
+        const PixelCentres along(m_painter, {0, 1});
         // From the column of x = 0, wherever the first visible sample lies.
         m_painter->drawLine(m_mapping.column(0.0), m_baseRow, m_mapping.column(m_samples.last().x()),
                             m_baseRow);
@@ -210,6 +214,7 @@ void TracePainting::paintEnvelope()
     joinColumns(envelope, m_baseline, m_style.showsBaseline);
     const int lineWidth = penWidth(m_style.minLineWidth);
     setPen(m_style.color, lineWidth);
+    const PixelCentres across(m_painter, {1, 0});
     const double minSpan = m_mapping.isLinearY() ? lineWidth / m_mapping.scaleY() : lineWidth;
     drawUprightLines(m_painter,
                      envelopeStrokes(envelope, m_mapping, minSpan, m_baseline, m_style.showsBaseline));
@@ -218,10 +223,13 @@ void TracePainting::paintEnvelope()
 void TracePainting::paintEnvelopeBars(const ColumnEnvelope &envelope)
 {
     const BarStrokes strokes = barStrokes(envelope, m_mapping, m_baseRow);
+    const PixelCentres across(m_painter, {1, 0});
     setPen(m_style.color, 1);
     drawUprightLines(m_painter, strokes.bars);
-    if (m_style.showsBaseline && envelope.columns() >= 1)
+    if (m_style.showsBaseline && envelope.columns() >= 1) {
+        const PixelCentres along(m_painter, {0, 1});
         m_painter->drawLine(0, m_baseRow, envelope.columns() - 1, m_baseRow);
+    }
     setPen(translucentColor(m_style.color), 1);
     drawUprightLines(m_painter, strokes.spreads);
 }

@@ -134,6 +134,7 @@ private slots:
     void showsThePixelsOfALayer();
     void blendsAndUploadsLittle_data();
     void blendsAndUploadsLittle();
+    void linesOfScaledLayers();
 };
 
 void tst_stamps::textsAreToldApart()
@@ -302,6 +303,45 @@ void tst_stamps::blendsAndUploadsLittle()
     const auto moved = count([cursor] { cursor->setProperty("posIndex", 3); });
     QVERIFY2(moved.first > 1000 && moved.first < layer / 50, qPrintable(QString::number(moved.first)));
     QVERIFY2(moved.second < 500, qPrintable(QString::number(moved.second))); // the text of the distance
+}
+
+// They cover what the pixels become that they cover in a layer of the item's size.
+void tst_stamps::linesOfScaledLayers()
+{
+    QmlDocument document(R"(
+        GraphView {
+            width: 101; height: 101
+            axes: [
+                ValueAxis { id: horizontal; maxValue: 100; linesPlane: plane; labelsPlane: texts },
+                ValueAxis { id: vertical; alignment: Qt.AlignLeft; maxValue: 100; linesPlane: plane; labelsPlane: texts }
+            ]
+            XYScale { id: texts }
+            XYScale { id: plane; width: 101; height: 101 }
+            GraphPlot {
+                id: plot; width: 101; height: 101; plotStyle: GraphPlot.LinePlot; penColor: "red"
+                plotData: PlotSeries { axisX: horizontal; axisY: vertical; yData: [30, 30, 30]; xInterval: 50 }
+            }
+            GraphCursor { id: cursor; width: 101; height: 101; visible: true; posIndex: 1 }
+            GraphCursorY { id: level; width: 101; height: 101; visible: true; posIndex: 20 }
+        })");
+    QCoreApplication::processEvents();
+    const QImage empty = picture([](QPainter *) {}, QSize(101, 101));
+    for (const char *id : {"plane", "plot", "cursor", "level"}) {
+        auto *item = document.object<QQuickPaintedItem>(id);
+        item->setRenderTarget(QQuickPaintedItem::Image);
+        const QSize size(101, 101);
+        const auto scaled = [&](int scale) {
+            return picture(
+                [&](QPainter *painter) {
+                    painter->scale(scale, scale);
+                    item->paint(painter);
+                },
+                scale * size);
+        };
+        QVERIFY2(scaled(1) != empty, id);
+        const QRect middle(6, 6, 282, 282); // beside the ends of lines
+        QVERIFY2(scaled(3).copy(middle) == scaled(1).scaled(3 * size).copy(middle), id);
+    }
 }
 
 QTEST_MAIN(tst_stamps)

@@ -1,5 +1,7 @@
 #include "view/base/ShiftedItem.h"
 
+#include "raster/PixelCentres.h"
+
 #include <QPainter>
 
 #include <utility>
@@ -15,9 +17,14 @@ double ShiftedItem::framebufferShift() const
 #endif
 }
 
+double ShiftedItem::shiftOn(const QPainter &painter) const
+{
+    return isScaled(painter) ? 0.0 : framebufferShift();
+}
+
 void ShiftedItem::paint(QPainter *painter)
 {
-    const double shift = framebufferShift();
+    const double shift = shiftOn(*painter);
     if (shift != 0.0)
         painter->translate(shift, shift);
     paintShifted(painter);

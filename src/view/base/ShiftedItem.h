@@ -16,6 +16,8 @@ public:
     // In pixels: 1 into a framebuffer object, 0 into an image. Qt 6 has no such objects and paints every item
     // into an image; the property has no effect.
     virtual double framebufferShift() const;
+    // The same where a pixel of the item is one of the target; a scaled framebuffer has nothing to take back.
+    double shiftOn(const QPainter &painter) const;
 
     void paint(QPainter *painter) override;
 

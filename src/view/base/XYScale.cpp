@@ -191,7 +191,7 @@ void XYScale::paintShifted(QPainter *painter)
             axis->paintLines(painter, plotRect);
     }
     // Labels keep their place on every target.
-    if (const double shift = framebufferShift(); shift != 0.0)
+    if (const double shift = shiftOn(*painter); shift != 0.0)
         painter->translate(-shift, -shift);
     paintLabels(painter, plotRect);
 }

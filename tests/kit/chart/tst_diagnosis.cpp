@@ -488,6 +488,17 @@ private slots:
         QLoggingCategory::setFilterRules("graph.kit=false");
     }
 
+    // A document may be loaded before there is a window; its renderer takes nothing of a framebuffer's shift back.
+    void plotsAndCursorsAreImages()
+    {
+        QmlDocument document(
+            "Item { Chart { id: chart; GraphPlot { id: plot } GraphCursor { id: cursor } } }");
+        QQuickWindow window;
+        document.object<QQuickItem>("chart")->setParentItem(window.contentItem());
+        for (const char *id : {"plot", "cursor"})
+            QCOMPARE(document.object<QQuickPaintedItem>(id)->renderTarget(), QQuickPaintedItem::Image);
+    }
+
     void writesOverTheChart()
     {
         Bench bench(Chart{"GraphPlot {}"}.document());

@@ -182,6 +182,27 @@ private slots:
         QCOMPARE(inkBox(painted(document.object<Trace>("trace")), isInk).size(), QSize(5, 5));
     }
 
+    // In the middle of its pixel, a line covers what becomes of that pixel.
+    void scaled()
+    {
+        QmlDocument document(R"(Item {
+            ValueAxis { id: horizontal; maxValue: 2 }
+            ValueAxis { id: vertical; alignment: Qt.AlignLeft; maxValue: 100 }
+            Trace { id: trace; width: 101; height: 101; axisX: horizontal; axisY: vertical; values: [30.5, 30.5, 30.5] }
+        })");
+        auto *trace = document.object<Trace>("trace");
+        for (const int width : {1, 3}) {
+            trace->setLineWidth(width);
+            const Rows rows = paintedRows(painted(trace), 50);
+            const auto draw = [trace](QPainter *painter) {
+                painter->scale(2, 2);
+                trace->paint(painter);
+            };
+            QCOMPARE(paintedRows(picture(draw, QSize(202, 202), Qt::transparent), 100),
+                     Rows(2 * rows.first, 2 * rows.second + 1));
+        }
+    }
+
     // Of axes that a chart gave to the data; the values change their kind.
     void keepsItsAxes()
     {
