@@ -68,8 +68,8 @@ const char wholeScreen[] = R"(
                 id: cursor
                 z: 2
                 markers: [
-                    GraphMarker { color: "teal"; showDelta: true; deltaY: 40 },
-                    GraphMarker { color: "brown"; showDelta: true; deltaY: 60 }
+                    GraphMarker { visible: true; color: "teal"; showDelta: false },
+                    GraphMarker { visible: true; color: "brown"; showDelta: false }
                 ]
                 %2
             }

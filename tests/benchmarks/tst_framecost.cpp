@@ -180,7 +180,7 @@ void tst_framecost::asNoted_data()
         {"new", 269838, 158143, 181600},
         {"pan", 376526, 159490, 178008},
         {"window", 376526, 26831, 7322},
-        {"cursor", 10922, 158575, 2208},
+        {"cursor", 26781, 171193, 39854},
     };
     for (const auto &row : rows)
         QTest::newRow(row.work) << row.displayed << row.triangles << row.uploaded;
