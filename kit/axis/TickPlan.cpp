@@ -147,7 +147,8 @@ QVector<double> decadeValues(const TickRequest &request, const QVector<int> &man
             const double value =
                 exponent < 0 ? mantissa / std::pow(10.0, -exponent) : mantissa * powerOfTen(exponent);
             const double rounding = 1e-12 * value;
-            if (value >= request.lowest - rounding && value <= request.highest + rounding)
+            if (std::isfinite(value) && value >= request.lowest - rounding &&
+                value <= request.highest + rounding)
                 values.append(value);
         }
     }

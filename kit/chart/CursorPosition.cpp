@@ -1,7 +1,6 @@
 #include "kit/chart/CursorPosition.h"
 
 #include "cursors/GraphCursor.h"
-#include "cursors/GraphCursorY.h"
 #include "data/PlotData.h"
 #include "kit/data/Store.h"
 #include "view/base/AbstractPlot.h"
@@ -19,11 +18,6 @@ constexpr double inset = 2.0;    // from an end of the line
 constexpr double gap = 4.0;      // to an obstacle
 constexpr double marginX = 10.0; // around the text
 constexpr double marginY = 3.0;
-
-bool isHorizontal(const GraphCursor &cursor)
-{
-    return qobject_cast<const GraphCursorY *>(&cursor);
-}
 
 // So that the line is in its middle.
 double odd(double length)
@@ -124,10 +118,10 @@ QString CursorPosition::textOf(const GraphCursor &cursor) const
     if (!data)
         return {};
     if (chart())
-        return isHorizontal(cursor) ? chart()->formatY(cursor.primaryPlot(), cursor.posValue())
-                                    : chart()->formatX(cursor.posValue());
-    return isHorizontal(cursor) ? data->formattedYValue(cursor.posValue())
-                                : data->formattedXValue(cursor.posValue());
+        return cursor.isHorizontal() ? chart()->formatY(cursor.primaryPlot(), cursor.posValue())
+                                     : chart()->formatX(cursor.posValue());
+    return cursor.isHorizontal() ? data->formattedYValue(cursor.posValue())
+                                 : data->formattedXValue(cursor.posValue());
 }
 
 void CursorPosition::place(const GraphCursor &cursor)
@@ -136,7 +130,7 @@ void CursorPosition::place(const GraphCursor &cursor)
     const double line = cursor.posOnScreen();
     const QSizeF area(around()->width(), around()->height());
     box()->setSize(size);
-    if (isHorizontal(cursor)) {
+    if (cursor.isHorizontal()) {
         box()->setPosition({m_isAtRight ? area.width() - size.width() - inset : inset,
                             within(line - (size.height() - 1.0) / 2.0, area.height() - size.height())});
         return;

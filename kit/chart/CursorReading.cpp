@@ -2,7 +2,6 @@
 
 #include "common/SafeInteger.h"
 #include "cursors/GraphCursor.h"
-#include "cursors/GraphCursorY.h"
 #include "data/PlotData.h"
 #include "kit/axis/ChartAxis.h"
 #include "kit/chart/TraceReach.h"
@@ -169,8 +168,7 @@ void CursorReading::readValue(const GraphCursor &cursor, int index)
         m_place.crossing.setY(isPlaced ? std::floor(levels->mapToItemY(m_levelY) + 0.5) : 0.0);
     } else if (index >= 0) {
         // That of a horizontal cursor is not read along x.
-        const bool isRead =
-            qobject_cast<const GraphCursorY *>(&cursor) || reachesTo(*m_plot, cursor.posValue());
+        const bool isRead = cursor.isHorizontal() || reachesTo(*m_plot, cursor.posValue());
         m_reading = isRead ? cursor.yValues().value(index) : std::numeric_limits<double>::quiet_NaN();
         m_place.crossing.setY(pixel(cursor.yPositions().value(index)));
     }

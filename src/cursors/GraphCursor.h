@@ -88,6 +88,8 @@ public:
     int posOnScreen() const { return m_posOnScreen; }
     int panMargin() const { return m_panMargin; }
     QFont font() const { return m_font; }
+    // Whether its line is a level. Also while it is being destroyed, when a GraphCursorY is no longer one.
+    bool isHorizontal() const;
     AbstractPlot *primaryPlot() const;
     PlotData *primarySeries() const;
     ValueAxis *followedAxis() const;

@@ -86,6 +86,11 @@ QQmlListProperty<GraphMarker> GraphCursor::markers()
     return {this, nullptr, append, count, at, clear};
 }
 
+bool GraphCursor::isHorizontal() const
+{
+    return &m_direction == &graph::CursorDirection::alongY;
+}
+
 AbstractPlot *GraphCursor::primaryPlot() const
 {
     return m_primaryPlot ? m_primaryPlot.data() : m_plots.first();

@@ -434,6 +434,7 @@ private slots:
         for (const char *parent : {"view", "inner"}) {
             auto *maker = bench.document().object<QQmlComponent>("maker");
             QObject *trace = maker->create(qmlContext(bench.document().object("view")));
+            trace->setParent(bench.document().object(parent));
             static_cast<QQuickItem *>(trace)->setParentItem(bench.document().object<QQuickItem>(parent));
             auto *diagnosis = bench.document().object<graph::Diagnosis>("diagnosis");
             diagnosis->look();
