@@ -63,7 +63,7 @@ public:
     // Off or where the document has written the range. leastPositive: the smallest value above 0, for a
     // logarithmic axis of data that reach down to 0; 0 if not known.
     void setDataExtent(double lowest, double highest, double leastPositive = 0.0);
-    // There is no data any more: what comes next is fitted as the first data are, whatever the range is now.
+    // There is no data any more: what comes next is fitted as the first data are, not by the present range.
     void clearDataExtent() { m_hasFollowedData = false; }
     // An invalid colour, the default, is that of the labels.
     void setTitleColor(const QColor &color);
