@@ -2,7 +2,7 @@
 
 namespace graph {
 
-bool FoundPlan::Key::operator==(const Key &other) const
+bool PlanKey::operator==(const PlanKey &other) const
 {
     return lowest == other.lowest && highest == other.highest && length == other.length &&
            numbering == other.numbering;
@@ -10,10 +10,9 @@ bool FoundPlan::Key::operator==(const Key &other) const
 
 TickPlan FoundPlan::of(const AxisNumbering &numbering, double lowest, double highest, double length)
 {
-    // A formatter may answer differently at any time.
     if (numbering.formatter)
         return numbering.plan(lowest, highest, length);
-    const Key key{lowest, highest, length, numbering};
+    const PlanKey key{lowest, highest, length, numbering};
     const std::lock_guard<std::mutex> lock(m_mutex);
     if (!(m_key == key)) {
         m_plan = numbering.plan(lowest, highest, length, &m_widths);

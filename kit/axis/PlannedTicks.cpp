@@ -9,12 +9,10 @@ namespace graph {
 bool PlannedTicks::update(const AxisNumbering &numbering, double lowest, double highest, double length,
                           FoundPlan *found)
 {
-    const bool isKnown = m_key && m_key->lowest == lowest && m_key->highest == highest &&
-                         m_key->length == length && m_key->numbering == numbering;
-    // A formatter may answer differently at any time.
-    if (isKnown && !numbering.formatter)
+    const PlanKey key{lowest, highest, length, numbering};
+    if (m_key && *m_key == key && !numbering.formatter)
         return false;
-    m_key = Key{lowest, highest, length, numbering};
+    m_key = key;
     TickPlan wanted = found->of(numbering, lowest, highest, length);
     if (wanted == m_plan)
         return false;

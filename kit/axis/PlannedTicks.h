@@ -21,16 +21,8 @@ public:
     void forget() { *this = {}; }
 
 private:
-    struct Key
-    {
-        double lowest;
-        double highest;
-        double length;
-        AxisNumbering numbering;
-    };
-
     TickPlan m_plan;
-    std::optional<Key> m_key;
+    std::optional<PlanKey> m_key;
     int m_widestText = 0;
 };
 
