@@ -1,6 +1,7 @@
 #include "painters/CrossPainter.h"
 
 #include "common/SafeInteger.h"
+#include "raster/PixelCentres.h"
 
 #include <QPainter>
 
@@ -37,6 +38,7 @@ void CrossPainter::paint(QPainter *painter, const QRectF &visibleRect, float sca
     pen.setColor(m_crossColor);
     pen.setWidth(graph::penWidth(m_lineWidth));
     painter->setPen(pen);
+    const graph::PixelCentres centred(painter);
     painter->drawLine(graph::pixel(x - half), graph::pixel(y), graph::pixel(x + half), graph::pixel(y));
     painter->drawLine(graph::pixel(x), graph::pixel(y - half), graph::pixel(x), graph::pixel(y + half));
 }

@@ -3,6 +3,7 @@
 #include "common/Opacity.h"
 #include "common/SafeInteger.h"
 #include "data/ColumnSearch.h"
+#include "raster/PixelCentres.h"
 #include "raster/PolygonGeometry.h"
 #include "raster/Strokes.h"
 
@@ -334,6 +335,7 @@ void IntegralPainter::fillColumns(QPainter *painter, const graph::Curve &curve, 
             strokes.append(QLine(column, baseRow, column, row));
     }
     painter->setPen(QPen(graph::translucent(m_integralColor, m_fillOpacity), 1, Qt::SolidLine, Qt::FlatCap));
+    const graph::PixelCentres across(painter, {1, 0});
     graph::drawUprightLines(painter, strokes);
 }
 
@@ -343,6 +345,7 @@ void IntegralPainter::drawEdges(QPainter *painter, const graph::Curve &curve, co
     if (width == 0)
         return;
     painter->setPen(QPen(m_integralColor, width, Qt::SolidLine, Qt::FlatCap));
+    const graph::PixelCentres across(painter, {1, 0});
     for (double limit : {m_begin, m_end}) {
         const double y = graph::interpolatedY(curve, limit);
         const bool visible = limit >= frame.visibleRect.x() &&

@@ -1,6 +1,7 @@
 #include "painters/SegmentPainter.h"
 
 #include "common/SafeInteger.h"
+#include "raster/PixelCentres.h"
 #include "raster/PolygonGeometry.h"
 
 #include <QPainter>
@@ -92,6 +93,7 @@ void SegmentPainter::draw(QPainter *painter, const QPoint &begin, const QPoint &
     painter->save();
     QPen pen(m_segmentColor, graph::penWidth(m_lineWidth), m_lineStyle, Qt::RoundCap);
     painter->setPen(pen);
+    const graph::PixelCentres centred(painter);
     painter->drawLine(begin, end);
 
     pen.setStyle(Qt::SolidLine);

@@ -2,6 +2,7 @@
 
 #include "plots/AreaStrokes.h"
 #include "plots/SampleDensity.h"
+#include "raster/PixelCentres.h"
 #include "raster/Strokes.h"
 
 #include <QPainter>
@@ -103,6 +104,7 @@ void AreaPlot::paintPlot(const graph::PlotFrame &frame)
     pen.setCapStyle(Qt::FlatCap);
     frame.painter->setPen(pen);
     const bool ascending = !m_maxData->usePointsAsSegments();
+    const graph::PixelCentres across(frame.painter, {1, 0});
     graph::drawUprightLines(
         frame.painter, graph::areaStrokes(upper, lower, frame.mapping, graph::pixel(width()), ascending));
 }

@@ -3,6 +3,7 @@
 #include "common/Opacity.h"
 #include "data/PlotRegions.h"
 #include "plots/RegionLabels.h"
+#include "raster/PixelCentres.h"
 
 #include <QFontMetricsF>
 #include <QPainter>
@@ -182,6 +183,7 @@ void GraphBands::paintShape(QPainter *painter, const Band &band) const
     const QColor color = colorOf(band.region);
     if (band.right - band.left < narrowestShape) {
         painter->setPen(QPen(color, 1, Qt::SolidLine, Qt::FlatCap));
+        const graph::PixelCentres across(painter, {1, 0});
         painter->drawLine(band.left, band.base, band.left, band.level);
         return;
     }

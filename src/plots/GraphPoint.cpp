@@ -1,6 +1,7 @@
 #include "plots/GraphPoint.h"
 
 #include "common/SafeInteger.h"
+#include "raster/PixelCentres.h"
 
 #include <QPainter>
 
@@ -109,10 +110,12 @@ int GraphPoint::marginBottom() const
 
 void GraphPoint::drawHorizontalLine(QPainter *painter, int x, int y) const
 {
+    const graph::PixelCentres centred(painter);
     painter->drawLine(x - size() / 2, y, x + size() / 2, y);
 }
 
 void GraphPoint::drawVerticalLine(QPainter *painter, int x, int y) const
 {
+    const graph::PixelCentres centred(painter);
     painter->drawLine(x, y - size() / 2, x, y + size() / 2);
 }

@@ -1,5 +1,7 @@
 #include "plots/GraphPointShapes.h"
 
+#include "raster/PixelCentres.h"
+
 #include <QPainter>
 
 /*!
@@ -10,6 +12,7 @@
 void GraphPointDot::paint(QPainter *painter, int x, int y)
 {
     painter->setPen(roundPen());
+    const graph::PixelCentres centred(painter);
     painter->drawLine(x, y, x + size(), y + size());
 }
 
@@ -21,6 +24,7 @@ void GraphPointDot::paint(QPainter *painter, int x, int y)
 void GraphPointCircle::paint(QPainter *painter, int x, int y)
 {
     painter->setPen(roundPen());
+    const graph::PixelCentres centred(painter);
     painter->drawEllipse(x - size(), y - size(), 2 * size(), 2 * size());
 }
 

@@ -193,10 +193,12 @@ void TracePainting::paintEnvelope()
     if (!m_mapping.isLinearX() && m_style.shape != TraceStyle::Bars)
         bridgeStraight(envelope, m_samples, m_mapping);
     switch (m_style.shape) {
-    case TraceStyle::Fill:
+    case TraceStyle::Fill: {
         setPen(fillColor(), 1);
+        const PixelCentres across(m_painter, {1, 0});
         drawUprightLines(m_painter, fillStrokes(envelope, m_mapping, m_baseRow));
         break;
+    }
     case TraceStyle::Line:
         break;
     case TraceStyle::MaxLine:

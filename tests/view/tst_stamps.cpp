@@ -315,8 +315,26 @@ void tst_stamps::linesOfScaledLayers()
                 ValueAxis { id: horizontal; maxValue: 100; linesPlane: plane; labelsPlane: texts },
                 ValueAxis { id: vertical; alignment: Qt.AlignLeft; maxValue: 100; linesPlane: plane; labelsPlane: texts }
             ]
+            series: [
+                PlotSeries { id: high; axisX: horizontal; axisY: vertical; xInterval: 0.1; xFirstValue: 20 },
+                PlotSeries { id: low; axisX: horizontal; axisY: vertical; xInterval: 0.1; xFirstValue: 20 }
+            ]
             XYScale { id: texts }
             XYScale { id: plane; width: 101; height: 101 }
+            AreaPlot { id: area; width: 101; height: 101; penColor: "red"; maxData: high; minData: low }
+            GraphPlot { id: fill; width: 101; height: 101; penColor: "red"; useTransparencyForFillPlot: false; plotData: high }
+            ContainerPlot {
+                id: integral; width: 101; height: 101; axisX: horizontal; axisY: vertical
+                IntegralPainter { plotParent: integral; plotData: high; fillOpacity: 1; begin: 30; end: 60 }
+            }
+            ContainerPlot {
+                id: segment; width: 101; height: 101; axisX: horizontal; axisY: vertical
+                SegmentPainter { plotParent: segment; point1X: -9; point1Y: 40; point2X: 109; point2Y: 40; lineWidth: 3 }
+            }
+            GraphPlot {
+                id: points; width: 101; height: 101; plotStyle: GraphPlot.ScatterPlot; graphPoint: GraphPointCross { pointSize: 300 }
+                plotData: PlotSeries { axisX: horizontal; axisY: vertical; yData: [30, 70]; xInterval: 50 }
+            }
             GraphPlot {
                 id: plot; width: 101; height: 101; plotStyle: GraphPlot.LinePlot; penColor: "red"
                 plotData: PlotSeries { axisX: horizontal; axisY: vertical; yData: [30, 30, 30]; xInterval: 50 }
@@ -324,9 +342,12 @@ void tst_stamps::linesOfScaledLayers()
             GraphCursor { id: cursor; width: 101; height: 101; visible: true; posIndex: 1 }
             GraphCursorY { id: level; width: 101; height: 101; visible: true; posIndex: 20 }
         })");
+    document.object("high")->setProperty("yData", QVariant::fromValue(QVector<double>(501, 70.0)));
+    document.object("low")->setProperty("yData", QVariant::fromValue(QVector<double>(501, 10.0)));
     QCoreApplication::processEvents();
     const QImage empty = picture([](QPainter *) {}, QSize(101, 101));
-    for (const char *id : {"plane", "plot", "cursor", "level"}) {
+    for (const char *const id :
+         {"plane", "plot", "cursor", "level", "area", "fill", "integral", "segment", "points"}) {
         auto *item = document.object<QQuickPaintedItem>(id);
         item->setRenderTarget(QQuickPaintedItem::Image);
         const QSize size(101, 101);
