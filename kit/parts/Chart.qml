@@ -22,6 +22,9 @@ ChartView {
     // For the tags and flags of cursors, which keep clear of them.
     readonly property alias liveButton: liveLoader
     legendBox: legendLoader.item ? legendLoader.item.box : null
+    // x runs to the right in every language, and so do the texts beside it.
+    LayoutMirroring.enabled: false
+    LayoutMirroring.childrenInherit: true
 
     // What the document writes comes before what the cursor says.
     property bool _isComplete: false

@@ -208,8 +208,12 @@ void GraphView::assignPlanes()
 
 void GraphView::adoptChild(QQuickItem *child)
 {
-    const bool fillsView = child == m_contentItem || m_scales.contains(qobject_cast<XYScale *>(child));
-    stretch(child, fillsView ? this : m_contentItem.data());
+    if (child == m_contentItem) {
+        m_isPlotAreaPlaced = true;
+        placePlotArea(QSizeF(width(), height()));
+        return;
+    }
+    stretch(child, m_scales.contains(qobject_cast<XYScale *>(child)) ? this : m_contentItem.data());
     if (auto *plot = qobject_cast<AbstractPlot *>(child)) {
         addPlot(plot);
     } else if (auto *cursor = qobject_cast<GraphCursor *>(child)) {
@@ -283,18 +287,25 @@ void GraphView::handleMarginsChanged(int left, int right, int top, int bottom)
         if (scale)
             scale->setPlotAreaMargins(margins);
     }
-    insetPlotArea(margins);
+    m_margins = margins;
+    placePlotArea(QSizeF(width(), height()));
 }
 
-void GraphView::insetPlotArea(const QMargins &margins)
+// Not by anchors, the margins of which change sides where a document mirrors its layout: those of the axes do not.
+void GraphView::placePlotArea(const QSizeF &size)
 {
-    auto *anchors = m_contentItem ? m_contentItem->property("anchors").value<QObject *>() : nullptr;
-    if (!anchors)
+    if (!m_contentItem || !m_isPlotAreaPlaced)
         return;
-    anchors->setProperty("leftMargin", margins.left());
-    anchors->setProperty("rightMargin", margins.right());
-    anchors->setProperty("topMargin", margins.top());
-    anchors->setProperty("bottomMargin", margins.bottom());
+    m_contentItem->setPosition(QPointF(m_margins.left(), m_margins.top()));
+    m_contentItem->setSize(QSizeF(size.width() - m_margins.left() - m_margins.right(),
+                                  size.height() - m_margins.top() - m_margins.bottom()));
+}
+
+void GraphView::GRAPH_GEOMETRY_CHANGED(const QRectF &now, const QRectF &before)
+{
+    if (now.size() != before.size())
+        placePlotArea(now.size());
+    QQuickItem::GRAPH_GEOMETRY_CHANGED(now, before);
 }
 
 void GraphView::updateChildren()

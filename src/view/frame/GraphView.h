@@ -48,6 +48,7 @@ signals:
 
 protected:
     void componentComplete() override;
+    void GRAPH_GEOMETRY_CHANGED(const QRectF &now, const QRectF &before) override;
 
     // For views that take children at any time, or wire them in another way.
     virtual void adoptChild(QQuickItem *child);
@@ -68,12 +69,14 @@ private:
 
     void findScales();
     void assignPlanes();
-    void insetPlotArea(const QMargins &margins);
+    void placePlotArea(const QSizeF &size);
 
     QVector<QPointer<ValueAxis>> m_axes;
     QVector<QPointer<PlotData>> m_series;
     // Both are the view's own, and yet a document that reaches them can delete them.
     QPointer<QQuickItem> m_contentItem;
+    QMargins m_margins; // around it
+    bool m_isPlotAreaPlaced = false;
     QPointer<ZoomRect> m_zoomRect;
     QPointer<XYScale> m_defaultScale;
     QVector<QPointer<XYScale>> m_scales;
