@@ -3,6 +3,8 @@
 #include "kit/data/Telling.h"
 #include "kit/plots/TraceStrokes.h"
 
+#include <algorithm>
+#include <cmath>
 #include <initializer_list>
 
 namespace graph {
@@ -13,11 +15,13 @@ constexpr int widestGrid = 16;
 
 // The colours of M. Okabe and K. Ito, "Color Universal Design" (2008), which people with any of the common
 // kinds of colour blindness tell apart. In the order of their contrast with the background: yellow is
-// of no use on white and dark blue of little on black. Grey replaces black.
+// of no use on white and dark blue of little on black. Grey replaces black. On white, those that are too light for it are
+// darker, and the others moved away from them.
 constexpr std::initializer_list<const char *> colorsOnDark = {"#56b4e9", "#e69f00", "#009e73", "#f0e442",
                                                               "#cc79a7", "#d55e00", "#0072b2", "#bbbbbb"};
-constexpr std::initializer_list<const char *> colorsOnLight = {"#0072b2", "#d55e00", "#009e73", "#cc79a7",
-                                                               "#e69f00", "#56b4e9", "#666666"};
+constexpr std::initializer_list<const char *> colorsOnLight = {"#0072b2", "#be4600", "#009e73", "#c27dac",
+                                                               "#c58700", "#3f96f4", "#666666"};
+constexpr double leastContrast = 3.0; // that WCAG 2 asks of lines
 
 QVariantList colorList(std::initializer_list<const char *> names)
 {
@@ -32,6 +36,21 @@ QColor mixed(const QColor &color, const QColor &other, double part)
     const auto between = [part](double a, double b) { return a + (b - a) * part; };
     return QColor::fromRgbF(between(color.redF(), other.redF()), between(color.greenF(), other.greenF()),
                             between(color.blueF(), other.blueF()), color.alphaF());
+}
+
+// As WCAG 2 defines it, and the contrast of two colours.
+double luminance(const QColor &color)
+{
+    const auto linear = [](double part) {
+        return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
+}
+
+double contrast(const QColor &color, const QColor &other)
+{
+    const auto [darker, lighter] = std::minmax({luminance(color), luminance(other)});
+    return (lighter + 0.05) / (darker + 0.05);
 }
 
 // Lists from a document hold colours or their names.
@@ -90,22 +109,22 @@ QFont ChartTheme::font() const
     return font;
 }
 
-// When the colours are used up, they come again stronger against the background, then weaker.
+// When the colours are used up, they come again stronger against the background, then greyer.
 QColor ChartTheme::traceColor(int index) const
 {
     const int count = m_traceColors.size();
     const QColor color = count == 0 ? QColor() : colorOf(m_traceColors.at(index % count));
     if (!color.isValid())
         return m_textColor;
-    const bool isDark = m_plotBackground.lightnessF() < 0.5;
-    switch (index / count % 3) {
-    case 1:
-        return mixed(color, isDark ? Qt::white : Qt::black, 0.5);
-    case 2:
-        return mixed(color, m_plotBackground, 0.35);
-    default:
+    const int round = index / count % 3;
+    if (round == 0)
         return color;
-    }
+    const QColor strongest = m_plotBackground.lightnessF() < 0.5 ? Qt::white : Qt::black;
+    QColor again = mixed(color, round == 1 ? strongest : QColor("#8c8c8c"), 0.5);
+    constexpr int mostSteps = 40;
+    for (int step = 0; step < mostSteps && contrast(again, m_plotBackground) < leastContrast; ++step)
+        again = mixed(again, strongest, 0.05);
+    return again;
 }
 
 QVector<QColor> ChartTheme::colorsOfMarkers() const
@@ -205,7 +224,7 @@ void ChartTheme::setFontSize(int pixels)
 /*!
     \qmlproperty list<color> ChartTheme::traceColors
     The colours of the traces that name none, in the order of the traces. Of more traces the next ones have them
-    lighter on a dark and darker on a light background, those after them paler, and then they start again.
+    lighter on a dark and darker on a light background, those after them greyer, and then they start again.
     By default colours that colour-blind people can tell apart.
 */
 void ChartTheme::setTraceColors(const QVariantList &colors)
