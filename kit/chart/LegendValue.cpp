@@ -1,5 +1,6 @@
 #include "kit/chart/LegendValue.h"
 
+#include "axis/ValueAxis.h"
 #include "cursors/GraphCursor.h"
 #include "data/PlotData.h"
 #include "kit/chart/TraceReach.h"
@@ -49,6 +50,7 @@ void LegendValue::setPlot(AbstractPlot *plot)
     m_plot = plot;
     if (plot) {
         connect(plot, &QQuickItem::visibleChanged, this, [this] { invalidate(); });
+        connect(plot, &AbstractPlot::axisYChanged, this, [this] { invalidate(); });
         connect(plot, &AbstractPlot::plotDataChanged, this, [this] { followData(); });
     }
     followData();
@@ -166,8 +168,29 @@ QString LegendValue::found() const
     return m_chart ? m_chart->formatY(m_plot, value) : data->formattedYValue(value);
 }
 
+// Its range has a say in the digits, and its unit in the prefix.
+void LegendValue::followAxis()
+{
+    ValueAxis *axis = m_plot ? m_plot->axisY() : nullptr;
+    if (m_axis == axis)
+        return;
+    if (m_axis)
+        disconnect(m_axis.data(), nullptr, this, nullptr);
+    m_axis = axis;
+    if (!axis)
+        return;
+    const auto changed = [this] {
+        if (m_isNewest || m_cursor)
+            invalidate();
+    };
+    connect(axis, &ValueAxis::visibleRangeChanged, this, changed);
+    connect(axis, &ValueAxis::unitChanged, this, changed);
+    connect(axis, &ValueAxis::formatterChanged, this, changed);
+}
+
 void LegendValue::updatePolish()
 {
+    followAxis();
     if (!store(m_told, text()))
         return;
     if (m_label)

@@ -8,6 +8,8 @@
 
 class AbstractPlot;
 class GraphCursor;
+class PlotData;
+class ValueAxis;
 
 Q_MOC_INCLUDE("cursors/GraphCursor.h")
 Q_MOC_INCLUDE("data/PlotData.h")
@@ -67,6 +69,7 @@ protected:
 private:
     void invalidate();
     void followData();
+    void followAxis();
     void placeLabel();
     void growTo(double width);
     QString found() const;
@@ -74,6 +77,7 @@ private:
     QPointer<ChartView> m_chart;
     QPointer<AbstractPlot> m_plot;
     QPointer<PlotData> m_data;
+    QPointer<ValueAxis> m_axis;
     QPointer<GraphCursor> m_cursor;
     QPointer<QQuickItem> m_label;
     bool m_isNewest = false;

@@ -29,8 +29,8 @@ Item {
     /*! Of the text; inside of a Chart that of its theme, with a bar in the colour of the trace beside it, and elsewhere that
         of the trace. */
     property color textColor: theme ? theme.textColor : color
-    /*! Behind the text; inside of a Chart that of its plot area, transparent elsewhere. */
-    property color backgroundColor: theme ? Theme.translucent(theme.plotBackground, 0.85) : "transparent"
+    /*! Behind the text; inside of a Chart that of its plot area, elsewhere translucent black, or white below a dark text. */
+    property color backgroundColor: theme ? Theme.translucent(theme.plotBackground, 0.85) : Theme.behind(textColor)
     /*! Of the text; inside of a Chart that of its theme. */
     property string fontFamily: theme ? theme.fontFamily : "Roboto"
     property int fontSize: theme ? theme.fontSize : 14

@@ -16,8 +16,10 @@ Item {
     property color color: cursor ? Qt.rgba(cursor.color.r, cursor.color.g, cursor.color.b, 1) : "transparent"
     readonly property var chart: Theme.chartOf(tag)
     readonly property var theme: chart ? chart.colors : null
-    /*! Of the text, and its font; inside of a Chart those of its theme. */
-    property color textColor: theme ? theme.plotBackground : "black"
+    /*! Of the text: inside of a Chart the background of its theme. Elsewhere, and where that could not be read, black or
+        white. */
+    property color textColor: Theme.onto(color, theme)
+    /*! Of the text; inside of a Chart those of its theme. */
     property string fontFamily: theme ? theme.fontFamily : "Roboto"
     property int fontSize: theme ? theme.fontSize : 13
     /*! At which end of a horizontal line; false by default. */

@@ -25,9 +25,10 @@ Item {
     property bool inARow: false
     readonly property var chart: Theme.chartOf(legend)
     readonly property var theme: chart ? chart.colors : null
-    /*! Of the names and values, and what is behind them; inside of a Chart those of its theme. */
+    /*! Of the names and values, and what is behind them; inside of a Chart those of its theme, elsewhere white on
+        translucent black, or a darker text on translucent white. */
     property color textColor: theme ? theme.textColor : "white"
-    property color backgroundColor: theme ? Theme.translucent(theme.plotBackground, 0.85) : "transparent"
+    property color backgroundColor: theme ? Theme.translucent(theme.plotBackground, 0.85) : Theme.behind(textColor)
     /*! Of the names and values; inside of a Chart those of its theme. */
     property string fontFamily: theme ? theme.fontFamily : "Roboto"
     property int fontSize: theme ? theme.fontSize : 14

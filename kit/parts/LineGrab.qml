@@ -31,8 +31,10 @@ Item {
     // Where the legend is above, the flags are below it.
     readonly property real _top: _legend && _legend.y < flag.height && flag.x < _legend.x + _legend.width
                                  && _legend.x < flag.x + flag.width ? _legend.y + _legend.height : 0
-    /*! Of the name on the flag, and its font; inside of a Chart those of its theme. */
-    property color textColor: theme ? theme.plotBackground : "black"
+    /*! Of the name on the flag: inside of a Chart the background of its theme. Elsewhere, and where that could not be read,
+        black or white. */
+    property color textColor: Theme.onto(color, theme)
+    /*! Of the name on the flag; inside of a Chart those of its theme. */
     property string fontFamily: theme ? theme.fontFamily : "Roboto"
     property int fontSize: theme ? theme.fontSize : 13
     /*! \internal

@@ -23,8 +23,8 @@ LineGrab {
     property GraphMarker marker: _parentMarker
     readonly property GraphCursor cursor: parent
     /*! Behind the distance that the cursor writes, so that it can be read over a trace; inside of a Chart that of its plot
-        area, transparent elsewhere. */
-    property color backgroundColor: theme ? Theme.translucent(theme.plotBackground, 0.85) : "transparent"
+        area, elsewhere translucent black, or white below a dark text. */
+    property color backgroundColor: theme ? Theme.translucent(theme.plotBackground, 0.85) : Theme.behind(color)
 
     function freeRow() {
         var used = [];
