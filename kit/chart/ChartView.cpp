@@ -35,6 +35,14 @@ bool hasSize(const QQuickItem *item)
     return item->width() != 0.0 || item->height() != 0.0;
 }
 
+// Positioners, layouts and images are empty at first, and then as large as what comes; those of the document's traces
+// are not.
+bool sizesItself(const QQuickItem *item)
+{
+    return (item->inherits("QQuickImplicitSizeItem") && !item->inherits("QQuickLoader")) ||
+           item->inherits("QQuickLayout");
+}
+
 // Plots and cursors that go through a framebuffer are one pixel off with the software renderer.
 void drawAsImage(QQuickItem *item)
 {
@@ -65,8 +73,11 @@ void drawAsImage(QQuickItem *item)
     The ranges of axes with a WaterfallPlot are exactly its extent, without a grid, and a ColorScale is placed at
     the right of the plot area.
 
-    Without a size it is 400 by 240 pixels. Items that have a size of their own stay where they are; others
-    are stretched over the plot area.
+    Without a size it is 400 by 240 pixels. Items that have a size of their own stay where they are, and so do positioners,
+    layouts and images, whose size comes with their content; others are stretched over the plot area.
+
+    x runs to the right in every language: \c LayoutMirroring is off in a chart, for items of your own, too, unless the
+    document switches it on there.
 */
 ChartView::ChartView(QQuickItem *parent)
     : GraphView(parent)
@@ -232,7 +243,7 @@ void ChartView::adoptChild(QQuickItem *child)
                          qobject_cast<GraphCursor *>(child);
     if (child == m_underlay)
         stretch(child, this);
-    else if (child == plotArea() || child == m_overlay || isDrawn || !hasSize(child))
+    else if (child == plotArea() || child == m_overlay || isDrawn || (!hasSize(child) && !sizesItself(child)))
         GraphView::adoptChild(child);
 }
 

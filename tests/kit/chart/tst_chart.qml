@@ -165,6 +165,41 @@ TestCase {
         verify(area.y < metrics.height);
     }
 
+    // Not even what a layout from right to left turns round.
+    function test_mirrored_data() {
+        return [
+            { tag: "chart", parts: "Chart { anchors.fill: parent; follow: 1; title: 'Title'; legend.values: true; "
+                                   + "ChartAxis { id: right; alignment: Qt.AlignRight; maxValue: 1e9 } Trace { name: 'One'; values: [1, 5, 3] }"
+                                   + "Trace { name: 'Two'; axisY: right; values: [1, 5, 3] } Component.onCompleted: following = false }" },
+            { tag: "view", parts: "GraphView { anchors.fill: parent; axes: [ValueAxis { id: x; linesPlane: plane; labelsPlane: plane },"
+                                  + "ValueAxis { id: y; alignment: Qt.AlignLeft; margin: 50; linesPlane: plane; labelsPlane: plane }]"
+                                  + "XYScale { id: plane } Trace { axisX: x; axisY: y; values: [1, 5, 3] } }" }
+        ];
+    }
+
+    function test_mirrored(data) {
+        function places(item) {
+            var all = [item.x, item.y, item.width, item.height].join(" ");
+            return [all].concat(Array.from(item.children).map(places)).join("\n");
+        }
+        var views = [false, true].map(mirrored => createTemporaryQmlObject(
+            "import QtQuick 2.15; import graph_plugin 1.0; import graph_kit 1.0; Item { anchors.fill: parent; LayoutMirroring.enabled: "
+            + mirrored + "; LayoutMirroring.childrenInherit: true; " + data.parts + "}", testCase));
+        views.forEach(waitForRendering);
+        verify(places(views[0]).length > 50);
+        compare(places(views[1]), places(views[0]));
+    }
+
+    // A positioner is as large as its content, also when that comes later.
+    function test_itemsWithContent() {
+        var chart = createTemporaryQmlObject("import QtQuick 2.15; import graph_kit 1.0; Chart { anchors.fill: parent; property Item column: Column {"
+            + "parent: chart; x: 300; y: 100; Repeater { id: rows; model: 0; Item { width: 20; height: 10 } } property alias rows: rows } id: chart }", testCase);
+        waitForRendering(chart);
+        chart.column.rows.model = 3;
+        tryCompare(chart.column, "height", 30);
+        compare([chart.column.x, chart.column.y, chart.column.width].join(" "), "300 100 20");
+    }
+
     // An axis that no trace uses says nothing; the one in its place has the grid.
     function test_idleAxis() {
         var chart = make(withTop), area = chart.plotArea, top = chart.upper, trace = chart.traces[0];

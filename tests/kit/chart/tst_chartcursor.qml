@@ -38,6 +38,32 @@ TestCase {
     }
 
     Component {
+        id: plain
+
+        GraphView {
+            id: view
+
+            property color color: "white"
+            readonly property var parts: [tag, flag, reading]
+
+            width: 640
+            height: 400
+            axes: [
+                ValueAxis { id: axisX; linesPlane: plane; labelsPlane: plane },
+                ValueAxis { id: axisY; alignment: Qt.AlignLeft; linesPlane: plane; labelsPlane: plane }
+            ]
+            XYScale { id: plane }
+            Trace { id: bars; color: view.color; style: Trace.Bars; axisX: axisX; axisY: axisY; values: [1, 2] }
+            GraphCursor {
+                color: view.color
+                markers: GraphMarker { visible: true; color: view.color; MarkerGrab { id: flag; text: "A" } }
+                CursorReadout { id: reading; plot: bars }
+                CursorTag { id: tag }
+            }
+        }
+    }
+
+    Component {
         id: live
 
         Chart {
@@ -148,13 +174,21 @@ TestCase {
         });
     }
 
+    // What WCAG 2 asks of lines is 3.
+    function contrast(a, b) {
+        const part = part => part <= 0.04045 ? part / 12.92 : Math.pow((part + 0.055) / 1.055, 2.4);
+        const [dark, light] = [a, b].map(color => 0.2126 * part(color.r) + 0.7152 * part(color.g) + 0.0722 * part(color.b)).sort();
+        return (light + 0.05) / (dark + 0.05);
+    }
+
     // Nor one of many traces for another one, nor for the background.
     function test_colorsOfManyTraces() {
-        var chart = createTemporaryQmlObject("import QtQuick 2.15; import graph_kit 1.0; Chart { Repeater { model: 20; Trace {} } }", testCase);
-        tryCompare(chart.traces, "length", 20);
+        var chart = createTemporaryQmlObject("import QtQuick 2.15; import graph_kit 1.0; Chart { Repeater { model: 21; Trace {} } }", testCase);
+        tryCompare(chart.traces, "length", 21);
         [Chart.Dark, Chart.Light].forEach(function (theme) {
             chart.theme = theme;
-            const colors = chart.traces.map(trace => trace.color).concat([chart.colors.plotBackground]);
+            const plane = chart.colors.plotBackground, colors = chart.traces.map(trace => trace.color).concat([plane]);
+            colors.slice(0, 21).forEach((color, i) => verify(contrast(color, plane) >= 3, i + " " + color));
             colors.forEach((a, i) => colors.slice(0, i).forEach(
                 b => verify(Math.hypot(a.r - b.r, a.g - b.g, a.b - b.b) > 0.12, a + " " + b)));
         });
@@ -305,6 +339,18 @@ TestCase {
         }
     }
 
+    // Over a bar, and whatever else there is in a view without a theme.
+    function test_readableAnywhere() {
+        var view = make(plain);
+        ["white", "black", "orange", "darkblue", "red"].forEach(function (color) {
+            view.color = color;
+            const [tag, flag, reading] = view.parts;
+            [[tag.textColor, tag.color], [flag.textColor, flag.color], [flag.color, flag.backgroundColor],
+             [reading.textColor, reading.backgroundColor]].forEach(
+                ([text, behind]) => verify(contrast(text, behind) >= 3 && behind.a > 0.6, color + " " + text + " " + behind));
+        });
+    }
+
     // Values of the last samples, as they come, until there is a cursor.
     function test_newestValues() {
         var chart = make(live, { legendNewest: true }), legend = find(chart.overlay, "inARow");
@@ -321,6 +367,15 @@ TestCase {
         tryVerify(() => readings() === "2.5 V,");
         chart.cursor.posValue = NaN;
         tryVerify(() => readings() === "-3 V,");
+        // The digits are those of the zoom, also while nothing comes.
+        chart.traces[0].values = [1, 2, 3.14159265];
+        tryVerify(() => readings().startsWith("3.14"));
+        wait(50);
+        var before = readings();
+        chart.showRangeY(3.1415, 3.1416);
+        tryVerify(() => readings().includes("1.5927"));
+        chart.showAll();
+        tryVerify(() => readings() === before);
         chart.legend.newest = false;
         compare(readings(), ",");
     }
