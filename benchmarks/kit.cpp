@@ -152,7 +152,8 @@ int main(int argc, char **argv)
 {
     benchmark::chooseSoftwareRendering();
     const Job job = Job::fromArguments(argc, argv);
-    qputenv("QML2_IMPORT_PATH", QML_DIR);
+    // Before what is set already, such as Qt's own modules elsewhere.
+    qputenv("QML2_IMPORT_PATH", QML_DIR ":" + qgetenv("QML2_IMPORT_PATH"));
     QGuiApplication application(argc, argv);
     Plugin().registerTypes("charts");
     qmlRegisterType<graph::Trace>("charts", 1, 0, "Trace");

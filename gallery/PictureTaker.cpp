@@ -14,7 +14,7 @@ namespace {
 
 const int lookInterval = 120;
 
-// Milliseconds that a page has until it shows what its instrument sends.
+// Milliseconds that a page has until it shows what its instrument sends, or until it asks for more.
 int pageTimeout()
 {
     bool isNumber = false;
@@ -32,6 +32,8 @@ PictureTaker::PictureTaker(Shell *shell, QQuickView *view, QObject *parent)
     m_lookTimer.setSingleShot(true);
     m_lookTimer.setInterval(lookInterval);
     connect(&m_lookTimer, &QTimer::timeout, this, &PictureTaker::look);
+    // A page that collects sweeps has that time for each of them.
+    connect(shell, &Shell::sweepHeld, this, [this] { m_pageTime.start(); });
 }
 
 void PictureTaker::start(const QStringList &pages, const QString &file, const QString &folder)

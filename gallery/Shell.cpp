@@ -56,8 +56,10 @@ bool Shell::instrumentReady() const
 
 void Shell::holdSweep(int number)
 {
-    if (takesPictures())
-        runInstrument(number);
+    if (!takesPictures())
+        return;
+    runInstrument(number);
+    emit sweepHeld();
 }
 
 QString Shell::source(const QString &document) const

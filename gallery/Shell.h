@@ -54,6 +54,8 @@ public slots:
 signals:
     void pageChanged();
     void instrumentChanged();
+    // A page has asked for the next sweep.
+    void sweepHeld();
 
 private:
     void runInstrument(int heldSweep);
