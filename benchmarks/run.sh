@@ -213,7 +213,7 @@ if [ $tables_only = no ]; then
     while [ $round -le "$rounds" ]; do
         for work in $works; do
             echo "round $round of $rounds: $work" >&2
-            run_work $round "$work"
+            run_work "$round" "$work"
         done
         round=$((round + 1))
     done

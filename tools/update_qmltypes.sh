@@ -18,7 +18,7 @@ cd "${1:-$root/build/dev}/qml"
 for module in graph_plugin graph_kit; do
     kept=$root/src/plugin/plugins.qmltypes
     [ "$module" = graph_plugin ] || kept=$root/kit/plugin/plugins.qmltypes
-    if ! QT_SELECT=5 QT_QPA_PLATFORM=offscreen LC_ALL=C.UTF-8 QML2_IMPORT_PATH= \
+    if ! QT_SELECT=5 QT_QPA_PLATFORM=offscreen LC_ALL=C.UTF-8 QML2_IMPORT_PATH='' \
         qmlplugindump -nonrelocatable "$module" 1.0 . >"$fresh" 2>"$scratch/log"; then
         cat "$scratch/log" >&2
         exit 1

@@ -8,7 +8,9 @@ seconds=${1:?seconds for each target}
 shift
 targets=("$@")
 if [ ${#targets[@]} -eq 0 ]; then
-    targets=($(ls tests/fuzz/fuzz_*.cpp | sed 's/.*fuzz_\(.*\)\.cpp/\1/'))
+    targets=(tests/fuzz/fuzz_*.cpp)
+    targets=("${targets[@]#*fuzz_}")
+    targets=("${targets[@]%.cpp}")
 fi
 tools/setup.sh fuzz
 cmake --preset fuzz >/dev/null
