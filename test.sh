@@ -4,7 +4,7 @@
 #   --qt6                     all tests, with Qt 6 instead of Qt 5
 #   --sanitizers              all tests, with clang's address, undefined behaviour and leak checks
 #   --threads                 the tests of what works in several threads, with clang's check for data races
-#   --arm [--part]            all tests on an emulated 32-bit ARM processor, or those that a processor can make differ
+#   --arm                     all tests on an emulated 32-bit ARM processor
 #   --tidy [FILE.cpp...]      clang-tidy on the product, or on these files
 #   --package                 the Debian packages, built and used in a clean root
 #   --fuzz SECONDS            feeds whatever reads foreign bytes with damaged ones, each reader for that long

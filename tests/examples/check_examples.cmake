@@ -18,23 +18,28 @@ endfunction()
 
 file(REMOVE_RECURSE ${BUILD})
 must_succeed(${CMAKE_COMMAND} -S ${SOURCE} -B ${BUILD} -G Ninja -DCMAKE_PREFIX_PATH=${PREFIX}
-  -DCMAKE_CXX_COMPILER=${CXX} -DCMAKE_CXX_COMPILER_LAUNCHER=${LAUNCHER} "-DCMAKE_CXX_FLAGS=-Wall -Wextra -Werror")
+  -DCMAKE_CXX_COMPILER=${CXX} -DCMAKE_CXX_COMPILER_LAUNCHER=${LAUNCHER} "-DCMAKE_CXX_FLAGS=-Wall -Wextra -Werror" ${CROSS})
 must_succeed(${CMAKE_COMMAND} --build ${BUILD})
 
-# The same with pkg-config, for those who do not use CMake.
-set(ENV{PKG_CONFIG_PATH} ${PREFIX}/${LIB_DIR}/pkgconfig)
-must_succeed(pkg-config --cflags --libs graph-bus)
-string(STRIP "${output}" flags)
-separate_arguments(flags)
-must_succeed(${CXX} -std=c++17 -fPIC ${SOURCE}/publisher/main.cpp -o ${BUILD}/publisher ${flags}
-  -Wl,-rpath,${PREFIX}/${LIB_DIR})
+file(GLOB sources ${SOURCE}/*/main.cpp)
+list(TRANSFORM sources REPLACE ".*/([a-z_]+)/main.cpp" "${BUILD}/example_\\1" OUTPUT_VARIABLE programs)
+
+# The same with pkg-config, for those who do not use CMake. For another processor it would look for the installed files in
+# the sysroot, as for Qt's.
+if(NOT CROSS)
+  set(ENV{PKG_CONFIG_PATH} ${PREFIX}/${LIB_DIR}/pkgconfig)
+  must_succeed(pkg-config --cflags --libs graph-bus)
+  string(STRIP "${output}" flags)
+  separate_arguments(flags)
+  must_succeed(${CXX} -std=c++17 -fPIC ${SOURCE}/publisher/main.cpp -o ${BUILD}/publisher ${flags}
+    -Wl,-rpath,${PREFIX}/${LIB_DIR})
+  list(APPEND programs ${BUILD}/publisher)
+endif()
 
 # How timeout ends a program that has not ended by itself.
 set(stopped 124)
-set(ENV{QML2_IMPORT_PATH} ${PREFIX}/${QML_DIR})
-file(GLOB sources ${SOURCE}/*/main.cpp)
-list(TRANSFORM sources REPLACE ".*/([a-z_]+)/main.cpp" "${BUILD}/example_\\1" OUTPUT_VARIABLE programs)
-foreach(program ${programs} ${BUILD}/publisher)
+set(ENV{QML2_IMPORT_PATH} ${PREFIX}/${QML_DIR}${QT_QML_DIR})
+foreach(program ${programs})
   # What the bus itself says does not count.
   run(dbus-run-session -- sh -c "timeout 2 ${program} >${BUILD}/output 2>&1")
   file(READ ${BUILD}/output output)
