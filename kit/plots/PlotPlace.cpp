@@ -5,6 +5,7 @@
 #include "view/base/AbstractPlot.h"
 #include "view/frame/GraphView.h"
 
+#include <QPointer>
 #include <QTimer>
 
 namespace graph {
@@ -31,7 +32,13 @@ QString placeOutOfView(const AbstractPlot *plot)
 
 void tellOfPlaceLater(AbstractPlot *plot)
 {
-    QTimer::singleShot(patience, plot, [plot] {
+    const QPointer<const QQuickItem> parent = plot->parentItem();
+    QTimer::singleShot(patience, plot, [plot, parent] {
+        // On its way from one chart to another, perhaps: it has the same time again.
+        if (plot->parentItem() != parent.data()) {
+            tellOfPlaceLater(plot);
+            return;
+        }
         const QString place = placeOutOfView(plot);
         if (plot->window() && plot->isVisible() && !place.isEmpty())
             tell(plot, QStringLiteral(

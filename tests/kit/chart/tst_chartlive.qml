@@ -39,6 +39,11 @@ TestCase {
         return [chart.axisX.minVisible, chart.axisX.maxVisible].map(x => Number(x.toPrecision(9))).join(" ");
     }
 
+    // Its diagnosis may have the time to tell of what is wrong, or not.
+    function keepQuiet(chart) {
+        Array.prototype.find.call(chart.overlay.children, child => child instanceof Diagnosis).enabled = false;
+    }
+
     // Samples 0, 1, ... up to `last`, from `first` on.
     function feed(chart, first, last) {
         chart.trace.start = first;
@@ -135,13 +140,13 @@ TestCase {
             height: 190
             axisY.scale: ChartAxis.Logarithmic
             Trace { series: StreamSeries { id: levels; capacity: 3000 } }
-            Diagnosis { enabled: false }
         }
     }
 
     // A logarithmic axis begins at the least positive value that there is, also when others have come or gone.
     function test_leastPositive() {
         var chart = createTemporaryObject(logarithmicComponent, testCase);
+        keepQuiet(chart);
         [{ add: [0, 40, 100, -5], least: 40 }, { add: [0.5, 0], least: 0.5 },
          { add: Array.from({ length: 3000 }, (unused, i) => i % 2 ? 0 : 20), least: 20 }].forEach(function (step) {
             chart.levels.append(step.add);
@@ -184,8 +189,7 @@ TestCase {
 
     function test_badInput(data) {
         var chart = make();
-        // It may have the time to tell of them, or not.
-        Array.prototype.find.call(chart.overlay.children, child => child instanceof Diagnosis).enabled = false;
+        keepQuiet(chart);
         mouseMove(chart, 200, 90);
         (data.told || []).forEach(line => ignoreWarning(line));
         data.act(chart);

@@ -95,6 +95,15 @@ TestCase {
         waitForLines();
     }
 
+    // A trace that has just left a chart is on its way to the next, also where it came a second ago.
+    function test_justMoved() {
+        const chart = createTemporaryObject(sound, testCase), trace = later.createObject(chart), end = Date.now() + 1100;
+        while (Date.now() < end);
+        trace.parent = testCase;
+        wait(0);
+        trace.destroy();
+    }
+
     // What no property takes as it is written, or none at all: each is told once, though written twice.
     function test_values_data() {
         return [
