@@ -101,6 +101,7 @@ void TracePainting::paintFill()
 void TracePainting::paintLine(int lineWidth)
 {
     QPainterPath path;
+    path.reserve(m_samples.size());
     const bool segments = m_style.isSegments;
     bool connected = false;
     for (int i = 0; i < m_samples.size(); ++i) {

@@ -14,6 +14,9 @@ bool leadsRight(const QPainterPath &path);
 // The engine draws them by other rules than lines with joints, and quickly.
 bool isOfSeparateLines(const QPainterPath &path);
 
+// Up and down together.
+double rowsPassed(const QPainterPath &path);
+
 // Whether a line of that width is painted more quickly row by row, piece by piece, than column by column, which is so
 // unless it goes up and down much.
 bool isQuickInRows(const QPainterPath &path, int width);

@@ -1,5 +1,8 @@
 #include "raster/OutlineFill.h"
 
+#include "raster/ColumnCover.h"
+#include "raster/LineFill.h"
+#include "raster/LinePieces.h"
 #include "raster/RectangleSweep.h"
 #include "raster/RowEdge.h"
 
@@ -192,6 +195,13 @@ private:
     QPointF m_side; // from the line to its left edge, seen along it
 };
 
+// Whether the ways from point to point are not short, compared with the width: pieces of a few pixels touch each other in
+// few columns.
+bool isSteep(const QPainterPath &path, double width)
+{
+    return rowsPassed(path) * 2.0 >= path.elementCount() * width;
+}
+
 } // namespace
 
 QVector<QRect> filledRectangles(const QPainterPath &path, const QPoint &offset, const QRect &clip)
@@ -217,6 +227,15 @@ QVector<QRect> filledRectangles(const QPainterPath &path, const QPoint &offset, 
 QVector<QRect> strokedRectangles(const QPainterPath &path, double width, const QPoint &offset,
                                  const QRect &clip)
 {
+    if (isSteep(path, width) && clip.height() <= ColumnCover::mostRows) {
+        ColumnCover cover(clip);
+        bool isCovered = true;
+        LinePieces(width, [&](const LinePiece &piece) {
+            isCovered = isCovered && cover.add(piece);
+        }).add(path, offset);
+        if (isCovered)
+            return cover.rectangles();
+    }
     Edges edges(clip);
     Stroke stroke(edges, width);
     for (int i = 0; i < path.elementCount(); ++i) {

@@ -2,6 +2,10 @@
 
 #include <QPointF>
 
+#include <algorithm>
+#include <limits>
+#include <utility>
+
 namespace graph {
 
 // A point on the raster engine's grid of 1/64 pixel.
@@ -15,6 +19,10 @@ struct GridPoint
         , y(qRound(point.y() * (1 << bits)))
     {
     }
+
+    // The first row of pixels whose centres are not above it, and the first column where they are not to its left.
+    int row() const { return (y + (1 << (bits - 1))) >> bits; }
+    int column() const { return (x + (1 << (bits - 1))) >> bits; }
 
     int x;
     int y;
@@ -35,9 +43,32 @@ struct RowEdge
     bool isEmpty() const { return row >= end; }
     // Of the first pixel to the right of it.
     int column() const { return int(position >> bits); }
+    int columnAt(int other) const { return int((position + (other - row) * step) >> bits); }
 };
 
 // As much of it as lies in the rows top to bottom.
-RowEdge rowEdge(GridPoint from, GridPoint to, int top, int bottom);
+inline RowEdge rowEdge(GridPoint from, GridPoint to, int top, int bottom)
+{
+    RowEdge edge;
+    edge.winding = 1;
+    if (from.y > to.y) {
+        std::swap(from, to);
+        edge.winding = -1;
+    }
+    edge.row = std::max(top, from.row());
+    edge.end = std::min(bottom + 1, to.row());
+    if (edge.isEmpty())
+        return edge;
+
+    constexpr int finer = RowEdge::bits - GridPoint::bits;
+    constexpr qint64 one = 1 << RowEdge::bits;
+    constexpr qint64 centre = one / 2;
+    constexpr qint64 longestStep = std::numeric_limits<int>::max();
+    const qint64 across = (qint64(to.x) - from.x) * one;
+    edge.step = qBound(-longestStep, across / (to.y - from.y), longestStep);
+    const qint64 down = edge.row * one + centre - from.y * qint64(1 << finer);
+    edge.position = from.x * qint64(1 << finer) + centre + ((edge.step * down) >> RowEdge::bits);
+    return edge;
+}
 
 } // namespace graph

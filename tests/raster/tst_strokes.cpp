@@ -1,3 +1,4 @@
+#include "raster/OutlineFill.h"
 #include "raster/RectangleSweep.h"
 #include "raster/RecordedStrokes.h"
 #include "raster/Strokes.h"
@@ -17,6 +18,7 @@ class tst_strokes : public QObject
 private slots:
     void uprightLines();
     void linePaths();
+    void steepLines();
     void areas();
     void rectanglesAreWide();
     void takenDownIsOnlyWhatIsSteady();
@@ -170,6 +172,44 @@ void tst_strokes::linePaths()
                                  .arg(path.elementCount())));
     }
     QVERIFY(recorded > 300);
+}
+
+// Ways over the height of the picture, and some so short that rounding moves a corner of theirs past another one.
+void tst_strokes::steepLines()
+{
+    for (int round = 0; round < 4000; ++round) {
+        const double unit = oneIn(2) ? 1.0 : 1.0 / whole(2, 64);
+        QPainterPath path(QPointF(whole(-9, 9), whole(0, 40)));
+        for (int i = whole(3, 30); i > 0; --i) {
+            const QPointF last = path.currentPosition();
+            const bool isShort = oneIn(3);
+            const QPointF next(last.x() + (isShort ? whole(0, 9) / 37.0 : whole(0, 4) * unit),
+                               isShort ? last.y() + whole(-9, 9) / 41.0 : whole(-30, 80) + unit);
+            path.lineTo(next);
+        }
+        QPen pen(Qt::red, whole(2, 12), Qt::SolidLine, Qt::FlatCap, Qt::BevelJoin);
+        const QRect clip(0, 0, 101, 47);
+        const QPoint shift(1, 1);
+        const QVector<QRect> rectangles = graph::strokedRectangles(path, pen.width(), shift, clip);
+        QRegion covered;
+        int pixels = 0;
+        for (const QRect &rectangle : rectangles) {
+            covered += rectangle;
+            pixels += rectangle.width() * rectangle.height();
+        }
+        for (const QRect &rectangle : covered)
+            pixels -= rectangle.width() * rectangle.height();
+        QCOMPARE(pixels, 0);
+        const QImage expected = picture([&](QPainter *painter) { painter->strokePath(path, pen); });
+        const QImage actual = picture([&](QPainter *painter) {
+            painter->translate(-shift);
+            for (const QRect &rectangle : rectangles)
+                painter->fillRect(rectangle, Qt::red);
+            painter->translate(shift);
+        });
+        if (actual != expected)
+            QFAIL(qPrintable(QStringLiteral("round %1: pen %2").arg(round).arg(pen.width())));
+    }
 }
 
 void tst_strokes::areas()
