@@ -153,9 +153,10 @@ void warmUp(const Job &job, Contender &contender)
 {
     showAndMove(contender, 1, job.samples);
     contender.setVisible(0, job.samples - 1);
-    // Once more, because what has not changed from one frame to the next may be kept from then on. Not with what the first
-    // frame that counts brings: that would be one without a change.
-    for (int i = 0; i <= 1; ++i) {
+    // Once more, because what has not changed from one frame to the next may be kept from then on. Each with what is not there
+    // yet, and last not with what the first frame that counts brings: a chart may not paint what is no change, and would
+    // be one change behind from then on.
+    for (const int i : {1, 0, 1}) {
         change(job, contender, i);
         contender.frame();
     }

@@ -77,15 +77,14 @@ CursorPainter::CursorPainter(QPainter *painter, const CursorDirection &direction
 
 void CursorPainter::marker(int place, const QColor &color, bool glows)
 {
-    for (int distance = glows ? 2 : 0; distance > 0; --distance) {
-        QColor glow = color;
-        glow.setAlpha(distance == 2 ? 127 : 191);
-        m_painter->setPen(glow);
-        lines(place - distance, place - distance);
+    const int reach = glows ? 2 : 0;
+    for (int distance = -reach; distance <= reach; ++distance) {
+        QColor line = color;
+        if (distance != 0)
+            line.setAlpha(std::abs(distance) == 2 ? 127 : 191);
+        m_painter->setPen(line);
         lines(place + distance, place + distance);
     }
-    m_painter->setPen(color);
-    lines(place, place);
 }
 
 void CursorPainter::distance(const QString &text, int cursor, int marker, int y, decltype(&deltaTextX) placeX)
@@ -97,21 +96,25 @@ void CursorPainter::distance(const QString &text, int cursor, int marker, int y,
 void CursorPainter::band(int position, int paintedWidth, QColor color)
 {
     const CursorBand columns = cursorBand(position, paintedWidth);
+    QColor glow = color;
+    glow.setAlpha(127);
     color.setAlpha(255);
+    m_painter->setPen(glow);
+    lines(columns.glowBefore.first, columns.glowBefore.last);
     m_painter->setPen(color);
     lines(columns.core.first, columns.core.last);
-    color.setAlpha(127);
-    m_painter->setPen(color);
-    lines(columns.glowBefore.first, columns.glowBefore.last);
+    m_painter->setPen(glow);
     lines(columns.glowBehind.first, columns.glowBehind.last);
 }
 
 void CursorPainter::lines(int first, int last)
 {
-    // A band far wider than the item must not cost more than the item.
-    const int end = std::min(last, m_extent);
+    // A band far wider than the item must not cost more than the item. What is only just outside is what the band has
+    // inside, too.
+    constexpr int beyond = 16;
+    const int end = std::min(last, m_extent + beyond);
     const PixelCentres centred(m_painter);
-    for (int place = std::max(first, -1); place <= end; ++place)
+    for (int place = std::max(first, -beyond); place <= end; ++place)
         m_painter->drawLine(m_direction.line(place, m_length));
 }
 

@@ -38,7 +38,8 @@ int deltaTextX(int cursor, int marker, int textWidth, double width);
 // it either on the other side of the cursor.
 int deltaTextBesideMarker(int cursor, int marker, int textWidth, double width);
 
-// Paints the lines of a cursor and its markers: one pixel wide each, over the whole item.
+// Paints the lines of a cursor and its markers: one pixel wide each, over the whole item. From one side to the other, so
+// that what takes them down makes them one image.
 class CursorPainter
 {
 public:

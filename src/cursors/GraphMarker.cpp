@@ -38,7 +38,6 @@ QString formattedDifference(const PlotData &data, double a, double b)
 GraphMarker::GraphMarker(QObject *parent)
     : QObject(parent)
 {
-    connect(this, SIGNAL(posValueChanged()), this, SLOT(handleDeltaChanged()));
 }
 
 AbstractPlot *GraphMarker::primaryPlot() const
@@ -68,7 +67,7 @@ void GraphMarker::setCursor(GraphCursor *cursor)
     if (!cursor)
         return;
     connect(this, SIGNAL(destroyed()), cursor, SLOT(update()));
-    connect(cursor, SIGNAL(posValueChanged()), this, SLOT(handleDeltaChanged()));
+    // The cursor announces these with each of its moves, too.
     connect(cursor, SIGNAL(plotValuesChanged()), this, SLOT(handleDeltaChanged()));
 }
 

@@ -177,10 +177,10 @@ void tst_framecost::asNoted_data()
         const char *work;
         double displayed, triangles, uploaded;
     } rows[] = {
-        {"new", 269838, 158143, 181600},
-        {"pan", 376526, 159490, 178008},
-        {"window", 376526, 26831, 7322},
-        {"cursor", 26781, 171193, 39854},
+        {"new", 269838, 162513, 181600},
+        {"pan", 376526, 163860, 178008},
+        {"window", 376526, 22563, 5032},
+        {"cursor", 10622, 162781, 4928},
     };
     for (const auto &row : rows)
         QTest::newRow(row.work) << row.displayed << row.triangles << row.uploaded;

@@ -40,6 +40,28 @@ private slots:
         QCOMPARE(ofCursor.take(), QString("markers"));
     }
 
+    void computesDistancesOnce()
+    {
+        CursorBench bench;
+        bench.place(10);
+        GraphMarker *marker = bench.addMarker();
+        marker->setPosIndex(30);
+        marker->setVisible(true);
+        int computed = 0;
+        graph::CursorLook look;
+        look.distanceText = [&](double distance) {
+            ++computed;
+            return QString::number(distance);
+        };
+        bench.cursor->setLook(look);
+        computed = 0;
+        bench.place(20);
+        QCOMPARE(computed, 1);
+        marker->setPosIndex(50);
+        QCOMPARE(computed, 2);
+        QCOMPARE(marker->formattedDeltaX(), QString("\u0394 30"));
+    }
+
     void hidesWhileItHasNoSample()
     {
         CursorBench bench;

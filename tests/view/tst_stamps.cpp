@@ -5,6 +5,7 @@
 #include "support/QmlDocument.h"
 
 #include "cursors/GraphCursor.h"
+#include "cursors/GraphCursorY.h"
 #include "view/base/PaintedFigure.h"
 #include "view/base/XYScale.h"
 #include "support/Table.h"
@@ -15,6 +16,8 @@
 #include <QSGRendererInterface>
 #include <QSGTexture>
 #include <QSet>
+
+#include <numeric>
 
 namespace {
 
@@ -85,17 +88,21 @@ const char *const chart = R"(
         GraphPlot {
             id: plot
             plotData: PlotSeries {
-                axisX: horizontal; axisY: vertical; yData: [1, 4, 2, 8, 3, 9]
-                xInterval: 10
+                axisX: horizontal; axisY: vertical; yData: Array.from({ length: 201 }, (_, i) => i * 7 % 83 / 10)
+                xInterval: 0.5
             }
         }
         GraphCursor {
             id: cursor
-            visible: true; posIndex: 2
-            markers: [ GraphMarker { posIndex: 4; showDelta: true; deltaY: 30 }, GraphMarker { posIndex: 1 } ]
+            visible: true; posIndex: 80
+            markers: [
+                GraphMarker { posValue: 45; visible: true; color: "red"; deltaY: 30 },
+                GraphMarker { posValue: 30.5; visible: true; color: "blue" }
+            ]
             %1
             %3
         }
+        GraphCursorY { visible: true; posIndex: 5; paintedWidth: 7; %1 }
     })";
 
 // %1: the margin of both axes, %2: the plane of their labels.
@@ -121,6 +128,30 @@ const char *const wholeScreen = R"(
         W.GraphCursor { id: cursor; visible: true; markers: GraphMarker { posIndex: 4; visible: true } }
     })";
 
+// A sample is a pixel wide.
+const char *const markedScreen = R"(
+    import watched 1.0 as W
+    GraphView {
+        width: 800; height: 480
+        axes: [
+            ValueAxis { id: horizontal; maxValue: 799; maxVisible: 799; linesPlane: plane; labelsPlane: plane },
+            ValueAxis {
+                id: vertical
+                alignment: Qt.AlignLeft; maxValue: 479; maxVisible: 479; linesPlane: plane; labelsPlane: plane
+            }
+        ]
+        XYScale { id: plane }
+        GraphPlot { plotData: PlotSeries { axisX: horizontal; axisY: vertical; yData: new Array(800).fill(9) } }
+        W.GraphCursor {
+            id: cursor; visible: true
+            markers: [
+                GraphMarker { posValue: 400; visible: true; showDelta: false },
+                GraphMarker { posValue: 600; visible: true; deltaY: 240 }
+            ]
+        }
+        W.GraphCursorY { id: level; visible: true }
+    })";
+
 } // namespace
 
 class tst_stamps : public QObject
@@ -134,6 +165,8 @@ private slots:
     void showsThePixelsOfALayer();
     void blendsAndUploadsLittle_data();
     void blendsAndUploadsLittle();
+    void linesSideBySideAreOneImage_data();
+    void linesSideBySideAreOneImage();
     void linesOfScaledLayers();
 };
 
@@ -231,13 +264,13 @@ void tst_stamps::showsThePixelsOfALayer()
             document->object("horizontal")->setProperty("maxVisible", 60 + shift);
             document->object("horizontal")->setProperty("minVisible", shift);
         }
-        // Once more while all rests but the cursor.
-        for (int step : {0, 5}) {
+        // Again while all rests but the cursor, which comes to the markers, their glow and their texts.
+        for (int index : {80, 70, 87, 92, 60, 59}) {
             for (const auto &document : documents)
-                document->object("cursor")->setProperty("posOnScreen", 60 + 9 * shift + step);
+                document->object("cursor")->setProperty("posIndex", index);
             const QImage stamped = frameOf(&windows[0]);
             QCOMPARE(stamped.size(), QSize(300, 200));
-            QVERIFY(stamped != before || step > 0);
+            QVERIFY(stamped != before);
             QCOMPARE(stamped, frameOf(&windows[1]));
             before = stamped;
         }
@@ -305,6 +338,52 @@ void tst_stamps::blendsAndUploadsLittle()
     QVERIFY2(moved.second < 500, qPrintable(QString::number(moved.second))); // the text of the distance
 }
 
+void tst_stamps::linesSideBySideAreOneImage_data()
+{
+    columns<int, int, int>({"index", "images", "lines"});
+    // Of 480 pixels; the text of the second marker's distance is an image, too, and between the marker and the cursor.
+    QTest::newRow("apart") << 100 << 4 << 13;
+    QTest::newRow("on a marker") << 400 << 3 << 10;
+    QTest::newRow("on the glow of the first") << 397 << 3 << 12;
+    QTest::newRow("on the glow of the second") << 603 << 3 << 12;
+    QTest::newRow("text on a marker") << 200 << 5 << 13;
+}
+
+void tst_stamps::linesSideBySideAreOneImage()
+{
+    registerTypes();
+    qmlRegisterType<Watched<GraphCursor>>("watched", 1, 0, "GraphCursor");
+    qmlRegisterType<Watched<GraphCursorY>>("watched", 1, 0, "GraphCursorY");
+    QmlDocument document(markedScreen);
+    QQuickWindow window;
+    window.resize(800, 480);
+    qobject_cast<QQuickItem *>(document.root())->setParentItem(window.contentItem());
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    QFETCH(int, index);
+    document.object("cursor")->setProperty("posIndex", index);
+    document.object("level")->setProperty("posIndex", 50);
+    frameOf(&window);
+    const auto areas = [&](const char *item) {
+        QVector<int> all;
+        QSGNode *node = nodes.value(document.object<QQuickItem>(item));
+        for (QSGNode *child = node->firstChild(); child; child = child->nextSibling()) {
+            if (const auto *image = dynamic_cast<QSGImageNode *>(child))
+                all.append(int(image->rect().width() * image->rect().height()));
+        }
+        return all;
+    };
+    QTEST(areas("cursor").size(), "images");
+    QFETCH(int, lines);
+    const QVector<int> shown = areas("cursor");
+    const int pixels = std::accumulate(shown.begin(), shown.end(), 0);
+    QVERIFY2(pixels >= 479 * lines && pixels < 480 * lines + 1000, qPrintable(QString::number(pixels)));
+    const QVector<int> level = areas("level");
+    QCOMPARE(level.size(), 1);
+    QVERIFY2(level.first() >= 799 * 3 && level.first() <= 800 * 3,
+             qPrintable(QString::number(level.first())));
+}
+
 // They cover what the pixels become that they cover in a layer of the item's size.
 void tst_stamps::linesOfScaledLayers()
 {
@@ -339,7 +418,13 @@ void tst_stamps::linesOfScaledLayers()
                 id: plot; width: 101; height: 101; plotStyle: GraphPlot.LinePlot; penColor: "red"
                 plotData: PlotSeries { axisX: horizontal; axisY: vertical; yData: [30, 30, 30]; xInterval: 50 }
             }
-            GraphCursor { id: cursor; width: 101; height: 101; visible: true; posIndex: 1 }
+            GraphCursor {
+                id: cursor; width: 101; height: 101; visible: true; posIndex: 1
+                markers: [
+                    GraphMarker { posValue: 0; visible: true; showDelta: false },
+                    GraphMarker { posValue: 100; visible: true; showDelta: false }
+                ]
+            }
             GraphCursorY { id: level; width: 101; height: 101; visible: true; posIndex: 20 }
         })");
     document.object("high")->setProperty("yData", QVariant::fromValue(QVector<double>(501, 70.0)));
@@ -360,8 +445,10 @@ void tst_stamps::linesOfScaledLayers()
                 scale * size);
         };
         QVERIFY2(scaled(1) != empty, id);
-        const QRect middle(6, 6, 282, 282); // beside the ends of lines
-        QVERIFY2(scaled(3).copy(middle) == scaled(1).scaled(3 * size).copy(middle), id);
+        for (const int scale : {2, 3}) {
+            const QRect middle(2 * scale, 2 * scale, 94 * scale, 94 * scale); // beside the ends of lines
+            QVERIFY2(scaled(scale).copy(middle) == scaled(1).scaled(scale * size).copy(middle), id);
+        }
     }
 }
 

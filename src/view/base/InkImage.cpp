@@ -24,7 +24,27 @@ QRect inkOf(const QImage &picture, const QRect &part)
         top = std::min(top, y);
         bottom = y;
     }
-    return QRect(QPoint(left, top), QPoint(right, bottom));
+    return left <= right ? QRect(QPoint(left, top), QPoint(right, bottom)) : QRect();
+}
+
+QVector<QRect> inkParts(const QImage &picture, QVector<int> rows)
+{
+    // Of pixels; a part of its own costs about as much as that many empty ones.
+    constexpr int mostEmpty = 2000;
+    const auto area = [](const QRect &rect) { return qint64(rect.width()) * rect.height(); };
+    std::sort(rows.begin(), rows.end());
+    QVector<QRect> parts;
+    for (int i = 0; i + 1 < rows.size(); ++i) {
+        const QRect ink = inkOf(picture, QRect(0, rows.at(i), picture.width(), rows.at(i + 1) - rows.at(i)));
+        if (ink.isEmpty())
+            continue;
+        const QRect joined = parts.isEmpty() ? QRect() : parts.constLast() | ink;
+        if (!parts.isEmpty() && area(joined) <= area(parts.constLast()) + area(ink) + mostEmpty)
+            parts.last() = joined;
+        else
+            parts.append(ink);
+    }
+    return parts;
 }
 
 QImage stampImage(const QImage &picture, const QRect &ink)

@@ -2,13 +2,17 @@
 
 #include <QImage>
 #include <QRect>
+#include <QVector>
 
 namespace graph {
 
-// The smallest rectangle around the pixels of a part of a picture that are not transparent.
+// The smallest rectangle around the pixels of a part of a picture that are not transparent; null without any.
 QRect inkOf(const QImage &picture, const QRect &part);
 
-// That rectangle of the picture for an image node, with a transparent row at the end: the software scene graph takes an
+// Rectangles, from top to bottom, that have all such pixels of a picture, and little else. They begin at some of those rows.
+QVector<QRect> inkParts(const QImage &picture, QVector<int> rows);
+
+// Such a rectangle of the picture for an image node, with a transparent row at the end: the software scene graph takes an
 // image without one for opaque, and cuts it out of all that is behind, which costs more than to paint over it.
 QImage stampImage(const QImage &picture, const QRect &ink);
 

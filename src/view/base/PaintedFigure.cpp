@@ -51,10 +51,17 @@ public:
         const double offset = std::max(1, pen().width()) % 2 == 1 ? m_oddLineOffset : 0.0;
         for (int i = 0; i < count && isRecordable(); ++i) {
             const QLineF line = lines[i].translated(transform().dx() + offset, transform().dy() + offset);
+            const QRectF bounds =
+                QRectF(line.p1(), line.p2()).normalized().adjusted(-reach, -reach, reach, reach);
+            if (isBesideLast(line)) {
+                joinToLast(line, bounds);
+                continue;
+            }
             PaintedMark mark;
-            mark.line = line;
-            append(mark, pen(), m_font,
-                   QRectF(line.p1(), line.p2()).normalized().adjusted(-reach, -reach, reach, reach));
+            mark.lines = {{line, pen()}};
+            const bool isThinLine = isThin(pen());
+            const bool isAdded = append(mark, bounds, isThinLine ? surroundings() : picture());
+            m_lastLine = isAdded && isThinLine ? line : QLineF();
         }
     }
 
@@ -112,38 +119,75 @@ private:
         return isComplete();
     }
 
+    static bool isThin(const QPen &pen) { return pen.widthF() <= 1.0 && pen.style() == Qt::SolidLine; }
+
+    // One pixel to the right of the last line that was taken down, or below it, and as long.
+    bool isBesideLast(const QLineF &line) const
+    {
+        if (m_lastLine.isNull() || figure.marks.isEmpty() || figure.marks.constLast().mark.isText() ||
+            !isThin(pen()))
+            return false;
+        const QPointF first = line.p1() - m_lastLine.p1();
+        return first == line.p2() - m_lastLine.p2() && ((line.dx() == 0.0 && first == QPointF(1.0, 0.0)) ||
+                                                        (line.dy() == 0.0 && first == QPointF(0.0, 1.0)));
+    }
+
+    void joinToLast(const QLineF &line, const QRectF &reach)
+    {
+        PlacedMark &last = figure.marks.last();
+        const QRect part = reach.toAlignedRect() & surroundings();
+        last.mark.size = (QRect(last.origin, last.mark.size) | part).size();
+        last.mark.lines.append({line.translated(-last.origin), pen()});
+        m_lastLine = line;
+    }
+
     void appendText(const QPen &pen, const QFont &font, const QString &text, const QPointF &at,
                     const PaintedTexts::Extent &extent)
     {
         PaintedMark mark;
         mark.text = text;
         mark.fraction = at;
+        mark.font = font;
+        mark.pen = pen;
+        m_lastLine = QLineF();
         // Letters may reach out of their own boxes.
-        append(mark, pen, font,
+        append(mark,
                QRectF(at.x(), at.y() - extent.ascent, extent.width, extent.height)
-                   .adjusted(-extent.height / 2, -2, extent.height / 2, 2));
+                   .adjusted(-extent.height / 2, -2, extent.height / 2, 2),
+               picture());
     }
 
-    void append(PaintedMark &mark, const QPen &pen, const QFont &font, const QRectF &reach)
+    // Thin lines near the edge are taken down whole, so that one that leaves the picture goes on as the same. Qt paints wide
+    // ones at the edge with other rows.
+    QRect surroundings() const
+    {
+        constexpr int room = 64;
+        return picture().adjusted(-room, -room, room, room);
+    }
+
+    // False where there is nothing of it within the bounds.
+    bool append(PaintedMark &mark, const QRectF &reach, const QRect &bounds)
     {
         if (!(reach.width() < pixelLimit) || !(reach.height() < pixelLimit)) {
             refuse();
-            return;
+            return false;
         }
-        const QRect part = reach.toAlignedRect() & picture();
+        const QRect part = reach.toAlignedRect() & bounds;
         if (part.isEmpty())
-            return;
-        mark.pen = pen;
-        mark.font = font;
+            return false;
         mark.size = part.size();
-        mark.line.translate(-part.topLeft());
+        for (PaintedLine &line : mark.lines)
+            line.line.translate(-part.topLeft());
         mark.fraction -= part.topLeft();
         figure.marks.append({mark, part.topLeft()});
+        return true;
     }
 
     PaintedTexts &m_texts;
     double m_oddLineOffset;
     QFont m_font;
+    // Which the next one may be beside.
+    QLineF m_lastLine;
     // The text that the next piece may belong to.
     QString m_text;
     QPointF m_textAt;
@@ -157,19 +201,30 @@ private:
 
 bool PaintedMark::operator==(const PaintedMark &other) const
 {
-    if (size != other.size || isText() != other.isText() || pen != other.pen)
+    if (size != other.size || isText() != other.isText())
         return false;
-    return isText() ? text == other.text && fraction == other.fraction && font == other.font
-                    : line == other.line;
+    return isText()
+               ? text == other.text && fraction == other.fraction && font == other.font && pen == other.pen
+               : lines == other.lines;
+}
+
+bool PaintedMark::isTranslucent() const
+{
+    const auto isClear = [](const QPen &any) { return any.color().alpha() < 255; };
+    return isText() ? isClear(pen) : std::any_of(lines.begin(), lines.end(), [&](const PaintedLine &line) {
+        return isClear(line.pen);
+    });
 }
 
 void PaintedMark::paint(QPainter *painter, const QPoint &origin) const
 {
-    painter->setPen(pen);
-    if (!isText()) {
-        painter->drawLine(line.translated(origin));
-        return;
+    for (const PaintedLine &line : lines) {
+        painter->setPen(line.pen);
+        painter->drawLine(line.line.translated(origin));
     }
+    if (!isText())
+        return;
+    painter->setPen(pen);
     painter->setFont(font);
     painter->drawText(fraction + origin, text);
 }

@@ -15,18 +15,27 @@ class QPainter;
 
 namespace graph {
 
-// One call of a painter, moved to the origin: what it draws depends on nothing else.
-struct PaintedMark
+struct PaintedLine
 {
     QLineF line;
-    QString text;     // a line where it is null
-    QPointF fraction; // where the text begins within its pixel
-    QFont font;
     QPen pen;
+
+    bool operator==(const PaintedLine &other) const { return line == other.line && pen == other.pen; }
+};
+
+// What a painter draws with one call, or with some that are lines side by side, moved to the origin: what it draws depends
+// on nothing else.
+struct PaintedMark
+{
+    QVector<PaintedLine> lines; // none of which covers another
+    QString text;               // null where it is lines
+    QPointF fraction;           // where the text begins within its pixel
+    QFont font;
+    QPen pen;   // of the text
     QSize size; // of the part of the picture that it may reach
 
     bool isText() const { return !text.isNull(); }
-    bool isTranslucent() const { return pen.color().alpha() < 255; }
+    bool isTranslucent() const;
     bool operator==(const PaintedMark &other) const;
     // origin: the place of that part in the painter's coordinates.
     void paint(QPainter *painter, const QPoint &origin) const;
@@ -38,8 +47,8 @@ struct PlacedMark
     QPoint origin;
 };
 
-// What is painted in a picture of that size, as far as it is lines and texts, from first to last. Anything
-// else, and more of it than is worth it, is not told apart: the flag is false then.
+// What is painted in a picture of that size, as far as it is lines and texts, from first to last; lines may reach out of
+// the picture. Anything else, and more of it than is worth it, is not told apart: the flag is false then.
 struct PaintedFigure
 {
     QVector<PlacedMark> marks;

@@ -10,6 +10,8 @@
 #include <QSGTexture>
 
 #include <algorithm>
+#include <iterator>
+#include <utility>
 
 namespace graph {
 
@@ -62,10 +64,17 @@ StampNode::~StampNode()
     }
 }
 
+StampNode::Placed StampNode::placed(const std::shared_ptr<Stamp> &stamp, const QPoint &origin) const
+{
+    const QRect whole = stamp->ink.translated(origin);
+    const QRect ink = whole & QRect(QPoint(), m_size);
+    return {stamp, ink, ink.topLeft() - whole.topLeft()};
+}
+
 std::shared_ptr<StampNode::Stamp> StampNode::stampOf(const PaintedMark &mark)
 {
     for (const std::shared_ptr<Stamp> &stamp : m_stamps) {
-        if (stamp->lines.isEmpty() && stamp->mark == mark)
+        if (stamp->others.isEmpty() && stamp->mark == mark)
             return stamp;
     }
     QImage image = emptyImage(mark.size);
@@ -81,16 +90,21 @@ std::shared_ptr<StampNode::Stamp> StampNode::stampOf(const PaintedMark &mark)
     return stamp;
 }
 
-// A text with the part of lines that it covers. They move together, so that it is not made again for each pan.
-std::shared_ptr<StampNode::Stamp> StampNode::stampOf(const PaintedMark &text,
-                                                     const QVector<PlacedMark> &lines, const QRect &ink)
+bool StampNode::isOf(const Stamp &stamp, const PaintedMark &mark, const QVector<PlacedMark> &others)
 {
     const auto isSame = [](const PlacedMark &a, const PlacedMark &b) {
         return a.origin == b.origin && a.mark == b.mark;
     };
+    return stamp.others.size() == others.size() && stamp.mark == mark &&
+           std::equal(others.begin(), others.end(), stamp.others.begin(), isSame);
+}
+
+// A text with the part of lines that it covers. They move together, so that it is not made again for each pan.
+std::shared_ptr<StampNode::Stamp> StampNode::stampOf(const PaintedMark &text,
+                                                     const QVector<PlacedMark> &lines, const QRect &ink)
+{
     for (const std::shared_ptr<Stamp> &stamp : m_stamps) {
-        if (stamp->lines.size() == lines.size() && stamp->mark == text &&
-            std::equal(lines.begin(), lines.end(), stamp->lines.begin(), isSame))
+        if (stamp->group.isNull() && isOf(*stamp, text, lines))
             return stamp;
     }
     // As large as for a stamp without lines: letters at the edge of an image are drawn by other means.
@@ -104,23 +118,65 @@ std::shared_ptr<StampNode::Stamp> StampNode::stampOf(const PaintedMark &text,
     painter.end();
     auto stamp = std::make_shared<Stamp>();
     stamp->mark = text;
-    stamp->lines = lines;
+    stamp->others = lines;
     stamp->ink = ink;
     stamp->image = stampImage(image.copy(ink), QRect(QPoint(), ink.size()));
     m_stamps.push_back(stamp);
     return stamp;
 }
 
-std::optional<QVector<PlacedMark>> StampNode::coveredLines(const PaintedFigure &figure, int index,
-                                                           const QVector<Placed> &placed, const QRect &ink,
-                                                           const QVector<int> &candidates)
+// What cannot be shown by one image upon another, as the layer would have it, in pieces with little around them that is
+// empty. A group begins at the origin of its first mark; item: from there.
+std::vector<std::shared_ptr<StampNode::Stamp>> StampNode::piecesOf(const QVector<PlacedMark> &group,
+                                                                   const QRect &item)
+{
+    const QVector<PlacedMark> others = group.mid(1);
+    QRect bounds;
+    for (const PlacedMark &placed : group)
+        bounds |= QRect(placed.origin, placed.mark.size);
+    // The letters at the edge of the layer are drawn by other means, too.
+    if (std::any_of(group.begin(), group.end(),
+                    [](const PlacedMark &placed) { return placed.mark.isText(); }))
+        bounds &= item;
+    std::vector<std::shared_ptr<Stamp>> pieces;
+    std::copy_if(m_stamps.begin(), m_stamps.end(), std::back_inserter(pieces),
+                 [&](const std::shared_ptr<Stamp> &stamp) {
+                     return stamp->group == bounds && isOf(*stamp, group.first().mark, others);
+                 });
+    if (!pieces.empty())
+        return pieces;
+    const QImage picture = pictureOf(group, bounds);
+    QVector<int> rows;
+    for (const PlacedMark &placed : group) {
+        const QRect ink =
+            stampOf(placed.mark)->ink.translated(placed.origin - bounds.topLeft()) & picture.rect();
+        rows << ink.top() << ink.bottom() + 1;
+    }
+    for (const QRect &part : inkParts(picture, rows)) {
+        auto piece = std::make_shared<Stamp>();
+        piece->mark = group.first().mark;
+        piece->others = others;
+        piece->group = bounds;
+        piece->ink = part.translated(bounds.topLeft());
+        piece->image = stampImage(picture.copy(part), QRect(QPoint(), part.size()));
+        pieces.push_back(piece);
+    }
+    m_stamps.insert(m_stamps.end(), pieces.begin(), pieces.end());
+    return pieces;
+}
+
+// Which of the candidates, marks before it, one covers, from its own place. Nothing where the pixels would be other
+// ones: where a translucent mark, or a text, covers another.
+StampNode::Covered StampNode::coveredLines(const PaintedFigure &figure, int index,
+                                           const QVector<Placed> &single, const QVector<int> &candidates)
 {
     const PlacedMark &added = figure.marks.at(index);
+    const QRect &ink = single.at(index).ink;
     const bool isText = added.mark.isText();
     QVector<PlacedMark> covered;
     for (const int k : candidates) {
         const PlacedMark &below = figure.marks.at(k);
-        if (ink.isEmpty() || !placed.at(k).ink.intersects(ink))
+        if (!single.at(k).ink.intersects(ink))
             continue;
         if (below.mark.isText() || below.mark.isTranslucent() || (added.mark.isTranslucent() && !isText))
             return {};
@@ -130,58 +186,102 @@ std::optional<QVector<PlacedMark>> StampNode::coveredLines(const PaintedFigure &
     return covered;
 }
 
-// A text over opaque lines becomes a stamp of its own, with the part of the lines in it.
-bool StampNode::arrange(const PaintedFigure &figure, QVector<Placed> &placed)
+QVector<StampNode::Covered> StampNode::coveredLines(const PaintedFigure &figure,
+                                                    const QVector<Placed> &single)
 {
     // An opaque line may cover others: a grid of them is not to be compared each with each.
     const auto isOpaqueLine = [](const PaintedMark &mark) { return !mark.isText() && !mark.isTranslucent(); };
+    QVector<Covered> covered;
     QVector<int> all;
     QVector<int> notToBeCovered;
     for (int i = 0; i < figure.marks.size(); ++i) {
-        const PlacedMark &added = figure.marks.at(i);
-        std::shared_ptr<Stamp> stamp = stampOf(added.mark);
-        const QRect ink = stamp->ink.translated(added.origin);
-        const auto covered =
-            coveredLines(figure, i, placed, ink, isOpaqueLine(added.mark) ? notToBeCovered : all);
-        if (!covered)
-            return false;
-        stamp->isUsed = true;
-        if (!covered->isEmpty()) {
-            stamp = stampOf(added.mark, *covered, stamp->ink);
-            stamp->isUsed = true;
-        }
-        placed.append({stamp, ink});
+        const bool mayCover = isOpaqueLine(figure.marks.at(i).mark);
+        covered.append(coveredLines(figure, i, single, mayCover ? notToBeCovered : all));
         all.append(i);
-        if (!isOpaqueLine(added.mark))
+        if (!mayCover)
             notToBeCovered.append(i);
     }
-    return true;
+    return covered;
+}
+
+// All that overlaps, directly or by way of others, with one.
+QVector<int> StampNode::connectedTo(int index, const QVector<Placed> &single)
+{
+    QVector<bool> isTaken(single.size(), false);
+    isTaken[index] = true;
+    QVector<int> group{index};
+    for (int k = 0; k < group.size(); ++k) {
+        for (int i = 0; i < single.size(); ++i) {
+            if (isTaken.at(i) || !single.at(i).ink.intersects(single.at(group.at(k)).ink))
+                continue;
+            isTaken[i] = true;
+            group.append(i);
+        }
+    }
+    std::sort(group.begin(), group.end());
+    return group;
+}
+
+// A text over opaque lines becomes a stamp of its own, with the part of the lines in it.
+QVector<StampNode::Placed> StampNode::arranged(const PaintedFigure &figure, const QVector<Placed> &single)
+{
+    const QVector<Covered> covered = coveredLines(figure, single);
+    QVector<Placed> all;
+    QVector<bool> isDone(single.size(), false);
+    for (int i = 0; i < single.size(); ++i) {
+        if (covered.at(i) || isDone.at(i))
+            continue;
+        QVector<PlacedMark> group;
+        const QVector<int> members = connectedTo(i, single);
+        const QPoint origin = figure.marks.at(members.first()).origin;
+        for (const int k : members) {
+            isDone[k] = true;
+            group.append({figure.marks.at(k).mark, figure.marks.at(k).origin - origin});
+        }
+        for (const std::shared_ptr<Stamp> &piece : piecesOf(group, QRect(-origin, m_size)))
+            all.append(placed(piece, origin));
+    }
+    for (int i = 0; i < single.size(); ++i) {
+        if (isDone.at(i))
+            continue;
+        if (covered.at(i)->isEmpty()) {
+            all.append(single.at(i));
+            continue;
+        }
+        const PlacedMark &text = figure.marks.at(i);
+        all.append(placed(stampOf(text.mark, *covered.at(i), single.at(i).stamp->ink), text.origin));
+    }
+    return all;
 }
 
 QVector<StampNode::Placed> StampNode::placedStamps(const PaintedFigure &figure)
 {
+    QVector<Placed> single;
+    for (const PlacedMark &mark : figure.marks)
+        single.append(placed(stampOf(mark.mark), mark.origin));
+    QVector<Placed> all = arranged(figure, single);
     for (const std::shared_ptr<Stamp> &stamp : m_stamps)
         stamp->isUsed = false;
-    QVector<Placed> placed;
-    if (!arrange(figure, placed))
-        placed = {inOne(figure, {})};
-    placed.erase(
-        std::remove_if(placed.begin(), placed.end(), [](const Placed &p) { return p.ink.isEmpty(); }),
-        placed.end());
+    for (const QVector<Placed> &used : {single, all}) {
+        for (const Placed &stamp : used)
+            stamp.stamp->isUsed = true;
+    }
+    all.erase(std::remove_if(all.begin(), all.end(), [](const Placed &p) { return p.ink.isEmpty(); }),
+              all.end());
     m_stamps.erase(std::remove_if(m_stamps.begin(), m_stamps.end(),
                                   [](const std::shared_ptr<Stamp> &stamp) { return !stamp->isUsed; }),
                    m_stamps.end());
-    return placed;
+    return all;
 }
 
 void StampNode::show(const PaintedFigure &figure, const QSize &size, bool smooth)
 {
+    m_size = size;
     const QVector<Placed> placed = placedStamps(figure);
     if (isSoftwareSceneGraph(*m_window))
         joinMoved(placed);
     m_placed = placed;
     m_figure = figure;
-    m_size = size;
     m_smooth = smooth;
     m_isWhole = false;
     showImages(placed);
@@ -209,15 +309,14 @@ void StampNode::joinMoved(const QVector<Placed> &placed)
     m_joint.repaint(moved);
 }
 
-void StampNode::showPainted(const PaintedFigure &figure, const QSize &size, bool smooth)
+void StampNode::showPainted(const PaintedFigure &figure, const QSize &size)
 {
+    const bool isResized = std::exchange(m_size, size) != size;
     const QVector<Placed> placed = placedStamps(figure);
-    if (placed == m_placed && size == m_size && smooth == m_smooth)
+    if (placed == m_placed && !isResized)
         return;
     m_placed = placed;
     m_figure = figure;
-    m_size = size;
-    m_smooth = smooth;
     m_isNew = true;
     m_isWhole = false;
     showPainting();
@@ -241,7 +340,7 @@ void StampNode::preprocess()
     m_isNew = false;
     const bool isWhole = needsOneImage(isMoved);
     if (isWhole && !m_isWhole)
-        showImages({inOne(m_figure, QRect(QPoint(), m_size))});
+        showImages({inOne()});
     else if (!isWhole && (m_isWhole || (m_painting.parent() && !isPainted)))
         showImages(m_placed);
     m_isWhole = isWhole;
@@ -264,7 +363,7 @@ void StampNode::showImages(const QVector<Placed> &placed)
         const bool isNew = i == m_nodes.size();
         if (isNew)
             m_nodes.append(m_window->createImageNode());
-        place(m_nodes.at(i), stamp, placed.at(i).ink.topLeft(), m_smooth);
+        place(m_nodes.at(i), placed.at(i), m_smooth);
         if (isNew)
             appendChildNode(m_nodes.at(i));
         shown.append(stamp.texture);
@@ -303,40 +402,44 @@ void StampNode::paint(QPainter *painter, const QRegion &region) const
         if (color != 0 && fillPixels(painter, region, places, QColor::fromRgb(color)))
             continue;
         for (int k = i; k < end; ++k)
-            painter->drawImage(places.at(k - i).topLeft(), m_placed.at(k).stamp->image);
+            painter->drawImage(places.at(k - i).topLeft(), m_placed.at(k).stamp->image,
+                               QRect(m_placed.at(k).from, places.at(k - i).size()));
     }
 }
 
 // Each write makes the renderer paint what is there again.
-void StampNode::place(QSGImageNode *node, const Stamp &stamp, const QPoint &corner, bool smooth)
+void StampNode::place(QSGImageNode *node, const Placed &placed, bool smooth)
 {
-    const QRectF whole(QPointF(), stamp.image.size());
-    const QRectF rect = whole.translated(corner);
+    const QRectF rect(placed.ink);
+    const QRectF source(placed.from, rect.size());
     const QSGTexture::Filtering filtering = smooth ? QSGTexture::Linear : QSGTexture::Nearest;
-    if (node->texture() != stamp.texture.get())
-        node->setTexture(stamp.texture.get());
-    if (node->sourceRect() != whole)
-        node->setSourceRect(whole);
+    if (node->texture() != placed.stamp->texture.get())
+        node->setTexture(placed.stamp->texture.get());
+    if (node->sourceRect() != source)
+        node->setSourceRect(source);
     if (node->rect() != rect)
         node->setRect(rect);
     if (node->filtering() != filtering)
         node->setFiltering(filtering);
 }
 
-// All of it as the layer would have it, in one image no larger than that and the part take.
-StampNode::Placed StampNode::inOne(const PaintedFigure &figure, const QRect &part)
+// As the layer would have it.
+QImage StampNode::pictureOf(const QVector<PlacedMark> &marks, const QRect &bounds)
 {
-    QRect bounds = part;
-    for (const PlacedMark &placed : figure.marks)
-        bounds |= QRect(placed.origin, placed.mark.size);
     QImage image = emptyImage(bounds.size());
     QPainter painter(&image);
-    for (const PlacedMark &placed : figure.marks)
+    for (const PlacedMark &placed : marks)
         placed.mark.paint(&painter, placed.origin - bounds.topLeft());
     painter.end();
+    return image;
+}
+
+StampNode::Placed StampNode::inOne() const
+{
     auto stamp = std::make_shared<Stamp>();
-    stamp->image = stampImage(image, image.rect());
-    return {stamp, bounds};
+    stamp->ink = QRect(QPoint(), m_size);
+    stamp->image = stampImage(pictureOf(m_figure.marks, stamp->ink), stamp->ink);
+    return placed(stamp, QPoint());
 }
 
 QSGNode *stampedNode(ShiftedItem *item, QSGNode *&old, FigureChange change)
@@ -353,10 +456,11 @@ QSGNode *stampedNode(ShiftedItem *item, QSGNode *&old, FigureChange change)
                                                     [item](QPainter *painter) { item->paint(painter); });
         if (figure.isComplete) {
             stamps = nodeOf<StampNode>(item, old);
+            // Where Qt paints in software, a layer is not smoothed, and images that may be are blended by slower means.
             if (isSoftware && change == FigureChange::AsAWhole)
-                stamps->showPainted(figure, size, item->smooth());
+                stamps->showPainted(figure, size);
             else
-                stamps->show(figure, size, item->smooth());
+                stamps->show(figure, size, item->smooth() && !isSoftware);
             return stamps;
         }
     }

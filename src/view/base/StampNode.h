@@ -30,7 +30,7 @@ public:
     // The same on the software scene graph, for what is often all new: in frames in which it is, all of it is
     // painted into the window. A rectangle takes fewer instructions than an image of
     // one, and one large node fewer than many.
-    void showPainted(const PaintedFigure &figure, const QSize &size, bool smooth);
+    void showPainted(const PaintedFigure &figure, const QSize &size);
 
     PaintedTexts &texts() { return m_texts; }
 
@@ -41,8 +41,11 @@ private:
     struct Stamp
     {
         PaintedMark mark;
-        QVector<PlacedMark> lines; // that the mark, a text, covers
-        QRect ink;                 // like the lines' places from the mark's origin
+        // The lines that the mark, a text, covers, or the rest of the group that begins with the mark. Their places are from
+        // the mark's origin, and so is the ink's.
+        QVector<PlacedMark> others;
+        QRect ink;
+        QRect group; // that it is a piece of; null where it is none
         QImage image;
         bool isFilled = false; // with one opaque colour
         std::shared_ptr<QSGTexture> texture;
@@ -51,30 +54,38 @@ private:
     struct Placed
     {
         std::shared_ptr<Stamp> stamp;
-        QRect ink;
+        QRect ink;   // what of it is in the item
+        QPoint from; // where that begins in the image
 
-        bool operator==(const Placed &other) const { return stamp == other.stamp && ink == other.ink; }
+        bool operator==(const Placed &other) const
+        {
+            return stamp == other.stamp && ink == other.ink && from == other.from;
+        }
     };
 
+    using Covered = std::optional<QVector<PlacedMark>>;
+
+    static bool isOf(const Stamp &stamp, const PaintedMark &mark, const QVector<PlacedMark> &others);
+    Placed placed(const std::shared_ptr<Stamp> &stamp, const QPoint &origin) const;
     std::shared_ptr<Stamp> stampOf(const PaintedMark &mark);
     std::shared_ptr<Stamp> stampOf(const PaintedMark &text, const QVector<PlacedMark> &lines,
                                    const QRect &ink);
-    // Which of the candidates, marks before it, one covers, from its own place. Nothing where the pixels would be other
-    // ones: where a translucent mark, or a text, covers another.
-    static std::optional<QVector<PlacedMark>> coveredLines(const PaintedFigure &figure, int index,
-                                                           const QVector<Placed> &placed, const QRect &ink,
-                                                           const QVector<int> &candidates);
-    // False where that is so.
-    bool arrange(const PaintedFigure &figure, QVector<Placed> &placed);
-    bool needsOneImage(bool isMoved);
-    static Placed inOne(const PaintedFigure &figure, const QRect &part);
+    std::vector<std::shared_ptr<Stamp>> piecesOf(const QVector<PlacedMark> &group, const QRect &item);
+    static Covered coveredLines(const PaintedFigure &figure, int index, const QVector<Placed> &single,
+                                const QVector<int> &candidates);
+    static QVector<Covered> coveredLines(const PaintedFigure &figure, const QVector<Placed> &single);
+    static QVector<int> connectedTo(int index, const QVector<Placed> &single);
+    QVector<Placed> arranged(const PaintedFigure &figure, const QVector<Placed> &single);
     QVector<Placed> placedStamps(const PaintedFigure &figure);
+    static QImage pictureOf(const QVector<PlacedMark> &marks, const QRect &bounds);
+    Placed inOne() const;
+    bool needsOneImage(bool isMoved);
     void showImages(const QVector<Placed> &placed);
     void joinMoved(const QVector<Placed> &placed);
     void showPainting();
     static bool isFilledWith(const Stamp &stamp, QRgb color);
     void paint(QPainter *painter, const QRegion &region) const;
-    static void place(QSGImageNode *node, const Stamp &stamp, const QPoint &corner, bool smooth);
+    static void place(QSGImageNode *node, const Placed &placed, bool smooth);
 
     QQuickWindow *m_window;
     PaintedTexts m_texts;
