@@ -4,6 +4,7 @@
 #include "axis/TickSearch.h"
 #include "kit/axis/AxisTitle.h"
 #include "kit/axis/AxisUnit.h"
+#include "kit/data/Store.h"
 #include "kit/data/Telling.h"
 
 #include <QFontMetrics>
@@ -109,10 +110,9 @@ void ChartAxis::setTitleColor(const QColor &color)
 */
 void ChartAxis::setScale(ScaleType scale)
 {
-    if (scale == m_scale)
+    if (!store(m_scale, bounded(this, "scale", scale, Linear, Time)))
         return;
-    m_scale = scale;
-    setScaleKind(scale == Logarithmic ? ScaleKind::Logarithmic : ScaleKind::Linear);
+    setScaleKind(m_scale == Logarithmic ? ScaleKind::Logarithmic : ScaleKind::Linear);
     measureAgain();
     emit scaleChanged();
     emitAxisChanged();
@@ -195,9 +195,8 @@ void ChartAxis::setUtc(bool utc)
 */
 void ChartAxis::setAutoRange(AutoRange mode)
 {
-    if (mode == m_autoRange)
+    if (!store(m_autoRange, bounded(this, "autoRange", mode, Off, FitVisible)))
         return;
-    m_autoRange = mode;
     emit autoRangeChanged();
 }
 

@@ -12,6 +12,7 @@ namespace graph {
 namespace {
 
 constexpr int widestGrid = 16;
+constexpr int largestFont = 1000;
 
 // The colours of M. Okabe and K. Ito, "Color Universal Design" (2008), which people with any of the common
 // kinds of colour blindness tell apart. In the order of their contrast with the background: yellow is
@@ -214,11 +215,11 @@ void ChartTheme::setFontFamily(const QString &family)
 
 /*!
     \qmlproperty int ChartTheme::fontSize
-    The height of the texts in pixels, 14 by default, at least 1; the title is a little larger.
+    The height of the texts in pixels, 14 by default, 1 to 1000; the title is a little larger.
 */
 void ChartTheme::setFontSize(int pixels)
 {
-    store(m_fontSize, bounded(this, "fontSize", pixels, 1));
+    store(m_fontSize, bounded(this, "fontSize", pixels, 1, largestFont));
 }
 
 /*!

@@ -1,5 +1,6 @@
 #include "kit/chart/ChartView.h"
 
+#include "common/SceneExit.h"
 #include "cursors/GraphCursor.h"
 #include "kit/axis/ChartAxis.h"
 #include "kit/chart/ChartCursors.h"
@@ -156,6 +157,7 @@ ChartView::~ChartView()
     const auto taken = plots();
     for (AbstractPlot *plot : taken)
         removePlot(plot);
+    leaveScene(this);
 }
 
 void ChartView::componentComplete()

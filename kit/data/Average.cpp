@@ -58,9 +58,8 @@ void Average::setCount(int count)
 */
 void Average::setMode(Mode mode)
 {
-    if (m_mode == mode)
+    if (!store(m_mode, bounded(this, "mode", mode, Linear, Exponential)))
         return;
-    m_mode = mode;
     emit modeChanged();
     beginAgain();
 }

@@ -94,7 +94,7 @@ LineGrab {
         FontMetrics {
             id: metrics
 
-            font: grab.cursor ? grab.cursor.font : Qt.font({})
+            font: grab.cursor ? grab.cursor.font : Qt.application.font
         }
     }
 }

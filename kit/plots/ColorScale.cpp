@@ -19,6 +19,8 @@ constexpr int labelGap = 8;   // pixels between bar and labels
 constexpr int tickLength = 3; // pixels
 // Line heights from one label to the next.
 constexpr double labelDistance = 2.2;
+constexpr int largestFont = 1000;
+constexpr int widestBar = 10000;
 // The share of the bar at each end that drags this end; what is between drags both.
 constexpr double endShare = 1.0 / 3.0;
 // Ends are not dragged nearer to each other than this share of their distance in one go.
@@ -97,7 +99,7 @@ void ColorScale::handleLabelsChanged()
     const auto labels = waterfall() ? levelLabels(*waterfall()) : stepLabels();
     for (const Label &label : labels)
         widest = std::max(widest, metrics.horizontalAdvance(label.text));
-    setImplicitWidth(std::max(int(implicitWidth()), m_barWidth + labelGap + widest + 1));
+    setImplicitWidth(std::max(implicitWidth(), m_barWidth + labelGap + widest + 1.0));
 }
 
 void ColorScale::measureAgain()
@@ -138,10 +140,10 @@ void ColorScale::setDraggable(bool draggable)
     The colour of labels and ticks; by default that of the theme in a Chart, and else grey.
 
     \qmlproperty int ColorScale::fontSize
-    The height of the labels in pixels; by default that of the theme in a Chart, and else 12.
+    The height of the labels in pixels, 1 to 1000; by default that of the theme in a Chart, and else 12.
 
     \qmlproperty int ColorScale::barWidth
-    The width of the bar in pixels, 14 by default.
+    The width of the bar in pixels, 14 by default, 1 to 10000.
 */
 void ColorScale::setTextColor(const QColor &color)
 {
@@ -170,7 +172,7 @@ void ColorScale::setDefaultLook(const QColor &textColor, const QFont &font)
 void ColorScale::setFontSize(int size)
 {
     m_hasFontSize = true;
-    if (!store(m_fontSize, bounded(this, "fontSize", size, 1)))
+    if (!store(m_fontSize, bounded(this, "fontSize", size, 1, largestFont)))
         return;
     measureAgain();
     emit fontSizeChanged();
@@ -178,7 +180,7 @@ void ColorScale::setFontSize(int size)
 
 void ColorScale::setBarWidth(int width)
 {
-    if (!store(m_barWidth, bounded(this, "barWidth", width, 1)))
+    if (!store(m_barWidth, bounded(this, "barWidth", width, 1, widestBar)))
         return;
     measureAgain();
     emit barWidthChanged();

@@ -100,7 +100,7 @@ void LimitLine::applyLimit()
 */
 void LimitLine::setKind(Kind kind)
 {
-    if (!store(m_kind, kind))
+    if (!store(m_kind, bounded(this, "kind", kind, Upper, Lower)))
         return;
     update();
     emit kindChanged();

@@ -28,7 +28,7 @@ class GRAPH_CHARTS_EXPORT LimitLine : public GraphPlot, public ExtentSource
     Q_PROPERTY(double fillOpacity READ fillOpacity WRITE setFillOpacity NOTIFY fillOpacityChanged)
 
 public:
-    enum Kind { Upper, Lower };
+    enum Kind : int { Upper, Lower };
     Q_ENUM(Kind)
 
     explicit LimitLine(QQuickItem *parent = nullptr);

@@ -269,7 +269,7 @@ void Trace::setDefaultLineWidth(int width)
 */
 void Trace::setStyle(Style style)
 {
-    if (!store(m_style, style))
+    if (!store(m_style, bounded(this, "style", style, Line, LineAndPoints)))
         return;
     update();
     emit styleChanged();

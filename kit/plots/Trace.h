@@ -32,7 +32,7 @@ class GRAPH_CHARTS_EXPORT Trace : public GraphPlot, public ExtentSource
     Q_PROPERTY(double fillOpacity READ fillOpacity WRITE setFillOpacity NOTIFY fillOpacityChanged)
 
 public:
-    enum Style { Line, Area, Steps, Bars, Points, LineAndPoints };
+    enum Style : int { Line, Area, Steps, Bars, Points, LineAndPoints };
     Q_ENUM(Style)
 
     explicit Trace(QQuickItem *parent = nullptr);

@@ -154,7 +154,7 @@ void TraceSource::apply()
     warnOfTwoSources();
     switch (kind()) {
     case Kind::None:
-        if (m_own && m_plot->plotData() == m_own)
+        if (m_shown && m_plot->plotData() == m_shown)
             m_plot->setPlotData(nullptr);
         return;
     case Kind::Series:
@@ -172,6 +172,7 @@ void TraceSource::apply()
 void TraceSource::show(PlotData *data)
 {
     describe(data);
+    m_shown = data;
     m_plot->setPlotData(data);
 }
 

@@ -76,6 +76,7 @@ private:
     QString m_name;
     QString m_unit;
     QPointer<PlotData> m_own;
+    QPointer<PlotData> m_shown; // what the plot was given
     bool m_isComplete = true;
     bool m_isDescribing = false;
     bool m_hasWarned = false;

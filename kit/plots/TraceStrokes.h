@@ -8,7 +8,7 @@ namespace graph {
 // How a trace is drawn.
 struct TraceLook
 {
-    enum Style { Line, Area, Steps, Bars, Points, LineAndPoints };
+    enum Style : int { Line, Area, Steps, Bars, Points, LineAndPoints };
 
     // How far an area reaches from the line.
     enum Fill { ToBaseline, ToTop, ToBottom };

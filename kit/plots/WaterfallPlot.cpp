@@ -117,6 +117,7 @@ void WaterfallPlot::setRowInterval(double interval)
 */
 void WaterfallPlot::setDirection(Direction direction)
 {
+    direction = bounded(this, "direction", direction, Down, Up);
     if (m_direction == direction)
         return;
     placeRows(rowInterval(), direction);

@@ -27,7 +27,7 @@ class GRAPH_CHARTS_EXPORT WaterfallPlot : public AbstractPlot, public ExtentSour
     Q_PROPERTY(int readRow READ readRow WRITE setReadRow NOTIFY readRowChanged)
 
 public:
-    enum Direction { Down, Up };
+    enum Direction : int { Down, Up };
     Q_ENUM(Direction)
 
     explicit WaterfallPlot(QQuickItem *parent = nullptr);

@@ -33,6 +33,8 @@ private slots:
             << QByteArray("positions: [new Date(1500), new Date(Date.UTC(1970, 0, 2))]; values: [1, 5]")
             << "1.5,1 86400,5";
         QTest::newRow("series") << QByteArray("series: given") << "0,7 1,8";
+        QTest::newRow("series no longer")
+            << QByteArray("series: given; Component.onCompleted: series = null") << "";
         QTest::newRow("as data") << QByteArray("plotData: given") << "0,7 1,8";
         QTest::newRow("empty") << QByteArray("values: []; series: null; address: ''") << "";
         QTest::newRow("two") << QByteArray("values: [1]; series: given") << "0,7 1,8";
