@@ -37,13 +37,17 @@ const QImage &WaterfallRaster::image(const WaterfallRows &rows, const WaterfallP
     const QSize size(pixel(std::ceil(mapping.width())), pixel(std::ceil(mapping.height())));
     if (m_image.size() != size)
         m_image = QImage(size, QImage::Format_ARGB32_Premultiplied);
+    if (m_image.isNull())
+        return m_image;
     std::vector<CellRange> columns =
         coveringCells(edges(rows.columns(), [&](int i) { return mapping.x(place.columnEdge(i)); }),
                       size.width(), mapping.width() - 1.0);
-    if (!(columns == m_columns) || !(levels == m_levels) || m_slots != rows.ringSize()) {
+    const int ringSize =
+        int(std::min(std::size_t(rows.ringSize()), std::max<std::size_t>(1, m_mostPixels / columns.size())));
+    if (!(columns == m_columns) || !(levels == m_levels) || m_slots != ringSize) {
         m_columns.swap(columns);
         m_levels = levels;
-        m_slots = rows.ringSize();
+        m_slots = ringSize;
         m_encoded = 0;
     }
     encodeNewRows(rows, levels);
@@ -71,10 +75,10 @@ void WaterfallRaster::encodeNewRows(const WaterfallRows &rows, const WaterfallLe
     m_low = std::min(levels.from, levels.to);
     const double span = std::abs(levels.to - levels.from);
     m_scale = span > 0.0 ? (colorMapSize - 1) / span : std::numeric_limits<double>::infinity();
-    const qint64 newRows = std::min<qint64>(rows.added() - m_encoded, rows.count());
+    const qint64 newRows = std::min<qint64>(rows.added() - m_encoded, std::min(rows.count(), m_slots));
     m_encoded = rows.added();
     for (int age = 0; age < newRows; ++age)
-        encode(rows.row(age), const_cast<Code *>(codes(rows, age)));
+        encode(rows.row(age), kept(rows, age));
 }
 
 void WaterfallRaster::encode(const float *levels, Code *codes) const
@@ -93,19 +97,29 @@ void WaterfallRaster::encode(const float *levels, Code *codes) const
     }
 }
 
-const WaterfallRaster::Code *WaterfallRaster::codes(const WaterfallRows &rows, int age) const
+WaterfallRaster::Code *WaterfallRaster::kept(const WaterfallRows &rows, int age)
 {
     return m_codes.data() + std::size_t((rows.added() - age) % m_slots) * m_columns.size();
+}
+
+const WaterfallRaster::Code *WaterfallRaster::codes(const WaterfallRows &rows, int age,
+                                                    std::vector<Code> &space)
+{
+    if (age < m_slots)
+        return kept(rows, age);
+    space.resize(m_columns.size());
+    encode(rows.row(age), space.data());
+    return space.data();
 }
 
 void WaterfallRaster::paintLine(const WaterfallRows &rows, const CellRange &lineRows, QRgb *line)
 {
     const int width = int(m_columns.size());
-    const Code *merged = codes(rows, lineRows.first);
+    const Code *merged = codes(rows, lineRows.first, m_line);
     if (lineRows.count() > 1) {
         m_line.resize(m_columns.size());
         for (int row = lineRows.first + 1; row < lineRows.end; ++row) {
-            largerOf(merged, codes(rows, row), m_line.data(), width);
+            largerOf(merged, codes(rows, row, m_nextLine), m_line.data(), width);
             merged = m_line.data();
         }
     }

@@ -39,11 +39,18 @@ struct WaterfallLevels
 };
 
 // Turns rows of levels into pixels, the largest level of each winning. Rows that were turned before, for the
-// same columns of pixels and the same levels, are kept, in a ring of their own: a new row costs one row.
+// same columns of pixels and the same levels, are kept, in a ring of their own: a new row costs one row. Where all of them
+// would take too much memory, the older ones are turned each time.
 class GRAPH_CHARTS_EXPORT WaterfallRaster
 {
 public:
-    // The image, of the item's size, in the palette; transparent where there is no level.
+    explicit WaterfallRaster(std::size_t mostPixels = std::size_t(1) << 26)
+        : m_mostPixels(mostPixels)
+    {
+    }
+
+    // The image, of the item's size, in the palette; transparent where there is no level. Null where there is no memory
+    // for it.
     const QImage &image(const WaterfallRows &rows, const WaterfallPlace &place, const WaterfallLevels &levels,
                         const ColorMap &colors, const PixelMapping &mapping);
 
@@ -52,13 +59,16 @@ private:
 
     void encodeNewRows(const WaterfallRows &rows, const WaterfallLevels &levels);
     void encode(const float *levels, Code *codes) const;
-    const Code *codes(const WaterfallRows &rows, int age) const;
+    const Code *codes(const WaterfallRows &rows, int age, std::vector<Code> &space);
+    Code *kept(const WaterfallRows &rows, int age);
     void paintLine(const WaterfallRows &rows, const CellRange &lineRows, QRgb *line);
 
+    std::size_t m_mostPixels;
     QImage m_image;
     std::vector<CellRange> m_columns; // of each pixel
     std::vector<Code> m_codes;
     std::vector<Code> m_line;
+    std::vector<Code> m_nextLine;
     std::vector<QRgb> m_palette;
     WaterfallLevels m_levels;
     double m_low = 0.0;

@@ -67,7 +67,7 @@ private slots:
         for (int round = 0; round < 60; ++round) {
             WaterfallRows rows;
             rows.setCapacity(int(uniform(1, 30)));
-            WaterfallRaster raster;
+            WaterfallRaster raster(round % 4 ? 10000 : 100); // the latter keeps three rows of pixels
             std::vector<QVector<double>> plain;
             WaterfallPlace place{uniform(-5, 5), uniform(0.2, 3) * (round % 3 ? 1 : -1),
                                  round % 2 ? 1.0 : -1.0};
