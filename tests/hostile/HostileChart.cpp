@@ -2,6 +2,8 @@
 
 #include "cursors/GraphCursor.h"
 #include "cursors/GraphCursorAttached.h"
+#include "kit/data/StreamPoints.h"
+#include "kit/data/StreamSeries.h"
 #include "platform/bus/OrnData.h"
 #include "plots/HeatmapPlot.h"
 
@@ -11,6 +13,7 @@
 #include <QImage>
 #include <QPainter>
 #include <QQmlComponent>
+#include <QQmlContext>
 #include <QQmlExpression>
 #include <QQmlListReference>
 #include <QQmlProperty>
@@ -18,6 +21,7 @@
 
 #include <cstdio>
 #include <limits>
+#include <thread>
 
 namespace {
 
@@ -44,11 +48,11 @@ QByteArray contents(const char *path)
 
 } // namespace
 
-HostileChart::HostileChart(quint32 seed, bool inWindow)
+HostileChart::HostileChart(const Module &module, quint32 seed, bool inWindow)
     : m_values(seed, m_objects)
 {
-    m_root.reset(created(contents(HOSTILE_CHART)));
-    createEveryType();
+    m_root.reset(created(contents(module.document)));
+    createEveryType(module);
     if (inWindow) {
         m_window = std::make_unique<QQuickWindow>();
         m_window->resize(320, 240);
@@ -57,7 +61,9 @@ HostileChart::HostileChart(quint32 seed, bool inWindow)
     }
     const auto children = m_root->findChildren<QObject *>();
     for (QObject *child : children) {
-        if (qmlContext(child))
+        const QQmlContext *context = qmlContext(child);
+        // Not what the module's own documents are made of.
+        if (context && !context->baseUrl().isLocalFile())
             m_objects.append(child);
         if (QObject *attached = qmlAttachedPropertiesObject<GraphCursor>(child, false))
             m_objects.append(attached);
@@ -83,17 +89,19 @@ QObject *HostileChart::created(QByteArray document)
 }
 
 // Whatever the module offers once more, on its own: to be put into the lists and properties of the others.
-void HostileChart::createEveryType()
+void HostileChart::createEveryType(const Module &module)
 {
-    auto types = QRegularExpression("\"graph_plugin/(\\w+) 1\\.0\"\\](\\n\\s*isCreatable: false)?")
-                     .globalMatch(QString::fromUtf8(contents(QMLTYPES)));
+    auto types =
+        QRegularExpression(QString("\"%1/(\\w+) 1\\.0\"\\](\\n\\s*isCreatable: false)?").arg(module.name))
+            .globalMatch(QString::fromUtf8(contents(module.types)));
     if (!types.hasNext())
         qFatal("no types");
     while (types.hasNext()) {
         const auto type = types.next();
         if (type.capturedLength(2) > 0)
             continue;
-        QObject *object = created("import charts 1.0\n" + type.captured(1).toUtf8() + " {}");
+        QObject *object =
+            created("import " + QByteArray(module.name) + " 1.0\n" + type.captured(1).toUtf8() + " {}");
         object->setParent(m_root.get());
         if (auto *item = qobject_cast<QQuickItem *>(object)) {
             item->setParentItem(qobject_cast<QQuickItem *>(any(&QQuickItem::staticMetaObject)));
@@ -159,6 +167,8 @@ void HostileChart::step()
              {8, &HostileChart::resizeItem},
              {7, &HostileChart::moveItem},
              {2, &HostileChart::loadHeatmap},
+             {2, &HostileChart::pushSamples},
+             {1, &HostileChart::changeWindow},
              {1, &HostileChart::destroyOne}});
 }
 
@@ -171,6 +181,7 @@ void HostileChart::interfere()
     doOneOf({{16, &HostileChart::writeProperty},
              {2, &HostileChart::callMethod},
              {1, &HostileChart::changeList},
+             {1, &HostileChart::destroyOne},
              {1, &HostileChart::resizeItem}});
 }
 
@@ -332,13 +343,51 @@ void HostileChart::destroyOne()
 {
     QObject *object = any();
     // What a Repeater made has no parent and is deleted by it alone.
-    if (!object->parent() || object == this || qobject_cast<GraphCursorAttached *>(object))
+    if (!object->parent() || object == this || object == sender() ||
+        qobject_cast<GraphCursorAttached *>(object))
         return;
     log(object, "destroy");
-    if (m_values.oneIn(2))
+    // Qt itself does not survive an item that goes while its geometry changes.
+    const bool isHandled = m_interferences > 0 && qobject_cast<QQuickItem *>(object);
+    if (!isHandled && m_values.oneIn(2))
         delete object;
     else
         object->deleteLater();
+}
+
+// As a device's thread does while the chart lives on.
+void HostileChart::pushSamples()
+{
+    QObject *object = any();
+    const QVector<double> samples = m_values.array();
+    std::thread([&] {
+        if (auto *series = qobject_cast<graph::StreamSeries *>(object))
+            series->push(samples.constData(), samples.size());
+        else if (auto *points = qobject_cast<graph::StreamPoints *>(object))
+            points->push(samples.constData(), samples.constData(), samples.size());
+    }).join();
+}
+
+// Closes, opens, or replaces the window, in which the item is again afterwards, or is not.
+void HostileChart::changeWindow()
+{
+    if (!m_window)
+        return;
+    log(m_window.get(), "change window");
+    auto *root = qobject_cast<QQuickItem *>(m_root.get());
+    if (m_values.oneIn(3)) {
+        auto other = std::make_unique<QQuickWindow>();
+        other->resize(200, 300);
+        if (m_values.oneIn(2))
+            root->setParentItem(nullptr);
+        std::swap(m_window, other);
+        root->setParentItem(m_window->contentItem());
+    } else if (m_values.oneIn(2)) {
+        m_window->close();
+    } else {
+        root->setParentItem(root->parentItem() ? nullptr : m_window->contentItem());
+    }
+    m_window->setVisible(!m_values.oneIn(4));
 }
 
 void HostileChart::moveItem()

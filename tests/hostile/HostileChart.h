@@ -19,8 +19,16 @@ class HostileChart : public QObject
     Q_OBJECT
 
 public:
+    // A document with every type of a module, and the description of these types.
+    struct Module
+    {
+        const char *name;
+        const char *document;
+        const char *types;
+    };
+
     // In a window the scene graph paints the items as well.
-    HostileChart(quint32 seed, bool inWindow);
+    HostileChart(const Module &module, quint32 seed, bool inWindow);
     ~HostileChart() override;
 
     void step();
@@ -33,7 +41,7 @@ public slots:
 private:
     void listen();
     QObject *created(QByteArray document);
-    void createEveryType();
+    void createEveryType(const Module &module);
     QObject *any(const QMetaObject *wanted = nullptr);
     void doOneOf(std::initializer_list<QPair<int, void (HostileChart::*)()>> things);
     void processEvents();
@@ -44,6 +52,8 @@ private:
     void loadHeatmap();
     void destroyOne();
     void moveItem();
+    void pushSamples();
+    void changeWindow();
     void resizeItem();
     void paintOne();
     void paint(QQuickPaintedItem *item);
