@@ -77,7 +77,8 @@ void addPeaks(const SampleSpan &samples, int first, int end, QVector<Peak> &peak
     for (std::size_t i = 0; i < tops.size(); ++i) {
         if (tops[i].isPeak)
             peaks.append({tops[i].index, tops[i].value,
-                          tops[i].value - std::max(left[i], right[tops.size() - 1 - i])});
+                          std::min(tops[i].value - std::max(left[i], right[tops.size() - 1 - i]),
+                                   std::numeric_limits<double>::max())});
     }
 }
 
@@ -90,7 +91,8 @@ double crossing(const SampleSpan &samples, int index, int way, double height)
     const double inner = samples.y(index - way);
     if (low == height || low == inner)
         return samples.x(index);
-    const double share = (height - low) / (inner - low);
+    const double unit = std::isinf(inner - low) ? 2.0 : 1.0;
+    const double share = (height / unit - low / unit) / (inner / unit - low / unit);
     return samples.x(index) + share * (samples.x(index - way) - samples.x(index));
 }
 
@@ -103,8 +105,7 @@ QVector<Peak> findPeaks(const SampleSpan &samples)
         int end = first;
         while (end < samples.size() && std::isfinite(samples.y(end)))
             ++end;
-        if (end - first > 2)
-            addPeaks(samples, first, end, peaks);
+        addPeaks(samples, first, end, peaks);
         first = end + 1;
     }
     return peaks;
@@ -114,8 +115,6 @@ double peakWidth(const SampleSpan &samples, const Peak &peak)
 {
     // On its way to a higher sample each side falls by the whole prominence.
     const double height = peak.value - peak.prominence / 2.0;
-    if (!(height < peak.value))
-        return 0.0; // so low that numbers do not tell
     return crossing(samples, peak.index, 1, height) - crossing(samples, peak.index, -1, height);
 }
 

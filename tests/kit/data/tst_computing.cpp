@@ -230,6 +230,11 @@ private slots:
         QCOMPARE(peaks.size(), 1);
         QCOMPARE(peaks.first().prominence, 3.0);
         QCOMPARE(graph::peakWidth(graph::SampleSpan(points), peaks.first()), 7.0 - 2.5);
+        // So high that its prominence is no number.
+        const Values high{-1.5e308, 1.5e308, -1.5e308};
+        const graph::SampleSpan samples(high, 0.0, 1.0);
+        const double width = graph::peakWidth(samples, graph::findPeaks(samples).first());
+        QVERIFY(width > 0.5 && width < 1.0);
     }
 
     // While samples scroll through the blocks.
