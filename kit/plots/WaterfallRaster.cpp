@@ -10,6 +10,8 @@ namespace graph {
 
 namespace {
 
+constexpr qint64 largestPicture = qint64(1) << 28; // pixels, 1 GiB
+
 template <typename EdgeAt> std::vector<double> edges(int cells, EdgeAt edgeAt)
 {
     std::vector<double> result(std::size_t(cells) + 1);
@@ -35,8 +37,9 @@ const QImage &WaterfallRaster::image(const WaterfallRows &rows, const WaterfallP
                                      const PixelMapping &mapping)
 {
     const QSize size(pixel(std::ceil(mapping.width())), pixel(std::ceil(mapping.height())));
+    const bool isPossible = qint64(size.width()) * size.height() <= largestPicture;
     if (m_image.size() != size)
-        m_image = QImage(size, QImage::Format_ARGB32_Premultiplied);
+        m_image = isPossible ? QImage(size, QImage::Format_ARGB32_Premultiplied) : QImage();
     if (m_image.isNull())
         return m_image;
     std::vector<CellRange> columns =

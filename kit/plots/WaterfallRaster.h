@@ -49,8 +49,8 @@ public:
     {
     }
 
-    // The image, of the item's size, in the palette; transparent where there is no level. Null where there is no memory
-    // for it.
+    // The image, of the item's size, in the palette; transparent where there is no level. Null where that would
+    // take too much memory.
     const QImage &image(const WaterfallRows &rows, const WaterfallPlace &place, const WaterfallLevels &levels,
                         const ColorMap &colors, const PixelMapping &mapping);
 
