@@ -185,8 +185,6 @@ private:
         if (m_room.end - joinedWidth() - m_room.gap < endOfOthers(labels, *last))
             return false;
         const int start = std::min(last->start, m_room.end - width(withUnit(number(*last), m_look.unit)));
-        if (start < m_room.begin)
-            return false;
         addJoined(m_plot.left() + start, rowTop(last->row), number(*last));
         labels.erase(last);
         return true;
