@@ -18,7 +18,7 @@ const QRegularExpression knownMessages(
     "\".*\" (cannot be reached|is no name)|"
     // Qt, of values that have no meaning for a property, and of items in each other's way.
     ".*(Unable to assign |(Type)?Error: |depends on non-NOTIFYable|Detected function \"onTapped\")|"
-    "[\t ]*\"?(Could not convert (argument|array value)|Passing incomp?atible|This will "
+    "[\t ]*\"?(\\w+::visible|Could not convert (argument|array value)|Passing incomp?atible|This will "
     "throw|%entry)|Too many arguments, ignoring |"
     ".*(Binding|Possible anchor) loop detected|QFont::fromString: Invalid "
     "description|QPainter::begin: Paint device returned engine == 0|QPainter::\\w+: Painter "
