@@ -216,8 +216,7 @@ void ComputedData::announce(int formerSize)
 SampleSpan ComputedData::allSamples() const
 {
     SampleSpan span = m_isEven ? SampleSpan(m_values, m_xFirst, m_xInterval) : SampleSpan(m_points);
-    span.setPyramid(m_isEven ? m_pyramid.forView(m_values, span.size())
-                             : m_pyramid.forView(m_points, span.size()));
+    span.setPyramid(m_pyramid.forView(span.size()));
     return span;
 }
 

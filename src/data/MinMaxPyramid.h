@@ -23,6 +23,8 @@ public:
     template <typename Sample> MinMaxPyramid(const Sample *samples, int count) { extend(samples, count); }
     // Makes room for an array of that many samples.
     void reserve(int count);
+    // Of no array, for another one.
+    void clear();
     // The array begins at that block now; all of its samples that the pyramid knows have moved along.
     void removeFront(int blockCount);
 
@@ -52,6 +54,14 @@ inline void MinMaxPyramid::reserve(int count)
 {
     // The coarser levels have an eighth of the nodes, all together a seventh.
     m_levels.front().reserve(std::size_t(std::max(count, 0)) / blockSize);
+}
+
+inline void MinMaxPyramid::clear()
+{
+    for (Level &level : m_levels)
+        level.clear();
+    m_searched = 0;
+    m_hasNaN = false;
 }
 
 inline void MinMaxPyramid::removeFront(int blockCount)

@@ -65,7 +65,7 @@ graph::SampleSpan PlotPoints::sampleSpan(double xMin, double xMax) const
         return xMin <= xMax ? segmentSpan(xMin, xMax) : segmentSpan(xMax, xMin);
     const Ascending &sorted = ascending();
     graph::SampleSpan span = graph::SampleSpan(sorted.points, sorted.indices).between(xMin, xMax);
-    span.setPyramid(m_pyramid.forView(sorted.points, span.size()));
+    span.setPyramid(m_pyramid.forView(span.size()));
     return span;
 }
 

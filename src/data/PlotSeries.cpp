@@ -67,7 +67,7 @@ QVector<QPointF> PlotSeries::samples(const QRectF &rect) const
 graph::SampleSpan PlotSeries::sampleSpan(double xMin, double xMax) const
 {
     graph::SampleSpan span = graph::SampleSpan(m_yData, m_xFirstValue, m_xInterval).between(xMin, xMax);
-    span.setPyramid(m_pyramid.forView(m_yData, span.size()));
+    span.setPyramid(m_pyramid.forView(span.size()));
     return span;
 }
 

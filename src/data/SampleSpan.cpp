@@ -2,7 +2,7 @@
 
 #include "common/SafeInteger.h"
 #include "data/LeadingCount.h"
-#include "data/MinMaxPyramid.h"
+#include "data/PyramidOnDemand.h"
 
 #include <cmath>
 
@@ -112,18 +112,31 @@ MinMax SampleSpan::minMax(int first, int end) const
         return MinMax();
     const int low = lowest(first, end);
     const int count = end - first;
-    if (m_points)
-        return m_pyramid ? m_pyramid->minMax(m_points, low, low + count)
-                         : graph::minMax(m_points + low, count);
-    return m_pyramid ? m_pyramid->minMax(m_values, low, low + count) : graph::minMax(m_values + low, count);
+    return m_points ? minMaxOf(m_points, low, low + count) : minMaxOf(m_values, low, low + count);
+}
+
+template <typename Sample> MinMax SampleSpan::minMaxOf(const Sample *array, int first, int end) const
+{
+    if (m_pyramid)
+        return m_pyramid->minMax(array, first, end);
+    if (m_onDemand)
+        return m_onDemand->minMax(array, m_arraySize, first, end);
+    return graph::minMax(array + first, end - first);
+}
+
+const MinMaxPyramid *SampleSpan::pyramid() const
+{
+    if (m_pyramid)
+        return m_pyramid.get();
+    return m_onDemand ? m_onDemand->pyramid() : nullptr;
 }
 
 bool SampleSpan::hasNaN(int first, int end) const
 {
     if (first == end)
         return false;
-    if (m_pyramid &&
-        !(m_points ? m_pyramid->hasNaN(m_points, m_arraySize) : m_pyramid->hasNaN(m_values, m_arraySize)))
+    const MinMaxPyramid *known = pyramid();
+    if (known && !(m_points ? known->hasNaN(m_points, m_arraySize) : known->hasNaN(m_values, m_arraySize)))
         return false;
     const int low = lowest(first, end);
     return m_points ? graph::hasNaN(m_points + low, end - first) : graph::hasNaN(m_values + low, end - first);

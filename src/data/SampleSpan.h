@@ -10,6 +10,7 @@
 namespace graph {
 
 class MinMaxPyramid;
+class PyramidOnDemand;
 
 // Samples of a data object in ascending order of x, seen in the object's own array without a copy. The view
 // shares the array, so it stays valid, with the values it was made with, even after the data is gone.
@@ -108,21 +109,25 @@ public:
     // True when x is computed from the index, false when each sample has an x of its own.
     bool isEquallySpaced() const { return m_points == nullptr; }
 
-    // The pyramid must have been built over the array that the view was made of.
+    // Over the array that the view was made of: one that is there, or one that is built when it pays.
     void setPyramid(std::shared_ptr<const MinMaxPyramid> pyramid) { m_pyramid = std::move(pyramid); }
-    bool hasPyramid() const { return m_pyramid != nullptr; }
+    void setPyramid(std::shared_ptr<PyramidOnDemand> pyramid) { m_onDemand = std::move(pyramid); }
+    bool hasPyramid() const { return pyramid() != nullptr; }
 
 private:
     int arrayIndex(int i) const { return m_first + i * m_step; }
     // Backwards or forwards, samples that follow each other are one stretch of the array.
     int lowest(int first, int end) const { return std::min(arrayIndex(first), arrayIndex(end - 1)); }
     void takeValues(int first, int size);
+    const MinMaxPyramid *pyramid() const;
+    template <typename Sample> MinMax minMaxOf(const Sample *array, int first, int end) const;
 
     QVector<double> m_valueArray; // these three keep what m_values and m_points look into
     QVector<QPointF> m_pointArray;
     std::shared_ptr<const void> m_owner;
     QVector<int> m_indices;
     std::shared_ptr<const MinMaxPyramid> m_pyramid;
+    std::shared_ptr<PyramidOnDemand> m_onDemand;
     const double *m_values = nullptr;
     const QPointF *m_points = nullptr;
     double m_xFirst = 0.0;
