@@ -45,7 +45,30 @@ TraceColumn lone(const SampleSpan &samples, const PixelMapping &mapping, int col
     return {column, 1, x, y, y, y, y};
 }
 
-// Several samples in the middle of their column.
+// Few samples in the middle of their column: the extremes of their places are the places of their extremes.
+TraceColumn shared(const SampleSpan &samples, const PixelMapping &mapping, int column, int first, int end)
+{
+    TraceColumn result{column, end - first, double(column), gap, gap, gap, gap};
+    if (std::abs(column) == pixelLimit)
+        return result;
+    MinMax places;
+    for (int i = first; i < end; ++i) {
+        const double place = bounded(mapping.y(samples.y(i)));
+        if (i == first)
+            result.first = place;
+        result.last = place;
+        // Comparisons with a gap are false.
+        places.min = place < places.min ? place : places.min;
+        places.max = place > places.max ? place : places.max;
+    }
+    if (!places.isEmpty()) {
+        result.top = places.min;
+        result.bottom = places.max;
+    }
+    return result;
+}
+
+// Many samples.
 TraceColumn crowded(const SampleSpan &samples, const PixelMapping &mapping, int column, int first, int end)
 {
     TraceColumn result{column, end - first, double(column), gap, gap, gap, gap};
@@ -90,8 +113,12 @@ std::vector<TraceColumn> traceColumns(const SampleSpan &samples, const PixelMapp
             while (end < samples.size() && (next = search.columnOf(end)) == column)
                 ++end;
         }
-        columns.push_back(end - first == 1 ? lone(samples, mapping, column, first)
-                                           : crowded(samples, mapping, column, first, end));
+        if (end - first == 1)
+            columns.push_back(lone(samples, mapping, column, first));
+        else if (isDense)
+            columns.push_back(crowded(samples, mapping, column, first, end));
+        else
+            columns.push_back(shared(samples, mapping, column, first, end));
         run = end - first;
         first = end;
     }

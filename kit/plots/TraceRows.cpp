@@ -34,7 +34,7 @@ TraceRows::TraceRows(const std::vector<TraceColumn> &columns, TraceCourse course
             addStep(column.x, column.first, previous->x, previous->last);
         else if (previous && areJoined(*previous, column))
             addJoint(*previous, column);
-        if (!column.isGap() && column.column >= 0 && column.column < width())
+        if (!column.isGap())
             add(column.column, pixel(column.top), pixel(column.bottom));
         previous = &column;
     }
@@ -46,38 +46,47 @@ TraceRows::TraceRows(const std::vector<TraceColumn> &columns, TraceCourse course
     }
 }
 
-void TraceRows::add(int column, int row, int otherRow)
+// Of columns outside nothing.
+inline void TraceRows::add(int column, int top, int bottom)
 {
+    if (std::size_t(column) >= m_rows.size())
+        return;
     Rows &all = m_rows[std::size_t(column)];
-    all.top = std::min(all.top, std::min(row, otherRow));
-    all.end = std::max(all.end, std::max(row, otherRow) + 1);
+    all.top = std::min(all.top, top);
+    all.end = std::max(all.end, bottom + 1);
 }
 
 // As addJoint; most columns have a sample in the next one.
-void TraceRows::addNeighbours(int column, int begin, int end)
+inline void TraceRows::addNeighbours(int column, int begin, int end)
 {
-    const bool isRising = end < begin;
-    const int next = (begin + end + !isRising) >> 1;
-    const int last = isRising ? std::min(next + 1, begin) : std::max(next - 1, begin);
-    if (column >= 0 && column < width())
-        add(column, begin, last);
-    if (column + 1 >= 0 && column + 1 < width())
+    if (end < begin) {
+        const int next = (begin + end) >> 1;
+        add(column, std::min(next + 1, begin), begin);
+        add(column + 1, end, next);
+    } else {
+        const int next = (begin + end + 1) >> 1;
+        add(column, begin, std::max(next - 1, begin));
         add(column + 1, next, end);
+    }
 }
 
 // A column covers the line between its left and its right border; where that passes no further row, the row
 // it is in. A row in which two columns meet is the second's, so that a slope of one row a column is one row
 // thick.
-void TraceRows::addJoint(const TraceColumn &left, const TraceColumn &right)
+inline void TraceRows::addJoint(const TraceColumn &left, const TraceColumn &right)
+{
+    if (right.column - left.column == 1)
+        addNeighbours(left.column, pixel(left.last), pixel(right.first));
+    else
+        addSlope(left, right);
+}
+
+void TraceRows::addSlope(const TraceColumn &left, const TraceColumn &right)
 {
     const double beginX = vertexPixel(left.x);
     const double endX = vertexPixel(right.x);
     const double beginY = vertexPixel(left.last);
     const double endY = vertexPixel(right.first);
-    if (endX - beginX == 1.0) {
-        addNeighbours(int(beginX), pixel(beginY), pixel(endY));
-        return;
-    }
     const double sign = endY < beginY ? -1.0 : 1.0;
     const double slope = (endY - beginY) / (endX - beginX);
     const int first = int(std::max(beginX, 0.0));
@@ -90,7 +99,8 @@ void TraceRows::addJoint(const TraceColumn &left, const TraceColumn &right)
     for (int column = first; column <= last; ++column) {
         const double next = column == endX ? 0.0 : rowAt(column + 1);
         const double to = column == endX ? sign * endY : std::max(next - 1.0, from);
-        add(column, pixel(sign * from), pixel(sign * to));
+        const auto [top, bottom] = std::minmax({pixel(sign * from), pixel(sign * to)});
+        add(column, top, bottom);
         from = next;
     }
 }
@@ -104,8 +114,10 @@ void TraceRows::addStep(double x, double y, double nextX, double nextY)
     const int next = pixel(nextX);
     const int nextRow = std::isnan(nextY) ? row : pixel(nextY);
     const auto [first, last] = std::minmax({pixel(x), next});
-    for (int column = std::max(first, 0); column <= std::min(last, width() - 1); ++column)
-        add(column, row, column == next ? nextRow : row);
+    for (int column = std::max(first, 0); column <= std::min(last, width() - 1); ++column) {
+        const int other = column == next ? nextRow : row;
+        add(column, std::min(row, other), std::max(row, other));
+    }
 }
 
 } // namespace graph

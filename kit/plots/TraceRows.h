@@ -21,10 +21,11 @@ public:
 
 private:
     void addJoint(const TraceColumn &left, const TraceColumn &right);
+    void addSlope(const TraceColumn &left, const TraceColumn &right);
     void addNeighbours(int column, int begin, int end);
     void addStep(double x, double y, double nextX, double nextY);
-    // From one row to another, both included.
-    void add(int column, int row, int otherRow);
+    // Both rows are included.
+    void add(int column, int top, int bottom);
 
     std::vector<Rows> m_rows;
 };

@@ -71,9 +71,9 @@ QVector<QRect> lineRectangles(const TraceRows &rows, int lineWidth, int height)
     for (int column = 0; column < rows.width(); ++column) {
         const int first = std::max(0, column - after);
         const int last = std::min(rows.width() - 1, column + before);
-        Rows all;
+        Rows all = thick[std::size_t(first)];
         bool isOne = true;
-        for (int c = first; c <= last && isOne; ++c) {
+        for (int c = first + 1; c <= last && isOne; ++c) {
             const Rows &run = thick[std::size_t(c)];
             if (run.isEmpty())
                 continue;

@@ -92,7 +92,10 @@ void TraceStrokes::paintLine(TraceCanvas &canvas, bool isFilled) const
 {
     const bool isDense = std::size_t(m_samples.size()) > m_columns.size();
     const bool isCurve = m_look.curved && m_look.style != TraceLook::Steps;
-    const auto &columns = isCurve ? curvedColumns(m_columns, m_mapping.width()) : m_columns;
+    std::vector<TraceColumn> curve;
+    if (isCurve)
+        curve = curvedColumns(m_columns, m_mapping.width());
+    const std::vector<TraceColumn> &columns = isCurve ? curve : m_columns;
     // Strips of a path overlap at their joints, which a translucent colour would show.
     const bool isTranslucent = m_look.color.alpha() < 255;
     if (canvas.takesPixels() && (isDense || isCurve || isTranslucent) && m_look.lineWidth <= widestOnColumns)

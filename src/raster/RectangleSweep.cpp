@@ -1,12 +1,14 @@
 #include "raster/RectangleSweep.h"
 
+#include <algorithm>
+
 namespace graph {
 
 void RectangleSweep::add(int column, const Rows &rows)
 {
     if (rows.isEmpty())
         return;
-    if (!m_open.empty()) {
+    if (m_first != m_end) {
         if (column == m_column) {
             m_rectangles.append(QRect(column, rows.top, 1, rows.count()));
             return;
@@ -19,16 +21,18 @@ void RectangleSweep::add(int column, const Rows &rows)
         }
     }
     m_column = column;
-    if (m_open.empty()) {
-        m_open.push_back({rows, column});
+    if (m_first == m_end) {
+        begin({rows, column});
         return;
     }
-    const int top = m_open.front().rows.top;
-    const int end = m_open.back().rows.end;
+    if (m_first == 0 || m_end == m_open.size())
+        grow();
+    const int top = m_open[m_first].rows.top;
+    const int end = m_open[m_end - 1].rows.end;
     if (rows.top < top)
-        m_open.push_front({{rows.top, top}, column});
+        m_open[--m_first] = {{rows.top, top}, column};
     if (rows.end > end)
-        m_open.push_back({{end, rows.end}, column});
+        m_open[m_end++] = {{end, rows.end}, column};
 }
 
 QVector<QRect> RectangleSweep::takeRectangles()
@@ -39,43 +43,62 @@ QVector<QRect> RectangleSweep::takeRectangles()
     return rectangles;
 }
 
-void RectangleSweep::close(const Rows &rows, int left)
+void RectangleSweep::begin(const Piece &piece)
+{
+    m_first = m_open.size() / 2;
+    m_end = m_first + 1;
+    m_open[m_first] = piece;
+}
+
+// Makes room at both ends.
+void RectangleSweep::grow()
+{
+    const std::size_t count = m_end - m_first;
+    m_open.resize(std::max(m_open.size(), 4 * count));
+    const std::size_t first = (m_open.size() - count) / 2;
+    Piece *open = m_open.data();
+    if (first < m_first)
+        std::copy(open + m_first, open + m_end, open + first);
+    else
+        std::copy_backward(open + m_first, open + m_end, open + first + count);
+    m_first = first;
+    m_end = first + count;
+}
+
+inline void RectangleSweep::close(const Rows &rows, int left)
 {
     m_rectangles.append(QRect(left, rows.top, m_column + 1 - left, rows.count()));
 }
 
 void RectangleSweep::closeAll()
 {
-    for (const Piece &piece : m_open)
-        close(piece.rows, piece.left);
-    m_open.clear();
+    for (; m_first != m_end; ++m_first)
+        close(m_open[m_first].rows, m_open[m_first].left);
 }
 
-void RectangleSweep::closeAbove(int row)
+inline void RectangleSweep::closeAbove(int row)
 {
-    while (!m_open.empty() && m_open.front().rows.top < row) {
-        Piece &piece = m_open.front();
+    for (; m_first != m_end && m_open[m_first].rows.top < row; ++m_first) {
+        Piece &piece = m_open[m_first];
         if (piece.rows.end > row) {
             close({piece.rows.top, row}, piece.left);
             piece.rows.top = row;
             return;
         }
         close(piece.rows, piece.left);
-        m_open.pop_front();
     }
 }
 
-void RectangleSweep::closeBelow(int row)
+inline void RectangleSweep::closeBelow(int row)
 {
-    while (!m_open.empty() && m_open.back().rows.end > row) {
-        Piece &piece = m_open.back();
+    for (; m_first != m_end && m_open[m_end - 1].rows.end > row; --m_end) {
+        Piece &piece = m_open[m_end - 1];
         if (piece.rows.top < row) {
             close({row, piece.rows.end}, piece.left);
             piece.rows.end = row;
             return;
         }
         close(piece.rows, piece.left);
-        m_open.pop_back();
     }
 }
 

@@ -3,7 +3,7 @@
 #include <QRect>
 #include <QVector>
 
-#include <deque>
+#include <vector>
 
 namespace graph {
 
@@ -45,8 +45,14 @@ private:
     void closeAll();
     void closeAbove(int row);
     void closeBelow(int row);
+    void begin(const Piece &piece);
+    void grow();
 
-    std::deque<Piece> m_open; // from top to bottom, without gaps: the run in the last column
+    // The pieces first..end-1 from top to bottom, without gaps: the run in the last column. They come and go at both
+    // ends, so there is room before and behind them.
+    std::vector<Piece> m_open = std::vector<Piece>(32);
+    std::size_t m_first = 0;
+    std::size_t m_end = 0;
     int m_column = 0;
     QVector<QRect> m_rectangles;
 };
