@@ -7,7 +7,7 @@
 namespace graph {
 
 CursorText::CursorText(QQuickItem *parent)
-    : QQuickItem(parent)
+    : EarlyItem(parent)
 {
 }
 
@@ -125,7 +125,7 @@ void CursorText::itemChange(ItemChange change, const ItemChangeData &data)
         }
         join();
     }
-    QQuickItem::itemChange(change, data);
+    EarlyItem::itemChange(change, data);
 }
 
 void CursorText::join()
@@ -157,7 +157,7 @@ void CursorText::refresh() const
         m_labels->update();
 }
 
-void CursorText::updatePolish()
+void CursorText::prepare()
 {
     if (m_labels)
         m_labels->tell();

@@ -3,9 +3,9 @@
 #include "common/Export.h"
 #include "kit/chart/ChartView.h"
 #include "kit/chart/CursorLabel.h"
+#include "kit/chart/EarlyItem.h"
 
 #include <QPointer>
-#include <QQuickItem>
 
 class GraphCursor;
 
@@ -14,9 +14,9 @@ namespace graph {
 class CursorLabels;
 
 // What a text in a cursor says, for the item that is around this one, and the geometry of the box it is written in.
-// It is found when CursorLabels is asked or polished, once for all texts of the cursor: bindings would find it again
+// It is found when CursorLabels is asked, or before a frame, once for all texts of the cursor: bindings would find it again
 // with each of the many things that a moved cursor changes.
-class GRAPH_CHARTS_EXPORT CursorText : public QQuickItem, public CursorLabel
+class GRAPH_CHARTS_EXPORT CursorText : public EarlyItem, public CursorLabel
 {
     Q_OBJECT
     Q_PROPERTY(graph::ChartView *chart READ chart WRITE setChart NOTIFY partsChanged)
@@ -42,7 +42,7 @@ public:
 
     void show() override {}
     void tell() override;
-    void askForFrame() override { polish(); }
+    void askForFrame() override { prepareFrame(); }
     QQuickItem *around() const override { return parentItem(); }
 
 signals:
@@ -51,7 +51,7 @@ signals:
 
 protected:
     void itemChange(ItemChange change, const ItemChangeData &data) override;
-    void updatePolish() override;
+    void prepare() override;
 
     // The cursor whose child the item around is.
     GraphCursor *holder() const;

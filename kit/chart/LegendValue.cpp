@@ -18,7 +18,7 @@ namespace graph {
     The value behind a name of a legend.
 */
 LegendValue::LegendValue(QQuickItem *parent)
-    : QQuickItem(parent)
+    : EarlyItem(parent)
 {
 }
 
@@ -133,7 +133,7 @@ void LegendValue::setLongest(double width)
 void LegendValue::invalidate()
 {
     m_isValid = false;
-    polish();
+    prepareFrame();
 }
 
 QString LegendValue::text() const
@@ -188,7 +188,7 @@ void LegendValue::followAxis()
     connect(axis, &ValueAxis::formatterChanged, this, changed);
 }
 
-void LegendValue::updatePolish()
+void LegendValue::prepare()
 {
     followAxis();
     if (!store(m_told, text()))

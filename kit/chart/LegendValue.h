@@ -2,9 +2,9 @@
 
 #include "common/Export.h"
 #include "kit/chart/ChartView.h"
+#include "kit/chart/EarlyItem.h"
 
 #include <QPointer>
-#include <QQuickItem>
 
 class AbstractPlot;
 class GraphCursor;
@@ -17,9 +17,9 @@ Q_MOC_INCLUDE("view/base/AbstractPlot.h")
 
 namespace graph {
 
-// The value behind a name in Legend.qml. It is found when it is asked for or polished, not with each of the things that a
-// moved cursor or new data change.
-class GRAPH_CHARTS_EXPORT LegendValue : public QQuickItem
+// The value behind a name in Legend.qml. It is found when it is asked for, or before a frame, not with each of the things that
+// a moved cursor or new data change.
+class GRAPH_CHARTS_EXPORT LegendValue : public EarlyItem
 {
     Q_OBJECT
     Q_PROPERTY(graph::ChartView *chart READ chart WRITE setChart NOTIFY sourceChanged)
@@ -64,7 +64,7 @@ signals:
     void roomChanged();
 
 protected:
-    void updatePolish() override;
+    void prepare() override;
 
 private:
     void invalidate();

@@ -1,4 +1,5 @@
 import QtQuick 2.15
+import QtQuick.Window 2.15
 import QtTest 1.2
 import graph_plugin 1.0
 import graph_kit 1.0
@@ -305,6 +306,26 @@ TestCase {
         compare(labels[2].crossingX, line.posOnScreen);
         waitForRendering(chart);
         compare(changes, labels.length);
+    }
+
+    SignalSpy {
+        id: frames
+
+        signalName: "frameSwapped"
+    }
+
+    // Not a second one, in which nothing is new, because readings and legend are written while the first one is made.
+    function test_oneFrameForAChange() {
+        var chart = make(crowded);
+        frames.target = chart.Window.window;
+        [() => chart.declaredCursor.setPosValue(20), () => { chart.traces[1].values = Array.from({ length: 100 }, (unused, i) => 30 + i % 7); },
+         () => chart.showRange(10, 60), () => { chart.declaredCursor.markers[0].posValue = 33; }].forEach(function (change, i) {
+            wait(100);
+            frames.clear();
+            change();
+            wait(100);
+            compare(frames.count, 1, "change " + i);
+        });
     }
 
     function test_readingsKeepClear_data() {
