@@ -160,6 +160,7 @@ void warmUp(const Job &job, Contender &contender)
         change(job, contender, i);
         contender.frame();
     }
+    contender.settle();
 }
 
 void change(const Job &job, Contender &contender, int frame)

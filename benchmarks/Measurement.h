@@ -38,8 +38,10 @@ public:
     virtual void setVisible(double first, double last) = 0;
     // To a pixel column, counted from somewhere near the left edge. Only whole screens have a cursor.
     virtual void moveCursor(int pixel) = 0;
-    // Returns when the window's own image holds what was asked for.
+    // Returns when the window's own image holds what was asked for, and nothing else is due.
     virtual void frame() = 0;
+    // Called before the frames that count. What a chart does some time after it got its data is no part of these.
+    virtual void settle() {}
 };
 
 // Runs the job and prints its line:

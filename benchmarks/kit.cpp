@@ -101,7 +101,6 @@ public:
         auto markers = m_cursor->markers();
         for (int i = 0; i < markers.count(&markers); ++i)
             markers.at(&markers, i)->setPosIndex((i + 1) * m_size / 5);
-        waitForDiagnosis();
     }
 
     void setVisible(double first, double last) override
@@ -112,15 +111,15 @@ public:
     void moveCursor(int pixel) override { m_cursor->setPosOnScreen(pixel); }
     void frame() override { m_stage->waitForFrame(); }
 
-private:
-    // It looks at the first data once, some time after they came: that is no part of a frame.
-    void waitForDiagnosis()
+    // Diagnosis looks at the first data.
+    void settle() override
     {
         QEventLoop loop;
         QTimer::singleShot(1500, &loop, &QEventLoop::quit);
         loop.exec();
     }
 
+private:
     QVector<QVector<double>> m_sets;
     int m_size = 0;
     std::unique_ptr<Stage> m_stage;
