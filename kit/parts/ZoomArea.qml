@@ -122,21 +122,39 @@ Flickable {
             id: touch
 
             property bool holding: false
+            property bool mayRest: false
+            property bool rested: false
+
+            // A process that was busy hears of the time before it hears what the finger did in it: moved on, or left.
+            function rest(x, y) {
+                if (!pressed || !mayRest)
+                    return;
+                rested = true;
+                if (!area.boxZoom || area.moving || Math.hypot(mouseX - x, mouseY - y) > Qt.styleHints.startDragDistance)
+                    return;
+                holding = true;
+                area.boxZoom.begin(mouseX, mouseY);
+            }
 
             anchors.fill: parent
             preventStealing: holding
-            onPressed: area.pressed()
-            onClicked: function(mouse) { area.tapped(mouse.x, mouse.y); }
+            onPressed: {
+                mayRest = rested = false;
+                area.pressed();
+            }
+            onClicked: function(mouse) {
+                if (!rested)
+                    area.tapped(mouse.x, mouse.y);
+            }
             onDoubleClicked: function(mouse) {
                 if (area.zooms)
                     area.showAll();
                 area.doubleTapped(mouse.x, mouse.y);
             }
             onPressAndHold: function(mouse) {
-                if (!area.boxZoom || area.moving)
-                    return;
-                holding = true;
-                area.boxZoom.begin(mouse.x, mouse.y);
+                mouse.accepted = false; // may still become a tap
+                mayRest = true;
+                Qt.callLater(rest, mouse.x, mouse.y);
             }
             onPositionChanged: function(mouse) {
                 if (holding && area.boxZoom)

@@ -11,6 +11,9 @@
 #include <QQmlEngine>
 #include <QQuickItem>
 #include <QQuickView>
+#include <QStyleHints>
+#include <QThread>
+#include <QTimer>
 #include <QtTest>
 
 // All pages of the gallery under fingers, a mouse and keys: nothing is said, nothing ends, and the way back stays.
@@ -63,6 +66,46 @@ private slots:
         QVERIFY(!m_view.rootObject()->property("pageBroken").toBool());
     }
 
+    void late_data()
+    {
+        columns<bool, bool>({"moves", "taps"});
+        QTest::newRow("rests") << false << false;
+        QTest::newRow("moves") << true << false;
+        QTest::newRow("taps") << false << true;
+    }
+
+    // What a finger did while the process was busy is told of after the time of a long press.
+    void late()
+    {
+        QFETCH(bool, moves);
+        QFETCH(bool, taps);
+        m_shell.setPage("chart");
+        QTRY_VERIFY(m_view.rootObject()->property("pageReady").toBool());
+        const QQuickItem *touch = itemWith(m_view.rootObject(), "mayRest");
+        const QQuickItem *chart = itemWith(m_view.rootObject(), "declaredCursor");
+        QVERIFY(touch && chart);
+        QSignalSpy tapSpy(chart, SIGNAL(tapped(double, double)));
+        const QPoint place = at(0.5, 0.5);
+        bool isTold = false;
+        QTest::mousePress(&m_view, Qt::LeftButton, {}, place);
+        QTimer::singleShot(QGuiApplication::styleHints()->mousePressAndHoldInterval() + 60, Qt::PreciseTimer,
+                           this, [&] {
+                               for (int way = 20; moves && way <= 100; way += 20)
+                                   QTest::mouseMove(&m_view, place - QPoint(way, 0));
+                               if (taps)
+                                   QTest::mouseRelease(&m_view, Qt::LeftButton, {}, place);
+                               isTold = true;
+                           });
+        QThread::msleep(1000);
+        QTRY_VERIFY(isTold);
+        QTest::qWait(20);
+        QCOMPARE(touch->property("holding").toBool(), !moves && !taps);
+        if (!taps)
+            QTest::mouseRelease(&m_view, Qt::LeftButton, {}, place);
+        QCOMPARE(tapSpy.count(), taps ? 1 : 0);
+        m_shell.setPage("home");
+    }
+
     void cleanupTestCase()
     {
         m_view.setSource(QUrl());
@@ -72,6 +115,17 @@ private slots:
     }
 
 private:
+    static const QQuickItem *itemWith(const QQuickItem *item, const char *property)
+    {
+        if (item->property(property).isValid())
+            return item;
+        const QQuickItem *found = nullptr;
+        const QList<QQuickItem *> children = item->childItems();
+        for (int i = 0; i < children.size() && !found; ++i)
+            found = itemWith(children.at(i), property);
+        return found;
+    }
+
     QPoint at(double x, double y) const { return {int(x * m_view.width()), int(y * m_view.height())}; }
 
     // In the middle of the page: tap, drag, flick, pinch.
