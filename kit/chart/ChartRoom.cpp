@@ -41,7 +41,10 @@ bool ChartRoom::takeScale(QQuickItem *child, const ChartTheme &theme)
 QMargins ChartRoom::own() const
 {
     const int size = m_fontSize;
-    const int top = m_isTitled ? size * 5 / 2 : m_axes->hasUnitAbove() ? size * 9 / 4 : size;
+    const int above = m_labels->margins().top(); // of axes there
+    const int top = m_isTitled               ? std::max(size * 5 / 2, above > 0 ? above + size * 9 / 4 : 0)
+                    : m_axes->hasUnitAbove() ? size * 9 / 4
+                                             : size;
     // With the axes between them and the plot area.
     const int scales = m_scales.width(m_chart);
     const int right = scales == 0 ? 0 : m_labels->margins().right() + size / 2 + scales;

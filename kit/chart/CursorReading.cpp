@@ -173,7 +173,8 @@ void CursorReading::readValue(const GraphCursor &cursor, int index)
         m_place.crossing.setY(pixel(cursor.yPositions().value(index)));
     }
     m_place.crossing.setX(cursor.posOnScreen());
-    m_place.isShown = index >= 0 && data && data->size() > 0 && !std::isnan(m_reading);
+    const bool hasRoom = around()->width() > 0.0 && around()->height() > 0.0;
+    m_place.isShown = hasRoom && index >= 0 && data && data->size() > 0 && !std::isnan(m_reading);
 }
 
 QString CursorReading::textOf(const GraphCursor &cursor, int index) const

@@ -19,7 +19,7 @@ namespace graph {
 
     \qmlproperty bool LegendSwitches::enabled
     Whether there is one; true by default. A chart that is small both ways, below about 400 by 300 pixels, needs
-    the room for its traces and shows none.
+    the room for its traces and shows none; nor is there one that would cover more than half of the plot area.
 
     \qmlproperty int LegendSwitches::leastTraces
     With how many traces it appears; 2 by default.

@@ -133,7 +133,7 @@ ChartView {
 
     Text {
         parent: chart.underlay
-        visible: text !== ""
+        visible: text !== "" && width > 0 && chart.plotArea.height > 0
         // Above the plot area: beside it are the units of the axes.
         x: Math.round(chart.plotArea.x + (chart.plotArea.width - width) / 2)
         y: Math.round(chart.colors.fontSize * 0.7)
@@ -311,6 +311,8 @@ ChartView {
                     chart.legendSize = boxSize;
             }
 
+            // Names that hide their traces are of no use.
+            visible: boxSize.width * boxSize.height < width * height / 2
             onBoxSizeChanged: tellSize()
             onCursorChanged: tellSize()
             plots: legendLoader.named

@@ -297,8 +297,9 @@ void GraphView::placePlotArea(const QSizeF &size)
     if (!m_contentItem || !m_isPlotAreaPlaced)
         return;
     m_contentItem->setPosition(QPointF(m_margins.left(), m_margins.top()));
-    m_contentItem->setSize(QSizeF(size.width() - m_margins.left() - m_margins.right(),
-                                  size.height() - m_margins.top() - m_margins.bottom()));
+    // Where there is no room for it nothing is to be drawn beyond the view.
+    m_contentItem->setSize(QSizeF(qMax(0.0, size.width() - m_margins.left() - m_margins.right()),
+                                  qMax(0.0, size.height() - m_margins.top() - m_margins.bottom())));
 }
 
 void GraphView::GRAPH_GEOMETRY_CHANGED(const QRectF &now, const QRectF &before)

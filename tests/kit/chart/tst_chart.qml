@@ -163,6 +163,30 @@ TestCase {
         tryVerify(() => area.y >= metrics.height * 1.6 && area.y < metrics.height * 2.5);
         chart.axisY.title = "Level";
         verify(area.y < metrics.height);
+        // One that covers the traces tells nothing of them.
+        for (var i = 0; i < 38; ++i)
+            traceComponent.createObject(chart, { values: [i, i], name: "Trace " + i });
+        tryVerify(() => chart.traces.length === 40 && (!chart.legendBox || !chart.legendBox.visible));
+    }
+
+    // Where the axes take all of it, nothing is written beyond it.
+    function test_noRoom() {
+        function texts(item) {
+            var own = item.visible && item.opacity > 0 ? [item.font && item.text || ""] : [];
+            return own.concat(own.length > 0 ? Array.from(item.children).map(texts) : []).join("");
+        }
+        var chart = make(plain);
+        chart.title = "Title";
+        chart.cursor.posValue = 1;
+        tryVerify(() => texts(chart).includes("Title") && texts(chart).includes("3 V"));
+        // It may have the time to tell of it, or not.
+        Array.prototype.find.call(chart.overlay.children, child => child instanceof Diagnosis).enabled = false;
+        chart.anchors.fill = null;
+        [[1, 1], [0, 0], [300, 20], [20, 300]].forEach(function ([width, height]) {
+            chart.width = width;
+            chart.height = height;
+            tryVerify(() => texts(chart) === "", 1000, width + " x " + height);
+        });
     }
 
     // Not even what a layout from right to left turns round.
@@ -203,7 +227,10 @@ TestCase {
     // An axis that no trace uses says nothing; the one in its place has the grid.
     function test_idleAxis() {
         var chart = make(withTop), area = chart.plotArea, top = chart.upper, trace = chart.traces[0];
-        const room = () => chart.height - area.y - area.height;
+        const room = () => chart.height - area.y - area.height, above = area.y;
+        chart.title = "Title";
+        tryVerify(() => area.y > above + metrics.height);
+        chart.title = "";
         tryVerify(() => room() < metrics.height && area.y > metrics.height);
         tryCompare(top, "lineStyle", Qt.SolidLine);
         trace.axisX = chart.axisX;
