@@ -6,6 +6,8 @@ import "theme.js" as Theme
 
 /*! \brief The cursor of a Chart with the readings of its traces.
 
+\image markers.png A cursor with its reading and two markers with their distances
+
 Declared in a Chart it takes the place of the one that a tap brings: it is always there, a finger drags it, taps and the
 chart's keys move it, and it may have markers. It is a GraphCursor with a CursorGrab, a CursorTag, and a CursorReadout for
 each trace.

@@ -4,6 +4,8 @@ import "cursors.js" as Cursors
 
 /*! \brief Moves a GraphCursor or a GraphCursorY with a finger.
 
+\image markers.png A cursor and its tag, which a finger drags
+
 A child of the cursor: the line can be dragged by a strip around it, and near an edge the view pans for as long as the
 finger stays there. Drags that start elsewhere, taps, double taps, pinches and the wheel still go to the zoom area. If
 several lines are under the finger, the nearest is taken. Set \c {staysOnScreen: false} for a horizontal cursor;

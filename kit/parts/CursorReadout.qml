@@ -5,6 +5,8 @@ import "theme.js" as Theme
 
 /*! \brief The reading of one trace at a cursor: a dot where the cursor crosses the trace, and the value beside it.
 
+\image markers.png The reading of a trace at a cursor
+
 A direct child of a GraphCursor, one per trace. Labels stay inside of the plot and do not cover each other, nor flags or
 the legend of a Chart; where one column of them is too high there are several. Nothing shows while the plot is hidden, empty
 or gone, its sample is missing, or the cursor is beyond the first or the last sample by more than half of their distance.

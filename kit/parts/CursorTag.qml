@@ -5,6 +5,8 @@ import "theme.js" as Theme
 
 /*! \brief A cursor's own position in words: at the bottom of the line of a GraphCursor, at an end of that of a GraphCursorY.
 
+\image markers.png The tag of a cursor, at the bottom of its line
+
 A child of the cursor.
 */
 Item {
@@ -40,7 +42,7 @@ Item {
     }
 
     anchors.fill: parent
-    visible: !position.isEmpty
+    visible: !position.isEmpty && width > 0 && height > 0
 
     // Writes the text and places the box.
     CursorPosition {

@@ -5,6 +5,8 @@ import "theme.js" as Theme
 
 /*! \brief Moves a GraphMarker with a finger and shows its name on a flag.
 
+\image markers.png Two markers with their flags and distances
+
 Declared inside of the marker it is its \c label:
 
 \code

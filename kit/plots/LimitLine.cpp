@@ -28,6 +28,8 @@ constexpr double farthest = std::numeric_limits<double>::max();
     \inherits GraphPlot
     \brief A line that samples are not to cross, and whether they do.
 
+    \image limit.png A limit, what it forbids, and how far a trace is from it
+
     \code
     LimitLine { positions: [20, 1000, 20000]; values: [-40, -20, -40]; series: spectrum; kind: LimitLine.Upper }
     \endcode
