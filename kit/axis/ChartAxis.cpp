@@ -4,6 +4,7 @@
 #include "axis/TickSearch.h"
 #include "kit/axis/AxisTitle.h"
 #include "kit/axis/AxisUnit.h"
+#include "kit/data/NumberList.h"
 #include "kit/data/Store.h"
 #include "kit/data/Telling.h"
 
@@ -225,8 +226,8 @@ void ChartAxis::setMaxValue(double maxValue)
 }
 
 /*!
-    \qmlmethod void ChartAxis::range(double from, double to)
-    Writes both ends of the full range. From the greater to the smaller value the axis is reversed. An end that is
+    \qmlmethod void ChartAxis::range(var from, var to)
+    Writes both ends of the full range, numbers or dates. From the greater to the smaller value the axis is reversed. An end that is
     no number is ignored with the other one, with a line in the category \c graph.kit.
 */
 void ChartAxis::range(double from, double to)
@@ -241,6 +242,11 @@ void ChartAxis::range(double from, double to)
     m_writtenMin = writtenEnd(this, "range", from);
     m_writtenMax = writtenEnd(this, "range", to);
     moveRange(*m_writtenMin, *m_writtenMax);
+}
+
+void ChartAxis::range(const QVariant &from, const QVariant &to)
+{
+    range(numberIn(from), numberIn(to));
 }
 
 /*!

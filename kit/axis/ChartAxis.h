@@ -49,6 +49,7 @@ public:
     // Both ends of the full range at once, which autoRange then leaves alone. From the greater to the smaller: the
     // axis is reversed.
     Q_INVOKABLE void range(double from, double to);
+    Q_INVOKABLE void range(const QVariant &from, const QVariant &to);
 
     // A value with its unit, or as a date and time, as a readout writes it: with the digits that the visible range
     // tells apart.

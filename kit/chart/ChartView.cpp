@@ -8,6 +8,7 @@
 #include "kit/chart/CursorSwitches.h"
 #include "kit/chart/LegendSwitches.h"
 #include "kit/chart/ZoomSwitches.h"
+#include "kit/data/NumberList.h"
 #include "kit/data/Store.h"
 #include "kit/data/Telling.h"
 #include "view/base/AbstractPlot.h"
@@ -59,6 +60,8 @@ void drawAsImage(QQuickItem *item)
     \inqmlmodule graph_kit
     \inherits GraphView
     \brief A chart that needs nothing but its traces.
+
+    \image colours.png A chart with two traces and a legend, in a theme of its own
 
     \code
     Chart {
@@ -349,6 +352,16 @@ void ChartView::dressCursors()
     graph::dressCursors(*this, m_theme->theme(), [this](const ValueAxis *axis, double distance) {
         return distanceText(axis, distance);
     });
+}
+
+void ChartView::showRange(const QVariant &from, const QVariant &to)
+{
+    showRange(numberIn(from), numberIn(to));
+}
+
+void ChartView::showRangeY(const QVariant &from, const QVariant &to)
+{
+    showRangeY(numberIn(from), numberIn(to));
 }
 
 void ChartView::finishUpdate()

@@ -101,8 +101,11 @@ public:
     void setLegendBox(QQuickItem *box);
     void setFlickable(QQuickItem *flickable);
 
+    // Numbers, for programs that call it by name; documents can give dates.
     Q_INVOKABLE void showRange(double from, double to) { m_zoom->showRange(from, to); }
     Q_INVOKABLE void showRangeY(double from, double to) { m_zoom->showRangeY(from, to); }
+    Q_INVOKABLE void showRange(const QVariant &from, const QVariant &to);
+    Q_INVOKABLE void showRangeY(const QVariant &from, const QVariant &to);
     Q_INVOKABLE void showAll() { m_zoom->showAll(); }
     // Of one direction.
     Q_INVOKABLE void showAllOf(Qt::Orientation orientation) { m_zoom->showAllOf(orientation); }

@@ -132,9 +132,9 @@ double ChartZoom::newestPlace() const
 }
 
 /*!
-    \qmlmethod void Chart::showRange(real from, real to)
-    \qmlmethod void Chart::showRangeY(real from, real to)
-    Shows that part of axisX or axisY, in their units and in one step; the ends may come in either order, and
+    \qmlmethod void Chart::showRange(var from, var to)
+    \qmlmethod void Chart::showRangeY(var from, var to)
+    Shows that part of axisX or axisY, in their units or between two dates, and in one step; the ends may come in either order, and
     may lie beyond the data. Without effect, but with a line in the category \c graph.kit, where an end is no
     number, or both are the same. Holds a chart that follows its data.
 */

@@ -16,16 +16,6 @@ namespace graph {
 
 namespace {
 
-// Of a date the seconds since the beginning of 1970, as axes of time have them.
-double number(const QVariant &value)
-{
-    if (value.userType() == QMetaType::QDateTime)
-        return double(value.toDateTime().toMSecsSinceEpoch()) / 1000.0;
-    bool isNumber = false;
-    const double result = value.toDouble(&isNumber);
-    return isNumber ? result : std::numeric_limits<double>::quiet_NaN();
-}
-
 template <typename Element> QVector<double> converted(const QByteArray &bytes, int offset, int count)
 {
     QVector<double> numbers(count);
@@ -88,7 +78,7 @@ std::optional<QVector<double>> elements(const QVariant &list)
     const auto iterable = list.value<QSequentialIterable>();
     numbers.reserve(iterable.size());
     for (const QVariant &element : iterable)
-        numbers.append(number(element));
+        numbers.append(numberIn(element));
     return numbers;
 }
 
@@ -120,7 +110,7 @@ void tellOfText(const QObject *owner, const char *elements, const QVariant &list
     const bool isScript = list.userType() == qMetaTypeId<QJSValue>();
     const QVariantList values = isScript ? list.value<QJSValue>().toVariant().toList() : list.toList();
     const auto isText = [](const QVariant &value) {
-        return value.userType() == QMetaType::QString && std::isnan(number(value));
+        return value.userType() == QMetaType::QString && std::isnan(numberIn(value));
     };
     const auto text = std::find_if(values.begin(), values.end(), isText);
     if (text != values.end())
@@ -130,6 +120,18 @@ void tellOfText(const QObject *owner, const char *elements, const QVariant &list
 }
 
 } // namespace
+
+double numberIn(const QVariant &value)
+{
+    constexpr double none = std::numeric_limits<double>::quiet_NaN();
+    if (value.userType() == QMetaType::QDateTime) {
+        const QDateTime date = value.toDateTime();
+        return date.isValid() ? double(date.toMSecsSinceEpoch()) / 1000.0 : none;
+    }
+    bool isNumber = false;
+    const double result = value.toDouble(&isNumber);
+    return isNumber ? result : none;
+}
 
 std::optional<QVector<double>> numberList(const QObject *owner, const char *elements, const QVariant &list)
 {
@@ -148,6 +150,20 @@ std::optional<QVector<double>> numberListOf(const QObject *owner, const char *pr
             owner,
             QStringLiteral("is given %1 that are no list: write %1: [1, 2, 3]").arg(QLatin1String(property)));
     return numbers;
+}
+
+std::optional<double> numberOf(const QObject *owner, const char *property, const QVariant &value)
+{
+    const double result = numberIn(value);
+    if (!std::isnan(result) || value.userType() == QMetaType::Double)
+        return result;
+    const QString text = value.toString();
+    tell(owner,
+         QStringLiteral("is given %1 as its %2: write a number, or a date, of which it takes the seconds "
+                        "since 1970")
+             .arg(text.isEmpty() ? QStringLiteral("nothing") : QLatin1Char('"') + text + QLatin1Char('"'),
+                  QLatin1String(property)));
+    return std::nullopt;
 }
 
 } // namespace graph

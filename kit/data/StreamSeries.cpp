@@ -1,6 +1,7 @@
 #include "kit/data/StreamSeries.h"
 
 #include "common/SafeInteger.h"
+#include "kit/data/NumberList.h"
 #include "kit/data/ServedPlace.h"
 
 #include <QEvent>
@@ -164,8 +165,8 @@ void StreamSeries::applyInterval(double interval)
 }
 
 /*!
-    \qmlproperty double StreamSeries::start
-    The x of the oldest sample, in units of x. It moves on as samples fall out; writing it moves all samples.
+    \qmlproperty var StreamSeries::start
+    The x of the oldest sample, in units of x, or a date, of which it takes the seconds since 1970. It moves on as samples fall out; writing it moves all samples.
     Default: 0, or what a service says.
 */
 void StreamSeries::setStart(double start)
@@ -179,6 +180,12 @@ void StreamSeries::setStart(double start)
     m_toldStart = start;
     emit startChanged();
     emitPlotChanged();
+}
+
+void StreamSeries::setStart(const QVariant &start)
+{
+    if (const auto x = numberOf(this, "start", start))
+        setStart(*x);
 }
 
 /*!

@@ -13,7 +13,7 @@ class GRAPH_CHARTS_EXPORT StreamSeries : public StreamData
 {
     Q_OBJECT
     Q_PROPERTY(double interval READ interval WRITE setInterval NOTIFY intervalChanged)
-    Q_PROPERTY(double start READ start WRITE setStart NOTIFY startChanged)
+    Q_PROPERTY(QVariant start READ start WRITE setStart NOTIFY startChanged)
 
 public:
     explicit StreamSeries(QObject *parent = nullptr);
@@ -40,6 +40,7 @@ public:
 
     void setInterval(double interval);
     void setStart(double start);
+    void setStart(const QVariant &start);
 
     Q_INVOKABLE void append(const QJSValue &values);
     void append(const double *values, int count);

@@ -123,6 +123,12 @@ void Trace::setStart(double start)
         emit startChanged();
 }
 
+void Trace::setStart(const QVariant &start)
+{
+    if (const auto x = numberOf(this, "start", start))
+        setStart(*x);
+}
+
 QVariant Trace::positions() const
 {
     return QVariant::fromValue(m_source->positions());

@@ -19,7 +19,7 @@ class GRAPH_CHARTS_EXPORT Trace : public GraphPlot, public ExtentSource
     Q_OBJECT
     Q_PROPERTY(QVariant values READ values WRITE setValues NOTIFY valuesChanged)
     Q_PROPERTY(double interval READ interval WRITE setInterval NOTIFY intervalChanged)
-    Q_PROPERTY(double start READ start WRITE setStart NOTIFY startChanged)
+    Q_PROPERTY(QVariant start READ start WRITE setStart NOTIFY startChanged)
     Q_PROPERTY(QVariant positions READ positions WRITE setPositions NOTIFY positionsChanged)
     Q_PROPERTY(PlotData *series READ series WRITE setSeries NOTIFY seriesChanged)
     Q_PROPERTY(QString address READ address WRITE setAddress NOTIFY addressChanged)
@@ -57,6 +57,7 @@ public:
     void setValues(std::initializer_list<double> values) { setValues(QVector<double>(values)); }
     void setInterval(double interval);
     void setStart(double start);
+    void setStart(const QVariant &start);
     void setPositions(const QVariant &positions);
     void setPositions(const QVector<double> &positions);
     void setPositions(std::initializer_list<double> positions) { setPositions(QVector<double>(positions)); }

@@ -53,8 +53,8 @@ bool TraceSource::setInterval(double interval)
 }
 
 /*!
-    \qmlproperty real Trace::start
-    The x of the first value, 0 by default. Of values, and of those of an address: these have what the service says
+    \qmlproperty var Trace::start
+    The x of the first value, a number or a date, of which it is the seconds since 1970; 0 by default. Of values, and of those of an address: these have what the service says
     (its item \c xFirsValue) unless a start is written.
 */
 bool TraceSource::setStart(double start)

@@ -68,10 +68,8 @@ void WaterfallPlot::setRows(int rows)
 }
 
 /*!
-    \qmlproperty real WaterfallPlot::start
-    \qmlproperty real WaterfallPlot::interval
-    The x of the first column, 0 by default, and the distance to the next one, 1 by default. Those of a series
-    are taken from it.
+    \qmlproperty var WaterfallPlot::start
+    The x of the first column, a number or a date; 0 by default. That of a series is taken from it.
 */
 void WaterfallPlot::setStart(double start)
 {
@@ -82,6 +80,16 @@ void WaterfallPlot::setStart(double start)
     emit startChanged();
 }
 
+void WaterfallPlot::setStart(const QVariant &start)
+{
+    if (const auto x = numberOf(this, "start", start))
+        setStart(*x);
+}
+
+/*!
+    \qmlproperty real WaterfallPlot::interval
+    The distance of two columns, 1 by default. That of a series is taken from it.
+*/
 void WaterfallPlot::setInterval(double interval)
 {
     if (!store(m_place.interval, interval))

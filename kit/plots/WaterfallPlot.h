@@ -15,7 +15,7 @@ class GRAPH_CHARTS_EXPORT WaterfallPlot : public AbstractPlot, public ExtentSour
     Q_OBJECT
     Q_PROPERTY(int rows READ rows WRITE setRows NOTIFY rowsChanged)
     Q_PROPERTY(int count READ count NOTIFY countChanged)
-    Q_PROPERTY(double start READ start WRITE setStart NOTIFY startChanged)
+    Q_PROPERTY(QVariant start READ start WRITE setStart NOTIFY startChanged)
     Q_PROPERTY(double interval READ interval WRITE setInterval NOTIFY intervalChanged)
     Q_PROPERTY(double rowInterval READ rowInterval WRITE setRowInterval NOTIFY rowIntervalChanged)
     Q_PROPERTY(QObject *series READ givenSeries WRITE giveSeries NOTIFY seriesChanged)
@@ -49,6 +49,7 @@ public:
 
     void setRows(int rows);
     void setStart(double start);
+    void setStart(const QVariant &start);
     void setInterval(double interval);
     void setRowInterval(double interval);
     void setSeries(PlotData *series) { giveSeries(series); }

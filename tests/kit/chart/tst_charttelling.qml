@@ -149,6 +149,9 @@ TestCase {
             ["StreamSeries { Component.onCompleted: append(['a']) }", /is given the text "a" among its samples/],
             ["StreamPoints { Component.onCompleted: append([1, 2], [3]) }", /is given 2 x and 1 y, of which the shorter list/],
             ["StreamPoints { Component.onCompleted: append([1, 2]) }", /is given one list to append, and ignores it/],
+            ["Trace { start: 'x' }", /is given "x" as its start: write a number, or a date/],
+            ["StreamSeries { start: undefined }", /is given nothing as its start/],
+            ["WaterfallPlot { start: new Date(NaN) }", /is given nothing as its start/],
             ["Statistics { property int n: 1 }", /^Statistics .* has no series and finds nothing/],
             ["PeakList { property int n: 1 }", /^PeakList .* has no series and finds nothing/],
             ["Chart { legend.enabled: true; Trace { values: [1, 2] } }", /^Chart .* has a legend without entries/],
@@ -169,6 +172,17 @@ TestCase {
             object[clamped[1]] = -1000000;
         if (/ Trace | ChartCursor | property /.test(data.tag))
             waitForLines();
+    }
+
+    // Where there are seconds, a date is the number of its own.
+    function test_dates() {
+        ["Trace", "StreamSeries", "WaterfallPlot"].forEach(type => compare(createTemporaryQmlObject(
+            "import graph_kit 1.0; " + type + " { start: new Date(1700000000500) }", testCase).start, 1700000000.5));
+        const chart = createTemporaryQmlObject("import graph_kit 1.0; Chart { Trace { start: new Date(1.7e12); values: [1, 2, 3] } }", testCase);
+        chart.axisX.range(new Date(1.7e12), new Date(1.7e12 + 3000));
+        compare(chart.axisX.maxVisible, 1.7e9 + 3);
+        chart.showRange(new Date(1.7e12), new Date(1.7e12 + 1000));
+        fuzzyCompare(chart.axisX.maxVisible, 1.7e9 + 1, 1e-3);
     }
 
     function test_wrong() {
