@@ -114,7 +114,7 @@ QFont ChartTheme::font() const
 QColor ChartTheme::traceColor(int index) const
 {
     const int count = m_traceColors.size();
-    const QColor color = count == 0 ? QColor() : colorOf(m_traceColors.at(index % count));
+    QColor color = count == 0 ? QColor() : colorOf(m_traceColors.at(index % count));
     if (!color.isValid())
         return m_textColor;
     const int round = index / count % 3;

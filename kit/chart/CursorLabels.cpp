@@ -184,6 +184,7 @@ void CursorLabels::placeReadings(double bottom)
     ReadingLayout layout(m_cursor->posOnScreen(), m_cursor->size(), bottom);
     addObstacles(readings.front().wish.fontSize, &layout);
     std::vector<ReadingLabel> labels;
+    labels.reserve(readings.size());
     for (const Reading &reading : readings)
         labels.push_back({reading.wish.size, reading.wish.y, reading.wish.topInset, {}});
     layout.place(&labels);

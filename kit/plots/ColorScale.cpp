@@ -21,6 +21,7 @@ constexpr int tickLength = 3; // pixels
 constexpr double labelDistance = 2.2;
 constexpr int largestFont = 1000;
 constexpr int widestBar = 10000;
+constexpr int highestBar = 1 << 16; // more than any screen, and labels that can be counted
 // The share of the bar at each end that drags this end; what is between drags both.
 constexpr double endShare = 1.0 / 3.0;
 // Ends are not dragged nearer to each other than this share of their distance in one go.
@@ -202,7 +203,7 @@ QFont ColorScale::font() const
 
 QRect ColorScale::bar() const
 {
-    return {0, 0, m_barWidth, pixel(height())};
+    return {0, 0, m_barWidth, std::min(pixel(height()), highestBar)};
 }
 
 double ColorScale::placeAt(double row) const

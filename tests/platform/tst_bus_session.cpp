@@ -422,6 +422,16 @@ void tst_bus_session::publishedHereMeanwhile()
 {
     auto *client = qobject_cast<BusClient *>(clientOf(QStringLiteral("moved")));
     QVERIFY(!client->getItem(QStringLiteral("t_one:doubleARRAY:")) && !client->getItem(label));
+    // Where it tells: what the bus has been asked to send.
+    const auto rules = [] {
+        QProcess bus;
+        bus.start(QStringLiteral("dbus-send"),
+                  {"--session", "--print-reply", "--dest=org.freedesktop.DBus", "/org/freedesktop/DBus",
+                   "org.freedesktop.DBus.Debug.Stats.GetAllMatchRules"});
+        bus.waitForFinished();
+        return bus.readAllStandardOutput();
+    };
+    QVERIFY(rules().isEmpty() || rules().contains("moved"));
     std::unique_ptr<BusPublisher> own;
     connect(client, &BusClient::itemAdded, this, [&] {
         if (own)
@@ -433,6 +443,7 @@ void tst_bus_session::publishedHereMeanwhile()
     QTRY_VERIFY_WITH_TIMEOUT(own, patience);
     QTest::qWait(0);
     QCOMPARE(labelOf(client), QStringLiteral("own"));
+    QTRY_COMPARE_WITH_TIMEOUT(rules().count("moved"), 0, patience);
 }
 
 void tst_bus_session::nameIsTaken()

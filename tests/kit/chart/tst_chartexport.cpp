@@ -234,6 +234,10 @@ private slots:
             {12, 5}, paper);
         row("half", "Item { opacity: 0.5; Rectangle { width: 40; height: 40; color: 'blue' } }", {5, 5},
             QColor(127, 127, 255));
+        row("beside a half one",
+            "Rectangle { width: 99; height: 99; color: 'blue'; Item { opacity: 0.5; Rectangle { width: 9; "
+            "height: 9 } } }",
+            {60, 60}, blue);
         row("turned", "Rectangle { x: 20; y: 20; width: 15; height: 2; color: 'blue'; rotation: 90 }",
             {27, 15}, blue);
         row("border", "Rectangle { width: 40; height: 40; border { width: 4; color: 'blue' } }", {3, 20},

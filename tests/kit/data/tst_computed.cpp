@@ -163,6 +163,10 @@ private slots:
         settle();
         QCOMPARE(statistics.min(), 5.0);
         QCOMPARE(statistics.max(), 9.0);
+        QSignalSpy told(&statistics, SIGNAL(valuesChanged()));
+        series.setYData({3, 5, 9}); // the same from 0.5 on
+        settle();
+        QCOMPARE(told.count(), 0);
         statistics.setTo(qQNaN());
         settle();
         QCOMPARE(statistics.count(), 0);

@@ -239,6 +239,7 @@ private slots:
         plot.setUnit("dBm");
         ColorScale scale;
         scale.setPlot(&plot);
+        scale.setHeight(1e12); // with no more labels than can be counted
         scale.setSize(QSizeF(64, 200));
         const PaintRecorder recorder([&scale](QPainter *painter) { scale.paint(painter); });
         QStringList texts;
