@@ -131,7 +131,10 @@ void CursorPosition::place(const GraphCursor &cursor)
     const QSizeF area(around()->width(), around()->height());
     box()->setSize(size);
     if (cursor.isHorizontal()) {
-        box()->setPosition({m_isAtRight ? area.width() - size.width() - inset : inset,
+        double left = 0.0;
+        for (const QVariant &flag : qAsConst(m_obstacles))
+            left = std::max(left, flag.toRectF().right());
+        box()->setPosition({m_isAtRight ? area.width() - size.width() - inset : left + inset,
                             within(line - (size.height() - 1.0) / 2.0, area.height() - size.height())});
         return;
     }

@@ -31,10 +31,17 @@ Item {
     property alias text: position.text
 
     readonly property alias tagInset: position.tagInset
-    // The button "live" and a legend at the bottom.
-    readonly property var _obstacles: {
+    // The name on the line of a horizontal cursor; else the button "live" and a legend at the bottom.
+    readonly property var _obstacles: horizontal ? _flags() : _below()
+
+    function _flags() {
+        return Array.prototype.filter.call(parent ? parent.children : [], other => other.flagWidth && other.flag.visible)
+            .map(other => Qt.rect(0, 0, other.flag.x + other.flagWidth, 0));
+    }
+
+    function _below() {
         var below = [];
-        (chart && !horizontal ? [chart.liveButton, chart.legendBox] : []).forEach(function (other) {
+        (chart ? [chart.liveButton, chart.legendBox] : []).forEach(function (other) {
             if (other && other.visible && other.y > height / 2)
                 below.push(Qt.rect(other.x, other.y, other.width, other.height));
         });

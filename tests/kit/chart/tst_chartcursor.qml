@@ -279,6 +279,16 @@ TestCase {
         verify(chart.tag.tagInset > low + 20);
     }
 
+    // That of a horizontal cursor is beside its name.
+    function test_tagBesideFlag() {
+        var cursor = createTemporaryQmlObject("import graph_plugin 1.0; import graph_kit 1.0; Chart { property alias cursorY: y; width: 640;"
+            + "height: 400; Trace { values: [1, 5] } GraphCursorY { id: y; visible: true; CursorGrab { text: 'Limit' } CursorTag {} } }", testCase).cursorY;
+        const grab = cursor.children[0], tag = cursor.children[1], box = () => Array.prototype.find.call(tag.children, child => child.radius);
+        tryVerify(() => grab.flagWidth > 20 && box().x > grab.flagWidth);
+        grab.text = "";
+        tryVerify(() => box().x < 5);
+    }
+
     // Readings make room for the distances of markers, which are below each other.
     function test_textsKeepClear() {
         var chart = make(crowded), line = chart.declaredCursor, markers = line.markers;
