@@ -330,9 +330,9 @@ TestCase {
         frames.target = chart.Window.window;
         [() => chart.declaredCursor.setPosValue(20), () => { chart.traces[1].values = Array.from({ length: 100 }, (unused, i) => 30 + i % 7); },
          () => chart.showRange(10, 60), () => { chart.declaredCursor.markers[0].posValue = 33; }].forEach(function (change, i) {
-            wait(100);
-            frames.clear();
+            tryVerify(() => { frames.clear(); wait(100); return frames.count === 0; });
             change();
+            tryVerify(() => frames.count > 0);
             wait(100);
             compare(frames.count, 1, "change " + i);
         });
