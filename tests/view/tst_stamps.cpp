@@ -102,7 +102,7 @@ const char *const chart = R"(
             %1
             %3
         }
-        GraphCursorY { visible: true; posIndex: 5; paintedWidth: 7; %1 }
+        GraphCursorY { id: level; visible: true; paintedWidth: 7; %1 }
     })";
 
 // %1: the margin of both axes, %2: the plane of their labels.
@@ -160,6 +160,7 @@ class tst_stamps : public QObject
 
 private slots:
     void textsAreToldApart();
+    void linesAreJoined();
     void othersArePaintedIntoALayer();
     void showsThePixelsOfALayer_data();
     void showsThePixelsOfALayer();
@@ -185,6 +186,34 @@ void tst_stamps::textsAreToldApart()
         texts.append(mark.mark.text);
     QVERIFY(figure.isComplete);
     QCOMPARE(texts, (QStringList{"ab", "cd", "e f"}));
+}
+
+void tst_stamps::linesAreJoined()
+{
+    // Lines of 9 pixels from 2,2: one below the other, or beside it, and as long.
+    using Draw = std::function<void(QPainter *)>;
+    const auto marks = [](const Draw &between, const QLine &second) {
+        graph::PaintedTexts known;
+        return graph::recordedFigure(QSize(50, 50), known, 0.0,
+                                     [&](QPainter *painter) {
+                                         painter->drawLine(second.dx() ? QLine(2, 2, 9, 2)
+                                                                       : QLine(2, 2, 2, 9));
+                                         between(painter);
+                                         painter->drawLine(second);
+                                     })
+            .marks.size();
+    };
+    const QLine right(3, 2, 3, 9);
+    const Draw noChange = [](QPainter *) {};
+    QCOMPARE(marks(noChange, right), 1);
+    QCOMPARE(marks(noChange, QLine(2, 3, 9, 3)), 1);
+    QCOMPARE(marks([](QPainter *painter) { painter->setPen(QColor(1, 2, 3, 4)); }, right), 1);
+    for (const QLine &other : {QLine(4, 2, 4, 9), QLine(1, 2, 1, 9), QLine(3, 2, 3, 8), QLine(3, 3, 3, 9),
+                               QLine(2, 4, 9, 4), QLine(2, 1, 9, 1), QLine(3, 3, 9, 3)})
+        QVERIFY2(marks(noChange, other) == 2, qPrintable(QString::number(other.x1() * 10 + other.y1())));
+    QCOMPARE(marks([](QPainter *painter) { painter->setPen(QPen(Qt::black, 2.0)); }, right), 2);
+    QCOMPARE(marks([](QPainter *painter) { painter->setPen(Qt::DashLine); }, right), 2);
+    QCOMPARE(marks([](QPainter *painter) { painter->drawText(20, 20, "a"); }, right), 3);
 }
 
 void tst_stamps::othersArePaintedIntoALayer()
@@ -230,6 +259,7 @@ void tst_stamps::showsThePixelsOfALayer_data()
         {"wide lines", "margin: 40; lineWidth: 3", "paintedWidth: 9"},
         {"dashes", "lineDashPattern: [4, 3]; lineColor: \"blue\"", "renderTarget: GraphCursor.Image"},
         {"translucent lines cross", "lineColor: \"#80ff0000\"", "paintedWidth: 30"},
+        {"translucent lines on opaque ones", "", "Component.onCompleted: vertical.lineColor = \"#80ff0000\""},
         {"translucent labels", "margin: 40; labelColor: \"#8000ff00\"", "color: \"blue\""},
         {"invisible lines", "lineColor: \"transparent\"", ""},
         {"no lines", "axisStyle: ValueAxis.LabelsOnly", ""},
@@ -265,10 +295,12 @@ void tst_stamps::showsThePixelsOfALayer()
             document->object("horizontal")->setProperty("maxVisible", 60 + shift);
             document->object("horizontal")->setProperty("minVisible", shift);
         }
-        // Again while all rests but the cursor, which comes to the markers, their glow and their texts.
-        for (int index : {80, 70, 87, 92, 60, 59}) {
-            for (const auto &document : documents)
+        // Again while all rests but the cursors, which come to the edges, the markers, their glow and their texts.
+        for (int index : {0, 70, 87, 92, 60, 59, 200}) {
+            for (const auto &document : documents) {
                 document->object("cursor")->setProperty("posIndex", index);
+                document->object("level")->setProperty("posIndex", index % 11);
+            }
             const QImage stamped = frameOf(&windows[0]);
             QCOMPARE(stamped.size(), QSize(300, 200));
             QVERIFY(stamped != before);

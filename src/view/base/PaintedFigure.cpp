@@ -124,8 +124,7 @@ private:
     // One pixel to the right of the last line that was taken down, or below it, and as long.
     bool isBesideLast(const QLineF &line) const
     {
-        if (m_lastLine.isNull() || figure.marks.isEmpty() || figure.marks.constLast().mark.isText() ||
-            !isThin(pen()))
+        if (m_lastLine.isNull() || figure.marks.constLast().mark.isText() || !isThin(pen()))
             return false;
         const QPointF first = line.p1() - m_lastLine.p1();
         return first == line.p2() - m_lastLine.p2() && ((line.dx() == 0.0 && first == QPointF(1.0, 0.0)) ||
@@ -149,7 +148,6 @@ private:
         mark.fraction = at;
         mark.font = font;
         mark.pen = pen;
-        m_lastLine = QLineF();
         // Letters may reach out of their own boxes.
         append(mark,
                QRectF(at.x(), at.y() - extent.ascent, extent.width, extent.height)

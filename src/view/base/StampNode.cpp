@@ -166,7 +166,7 @@ std::vector<std::shared_ptr<StampNode::Stamp>> StampNode::piecesOf(const QVector
 }
 
 // Which of the candidates, marks before it, one covers, from its own place. Nothing where the pixels would be other
-// ones: where a translucent mark, or a text, covers another.
+// ones: where it covers a translucent one, or a text.
 StampNode::Covered StampNode::coveredLines(const PaintedFigure &figure, int index,
                                            const QVector<Placed> &single, const QVector<int> &candidates)
 {
@@ -178,7 +178,7 @@ StampNode::Covered StampNode::coveredLines(const PaintedFigure &figure, int inde
         const PlacedMark &below = figure.marks.at(k);
         if (!single.at(k).ink.intersects(ink))
             continue;
-        if (below.mark.isText() || below.mark.isTranslucent() || (added.mark.isTranslucent() && !isText))
+        if (below.mark.isText() || below.mark.isTranslucent())
             return {};
         if (isText)
             covered.append({below.mark, below.origin - added.origin});
@@ -189,16 +189,15 @@ StampNode::Covered StampNode::coveredLines(const PaintedFigure &figure, int inde
 QVector<StampNode::Covered> StampNode::coveredLines(const PaintedFigure &figure,
                                                     const QVector<Placed> &single)
 {
-    // An opaque line may cover others: a grid of them is not to be compared each with each.
-    const auto isOpaqueLine = [](const PaintedMark &mark) { return !mark.isText() && !mark.isTranslucent(); };
+    // Lines may cover opaque ones: a grid of those is not to be compared each with each.
     QVector<Covered> covered;
     QVector<int> all;
     QVector<int> notToBeCovered;
     for (int i = 0; i < figure.marks.size(); ++i) {
-        const bool mayCover = isOpaqueLine(figure.marks.at(i).mark);
-        covered.append(coveredLines(figure, i, single, mayCover ? notToBeCovered : all));
+        const PaintedMark &mark = figure.marks.at(i).mark;
+        covered.append(coveredLines(figure, i, single, mark.isText() ? all : notToBeCovered));
         all.append(i);
-        if (!mayCover)
+        if (mark.isText() || mark.isTranslucent())
             notToBeCovered.append(i);
     }
     return covered;
