@@ -218,9 +218,12 @@ int run(const char *name, const Job &job, const std::function<void(int)> &frame)
 {
     frame(0);
     frame(1);
+    CALLGRIND_START_INSTRUMENTATION;
     Frames frames(job.seconds);
     for (int i = 0; frames.wantsMore(); ++i)
         frames.time([&] { frame(i); });
+    CALLGRIND_DUMP_STATS;
+    CALLGRIND_STOP_INSTRUMENTATION;
     frames.print(name, job);
     return 0;
 }

@@ -1,6 +1,7 @@
 #include "plots/HeatmapRaster.h"
 
 #include "plots/CellCover.h"
+#include "plots/CodeColors.h"
 
 #include <algorithm>
 #include <array>
@@ -64,50 +65,36 @@ std::vector<double> rowEdges(const Heatmap &heatmap, double topLevel, const Pixe
 
 // Lines that are worked on at once: their codes lie side by side, so that what is found for a pixel is found for all
 // of them in the steps of one.
-constexpr int lineCount = 8;
+constexpr int lineCount = codeBlock;
 
-// Of the same column in all these lines.
-struct Codes
-{
-    Code of[lineCount];
-};
+// Of the same column in all these lines: a register.
+using Codes = Code __attribute__((vector_size(lineCount)));
 
 Codes larger(const Codes &a, const Codes &b)
 {
-    Codes result;
-    for (int i = 0; i < lineCount; ++i)
-        result.of[i] = std::max(a.of[i], b.of[i]);
-    return result;
+    return a > b ? a : b;
 }
 
 // Columns that are interleaved at once. All that is in a line of the cache is read together: rows of some lengths take
 // each other's places there.
 constexpr int blockWidth = 64;
-using Rows = Code[lineCount][blockWidth];
 
-// So many columns fill a register. Each round shuffles all lines like two halves of a pack of cards; compilers do not
-// find single instructions for that by themselves.
-constexpr int columnCount = 16;
-
-void transpose(const Rows &rows, int column, Codes *out)
+// Makes lines of columns and columns of lines. Each round shuffles all of them like two halves of a pack of cards;
+// compilers do not find single instructions for that by themselves.
+void transpose(Codes *blocks)
 {
-    using Block = Code __attribute__((vector_size(columnCount)));
-    Block blocks[lineCount];
-    for (int i = 0; i < lineCount; ++i)
-        std::memcpy(&blocks[i], rows[i] + column, sizeof(Block));
     for (int shuffled = 1; shuffled < lineCount; shuffled *= 2) {
-        Block next[lineCount];
+        Codes next[lineCount];
         for (int i = 0; i < lineCount / 2; ++i) {
-            const Block a = blocks[i];
-            const Block b = blocks[i + lineCount / 2];
+            const Codes a = blocks[i];
+            const Codes b = blocks[i + lineCount / 2];
             next[2 * i] =
                 __builtin_shufflevector(a, b, 0, 16, 1, 17, 2, 18, 3, 19, 4, 20, 5, 21, 6, 22, 7, 23);
             next[2 * i + 1] =
                 __builtin_shufflevector(a, b, 8, 24, 9, 25, 10, 26, 11, 27, 12, 28, 13, 29, 14, 30, 15, 31);
         }
-        std::memcpy(blocks, next, sizeof blocks);
+        std::memcpy(blocks, next, sizeof next);
     }
-    std::memcpy(out, blocks, sizeof blocks);
 }
 
 // Finds the largest codes among the columns of each pixel. Where the pixels have many columns in common, which files may
@@ -120,7 +107,6 @@ public:
         : m_columns(hull(pixelColumns))
         , m_stride(m_columns.count())
         , m_pixelColumns(pixelColumns)
-        , m_merged(pixelColumns.size())
     {
         qint64 reads = 0;
         int widest = 1;
@@ -135,7 +121,8 @@ public:
                 ++m_highest;
         }
         // With room for the rest of a block.
-        m_ladder.resize(std::size_t(m_highest + 1) * m_stride + columnCount);
+        m_ladder.resize(std::size_t(m_highest + 1) * m_stride + blockWidth);
+        m_merged.resize(roundedUp(int(pixelColumns.size())));
     }
 
     CellRange columns() const { return m_columns; }
@@ -145,14 +132,18 @@ public:
     {
         interleave(rows);
         climb();
-        const int pixels = int(m_merged.size());
+        const int pixels = int(m_pixelColumns.size());
         Codes *merged = m_merged.data();
         Codes seen{};
         for (int p = 0; p < pixels; ++p) {
             merged[p] = largest(m_pixelColumns[p]);
             seen = larger(seen, merged[p]);
         }
-        m_seen = *std::max_element(std::begin(seen.of), std::end(seen.of));
+        m_seen = 0;
+        for (int line = 0; line < lineCount; ++line)
+            m_seen = std::max(m_seen, Code(seen[line]));
+        for (int p = 0; p < pixels; p += lineCount)
+            transpose(merged + p);
     }
 
     // Writes the colours of one of the lines.
@@ -160,35 +151,33 @@ public:
     {
         // Throws, once for all lines, what each of their pixels would have to ask for.
         static_cast<void>(colors.at(m_seen));
-        const unsigned int *palette = colors.data();
-        const Code *codes = m_merged.front().of + line;
-        const int count = int(m_merged.size());
-        constexpr int atOnce = 5;
-        int p = 0;
-        for (; p + atOnce <= count; p += atOnce, codes += atOnce * lineCount) {
-            for (int i = 0; i < atOnce; ++i)
-                pixels[p + i] = palette[codes[i * lineCount]];
-        }
-        for (; p < count; ++p, codes += lineCount)
-            pixels[p] = palette[*codes];
+        writeColors(reinterpret_cast<const Code *>(&m_merged[line]), lineCount * int(sizeof(Codes)),
+                    int(m_pixelColumns.size()), colors, pixels);
     }
 
 private:
     void interleave(const std::array<const Code *, lineCount> &rows)
     {
-        Rows block{};
-        for (int i = 0; i < m_stride; i += blockWidth) {
-            const int count = std::min(blockWidth, m_stride - i);
+        for (int first = 0; first < m_stride; first += blockWidth) {
+            const int count = std::min(blockWidth, m_stride - first);
+            Codes block[blockWidth];
             for (int line = 0; line < lineCount; ++line) {
-                if (count == blockWidth)
-                    std::memcpy(block[line], rows[line] + i, blockWidth);
-                else
-                    std::copy_n(rows[line] + i, count, block[line]);
+                Code rest[blockWidth];
+                const Code *row = rows[line] + first;
+                if (count < blockWidth) {
+                    std::fill(std::copy_n(row, count, rest), rest + blockWidth, Code(0));
+                    row = rest;
+                }
+                for (int k = 0; k < blockWidth; k += lineCount)
+                    std::memcpy(&block[k + line], row + k, lineCount);
             }
-            for (int k = 0; k < count; k += columnCount)
-                transpose(block, k, m_ladder.data() + i + k);
+            for (int k = 0; k < blockWidth; k += lineCount)
+                transpose(block + k);
+            std::memcpy(m_ladder.data() + first, block, sizeof block);
         }
     }
+
+    static int roundedUp(int pixels) { return (pixels + lineCount - 1) / lineCount * lineCount; }
 
     void climb()
     {
@@ -220,7 +209,7 @@ private:
     int m_highest = 0;                     // level
     std::vector<CellRange> m_pixelColumns; // from the first of the columns on
     std::vector<Codes> m_ladder;
-    std::vector<Codes> m_merged; // of each pixel
+    std::vector<Codes> m_merged; // of each pixel, then of each line in turns of as many pixels
     Code m_seen = 0;             // the largest of them
 };
 
