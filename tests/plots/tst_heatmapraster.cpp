@@ -13,10 +13,11 @@ const std::vector<unsigned int> colors{0, 11, 22, 33, 44, 55, 66, 77};
 
 using Pixels = std::vector<unsigned int>;
 
-Pixels raster(const Heatmap &map, double topLevel, const PixelMapping &mapping, int width, int height)
+Pixels raster(const Heatmap &map, double topLevel, const PixelMapping &mapping, int width, int height,
+              const std::vector<unsigned int> &palette = colors)
 {
     Pixels pixels(std::size_t(width * height));
-    graph::rasterizeHeatmap(map, topLevel, mapping, colors, {pixels.data(), width, height});
+    graph::rasterizeHeatmap(map, topLevel, mapping, palette, {pixels.data(), width, height});
     return pixels;
 }
 
@@ -91,7 +92,11 @@ private slots:
             const PixelMapping mapping(map.columnFrequencies.front() / 1e6 + uniform(-50, 50),
                                        uniform(-10, 60), rangeX, uniform(0.5, 150), size);
             const double top = uniform(-10, 60);
-            if (raster(map, top, mapping, 80, 60) != plainRaster(map, top, mapping, 80, 60))
+            // More colours than are looked up at once, and widths that are no multiple of what is.
+            std::vector<unsigned int> palette = colors;
+            palette.resize(round % 6 ? 8 : 20, 88);
+            const int width = 80 - round % 20;
+            if (raster(map, top, mapping, width, 60, palette) != plainRaster(map, top, mapping, width, 60))
                 QFAIL(qPrintable(QStringLiteral("differs in round %1").arg(round)));
         }
     }
