@@ -12,7 +12,6 @@
 #include <QQmlComponent>
 #include <QQuickItem>
 #include <QQuickWindow>
-#include <QTemporaryDir>
 
 #include <algorithm>
 #include <iostream>
@@ -270,10 +269,9 @@ HeatmapStage::HeatmapStage(const QSize &size, int columns, int rows)
     const QVector<double> noise = noisyTrace(columns * rows, 1);
     for (double value : noise)
         heatmap.cells.push_back(static_cast<unsigned char>(int(value + 50) % 8));
-    QTemporaryDir directory;
-    const QString path = directory.filePath(QStringLiteral("map.heatmap"));
+    m_path = m_directory.filePath(QStringLiteral("map.heatmap"));
     QString error;
-    if (!simulation::writeHeatmapFile(path, heatmap, &error))
+    if (!simulation::writeHeatmapFile(m_path, heatmap, &error))
         qFatal("%s", qPrintable(error));
 
     // The plot tells how long it took; that is not the result.
@@ -286,13 +284,18 @@ HeatmapStage::HeatmapStage(const QSize &size, int columns, int rows)
                 alignment: Qt.AlignLeft; minValue: -103; maxValue: 0; minVisible: -103; maxVisible: 0
             }
         })");
-    m_stage->item()->setProperty("dataFilePath", path);
-    m_stage->waitForFrame();
+    readAndFrame();
 }
 
 void HeatmapStage::frame()
 {
     m_stage->item()->update();
+    m_stage->waitForFrame();
+}
+
+void HeatmapStage::readAndFrame()
+{
+    m_stage->item()->setProperty("dataFilePath", m_path);
     m_stage->waitForFrame();
 }
 

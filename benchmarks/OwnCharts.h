@@ -5,6 +5,7 @@
 #include <QByteArray>
 #include <QQmlEngine>
 #include <QQuickWindow>
+#include <QTemporaryDir>
 #include <QVector>
 
 #include <memory>
@@ -97,8 +98,12 @@ public:
 
     // Paints it again.
     void frame();
+    // The same with what another process has written in the meantime.
+    void readAndFrame();
 
 private:
+    QTemporaryDir m_directory;
+    QString m_path;
     std::unique_ptr<Stage> m_stage;
 };
 

@@ -57,7 +57,7 @@ int main(int argc, char **argv)
     qmlRegisterType<graph::ChartAxis>("charts", 1, 0, "ChartAxis");
     if (job.work == QLatin1String("heat")) {
         benchmark::HeatmapStage stage(job.size, 4096, 512);
-        return benchmark::run("items", job, [&](int) { stage.frame(); });
+        return benchmark::run("items", job, [&](int) { stage.readAndFrame(); });
     }
     if (job.work == QLatin1String("idle"))
         return runIdle(job);
