@@ -46,7 +46,7 @@ private slots:
                 QCOMPARE(map.columnFrequencies.at(2),
                          length >= 32 ? frequencies[2] : map.columnFrequencies.at(2) & 0xffffffu);
             QCOMPARE(map.cells,
-                     std::vector<unsigned char>(cells.begin(), cells.begin() + qBound(0, length - 32, 6)));
+                     decltype(map.cells)(cells.begin(), cells.begin() + qBound(0, length - 32, 6)));
         }
     }
 

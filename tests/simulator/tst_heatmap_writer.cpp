@@ -28,11 +28,11 @@ private slots:
         QCOMPARE(map.rowStep, 10.0);
         // The third column holds the samples 2 and 3.
         QCOMPARE(map.columnFrequencies, (std::vector<unsigned int>{800000000, 801000000, 802500000}));
-        QCOMPARE(map.cells, (std::vector<unsigned char>{7, 0, 0, //
-                                                        0, 7, 0, //
-                                                        0, 0, 6, //
-                                                        0, 0, 0, //
-                                                        0, 0, 6}));
+        QCOMPARE(map.cells, (decltype(map.cells){7, 0, 0, //
+                                                 0, 7, 0, //
+                                                 0, 0, 6, //
+                                                 0, 0, 0, //
+                                                 0, 0, 6}));
     }
 
     void codesAreSharesOfTheSweeps()
