@@ -78,17 +78,15 @@ TraceColumn crowded(const SampleSpan &samples, const PixelMapping &mapping, int 
     const MinMax values = placedExtremes(samples, mapping, first, end);
     if (values.isEmpty())
         return result;
+    double places[] = {values.min, values.max, samples.y(first), samples.y(end - 1)};
+    mapping.toY(places);
+    for (double &place : places)
+        place = bounded(place);
     // The greater value is above or, on a reversed axis, below.
-    const double low = bounded(mapping.y(values.min));
-    const double high = bounded(mapping.y(values.max));
-    result.top = std::min(low, high);
-    result.bottom = std::max(low, high);
-    // Often, where the samples of a column are few, the first and the last are the extremes.
-    const auto placeOf = [&](double y) {
-        return y == values.min ? low : y == values.max ? high : bounded(mapping.y(y));
-    };
-    result.first = placeOf(samples.y(first));
-    result.last = placeOf(samples.y(end - 1));
+    result.top = std::min(places[0], places[1]);
+    result.bottom = std::max(places[0], places[1]);
+    result.first = places[2];
+    result.last = places[3];
     return result;
 }
 

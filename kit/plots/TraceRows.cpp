@@ -59,15 +59,12 @@ inline void TraceRows::add(int column, int top, int bottom)
 // As addJoint; most columns have a sample in the next one.
 inline void TraceRows::addNeighbours(int column, int begin, int end)
 {
-    if (end < begin) {
-        const int next = (begin + end) >> 1;
-        add(column, std::min(next + 1, begin), begin);
-        add(column + 1, end, next);
-    } else {
-        const int next = (begin + end + 1) >> 1;
-        add(column, begin, std::max(next - 1, begin));
-        add(column + 1, next, end);
-    }
+    // Without a branch, which noise would have the processor guess wrong each second time.
+    const int rising = end < begin;
+    const int next = (begin + end + 1 - rising) >> 1;
+    const int last = next - 1 + 2 * rising;
+    add(column, rising ? std::min(last, begin) : begin, rising ? begin : std::max(last, begin));
+    add(column + 1, std::min(next, end), std::max(next, end));
 }
 
 // A column covers the line between its left and its right border; where that passes no further row, the row

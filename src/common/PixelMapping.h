@@ -49,6 +49,7 @@ public:
     // Item coordinates of data values, not rounded but for rounding errors beside a whole pixel.
     double x(double value) const { return m_x.coordinate(value); }
     double y(double value) const { return m_y.coordinate(value); }
+    template <std::size_t count> void toY(double (&values)[count]) const { m_y.toCoordinates(values); }
 
     // Data values of item coordinates.
     double valueX(double coordinate) const { return m_x.value(coordinate); }

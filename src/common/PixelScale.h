@@ -37,6 +37,20 @@ public:
     double coordinate(double value) const { return wholePixelNear(m_scale.place(value)); }
     double value(double coordinate) const { return m_scale.value(coordinate); }
 
+    // The same of several values in their place, side by side where the axis is linear.
+    template <std::size_t count> void toCoordinates(double (&values)[count]) const
+    {
+        if (!isLinear()) {
+            for (double &each : values)
+                each = coordinate(each);
+            return;
+        }
+        for (double &each : values)
+            each = m_scale.linearPlace(each);
+        for (double &each : values)
+            each = wholePixelNear(each);
+    }
+
     // Whole pixels of data values, clamped, see graph::pixel() and graph::roundedPixel(): those of
     // coordinate(value), without computing it. Away from zero by the rounding, a place just short of a whole
     // pixel reaches it and no other does.

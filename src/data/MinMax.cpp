@@ -42,10 +42,16 @@ struct TwoExtremes
         min = _mm_min_pd(values, min);
         max = _mm_max_pd(values, max);
     }
-    void addTo(MinMax &result) const
+    void add(const TwoExtremes &other)
     {
-        result.add({_mm_cvtsd_f64(min), _mm_cvtsd_f64(max)});
-        result.add({_mm_cvtsd_f64(_mm_unpackhi_pd(min, min)), _mm_cvtsd_f64(_mm_unpackhi_pd(max, max))});
+        min = _mm_min_pd(other.min, min);
+        max = _mm_max_pd(other.max, max);
+    }
+
+    MinMax both() const
+    {
+        return {_mm_cvtsd_f64(_mm_min_sd(min, _mm_unpackhi_pd(min, min))),
+                _mm_cvtsd_f64(_mm_max_sd(max, _mm_unpackhi_pd(max, max)))};
     }
 };
 
@@ -60,12 +66,10 @@ template <typename Sample> MinMax groupExtremes(const Sample *samples, int count
         c.add(twoValues(samples + 4));
         d.add(twoValues(samples + 6));
     }
-    MinMax result;
-    a.addTo(result);
-    b.addTo(result);
-    c.addTo(result);
-    d.addTo(result);
-    return result;
+    a.add(b);
+    c.add(d);
+    a.add(c);
+    return a.both();
 }
 #else
 constexpr int groupSize = std::numeric_limits<int>::max();
