@@ -85,6 +85,7 @@ void CursorPainter::marker(int place, const QColor &color, bool glows)
         m_painter->setPen(line);
         lines(place + distance, place + distance);
     }
+    m_painter->setPen(color); // of the distance
 }
 
 void CursorPainter::distance(const QString &text, int cursor, int marker, int y, decltype(&deltaTextX) placeX)

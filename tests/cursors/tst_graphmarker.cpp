@@ -1,4 +1,5 @@
 #include "cursors/CursorBench.h"
+#include "support/Pictures.h"
 
 #include <QQuickWindow>
 #include <QtTest>
@@ -168,6 +169,26 @@ private slots:
         bench.x->setMaxValue(200.0);
         for (GraphMarker *marker : markers)
             QVERIFY(marker->posOnScreen() == 25 && marker->posIndex() == 50);
+    }
+
+    // The lines beside that of the marker are translucent, its distance is not.
+    void writesInItsColor()
+    {
+        CursorBench bench;
+        GraphMarker *marker = bench.addMarker();
+        bench.place(5);
+        marker->setPosIndex(95);
+        marker->setVisible(true);
+        marker->setColor("red");
+        marker->setDeltaY(30);
+        const QImage image =
+            picture([&](QPainter *painter) { bench.cursor->paint(painter); }, QSize(101, 51));
+        int leastGreen = 255;
+        for (int y = 0; y < image.height(); ++y) {
+            for (int x = 15; x < 85; ++x)
+                leastGreen = std::min(leastGreen, qGreen(image.pixel(x, y)));
+        }
+        QVERIFY2(leastGreen < 80, qPrintable(QString::number(leastGreen)));
     }
 
     void repaintsAnotherDelta()
