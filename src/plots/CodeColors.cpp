@@ -1,6 +1,7 @@
 #include "plots/CodeColors.h"
 
 #include <algorithm>
+#include <cstddef>
 
 #if defined(__x86_64__)
 #include <immintrin.h>
@@ -51,9 +52,10 @@ void writeColors(const unsigned char *codes, int distance, int count, const std:
         std::copy(colors.begin(), colors.end(), palette);
         const int blocks = count / codeBlock;
         writeBlocks(codes, distance, blocks, palette, out);
-        codes += blocks * distance;
-        out += blocks * codeBlock;
-        count -= blocks * codeBlock;
+        const int done = blocks * codeBlock;
+        codes += std::ptrdiff_t(blocks) * distance;
+        out += done;
+        count -= done;
     }
 #endif
     writeEach(codes, distance, count, colors.data(), out);

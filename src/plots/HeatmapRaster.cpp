@@ -88,9 +88,9 @@ void transpose(Codes *blocks)
         for (int i = 0; i < lineCount / 2; ++i) {
             const Codes a = blocks[i];
             const Codes b = blocks[i + lineCount / 2];
-            next[2 * i] =
+            next[std::size_t(2 * i)] =
                 __builtin_shufflevector(a, b, 0, 16, 1, 17, 2, 18, 3, 19, 4, 20, 5, 21, 6, 22, 7, 23);
-            next[2 * i + 1] =
+            next[std::size_t(2 * i + 1)] =
                 __builtin_shufflevector(a, b, 8, 24, 9, 25, 10, 26, 11, 27, 12, 28, 13, 29, 14, 30, 15, 31);
         }
         std::memcpy(blocks, next, sizeof next);
