@@ -136,7 +136,7 @@ my (%compile, %object, %links);
 for my $entry (@{ decode_json(slurp("$build/compile_commands.json")) }) {
     (my $file = $entry->{file}) =~ s{^\Q$top\E/}{};
     my ($object) = $entry->{command} =~ / -o (\S+)/;
-    next if $file !~ /^src/;
+    next if $file !~ /^(src|kit)/;
     $object{$file} = $object;
     $compile{$file} = $entry->{command} =~ s/ -W\S*//gr;
 }
@@ -151,7 +151,7 @@ my %depends; # sources of a header
     %of = reverse %object;
     for my $line (split /\n/, `ninja -C $build -t deps`) {
         if ($line =~ /^(\S+): #deps/) { $source = $of{$1} }
-        elsif ($source && $line =~ m{^\s+(?:\Q$top\E/)(src/\S+\.h)$}) { push @{ $depends{$1} }, $source }
+        elsif ($source && $line =~ m{^\s+(?:\Q$top\E/)((?:src|kit)/\S+\.h)$}) { push @{ $depends{$1} }, $source }
     }
 }
 
@@ -182,13 +182,14 @@ sub passes
     return $passed && !($test->{refused} && slurp($log) =~ /$test->{refused}/);
 }
 
-# The tests of the folder of FILE: src/view/zoom has tests/zoom, src/view/frame has tests/view.
+# The tests of the folder of FILE: src/view/zoom has tests/zoom, src/view/frame has tests/view,
+# kit/data has tests/kit/data.
 sub in_order
 {
     my ($file) = @_;
     my @all = sort { $a->{seconds} <=> $b->{seconds} || $a->{name} cmp $b->{name} } values %tests;
-    for (my $folder = dirname($file); $folder ne 'src' && $folder ne '.'; $folder = dirname($folder)) {
-        my $tests = "$build/tests/" . basename($folder);
+    for (my $folder = dirname($file); $folder ne 'src' && $folder ne 'kit' && $folder ne '.'; $folder = dirname($folder)) {
+        my $tests = "$build/tests/" . ($folder =~ s{^src/(?:.*/)?}{}r);
         my @near = grep { $_->{folder} eq $tests } @all or next;
         return (@near, grep { $_->{folder} ne $tests } @all);
     }
@@ -201,7 +202,7 @@ sub object_with
     my $object = "$folder/" . ($source =~ tr{/}{_}r) . '.o';
     my $command = $compile{$source} =~ s/ -o \S+/ -o $object/r;
     $command =~ s{ -c \S+}{ -c $folder/$file} if $source eq $file;
-    $command =~ s{ -I}{ -w -I$folder/src -I};
+    $command =~ s{ -I}{ -w -I$folder/src -I$folder -I};
     return run("cd $build && $command") ? $object : undef;
 }
 

@@ -1,6 +1,8 @@
 // Who repaints, and who does not: seen in a window that is shown, because a call of paint() would hide that
 // nobody asked for it.
 
+#include "kit/plots/ColorScale.h"
+#include "kit/plots/WaterfallPlot.h"
 #include "support/QmlDocument.h"
 
 #include "cursors/GraphCursorY.h"
@@ -106,8 +108,8 @@ QVariant otherValue(const QMetaProperty &property, const QVariant &value)
 }
 
 // Their signals are never emitted.
-const QStringList untold{"useIntermittentPlot", "testPointState", "staysOnScreen", "dbusAddress",
-                         "labelFont"};
+const QStringList untold{"useIntermittentPlot", "testPointState", "staysOnScreen",
+                         "dbusAddress",         "labelFont",      "colorMap"};
 
 class Counter : public QObject
 {
@@ -159,6 +161,8 @@ x of a plot | ValueAxis { $x } C.GraphPlot { id: item; plotData: PlotSeries { ax
 y of a plot | ValueAxis { $y } C.GraphPlot { id: item; plotData: PlotSeries { axisX: horizontal; axisY: object; yData: [1] } } | $axis minVisible* maxVisible*
 x of a plane | GraphView { width: 100; height: 100; axes: [ValueAxis { $x; $planes }] C.XYScale { id: item } GraphPlot { axisX: object } } | $axis
 y of a plane | GraphView { width: 100; height: 100; axes: [ValueAxis { $y; $planes }] C.XYScale { id: item } GraphPlot { axisY: object } } | $axis
+WaterfallPlot | C.WaterfallPlot { id: item; $axes; from: 0; to: 9; Component.onCompleted: { addRow([1, 2, 8, 4]); addRow([3, 1, 2, 7]) } } | penColor series colorMap unit readRow
+ColorScale | C.WaterfallPlot { id: shown; from: 0; to: 9; unit: "V"; $axes } C.ColorScale { id: item; plot: shown } | draggable
 zoom | Item { property QtObject zoomRect: ZoomRect { id: object } C.GraphPlot { id: item; plotData: series } } | boundingRect minWidth minHeight zoomAxis destroyed
 )";
 const QVector<QPair<QString, QString>> abbreviations{
@@ -204,6 +208,8 @@ private slots:
         registerCounted<GraphPlot>("GraphPlot");
         registerCounted<HeatmapPlot>("HeatmapPlot");
         registerCounted<WorldPlot>("WorldPlot");
+        registerCounted<graph::ColorScale>("ColorScale");
+        registerCounted<graph::WaterfallPlot>("WaterfallPlot");
         registerCounted<XYScale>("XYScale");
         m_window.resize(200, 200);
         m_window.show();
@@ -269,6 +275,10 @@ void tst_repaint::everyChangeRepaintsOnce()
     QCOMPARE(frame(), 1);
     QCOMPARE(frame(), 0);
 
+    if (items.startsWith("C.WaterfallPlot { id: item")) {
+        for (const char *refused : {"has OrnData as its series", "unknown colorMap", "unknown colorMap"})
+            QTest::ignoreMessage(QtWarningMsg, QRegularExpression(refused));
+    }
     QStringList wrong;
     const auto write = [&](const QMetaProperty &property) {
         const QVariant before = property.read(object);
