@@ -273,7 +273,7 @@ TestCase {
             { tag: "plain plot", add: chart => plotComponent.createObject(chart),
               remove: (chart, plot) => plot.destroy(), top: 6, name: "plain" },
             { tag: "moved in", add: chart => traceComponent.createObject(testCase, { name: "moved", values: [0, 7] }),
-              move: (chart, trace) => { trace.parent = chart; }, remove: (chart, trace) => { trace.parent = testCase; },
+              move: (chart, trace) => { trace.parent = chart; }, remove: (chart, trace) => { trace.parent = testCase; trace.visible = false; },
               top: 7, name: "moved" }
         ];
     }
