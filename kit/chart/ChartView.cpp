@@ -5,6 +5,7 @@
 #include "kit/axis/ChartAxis.h"
 #include "kit/chart/ChartCursors.h"
 #include "kit/chart/ChartTheme.h"
+#include "kit/chart/ChartZoom.h"
 #include "kit/chart/CursorSwitches.h"
 #include "kit/chart/LegendSwitches.h"
 #include "kit/chart/ZoomSwitches.h"
@@ -352,6 +353,97 @@ void ChartView::dressCursors()
     graph::dressCursors(*this, m_theme->theme(), [this](const ValueAxis *axis, double distance) {
         return distanceText(axis, distance);
     });
+}
+
+// What follows is here and not in the header: programs that call it do not see the parts of a chart.
+QVariant ChartView::theme() const
+{
+    return m_theme->written();
+}
+
+double ChartView::follow() const
+{
+    return m_zoom->follow();
+}
+
+bool ChartView::isFollowing() const
+{
+    return m_zoom->isFollowing();
+}
+
+bool ChartView::canGoBack() const
+{
+    return m_zoom->canGoBack();
+}
+
+bool ChartView::canGoForward() const
+{
+    return m_zoom->canGoForward();
+}
+
+bool ChartView::isTouched() const
+{
+    return m_zoom->isTouched();
+}
+
+void ChartView::setFollow(double seconds)
+{
+    m_zoom->setFollow(seconds);
+}
+
+void ChartView::setFollowing(bool following)
+{
+    m_zoom->setFollowing(following);
+}
+
+void ChartView::setTouched(bool touched)
+{
+    m_zoom->setTouched(touched);
+}
+
+void ChartView::showAll()
+{
+    m_zoom->showAll();
+}
+
+void ChartView::showAllOf(Qt::Orientation orientation)
+{
+    m_zoom->showAllOf(orientation);
+}
+
+void ChartView::back()
+{
+    m_zoom->back();
+}
+
+void ChartView::forward()
+{
+    m_zoom->forward();
+}
+
+void ChartView::recordStep()
+{
+    m_zoom->recordStep();
+}
+
+void ChartView::zoomBeside(int side, double depth, double place, double factor)
+{
+    m_zoom->zoomBeside(side, depth, place, factor);
+}
+
+void ChartView::panBeside(int side, double depth, double distance)
+{
+    m_zoom->panBeside(side, depth, distance);
+}
+
+void ChartView::showRange(double from, double to)
+{
+    m_zoom->showRange(from, to);
+}
+
+void ChartView::showRangeY(double from, double to)
+{
+    m_zoom->showRangeY(from, to);
 }
 
 void ChartView::showRange(const QVariant &from, const QVariant &to)

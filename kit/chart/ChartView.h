@@ -6,7 +6,6 @@
 #include "kit/chart/ChartExport.h"
 #include "kit/chart/ChartPlots.h"
 #include "kit/chart/ChartRoom.h"
-#include "kit/chart/ChartZoom.h"
 #include "kit/chart/LegendPlace.h"
 #include "kit/chart/ReadingTexts.h"
 #include "kit/chart/ThemeChoice.h"
@@ -27,6 +26,7 @@ namespace graph {
 
 class ChartAxis;
 class ChartTheme;
+class ChartZoom;
 class CursorSwitches;
 class LegendSwitches;
 class ZoomSwitches;
@@ -69,7 +69,7 @@ public:
     ~ChartView() override;
 
     QString title() const { return m_title; }
-    QVariant theme() const { return m_theme->written(); }
+    QVariant theme() const;
     ChartTheme *colors() const;
     ChartAxis *axisX() const { return m_axisX; }
     ChartAxis *axisY() const { return m_axisY; }
@@ -77,15 +77,15 @@ public:
     CursorSwitches *cursor() const { return m_cursor; }
     ZoomSwitches *zoom() const { return m_zoomSwitches; }
     QVariantList traces() const;
-    double follow() const { return m_zoom->follow(); }
-    bool isFollowing() const { return m_zoom->isFollowing(); }
+    double follow() const;
+    bool isFollowing() const;
     ChartView *zoomWith() const;
     double exportProgress() const { return m_export->progress(); }
-    bool canGoBack() const { return m_zoom->canGoBack(); }
-    bool canGoForward() const { return m_zoom->canGoForward(); }
+    bool canGoBack() const;
+    bool canGoForward() const;
     QQuickItem *underlay() const { return m_underlay; }
     QQuickItem *overlay() const { return m_overlay; }
-    bool isTouched() const { return m_zoom->isTouched(); }
+    bool isTouched() const;
     QSizeF legendSize() const { return m_legendSize; }
     // What of the legend is painted; null without one. For what keeps clear of it.
     QQuickItem *legendBox() const { return m_legendBox; }
@@ -93,26 +93,26 @@ public:
 
     void setTitle(const QString &title);
     void setTheme(const QVariant &theme);
-    void setFollow(double seconds) { m_zoom->setFollow(seconds); }
-    void setFollowing(bool following) { m_zoom->setFollowing(following); }
+    void setFollow(double seconds);
+    void setFollowing(bool following);
     void setZoomWith(ChartView *other);
-    void setTouched(bool touched) { m_zoom->setTouched(touched); }
+    void setTouched(bool touched);
     void setLegendSize(const QSizeF &size);
     void setLegendBox(QQuickItem *box);
     void setFlickable(QQuickItem *flickable);
 
     // Numbers, for programs that call it by name; documents can give dates.
-    Q_INVOKABLE void showRange(double from, double to) { m_zoom->showRange(from, to); }
-    Q_INVOKABLE void showRangeY(double from, double to) { m_zoom->showRangeY(from, to); }
+    Q_INVOKABLE void showRange(double from, double to);
+    Q_INVOKABLE void showRangeY(double from, double to);
     Q_INVOKABLE void showRange(const QVariant &from, const QVariant &to);
     Q_INVOKABLE void showRangeY(const QVariant &from, const QVariant &to);
-    Q_INVOKABLE void showAll() { m_zoom->showAll(); }
+    Q_INVOKABLE void showAll();
     // Of one direction.
-    Q_INVOKABLE void showAllOf(Qt::Orientation orientation) { m_zoom->showAllOf(orientation); }
-    Q_INVOKABLE void back() { m_zoom->back(); }
-    Q_INVOKABLE void forward() { m_zoom->forward(); }
+    Q_INVOKABLE void showAllOf(Qt::Orientation orientation);
+    Q_INVOKABLE void back();
+    Q_INVOKABLE void forward();
     // What was zoomed until now is a step, and what comes next another one.
-    Q_INVOKABLE void recordStep() { m_zoom->recordStep(); }
+    Q_INVOKABLE void recordStep();
     Q_INVOKABLE bool exportImage(const QString &file, double scale = 1.0)
     {
         return m_export->exportImage(file, scale);
@@ -124,14 +124,8 @@ public:
     Q_INVOKABLE void cancelExport() { m_export->cancel(); }
     // By a hand on the axes at a side; depth: pixels away from the plot area, place: fraction of what is
     // visible.
-    Q_INVOKABLE void zoomBeside(int side, double depth, double place, double factor)
-    {
-        m_zoom->zoomBeside(side, depth, place, factor);
-    }
-    Q_INVOKABLE void panBeside(int side, double depth, double distance)
-    {
-        m_zoom->panBeside(side, depth, distance);
-    }
+    Q_INVOKABLE void zoomBeside(int side, double depth, double place, double factor);
+    Q_INVOKABLE void panBeside(int side, double depth, double distance);
     Q_INVOKABLE QString formatX(double value) const;
     Q_INVOKABLE QString formatY(QQuickItem *trace, double value) const;
     // Those that have come since the last turn of the event loop, which was long ago in a busy process, are taken, and

@@ -2,12 +2,15 @@
 
 #include "data/PlotData.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
 namespace graph {
 
 namespace {
+
+constexpr double farthest = std::numeric_limits<double>::max();
 
 MinMax finiteExtent(const SampleSpan &samples)
 {
@@ -26,7 +29,6 @@ MinMax finiteExtent(const SampleSpan &samples)
 
 DataExtent dataExtent(const PlotData &data)
 {
-    constexpr double farthest = std::numeric_limits<double>::max();
     return dataExtent(data, -farthest, farthest);
 }
 
@@ -49,13 +51,19 @@ DataExtent dataExtent(const PlotData &data, double xMin, double xMax)
 
 MinMax extentX(const PlotData &data)
 {
-    const int size = data.size();
-    const double first = size > 0 ? data.x(0) : 0.0;
-    const double last = size > 0 ? data.x(size - 1) : 0.0;
-    // Not as a view of the samples, after which the next one would be taken for the second of the same data.
-    if (size > 0 && !data.usePointsAsSegments() && std::isfinite(first) && std::isfinite(last) &&
-        first <= last)
-        return {first, last};
+    if (data.size() == 0)
+        return {};
+    // Data know their order, and find the sample nearest to either end without reading the others; a series, also one
+    // that is not there. Not as a view of the samples, after which the next one would be taken for the second of the
+    // same data.
+    const int last = data.size() - 1;
+    const int from = data.indexOf(-farthest);
+    const int to = data.indexOf(farthest);
+    if (!data.usePointsAsSegments() && from >= 0 && to >= 0) {
+        const MinMax x{data.x(std::min(from, last)), data.x(std::min(to, last))};
+        if (std::isfinite(x.min) && std::isfinite(x.max) && x.min <= x.max)
+            return x;
+    }
     return dataExtent(data).x;
 }
 

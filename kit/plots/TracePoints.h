@@ -1,6 +1,7 @@
 #pragma once
 
 #include "data/PlotPoints.h"
+#include "kit/plots/DataExtent.h"
 
 #include <algorithm>
 #include <cmath>
@@ -22,6 +23,13 @@ public:
             points[i] = isGap ? QPointF(points.at(i - 1).x(), x.at(i)) : QPointF(x.at(i), y.at(i));
         }
         setPoints(points);
+    }
+
+    // In any order, unlike plain points.
+    bool containsPoint(double x) override
+    {
+        const MinMax extent = extentX(*this);
+        return extent.min <= x && x <= extent.max;
     }
 };
 

@@ -1,3 +1,4 @@
+#include "kit/data/StreamPoints.h"
 #include "kit/plots/PlotUnits.h"
 #include "kit/plots/Trace.h"
 #include "support/QmlDocument.h"
@@ -14,7 +15,11 @@ class tst_trace : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase() { qmlRegisterType<Trace>("charts", 1, 0, "Trace"); }
+    void initTestCase()
+    {
+        qmlRegisterType<Trace>("charts", 1, 0, "Trace");
+        qmlRegisterType<graph::StreamPoints>("charts", 1, 0, "StreamPoints");
+    }
 
     void data_data()
     {
@@ -228,6 +233,32 @@ private slots:
         QSignalSpy changed(&trace, SIGNAL(dataChanged()));
         trace.setValues(QVector<double>{1});
         QTRY_COMPARE(changed.count(), 1);
+    }
+
+    // Also of points in any order, which have no samples beyond their ends.
+    void extentX_data()
+    {
+        columns<QByteArray>({"source"});
+        QTest::newRow("positions") << QByteArray("positions: [2, 0, 10, 3]; values: [1, 2, 3, 4]");
+        QTest::newRow("points") << QByteArray(
+            "series: PlotPoints { xData: [0, 1, NaN, 10, 3]; yData: [1, 2, 3, 4, 5] }");
+        QTest::newRow("stream") << QByteArray("series: StreamPoints { Component.onCompleted: "
+                                              "{ append([0, 1, 10], [1, 2, 3]); append(3, NaN) } }");
+        QTest::newRow("backwards") << QByteArray("values: [1, 2, 3]; start: 10; interval: -5");
+        QTest::newRow("segments") << QByteArray("series: PlotPoints { usePointsAsSegments: true; "
+                                                "xData: [8, 10, 0, 3]; yData: [1, 2, 3, 4] }");
+    }
+
+    void extentX()
+    {
+        QFETCH(QByteArray, source);
+        QmlDocument document("Item { Trace { id: trace; " + source + " } }");
+        auto *trace = document.object<Trace>("trace");
+        QCOMPARE(trace->extentX().min, 0.0);
+        QCOMPARE(trace->extentX().max, 10.0);
+        QCOMPARE(trace->dataExtent().x.max, 10.0);
+        if (source.contains("positions"))
+            QVERIFY(trace->plotData()->containsPoint(9) && !trace->plotData()->containsPoint(11));
     }
 
     void choiceOfColor()
