@@ -56,6 +56,7 @@ TickRequest requestFor(const AxisNumbering &numbering, double lowest, double hig
     } else {
         request.spacing = metrics.height() * tickDistanceAcrossText;
         request.gap = metrics.height() / 4.0;
+        request.leastSpacing = metrics.height() + request.gap;
         request.extent = [height = metrics.height()](const QString &) { return height; };
     }
     return request;

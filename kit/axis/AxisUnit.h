@@ -22,6 +22,11 @@ public:
     AxisUnit withoutPrefixes() const;
     // "MHz" for 6; only for symbols that take prefixes.
     QString prefixed(int exponent) const;
+    // Of the differences of numbers in this unit: levels above a reference differ by dB.
+    static QString ofDifferences(const QString &unit)
+    {
+        return unit.startsWith(QLatin1String("dB")) ? QStringLiteral("dB") : unit;
+    }
     // What is written before the symbol, or where it takes no prefixes behind the number, for a number that was
     // divided by a power of ten: "M", or "e33" where no letter is known. Without a unit "u" or "m" would say
     // nothing: "e-6".

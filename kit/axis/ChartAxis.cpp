@@ -261,6 +261,15 @@ QString ChartAxis::valueText(double value) const
     return numbering().reading(value, std::abs(maxVisible() - minVisible()));
 }
 
+QString ChartAxis::differenceText(double difference) const
+{
+    if (m_scale == Time || formatter())
+        return valueText(difference);
+    AxisNumbering differences = numbering();
+    differences.unit = AxisUnit::ofDifferences(unit());
+    return differences.reading(difference, std::abs(maxVisible() - minVisible()));
+}
+
 std::optional<int> ChartAxis::numberPrefix() const
 {
     if (m_scale != Linear || !hasOwnTicks() || formatter() || !AxisUnit(unit()).takesPrefixes())

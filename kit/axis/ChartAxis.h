@@ -55,6 +55,9 @@ public:
     // tells apart.
     Q_INVOKABLE QString valueText(double value) const;
 
+    // The same for the difference of two values.
+    QString differenceText(double difference) const;
+
     // The decimal exponent of the prefix that the numbers of a linear axis have now; none where they have none, or a
     // formatter writes them.
     std::optional<int> numberPrefix() const;

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <utility>
 
 namespace graph {
 
@@ -46,6 +47,29 @@ TickPlan linearPlan(const TickRequest &request, double interval)
     plan.common = labels.common();
     plan.prefix = labels.prefix();
     return plan;
+}
+
+} // namespace
+
+namespace {
+
+// A short axis: nobody can read a scale from a single text. With the greatest interval that gives two, from a least one.
+std::pair<TickPlan, RoundIntervals> closerPlan(TickRequest request, double least)
+{
+    const double span = request.highest - request.lowest;
+    request.spacing = request.leastSpacing;
+    RoundIntervals chosen(least);
+    TickPlan plan;
+    for (RoundIntervals interval(least); interval.value() <= span; interval.next()) {
+        const TickPlan closer = linearPlan(request, interval.value());
+        if (closer.majors.size() < 2)
+            break;
+        if (!request.hasRoomFor(closer))
+            continue;
+        plan = closer;
+        chosen = interval;
+    }
+    return {plan, chosen};
 }
 
 } // namespace
@@ -111,8 +135,8 @@ TickPlan linearTicks(const TickRequest &request)
     const double greatest = std::max(std::abs(request.lowest), std::abs(request.highest));
     // Ticks at steps that the numbers can hardly take would not be evenly spaced.
     constexpr double leastSteps = 4.0;
-    const double finest = std::max(span * std::min(request.spacing / request.length, 1.0),
-                                   leastSteps * std::max(numberStep(greatest), request.resolution));
+    const double leastDistance = leastSteps * std::max(numberStep(greatest), request.resolution);
+    const double finest = std::max(span * std::min(request.spacing / request.length, 1.0), leastDistance);
     TickPlan plan;
     for (RoundIntervals interval(std::max(finest, std::numeric_limits<double>::min()));
          interval.value() <= span; interval.next()) {
@@ -122,6 +146,15 @@ TickPlan linearTicks(const TickRequest &request)
         plan.minors = minors(plan.majors, interval.value(), interval.parts());
         break;
     }
+    if (plan.majors.size() > 1 || !(request.leastSpacing > 0.0))
+        return plan;
+    const double closest = std::max({span * std::min(request.leastSpacing / request.length, 1.0),
+                                     leastDistance, std::numeric_limits<double>::min()});
+    const auto [closer, interval] = closerPlan(request, closest);
+    if (closer.majors.isEmpty())
+        return plan;
+    plan = closer;
+    plan.minors = minors(plan.majors, interval.value(), interval.parts());
     return plan;
 }
 

@@ -43,6 +43,8 @@ struct TickRequest
     // The least distance of ticks, and the least gap between texts that follow each other.
     double spacing = 0.0;
     double gap = 0.0;
+    // That of ticks where there would be less than two otherwise; 0 for the usual one.
+    double leastSpacing = 0.0;
     QString unit;
     // The distance of the values that are asked for; 0 for one that suits them.
     double interval = 0.0;

@@ -257,9 +257,19 @@ QString withInvisiblePen(const GraphView &, const AbstractPlot &plot)
         .arg(colorProperty(plot));
 }
 
+// Of the sides it is at one, and draws its labels beside the plot area only there.
+QString withoutSide(const GraphView &, const ValueAxis &axis)
+{
+    const Qt::Alignment sides = Qt::AlignLeft | Qt::AlignRight | Qt::AlignTop | Qt::AlignBottom;
+    if (axis.alignment() & sides)
+        return {};
+    return QStringLiteral("has an alignment that is no side, and its labels are in the plot area: write "
+                          "Qt.AlignLeft, Qt.AlignRight, Qt.AlignTop or Qt.AlignBottom");
+}
+
 const ViewCheck viewChecks[] = {withoutSize,    withoutRoom,      withUnlistedAxis,
                                 withUnusedData, withUnknownTheme, withoutNames};
-const AxisCheck axisChecks[] = {withReversedRange, withUnusableRange, withUselessInterval,
+const AxisCheck axisChecks[] = {withoutSide, withReversedRange, withUnusableRange, withUselessInterval,
                                 withRangeBesideFollow};
 const PlotCheck plotChecks[] = {outsideOfView,     insideOfAnItem,     afterView,        withSwappedAxes,
                                 withLateAxis,      withWrongAxis,      withoutAxis,      withoutArea,

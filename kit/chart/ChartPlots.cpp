@@ -2,6 +2,7 @@
 
 #include "axis/ValueAxis.h"
 #include "data/PlotData.h"
+#include "kit/plots/Shading.h"
 #include "kit/plots/Trace.h"
 #include "kit/plots/WaterfallPlot.h"
 #include "view/base/AbstractPlot.h"
@@ -44,8 +45,11 @@ void ChartPlots::lookNow()
         emit changed();
 }
 
-bool ChartPlots::setTraces(const QVector<AbstractPlot *> &traces)
+bool ChartPlots::setTraces(const QVector<AbstractPlot *> &plots)
 {
+    QVector<AbstractPlot *> traces;
+    std::copy_if(plots.begin(), plots.end(), std::back_inserter(traces),
+                 [](const AbstractPlot *plot) { return !isShading(*plot); });
     if (std::equal(m_traces.begin(), m_traces.end(), traces.begin(), traces.end()))
         return false;
     m_traces = QVector<QPointer<AbstractPlot>>(traces.begin(), traces.end());
@@ -116,6 +120,8 @@ bool ChartPlots::watch(AbstractPlot *plot)
             connect(trace, &Trace::nameChanged, this, &ChartPlots::dataChanged);
             connect(trace, &Trace::colorChanged, this, &ChartPlots::dataChanged);
         }
+        if (const auto *points = qobject_cast<const GraphPlot *>(plot))
+            connect(points, &GraphPlot::graphPointChanged, this, &ChartPlots::lookLater);
         if (auto *waterfall = qobject_cast<WaterfallPlot *>(plot)) {
             connect(waterfall, &WaterfallPlot::rowsChanged, this, &ChartPlots::dataChanged);
             connect(waterfall, &WaterfallPlot::rowIntervalChanged, this, &ChartPlots::dataChanged);

@@ -33,8 +33,8 @@ public:
 
     // The ones that the chart has taken.
     const QVector<QPointer<AbstractPlot>> &traces() const { return m_traces; }
-    // False when they are the same.
-    bool setTraces(const QVector<AbstractPlot *> &traces);
+    // Those of the plots that have values to read. False when they are the same.
+    bool setTraces(const QVector<AbstractPlot *> &plots);
 
     // False when it is watched already.
     bool watch(AbstractPlot *plot);

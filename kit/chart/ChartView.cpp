@@ -12,6 +12,7 @@
 #include "kit/data/NumberList.h"
 #include "kit/data/Store.h"
 #include "kit/data/Telling.h"
+#include "kit/plots/Shading.h"
 #include "view/base/AbstractPlot.h"
 #include "view/base/StrokeNode.h"
 #include "view/base/XYScale.h"
@@ -223,6 +224,7 @@ void ChartView::wire()
     m_axes->gather(*this);
     dressCursors();
     handlePlotVisibilityChanged();
+    m_partColors.give(plots(), m_theme->theme());
     if (m_plots->setTraces(found)) {
         m_traceColors.give(m_plots->traces(), m_theme->theme());
         emit tracesChanged();
@@ -341,6 +343,7 @@ void ChartView::applyColors()
 {
     m_axes->setTheme(m_theme->theme());
     m_traceColors.give(m_plots->traces(), m_theme->theme());
+    m_partColors.give(plots(), m_theme->theme());
     m_room->setTheme(m_theme->theme());
     makeRoom();
     dressCursors();
@@ -515,6 +518,11 @@ void ChartView::setFlickable(QQuickItem *flickable)
     emit flickableChanged();
 }
 
+bool ChartView::isRead(const AbstractPlot &plot) const
+{
+    return !isShading(plot);
+}
+
 // Charts that share x have it at the same pixels.
 QMargins ChartView::reservedMargins() const
 {
@@ -554,9 +562,12 @@ void ChartView::handleAreaChanged()
 /*!
     \qmlmethod string Chart::formatX(real value)
     \qmlmethod string Chart::formatY(Item trace, real value)
+    \qmlmethod string Chart::formatDifferenceY(Item trace, real difference)
     A value of axisX, and one of a trace, with its unit as readings show it: with the digits that neighbouring
     pixels need to differ, unless data have \c ySigDigs or \c yPrecision of their own, and in the unit of the axis where
-    the trace has none. A \c formatter of the axis writes all of it.
+    the trace has none. A \c formatter of the axis writes all of it. The difference of two values, such as the margin of
+    a LimitLine, has a unit of its own where the values are levels: that of dBm, dBW, dBV and all others that begin with
+    dB is dB.
 */
 QString ChartView::formatX(double value) const
 {
@@ -568,13 +579,18 @@ QString ChartView::formatY(QQuickItem *trace, double value) const
     return m_texts.value(qobject_cast<AbstractPlot *>(trace), value);
 }
 
+QString ChartView::formatDifferenceY(QQuickItem *trace, double difference) const
+{
+    return m_texts.difference(qobject_cast<AbstractPlot *>(trace), difference);
+}
+
 QString ChartView::distanceText(const ValueAxis *axis, double distance) const
 {
     const auto *chartAxis = qobject_cast<const ChartAxis *>(axis);
     if (!chartAxis)
         return formatX(distance);
     const bool hasDigitsOfLabels = chartAxis != m_axisX && chartAxis->scale() != ChartAxis::Time;
-    return hasDigitsOfLabels ? chartAxis->valueText(distance) : m_texts.distance(*chartAxis, distance);
+    return hasDigitsOfLabels ? chartAxis->differenceText(distance) : m_texts.distance(*chartAxis, distance);
 }
 
 /*!

@@ -9,6 +9,7 @@
 #include "kit/chart/LegendPlace.h"
 #include "kit/chart/ReadingTexts.h"
 #include "kit/chart/ThemeChoice.h"
+#include "kit/chart/PartColors.h"
 #include "kit/chart/TraceColors.h"
 #include "view/frame/GraphView.h"
 
@@ -128,6 +129,7 @@ public:
     Q_INVOKABLE void panBeside(int side, double depth, double distance);
     Q_INVOKABLE QString formatX(double value) const;
     Q_INVOKABLE QString formatY(QQuickItem *trace, double value) const;
+    Q_INVOKABLE QString formatDifferenceY(QQuickItem *trace, double difference) const;
     // Those that have come since the last turn of the event loop, which was long ago in a busy process, are taken, and
     // ranges are fitted to their data.
     void takePlots();
@@ -156,6 +158,7 @@ protected:
     void itemChange(ItemChange change, const ItemChangeData &data) override;
     void adoptChild(QQuickItem *child) override;
     QMargins reservedMargins() const override;
+    bool isRead(const AbstractPlot &plot) const override;
     QSGNode *updatePaintNode(QSGNode *node, UpdatePaintNodeData *data) override;
 
 private:
@@ -184,6 +187,7 @@ private:
     ZoomSwitches *m_zoomSwitches;
     QVector<QPointer<QQuickItem>> m_children; // the adopted ones
     TraceColors m_traceColors;
+    PartColors m_partColors;
     ReadingTexts m_texts;
     QPointer<QQuickItem> m_legendBox;
     QPointer<QQuickItem> m_flickable;

@@ -2,6 +2,7 @@
 
 #include "common/SafeInteger.h"
 #include "cursors/GraphCursor.h"
+#include "cursors/NearestSample.h"
 #include "data/PlotData.h"
 #include "kit/axis/ChartAxis.h"
 #include "kit/chart/TraceReach.h"
@@ -172,9 +173,20 @@ void CursorReading::readValue(const GraphCursor &cursor, int index)
         m_reading = isRead ? cursor.yValues().value(index) : std::numeric_limits<double>::quiet_NaN();
         m_place.crossing.setY(pixel(cursor.yPositions().value(index)));
     }
-    m_place.crossing.setX(cursor.posOnScreen());
+    m_place.crossing.setX(columnOfSample(cursor));
     const bool hasRoom = around()->width() > 0.0 && around()->height() > 0.0;
     m_place.isShown = hasRoom && index >= 0 && data && data->size() > 0 && !std::isnan(m_reading);
+}
+
+// That of the sample whose value is read, which the line passes where the trace has other samples than the primary plot.
+double CursorReading::columnOfSample(const GraphCursor &cursor) const
+{
+    const PlotData *data = m_plot ? m_plot->plotData() : nullptr;
+    if (!data || readsLevel() || cursor.isHorizontal() || data->usePointsAsSegments() || !m_plot->axisX())
+        return cursor.posOnScreen();
+    const int sample = nearestSample(*data, cursor.posValue());
+    const double x = sample < 0 ? cursor.posValue() : data->x(sample);
+    return x == cursor.posValue() ? cursor.posOnScreen() : pixel(m_plot->mapToItemX(x));
 }
 
 QString CursorReading::textOf(const GraphCursor &cursor, int index) const
@@ -225,7 +237,8 @@ void CursorReading::show()
 {
     const QPointF crossing = m_place.crossing;
     if (m_dot) {
-        m_dot->setVisible(m_place.isShown && crossing.y() >= 0.0 && crossing.y() < around()->height());
+        m_dot->setVisible(m_place.isShown && crossing.y() >= 0.0 && crossing.y() < around()->height() &&
+                          crossing.x() >= 0.0 && crossing.x() <= around()->width());
         m_dot->setPosition(crossing -
                            QPointF(std::floor(m_dot->width() / 2.0), std::floor(m_dot->height() / 2.0)));
     }

@@ -93,6 +93,7 @@ private:
     const WaterfallPlot *waterfall() const;
     const Place &freshPlace() const;
     void followAxis();
+    double columnOfSample(const GraphCursor &cursor) const;
     void readValue(const GraphCursor &cursor, int index);
     QString textOf(const GraphCursor &cursor, int index) const;
     QString rowText() const;

@@ -134,13 +134,19 @@ void lookAtMarkers(const GraphView &view, QVector<Finding> *findings)
                 {marker, QStringLiteral("has a posValue and is not drawn: write visible: true in it, or "
                                         "visible: false if that is meant")});
     }
-    const auto markers = view.findChildren<GraphMarker *>(QString(), Qt::FindDirectChildrenOnly);
-    for (const GraphMarker *marker : markers) {
-        if (!taken.contains(marker))
-            findings->append(
-                {marker, QStringLiteral("is in no cursor and is not drawn: write GraphCursor { markers: "
-                                        "GraphMarker { ... } }")});
-    }
+    const auto tellOfOthers = [&](const QObject &parent, const QString &text) {
+        const auto markers = parent.findChildren<GraphMarker *>(QString(), Qt::FindDirectChildrenOnly);
+        for (const GraphMarker *marker : markers) {
+            if (!taken.contains(marker))
+                findings->append({marker, text});
+        }
+    };
+    tellOfOthers(view, QStringLiteral("is in no cursor and is not drawn: write GraphCursor { markers: "
+                                      "GraphMarker { ... } }"));
+    for (const GraphCursor *cursor : cursors)
+        tellOfOthers(*cursor,
+                     QStringLiteral("is in a cursor, but not in its markers, and is not drawn: write "
+                                    "markers: GraphMarker { ... }"));
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 #include "axis/ValueAxis.h"
 #include "data/PlotData.h"
 #include "kit/chart/VisibleSpan.h"
+#include "kit/plots/Shading.h"
 
 #include <algorithm>
 #include <limits>
@@ -39,7 +40,8 @@ QList<AbstractPlot *> PlottedData::plotsOn(const ValueAxis *axis) const
 {
     QList<AbstractPlot *> found;
     std::copy_if(m_plots.begin(), m_plots.end(), std::back_inserter(found), [axis](const AbstractPlot *plot) {
-        return plot && plot->isVisible() && (plot->axisX() == axis || plot->axisY() == axis);
+        return plot && plot->isVisible() && !isShading(*plot) &&
+               (plot->axisX() == axis || plot->axisY() == axis);
     });
     return found;
 }

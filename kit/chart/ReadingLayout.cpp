@@ -1,6 +1,8 @@
 #include "kit/chart/ReadingLayout.h"
 
 #include <algorithm>
+#include <cmath>
+#include <optional>
 
 namespace graph {
 
@@ -97,20 +99,55 @@ void ReadingLayout::place(std::vector<ReadingLabel> *labels) const
         return;
     const QVector<Columns> all = families(widest);
     for (int count = 1; count <= mostColumns; ++count) {
-        // The side of the line changes with its place, not with the rows of the labels, which live data would let jump.
-        for (const bool isBesideBox : {true, false}) {
-            for (const Columns &family : all) {
-                const Columns columns = family.mid(0, count);
-                if (columns.size() == count && (!isBesideBox || areBesideBox(columns, widest)) &&
-                    placeIn(columns, labels))
-                    return;
-            }
+        // Where a side of the line is free of the box in all rows, live data let no label jump.
+        const auto isFree = [&](const Columns &columns) { return areBesideBox(columns, widest); };
+        for (int side = 0; side < 2; ++side) {
+            const Columns columns = all.at(side).mid(0, count);
+            if (columns.size() == count && isFree(columns) && placeIn(columns, labels))
+                return;
         }
+        if (placeNearest(all, count, labels))
+            return;
     }
     // Some cover others.
     placeIn(all.first().mid(0, mostColumns), labels);
     for (ReadingLabel &label : *labels)
         label.place.ry() = std::max(label.place.y(), 0.0);
+}
+
+// In so many columns of one of the families: where the labels are nearest to where they belong.
+bool ReadingLayout::placeNearest(const QVector<Columns> &families, int count,
+                                 std::vector<ReadingLabel> *labels) const
+{
+    constexpr double leastGain = 24.0; // of a later family, in pixels
+    std::optional<double> least;
+    std::vector<ReadingLabel> nearest;
+    for (const Columns &family : families) {
+        const Columns columns = family.mid(0, count);
+        if (columns.size() < count || !placeIn(columns, labels))
+            continue;
+        const double distance = farthest(*labels);
+        if (least && distance > *least - leastGain)
+            continue;
+        least = distance;
+        nearest = *labels;
+    }
+    if (least)
+        *labels = std::move(nearest);
+    return least.has_value();
+}
+
+// How far a label is from the line and from its row, at most.
+double ReadingLayout::farthest(const std::vector<ReadingLabel> &labels) const
+{
+    double farthest = 0.0;
+    for (const ReadingLabel &label : labels) {
+        const double left = label.place.x();
+        const double right = left + label.size.width();
+        const double across = std::max({left - m_line, m_line - right, 0.0});
+        farthest = std::max(farthest, across + std::abs(label.place.y() - label.wantedY));
+    }
+    return farthest;
 }
 
 bool ReadingLayout::areBesideBox(const Columns &columns, double widest) const

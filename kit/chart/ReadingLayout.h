@@ -47,6 +47,8 @@ private:
     Columns beyond(const Columns &columns, double widest) const;
     bool isInside(const Column &column, double widest) const;
     bool areBesideBox(const Columns &columns, double widest) const;
+    bool placeNearest(const QVector<Columns> &families, int count, std::vector<ReadingLabel> *labels) const;
+    double farthest(const std::vector<ReadingLabel> &labels) const;
     bool placeIn(const Columns &columns, std::vector<ReadingLabel> *labels) const;
     bool placeColumn(const Column &column, const std::vector<ReadingLabel *> &labels) const;
     double below(const ReadingLabel &label, double y) const;

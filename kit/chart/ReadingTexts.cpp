@@ -118,7 +118,7 @@ QString ReadingTexts::distance(const ChartAxis &axis, double distance) const
 {
     if (axis.scale() != ChartAxis::Time)
         return axis.formatter() ? axis.formatter()->formatValue(distance)
-                                : number(axis.unit(), distance, positionDigits);
+                                : number(AxisUnit::ofDifferences(axis.unit()), distance, positionDigits);
     constexpr double minute = 60.0;
     constexpr double day = 86400.0;
     if (distance < minute)
@@ -131,13 +131,23 @@ QString ReadingTexts::distance(const ChartAxis &axis, double distance) const
 
 QString ReadingTexts::value(const AbstractPlot *plot, double value) const
 {
+    return written(plot, value, [](const QString &unit) { return unit; });
+}
+
+QString ReadingTexts::difference(const AbstractPlot *plot, double difference) const
+{
+    return written(plot, difference, &AxisUnit::ofDifferences);
+}
+
+QString ReadingTexts::written(const AbstractPlot *plot, double value, UnitFor unitFor) const
+{
     const PlotData *data = plot ? plot->plotData() : nullptr;
     if (!data)
         return {};
     const ValueAxis *axis = axisOfValues(*plot);
     if (axis && axis->formatter())
         return axis->formatter()->formatValue(value);
-    const QString unit = unitOf(*plot, axis);
+    const QString unit = unitFor(unitOf(*plot, axis));
     const AxisUnit symbol(unit);
     DigitLimits digits{data->ySigDigs(), data->yPrecision()};
     if (digits.sigDigs == valueDigits.sigDigs && digits.precision == valueDigits.precision)

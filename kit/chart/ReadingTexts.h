@@ -25,8 +25,13 @@ public:
     QString distance(const ChartAxis &axis, double distance) const;
     // In the unit of its data or of its axis; empty for a plot without data.
     QString value(const AbstractPlot *plot, double value) const;
+    // Between two of them: levels in dBm differ by dB.
+    QString difference(const AbstractPlot *plot, double difference) const;
 
 private:
+    using UnitFor = QString (*)(const QString &unit);
+
+    QString written(const AbstractPlot *plot, double value, UnitFor unitFor) const;
     QString number(const QString &unit, double value, const DigitLimits &digits) const;
 
     // Of each unit that was asked for; null for one without.

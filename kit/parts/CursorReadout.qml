@@ -7,6 +7,10 @@ import "theme.js" as Theme
 
 \image markers.png The reading of a trace at a cursor
 
+The value is that of the sample next to the cursor, and the dot is on that sample: beside the line where this trace has other
+x than the plot that the cursor moves along, and not there while the sample is out of view. Between samples nothing is
+calculated.
+
 A direct child of a GraphCursor, one per trace. Labels stay inside of the plot and do not cover each other, nor flags or
 the legend of a Chart; where one column of them is too high there are several. Nothing shows while the plot is hidden, empty
 or gone, its sample is missing, or the cursor is beyond the first or the last sample by more than half of their distance.

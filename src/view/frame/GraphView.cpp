@@ -11,6 +11,8 @@
 
 #include <QDebug>
 
+#include <algorithm>
+
 namespace {
 
 QMargins widest(const QMargins &a, const QMargins &b)
@@ -266,6 +268,9 @@ void GraphView::handlePlotVisibilityChanged()
         if (scale)
             scale->setPlots(visiblePlots);
     }
+    visiblePlots.erase(std::remove_if(visiblePlots.begin(), visiblePlots.end(),
+                                      [this](const AbstractPlot *plot) { return !isRead(*plot); }),
+                       visiblePlots.end());
     if (m_cursor)
         m_cursor->setPlots(visiblePlots);
     for (GraphCursor *cursor : qAsConst(m_cursors)) {

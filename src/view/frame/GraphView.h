@@ -58,6 +58,8 @@ protected:
     void stretch(QQuickItem *child, QQuickItem *over);
     // Room around the plot area besides that of the axes: the wider one counts on each side.
     virtual QMargins reservedMargins() const { return {}; }
+    // Whether cursors stop at its samples.
+    virtual bool isRead(const AbstractPlot &) const { return true; }
 
 protected slots:
     void updateChildren();

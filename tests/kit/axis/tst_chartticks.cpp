@@ -64,6 +64,7 @@ private slots:
     void times_data();
     void times();
     void anyRange();
+    void shortAxis();
     void minorTicks();
     void autoRange_data();
     void autoRange();
@@ -194,6 +195,21 @@ void tst_chartticks::anyRange()
                                  .arg(highest, 0, 'g', 17)
                                  .arg(request.length)
                                  .arg(wrong, plan.texts.join(' '))));
+    }
+}
+
+// Two texts where they fit, the usual ones where there is room for those, and else one.
+void tst_chartticks::shortAxis()
+{
+    TickRequest request = requestFor(ScaleKind::Linear, 10.6, 13.4, "V");
+    request.spacing = 28.0;
+    request.gap = 4.0;
+    request.extent = [](const QString &) { return 16.0; };
+    request.leastSpacing = 20.0;
+    for (const auto &[length, expected] :
+         {std::pair(200.0, "11.0 11.5 12.0 12.5 13.0"), {60.0, "11 12 13"}, {45.0, "12"}}) {
+        request.length = length;
+        QCOMPARE(planOf(request).texts.join(' '), QString(expected));
     }
 }
 

@@ -235,6 +235,70 @@ TestCase {
         });
     }
 
+    // Whose value is read: dot and value belong to each other wherever the line is, and where that sample is not in view
+    // there is no dot.
+    function test_dotOnSample_data() {
+        const rows = [{ body: "positions: [1, 6, 8]; values: [2, 8, 9]", at: 4, sample: 6, text: "8 V" },
+                      { body: "positions: [1, 6, 8]; values: [2, 8, 9]", at: 6, sample: 6, text: "8 V" },
+                      { body: "positions: [1, 6, 8]; values: [2, 8, 9]", at: 3, sample: 1, text: "2 V" }];
+        var all = [];
+        ["Points", "Line", "Steps", "Bars"].forEach(style => ["false", "true"].forEach(reversed => rows.forEach(row =>
+            all.push(Object.assign({ tag: style + " " + row.at + (reversed === "true" ? " reversed" : ""), style: style, reversed: reversed }, row)))));
+        return all;
+    }
+
+    function test_dotOnSample(data) {
+        var chart = createTemporaryQmlObject(`import QtQuick 2.15; import graph_kit 1.0; Chart { width: 640; height: 400; ChartCursor {}
+                                              ${data.reversed === "true" ? "axisX { minValue: 9; maxValue: 0 }" : ""}
+                                              Trace { values: [1, 2, 3, 4, 5, 6, 7, 8, 9, 10] }
+                                              Trace { id: events; unit: "V"; style: Trace.${data.style}; ${data.body} } }`, testCase);
+        waitForRendering(chart);
+        chart.cursor.posValue = data.at;
+        waitForRendering(chart);
+        wait(20);
+        const reading = Array.prototype.filter.call(chart.declaredCursor.children, child => child.wantedY !== undefined)[1], trace = chart.traces[1];
+        compare(reading.text, data.text);
+        fuzzyCompare(reading.crossingX, trace.mapToItemX(data.sample), 1);
+        fuzzyCompare(reading.crossingY, trace.mapToItemY(reading.reading), 1);
+        chart.showRange(data.at - 0.4, data.at + 0.4);
+        tryCompare(reading.children[1], "visible", data.at === data.sample);
+        compare(reading.text, data.text);
+    }
+
+    // Bands shade, and have nothing to read: no cursor, axis, colour or legend takes them for a trace.
+    function test_bandsAreNoTraces() {
+        var chart = createTemporaryQmlObject(`import QtQuick 2.15; import graph_plugin 1.0; import graph_kit 1.0; Chart {
+            width: 640; height: 400; ChartCursor {}
+            GraphBands { plotData: PlotRegions { regions: PlotRegion { begin: -2; end: 8; value: 1000; valid: true; name: "Charge" } } }
+            Trace { values: [1, 2, 3, 4, 5, 6, 7, 8, 9, 10] }
+            GraphPlot { plotStyle: GraphPlot.ScatterPlot; graphPoint: GraphPointReflections {}
+                        plotData: PlotPoints { xData: [1, 2]; yData: [2, 5] } } }`, testCase);
+        waitForRendering(chart);
+        chart.cursor.posValue = 5;
+        wait(20);
+        compare([chart.cursor.posValue, chart.traces.length, chart.axisX.minValue, chart.axisX.maxValue].join(), "5,2,0,9");
+        verify(chart.axisY.maxValue < 20);
+        compare(chart.traces[0].penColor, chart.colors.traceColors[0]);
+        const bands = find(chart, "labelPen"), point = chart.traces[1].graphPoint;
+        [Chart.Light, Chart.Dark].forEach(function (theme) {
+            chart.theme = theme;
+            compare([bands.labelPen, bands.penColor, point.labelColor].map(String).join(), Array(3).fill(String(chart.colors.textColor)).join());
+        });
+        bands.labelPen = "red";
+        chart.theme = Chart.Light;
+        compare(bands.labelPen, "#ff0000");
+    }
+
+    // Levels above a reference differ by dB, whatever the reference.
+    function test_differencesOfLevels() {
+        var chart = createTemporaryQmlObject("import graph_kit 1.0; Chart { width: 640; height: 400; Trace { values: [-20, -25.5] } }", testCase);
+        [["dBm", "dB"], ["dBuV", "dB"], ["dBFS", "dB"], ["dB", "dB"], ["dBW", "dB"], ["V", "V"]].forEach(function (pair) {
+            chart.traces[0].unit = pair[0];
+            compare(chart.formatDifferenceY(chart.traces[0], 5.5).split(" ").pop(), pair[1]);
+            compare(chart.formatY(chart.traces[0], 5.5).split(" ").pop(), pair[0] === "dBuV" ? "dBµV" : pair[0]);
+        });
+    }
+
     // Of charts with the same x: each on a sample of its own, which moves no other.
     function test_sharedCursor() {
         var body = " width: 640; height: 200; Trace { values: Array.from({ length: 100 }, (unused, i) => i); interval: %1 } }";
@@ -368,6 +432,26 @@ TestCase {
                 verify(rects[i].left >= rects[j].right || rects[i].right <= rects[j].left || rects[i].top >= rects[j].bottom
                        || rects[i].bottom <= rects[j].top, rects[i] + " " + rects[j]);
         }
+    }
+
+    // However wide the legend is: readings below it are beside their line, at either side of the plot.
+    function test_readingsBesideLine_data() {
+        return [{ tag: "right", at: 94, atRight: true }, { tag: "left", at: 6, atRight: false }];
+    }
+
+    function test_readingsBesideLine(data) {
+        var chart = createTemporaryQmlObject(`import QtQuick 2.15; import graph_kit 1.0; Chart {
+            width: 760; height: 560; axisY { minValue: -100; maxValue: 0 } legend.atRight: ${data.atRight}
+            ChartCursor { posValue: ${data.at} }
+            Repeater { model: 3; Trace { name: "Trace number " + index; unit: "dBm"; values: Array.from({ length: 101 }, (unused, i) => i === ${data.at} ? -70 : -95) } } }`, testCase);
+        waitForRendering(chart);
+        wait(50);
+        const cursor = chart.declaredCursor, readings = Array.prototype.filter.call(cursor.children, child => child.wantedY !== undefined && child.shown);
+        compare(readings.length, 3);
+        readings.forEach(function (readout) {
+            const chip = Array.prototype.find.call(readout.children, child => child.children.length > 1);
+            verify(Math.max(chip.x - cursor.posOnScreen, cursor.posOnScreen - chip.x - chip.width) < 12, chip.x + " beside " + cursor.posOnScreen);
+        });
     }
 
     // Over a bar, and whatever else there is in a view without a theme.

@@ -154,6 +154,10 @@ void addKitRows()
 #endif
     row("marker in no cursor", "GraphMarker \"marker\" is in no cursor",
         "Trace { values: [1, 2] } GraphMarker { id: marker } ");
+    row("marker beside markers", "GraphMarker \"marker\" is in a cursor, but not in its markers",
+        "Trace { values: [1, 2] } GraphCursor { GraphMarker { id: marker } }");
+    row("axis at no side", "ChartAxis \"middle\" has an alignment that is no side",
+        "Trace { values: [1, 2]; axisY: middle } ChartAxis { id: middle; alignment: Qt.AlignHCenter }");
     row("hold of nothing", "MaxHold \"hold\" has no source", "Trace { series: MaxHold { id: hold } }");
     row("little capacity",
         "StreamSeries \"data\" keeps 5 samples, that is 0.5 s, where follow shows 10 s: write "
