@@ -124,6 +124,15 @@ QString CursorPosition::textOf(const GraphCursor &cursor) const
                                  : data->formattedXValue(cursor.posValue());
 }
 
+// In a low chart it would hide the trace: it is over the numbers of the axis there.
+bool CursorPosition::isBelow(const QSizeF &box) const
+{
+    constexpr double leastRows = 6.0;
+    const double height = around()->height();
+    const double bottom = chart() ? around()->mapToItem(chart(), {0.0, height}).y() : 0.0;
+    return chart() && height < leastRows * box.height() && bottom + 1.0 + box.height() <= chart()->height();
+}
+
 void CursorPosition::place(const GraphCursor &cursor)
 {
     const QSizeF size(odd(label()->implicitWidth() + marginX), odd(label()->implicitHeight() + marginY));
@@ -139,6 +148,10 @@ void CursorPosition::place(const GraphCursor &cursor)
         return;
     }
     const double x = within(line - (size.width() - 1.0) / 2.0, area.width() - size.width());
+    if (isBelow(size)) {
+        box()->setPosition({x, area.height() + 1.0});
+        return;
+    }
     double floor = area.height();
     for (const QVariant &obstacle : qAsConst(m_obstacles)) {
         const QRectF other = obstacle.toRectF();

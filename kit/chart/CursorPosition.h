@@ -46,6 +46,7 @@ signals:
 
 private:
     QString textOf(const GraphCursor &cursor) const;
+    bool isBelow(const QSizeF &box) const;
     void place(const GraphCursor &cursor);
     void updateEmpty();
 

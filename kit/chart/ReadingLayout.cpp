@@ -61,11 +61,14 @@ QVector<ReadingLayout::Columns> ReadingLayout::families(double widest) const
     return families;
 }
 
-// At the right of the line if there is room.
+// At the right of the line if there is room; across the line where neither side has any.
 ReadingLayout::Columns ReadingLayout::sides(double widest) const
 {
     const Column right{m_line + gapRight, true};
     const Column left{m_line - gapLeft, false};
+    const Column across{m_area.width() - widest, true};
+    if (!isInside(right, widest) && !isInside(left, widest))
+        return {across, across};
     return !isInside(right, widest) && isInside(left, widest) ? Columns{left, right} : Columns{right, left};
 }
 
