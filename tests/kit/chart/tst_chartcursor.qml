@@ -454,6 +454,25 @@ TestCase {
         });
     }
 
+    // Of a chart with little room: its tag is below the trace, and all of its reading is beside or across the line.
+    function test_smallChart_data() {
+        return [[200, 150, 5], [200, 150, 42], [160, 120, 30], [240, 130, 55]].map(row => ({ tag: row.join(), width: row[0], height: row[1], at: row[2] }));
+    }
+
+    function test_smallChart(data) {
+        var chart = createTemporaryQmlObject(`import QtQuick 2.15; import graph_kit 1.0; Chart {
+            width: ${data.width}; height: ${data.height}; ChartCursor { posValue: ${data.at} }
+            Trace { unit: "l/s"; values: Array.from({ length: 61 }, (unused, i) => 0.002 + 0.0002 * Math.sin(i / 5)) } }`, testCase);
+        waitForRendering(chart);
+        wait(50);
+        const parts = Array.prototype.slice.call(chart.declaredCursor.children), readout = parts.find(child => child.wantedY !== undefined);
+        const chip = Array.prototype.find.call(readout.children, child => child.children.length > 1);
+        const tag = parts.find(child => child.tagInset !== undefined).children[1], place = chip.mapToItem(chart, 0, 0);
+        verify(place.x >= 0 && place.x + chip.width <= data.width && place.y >= 0, place + " " + chip.width);
+        verify(tag.y >= chart.plotArea.height, tag.y);
+        verify(tag.mapToItem(chart, 0, tag.height).y <= data.height);
+    }
+
     // Over a bar, and whatever else there is in a view without a theme.
     function test_readableAnywhere() {
         var view = make(plain);
