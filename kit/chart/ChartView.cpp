@@ -3,11 +3,15 @@
 #include "common/SceneExit.h"
 #include "cursors/GraphCursor.h"
 #include "kit/axis/ChartAxis.h"
+#include "kit/chart/ChartAxes.h"
 #include "kit/chart/ChartCursors.h"
+#include "kit/chart/ChartPlots.h"
+#include "kit/chart/ChartRoom.h"
 #include "kit/chart/ChartTheme.h"
 #include "kit/chart/ChartZoom.h"
 #include "kit/chart/CursorSwitches.h"
 #include "kit/chart/LegendSwitches.h"
+#include "kit/chart/ThemeChoice.h"
 #include "kit/chart/ZoomSwitches.h"
 #include "kit/data/NumberList.h"
 #include "kit/data/Store.h"
@@ -25,6 +29,8 @@
 namespace graph {
 
 namespace {
+
+static_assert(int(ChartView::Dark) == ThemeChoice::Dark && int(ChartView::Light) == ThemeChoice::Light);
 
 // The part of the extent that a zoom can show: small enough for ten samples of a day, and so large that
 // moving it by a pixel is no matter of rounding.

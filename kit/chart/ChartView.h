@@ -2,14 +2,10 @@
 
 #include "common/Export.h"
 #include "kit/chart/Backdrop.h"
-#include "kit/chart/ChartAxes.h"
 #include "kit/chart/ChartExport.h"
-#include "kit/chart/ChartPlots.h"
-#include "kit/chart/ChartRoom.h"
 #include "kit/chart/LegendPlace.h"
-#include "kit/chart/ReadingTexts.h"
-#include "kit/chart/ThemeChoice.h"
 #include "kit/chart/PartColors.h"
+#include "kit/chart/ReadingTexts.h"
 #include "kit/chart/TraceColors.h"
 #include "view/frame/GraphView.h"
 
@@ -25,11 +21,15 @@ Q_MOC_INCLUDE("kit/chart/ZoomSwitches.h")
 
 namespace graph {
 
+class ChartAxes;
 class ChartAxis;
+class ChartPlots;
+class ChartRoom;
 class ChartTheme;
 class ChartZoom;
 class CursorSwitches;
 class LegendSwitches;
+class ThemeChoice;
 class ZoomSwitches;
 
 // A chart that needs nothing but traces: it brings together its axes, its plots, which may come and go at any time, and
@@ -63,7 +63,7 @@ class GRAPH_CHARTS_EXPORT ChartView : public GraphView, public BackdropSource
     Q_PROPERTY(QQuickItem *flickable READ flickable WRITE setFlickable NOTIFY flickableChanged)
 
 public:
-    enum Theme : int { Dark = ThemeChoice::Dark, Light = ThemeChoice::Light };
+    enum Theme : int { Dark, Light };
     Q_ENUM(Theme)
 
     explicit ChartView(QQuickItem *parent = nullptr);

@@ -2,8 +2,11 @@
 
 #include "cursors/GraphCursor.h"
 #include "cursors/GraphMarker.h"
+#include "kit/chart/DataChecks.h"
 #include "kit/data/ItemName.h"
+#include "kit/data/StreamData.h"
 #include "kit/plots/ColorScale.h"
+#include "kit/plots/DataExtent.h"
 #include "kit/plots/WaterfallPlot.h"
 #include "plots/HeatmapPlot.h"
 #include "view/frame/GraphView.h"
@@ -115,6 +118,22 @@ void lookAt(const QQuickItem &item, const GraphView *around, Look *look)
         lookAt(*child, around, look);
 }
 
+// Nothing where the data may still come as far.
+QString beyondData(const GraphMarker &marker)
+{
+    const PlotData *data = marker.primarySeries();
+    if (!marker.awaitedValue() || !data || !hasSamples(*data) || qobject_cast<const StreamData *>(data) ||
+        !data->dbusAddress().isEmpty())
+        return {};
+    const MinMax x = extentX(*data);
+    return QStringLiteral(
+               "has a posValue of %1, where %2 has no sample, and is not drawn: write one from %3 to %4")
+        .arg(*marker.awaitedValue())
+        .arg(nameOf(data))
+        .arg(x.min)
+        .arg(x.max);
+}
+
 // A marker is an object of the cursor whose list it is in.
 void lookAtMarkers(const GraphView &view, QVector<Finding> *findings)
 {
@@ -133,6 +152,8 @@ void lookAtMarkers(const GraphView &view, QVector<Finding> *findings)
             findings->append(
                 {marker, QStringLiteral("has a posValue and is not drawn: write visible: true in it, or "
                                         "visible: false if that is meant")});
+        else if (const QString text = marker ? beyondData(*marker) : QString(); !text.isEmpty())
+            findings->append({marker, text});
     }
     const auto tellOfOthers = [&](const QObject &parent, const QString &text) {
         const auto markers = parent.findChildren<GraphMarker *>(QString(), Qt::FindDirectChildrenOnly);

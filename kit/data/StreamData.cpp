@@ -9,6 +9,7 @@
 
 #include <QDateTime>
 #include <QCoreApplication>
+#include <QThread>
 #include <QTimerEvent>
 
 #include <utility>
@@ -37,6 +38,8 @@ StreamData::StreamData(QObject *parent)
 
 void StreamData::setCapacity(int capacity)
 {
+    if (!isOnOwnThread("setCapacity()"))
+        return;
     if (capacity < 1) {
         tellOnce(
             this, "capacity",
@@ -55,7 +58,7 @@ void StreamData::setCapacity(int capacity)
 
 void StreamData::setHeld(bool held)
 {
-    if (m_held == held)
+    if (m_held == held || !isOnOwnThread("setHeld()"))
         return;
     const SampleHistory former = history();
     m_held = held;
@@ -66,6 +69,8 @@ void StreamData::setHeld(bool held)
 
 void StreamData::clear()
 {
+    if (!isOnOwnThread("clear()"))
+        return;
     const SampleHistory former = history();
     clearStore();
     announce(former);
@@ -132,6 +137,25 @@ QVector<double> StreamData::numbersOf(const QJSValue &values)
             this, "list",
             QStringLiteral("is given samples that are no list, and ignores them: write append([1, 2, 3])"));
     return numbers.value_or(QVector<double>());
+}
+
+bool StreamData::isOnOwnThread(const char *call)
+{
+    if (QThread::currentThread() == thread())
+        return true;
+    // From where documents can be asked for the object's name and place.
+    if (!m_foreignCallTold.exchange(true))
+        QMetaObject::invokeMethod(
+            this,
+            [this, call] {
+                tell(this,
+                     QStringLiteral(
+                         "gets %1 from another thread, and ignores it: that thread may call push(), and "
+                         "anything else through QMetaObject::invokeMethod()")
+                         .arg(QLatin1String(call)));
+            },
+            Qt::QueuedConnection);
+    return false;
 }
 
 bool StreamData::admitPush(int count)

@@ -55,6 +55,9 @@ protected:
     // What a document appends: a list or a single number.
     QVector<double> numbersOf(const QJSValue &values);
 
+    // Whether a call comes from the object's own thread. Of others, which are to be ignored, it tells once.
+    bool isOnOwnThread(const char *call);
+
     // For the thread that pushes.
     bool admitPush(int count);
     void announcePush();
@@ -66,6 +69,7 @@ private:
     OneThread m_pusher;
     std::atomic<bool> m_pushAnnounced{false};
     std::atomic<bool> m_refusalTold{false};
+    std::atomic<bool> m_foreignCallTold{false};
     QBasicTimer m_takeTimer; // while samples keep coming
     int m_takes = 0;         // one after the other that found some
     qint64 m_dropped = 0;

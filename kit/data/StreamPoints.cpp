@@ -150,6 +150,8 @@ void StreamPoints::append(const QJSValue &xs, const QJSValue &ys)
 
 void StreamPoints::append(const double *xs, const double *ys, int count)
 {
+    if (!isOnOwnThread("append()"))
+        return;
     const SampleHistory former = history();
     appendLive(count, [xs, ys](qint64 i) { return QPointF(xs[i], ys[i]); });
     announce(former);

@@ -148,6 +148,8 @@ void StreamSeries::takeServedPlace()
 */
 void StreamSeries::setInterval(double interval)
 {
+    if (!isOnOwnThread("setInterval()"))
+        return;
     m_hasInterval = true;
     applyInterval(interval);
 }
@@ -171,6 +173,8 @@ void StreamSeries::applyInterval(double interval)
 */
 void StreamSeries::setStart(double start)
 {
+    if (!isOnOwnThread("setStart()"))
+        return;
     m_hasStart = true;
     m_writtenStart = start;
     if (this->start() == start)
@@ -201,6 +205,8 @@ void StreamSeries::append(const QJSValue &values)
 
 void StreamSeries::append(const double *values, int count)
 {
+    if (!isOnOwnThread("append()"))
+        return;
     const SampleHistory former = history();
     appendLive(values, count);
     announce(former);

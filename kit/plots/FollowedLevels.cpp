@@ -4,6 +4,16 @@
 
 namespace graph {
 
+bool FollowedLevels::writeFrom(const std::optional<double> &level)
+{
+    return write(&m_writtenFrom, level);
+}
+
+bool FollowedLevels::writeTo(const std::optional<double> &level)
+{
+    return write(&m_writtenTo, level);
+}
+
 bool FollowedLevels::write(std::optional<double> *end, const std::optional<double> &level)
 {
     *end = level;

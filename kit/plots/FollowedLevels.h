@@ -15,8 +15,8 @@ public:
     const WaterfallLevels &levels() const { return m_levels; }
 
     // Without a level the end follows again, from the next levels on. Each is false when the ends stay the same.
-    bool writeFrom(const std::optional<double> &level) { return write(&m_writtenFrom, level); }
-    bool writeTo(const std::optional<double> &level) { return write(&m_writtenTo, level); }
+    bool writeFrom(const std::optional<double> &level);
+    bool writeTo(const std::optional<double> &level);
     // An end that has to give way goes a little farther, so that noise does not move it with each row: all rows have to
     // be coloured again.
     bool see(const MinMax &levels);

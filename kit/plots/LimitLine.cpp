@@ -20,6 +20,12 @@ namespace {
 constexpr double aroundItem = 16.0; // pixels
 constexpr double farthest = std::numeric_limits<double>::max();
 
+bool isNumber(const QVariant &value)
+{
+    const int type = value.userType();
+    return type == QMetaType::Int || type == QMetaType::Double || type == QMetaType::Float;
+}
+
 } // namespace
 
 /*!
@@ -38,7 +44,7 @@ constexpr double farthest = std::numeric_limits<double>::max();
     \qmlproperty list<real> LimitLine::values
     The points of the line in units of the axes, in any order; between them it is straight on the screen, also
     on a logarithmic axis. Beside it there is no limit, nor where a value is NaN; two points at one position
-    are a jump. One value without positions holds everywhere. Empty by default.
+    are a jump. One value without positions, a number or a list of one, holds everywhere. Empty by default.
 */
 LimitLine::LimitLine(QQuickItem *parent)
     : GraphPlot(parent)
@@ -72,7 +78,8 @@ void LimitLine::setPositions(const QVariant &positions)
 
 void LimitLine::setValues(const QVariant &values)
 {
-    m_values = numberListOf(this, "values", values).value_or(QVector<double>());
+    m_values = isNumber(values) ? QVector<double>{values.toDouble()}
+                                : numberListOf(this, "values", values).value_or(QVector<double>());
     applyLimit();
     emit valuesChanged();
 }

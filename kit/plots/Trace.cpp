@@ -156,7 +156,7 @@ PlotData *Trace::series() const
     return m_source->series();
 }
 
-void Trace::setSeries(PlotData *series)
+void Trace::useSeries(PlotData *series)
 {
     if (m_source->setSeries(series))
         emit seriesChanged();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "data/PlotData.h"
+#include "kit/data/DataInput.h"
 #include "kit/plots/DataExtent.h"
 #include "plots/GraphPlot.h"
 
@@ -21,7 +22,7 @@ class GRAPH_CHARTS_EXPORT Trace : public GraphPlot, public ExtentSource
     Q_PROPERTY(double interval READ interval WRITE setInterval NOTIFY intervalChanged)
     Q_PROPERTY(QVariant start READ start WRITE setStart NOTIFY startChanged)
     Q_PROPERTY(QVariant positions READ positions WRITE setPositions NOTIFY positionsChanged)
-    Q_PROPERTY(PlotData *series READ series WRITE setSeries NOTIFY seriesChanged)
+    Q_PROPERTY(QObject *series READ givenSeries WRITE giveSeries NOTIFY seriesChanged)
     Q_PROPERTY(QString address READ address WRITE setAddress NOTIFY addressChanged)
     Q_PROPERTY(QString name READ name WRITE setName NOTIFY nameChanged)
     Q_PROPERTY(QString unit READ unit WRITE setUnit NOTIFY unitChanged)
@@ -61,7 +62,10 @@ public:
     void setPositions(const QVariant &positions);
     void setPositions(const QVector<double> &positions);
     void setPositions(std::initializer_list<double> positions) { setPositions(QVector<double>(positions)); }
-    void setSeries(PlotData *series);
+    void setSeries(PlotData *series) { giveSeries(series); }
+    // Data, or a plot.
+    QObject *givenSeries() const { return m_input.given(); }
+    void giveSeries(QObject *series) { m_input.give(series); }
     void setAddress(const QString &address);
     void setName(const QString &name);
     void setUnit(const QString &unit);
@@ -125,7 +129,13 @@ private:
     void draw(TraceCanvas &canvas, const PixelMapping &mapping, const QRectF &visible) const;
     bool takesGeometry() const;
 
+    void useSeries(PlotData *series);
+
     std::unique_ptr<TraceSource> m_source;
+    DataInput m_input{this, "series", [this](PlotData *series) {
+                          useSeries(series);
+                          return true;
+                      }};
     QColor m_defaultColor{Qt::black};
     int m_lineWidth = 2;
     int m_defaultLineWidth = 2;

@@ -68,8 +68,8 @@ bool TraceSource::setStart(double start)
 
 /*!
     \qmlproperty PlotData Trace::series
-    A data object of any kind, null by default. What it says of itself, such as its units, stays as it is;
-    only where it has no unit it takes that of the trace.
+    A data object of any kind, or another Trace or plot, whose data it then shows; null by default. What the data say of
+    themselves, such as their units, stays as it is; only where they have no unit they take that of the trace.
 */
 bool TraceSource::setSeries(PlotData *series)
 {

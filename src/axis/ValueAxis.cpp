@@ -95,6 +95,11 @@ void ValueAxis::handleValueRangeChanged()
     emit visibleRangeChanged();
 }
 
+void ValueAxis::forgetTexts()
+{
+    m_texts.clear();
+}
+
 void ValueAxis::setScaleKind(graph::ScaleKind kind)
 {
     if (kind == m_range.scaleKind())

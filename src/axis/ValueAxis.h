@@ -244,7 +244,7 @@ protected:
     // What there is to draw in a plot area.
     virtual graph::TickSet tickSet(const QRectF &rect);
     // To be called when a tick has another text than in the last repaint.
-    void forgetTexts() { m_texts.clear(); }
+    void forgetTexts();
 
 private:
     bool isRangeHeld() const;

@@ -64,6 +64,8 @@ public:
     bool isVisible() const { return m_visible; }
     // Whether visible was written, be it false.
     bool hasWrittenVisible() const { return m_hasWrittenVisible; }
+    // A written value that the data do not reach; the marker is hidden.
+    std::optional<double> awaitedValue() const { return m_awaitedValue; }
     bool showDelta() const { return m_showDelta; }
     int deltaY() const { return m_deltaY; }
     QQuickItem *label() const { return m_label; }

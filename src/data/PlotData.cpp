@@ -3,6 +3,8 @@
 #include "axis/ValueAxis.h"
 #include "common/ObjectCounter.h"
 
+#include <QDebug>
+#include <QThread>
 #include <QTimerEvent>
 
 #include <cmath>
@@ -321,6 +323,16 @@ void PlotData::setActive(bool active)
         emit sgnActiveChanged();
 }
 
+QString PlotData::xUnits() const
+{
+    return m_x.units();
+}
+
+QString PlotData::yUnits() const
+{
+    return m_y.units();
+}
+
 /*!
     \qmlmethod string PlotData::formattedXValue(double x)
     \qmlmethod string PlotData::formattedYValue(double y)
@@ -358,8 +370,27 @@ QString PlotData::formattedYValueByPosIndex(int posIndex) const
 void PlotData::emitPlotChanged()
 {
     // A pending timer is kept: one that is started again at every change would wait for as long as they come.
-    if (m_plotChangedTimer == 0)
+    if (m_plotChangedTimer != 0)
+        return;
+    if (QThread::currentThread() == thread())
         m_plotChangedTimer = startTimer(0, Qt::CoarseTimer);
+    else
+        tellOfThread();
+}
+
+// Once, where an object's name may be read: a thread that goes on would fill the log.
+void PlotData::tellOfThread()
+{
+    if (m_isToldOfThread.exchange(true))
+        return;
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            qWarning() << this
+                       << "is changed by another thread, and does not show that: have it changed in its own, "
+                          "with QMetaObject::invokeMethod()";
+        },
+        Qt::QueuedConnection);
 }
 
 void PlotData::timerEvent(QTimerEvent *event)
@@ -381,6 +412,11 @@ void PlotData::connectOrnItem(const QString &key)
 void PlotData::connectOrnVecDoubleItem(const QString &key)
 {
     m_bus.followVector(key);
+}
+
+void PlotData::connectOrnVecDoubleItem(const QString &key, const BusBinding::Sink &sink)
+{
+    m_bus.followVector(key, sink);
 }
 
 // QML may call the two handlers itself: then there is no sender, or another one.

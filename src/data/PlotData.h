@@ -12,6 +12,7 @@
 #include <QRectF>
 #include <QVector>
 
+#include <atomic>
 #include <iosfwd>
 
 class QDataStream;
@@ -93,8 +94,8 @@ public:
     double yRangeBegin() const { return m_y.rangeBegin; }
     double xRangeEnd() const { return m_x.rangeEnd; }
     double yRangeEnd() const { return m_y.rangeEnd; }
-    QString xUnits() const { return m_x.units(); }
-    QString yUnits() const { return m_y.units(); }
+    QString xUnits() const;
+    QString yUnits() const;
     BaseFormatter *xFormatter() const { return m_x.formatter; }
     BaseFormatter *yFormatter() const { return m_y.formatter; }
     ValueAxis *axisX() const;
@@ -162,10 +163,7 @@ protected:
     void connectOrnItem(const QString &key);
     void connectOrnVecDoubleItem(const QString &key);
     // Without a property: the array is given to the sink.
-    void connectOrnVecDoubleItem(const QString &key, const BusBinding::Sink &sink)
-    {
-        m_bus.followVector(key, sink);
-    }
+    void connectOrnVecDoubleItem(const QString &key, const BusBinding::Sink &sink);
 
     // Equal objects are of the same kind: the class that holds the data, because an object that QML made may
     // have a class and a meta-object of its own.
@@ -180,6 +178,8 @@ protected slots:
     void handleOrnVecDoubleItemChanged();
 
 private:
+    void tellOfThread();
+
     friend QDataStream &operator<<(QDataStream &stream, const PlotData &data);
     friend QDataStream &operator>>(QDataStream &stream, PlotData &data);
 
@@ -192,6 +192,7 @@ private:
     int m_plotChangedTimer = 0;
     bool m_usePointsAsSegments = false;
     bool m_active = false;
+    std::atomic<bool> m_isToldOfThread{false};
 };
 
 QTextStream &operator<<(QTextStream &stream, const PlotData &data);

@@ -36,6 +36,32 @@ if(NOT CROSS)
   list(APPEND programs ${BUILD}/publisher)
 endif()
 
+# Whatever a program can call through the headers is in the libraries, of which a release shows the exported part only. What
+# is declared without being exported is taken for hidden here, too, and functions that are inline are compiled as well.
+if(NOT CROSS)
+  set(include_dir ${PREFIX}/include/graph_charts)
+  file(GLOB_RECURSE headers RELATIVE ${include_dir} ${include_dir}/*.h)
+  set(foreign)
+  set(own)
+  foreach(header ${headers})
+    file(STRINGS ${include_dir}/${header} exports REGEX "GRAPH_[A-Z]+_EXPORT")
+    file(STRINGS ${include_dir}/${header} includes REGEX "^#include <")
+    list(APPEND foreign ${includes})
+    if(exports)
+      list(APPEND own "#include <${header}>")
+    endif()
+  endforeach()
+  list(REMOVE_DUPLICATES foreign)
+  list(JOIN foreign "\n" foreign)
+  list(JOIN own "\n" own)
+  file(WRITE ${BUILD}/headers.cpp "${foreign}\n#pragma GCC visibility push(hidden)\n${own}\n")
+  must_succeed(pkg-config --cflags --libs graph-charts)
+  string(STRIP "${output}" flags)
+  separate_arguments(flags)
+  must_succeed(${CXX} -std=c++17 -fPIC -shared -fkeep-inline-functions -Wl,--no-undefined ${BUILD}/headers.cpp
+    -o ${BUILD}/headers.so ${flags})
+endif()
+
 # How timeout ends a program that has not ended by itself.
 set(stopped 124)
 set(ENV{QML2_IMPORT_PATH} ${PREFIX}/${QML_DIR}${QT_QML_DIR})

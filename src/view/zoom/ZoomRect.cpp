@@ -99,6 +99,16 @@ void ZoomRect::emitRectChanged()
     emit rectChanged(rect);
 }
 
+void ZoomRect::updateFlickableContentWidth()
+{
+    m_contentX.setSize(contentWidth(), parentItem());
+}
+
+void ZoomRect::updateFlickableContentHeight()
+{
+    m_contentY.setSize(contentHeight(), parentItem());
+}
+
 void ZoomRect::updateFlickableContentX()
 {
     if (!isFlick())

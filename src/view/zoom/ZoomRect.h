@@ -66,8 +66,8 @@ public:
     bool setChanging(bool changing);
     void emitRectChanged();
 
-    void updateFlickableContentWidth() { m_contentX.setSize(contentWidth(), parentItem()); }
-    void updateFlickableContentHeight() { m_contentY.setSize(contentHeight(), parentItem()); }
+    void updateFlickableContentWidth();
+    void updateFlickableContentHeight();
     void updateFlickableContentX();
     void updateFlickableContentY();
 

@@ -207,6 +207,12 @@ void addKitRows()
         "follow: 10; axisX.maxValue: 5; Trace { values: [1, 2] }");
     row("marker that is not drawn", "GraphMarker \"m\" has a posValue and is not drawn: write visible: true",
         "Trace { values: [1, 2] } GraphCursor { markers: GraphMarker { id: m; posValue: 1 } }");
+    row("marker beyond the data",
+        "GraphMarker \"m\" has a posValue of 99, where PlotSeries of Trace \"level\" has no sample, and is "
+        "not drawn: write one from "
+        "0 to 1",
+        "Trace { name: 'level'; values: [1, 2] } GraphCursor { markers: GraphMarker { id: m; posValue: 99; "
+        "visible: true } }");
     row("marker that is hidden", "",
         "Trace { values: [1, 2] } GraphCursor { markers: GraphMarker { posValue: 1; visible: false } }");
     row("axis of another chart", "Trace \"b\" has axisX of ChartView \"other\" as its axis",

@@ -355,6 +355,34 @@ private slots:
         QTRY_COMPARE(handedOver.size(), 2);
     }
 
+    // Which may push, and nothing else.
+    void otherThreadIsTold()
+    {
+        StreamSeries series;
+        StreamPoints points;
+        PlotSeries plain;
+        series.setObjectName("pressure");
+        std::thread([&] {
+            for (int i = 0; i < 3; ++i) {
+                series.append(1.0);
+                series.setInterval(2 + i);
+                points.append(i, i);
+                points.clear();
+                plain.setYData({double(i)});
+            }
+        }).join();
+        for (const char *message :
+             {"\"pressure\" gets append\\(\\) from another thread, and ignores it: .* push",
+              "StreamPoints gets append\\(\\)", "PlotSeries.* is changed by another thread"})
+            QTest::ignoreMessage(QtWarningMsg, QRegularExpression(message));
+        QCoreApplication::processEvents();
+        QCOMPARE(series.size() + points.size(), 0);
+        QCOMPARE(series.interval(), 1.0);
+        QSignalSpy changed(&plain, SIGNAL(plotChanged()));
+        plain.setYData({1, 2});
+        QTRY_COMPARE(changed.count(), 1);
+    }
+
     void inFewWordsFromPrograms()
     {
         StreamSeries series(0.5, 2);

@@ -98,7 +98,7 @@ private slots:
             PlotSeries { id: spectrum; yData: [10, 40, 20] }
             LimitLine {
                 id: line; width: 101; height: 101; axisX: horizontal; axisY: vertical; lineWidth: 1
-                series: spectrum; values: [50]; name: 'ceiling'
+                series: spectrum; values: 50; name: 'ceiling'
             }
         })");
         auto *line = document.object<LimitLine>("line");

@@ -38,6 +38,10 @@ private slots:
             << QByteArray("positions: [new Date(1500), new Date(Date.UTC(1970, 0, 2))]; values: [1, 5]")
             << "1.5,1 86400,5";
         QTest::newRow("series") << QByteArray("series: given") << "0,7 1,8";
+        QTest::newRow("series of a trace") << QByteArray("series: Trace { series: later; PlotSeries { id: "
+                                                         "later; yData: [3] } Component.onCompleted: "
+                                                         "series = given }")
+                                           << "0,7 1,8";
         QTest::newRow("series no longer")
             << QByteArray("series: given; Component.onCompleted: series = null") << "";
         QTest::newRow("as data") << QByteArray("plotData: given") << "0,7 1,8";
