@@ -209,8 +209,7 @@ void addKitRows()
         "Trace { values: [1, 2] } GraphCursor { markers: GraphMarker { id: m; posValue: 1 } }");
     row("marker beyond the data",
         "GraphMarker \"m\" has a posValue of 99, where PlotSeries of Trace \"level\" has no sample, and is "
-        "not drawn: write one from "
-        "0 to 1",
+        "not drawn: write one from 0 to 1",
         "Trace { name: 'level'; values: [1, 2] } GraphCursor { markers: GraphMarker { id: m; posValue: 99; "
         "visible: true } }");
     row("marker that is hidden", "",
