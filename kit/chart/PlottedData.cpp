@@ -36,13 +36,17 @@ DataExtent extentBetween(const AbstractPlot *plot, const Span &x)
 
 } // namespace
 
+// Bands are shown whole only where there is nothing else.
 QList<AbstractPlot *> PlottedData::plotsOn(const ValueAxis *axis) const
 {
     QList<AbstractPlot *> found;
     std::copy_if(m_plots.begin(), m_plots.end(), std::back_inserter(found), [axis](const AbstractPlot *plot) {
-        return plot && plot->isVisible() && !isShading(*plot) &&
-               (plot->axisX() == axis || plot->axisY() == axis);
+        return plot && plot->isVisible() && (plot->axisX() == axis || plot->axisY() == axis);
     });
+    const auto firstShading = std::stable_partition(
+        found.begin(), found.end(), [](const AbstractPlot *plot) { return !isShading(*plot); });
+    if (firstShading != found.begin())
+        found.erase(firstShading, found.end());
     return found;
 }
 

@@ -287,6 +287,8 @@ TestCase {
         bands.labelPen = "red";
         chart.theme = Chart.Light;
         compare(bands.labelPen, "#ff0000");
+        chart.traces.forEach(trace => trace.visible = false);
+        tryVerify(() => chart.axisY.maxValue >= 1000);
     }
 
     // Levels above a reference differ by dB, whatever the reference.
