@@ -412,7 +412,7 @@ void tst_stamps::linesSideBySideAreOneImage()
         }
         return all;
     };
-    QTEST(areas("cursor").size(), "images");
+    QTEST(int(areas("cursor").size()), "images");
     QFETCH(int, lines);
     const QVector<int> shown = areas("cursor");
     const int pixels = std::accumulate(shown.begin(), shown.end(), 0);
