@@ -37,7 +37,7 @@ function opposite(color) {
     return contrast(color, black) > contrast(color, white) ? black : white;
 }
 
-// On which a text of this colour can be read, whatever is below.
+// On which a text of this colour can be read above anything.
 function behind(color) {
     return translucent(opposite(color), 0.7);
 }

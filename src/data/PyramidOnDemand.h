@@ -8,7 +8,7 @@ namespace graph {
 
 // Answers the extremes of ranges of one array, which does not change, and decides when a pyramid over it pays.
 // Building one takes about as long as reading the array once. Who asks for the extremes of most of it gets one at
-// once: they are read anyway, and whoever comes next need not read them again. Of smaller ranges, such as the
+// once: they are read anyway, and the next to ask need not read them again. Of smaller ranges, such as the
 // pixel columns of a plot, each sample is read once first: data that changes before each paint never pays for a
 // pyramid, data that is panned and zoomed has it from the second paint on.
 class PyramidOnDemand
