@@ -198,7 +198,6 @@ void GraphBands::paintShape(QPainter *painter, const Band &band) const
 
 void GraphBands::paintLabels(QPainter *painter, const QVector<Band> &bands)
 {
-    prepareTexts(painter->deviceTransform());
     QVector<Band> named;
     std::copy_if(bands.cbegin(), bands.cend(), std::back_inserter(named),
                  [](const Band &band) { return !band.region->name().isEmpty(); });
@@ -219,17 +218,11 @@ void GraphBands::paintLabels(QPainter *painter, const QVector<Band> &bands)
     painter->setFont(labelFont());
     painter->setPen(labelPen());
     for (int i = 0; i < named.size(); ++i) {
-        if (!places[i].isNull())
-            painter->drawStaticText(places[i].topLeft().toPoint(), named[i].region->staticText());
+        if (places[i].isNull())
+            continue;
+        // Not the region's: a font engine that it keeps goes with the thread that painted it first.
+        QStaticText text(named[i].region->name());
+        text.setTextFormat(Qt::PlainText);
+        painter->drawStaticText(places[i].topLeft().toPoint(), text);
     }
-}
-
-void GraphBands::prepareTexts(const QTransform &transform)
-{
-    if (m_preparedRegions == regions() && m_preparedTransform == transform && m_preparedFont == labelFont())
-        return;
-    m_preparedRegions = regions();
-    m_preparedTransform = transform;
-    m_preparedFont = labelFont();
-    regions()->prepareStaticText(transform, labelFont());
 }

@@ -4,8 +4,6 @@
 #include "plots/RegionPlot.h"
 
 #include <QImage>
-#include <QPointer>
-#include <QTransform>
 
 #include <atomic>
 
@@ -71,14 +69,10 @@ private:
     QVector<Band> bands(const graph::PixelMapping &mapping) const;
     void paintShape(QPainter *painter, const Band &band) const;
     void paintLabels(QPainter *painter, const QVector<Band> &bands);
-    void prepareTexts(const QTransform &transform);
 
     int m_lineWidth = 1;
     bool m_renderToImage = false;
     QImage m_image;
     Look m_imageLook;
     std::atomic<bool> m_dataChanged{true}; // paint may run on another thread
-    QPointer<PlotRegions> m_preparedRegions;
-    QTransform m_preparedTransform;
-    QFont m_preparedFont;
 };
