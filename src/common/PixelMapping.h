@@ -64,7 +64,7 @@ public:
     // Of the axis, where the next column begins.
     double columnBorder(int column) const { return m_x.border(column); }
     int row(double value) const { return m_y.pixel(value); }
-    int roundedRow(double value) const { return m_y.roundedPixel(value); }
+    int roundedLinearRow(double value) const { return m_y.roundedLinearPixel(value); }
 
 private:
     PixelScale m_x;

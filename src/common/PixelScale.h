@@ -57,7 +57,7 @@ public:
     int pixel(double value) const { return pixelAt(m_scale.place(value)); }
     // Of a linear scale, without asking for its kind.
     int linearPixel(double value) const { return pixelAt(m_scale.linearPlace(value)); }
-    int roundedPixel(double value) const { return graph::roundedPixel(m_scale.place(value)); }
+    int roundedLinearPixel(double value) const { return graph::roundedPixel(m_scale.linearPlace(value)); }
 
     // Whether pixel(value) <= last on a linear scale, for searches: what does not depend on the value is known
     // beforehand.
@@ -114,7 +114,11 @@ private:
         // every item.
         constexpr double wholeNumbers = 6755399441055744.0; // 1.5 * 2^52
         const double whole = (coordinate + wholeNumbers) - wholeNumbers;
-        return coordinate - m_rounding <= whole && whole <= coordinate + m_rounding ? whole : coordinate;
+        // One comparison, not one for each side: a processor guesses the side wrong every second time.
+        const double way = whole - coordinate;
+        const double beyond = coordinate + std::copysign(m_rounding, way) - whole;
+        const bool isNear = beyond * way >= 0.0;
+        return isNear ? whole : coordinate;
     }
 
     Scale m_scale;

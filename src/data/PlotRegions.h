@@ -46,7 +46,9 @@ public:
 
     // Sorts by begin.
     void sort();
-    // Lays out the names of these regions and of those that are appended later.
+    // Lays out the names of these regions and of those that are appended later, for code of an application that draws
+    // PlotRegion::staticText() itself, in the thread that called this. Plots paint in threads of their windows and lay out
+    // the names there.
     void prepareStaticText(const QTransform &transform, const QFont &font);
 
 signals:

@@ -233,25 +233,31 @@ void joinColumns(ColumnEnvelope &envelope, double baseline, bool wholeWidth)
 QVector<QLine> envelopeStrokes(const ColumnEnvelope &envelope, const PixelMapping &mapping, double minSpan,
                                double baseline, bool keepEmpty)
 {
-    QVector<QLine> strokes;
-    strokes.reserve(envelope.columns());
+    const auto isEmpty = [=](double min, double max) {
+        return !keepEmpty && min == baseline && max == baseline;
+    };
+    // A frame has one for each of its columns: written in place, and the axis is asked for its kind once.
+    QVector<QLine> strokes(envelope.columns());
+    QLine *const first = strokes.data();
+    QLine *end = first;
+    const bool isLinear = mapping.isLinearY();
     for (int c = 0; c < envelope.columns(); ++c) {
         double min = envelope.min[c];
         double max = envelope.max[c];
-        const bool isEmpty = !keepEmpty && min == baseline && max == baseline;
-        if (!mapping.isLinearY()) {
-            if (!isEmpty)
-                strokes.append(strokeOfPixels(c, {min, max}, mapping, minSpan));
+        if (!isLinear) {
+            if (!isEmpty(min, max))
+                *end++ = strokeOfPixels(c, {min, max}, mapping, minSpan);
             continue;
         }
         if (max - min < minSpan) {
-            if (isEmpty)
+            if (isEmpty(min, max))
                 continue;
             max = (max + min + minSpan) / 2;
             min = max - minSpan;
         }
-        strokes.append(QLine(c, mapping.roundedRow(min), c, mapping.roundedRow(max)));
+        *end++ = QLine(c, mapping.roundedLinearRow(min), c, mapping.roundedLinearRow(max));
     }
+    strokes.resize(int(end - first));
     return strokes;
 }
 

@@ -3,6 +3,7 @@
 #include "plots/ColumnEnvelope.h"
 #include "plots/GraphPoint.h"
 #include "plots/SampleDensity.h"
+#include "raster/LinePoints.h"
 #include "raster/PixelCentres.h"
 #include "raster/Strokes.h"
 
@@ -100,8 +101,8 @@ void TracePainting::paintFill()
 
 void TracePainting::paintLine(int lineWidth)
 {
-    QPainterPath path;
-    path.reserve(m_samples.size());
+    LinePoints line;
+    line.reserve(m_samples.size());
     const bool segments = m_style.isSegments;
     bool connected = false;
     for (int i = 0; i < m_samples.size(); ++i) {
@@ -113,14 +114,14 @@ void TracePainting::paintLine(int lineWidth)
         }
         const QPointF point(m_mapping.column(m_samples.x(i)), m_mapping.row(m_samples.y(i)));
         if (connected)
-            path.lineTo(point);
+            line.lineTo(point);
         else
-            path.moveTo(point);
+            line.moveTo(point);
         connected = true;
     }
     setPen(m_style.color, lineWidth);
     const PixelCentres centred(m_painter);
-    drawLinePath(m_painter, path);
+    drawLinePath(m_painter, line);
 }
 
 void TracePainting::paintBars(int lineWidth)

@@ -136,23 +136,28 @@ bool ColumnCover::follow(const GridPoint &from, const GridPoint &to)
         const int last = edge.columnAt(edge.end - 1);
         if (last < std::min(upper.column(), lower.column()))
             return false;
-        int row = edge.row;
-        int next = edge.column();
-        qint64 position = edge.position;
-        goTo(next, row);
+        goTo(edge.column(), edge.row);
+        // Those that lead to the left are followed in a mirror: which way comes next is what no processor can guess.
+        const int mirror = edge.step < 0 ? -1 : 0;
+        const qint64 step = (edge.step ^ mirror) - mirror;
+        qint64 position = edge.position ^ mirror;
+        const int end = last ^ mirror;
+        int at = (column ^ mirror) - mirror;
         // Steep ones stay in a column for many rows.
-        const bool isSteep = std::abs(edge.step) < onePixel;
-        const auto step = quint32(std::abs(edge.step));
-        while (next != last) {
-            const auto within = quint32(position & (onePixel - 1));
+        const bool isSteep = step < onePixel;
+        int row = edge.row;
+        for (auto next = int(position >> RowEdge::bits); next != end;) {
             int count = 1;
             if (isSteep)
-                count = edge.step > 0 ? int((onePixel - within + step - 1) / step) : int(within / step) + 1;
+                count = int((onePixel - 1 - quint32(position & (onePixel - 1))) / quint32(step)) + 1;
             row += count;
-            position += count * edge.step;
+            position += count * step;
             next = int(position >> RowEdge::bits);
-            goTo(next, row);
+            const int border = (inside((next ^ mirror)) ^ mirror) - mirror;
+            for (; at < border; ++at)
+                rows[at ^ mirror] = qint16(row - m_clip.top());
         }
+        column = (at ^ mirror) - mirror;
     }
     goTo(lower.column(), qBound(m_clip.top(), lower.row(), m_clip.bottom() + 1));
     return true;
@@ -168,6 +173,12 @@ void ColumnCover::begin(int first, int end, const Rows &rows)
 
 void ColumnCover::unite(int first, int end)
 {
+    // Rows that were just written one by one are not read quickly as a block.
+    constexpr int few = 4;
+    if (end - first <= few) {
+        uniteEach(first, end);
+        return;
+    }
     setBlock(m_piece.tops.data() + end, Block{} + noTop);
     setBlock(m_piece.ends.data() + end, Block{} + noEnd);
     for (int column = first; column < end; column += blockSize) {

@@ -5,12 +5,9 @@
 #include "raster/PixelFill.h"
 
 #include <QPainter>
-#include <QPainterPath>
 #include <QPen>
 
 #include <algorithm>
-#include <cmath>
-#include <limits>
 #include <vector>
 
 namespace graph {
@@ -98,71 +95,41 @@ private:
     QRgb m_color;
 };
 
-std::vector<LinePiece> piecesOf(const QPainterPath &path, const QPoint &offset, int width)
+std::vector<LinePiece> piecesOf(const LinePoints &points, const QPoint &offset, int width)
 {
     std::vector<LinePiece> pieces;
-    pieces.reserve(2 * std::size_t(path.elementCount()));
-    LinePieces(width, [&pieces](const LinePiece &piece) { pieces.push_back(piece); }).add(path, offset);
+    pieces.reserve(2 * std::size_t(points.size()));
+    LinePieces(width, [&pieces](const LinePiece &piece) { pieces.push_back(piece); }).add(points, offset);
     return pieces;
 }
 
 } // namespace
 
-bool leadsRight(const QPainterPath &path)
+bool isQuickInRows(const LinePoints &points, int width)
 {
-    double last = -std::numeric_limits<double>::infinity();
-    for (int i = 0; i < path.elementCount(); ++i) {
-        const double x = path.elementAt(i).x;
-        if (x < last)
-            return false;
-        last = x;
-    }
-    return true;
-}
-
-bool isOfSeparateLines(const QPainterPath &path)
-{
-    for (int i = 0; i < path.elementCount(); ++i) {
-        if (path.elementAt(i).isMoveTo() != (i % 2 == 0))
-            return false;
-    }
-    return true;
-}
-
-double rowsPassed(const QPainterPath &path)
-{
-    double rows = 0.0;
-    double last = 0.0;
-    for (int i = 0; i < path.elementCount(); ++i) {
-        const QPainterPath::Element &element = path.elementAt(i);
-        if (!element.isMoveTo())
-            rows += std::abs(element.y - last);
-        last = element.y;
-    }
-    return rows;
-}
-
-bool isQuickInRows(const QPainterPath &path, int width)
-{
-    const int count = path.elementCount();
-    const double columns = path.elementAt(count - 1).x - path.elementAt(0).x;
     // Instructions that one way takes more than the other, as they were counted.
-    return rowsPassed(path) * (28.0 + 2.0 * width) <= columns * (420.0 + 33.0 * width) + count * 35.0 * width;
+    return points.rowsPassed() * (28.0 + 2.0 * width) <=
+           points.width() * (420.0 + 33.0 * width) + points.size() * 35.0 * width;
 }
 
-bool paintLine(QPainter *painter, const QRegion &region, const QPainterPath &path, const QPen &pen)
+bool haveKnownPixels(const LinePoints &points)
+{
+    return points.leadRight() && !points.areSeparateLines();
+}
+
+bool paintLine(QPainter *painter, const QRegion &region, const LinePoints &points, const QPen &pen)
 {
     const std::optional<WritablePixels> pixels = writablePixels(painter, pen.color());
-    if (!pixels || !leadsRight(path) || isOfSeparateLines(path))
+    if (!pixels)
         return false;
-    const std::vector<LinePiece> pieces = piecesOf(path, pixels->offset, pen.width());
+    const std::vector<LinePiece> pieces = piecesOf(points, pixels->offset, pen.width());
     for (const QRect &part : region) {
         const QRect clip = part & pixels->rect;
         PieceFill fill(*pixels, clip, pen.color().rgba());
         if (clip.isEmpty() || std::all_of(pieces.begin(), pieces.end(),
                                           [&fill](const LinePiece &piece) { return fill.fill(piece); }))
             continue;
-        QVector<QRect> rectangles = strokedRectangles(path, pen.width(), pixels->offset, clip);
+        QVector<QRect> rectangles = strokedRectangles(points, pen.width(), pixels->offset, clip);
         for (QRect &rectangle : rectangles)
             rectangle.translate(-pixels->offset);
         fillPixels(painter, clip, rectangles, pen.color());

@@ -1,12 +1,11 @@
 #pragma once
 
+#include "raster/LinePoints.h"
 #include "raster/RowEdge.h"
-
-#include <QPainterPath>
-#include <QPoint>
 
 #include <array>
 #include <cmath>
+#include <vector>
 
 namespace graph {
 
@@ -111,34 +110,37 @@ public:
     {
     }
 
-    void add(const QPainterPath &path, const QPoint &offset)
+    void add(const LinePoints &points, const QPointF &offset)
     {
-        const int count = path.elementCount();
-        for (int i = 0; i < count; ++i) {
-            const QPainterPath::Element &element = path.elementAt(i);
-            const QPointF point(element.x + offset.x(), element.y + offset.y());
-            if (element.isMoveTo())
-                moveTo(point);
-            else
-                lineTo(point);
+        for (std::size_t i = 0; i < points.lineCount(); ++i) {
+            const QPointF *first = points.beginOfLine(i);
+            const auto ways = std::size_t(points.endOfLine(i) - first) - 1;
+            findScales(first, ways, offset);
+            m_point = *first + offset;
+            for (std::size_t way = 0; way < ways; ++way)
+                lineTo(first[way + 1] + offset, m_scales[way]);
+            finish();
         }
-        finish();
     }
 
 private:
-    void moveTo(const QPointF &point)
+    // Of all ways at once: a processor works on several roots at a time where none waits for what becomes of the one before.
+    void findScales(const QPointF *point, std::size_t ways, const QPointF &offset)
     {
-        finish();
-        m_point = point;
+        m_scales.resize(ways);
+        for (std::size_t i = 0; i < ways; ++i) {
+            const QPointF way = (point[i + 1] + offset) - (point[i] + offset);
+            m_scales[i] = m_reach / std::sqrt(way.x() * way.x() + way.y() * way.y());
+        }
     }
 
-    void lineTo(const QPointF &point)
+    // scale: from the way to the way from it to its edge.
+    void lineTo(const QPointF &point, double scale)
     {
         const QPointF way = point - m_point;
         if (way.isNull())
             return;
-        const double length = std::hypot(way.x(), way.y());
-        const QPointF side = QPointF(way.y(), -way.x()) * (m_reach / length);
+        const QPointF side = QPointF(way.y(), -way.x()) * scale;
         const GridPoint middle(m_point);
         const GridPoint left(m_point + side);
         const GridPoint right(m_point - side);
@@ -148,7 +150,7 @@ private:
             addJoint(side, middle, left, right);
         }
         m_piece.count = 0;
-        m_piece.isSlim = length < 1.0;
+        m_piece.isSlim = scale > m_reach; // shorter than a pixel
         m_piece.add(right);
         if (goesOn)
             m_piece.add(middle);
@@ -203,6 +205,7 @@ private:
 
     double m_reach;
     Take m_take;
+    std::vector<double> m_scales;
     QPointF m_point;
     QPointF m_side;    // from the line to its left edge, seen along it
     LinePiece m_piece; // that leads to the point, but for its end

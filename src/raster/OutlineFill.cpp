@@ -1,8 +1,8 @@
 #include "raster/OutlineFill.h"
 
 #include "raster/ColumnCover.h"
-#include "raster/LineFill.h"
 #include "raster/LinePieces.h"
+#include "raster/LinePoints.h"
 #include "raster/RectangleSweep.h"
 #include "raster/RowEdge.h"
 
@@ -197,9 +197,9 @@ private:
 
 // Whether the ways from point to point are not short, compared with the width: pieces of a few pixels touch each other in
 // few columns.
-bool isSteep(const QPainterPath &path, double width)
+bool isSteep(const LinePoints &points, double width)
 {
-    return rowsPassed(path) * 2.0 >= path.elementCount() * width;
+    return points.rowsPassed() * 2.0 >= points.size() * width;
 }
 
 } // namespace
@@ -224,28 +224,21 @@ QVector<QRect> filledRectangles(const QPainterPath &path, const QPoint &offset, 
     return edges.rectangles(path.fillRule());
 }
 
-QVector<QRect> strokedRectangles(const QPainterPath &path, double width, const QPoint &offset,
+QVector<QRect> strokedRectangles(const LinePoints &points, double width, const QPoint &offset,
                                  const QRect &clip)
 {
-    if (isSteep(path, width) && clip.height() <= ColumnCover::mostRows) {
+    if (isSteep(points, width) && clip.height() <= ColumnCover::mostRows) {
         ColumnCover cover(clip);
         bool isCovered = true;
         LinePieces(width, [&](const LinePiece &piece) {
             isCovered = isCovered && cover.add(piece);
-        }).add(path, offset);
+        }).add(points, offset);
         if (isCovered)
             return cover.rectangles();
     }
     Edges edges(clip);
     Stroke stroke(edges, width);
-    for (int i = 0; i < path.elementCount(); ++i) {
-        const QPainterPath::Element element = path.elementAt(i);
-        const QPointF point = QPointF(element) + offset;
-        if (element.isMoveTo())
-            stroke.moveTo(point);
-        else
-            stroke.lineTo(point);
-    }
+    points.follow(stroke, offset);
     stroke.finish();
     return edges.rectangles(Qt::WindingFill);
 }

@@ -1,6 +1,7 @@
 #include "raster/RecordedStrokes.h"
 
 #include "raster/LineFill.h"
+#include "raster/LinePoints.h"
 #include "raster/OutlineFill.h"
 #include "raster/PixelFill.h"
 #include "raster/RecordingEngine.h"
@@ -176,12 +177,12 @@ void paintRectangles(QPainter *painter, const QRegion &region, const QVector<QRe
 void paintPath(QPainter *painter, const QRegion &region, const RecordedStrokes::Part &part,
                const QRect &bounds)
 {
-    if (paintLine(painter, region, part.path, part.pen))
-        return;
-    if (leadsRight(part.path) && !isOfSeparateLines(part.path)) {
+    const LinePoints points(part.path);
+    if (haveKnownPixels(points)) {
         // The engine's own line has other pixels where a painter is clipped or mirrored, as for an item's layer.
-        paintRectangles(painter, region, strokedRectangles(part.path, part.pen.width(), QPoint(), bounds),
-                        part.pen.brush());
+        if (!paintLine(painter, region, points, part.pen))
+            paintRectangles(painter, region, strokedRectangles(points, part.pen.width(), QPoint(), bounds),
+                            part.pen.brush());
         return;
     }
     painter->setPen(part.pen);
@@ -199,6 +200,12 @@ bool RecordedStrokes::Part::operator==(const Part &other) const
 {
     return picture.cacheKey() == other.picture.cacheKey() && place == other.place && seen == other.seen &&
            rectangles == other.rectangles && path == other.path && pen == other.pen && brush == other.brush;
+}
+
+bool RecordedStrokes::areRectangles() const
+{
+    return std::all_of(parts.begin(), parts.end(),
+                       [](const Part &part) { return !part.rectangles.isEmpty(); });
 }
 
 void RecordedStrokes::paint(QPainter *painter, const QRegion &region) const

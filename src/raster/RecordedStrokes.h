@@ -41,6 +41,7 @@ struct RecordedStrokes
     // False where something else was painted, or where its pixels would depend on the place.
     bool isComplete = true;
 
+    bool areRectangles() const;
     // Inside a region of the device.
     void paint(QPainter *painter, const QRegion &region) const;
     // A part of the picture.

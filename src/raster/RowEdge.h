@@ -3,6 +3,7 @@
 #include <QPointF>
 
 #include <algorithm>
+#include <cstring>
 #include <limits>
 #include <utility>
 
@@ -14,10 +15,20 @@ struct GridPoint
     static constexpr int bits = 6;
 
     GridPoint() = default;
+    // Both coordinates at once, as qRound() rounds what is not negative: written one after the other they could not be
+    // copied as one before both writes are through, which is soon after.
     explicit GridPoint(const QPointF &point)
-        : x(qRound(point.x() * (1 << bits)))
-        , y(qRound(point.y() * (1 << bits)))
     {
+        using Point = double __attribute__((vector_size(2 * sizeof(double))));
+        using Rounded = int __attribute__((vector_size(2 * sizeof(int))));
+        const Point fine = Point{point.x(), point.y()} * double(1 << bits);
+        if (fine[0] >= 0.0 && fine[1] >= 0.0) {
+            const Rounded rounded = __builtin_convertvector(fine + 0.5, Rounded);
+            std::memcpy(this, &rounded, sizeof rounded);
+        } else {
+            x = qRound(fine[0]);
+            y = qRound(fine[1]);
+        }
     }
 
     // The first row of pixels whose centres are not above it, and the first column where they are not to its left.

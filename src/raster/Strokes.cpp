@@ -2,6 +2,7 @@
 
 #include "common/VectorRegisters.h"
 #include "raster/LineFill.h"
+#include "raster/LinePoints.h"
 #include "raster/OutlineFill.h"
 #include "raster/PixelFill.h"
 #include "raster/RectangleSweep.h"
@@ -205,15 +206,32 @@ QPainterPath areasToRow(const QPainterPath &path, double row)
     return areas;
 }
 
-// Whether the outline of the line can be filled here, with the pixels of the engine's.
-bool isOutlined(const QPainter &painter, const QPainterPath &path)
+// Whether the outline of lines can be filled here, with the pixels of the engine's, if these are known.
+bool isOutlined(const QPainter &painter, const QRectF &bounds)
 {
     const QPen &pen = painter.pen();
     const double reach = pen.width() / 2.0 + 1.0;
-    const QRectF bounds = path.controlPointRect().adjusted(-reach, -reach, reach, reach);
-    return isPlain(pen) && pen.joinStyle() == Qt::BevelJoin && pen.width() >= 2 && leadsRight(path) &&
-           !isOfSeparateLines(path) && painter.paintEngine()->type() != pathRecorder &&
-           fillsByCentres(painter, bounds);
+    return isPlain(pen) && pen.joinStyle() == Qt::BevelJoin && pen.width() >= 2 &&
+           painter.paintEngine()->type() != pathRecorder &&
+           fillsByCentres(painter, bounds.adjusted(-reach, -reach, reach, reach));
+}
+
+// Draws an outlined line; false, with nothing drawn, where the painter does as well.
+bool drawOutlined(QPainter *painter, const LinePoints &points)
+{
+    if (!haveKnownPixels(points))
+        return false;
+    const QPen pen = painter->pen();
+    const bool isSolid = pen.brush().style() == Qt::SolidPattern && isOpaque(*painter, pen.brush());
+    if (points.size() <= fewPoints || (isSolid && isQuickInRows(points, pen.width()))) {
+        // What is taken down as a path is painted so later.
+        const bool isTakenDown = painter->paintEngine()->type() == strokeRecorder;
+        return !isTakenDown && isSolid && paintLine(painter, deviceRect(*painter), points, pen);
+    }
+    drawDeviceRectangles(painter, pen.brush(), [&](const QPoint &offset, const QRect &device) {
+        return strokedRectangles(points, pen.width(), offset, device);
+    });
+    return true;
 }
 
 } // namespace
@@ -235,22 +253,14 @@ void drawUprightLines(QPainter *painter, const QVector<QLine> &lines)
 
 void drawLinePath(QPainter *painter, const QPainterPath &path)
 {
-    const QPen pen = painter->pen();
-    if (!isOutlined(*painter, path)) {
-        painter->strokePath(path, pen);
-        return;
-    }
-    const bool isSolid = pen.brush().style() == Qt::SolidPattern && isOpaque(*painter, pen.brush());
-    if (path.elementCount() <= fewPoints || (isSolid && isQuickInRows(path, pen.width()))) {
-        // What is taken down as a path is painted so later.
-        const bool isTakenDown = painter->paintEngine()->type() == strokeRecorder;
-        if (isTakenDown || !isSolid || !paintLine(painter, deviceRect(*painter), path, pen))
-            painter->strokePath(path, pen);
-        return;
-    }
-    drawDeviceRectangles(painter, pen.brush(), [&](const QPoint &offset, const QRect &device) {
-        return strokedRectangles(path, pen.width(), offset, device);
-    });
+    if (!isOutlined(*painter, path.controlPointRect()) || !drawOutlined(painter, LinePoints(path)))
+        painter->strokePath(path, painter->pen());
+}
+
+void drawLinePath(QPainter *painter, const LinePoints &points)
+{
+    if (!isOutlined(*painter, points.bounds()) || !drawOutlined(painter, points))
+        painter->strokePath(points.path(), painter->pen());
 }
 
 void fillOutline(QPainter *painter, const QPainterPath &path, const QBrush &brush)

@@ -1,3 +1,4 @@
+#include "raster/LinePoints.h"
 #include "raster/OutlineFill.h"
 #include "raster/RectangleSweep.h"
 #include "raster/RecordedStrokes.h"
@@ -190,7 +191,8 @@ void tst_strokes::steepLines()
         QPen pen(Qt::red, whole(2, 12), Qt::SolidLine, Qt::FlatCap, Qt::BevelJoin);
         const QRect clip(0, 0, 101, 47);
         const QPoint shift(1, 1);
-        const QVector<QRect> rectangles = graph::strokedRectangles(path, pen.width(), shift, clip);
+        const QVector<QRect> rectangles =
+            graph::strokedRectangles(graph::LinePoints(path), pen.width(), shift, clip);
         QRegion covered;
         int pixels = 0;
         for (const QRect &rectangle : rectangles) {

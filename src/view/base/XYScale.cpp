@@ -6,6 +6,7 @@
 #include "view/base/StampNode.h"
 
 #include <QPainter>
+#include <QSet>
 
 #include <algorithm>
 
@@ -63,14 +64,18 @@ void XYScale::setPlots(const QList<AbstractPlot *> &plots)
 {
     if (sameObjects(m_plots, plots))
         return;
-    for (AbstractPlot *plot : qAsConst(m_plots)) {
-        if (plot)
-            disconnect(plot, nullptr, this, nullptr);
-    }
+    // Of a thousand plots one comes or goes.
+    QSet<AbstractPlot *> former(m_plots.begin(), m_plots.end());
     m_plots = guarded(plots);
     for (AbstractPlot *plot : plots) {
+        if (former.remove(plot))
+            continue;
         connect(plot, SIGNAL(axisXChanged(ValueAxis *)), this, SLOT(handleAxesChanged()));
         connect(plot, SIGNAL(axisYChanged(ValueAxis *)), this, SLOT(handleAxesChanged()));
+    }
+    for (AbstractPlot *plot : qAsConst(former)) {
+        if (plot)
+            disconnect(plot, nullptr, this, nullptr);
     }
     handleAxesChanged();
 }
