@@ -66,14 +66,17 @@ class Watched : public GraphPlot
 {
 public:
     static QSGNode *node;
+    static int frames; // since the line changed
 
 protected:
     QSGNode *updatePaintNode(QSGNode *old, UpdatePaintNodeData *data) override
     {
+        frames = 0;
         return node = GraphPlot::updatePaintNode(old, data);
     }
 };
 QSGNode *Watched::node = nullptr;
+int Watched::frames = 0;
 
 } // namespace
 
@@ -150,6 +153,7 @@ void tst_strokenode::showsThePixelsOfALayer()
         {"spot", 61.5},
         {"first", 150}, // few samples are left
         {"spot", 90},
+        {"spot", 91},
         {"first", 120.5},
         {"samples", QVariant::fromValue(wave(3000))},
         {"first", 0.5},
@@ -200,15 +204,16 @@ void tst_strokenode::isAnImageOnlyWhileItRests()
     if (window.rendererInterface()->graphicsApi() != QSGRendererInterface::Software)
         QSKIP("there it is geometry");
     const auto image = [] { return dynamic_cast<QSGImageNode *>(Watched::node->firstChild()); };
+    connect(&window, &QQuickWindow::afterRendering, [] { ++Watched::frames; });
     for (int samples : {300, 1000}) {
         watched.object("series")->setProperty("yData", QVariant::fromValue(wave(samples)));
-        frameOf(&window);
-        QVERIFY(!image() || samples == 300); // a pass of the event loop may have had a frame of its own
-        watched.root()->setProperty("spot", samples / 10);
-        frameOf(&window);
-        watched.root()->setProperty("spot", samples / 9);
-        frameOf(&window);
-        QVERIFY(image());
+        // A slow processor has more frames than those that are asked for.
+        int spot = 0;
+        do {
+            watched.root()->setProperty("spot", ++spot);
+            frameOf(&window);
+            QCOMPARE(image() != nullptr, Watched::frames >= 3);
+        } while (Watched::frames < 3);
         // As high as the line, in pieces.
         QVERIFY(image()->rect().height() < 40 && image()->rect().width() <= 64);
     }

@@ -47,9 +47,14 @@ QVector<QRect> inkParts(const QImage &picture, QVector<int> rows)
     return parts;
 }
 
+QRect withTransparentRow(const QRect &ink)
+{
+    return ink.adjusted(0, 0, 0, 1);
+}
+
 QImage stampImage(const QImage &picture, const QRect &ink)
 {
-    return picture.copy(ink.adjusted(0, 0, 0, 1));
+    return picture.copy(withTransparentRow(ink));
 }
 
 } // namespace graph

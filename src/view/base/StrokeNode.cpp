@@ -11,6 +11,31 @@
 
 namespace graph {
 
+namespace {
+
+constexpr int columnsOfImage = 64;
+
+// The smallest rectangles around the strokes in each so many columns, where they are rectangles themselves: an image of all
+// of the item, to be cut into pieces, takes more memory than the pieces.
+std::vector<QRect> boundsInColumns(const RecordedStrokes &strokes)
+{
+    const int left = strokes.bounds.left();
+    std::vector<QRect> bounds(std::size_t(strokes.bounds.width() / columnsOfImage) + 1);
+    for (const RecordedStrokes::Part &part : strokes.parts) {
+        for (const QRect &rectangle : part.rectangles) {
+            const int last = (rectangle.right() - left) / columnsOfImage;
+            for (int i = (rectangle.left() - left) / columnsOfImage; i <= last; ++i) {
+                const QRect columns(left + i * columnsOfImage, rectangle.top(), columnsOfImage,
+                                    rectangle.height());
+                bounds[i] |= rectangle & columns;
+            }
+        }
+    }
+    return bounds;
+}
+
+} // namespace
+
 StrokeNode::StrokeNode(QQuickWindow *window)
     : m_window(window)
     , m_painting(window, [this](QPainter *painter, const QRegion &region) { paint(painter, region); })
@@ -32,17 +57,18 @@ void StrokeNode::show(const RecordedStrokes &strokes, const QSize &size)
     m_strokes = strokes;
     m_size = size;
     m_layer = QImage();
-    m_isNew = true;
+    m_framesAtRest = -1; // the next frame shows what is new
     showPainting();
     m_painting.repaint(strokes.bounds);
 }
 
 void StrokeNode::preprocess()
 {
-    const bool isNew = m_isNew;
-    m_isNew = false;
+    constexpr int framesBeforeImages = 2;
+    if (m_framesAtRest < framesBeforeImages)
+        ++m_framesAtRest;
     if (isMovedOnly(this)) {
-        if (!isNew)
+        if (m_framesAtRest == framesBeforeImages)
             showImages();
         return;
     }
@@ -75,28 +101,34 @@ void StrokeNode::showPainting()
 
 void StrokeNode::showImages()
 {
-    if (m_isResting || m_strokes.bounds.isEmpty())
+    if (!m_painting.parent() || m_strokes.bounds.isEmpty())
         return;
-    m_isResting = true;
     removeChildNode(&m_painting);
-    constexpr int columns = 64;
+    if (m_strokes.areRectangles()) {
+        for (const QRect &bounds : boundsInColumns(m_strokes)) {
+            if (!bounds.isEmpty())
+                showImage(m_strokes.image(withTransparentRow(bounds)), bounds.topLeft());
+        }
+        return;
+    }
     const QRect bounds = m_strokes.bounds;
     const QImage whole = m_strokes.image(bounds);
-    for (int left = 0; left < whole.width(); left += columns) {
-        const QRect part(left, 0, std::min(columns, whole.width() - left), whole.height());
+    for (int left = 0; left < whole.width(); left += columnsOfImage) {
+        const QRect part(left, 0, std::min(columnsOfImage, whole.width() - left), whole.height());
         const QRect ink = inkOf(whole, part);
-        if (ink.isEmpty())
-            continue;
-        const QImage image = stampImage(whole, ink);
-        m_images.emplace_back(this, m_window);
-        m_images.back().show(image, QRect(bounds.topLeft() + ink.topLeft(), image.size()),
-                             QSGTexture::Nearest);
+        if (!ink.isEmpty())
+            showImage(stampImage(whole, ink), bounds.topLeft() + ink.topLeft());
     }
+}
+
+void StrokeNode::showImage(const QImage &image, const QPoint &place)
+{
+    m_images.emplace_back(this, m_window);
+    m_images.back().show(image, QRect(place, image.size()), QSGTexture::Nearest);
 }
 
 void StrokeNode::removeImages()
 {
-    m_isResting = false;
     for (ImageChild &image : m_images)
         image.remove();
     m_images.clear();

@@ -13,10 +13,11 @@
 namespace graph {
 
 // Shows strokes on the software scene graph without a layer, which would have to be cleared, painted and
-// blended for each of their changes: they are painted into the window itself. Once a frame comes in which
+// blended for each of their changes: they are painted into the window itself. With the second frame in a row in which
 // they do not change, images no larger than they are take their place, each of some columns, so that what moves above
-// them costs only the pixels that it uncovers, and the renderer passes by where there are none. A transform node for the
-// reason that StampNode is one.
+// them costs only the pixels that it uncovers, and the renderer passes by where there are none. A single such frame, as
+// between the values of a slow instrument, does not pay for images, nor for the memory of them. A transform node for
+// the reason that StampNode is one.
 class StrokeNode : public QSGTransformNode
 {
 public:
@@ -33,6 +34,7 @@ private:
     void paint(QPainter *painter, const QRegion &region);
     void showPainting();
     void showImages();
+    void showImage(const QImage &image, const QPoint &place);
     void removeImages();
 
     QQuickWindow *m_window;
@@ -41,8 +43,7 @@ private:
     PaintingNode m_painting;
     QImage m_layer; // of the whole item, where it is transformed or translucent
     std::vector<ImageChild> m_images;
-    bool m_isResting = false;
-    bool m_isNew = false; // since the last frame
+    int m_framesAtRest = 0; // while it is painted
 };
 
 bool isSoftwareSceneGraph(const QQuickWindow &window);

@@ -149,6 +149,11 @@ QList<AbstractPlot *> GraphView::plots() const
     return plots;
 }
 
+bool GraphView::hasPlot(const AbstractPlot *plot) const
+{
+    return plot && std::find(m_plots.begin(), m_plots.end(), plot) != m_plots.end();
+}
+
 void GraphView::componentComplete()
 {
     findScales();

@@ -39,6 +39,7 @@ public:
 
     // What the view has found among its children.
     QList<AbstractPlot *> plots() const;
+    bool hasPlot(const AbstractPlot *plot) const;
     // The item that plots and cursors fill.
     QQuickItem *plotArea() const { return m_contentItem; }
 
