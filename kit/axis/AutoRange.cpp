@@ -10,6 +10,8 @@ namespace {
 constexpr double headRoom = 0.05;
 constexpr double tolerableFreeRoom = 0.4;
 constexpr double nearZero = 0.25;
+// Nearer to 0 there are no round intervals of a tenth of what is shown: it is 0.
+constexpr double leastLinear = 1e-290;
 // On a logarithmic scale.
 constexpr double nearestToZero = 1e-305;
 
@@ -33,6 +35,11 @@ double roundUp(double value)
         return below;
     const double mantissa = below / powerOfTen(std::floor(std::log10(below) + 1e-9));
     return mantissa > 1.5 && mantissa < 3.0 ? below * 2.5 : below * 2.0;
+}
+
+double withoutTinyParts(double value)
+{
+    return std::abs(value) < leastLinear ? 0.0 : value;
 }
 
 // The data with some room around them, between round ends. Data of one sign stay on their side of 0, which is shown
@@ -86,10 +93,12 @@ ScaleEnds adapted(const AutoRangeRequest &request, const ScaleEnds &target, doub
     // Distances as the axis shows them.
     const Scale scale = Scale::between(request.scale, target, target.end - target.begin, 1.0);
     const double most = tolerance(request);
-    const bool keepsBegin =
-        present.begin <= lowest && scale.fraction(lowest) - scale.fraction(present.begin) <= most;
-    const bool keepsEnd =
-        present.end >= highest && scale.fraction(present.end) - scale.fraction(highest) <= most;
+    const double baseline =
+        request.onlyGrows ? std::numeric_limits<double>::quiet_NaN() : request.data.baseline;
+    const bool keepsBegin = present.begin <= lowest && lowest != baseline &&
+                            scale.fraction(lowest) - scale.fraction(present.begin) <= most;
+    const bool keepsEnd = present.end >= highest && highest != baseline &&
+                          scale.fraction(present.end) - scale.fraction(highest) <= most;
     return {keepsBegin ? present.begin : target.begin, keepsEnd ? present.end : target.end};
 }
 
@@ -106,9 +115,13 @@ ScaleEnds autoRange(const AutoRangeRequest &request)
     if (!isUsable)
         return request.present ? *request.present : isLinear ? ScaleEnds{0.0, 1.0} : ScaleEnds{1.0, 10.0};
     const double nearest = isLinear ? -farthestEnd : nearestToZero;
-    const double lowest = std::clamp(least, nearest, farthestEnd);
-    const double highest = std::clamp(most, nearest, farthestEnd);
-    const ScaleEnds target = wanted(request, lowest, highest);
+    const double lowest = std::clamp(isLinear ? withoutTinyParts(least) : least, nearest, farthestEnd);
+    const double highest = std::clamp(isLinear ? withoutTinyParts(most) : most, nearest, farthestEnd);
+    ScaleEnds target = wanted(request, lowest, highest);
+    if (lowest < highest && lowest == request.data.baseline)
+        target.begin = lowest;
+    if (lowest < highest && highest == request.data.baseline)
+        target.end = highest;
     return request.present ? adapted(request, target, lowest, highest) : target;
 }
 

@@ -2,6 +2,8 @@
 
 #include "common/Scale.h"
 
+#include <limits>
+
 namespace graph {
 
 // The farthest ends of a range: beyond, the distance between two of them would be no number.
@@ -14,6 +16,8 @@ struct ShownExtent
     double highest = 0.0;
     // The smallest value above 0, which a logarithmic axis begins with; 0 where there is none.
     double leastPositive = 0.0;
+    // What bars and areas begin at, where they do: as an end it has no room beyond it, so that they rest on the edge.
+    double baseline = std::numeric_limits<double>::quiet_NaN();
 };
 
 struct AutoRangeRequest

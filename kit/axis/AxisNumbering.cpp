@@ -50,6 +50,7 @@ TickRequest requestFor(const AxisNumbering &numbering, double lowest, double hig
     if (numbering.isAlongText) {
         request.spacing = metrics.height() * tickDistanceAlongText;
         request.gap = metrics.horizontalAdvance(QLatin1Char('0')) * 2.0;
+        request.leastSpacing = metrics.height();
         request.extent = [metrics, widths, font = numbering.font](const QString &text) {
             return widths ? widths->of(text, font) : metrics.horizontalAdvance(text);
         };

@@ -1,9 +1,12 @@
 #include "kit/axis/AxisTitle.h"
 
 #include "axis/AxisLook.h"
+#include "kit/axis/UnitText.h"
 
 #include <QFontMetricsF>
 #include <QPainter>
+
+#include <algorithm>
 
 namespace graph {
 
@@ -23,11 +26,21 @@ QRectF bandOf(const AxisLook &look, const QRectF &plot, double outside, double h
 // One line; the unit stays, as numbers are nothing without it.
 QString elided(const AxisTitle &title, double room)
 {
-    const QString behind =
-        title.unit.isEmpty() ? QString() : QLatin1String(" (") + title.unit + QLatin1Char(')');
     const QFontMetricsF metrics(title.font);
     const QString text = QString(title.text).replace(QLatin1Char('\n'), QLatin1Char(' '));
-    return metrics.elidedText(text, Qt::ElideRight, room - metrics.horizontalAdvance(behind)) + behind;
+    // Of a unit longer than the axis half of the room is the text's.
+    const double beside = std::max(room / 2.0, room - metrics.horizontalAdvance(text));
+    const QString unit =
+        metrics.elidedText(title.unit, Qt::ElideRight,
+                           beside - metrics.horizontalAdvance(unitInBrackets(QStringLiteral(" "), text)));
+    const QString behind = unitInBrackets(unit, text);
+    const QString shown = metrics.elidedText(text, Qt::ElideRight, room - metrics.horizontalAdvance(behind));
+    // Without room for both it is the unit.
+    const auto isLost = [](const QString &whole, const QString &part) {
+        return part != whole && part.size() <= 1;
+    };
+    const bool hasNoRoom = !title.unit.isEmpty() && (isLost(text, shown) || isLost(title.unit, unit));
+    return hasNoRoom ? metrics.elidedText(title.unit, Qt::ElideRight, room) : shown + behind;
 }
 
 } // namespace

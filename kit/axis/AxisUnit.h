@@ -27,6 +27,12 @@ public:
     {
         return unit.startsWith(QLatin1String("dB")) ? QStringLiteral("dB") : unit;
     }
+    // Whether numbers in this unit are levels above a reference, as dBm is, of which 0 is no more than the reference:
+    // there is no "nothing" that bars could begin at. A difference in dB is none.
+    static bool isOfLevels(const QString &unit)
+    {
+        return unit.startsWith(QLatin1String("dB")) && unit != QLatin1String("dB");
+    }
     // What is written before the symbol, or where it takes no prefixes behind the number, for a number that was
     // divided by a power of ten: "M", or "e33" where no letter is known. Without a unit "u" or "m" would say
     // nothing: "e-6".

@@ -19,14 +19,23 @@ namespace {
 
 constexpr double nominalLength = 600.0; // pixels
 constexpr double mostIntervals = 1000.0;
+// Ticks of a document that are laid out.
+constexpr int mostFixedTicks = 10000;
 constexpr int marginSlack = 6;
 // Between the plot area and the numbers below or above it, more than an axis has by itself: those at its ends are below
 // the numbers of another axis, too.
 constexpr int rowRoom = 2;
 // Between the texts and the edge of the chart.
 constexpr int edgeRoom = 2;
+// Of a unit above the numbers, in heights of a line: a longer one is elided.
+constexpr int mostUnitHeights = 8;
 constexpr int minorMarkLength = 4;
 constexpr double minorGridOpacity = 0.45;
+
+QString elidedUnit(const QString &unit, const QFontMetrics &metrics)
+{
+    return metrics.elidedText(unit, Qt::ElideRight, mostUnitHeights * metrics.height());
+}
 
 // So that the range between two ends is a number; NaN is none.
 std::optional<double> writtenEnd(const ChartAxis *axis, const char *property, double end)
@@ -58,7 +67,7 @@ std::optional<double> writtenEnd(const ChartAxis *axis, const char *property, do
     Its margin is as wide as the labels need, and several such axes at one side of a plane are beside each other.
     A range from a greater to a smaller value shows a reversed axis.
 
-    \c tickInterval FixedTicks shows the positions in \c ticks. A \c formatter writes the texts. A \c customInterval
+    \c tickInterval FixedTicks shows the positions in \c ticks, up to 10000 of them; of more the axis chooses its own. A \c formatter writes the texts. A \c customInterval
     counts on a linear axis.
 */
 ChartAxis::ChartAxis(QObject *parent)
@@ -192,7 +201,8 @@ void ChartAxis::setUtc(bool utc)
     \value ChartAxis.Fit and inwards when much of the range has become free
     \value ChartAxis.FitVisible the same for the data that are visible along the other axis
 
-    An end that was written, minValue or maxValue, stays.
+    An end that was written, minValue or maxValue, stays. For traces that are bars or areas the range includes the
+    baseline, without room beyond it.
 */
 void ChartAxis::setAutoRange(AutoRange mode)
 {
@@ -304,6 +314,8 @@ void ChartAxis::setDataExtent(double lowest, double highest, double leastPositiv
     request.hasHeadRoom = orientation() == Qt::Vertical && m_hasHeadRoom;
     request.present = m_hasFollowedData ? &present : nullptr;
     request.data = {lowest, highest, leastPositive};
+    if (m_restsOnBaseline)
+        request.data.baseline = baseline();
     if (!std::isfinite(lowest) || !std::isfinite(highest))
         return;
     m_hasFollowedData = true;
@@ -360,6 +372,18 @@ void ChartAxis::setRoomBeyond(int pixels)
     followMargin();
 }
 
+void ChartAxis::setCramped(bool cramped)
+{
+    if (store(m_isCramped, cramped))
+        updateRequiredMargin();
+}
+
+void ChartAxis::setLabelsAbove(bool above)
+{
+    if (store(m_hasLabelsAbove, above))
+        updateRequiredMargin();
+}
+
 void ChartAxis::followMargin()
 {
     // Another one came from C++, by way of the base class.
@@ -379,20 +403,24 @@ int ChartAxis::requiredMargin() const
     const QFontMetrics metrics(labelFont());
     if (orientation() == Qt::Horizontal) {
         // The unit has a row of its own unless it is in the title.
-        const bool hasUnitRow = m_title.isEmpty() && !unit().isEmpty();
+        const bool hasUnitRow = m_title.isEmpty() && !unit().isEmpty() && !m_isCramped;
         return (staggered() || hasUnitRow ? 2 : 1) * metrics.height() + marginSlack + rowRoom + titleHeight();
     }
     const int titleRoom = m_title.isEmpty() ? 0 : titleHeight() + edgeRoom;
+    const auto roomBehind = [&](const QString &unit) {
+        const bool isBehind = m_hasLabelsAbove && m_title.isEmpty() && !unit.isEmpty();
+        return isBehind ? metrics.horizontalAdvance(QLatin1Char(' ') + unit) + 1 : 0;
+    };
     if (!hasOwnTicks())
-        return ValueAxis::requiredMargin() + titleRoom;
+        return ValueAxis::requiredMargin() + titleRoom + roomBehind(unit());
     const ScaleEnds ends = axisRange().shownEnds();
     const auto [lowest, highest] = std::minmax({ends.begin, ends.end});
     const TickPlan whole = numbering().plan(lowest, highest, nominalLength);
-    int widest =
-        std::max(m_planned.widestText(), m_title.isEmpty() ? metrics.horizontalAdvance(whole.unit) : 0);
+    int widest = std::max(m_planned.widestText(),
+                          m_title.isEmpty() ? metrics.horizontalAdvance(elidedUnit(whole.unit, metrics)) : 0);
     for (const QString &text : whole.texts)
         widest = std::max(widest, metrics.horizontalAdvance(text));
-    return widest + marginSlack + titleRoom;
+    return widest + marginSlack + titleRoom + roomBehind(whole.unit);
 }
 
 bool ChartAxis::hasTooSmallInterval() const
@@ -401,16 +429,21 @@ bool ChartAxis::hasTooSmallInterval() const
     return interval != 0.0 && !(std::abs((maxVisible() - minVisible()) / interval) <= mostIntervals);
 }
 
+bool ChartAxis::hasTooManyTicks() const
+{
+    return tickInterval() == FixedTicks && ticks().size() > mostFixedTicks;
+}
+
 double ChartAxis::writtenInterval() const
 {
-    return hasTooSmallInterval() ? 0.0 : customInterval();
+    return customInterval() > 0.0 && !hasTooSmallInterval() ? customInterval() : 0.0;
 }
 
 bool ChartAxis::hasOwnTicks() const
 {
     // A formatter may show other units than those of the axis, in which plain ticks then are round.
     const bool arePlain = m_scale == Linear && !isReversed() && (writtenInterval() != 0.0 || formatter());
-    return tickInterval() != FixedTicks && !arePlain;
+    return tickInterval() == FixedTicks ? hasTooManyTicks() : !arePlain;
 }
 
 AxisNumbering ChartAxis::numbering() const
@@ -431,7 +464,7 @@ AxisNumbering ChartAxis::numbering() const
 
 TickSet ChartAxis::tickSet(const QRectF &rect)
 {
-    if (tickInterval() == FixedTicks) {
+    if (tickInterval() == FixedTicks && !hasTooManyTicks()) {
         TickSet fixed;
         fixed.positions = ticks();
         const auto [lowest, highest] = std::minmax({minVisible(), maxVisible()});
@@ -439,7 +472,7 @@ TickSet ChartAxis::tickSet(const QRectF &rect)
         return fixed;
     }
     if (!hasOwnTicks())
-        return ValueAxis::tickSet(rect);
+        return customInterval() < 0.0 ? TickSet() : ValueAxis::tickSet(rect);
     updatePlan((orientation() == Qt::Horizontal ? rect.width() : rect.height()) - 1.0);
     TickSet set;
     set.ticks = QList<qreal>(m_planned.plan().majors.begin(), m_planned.plan().majors.end());
@@ -489,6 +522,8 @@ AxisLook ChartAxis::look() const
         look.unit = m_planned.plan().common.isEmpty() ? m_planned.plan().unit : m_planned.plan().common;
     if (!m_title.isEmpty())
         look.unit = m_planned.plan().common;
+    if (!look.isHorizontal())
+        look.unit = elidedUnit(look.unit, QFontMetrics(labelFont()));
     return look;
 }
 

@@ -67,21 +67,26 @@ public:
     // Off or where the document has written the range. leastPositive: the smallest value above 0, for a
     // logarithmic axis of data that reach down to 0; 0 if not known.
     void setDataExtent(double lowest, double highest, double leastPositive = 0.0);
-    // There is no data any more: what comes next is fitted as the first data are, not by the present range.
-    void clearDataExtent() { m_hasFollowedData = false; }
     // An invalid colour, the default, is that of the labels.
     void setTitleColor(const QColor &color);
     // Whether a vertical axis keeps some room around the data, true by default.
     void setHeadRoom(bool on) { m_hasHeadRoom = on; }
+    // Whether bars or areas of the data begin at the baseline, beyond which no room is kept then; false by default.
+    void setRestsOnBaseline(bool on) { m_restsOnBaseline = on; }
 
     // Whether customInterval gives more ticks than a screen has room for, so that other ones are chosen.
     bool hasTooSmallInterval() const;
+    bool hasTooManyTicks() const;
 
     void resetMargin();
     bool hasWrittenRange() const { return m_writtenMin || m_writtenMax; }
 
     // Pixels between the labels and what is beyond them, where the document writes no margin.
     void setRoomBeyond(int pixels);
+    // Where there is so little room that a unit gets no row of its own.
+    void setCramped(bool cramped);
+    // Where a row of other labels is above a vertical axis, its unit is behind the highest number.
+    void setLabelsAbove(bool above);
 
     using ValueAxis::setFitsWhileMoved;
     bool hasOwnMargin() const override { return true; }
@@ -142,11 +147,14 @@ private:
     std::optional<double> m_writtenMax;
     bool m_hasFollowedData = false;
     bool m_hasHeadRoom = true;
+    bool m_restsOnBaseline = false;
     bool m_hasComplained = false;
     // The margin follows the required one until the document writes another.
     bool m_hasWrittenMargin = false;
     int m_followedMargin = 0;
     int m_roomBeyond = 0;
+    bool m_isCramped = false;
+    bool m_hasLabelsAbove = false;
     mutable FoundPlan m_found;
     PlannedTicks m_planned; // of the last repaint
     using PrefixKey = std::tuple<double, double, double, QString>;

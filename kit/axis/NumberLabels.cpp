@@ -1,5 +1,7 @@
 #include "kit/axis/NumberLabels.h"
 
+#include "kit/axis/UnitText.h"
+
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -149,9 +151,8 @@ QString NumberLabels::text(double value) const
 QString NumberLabels::withUnit(const QString &number, int prefix, const AxisUnit &unit)
 {
     if (unit.takesPrefixes())
-        return number + QLatin1Char(' ') + unit.prefixed(prefix);
-    return number + AxisUnit::numberSuffix(prefix) +
-           (unit.symbol().isEmpty() ? QString() : QLatin1Char(' ') + unit.symbol());
+        return withUnitBehind(number, unit.prefixed(prefix));
+    return withUnitBehind(number + AxisUnit::numberSuffix(prefix), unit.symbol());
 }
 
 QString NumberLabels::unit() const
@@ -189,9 +190,9 @@ QString numberWithUnit(double value, double resolution, const AxisUnit &unit)
     constexpr int mostDecimals = 12;
     const int decimals = resolution > 0.0 ? std::clamp(prefix - exponentOf(resolution), 0, mostDecimals) : 6;
     const QString symbol = hasPrefix ? unit.prefixed(prefix) : unit.symbol();
-    return fixed(divided(value, prefix), decimals) +
-           (hasPrefix ? QString() : AxisUnit::numberSuffix(prefix)) +
-           (symbol.isEmpty() ? QString() : QLatin1Char(' ') + symbol);
+    return withUnitBehind(fixed(divided(value, prefix), decimals) +
+                              (hasPrefix ? QString() : AxisUnit::numberSuffix(prefix)),
+                          symbol);
 }
 
 QString shortNumber(double value, const AxisUnit &unit)

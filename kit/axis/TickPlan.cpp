@@ -58,6 +58,7 @@ std::pair<TickPlan, RoundIntervals> closerPlan(TickRequest request, double least
 {
     const double span = request.highest - request.lowest;
     request.spacing = request.leastSpacing;
+    request.gap /= 2.0;
     RoundIntervals chosen(least);
     TickPlan plan;
     for (RoundIntervals interval(least); interval.value() <= span; interval.next()) {
@@ -138,15 +139,17 @@ TickPlan linearTicks(const TickRequest &request)
     const double leastDistance = leastSteps * std::max(numberStep(greatest), request.resolution);
     const double finest = std::max(span * std::min(request.spacing / request.length, 1.0), leastDistance);
     TickPlan plan;
+    bool hasRoom = false;
     for (RoundIntervals interval(std::max(finest, std::numeric_limits<double>::min()));
          interval.value() <= span; interval.next()) {
         plan = linearPlan(request, interval.value());
-        if (!request.hasRoomFor(plan) && plan.majors.size() > 1)
+        hasRoom = request.hasRoomFor(plan);
+        if (!hasRoom && plan.majors.size() > 1)
             continue;
         plan.minors = minors(plan.majors, interval.value(), interval.parts());
         break;
     }
-    if (plan.majors.size() > 1 || !(request.leastSpacing > 0.0))
+    if ((hasRoom && plan.majors.size() > 1) || !(request.leastSpacing > 0.0))
         return plan;
     const double closest = std::max({span * std::min(request.leastSpacing / request.length, 1.0),
                                      leastDistance, std::numeric_limits<double>::min()});

@@ -228,31 +228,49 @@ QString yearText(const QDate &date)
     return QString::number(yearOf(date), 'f', 0);
 }
 
-QStringList textsOf(const QVector<double> &times, const Step &step, const Clock &clock)
+// How often texts of times of a day carry the date, and those of days and months the year.
+enum class Dates {
+    First,   // the first one, and where another begins
+    Changes, // only where another begins, if one does
+    Short,   // there, instead of midnight
+    None
+};
+
+QString textOf(double local, const QDate &date, const Step &step, bool isNew, Dates dates)
 {
-    QStringList texts;
-    QDate before;
+    const QString year = isNew ? QLatin1Char(' ') + yearText(date) : QString();
+    switch (step.unit) {
+    case Unit::Second:
+        if (isNew && dates == Dates::Short && std::abs(local - Clock::midnight(date)) < step.count / 4.0)
+            return dayText(date);
+        return (isNew ? dayText(date) + QLatin1Char(' ') : QString()) + clockText(local, step.count);
+    case Unit::Day:
+        return dayText(date) + year;
+    case Unit::Month:
+        return monthName(date) + year;
+    case Unit::Year:
+        break;
+    }
+    return yearText(date);
+}
+
+QStringList textsOf(const QVector<double> &times, const Step &step, const Clock &clock,
+                    Dates dates = Dates::First)
+{
+    QVector<QDate> days;
     for (const double time : times) {
         const double local = clock.local(time);
-        const QDate date = Clock::date(step.unit == Unit::Second ? local + step.count / 4.0 : local + 1.0);
-        const QString year =
-            before.isValid() && before.year() == date.year() ? QString() : QLatin1Char(' ') + yearText(date);
-        switch (step.unit) {
-        case Unit::Second:
-            texts.append((date == before ? QString() : dayText(date) + QLatin1Char(' ')) +
-                         clockText(local, step.count));
-            break;
-        case Unit::Day:
-            texts.append(dayText(date) + year);
-            break;
-        case Unit::Month:
-            texts.append(monthName(date) + year);
-            break;
-        case Unit::Year:
-            texts.append(yearText(date));
-            break;
-        }
-        before = date;
+        days.append(Clock::date(step.unit == Unit::Second ? local + step.count / 4.0 : local + 1.0));
+    }
+    const auto areOther = [&step](const QDate &a, const QDate &b) {
+        return step.unit == Unit::Second ? a != b : a.year() != b.year();
+    };
+    const bool hasChange = !days.isEmpty() && areOther(days.first(), days.last());
+    QStringList texts;
+    for (int i = 0; i < times.size(); ++i) {
+        const bool isNew = i == 0 ? dates == Dates::First || (dates != Dates::None && !hasChange)
+                                  : dates != Dates::None && areOther(days.at(i), days.at(i - 1));
+        texts.append(textOf(clock.local(times.at(i)), days.at(i), step, isNew, dates));
     }
     return texts;
 }
@@ -323,6 +341,28 @@ TickPlan fractionTicks(const TickRequest &request, const Clock &clock)
     return plan;
 }
 
+// With shorter texts, closer to each other, where else there would be no more than one: nobody can read a scale from that.
+// Two of them at least, or nothing.
+TickPlan shorterTicks(TickRequest request, const Clock &clock)
+{
+    if (request.leastSpacing > 0.0)
+        request.spacing = request.leastSpacing;
+    const double span = request.highest - request.lowest;
+    const auto steps = stepsBetween(span * std::min(request.spacing / request.length, 1.0), span);
+    for (const Dates dates : {Dates::First, Dates::Changes, Dates::Short, Dates::None}) {
+        for (const StepPair &step : steps) {
+            TickPlan plan;
+            plan.majors = timesOf(step.major, request, clock);
+            plan.texts = textsOf(plan.majors, step.major, clock, dates);
+            if (plan.majors.size() < 2 || !request.hasRoomFor(plan))
+                continue;
+            plan.minors = minorsOf(plan.majors, step.minor, request, clock);
+            return plan;
+        }
+    }
+    return {};
+}
+
 } // namespace
 
 TickPlan timeTicks(const TickRequest &request, const ClockOffset &offset)
@@ -346,7 +386,11 @@ TickPlan timeTicks(const TickRequest &request, const ClockOffset &offset)
     }
     const bool isShort = span < shortest || (span < 1.0 && plan.majors.size() < 2);
     const TickPlan fractions = isShort ? fractionTicks(request, clock) : TickPlan();
-    return fractions.majors.isEmpty() ? plan : fractions;
+    if (!fractions.majors.isEmpty())
+        return fractions;
+    const bool isReadable = plan.majors.size() > 1 && request.hasRoomFor(plan);
+    const TickPlan shorter = isReadable ? TickPlan() : shorterTicks(request, clock);
+    return shorter.majors.isEmpty() ? plan : shorter;
 }
 
 QString readingOfTime(double seconds, double span, const ClockOffset &offset)

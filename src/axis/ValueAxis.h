@@ -114,6 +114,8 @@ public:
     int numTicks() const { return m_ticks.number(); }
     double dynamicTicksRatio() const { return m_ticks.dynamicRatio(); }
     double baseline() const { return m_baseline; }
+    // Whether the document chose it, also where it is the default.
+    bool hasWrittenBaseline() const { return m_hasWrittenBaseline; }
     QList<qreal> ticks() const { return m_ticks.positions(); }
     BaseFormatter *formatter() const { return m_formatter; }
     double customInterval() const { return m_ticks.customInterval(); }
@@ -258,6 +260,7 @@ private:
     bool m_visible = true;
     bool m_reversible = false;
     bool m_fitsWhileMoved = false;
+    bool m_hasWrittenBaseline = false;
     AxisStyle m_axisStyle = TicksAndLabels;
     AxisRangeOrder m_rangeOrder = Increasing;
     double m_baseline = 0.0;

@@ -164,6 +164,7 @@ void ValueAxis::setDynamicTicksRatio(double ratio)
 */
 void ValueAxis::setBaseline(double baseline)
 {
+    m_hasWrittenBaseline = true;
     if (baseline == m_baseline)
         return;
     m_baseline = baseline;

@@ -48,14 +48,23 @@ void GraphPointMarker::drawMarkerLine(QPainter *painter, int x, int y) const
     drawVerticalLine(painter, x, y);
 }
 
-bool GraphPointMarker::setTextStyle(QPainter *painter, const QColor &color, int fontSize)
+void GraphPointMarker::setDefaultFont(const QFont &font)
+{
+    if (m_defaultFont == font)
+        return;
+    m_defaultFont = font;
+    emit pointChanged();
+}
+
+bool GraphPointMarker::setTextStyle(QPainter *painter, const QColor &color, int fontSize) const
 {
     // Larger glyphs than any screen would only cost memory.
     constexpr int largestFontSize = 1000;
     if (fontSize <= 0)
         return false;
-    QFont font = painter->font();
-    font.setPointSize(qMin(fontSize, largestFontSize));
+    QFont font = m_defaultFont.value_or(painter->font());
+    if (!m_defaultFont || fontSize != defaultFontSize)
+        font.setPointSize(qMin(fontSize, largestFontSize));
     painter->setFont(font);
     painter->setPen(color);
     return true;

@@ -4,7 +4,10 @@
 #include "platform/bus/OrnData.h"
 #include "plots/GraphPoint.h"
 
+#include <QFont>
 #include <QPointer>
+
+#include <optional>
 
 // A vertical line at the point; the base of the markers that add labels and icons taken from the bus.
 class GRAPH_CHARTS_EXPORT GraphPointMarker : public GraphPoint
@@ -19,6 +22,9 @@ public:
     QColor labelColor() const { return m_labelColor; }
     int labelFontSize() const { return m_labelFontSize; }
 
+    // Of a chart: its size in pixels counts until a size in points is written.
+    void setDefaultFont(const QFont &font);
+
     void paint(QPainter *painter, int x, int y) override;
 
 public slots:
@@ -31,8 +37,8 @@ signals:
 
 protected:
     void drawMarkerLine(QPainter *painter, int x, int y) const;
-    // Sets colour and font size. False for a size at which no text can be written.
-    static bool setTextStyle(QPainter *painter, const QColor &color, int fontSize);
+    // Sets colour and font. False for a size at which no text can be written.
+    bool setTextStyle(QPainter *painter, const QColor &color, int fontSize) const;
 
     // Stores the object and connects its changes, its destruction included, to the slot. False when it was
     // stored before.
@@ -41,6 +47,9 @@ protected:
     QVariant pointValue(const OrnData *data) const;
 
 private:
+    static constexpr int defaultFontSize = 12;
+
     QColor m_labelColor = Qt::black;
-    int m_labelFontSize = 12;
+    int m_labelFontSize = defaultFontSize;
+    std::optional<QFont> m_defaultFont;
 };

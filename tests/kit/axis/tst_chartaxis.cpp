@@ -3,6 +3,7 @@
 #include "data/PlotPoints.h"
 #include "data/PlotSeries.h"
 #include "kit/axis/ChartAxis.h"
+#include "kit/axis/UnitText.h"
 #include "painters/CrossPainter.h"
 #include "painters/SegmentPainter.h"
 #include "plots/ContainerPlot.h"
@@ -10,6 +11,8 @@
 #include "view/base/XYScale.h"
 #include "support/Table.h"
 
+#include <QGlyphRun>
+#include <QTextLayout>
 #include <QtTest>
 
 #include <cmath>
@@ -19,9 +22,9 @@ using graph::ChartAxis;
 namespace {
 
 // What an axis paints on a plot area of 501 x 201 pixels.
-QStringList textsOf(ChartAxis &axis)
+QStringList textsOf(ChartAxis &axis, double width = 501.0)
 {
-    const QRectF area(100, 100, 501, 201);
+    const QRectF area(100, 100, width, 201);
     const PaintRecorder recorder([&](QPainter *painter) { axis.paintLabels(painter, area, {area, {}}); });
     QStringList texts;
     for (const PaintRecorder::Text &text : recorder.texts)
@@ -43,6 +46,7 @@ private slots:
     void badLogarithmicRange_data();
     void badLogarithmicRange();
     void title();
+    void rightToLeft();
     void labelsAtTheEdges();
     void fixedTicks();
     void time();
@@ -175,6 +179,8 @@ void tst_chartaxis::reversed()
     QCOMPARE(plot.mapFromItemX(75), 25.0);
     const QStringList texts = textsOf(x);
     QVERIFY(texts.contains("0") && texts.contains("100"));
+    x.setCustomInterval(-1e308);
+    QCOMPARE(textsOf(x), texts);
     x.setCustomInterval(40.0);
     QCOMPARE(textsOf(x), QStringList({"80", "40", "0"}));
 }
@@ -227,10 +233,47 @@ void tst_chartaxis::title()
     QCOMPARE(axis.requiredMargin(), margin); // in place of the row of the unit
     axis.setTitle(QString(200, 'x'));
     QCOMPARE(textsOf(axis).filter(QRegularExpression("^x{9,90}\u2026 .GHz.$")).size(), 1);
+    QVERIFY(textsOf(axis, 50.0).contains("GHz")); // without anything of the title
+    // A unit that is none leaves room for the rest.
+    axis.setUnit(QString(5000, 'u'));
+    QCOMPARE(textsOf(axis).filter(QRegularExpression("^x+\u2026 .u{5,40}\u2026.$")).size(), 1);
+    ChartAxis vertical;
+    vertical.setAlignment(Qt::AlignLeft);
+    vertical.setUnit(QString(500, 'W'));
+    QVERIFY(vertical.requiredMargin() < 200);
+    QVERIFY(QRegularExpression("^W+\u2026$").match(vertical.look().unit).hasMatch());
     axis.setMargin(7);
     axis.setUnit("");
     QTest::qWait(1);
     QCOMPARE(axis.margin(), 7);
+}
+
+// Beside a title from right to left a unit is still read from left to right, and so is a number before such a unit.
+void tst_chartaxis::rightToLeft()
+{
+    const QString hebrew = QString::fromUtf8("\u05d8\u05de\u05e4");
+    ChartAxis axis;
+    axis.setUnit(QString::fromUtf8("\u00b0C"));
+    axis.setTitle(hebrew);
+    QVERIFY(!textsOf(axis).filter(QChar(0x2068)).isEmpty()); // each direction is painted by itself
+    const QString title = hebrew + graph::unitInBrackets(axis.unit(), hebrew);
+    const auto isBefore = [](const QString &text, const QString &left, const QString &right) {
+        QTextLayout layout(text);
+        layout.beginLayout();
+        layout.createLine();
+        layout.endLayout();
+        const auto place = [&](const QString &part) {
+            return layout.glyphRuns(text.indexOf(part), 1).value(0).boundingRect().center().x();
+        };
+        return place(left) < place(right);
+    };
+    QVERIFY(isBefore(title, QString::fromUtf8("\u00b0"), "C"));
+    QVERIFY(isBefore(title, "C", hebrew));
+    axis.setTitle("T");
+    QVERIFY(textsOf(axis).contains(QString::fromUtf8("T (\u00b0C)")));
+    QCOMPARE(axis.valueText(-0.5), QString::fromUtf8("-0.500 \u00b0C"));
+    axis.setUnit(hebrew);
+    QVERIFY(isBefore(axis.valueText(-0.5), "-", "5"));
 }
 
 // Below their ticks, also in the corner with another axis, but within the window; in the unit of readings.

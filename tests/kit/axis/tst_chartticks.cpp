@@ -151,6 +151,10 @@ void tst_chartticks::times_data()
     add("microseconds", noon + 0.5, 4e-6, 600, "500.000 ms 500.002 ms 500.004 ms | 22 Nov 13:00:00 +");
     add("no calendar", 1e15, 4, 600, "0.0 0.5 1.0 1.5 2.0 2.5 3.0 3.5 4.0 | 1P +");
     add("little room", noon, 86400, 100, "23 Nov 2026");
+    add("one date", noon + 33180, 3 * 3600, 270, "23:00 23 Nov 00:00 01:00");
+    add("a date instead of midnight", noon + 33180, 3 * 3600, 200, "23:00 23 Nov 01:00");
+    add("no date", noon, 3 * 3600, 120, "14:00 16:00");
+    add("no year", noon, 4 * 86400, 160, "23 Nov 25 Nov");
 }
 
 // At a place that is an hour ahead, in summer two.
@@ -211,6 +215,11 @@ void tst_chartticks::shortAxis()
         request.length = length;
         QCOMPARE(planOf(request).texts.join(' '), QString(expected));
     }
+    // The next interval is longer than the axis, and the text at its end has to be moved inside.
+    request.lowest = -2.0;
+    request.highest = 1.6;
+    request.length = 48.0;
+    QCOMPARE(planOf(request).texts.join(' '), QString("-2 0"));
 }
 
 void tst_chartticks::minorTicks()
@@ -229,22 +238,34 @@ void tst_chartticks::minorTicks()
 
 void tst_chartticks::autoRange_data()
 {
-    columns<ScaleKind, bool, double, double, double, double>(
-        {"scale", "hasHeadRoom", "lowest", "highest", "begin", "end"});
-    QTest::newRow("from zero") << ScaleKind::Linear << true << 0.0 << 8.0 << 0.0 << 9.0;
-    QTest::newRow("near zero") << ScaleKind::Linear << true << 1.0 << 8.0 << 0.0 << 8.5;
-    QTest::newRow("far from zero") << ScaleKind::Linear << true << 100.0 << 108.0 << 99.0 << 109.0;
-    QTest::newRow("negative") << ScaleKind::Linear << true << -90.0 << -5.0 << -100.0 << 0.0;
-    QTest::newRow("both signs") << ScaleKind::Linear << true << -1.0 << 1.0 << -1.2 << 1.2;
-    QTest::newRow("one level") << ScaleKind::Linear << true << 5.0 << 5.0 << 2.0 << 8.0;
-    QTest::newRow("zero only") << ScaleKind::Linear << true << 0.0 << 0.0 << -1.2 << 1.2;
-    QTest::newRow("along") << ScaleKind::Linear << false << 0.5 << 2.25 << 0.5 << 2.25;
-    QTest::newRow("decades") << ScaleKind::Logarithmic << true << 0.03 << 700.0 << 0.01 << 2000.0;
-    QTest::newRow("down to zero") << ScaleKind::Logarithmic << true << 0.0 << 700.0 << 0.1 << 2000.0;
-    QTest::newRow("one positive level") << ScaleKind::Logarithmic << true << 5.0 << 5.0 << 1.0 << 20.0;
-    QTest::newRow("all that there is") << ScaleKind::Linear << true << -1.7e308 << 1.7e308 << -8e307 << 8e307;
-    QTest::newRow("all decades") << ScaleKind::Logarithmic << true << 1e-300 << 1e300 << 1e-305 << 1e308;
-    QTest::newRow("not finite") << ScaleKind::Linear << true << qQNaN() << 1.0 << 0.0 << 1.0;
+    columns<ScaleKind, bool, double, double, double, double, double>(
+        {"scale", "hasHeadRoom", "lowest", "highest", "begin", "end", "baseline"});
+    QTest::newRow("from zero") << ScaleKind::Linear << true << 0.0 << 8.0 << 0.0 << 9.0 << qQNaN();
+    QTest::newRow("near zero") << ScaleKind::Linear << true << 1.0 << 8.0 << 0.0 << 8.5 << qQNaN();
+    QTest::newRow("far from zero") << ScaleKind::Linear << true << 100.0 << 108.0 << 99.0 << 109.0 << qQNaN();
+    QTest::newRow("negative") << ScaleKind::Linear << true << -90.0 << -5.0 << -100.0 << 0.0 << qQNaN();
+    QTest::newRow("both signs") << ScaleKind::Linear << true << -1.0 << 1.0 << -1.2 << 1.2 << qQNaN();
+    QTest::newRow("one level") << ScaleKind::Linear << true << 5.0 << 5.0 << 2.0 << 8.0 << qQNaN();
+    QTest::newRow("zero only") << ScaleKind::Linear << true << 0.0 << 0.0 << -1.2 << 1.2 << qQNaN();
+    QTest::newRow("along") << ScaleKind::Linear << false << 0.5 << 2.25 << 0.5 << 2.25 << qQNaN();
+    QTest::newRow("decades") << ScaleKind::Logarithmic << true << 0.03 << 700.0 << 0.01 << 2000.0 << qQNaN();
+    QTest::newRow("down to zero") << ScaleKind::Logarithmic << true << 0.0 << 700.0 << 0.1 << 2000.0
+                                  << qQNaN();
+    QTest::newRow("one positive level")
+        << ScaleKind::Logarithmic << true << 5.0 << 5.0 << 1.0 << 20.0 << qQNaN();
+    QTest::newRow("all that there is")
+        << ScaleKind::Linear << true << -1.7e308 << 1.7e308 << -8e307 << 8e307 << qQNaN();
+    QTest::newRow("all decades") << ScaleKind::Logarithmic << true << 1e-300 << 1e300 << 1e-305 << 1e308
+                                 << qQNaN();
+    QTest::newRow("on a baseline") << ScaleKind::Linear << true << 10.0 << 15.0 << 10.0 << 15.5 << 10.0;
+    QTest::newRow("below a baseline")
+        << ScaleKind::Linear << true << -20.0 << -10.0 << -21.0 << -10.0 << -10.0;
+    QTest::newRow("across a baseline") << ScaleKind::Linear << true << 10.0 << 15.0 << 9.5 << 15.5 << 12.0;
+    QTest::newRow("decades on a baseline")
+        << ScaleKind::Logarithmic << true << 3.0 << 700.0 << 3.0 << 1000.0 << 3.0;
+    QTest::newRow("next to nothing") << ScaleKind::Linear << true << 5e-324 << 2e-323 << -1.2 << 1.2
+                                     << qQNaN();
+    QTest::newRow("not finite") << ScaleKind::Linear << true << qQNaN() << 1.0 << 0.0 << 1.0 << qQNaN();
 }
 
 void tst_chartticks::autoRange()
@@ -255,10 +276,11 @@ void tst_chartticks::autoRange()
     QFETCH(double, highest);
     QFETCH(double, begin);
     QFETCH(double, end);
+    QFETCH(double, baseline);
     graph::AutoRangeRequest request;
     request.scale = scale;
     request.hasHeadRoom = hasHeadRoom;
-    request.data = {lowest, highest, 0.2};
+    request.data = {lowest, highest, 0.2, baseline};
     const graph::ScaleEnds ends = graph::autoRange(request);
     QCOMPARE(ends.begin, begin);
     QCOMPARE(ends.end, end);
