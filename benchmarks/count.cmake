@@ -3,7 +3,8 @@
 # Counts the instructions of a frame of each scene and compares them with the numbers that are kept for builds of this
 # kind; with RENEW it writes those. Instructions do not depend on what else the machine does: two runs differ by less
 # than a thousandth. Another compiler, other flags or another Qt make another number, so each kind of build has a list
-# of its own, and a build without one is skipped.
+# of its own, and a build without one is skipped. Now and then the system makes a program draw one frame more, as when it
+# tells twice that a file has changed: a scene that takes too many is counted again, and the least counts.
 
 set(tolerance 3) # percent
 set(counted_frames 8) # as in scenes.cpp
@@ -23,27 +24,37 @@ if(NOT EXISTS "${VALGRIND}")
   return()
 endif()
 
-file(REMOVE_RECURSE ${WORK})
-file(MAKE_DIRECTORY ${WORK})
-execute_process(
-  COMMAND ${VALGRIND} --tool=callgrind --instr-atstart=no --callgrind-out-file=${WORK}/counted ${PROGRAM}
-  OUTPUT_FILE ${WORK}/output.txt ERROR_FILE ${WORK}/output.txt RESULT_VARIABLE result)
-if(NOT result EQUAL 0)
-  file(READ ${WORK}/output.txt output)
-  message(FATAL_ERROR "${PROGRAM} failed: ${result}\n${output}")
-endif()
+# The names of the scenes, all or the one that is named, and their thousands of instructions a frame.
+function(count SCENES NUMBERS)
+  file(REMOVE_RECURSE ${WORK})
+  file(MAKE_DIRECTORY ${WORK})
+  execute_process(
+    COMMAND ${VALGRIND} --tool=callgrind --instr-atstart=no --callgrind-out-file=${WORK}/counted ${PROGRAM} ${ARGN}
+    OUTPUT_FILE ${WORK}/output.txt ERROR_FILE ${WORK}/output.txt RESULT_VARIABLE result)
+  if(NOT result EQUAL 0)
+    file(READ ${WORK}/output.txt output)
+    message(FATAL_ERROR "${PROGRAM} failed: ${result}\n${output}")
+  endif()
+  set(scenes "")
+  set(numbers "")
+  file(GLOB parts LIST_DIRECTORIES OFF ${WORK}/counted.*)
+  list(SORT parts COMPARE NATURAL)
+  foreach(part ${parts})
+    file(STRINGS ${part} lines REGEX "^(desc: Trigger|totals:)")
+    if("${lines}" MATCHES "Client Request: ([a-z-]+);totals: ([0-9]+)")
+      list(APPEND scenes ${CMAKE_MATCH_1})
+      math(EXPR number "${CMAKE_MATCH_2} / ${counted_frames} / 1000")
+      list(APPEND numbers ${number})
+    endif()
+  endforeach()
+  set(${SCENES} ${scenes} PARENT_SCOPE)
+  set(${NUMBERS} ${numbers} PARENT_SCOPE)
+endfunction()
 
 set(list "")
 set(wrong "")
-file(GLOB parts LIST_DIRECTORIES OFF ${WORK}/counted.*)
-list(SORT parts COMPARE NATURAL)
-foreach(part ${parts})
-  file(STRINGS ${part} lines REGEX "^(desc: Trigger|totals:)")
-  if(NOT "${lines}" MATCHES "Client Request: ([a-z-]+);totals: ([0-9]+)")
-    continue()
-  endif()
-  set(scene ${CMAKE_MATCH_1})
-  math(EXPR now "${CMAKE_MATCH_2} / ${counted_frames} / 1000")
+count(scenes numbers)
+foreach(scene now IN ZIP_LISTS scenes numbers)
   string(APPEND list "${scene} ${now}\n")
   if(RENEW)
     continue()
@@ -56,8 +67,14 @@ foreach(part ${parts})
   endif()
   set(before ${CMAKE_MATCH_1})
   math(EXPR thousandths "(${now} - ${before}) * 1000 / ${before}")
-  message("${scene}: ${now} thousand instructions a frame, ${before} noted, ${thousandths} thousandths more")
   math(EXPR most "${tolerance} * 10")
+  foreach(again 1 2)
+    if(thousandths GREATER most)
+      count(_ now ${scene})
+      math(EXPR thousandths "(${now} - ${before}) * 1000 / ${before}")
+    endif()
+  endforeach()
+  message("${scene}: ${now} thousand instructions a frame, ${before} noted, ${thousandths} thousandths more")
   if(thousandths GREATER most OR thousandths LESS -${most})
     list(APPEND wrong "${scene}: ${before} -> ${now}")
   endif()
