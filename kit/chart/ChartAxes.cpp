@@ -1,6 +1,7 @@
 #include "kit/chart/ChartAxes.h"
 
 #include "kit/axis/ChartAxis.h"
+#include "kit/data/Store.h"
 #include "kit/chart/ChartTheme.h"
 #include "kit/data/ItemName.h"
 #include "kit/data/Telling.h"
@@ -92,6 +93,7 @@ void ChartAxes::adopt(ValueAxis *axis, bool isOwn)
     }
     if (auto *chartAxis = qobject_cast<ChartAxis *>(axis)) {
         chartAxis->setRoomBeyond(labelRoom);
+        chartAxis->setCramped(m_isCramped);
         connect(chartAxis, &ChartAxis::titleChanged, this, &ChartAxes::roomChanged);
     } else if (axis->margin() == 0) {
         followRequiredMargin(axis, this);
@@ -201,6 +203,12 @@ void ChartAxes::takeFrom(AbstractPlot *plot) const
         plot->setAxisY(nullptr);
 }
 
+void ChartAxes::leavePlots()
+{
+    m_grid->setPlots({});
+    m_labels->setPlots({});
+}
+
 void ChartAxes::setTheme(const ChartTheme &theme)
 {
     m_theme = &theme;
@@ -239,15 +247,39 @@ void ChartAxes::nameAfter(const QVector<QPointer<AbstractPlot>> &traces, const Q
         fitted.takeTitle(hasRoom ? only.last() : nullptr);
     }
     const bool hasSeveral = only.size() - only.count(nullptr) > 1;
+    const bool hasAxisAbove = std::any_of(m_axes.begin(), m_axes.end(), [](const FittedAxis &fitted) {
+        const ValueAxis *axis = fitted.axis();
+        return axis && axis->alignment() == Qt::AlignTop && axis->visible();
+    });
     for (std::size_t i = 0; i < m_axes.size(); ++i) {
-        if (auto *axis = qobject_cast<ChartAxis *>(m_axes[i].axis()))
-            axis->setTitleColor(hasSeveral && only.at(int(i)) ? only.at(int(i))->penColor() : QColor());
+        auto *axis = qobject_cast<ChartAxis *>(m_axes[i].axis());
+        if (!axis)
+            continue;
+        axis->setTitleColor(hasSeveral && only.at(int(i)) ? only.at(int(i))->penColor() : QColor());
+        axis->setLabelsAbove(hasAxisAbove && axis->orientation() == Qt::Vertical);
     }
+}
+
+bool ChartAxes::hasVisible() const
+{
+    return std::any_of(m_axes.begin(), m_axes.end(),
+                       [](const FittedAxis &fitted) { return fitted.axis() && fitted.axis()->visible(); });
+}
+
+void ChartAxes::setCramped(bool cramped)
+{
+    if (!store(m_isCramped, cramped))
+        return;
+    for (FittedAxis &fitted : m_axes) {
+        if (auto *axis = qobject_cast<ChartAxis *>(fitted.axis()))
+            axis->setCramped(cramped);
+    }
+    emit roomChanged();
 }
 
 bool ChartAxes::hasUnitAbove() const
 {
-    return std::any_of(m_axes.begin(), m_axes.end(), [](const FittedAxis &fitted) {
+    return !m_isCramped && std::any_of(m_axes.begin(), m_axes.end(), [](const FittedAxis &fitted) {
         const auto *axis = qobject_cast<const ChartAxis *>(fitted.axis());
         return axis && axis->orientation() == Qt::Vertical && axis->visible() && !axis->unit().isEmpty() &&
                axis->title().isEmpty();

@@ -54,6 +54,8 @@ public:
     void giveTo(AbstractPlot *plot) const;
     // From one that leaves the chart: another one gives it others.
     void takeFrom(AbstractPlot *plot) const;
+    // The planes listen to none of them any more, at the end of the chart.
+    void leavePlots();
 
     void setTheme(const ChartTheme &theme);
     void setGridVisible(bool visible);
@@ -62,6 +64,9 @@ public:
     void nameAfter(const QVector<QPointer<AbstractPlot>> &traces, const QSizeF &size);
     // Whether a unit is above the numbers of an axis.
     bool hasUnitAbove() const;
+    bool hasVisible() const;
+    // Whether the chart is so small that units get no rows of their own.
+    void setCramped(bool cramped);
 
     void fit(Qt::Orientation orientation, const Look &look);
     void fit(FittedAxis &axis, const Look &look);
@@ -103,6 +108,7 @@ private:
     // Those that have the grid only while the first axis of their direction is idle: a second grid between the lines of
     // the first could not be read.
     QSet<const ValueAxis *> m_gridless;
+    bool m_isCramped = false;
     QElapsedTimer m_clock;
     QTimer m_fitTimer;
     bool m_isFitting = false;

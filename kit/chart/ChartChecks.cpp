@@ -140,7 +140,7 @@ QString insideOfAnItem(const GraphView &view, const AbstractPlot &plot)
 
 QString afterView(const GraphView &view, const AbstractPlot &plot)
 {
-    if (plot.parentItem() != &view || view.plots().contains(const_cast<AbstractPlot *>(&plot)))
+    if (plot.parentItem() != &view || view.hasPlot(&plot))
         return {};
     return QStringLiteral("was created after %1, which then knows nothing of it: declare it in the view and "
                           "switch visible, "

@@ -88,7 +88,9 @@ double ChartExport::progress() const
     \qmlmethod bool Chart::exportData(string file, bool all = false)
     Writes the samples of the visible traces as CSV to a path or file URL that ends with .csv, those in the visible
     range of x or all: a line of names
-    with units, then a line for each sample. Traces at the same x share a column of it; a LimitLine is no
+    with units, then a line for each sample. The column of x has the title of its axis, or "x"; of a Time axis it
+    has dates as ISO 8601 (2023-11-14T23:13:20.250Z, in local time with +01:00 or the like) and the title or "Time".
+    Traces at the same x share a column of it; a LimitLine is no
     data and has none. Numbers have points and are exact in every locale; a gap is an empty field. Begins and ends like exportImage().
 
     \qmlmethod void Chart::cancelExport()

@@ -119,6 +119,7 @@ bool ChartPlots::watch(AbstractPlot *plot)
             connect(trace, &Trace::styleChanged, this, &ChartPlots::dataChanged);
             connect(trace, &Trace::nameChanged, this, &ChartPlots::dataChanged);
             connect(trace, &Trace::colorChanged, this, &ChartPlots::dataChanged);
+            connect(trace, &Trace::readingsChanged, this, &ChartPlots::readingsChanged);
         }
         if (const auto *points = qobject_cast<const GraphPlot *>(plot))
             connect(points, &GraphPlot::graphPointChanged, this, &ChartPlots::lookLater);

@@ -47,6 +47,8 @@ signals:
     void changed();
     // What the plots show, or where.
     void dataChanged();
+    // Whether one of them has any.
+    void readingsChanged();
     // Only its address may be used.
     void plotDestroyed(AbstractPlot *plot);
     // By an Instantiator.

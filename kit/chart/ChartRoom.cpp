@@ -41,6 +41,8 @@ bool ChartRoom::takeScale(QQuickItem *child, const ChartTheme &theme)
 QMargins ChartRoom::own() const
 {
     const int size = m_fontSize;
+    if (!m_axes->hasVisible())
+        return {0, m_isTitled ? size * 5 / 2 : 0, m_scales.width(m_chart), 0};
     const int above = m_labels->margins().top(); // of axes there
     const int top = m_isTitled               ? std::max(size * 5 / 2, above > 0 ? above + size * 9 / 4 : 0)
                     : m_axes->hasUnitAbove() ? size * 9 / 4
@@ -51,6 +53,11 @@ QMargins ChartRoom::own() const
     // The last number is below its tick, half of it beyond the plot area; times are longer.
     const int half = m_axes->x()->scale() == ChartAxis::Time ? size * 9 / 4 : size * 3 / 2;
     return {size, top, std::max(half, right), size / 2};
+}
+
+bool ChartRoom::isCramped() const
+{
+    return m_chart->height() < 14.0 * m_fontSize;
 }
 
 QMargins ChartRoom::ofAxes() const

@@ -32,6 +32,8 @@ public:
 
     // Besides that of the axes.
     QMargins own() const;
+    // Whether rows of text beside the plot area leave it hardly any height.
+    bool isCramped() const;
     QMargins ofAxes() const;
 
     void placeScales() const;

@@ -17,6 +17,7 @@
 #include "kit/data/Store.h"
 #include "kit/data/Telling.h"
 #include "kit/plots/Shading.h"
+#include "kit/plots/Trace.h"
 #include "view/base/AbstractPlot.h"
 #include "view/base/StrokeNode.h"
 #include "view/base/XYScale.h"
@@ -131,6 +132,7 @@ void ChartView::hear()
     connect(m_axes.get(), &ChartAxes::axisDestroyed, m_plots.get(), &ChartPlots::lookLater);
     connect(m_plots.get(), &ChartPlots::changed, ears, [this] { wire(); });
     connect(m_plots.get(), &ChartPlots::dataChanged, m_zoom.get(), &ChartZoom::updateLater);
+    connect(m_plots.get(), &ChartPlots::readingsChanged, ears, [this] { handlePlotVisibilityChanged(); });
     connect(m_plots.get(), &ChartPlots::plotDestroyed, ears, [this](AbstractPlot *plot) { dropPlot(plot); });
     connect(m_plots.get(), &ChartPlots::axisMade, ears,
             [this](ValueAxis *axis) { m_axes->adopt(axis, true); });
@@ -141,6 +143,7 @@ void ChartView::hear()
     connect(m_zoom.get(), &ChartZoom::aboutToUpdate, ears,
             [this] { m_axes->nameAfter(m_plots->traces(), size()); });
     connect(m_zoom.get(), &ChartZoom::updated, ears, [this] { finishUpdate(); });
+    connect(&m_legendPlace, &LegendPlace::due, ears, [this] { placeLegend(); });
     connect(this, &QQuickItem::visibleChanged, ears, [this] {
         m_zoom->updateLater();
         makeRoom();
@@ -168,6 +171,7 @@ ChartView::~ChartView()
     const auto taken = plots();
     for (AbstractPlot *plot : taken)
         removePlot(plot);
+    m_axes->leavePlots();
     leaveScene(this);
 }
 
@@ -193,7 +197,7 @@ void ChartView::itemChange(ItemChange change, const ItemChangeData &data)
     if (m_isComplete && change == ItemChildAddedChange) {
         m_plots->lookLater();
     } else if (m_isComplete && change == ItemChildRemovedChange) {
-        m_children.removeAll(data.item);
+        m_children.remove(data.item);
         m_room->forgetScale(data.item);
         makeRoom();
         if (auto *plot = qobject_cast<AbstractPlot *>(data.item))
@@ -202,7 +206,7 @@ void ChartView::itemChange(ItemChange change, const ItemChangeData &data)
     }
     GraphView::itemChange(change, data);
     if (change == ItemSceneChange && data.window)
-        std::for_each(m_children.begin(), m_children.end(), drawAsImage);
+        std::for_each(m_children.cbegin(), m_children.cend(), drawAsImage);
 }
 
 void ChartView::wire()
@@ -210,19 +214,24 @@ void ChartView::wire()
     m_plots->placeInstantiated();
     adoptNewChildren();
     const QVector<AbstractPlot *> found = m_plots->find();
-    const auto taken = plots();
-    for (AbstractPlot *plot : taken) {
-        if (!found.contains(plot))
+    const QSet<const AbstractPlot *> present(found.begin(), found.end());
+    const auto before = plots();
+    for (AbstractPlot *plot : before) {
+        if (!present.contains(plot))
             letGo(plot);
     }
+    const auto kept = plots();
+    QSet<const AbstractPlot *> taken(kept.begin(), kept.end());
     for (AbstractPlot *plot : found) {
         if (plot->parentItem() != this) {
             if (!hasSize(plot))
                 stretch(plot, plot->parentItem());
             plot->setZoomRect(zoomRect());
         }
-        if (!plots().contains(plot))
+        if (!taken.contains(plot)) {
+            taken.insert(plot);
             addPlot(plot);
+        }
         if (m_plots->watch(plot))
             drawAsImage(plot);
         m_axes->giveTo(plot);
@@ -249,7 +258,7 @@ void ChartView::adoptNewChildren()
 
 void ChartView::adoptChild(QQuickItem *child)
 {
-    m_children.append(child);
+    m_children.insert(child);
     drawAsImage(child);
     if (m_room->takeScale(child, m_theme->theme()))
         return;
@@ -259,6 +268,9 @@ void ChartView::adoptChild(QQuickItem *child)
         stretch(child, this);
     else if (child == plotArea() || child == m_overlay || isDrawn || (!hasSize(child) && !sizesItself(child)))
         GraphView::adoptChild(child);
+    // Before the planes listen to it, which look at all plots when one has other axes.
+    if (auto *plot = qobject_cast<AbstractPlot *>(child))
+        m_axes->giveTo(plot);
 }
 
 // It has moved elsewhere.
@@ -279,7 +291,7 @@ void ChartView::dropPlot(AbstractPlot *plot)
 {
     m_plots->forget(plot);
     m_traceColors.forget(plot);
-    if (plots().contains(plot)) {
+    if (hasPlot(plot)) {
         removePlot(plot);
         m_plots->unwatch(plot);
         handlePlotVisibilityChanged();
@@ -526,7 +538,8 @@ void ChartView::setFlickable(QQuickItem *flickable)
 
 bool ChartView::isRead(const AbstractPlot &plot) const
 {
-    return !isShading(plot);
+    const auto *trace = qobject_cast<const Trace *>(&plot);
+    return !isShading(plot) && (!trace || trace->hasReadings());
 }
 
 // Charts that share x have it at the same pixels.
@@ -555,14 +568,18 @@ void ChartView::makeRoom()
 
 void ChartView::makeOwnRoom()
 {
+    m_axes->setCramped(m_room->isCramped());
     handleMarginsChanged();
     m_room->placeScales();
 }
 
 void ChartView::handleAreaChanged()
 {
+    m_axes->setCramped(m_room->isCramped());
     update();
     m_room->placeScales();
+    // Numbers of other axes, for instance, leave it another size, and the legend another corner.
+    m_zoom->updateLater();
 }
 
 /*!

@@ -9,6 +9,7 @@
 #include "kit/chart/TraceColors.h"
 #include "view/frame/GraphView.h"
 
+#include <QSet>
 #include <QVariant>
 
 #include <memory>
@@ -185,7 +186,7 @@ private:
     QSizeF m_legendSize;
     CursorSwitches *m_cursor;
     ZoomSwitches *m_zoomSwitches;
-    QVector<QPointer<QQuickItem>> m_children; // the adopted ones
+    QSet<QQuickItem *> m_children; // the adopted ones
     TraceColors m_traceColors;
     PartColors m_partColors;
     ReadingTexts m_texts;

@@ -101,9 +101,9 @@ void ChartZoom::update()
 // What is shown of x, now that the data have changed.
 void ChartZoom::followNewData(const Span &oldX)
 {
-    // Other data than those that were zoomed into.
-    if (m_shown.x && m_follow == 0.0 && m_shown.x->meets(oldX) && !m_dataX.isEmpty() &&
-        !m_shown.x->meets(m_dataX))
+    // Other data than those that were zoomed into; what a held window shows may also fall out of a stream that goes on.
+    if (m_shown.x && m_shown.x->meets(oldX) && !m_dataX.isEmpty() && !m_shown.x->meets(m_dataX) &&
+        (m_follow == 0.0 || !oldX.meets(m_dataX)))
         m_shown.x.reset();
     if (m_shown.following)
         m_shown.x = rollingWindow(groupSpanX(), followedSeconds(), m_axes->x()->scale() == ChartAxis::Time);
@@ -152,8 +152,18 @@ void ChartZoom::showRangeY(double from, double to)
 
 bool ChartZoom::isRange(const char *method, double from, double to) const
 {
-    if (Span{from, to}.isFinite() && from != to)
+    if (Span{from, to}.isFinite() && from != to) {
+        const Span shown = usable({from, to});
+        if (!(shown == Span{from, to}.ordered()))
+            tellOnce(m_view, method,
+                     QStringLiteral("is told %1(%2, %3), which counts as %4 to %5: write numbers in between")
+                         .arg(QLatin1String(method))
+                         .arg(from)
+                         .arg(to)
+                         .arg(shown.from)
+                         .arg(shown.to));
         return true;
+    }
     tellOnce(m_view, method,
              QStringLiteral("ignores %1(%2, %3), which is no range: write two numbers that differ")
                  .arg(QLatin1String(method))
@@ -308,7 +318,7 @@ void ChartZoom::setTouched(bool touched)
 
     \qmlproperty bool Chart::following
     Whether the window rolls. Panning, zooming and showRange() hold it; write true, or press the button in the
-    corner, to go on.
+    corner, to go on. Before there are data, false shows all of them as they come.
 */
 void ChartZoom::setFollow(double seconds)
 {
@@ -326,7 +336,7 @@ void ChartZoom::setFollow(double seconds)
     emit followChanged();
     if (seconds == 0.0)
         setFollowing(false);
-    else if (starts)
+    else if (starts && !m_isHeldFirst)
         setFollowing(true);
     else if (m_shown.following)
         update();
@@ -334,6 +344,9 @@ void ChartZoom::setFollow(double seconds)
 
 void ChartZoom::setFollowing(bool following)
 {
+    // Also where a document writes it before the window.
+    if (!m_isComplete)
+        m_isHeldFirst = !following;
     if (m_shown.following == following)
         return;
     if (following && followedSeconds() <= 0.0) {
@@ -344,6 +357,9 @@ void ChartZoom::setFollowing(bool following)
     }
     ZoomState state = m_shown;
     state.following = following;
+    // A window that waits for data is none of theirs.
+    if (!following && groupSpanX().isEmpty())
+        state.x.reset();
     showState(state, m_isComplete);
 }
 

@@ -97,6 +97,7 @@ private:
     double m_follow = 0.0;
     QTimer m_stepTimer;
     bool m_isComplete = false;
+    bool m_isHeldFirst = false; // by the document, before a window is written
     bool m_isPending = false;
     bool m_isTouched = false;
 };

@@ -3,6 +3,7 @@
 #include "axis/ValueAxis.h"
 #include "data/PlotData.h"
 #include "kit/axis/AxisUnit.h"
+#include "kit/axis/ChartAxis.h"
 #include "kit/chart/DataChecks.h"
 #include "kit/chart/ExportJob.h"
 #include "kit/chart/ViewContents.h"
@@ -12,6 +13,7 @@
 #include "view/frame/GraphView.h"
 #include "view/frame/WorldPlot.h"
 
+#include <QDateTime>
 #include <QIODevice>
 #include <QLocale>
 
@@ -28,6 +30,10 @@ constexpr int blockSize = 1 << 16;
 // Numbers from there to here have no exponent.
 constexpr double leastPlain = 1e-4;
 constexpr double endOfPlain = 1e15;
+// The years that have four digits everywhere on earth, in seconds since 1970.
+constexpr double earliestDate = -62135510400.0;
+constexpr double endOfDates = 253402214400.0;
+constexpr int mostDecimals = 12; // of a second
 
 bool isSameX(const SampleSpan &a, const SampleSpan &b)
 {
@@ -50,6 +56,30 @@ QByteArray field(const QString &text)
                     : QLatin1Char('"') + quoted.replace(QLatin1Char('"'), QLatin1String("\"\"")) +
                           QLatin1Char('"'))
         .toUtf8();
+}
+
+// "2023-11-14T23:13:20.250Z", and with "+01:00" in local time: with all digits that the number of seconds has. Empty for
+// times that have no year of four digits.
+QByteArray dateText(double seconds, Qt::TimeSpec spec)
+{
+    const double whole = std::floor(seconds);
+    if (!(whole >= earliestDate && whole < endOfDates))
+        return {};
+    const QByteArray digits = QByteArray::number(seconds, 'f', QLocale::FloatingPointShortest);
+    const int point = digits.indexOf('.');
+    QByteArray fraction;
+    if (point >= 0) {
+        const int decimals = qBound(3, digits.size() - point - 1, mostDecimals);
+        fraction = QByteArray::number(seconds - whole, 'f', decimals);
+    }
+    // What a rounded fraction makes of the last second of before 1970.
+    const bool isNext = fraction.startsWith('1');
+    QDateTime time = QDateTime::fromSecsSinceEpoch(qint64(whole) + int(isNext), spec);
+    if (spec == Qt::LocalTime)
+        time = time.toOffsetFromUtc(time.offsetFromUtc());
+    QByteArray text = time.toString(Qt::ISODate).toLatin1();
+    constexpr int lengthOfSeconds = 19;
+    return text.insert(lengthOfSeconds, fraction.mid(1));
 }
 
 void appendNumber(QByteArray *text, double value)
@@ -85,14 +115,6 @@ QString nameOfTrace(const AbstractPlot &plot, int number)
     return withUnit(name, firstOf({unitOfValues(plot), plot.axisY() ? plot.axisY()->unit() : QString()}));
 }
 
-QString nameOfX(const AbstractPlot &plot)
-{
-    const PlotData &data = *plot.plotData();
-    const QString title = plot.axisX() ? plot.axisX()->property("title").toString() : QString();
-    return withUnit(firstOf({data.xLabel(), title, QStringLiteral("x")}),
-                    firstOf({unitOfPositions(plot), plot.axisX() ? plot.axisX()->unit() : QString()}));
-}
-
 SampleSpan samplesOf(const AbstractPlot &plot, bool all)
 {
     constexpr double infinity = std::numeric_limits<double>::infinity();
@@ -102,6 +124,25 @@ SampleSpan samplesOf(const AbstractPlot &plot, bool all)
 
 } // namespace
 
+CsvTable::Clock CsvTable::clockOf(const AbstractPlot &plot)
+{
+    const auto *axis = qobject_cast<const ChartAxis *>(plot.axisX());
+    if (!axis || axis->scale() != ChartAxis::Time)
+        return Clock::None;
+    return axis->utc() ? Clock::Utc : Clock::Local;
+}
+
+// Dates have no unit.
+QString CsvTable::nameOfX(const AbstractPlot &plot)
+{
+    const PlotData &data = *plot.plotData();
+    const QString title = plot.axisX() ? plot.axisX()->property("title").toString().simplified() : QString();
+    if (clockOf(plot) != Clock::None)
+        return firstOf({data.xLabel(), title, QStringLiteral("Time")});
+    return withUnit(firstOf({data.xLabel(), title, QStringLiteral("x")}),
+                    firstOf({unitOfPositions(plot), plot.axisX() ? plot.axisX()->unit() : QString()}));
+}
+
 CsvTable::CsvTable(const GraphView &view, bool all)
 {
     for (const AbstractPlot *plot : plotsOf(view)) {
@@ -109,7 +150,8 @@ CsvTable::CsvTable(const GraphView &view, bool all)
         if (!data || !hasSamples(*data) || !view.isAncestorOf(plot) ||
             qobject_cast<const WorldPlot *>(plot) || qobject_cast<const LimitLine *>(plot))
             continue;
-        m_traces.append({nameOfX(*plot), nameOfTrace(*plot, m_traces.size() + 1), samplesOf(*plot, all)});
+        m_traces.append(
+            {nameOfX(*plot), nameOfTrace(*plot, m_traces.size() + 1), samplesOf(*plot, all), clockOf(*plot)});
         m_rows = qMax(m_rows, m_traces.last().samples.size());
     }
 }
@@ -119,7 +161,9 @@ QVector<CsvTable::Group> CsvTable::groups() const
     QVector<Group> groups;
     for (const Trace &trace : m_traces) {
         const auto found = std::find_if(groups.begin(), groups.end(), [&trace](const Group &group) {
-            return group.first()->xName == trace.xName && isSameX(group.first()->samples, trace.samples);
+            const Trace &first = *group.first();
+            return first.xName == trace.xName && first.clock == trace.clock &&
+                   isSameX(first.samples, trace.samples);
         });
         if (found == groups.end())
             groups.append(Group{&trace});
@@ -158,6 +202,16 @@ QByteArray CsvTable::header(const QVector<Group> &groups)
     return fields.join(',') + '\n';
 }
 
+void CsvTable::appendX(QByteArray *text, double x, Clock clock)
+{
+    const QByteArray date =
+        clock == Clock::None ? QByteArray() : dateText(x, clock == Clock::Utc ? Qt::UTC : Qt::LocalTime);
+    if (date.isEmpty())
+        appendNumber(text, x);
+    else
+        text->append(date);
+}
+
 void CsvTable::appendRow(QByteArray *text, int row, const QVector<Group> &groups)
 {
     bool isFirst = true;
@@ -165,7 +219,7 @@ void CsvTable::appendRow(QByteArray *text, int row, const QVector<Group> &groups
         if (!std::exchange(isFirst, false))
             text->append(',');
         if (row < group.first()->samples.size())
-            appendNumber(text, group.first()->samples.x(row));
+            appendX(text, group.first()->samples.x(row), group.first()->clock);
         for (const Trace *trace : group) {
             text->append(',');
             if (row < trace->samples.size())

@@ -9,6 +9,7 @@
 #include "kit/data/Difference.h"
 #include "kit/data/ItemName.h"
 #include "kit/data/StreamSeries.h"
+#include "kit/data/Telling.h"
 #include "kit/plots/LimitLine.h"
 #include "kit/plots/Trace.h"
 #include "kit/plots/WaterfallPlot.h"
@@ -31,8 +32,10 @@ SampleSpan allSamples(const PlotData &data)
     return data.sampleSpan(-infinity, infinity);
 }
 
-QString withoutNumbers(const AbstractPlot &, const PlotData &data)
+QString withoutNumbers(const AbstractPlot &plot, const PlotData &data)
 {
+    if (wasTold(&plot, "values"))
+        return {};
     // What was measured, or computed, may be gaps only.
     const QString type = typeNameOf(&data);
     if (data.busBinding().client() || data.size() == 0 ||
@@ -42,8 +45,8 @@ QString withoutNumbers(const AbstractPlot &, const PlotData &data)
         if (!std::isnan(data.y(i)))
             return {};
     }
-    return QStringLiteral(
-               "has %1 values and no number among them: texts, undefined and NaN are gaps; write numbers")
+    return QStringLiteral("has %1 values and no number among them: texts that are no numbers, undefined and "
+                          "NaN are gaps; write numbers")
         .arg(data.size());
 }
 
@@ -57,6 +60,30 @@ QString placesToWrite(const PlotData &data, bool isOwn)
         return QStringLiteral("positions that differ");
     return data.inherits("PlotPoints") ? QStringLiteral("xData, as many as yData")
                                        : QStringLiteral("x that differ");
+}
+
+QVector<double> positionsOf(const AbstractPlot &plot)
+{
+    if (const auto *trace = qobject_cast<const Trace *>(&plot))
+        return trace->series() || !trace->hasPositions() ? QVector<double>()
+                                                         : trace->positions().value<QVector<double>>();
+    const auto *limit = qobject_cast<const LimitLine *>(&plot);
+    return limit ? limit->positions().value<QVector<double>>() : QVector<double>();
+}
+
+// A value may be missing, but where it is missing is known.
+QString withoutPlaces(const AbstractPlot &plot, const PlotData &)
+{
+    const QVector<double> positions = positionsOf(plot);
+    const auto missing =
+        std::count_if(positions.begin(), positions.end(), [](double x) { return std::isnan(x); });
+    if (missing == 0 || wasTold(&plot, "positions"))
+        return {};
+    return QStringLiteral(
+               "has %1 of %2 positions that are no numbers and no dates, and shows nothing there: write "
+               "a number or a valid date for each value")
+        .arg(missing)
+        .arg(positions.size());
 }
 
 QString atOnePlace(const AbstractPlot &plot, const PlotData &data)
@@ -184,8 +211,8 @@ QString withSamplesForUnits(const AbstractPlot &plot, const PlotData &data)
         .arg(unit);
 }
 
-const DataCheck dataChecks[] = {withoutNumbers, atOnePlace,       withoutInterval,    withTooSmallSteps,
-                                withoutSource,  withUnequalPairs, withSamplesForUnits};
+const DataCheck dataChecks[] = {withoutNumbers,    withoutPlaces, atOnePlace,       withoutInterval,
+                                withTooSmallSteps, withoutSource, withUnequalPairs, withSamplesForUnits};
 
 QString outOfRange(const char *direction, double low, double high, double from, double to, const char *advice)
 {
@@ -232,6 +259,12 @@ bool reachesBaseline(const AbstractPlot &plot)
         return trace->style() == Trace::Area || trace->style() == Trace::Bars;
     const auto *plain = qobject_cast<const GraphPlot *>(&plot);
     return !plain || plain->plotStyle() == GraphPlot::BarPlot || plain->plotStyle() == GraphPlot::FillPlot;
+}
+
+double shownBaseline(const AbstractPlot &plot)
+{
+    const auto *trace = qobject_cast<const Trace *>(&plot);
+    return trace ? trace->shownBaseline() : plot.baseline();
 }
 
 bool isOwnData(const AbstractPlot &plot)
@@ -299,10 +332,11 @@ QString reasonOutOfRange(const AbstractPlot &plot)
     MinMax extent = samples.minMax(0, samples.size());
     if (!(extent.min <= extent.max))
         return {};
-    // Bars and areas begin at the baseline.
-    if (reachesBaseline(plot)) {
-        extent.min = qMin(extent.min, plot.baseline());
-        extent.max = qMax(extent.max, plot.baseline());
+    // Bars and areas begin at the baseline, where they have one.
+    const auto *trace = qobject_cast<const Trace *>(&plot);
+    if (trace ? trace->beginsAtBaseline() : reachesBaseline(plot)) {
+        extent.min = qMin(extent.min, shownBaseline(plot));
+        extent.max = qMax(extent.max, shownBaseline(plot));
     }
     if (areApart(extent.min, extent.max, plot.minVisibleY(), plot.maxVisibleY()))
         return outOfRange("values", extent.min, extent.max, plot.minVisibleY(), plot.maxVisibleY(),

@@ -16,6 +16,8 @@ bool isOwnData(const AbstractPlot &plot);
 
 // Whether the plot fills what lies between its values and the baseline.
 bool reachesBaseline(const AbstractPlot &plot);
+// Where that is.
+double shownBaseline(const AbstractPlot &plot);
 
 // Why nothing comes of the plot's data: their address, the service behind it, or the samples themselves. Empty
 // when all is well, and when there is just nothing yet. The sentence continues the name of the data, or of the

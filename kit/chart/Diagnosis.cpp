@@ -23,18 +23,41 @@ constexpr int patience = 900;
 // Samples that come just before a look, or in one go with it on a busy machine, are not in the ranges yet.
 constexpr int settling = 100;
 
-// The first view in or below the item that somebody looks at; around: the one that the item is in.
-const GraphView *firstDiagnosed(const QQuickItem &item, const GraphView *around)
+// The first one below the item, those of views and in the other item apart.
+const Diagnosis *diagnosisIn(const QQuickItem &item, const QQuickItem *other = nullptr)
+{
+    const QList<QQuickItem *> children = item.childItems();
+    for (const QQuickItem *child : children) {
+        if (const auto *diagnosis = qobject_cast<const Diagnosis *>(child))
+            return diagnosis;
+        const bool isApart = child == other || qobject_cast<const GraphView *>(child);
+        if (const Diagnosis *found = isApart ? nullptr : diagnosisIn(*child, other))
+            return found;
+    }
+    return nullptr;
+}
+
+// Which one speaks of a view: one of the document rather than a chart's own, which is in the overlay.
+const Diagnosis *speakerOf(const GraphView &view)
+{
+    const auto *chart = qobject_cast<const ChartView *>(&view);
+    const QQuickItem *overlay = chart ? chart->overlay() : nullptr;
+    const Diagnosis *declared = diagnosisIn(view, overlay);
+    return declared || !overlay ? declared : diagnosisIn(*overlay);
+}
+
+// The first view in or below the item that somebody looks at.
+const GraphView *firstDiagnosed(const QQuickItem &item)
 {
     if (!item.isVisible())
         return nullptr;
-    if (const auto *view = qobject_cast<const GraphView *>(&item))
-        around = view;
-    if (around && item.isEnabled() && qobject_cast<const Diagnosis *>(&item))
-        return around;
+    const auto *view = qobject_cast<const GraphView *>(&item);
+    const Diagnosis *speaker = view ? speakerOf(*view) : nullptr;
+    if (speaker && speaker->isEnabled())
+        return view;
     const QList<QQuickItem *> children = item.childItems();
     for (const QQuickItem *child : children) {
-        if (const GraphView *found = firstDiagnosed(*child, around))
+        if (const GraphView *found = firstDiagnosed(*child))
             return found;
     }
     return nullptr;
@@ -50,8 +73,8 @@ const GraphView *firstDiagnosed(const QQuickItem &item, const GraphView *around)
     A child of a GraphView. It looks at the chart one second after the chart came, after plots were added and
     after the first samples of data arrived, and says each thing once: in the log, category \c graph.kit, with
     type, id (or objectName), file and line of the item, and to those who listen to QQmlEngine::warnings. It is
-    silent about what is hidden or merely empty. A Chart has one of its own. With \c {enabled: false} it does
-    not look.
+    silent about what is hidden or merely empty. A Chart has one of its own, which is silent as soon as there is
+    another one in its braces; of several the first speaks. With \c {enabled: false} it does not look.
 
     \code
     GraphView {
@@ -107,18 +130,19 @@ void Diagnosis::look()
         own->takePlots();
     watch(chart);
     // A hidden page is looked at when it shows.
-    if (!isEnabled() || !chart->isVisible() || !chart->window())
+    if (speakerOf(*chart) != this || !isEnabled() || !chart->isVisible() || !chart->window())
         return;
     // What is in no view is told by one of them.
-    const bool isFirst = firstDiagnosed(*chart->window()->contentItem(), nullptr) == chart;
+    const bool isFirst = firstDiagnosed(*chart->window()->contentItem()) == chart;
     const auto findings = findReasons(
         *chart, [this](const AbstractPlot &plot) { return isNew(plot); }, isFirst);
     for (const AbstractPlot *plot : plotsOf(*chart)) {
         const PlotData *data = plot->plotData();
         if (data && data->size() > 0 && isNew(*plot))
-            m_seen.append(data);
+            m_seen.insert(data, data);
     }
-    m_seen.removeAll(nullptr);
+    for (auto seen = m_seen.begin(); seen != m_seen.end();)
+        seen = *seen ? std::next(seen) : m_seen.erase(seen);
     for (const Finding &finding : findings)
         tell(finding);
 }
@@ -207,7 +231,7 @@ void Diagnosis::watchPlot(AbstractPlot *plot)
 
 bool Diagnosis::isNew(const AbstractPlot &plot) const
 {
-    return !m_seen.contains(plot.plotData());
+    return !m_seen.value(plot.plotData());
 }
 
 void Diagnosis::tell(const Finding &finding)
@@ -228,7 +252,7 @@ void Diagnosis::tellOfPlace()
 {
     const QQuickItem *around = parentItem() ? parentItem()->parentItem() : nullptr;
     if (const auto *cursor = qobject_cast<const GraphCursor *>(around)) {
-        if (window() && !firstDiagnosed(*window()->contentItem(), nullptr))
+        if (window() && !firstDiagnosed(*window()->contentItem()))
             tell({cursor, cursorInNoView()});
         return;
     }

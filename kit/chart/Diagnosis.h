@@ -3,6 +3,7 @@
 #include "common/Export.h"
 #include "common/QtVersion.h"
 
+#include <QHash>
 #include <QPointer>
 #include <QQuickItem>
 #include <QSet>
@@ -69,7 +70,7 @@ private:
     QTimer m_timer;
     QSet<QString> m_told;
     // Data whose first samples have been compared with what is visible.
-    QVector<QPointer<const PlotData>> m_seen;
+    QHash<const PlotData *, QPointer<const PlotData>> m_seen;
     QPointer<DiagnosisOverlay> m_paper;
 };
 

@@ -9,6 +9,9 @@
 #include "kit/plots/WaterfallPlot.h"
 #include "view/base/AbstractPlot.h"
 
+#include <algorithm>
+#include <cmath>
+
 namespace graph {
 
 namespace {
@@ -25,6 +28,16 @@ void write(ValueAxis *axis, const Span &full)
         axis->setMaxValue(full.to);
         axis->setMinValue(full.from);
     }
+}
+
+// A baseline that is out of all proportion to the data is there to be out of sight, as that of shades is which are as
+// high as the plot area.
+bool canShow(const ValueAxis &axis, double baseline, const Span &data)
+{
+    constexpr double farAway = 1000.0;
+    const double size = std::max(std::abs(data.from), std::abs(data.to));
+    const bool hasPlace = axis.scaleKind() == ScaleKind::Linear || baseline > 0.0;
+    return hasPlace && std::isfinite(baseline) && std::abs(baseline) <= size * farAway;
 }
 
 // Empty where the plot has nothing to say about the axis.
@@ -118,6 +131,11 @@ Span FittedAxis::fitted(const Look &look)
         data = m_lingering.withPast(data, look.now);
         m_isUnsettled = m_lingering.lingers();
     }
+    const double baseline = axis->baseline();
+    const bool rests = look.plotted.restOnBaseline(axis) && canShow(*axis, baseline, data);
+    if (rests)
+        data = data.united({baseline, baseline});
+    axis->setRestsOnBaseline(rests);
     const bool needsPositive = axis->scaleKind() == ScaleKind::Logarithmic && data.from <= 0.0;
     axis->setDataExtent(data.from, data.to,
                         needsPositive ? look.plotted.leastPositiveAlong(axis, onlyVisible) : 0.0);

@@ -1,6 +1,7 @@
 #include "kit/chart/Formatter.h"
 
 #include "axis/ValueAxis.h"
+#include "kit/axis/UnitText.h"
 #include "kit/data/Store.h"
 #include "kit/data/Telling.h"
 #include "platform/ui/NumberText.h"
@@ -152,7 +153,7 @@ void Formatter::tellOfFailure(const QJSValue &result) const
 QString Formatter::plain(double value) const
 {
     const QString number = numberText(value, {m_sigDigs, m_precision}, {}).digits;
-    return m_unit.isEmpty() ? number : number + QLatin1Char(' ') + m_unit;
+    return withUnitBehind(number, m_unit);
 }
 
 void Formatter::forget()

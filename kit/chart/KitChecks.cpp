@@ -14,6 +14,8 @@
 #include "view/base/AbstractPlot.h"
 #include "view/frame/WorldPlot.h"
 
+#include <QJSValue>
+
 namespace graph {
 
 namespace {
@@ -62,6 +64,11 @@ bool isTheme(const QVariant &theme)
                     : qobject_cast<ChartTheme *>(theme.value<QObject *>()) || theme.isNull();
 }
 
+bool isObject(const QVariant &theme)
+{
+    return theme.userType() == qMetaTypeId<QJSValue>() || theme.userType() == QMetaType::QVariantMap;
+}
+
 QString shownTheme(const QVariant &theme)
 {
     if (!theme.isValid())
@@ -80,6 +87,10 @@ QString withUnknownTheme(const GraphView &view)
     const auto *chart = qobject_cast<const ChartView *>(&view);
     if (!chart || isTheme(chart->theme()))
         return {};
+    if (isObject(chart->theme()))
+        return QStringLiteral(
+            "has an object of JavaScript as its theme and is dark therefore: write theme: ChartTheme { "
+            "background: \"black\" }, with the type in front and without brackets");
     return QStringLiteral(
                "has %1 as its theme and is dark therefore: write theme: Chart.Light, Chart.Dark or a "
                "ChartTheme, without quotes")
@@ -204,6 +215,10 @@ QString withRangeBesideFollow(const GraphView &view, const ValueAxis &axis)
 QString withUselessInterval(const GraphView &, const ValueAxis &axis)
 {
     const auto *chartAxis = qobject_cast<const ChartAxis *>(&axis);
+    if (chartAxis && chartAxis->hasTooManyTicks())
+        return QStringLiteral(
+                   "has %1 ticks, more than there are pixels, and chooses its own: write fewer, or none")
+            .arg(chartAxis->ticks().size());
     if (chartAxis && chartAxis->scale() == ChartAxis::Linear && chartAxis->hasTooSmallInterval())
         return QStringLiteral(
                    "has a customInterval of %1, of which the range from %2 to %3 has more than there are "

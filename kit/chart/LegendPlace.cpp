@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <utility>
 
 namespace graph {
 
@@ -18,6 +19,7 @@ namespace {
 constexpr double inset = 4.0; // of a legend, in pixels
 constexpr double gap = 3.0;   // to a trace
 constexpr double sliceWidth = 8.0;
+constexpr int settling = 500; // of data, in milliseconds
 
 // The rows of a stretch of pixel columns that a trace passes.
 struct Rows
@@ -69,7 +71,7 @@ Rows rowsBetween(const AbstractPlot &plot, const SampleSpan &samples, double lef
     rows.add(rowAt(plot, samples, from));
     rows.add(rowAt(plot, samples, to));
     if (rows.top <= rows.bottom && reachesBaseline(plot))
-        rows.add(plot.mapToItemY(plot.baseline()));
+        rows.add(plot.mapToItemY(shownBaseline(plot)));
     return rows;
 }
 
@@ -114,6 +116,32 @@ bool isFree(const QRectF &place, const QVector<const AbstractPlot *> &traces)
 
 } // namespace
 
+LegendPlace::LegendPlace()
+{
+    m_settling.setSingleShot(true);
+    m_settling.setInterval(settling);
+    connect(&m_settling, &QTimer::timeout, this, [this] {
+        m_isDue = m_hasSettled = true;
+        emit due();
+    });
+}
+
+bool LegendPlace::isNew(const QVector<const void *> &data, const QSizeF &area, const QSizeF &legend)
+{
+    const bool isOther = data != m_data;
+    if (isOther)
+        m_hasSettled = false;
+    if (!m_hasSettled)
+        m_settling.start();
+    const bool wasDue = std::exchange(m_isDue, false);
+    if (!isOther && !wasDue && area == m_area && legend == m_legend)
+        return false;
+    m_data = data;
+    m_area = area;
+    m_legend = legend;
+    return true;
+}
+
 std::optional<LegendPlace::Corner> LegendPlace::find(const QVector<QPointer<AbstractPlot>> &plots,
                                                      const QSizeF &area, const QSizeF &legend)
 {
@@ -121,11 +149,8 @@ std::optional<LegendPlace::Corner> LegendPlace::find(const QVector<QPointer<Abst
     QVector<const void *> data;
     for (const AbstractPlot *plot : traces)
         data.append(plot->plotData());
-    if (data.isEmpty() || legend.isEmpty() || (data == m_data && area == m_area && legend == m_legend))
+    if (data.isEmpty() || legend.isEmpty() || !isNew(data, area, legend))
         return std::nullopt;
-    m_data = data;
-    m_area = area;
-    m_legend = legend;
     for (const Corner corner :
          {Corner{true, false}, Corner{false, false}, Corner{true, true}, Corner{false, true}}) {
         if (isFree(placeIn(corner, area, legend), traces))

@@ -5,6 +5,7 @@
 #include "data/PlotData.h"
 #include "kit/chart/TraceReach.h"
 #include "kit/data/Store.h"
+#include "kit/plots/Trace.h"
 #include "view/base/AbstractPlot.h"
 
 #include <algorithm>
@@ -52,6 +53,8 @@ void LegendValue::setPlot(AbstractPlot *plot)
         connect(plot, &QQuickItem::visibleChanged, this, [this] { invalidate(); });
         connect(plot, &AbstractPlot::axisYChanged, this, [this] { invalidate(); });
         connect(plot, &AbstractPlot::plotDataChanged, this, [this] { followData(); });
+        if (auto *trace = qobject_cast<Trace *>(plot))
+            connect(trace, &Trace::readingsChanged, this, [this] { invalidate(); });
     }
     followData();
     emit sourceChanged();
@@ -149,7 +152,8 @@ QString LegendValue::text() const
 QString LegendValue::found() const
 {
     const PlotData *data = m_plot ? m_plot->plotData() : nullptr;
-    if (!m_plot || !m_plot->isVisible())
+    const auto *trace = qobject_cast<const Trace *>(m_plot.data());
+    if (!m_plot || !m_plot->isVisible() || (trace && !trace->hasReadings()))
         return {};
     if (m_cursor) {
         const int index = m_cursor->indexOfPlot(m_plot);

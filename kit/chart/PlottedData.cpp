@@ -103,6 +103,15 @@ double PlottedData::leastPositiveAlong(const ValueAxis *axis, bool onlyVisible) 
     return std::isfinite(least) ? least : 0.0;
 }
 
+bool PlottedData::restOnBaseline(const ValueAxis *axis) const
+{
+    const QList<AbstractPlot *> plots = plotsOn(axis);
+    return std::any_of(plots.begin(), plots.end(), [axis](const AbstractPlot *plot) {
+        const auto *source = dynamic_cast<const ExtentSource *>(plot);
+        return source && plot->axisY() == axis && source->beginsAtBaseline();
+    });
+}
+
 bool PlottedData::fill(const ValueAxis *axis) const
 {
     const QList<AbstractPlot *> plots = plotsOn(axis);

@@ -31,6 +31,8 @@ public:
     Span along(const ValueAxis *axis, bool onlyVisible) const;
     // 0 where there is none.
     double leastPositiveAlong(const ValueAxis *axis, bool onlyVisible) const;
+    // Whether bars or areas begin at the baseline of the axis.
+    bool restOnBaseline(const ValueAxis *axis) const;
     // Whether a plot colours all of the range of the axis.
     bool fill(const ValueAxis *axis) const;
 

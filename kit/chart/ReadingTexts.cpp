@@ -4,6 +4,7 @@
 #include "kit/axis/AxisUnit.h"
 #include "kit/axis/ChartAxis.h"
 #include "kit/axis/NumberLabels.h"
+#include "kit/axis/UnitText.h"
 #include "kit/plots/PlotUnits.h"
 #include "kit/plots/WaterfallPlot.h"
 #include "platform/ui/NumberText.h"
@@ -22,6 +23,8 @@ constexpr DigitLimits positionDigits{6, 9};
 constexpr DigitLimits valueDigits{4, 2};
 // More are errors of rounding.
 constexpr int mostDigits = 15;
+// Two prefixes below that of the axis: readings of the same axis are compared, also where one is near zero.
+constexpr int finestShared = 6;
 
 int exponentOf(double magnitude)
 {
@@ -51,12 +54,11 @@ DigitLimits finerThanPixels(DigitLimits limits, const ValueAxis *axis, double va
 
 QString withUnit(double value, const DigitLimits &limits, const QString &unit)
 {
-    const QString number = numberText(value, limits, {}).digits;
-    return unit.isEmpty() ? number : number + QLatin1Char(' ') + unit;
+    return withUnitBehind(numberText(value, limits, {}).digits, unit);
 }
 
 // In the prefix of the numbers of the axis, with the digits that the value has in its own. Empty where that does not
-// go, or would be mostly zeros.
+// go, or would be nothing but zeros.
 QString inPrefixOfAxis(const ValueAxis *axis, const AxisUnit &unit, double value, DigitLimits limits)
 {
     const auto *chartAxis = qobject_cast<const ChartAxis *>(axis);
@@ -67,10 +69,10 @@ QString inPrefixOfAxis(const ValueAxis *axis, const AxisUnit &unit, double value
         return {};
     const int own = value == 0.0 ? *prefix : unit.allowed(prefixBelow(exponentOf(std::abs(value))));
     const int finer = *prefix - own;
-    if (std::abs(finer) > 3)
+    if (finer > finestShared || finer < -3)
         return {};
     limits.precision += std::max(finer, 0);
-    return numberText(value, limits, {*prefix, *prefix}).digits + QLatin1Char(' ') + unit.prefixed(*prefix);
+    return withUnitBehind(numberText(value, limits, {*prefix, *prefix}).digits, unit.prefixed(*prefix));
 }
 
 // The values of a waterfall are not those of its axis.

@@ -7,6 +7,7 @@
 #include "kit/plots/LimitLine.h"
 #include "kit/plots/Trace.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -16,6 +17,8 @@ namespace {
 
 // 1 January 5138 in seconds, 3 March 1973 in milliseconds.
 constexpr double latestTime = 1e11;
+// Some 300 000 years away.
+constexpr double farthestTime = 1e13;
 constexpr double infinity = std::numeric_limits<double>::infinity();
 
 template <typename Value, typename Test> int countOf(const SampleSpan &samples, Value value, Test test)
@@ -111,9 +114,39 @@ QString offLogarithm(const AbstractPlot &plot, const SampleSpan &samples)
                             samples.size(), "positions", "axisX.scale: ChartAxis.Linear");
 }
 
-QString inMilliseconds(const AbstractPlot &plot, const SampleSpan &samples)
+QString withDates(const AbstractPlot &plot)
+{
+    const auto *trace = qobject_cast<const Trace *>(&plot);
+    if (!trace || trace->series() || !trace->hasDates() || hasScale(plot.axisY(), ChartAxis::Time))
+        return {};
+    return QStringLiteral(
+        "has dates as its values, which count as seconds since 1970: write them as positions, or "
+        "axisY.scale: ChartAxis.Time");
+}
+
+// Where no calendar has a date.
+QString offCalendar(double first, double last)
+{
+    if (std::max(std::abs(first), std::abs(last)) <= farthestTime)
+        return {};
+    return QStringLiteral(
+               "has times from %1 to %2 s, of which %3 s are the farthest that an axis of time can name: "
+               "it takes seconds since 1970")
+        .arg(first)
+        .arg(last)
+        .arg(farthestTime);
+}
+
+QString inOtherTime(const AbstractPlot &plot, const SampleSpan &samples)
 {
     const MinMax values = samples.minMax(0, samples.size());
+    QString text = hasScale(plot.axisX(), ChartAxis::Time)
+                       ? offCalendar(samples.first().x(), samples.last().x())
+                       : QString();
+    if (text.isEmpty() && !values.isEmpty() && hasScale(plot.axisY(), ChartAxis::Time))
+        text = offCalendar(values.min, values.max);
+    if (!text.isEmpty())
+        return text;
     const bool isX = hasScale(plot.axisX(), ChartAxis::Time) && samples.last().x() > latestTime;
     const bool isY = hasScale(plot.axisY(), ChartAxis::Time) && !values.isEmpty() && values.max > latestTime;
     if (!isX && !isY)
@@ -151,13 +184,15 @@ QString reasonOfNewData(const GraphView &view, const AbstractPlot &plot)
     QString text = withTwoLengths(plot);
     if (text.isEmpty())
         text = withLittleCapacity(view, data);
+    if (text.isEmpty())
+        text = withDates(plot);
     const SampleSpan samples = data.sampleSpan(-infinity, infinity);
     if (!text.isEmpty() || samples.isEmpty() || !qobject_cast<const GraphPlot *>(&plot))
         return text;
     text = withInfinity(plot, samples);
     if (text.isEmpty())
         text = offLogarithm(plot, samples);
-    return text.isEmpty() ? inMilliseconds(plot, samples) : text;
+    return text.isEmpty() ? inOtherTime(plot, samples) : text;
 }
 
 } // namespace graph

@@ -6,8 +6,6 @@
 #include "plots/HeatmapPlot.h"
 #include "view/base/AbstractPlot.h"
 
-#include <algorithm>
-
 namespace graph {
 
 void TraceColors::give(const QVector<QPointer<AbstractPlot>> &traces, const ChartTheme &theme)
@@ -16,7 +14,7 @@ void TraceColors::give(const QVector<QPointer<AbstractPlot>> &traces, const Char
         if (!plot || !isChoiceOfChart(plot))
             continue;
         if (!m_given.contains(plot))
-            m_given.insert(plot, {freePlace(), {}});
+            m_given.insert(plot, {takePlace(), {}});
         Given &given = m_given[plot];
         given.color = theme.traceColor(given.place);
         if (auto *trace = qobject_cast<Trace *>(plot)) {
@@ -40,13 +38,22 @@ bool TraceColors::isChoiceOfChart(const AbstractPlot *plot) const
     return plot->penColor() == (given == m_given.cend() ? QColor(Qt::black) : given->color);
 }
 
-int TraceColors::freePlace() const
+void TraceColors::forget(const AbstractPlot *plot)
 {
-    int place = 0;
-    const auto isTaken = [&place](const Given &other) { return other.place == place; };
-    while (std::any_of(m_given.cbegin(), m_given.cend(), isTaken))
-        ++place;
-    return place;
+    const auto given = m_given.constFind(plot);
+    if (given == m_given.cend())
+        return;
+    m_taken.remove(given->place);
+    m_firstFree = qMin(m_firstFree, given->place);
+    m_given.erase(given);
+}
+
+int TraceColors::takePlace()
+{
+    while (m_taken.contains(m_firstFree))
+        ++m_firstFree;
+    m_taken.insert(m_firstFree);
+    return m_firstFree;
 }
 
 } // namespace graph

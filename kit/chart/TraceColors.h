@@ -3,6 +3,7 @@
 #include <QColor>
 #include <QHash>
 #include <QPointer>
+#include <QSet>
 #include <QVector>
 
 class AbstractPlot;
@@ -18,7 +19,7 @@ class TraceColors
 public:
     void give(const QVector<QPointer<AbstractPlot>> &traces, const ChartTheme &theme);
     // The plot may be destroyed: only its address is used.
-    void forget(const AbstractPlot *plot) { m_given.remove(plot); }
+    void forget(const AbstractPlot *plot);
 
 private:
     struct Given
@@ -28,9 +29,11 @@ private:
     };
 
     bool isChoiceOfChart(const AbstractPlot *plot) const;
-    int freePlace() const;
+    int takePlace();
 
     QHash<const AbstractPlot *, Given> m_given;
+    QSet<int> m_taken;
+    int m_firstFree = 0; // or before the first one
 };
 
 } // namespace graph

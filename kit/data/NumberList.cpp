@@ -28,6 +28,16 @@ template <typename Element> QVector<double> converted(const QByteArray &bytes, i
     return numbers;
 }
 
+// An array of a script has any length, however little is in it.
+constexpr double mostElements = 1e8;
+
+double lengthOf(const QVariant &list)
+{
+    const bool isScript = list.userType() == qMetaTypeId<QJSValue>();
+    const QJSValue array = isScript ? list.value<QJSValue>() : QJSValue();
+    return array.isArray() ? array.property(QStringLiteral("length")).toNumber() : 0.0;
+}
+
 using Conversion = QVector<double> (*)(const QByteArray &, int, int);
 
 // Null for what is no typed array.
@@ -104,11 +114,40 @@ std::optional<QVector<double>> numbersIn(const QVariant &list)
     return elements(list);
 }
 
-// Gaps are NaN in arrays of numbers, and undefined in what is read from a file; a text is a mistake.
-void tellOfText(const QObject *owner, const char *elements, const QVariant &list)
+bool isPair(const QVariant &value)
+{
+    switch (value.userType()) {
+    case QMetaType::QVariantList:
+    case QMetaType::QVariantMap:
+    case QMetaType::QPoint:
+    case QMetaType::QPointF:
+    case QMetaType::QVector2D:
+        return true;
+    default:
+        return false;
+    }
+}
+
+// Other libraries take points one by one.
+void tellOfPairs(const QObject *owner, const char *elements)
+{
+    const QString name = QLatin1String(elements);
+    const QString advice = name == QLatin1String("samples")
+                               ? QStringLiteral("StreamPoints and append([0, 1], [5, 3])")
+                               : QStringLiteral("positions: [0, 1]; values: [5, 3]");
+    tellOnce(owner, elements,
+             QStringLiteral(
+                 "is given points or lists among its %1, which leave gaps: write x and y in a list each, %2")
+                 .arg(name, advice));
+}
+
+// Gaps are NaN in arrays of numbers, and undefined in what is read from a file; a text or a point is a mistake.
+void tellOfMistakes(const QObject *owner, const char *elements, const QVariant &list)
 {
     const bool isScript = list.userType() == qMetaTypeId<QJSValue>();
     const QVariantList values = isScript ? list.value<QJSValue>().toVariant().toList() : list.toList();
+    if (std::any_of(values.begin(), values.end(), isPair))
+        tellOfPairs(owner, elements);
     const auto isText = [](const QVariant &value) {
         return value.userType() == QMetaType::QString && std::isnan(numberIn(value));
     };
@@ -133,12 +172,29 @@ double numberIn(const QVariant &value)
     return isNumber ? result : none;
 }
 
+bool beginsWithDate(const QVariant &list)
+{
+    if (list.userType() == qMetaTypeId<QJSValue>())
+        return list.value<QJSValue>().property(0).isDate();
+    return list.userType() == QMetaType::QVariantList &&
+           list.toList().value(0).userType() == QMetaType::QDateTime;
+}
+
 std::optional<QVector<double>> numberList(const QObject *owner, const char *elements, const QVariant &list)
 {
+    if (const double length = lengthOf(list); length > mostElements) {
+        tellOnce(
+            owner, elements,
+            QStringLiteral("is given %1 of the length %2, and takes none of them: write a list of at most %3")
+                .arg(QLatin1String(elements))
+                .arg(length, 0, 'f', 0)
+                .arg(mostElements, 0, 'f', 0));
+        return QVector<double>();
+    }
     auto numbers = numbersIn(list);
     const auto isGap = [](double value) { return std::isnan(value); };
     if (numbers && std::any_of(numbers->cbegin(), numbers->cend(), isGap))
-        tellOfText(owner, elements, list);
+        tellOfMistakes(owner, elements, list);
     return numbers;
 }
 

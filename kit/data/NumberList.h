@@ -26,4 +26,7 @@ GRAPH_CHARTS_EXPORT std::optional<QVector<double>> numberListOf(const QObject *o
 GRAPH_CHARTS_EXPORT std::optional<double> numberOf(const QObject *owner, const char *property,
                                                    const QVariant &value);
 
+// Whether the first element is a date.
+GRAPH_CHARTS_EXPORT bool beginsWithDate(const QVariant &list);
+
 } // namespace graph

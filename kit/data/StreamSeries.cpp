@@ -143,7 +143,7 @@ void StreamSeries::takeServedPlace()
 
 /*!
     \qmlproperty double StreamSeries::interval
-    The distance in x from one sample to the next, in units of x; may be negative. A change keeps the x of the
+    The distance in x from one sample to the next, in units of x; negative where samples come from right to left. A change keeps the x of the
     oldest sample. Default: 1, or what a service says. With 0 all samples are at one x; with NaN or an infinity nothing is drawn.
 */
 void StreamSeries::setInterval(double interval)

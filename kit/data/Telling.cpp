@@ -36,6 +36,13 @@ QQmlError report(const QObject *object, const QString &sentence)
     return error;
 }
 
+// Objects may outlive what is destroyed at the end of the process.
+QHash<const QObject *, QSet<QByteArray>> &toldMatters()
+{
+    static auto *const told = new QHash<const QObject *, QSet<QByteArray>>;
+    return *told;
+}
+
 } // namespace
 
 QString tell(const QObject *about, const QString &sentence)
@@ -54,15 +61,18 @@ QString tell(const QObject *about, const QString &sentence)
 
 void tellOnce(const QObject *about, const char *matter, const QString &sentence)
 {
-    // Objects may outlive what is destroyed at the end of the process.
-    static auto *const told = new QHash<const QObject *, QSet<QByteArray>>;
-    if (!told->contains(about))
-        QObject::connect(about, &QObject::destroyed, [about] { told->remove(about); });
-    QSet<QByteArray> &matters = (*told)[about];
+    if (!toldMatters().contains(about))
+        QObject::connect(about, &QObject::destroyed, [about] { toldMatters().remove(about); });
+    QSet<QByteArray> &matters = toldMatters()[about];
     if (matters.contains(matter))
         return;
     matters.insert(matter);
     tell(about, sentence);
+}
+
+bool wasTold(const QObject *about, const char *matter)
+{
+    return toldMatters().value(about).contains(matter);
 }
 
 void tellOfBound(const QObject *owner, const char *property, double written, double taken, double least,

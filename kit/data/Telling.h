@@ -18,6 +18,9 @@ GRAPH_CHARTS_EXPORT QString tell(const QObject *about, const QString &sentence);
 // The same, but only the first time that the matter of that name comes up with the object.
 GRAPH_CHARTS_EXPORT void tellOnce(const QObject *about, const char *matter, const QString &sentence);
 
+// Whether it has been told.
+bool wasTold(const QObject *about, const char *matter);
+
 // Of a value that a property does not take as it is, once. The greatest one may be infinite.
 GRAPH_CHARTS_EXPORT void tellOfBound(const QObject *owner, const char *property, double written, double taken,
                                      double least, double most);

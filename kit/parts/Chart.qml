@@ -296,8 +296,12 @@ ChartView {
         readonly property bool isLow: chart.width < chart.colors.fontSize * 28 && chart.height < chart.colors.fontSize * 21
         readonly property bool hasRoom: chart.width >= chart.colors.fontSize * 12 && chart.height >= chart.colors.fontSize * 9
 
+        // Those of a thousand traces would cover all of them: what is not to be seen is not laid out.
+        readonly property bool areFew: named.length < 50 || 2 * 42 * 1.19 * chart.colors.fontSize
+                                       * named.filter(plot => Boolean(plot.name)).length < width * height
+
         parent: chart.overlay
-        active: chart.legend.enabled && named.length >= chart.legend.leastTraces && hasRoom
+        active: chart.legend.enabled && named.length >= chart.legend.leastTraces && hasRoom && areFew
         anchors.fill: parent
 
         sourceComponent: Legend {

@@ -81,7 +81,7 @@ GraphCursor {
     Component.onCompleted: if (isDeclared && view) view.declaredCursor = cursor
 
     Repeater {
-        model: cursor.view && cursor.view.cursor.readings ? cursor.view.traces : []
+        model: cursor.view && cursor.view.cursor.readings ? cursor.view.traces.filter(trace => trace.readings !== false) : []
 
         CursorReadout {
             id: readout

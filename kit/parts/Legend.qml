@@ -57,9 +57,13 @@ Item {
         return named;
     }
 
+    // Of a thousand names those that have room at all.
+    readonly property var _shown: _named.slice(0, Math.max(200, _rows * Math.floor(width / 42)))
+
     // The ends of the axis, with a digit more, are as long as values get.
     function longestValue(plot) {
-        var axis = (cursor || newest) && chart && plot && plot.plotData && plot.plotData.size > 0 ? plot.axisY : null;
+        var axis = (cursor || newest) && chart && plot && plot.readings !== false && plot.plotData
+                   && plot.plotData.size > 0 ? plot.axisY : null;
         if (!axis)
             return "";
         var longest = "";
@@ -85,13 +89,23 @@ Item {
         Grid {
             id: grid
 
+            readonly property real widest: {
+                var widest = 0;
+                for (var i = 0; !legend.inARow && i < entries.count; ++i) {
+                    var entry = entries.itemAt(i);
+                    if (entry)
+                        widest = Math.max(widest, entry.wantedWidth);
+                }
+                return widest;
+            }
+
             flow: legend.inARow ? Grid.LeftToRight : Grid.TopToBottom
             rows: legend.inARow ? 1 : Math.min(Math.max(1, entries.count), legend._rows)
 
             Repeater {
                 id: entries
 
-                model: legend._named
+                model: legend._shown
 
                 Item {
                     id: entry
@@ -102,15 +116,7 @@ Item {
                     readonly property real wantedWidth: name.x + name.width + (reader.room > 0 ? reader.room + 12 : 0) + 10
 
                     // All entries of a column are as wide as its widest.
-                    width: {
-                        var widest = wantedWidth;
-                        for (var i = 0; !legend.inARow && i < entries.count; ++i) {
-                            var other = entries.itemAt(i);
-                            if (other)
-                                widest = Math.max(widest, other.wantedWidth);
-                        }
-                        return widest;
-                    }
+                    width: legend.inARow ? wantedWidth : Math.max(wantedWidth, grid.widest)
                     height: legend.entryHeight
 
                     // Writes the value and places it.

@@ -1,6 +1,8 @@
 #include "kit/plots/ColorScale.h"
 
 #include "common/SafeInteger.h"
+#include "kit/axis/AxisUnit.h"
+#include "kit/axis/UnitText.h"
 #include "kit/data/Store.h"
 #include "kit/data/Telling.h"
 #include "kit/plots/WaterfallPlot.h"
@@ -242,10 +244,10 @@ QVector<ColorScale::Label> ColorScale::levelLabels(const WaterfallPlot &plot) co
     const int lineHeight = QFontMetrics(font()).height();
     const int most = std::max(2, int(area.height() / (labelDistance * lineHeight)));
     const ScaleTicks ticks = scaleTicks(plot.from(), plot.to(), most);
-    const QString unit = plot.unit().isEmpty() ? QString() : QLatin1Char(' ') + plot.unit();
     if (ticks.values.isEmpty())
         return labels;
-    labels.append({double(area.top()), ticks.labelOf(plot.to()) + unit});
+    labels.append(
+        {double(area.top()), withUnitBehind(ticks.labelOf(plot.to()), AxisUnit(plot.unit()).symbol())});
     labels.append({double(area.bottom()), ticks.labelOf(plot.from())});
     for (int i = 0; i < ticks.values.size(); ++i) {
         const double place = (ticks.values.at(i) - plot.from()) / (plot.to() - plot.from());

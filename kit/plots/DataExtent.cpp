@@ -2,7 +2,6 @@
 
 #include "data/PlotData.h"
 
-#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -54,16 +53,13 @@ MinMax extentX(const PlotData &data)
     if (data.size() == 0)
         return {};
     // Data know their order, and find the sample nearest to either end without reading the others; a series, also one
-    // that is not there. Not as a view of the samples, after which the next one would be taken for the second of the
-    // same data.
+    // that would be beyond its own. Not as a view of the samples, after which the next one would be taken for the
+    // second of the same data.
     const int last = data.size() - 1;
-    const int from = data.indexOf(-farthest);
-    const int to = data.indexOf(farthest);
-    if (!data.usePointsAsSegments() && from >= 0 && to >= 0) {
-        const MinMax x{data.x(std::min(from, last)), data.x(std::min(to, last))};
-        if (std::isfinite(x.min) && std::isfinite(x.max) && x.min <= x.max)
-            return x;
-    }
+    const double from = data.x(qBound(0, data.indexOf(-farthest), last));
+    const double to = data.x(qBound(0, data.indexOf(farthest), last));
+    if (!data.usePointsAsSegments() && std::isfinite(from) && std::isfinite(to) && from <= to)
+        return {from, to};
     return dataExtent(data).x;
 }
 

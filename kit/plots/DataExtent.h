@@ -25,6 +25,8 @@ public:
     virtual MinMax extentX() const { return dataExtent().x; }
     // Of what lies between two x.
     virtual DataExtent dataExtent(double xMin, double xMax) const = 0;
+    // Whether bars or areas begin at the baseline of axisY, which then belongs to the range that shows them.
+    virtual bool beginsAtBaseline() const { return false; }
     // Whether the plot colours all of its extent: room around it would be blank, and a grid below it is covered.
     virtual bool fillsExtent() const { return false; }
 };

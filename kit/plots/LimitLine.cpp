@@ -71,26 +71,27 @@ LimitLine::~LimitLine()
 
 void LimitLine::setPositions(const QVariant &positions)
 {
-    m_positions = numberListOf(this, "positions", positions).value_or(QVector<double>());
-    applyLimit();
-    emit positionsChanged();
+    setLimit(numberListOf(this, "positions", positions).value_or(QVector<double>()), m_values);
 }
 
 void LimitLine::setValues(const QVariant &values)
 {
-    m_values = isNumber(values) ? QVector<double>{values.toDouble()}
-                                : numberListOf(this, "values", values).value_or(QVector<double>());
-    applyLimit();
-    emit valuesChanged();
+    setLimit(m_positions, isNumber(values)
+                              ? QVector<double>{values.toDouble()}
+                              : numberListOf(this, "values", values).value_or(QVector<double>()));
 }
 
 void LimitLine::setLimit(const QVector<double> &positions, const QVector<double> &values)
 {
-    m_positions = positions;
-    m_values = values;
+    const bool hasMoved = store(m_positions, positions);
+    const bool hasOtherValues = store(m_values, values);
+    if (!hasMoved && !hasOtherValues)
+        return;
     applyLimit();
-    emit positionsChanged();
-    emit valuesChanged();
+    if (hasMoved)
+        emit positionsChanged();
+    if (hasOtherValues)
+        emit valuesChanged();
 }
 
 void LimitLine::applyLimit()

@@ -1,12 +1,14 @@
 #include "kit/plots/Trace.h"
 
 #include "axis/ValueAxis.h"
+#include "kit/axis/AxisUnit.h"
 #include "kit/data/NumberList.h"
 #include "kit/data/Store.h"
 #include "kit/data/Telling.h"
 #include "kit/plots/CurvedLine.h"
 #include "kit/plots/PainterCanvas.h"
 #include "kit/plots/PlotPlace.h"
+#include "kit/plots/PlotUnits.h"
 #include "kit/plots/TraceMesh.h"
 #include "kit/plots/TraceSource.h"
 #include "kit/plots/TraceStrokes.h"
@@ -14,6 +16,8 @@
 
 #include <QQuickWindow>
 #include <QSGRendererInterface>
+
+#include <algorithm>
 
 namespace graph {
 
@@ -26,7 +30,7 @@ TraceLook lookOf(const Trace &trace)
     look.color = trace.penColor();
     look.lineWidth = trace.lineWidth();
     look.fillOpacity = trace.fillOpacity();
-    look.baseline = trace.baseline();
+    look.baseline = trace.shownBaseline();
     look.curved = trace.isCurved();
     return look;
 }
@@ -86,14 +90,16 @@ QVariant Trace::values() const
 
 void Trace::setValues(const QVariant &values)
 {
-    m_source->setValues(numberListOf(this, "values", values));
-    emit valuesChanged();
+    m_hasDates = beginsWithDate(values);
+    if (m_source->setValues(numberListOf(this, "values", values)))
+        emit valuesChanged();
 }
 
 void Trace::setValues(const QVector<double> &values)
 {
-    m_source->setValues(values);
-    emit valuesChanged();
+    m_hasDates = false;
+    if (m_source->setValues(values))
+        emit valuesChanged();
 }
 
 bool Trace::hasValues() const
@@ -136,14 +142,14 @@ QVariant Trace::positions() const
 
 void Trace::setPositions(const QVariant &positions)
 {
-    m_source->setPositions(numberListOf(this, "positions", positions));
-    emit positionsChanged();
+    if (m_source->setPositions(numberListOf(this, "positions", positions)))
+        emit positionsChanged();
 }
 
 void Trace::setPositions(const QVector<double> &positions)
 {
-    m_source->setPositions(positions);
-    emit positionsChanged();
+    if (m_source->setPositions(positions))
+        emit positionsChanged();
 }
 
 bool Trace::hasPositions() const
@@ -196,8 +202,10 @@ QString Trace::unit() const
 
 void Trace::setUnit(const QString &unit)
 {
-    if (m_source->setUnit(unit))
-        emit unitChanged();
+    if (!m_source->setUnit(unit))
+        return;
+    update();
+    emit unitChanged();
 }
 
 /*!
@@ -272,6 +280,11 @@ void Trace::setDefaultLineWidth(int width)
     \qmlproperty enumeration Trace::style
     Trace.Line (default); Trace.Area, which also fills what lies between line and baseline; Trace.Steps, which
     keeps each value until the next; Trace.Bars from the baseline; Trace.Points; Trace.LineAndPoints.
+
+    The baseline is that of axisY, 0 unless it is written, and autoRange includes it for areas and bars, so that their
+    lengths are in the ratio of the values. They begin at the lower end of the range instead on a logarithmic axis that cannot
+    show the baseline, and where none is written for levels above a reference, in dBm, dBV and all other units
+    that begin with dB but dB itself.
 */
 void Trace::setStyle(Style style)
 {
@@ -294,6 +307,18 @@ void Trace::setCurved(bool curved)
         return;
     update();
     emit curvedChanged();
+}
+
+/*!
+    \qmlproperty bool Trace::readings
+    Whether cursors and the legend of a Chart write its values, and cursors stop at its samples; true by default. Without
+    readings a trace is a background for the others, as older sweeps are, of which the cursor keeps clear.
+*/
+void Trace::setReadings(bool on)
+{
+    if (!store(m_hasReadings, on))
+        return;
+    emit readingsChanged();
 }
 
 /*!
@@ -327,6 +352,28 @@ MinMax Trace::extentX() const
 DataExtent Trace::dataExtent(double xMin, double xMax) const
 {
     return plotData() ? graph::dataExtent(*plotData(), xMin, xMax) : DataExtent();
+}
+
+// Of levels, unless the document says where they begin.
+bool Trace::hasNoBaseline() const
+{
+    if (axisY() && axisY()->hasWrittenBaseline())
+        return false;
+    const QString unit = unitOfValues(*this);
+    return AxisUnit::isOfLevels(unit.isEmpty() && axisY() ? axisY()->unit() : unit);
+}
+
+bool Trace::beginsAtBaseline() const
+{
+    return (m_style == Area || m_style == Bars) && axisY() && !hasNoBaseline();
+}
+
+double Trace::shownBaseline() const
+{
+    if (hasNoBaseline())
+        return std::min(minVisibleY(), maxVisibleY());
+    // Data that several plots show know one of their axes only.
+    return axisY() ? axisY()->baseline() : baseline();
 }
 
 /*!

@@ -30,6 +30,7 @@ class GRAPH_CHARTS_EXPORT Trace : public GraphPlot, public ExtentSource
     Q_PROPERTY(int lineWidth READ lineWidth WRITE setLineWidth RESET resetLineWidth NOTIFY lineWidthChanged)
     Q_PROPERTY(Style style READ style WRITE setStyle NOTIFY styleChanged)
     Q_PROPERTY(bool curved READ isCurved WRITE setCurved NOTIFY curvedChanged)
+    Q_PROPERTY(bool readings READ hasReadings WRITE setReadings NOTIFY readingsChanged)
     Q_PROPERTY(double fillOpacity READ fillOpacity WRITE setFillOpacity NOTIFY fillOpacityChanged)
 
 public:
@@ -51,6 +52,7 @@ public:
     Style style() const { return m_style; }
     bool isCurved() const { return m_curved; }
     double fillOpacity() const { return m_fillOpacity; }
+    bool hasReadings() const { return m_hasReadings; }
 
     void setValues(const QVariant &values);
     // Shares the array with the caller.
@@ -76,15 +78,16 @@ public:
     void setStyle(Style style);
     void setCurved(bool curved);
     void setFillOpacity(double opacity);
+    void setReadings(bool on);
 
     // Whether an address was written, be it an empty one.
     bool hasWrittenAddress() const;
     bool hasValues() const;
+    bool hasDates() const { return m_hasDates; } // as values
     bool hasPositions() const;
 
     // What a chart chooses, which counts while the document has not chosen.
     bool hasOwnColor() const { return m_hasOwnColor; }
-    bool hasOwnLineWidth() const { return m_hasOwnLineWidth; }
     void setDefaultColor(const QColor &color);
     void setDefaultLineWidth(int width);
 
@@ -92,6 +95,9 @@ public:
     DataExtent dataExtent() const override;
     MinMax extentX() const override;
     DataExtent dataExtent(double xMin, double xMax) const override;
+    bool beginsAtBaseline() const override;
+    // Where its bars or areas begin.
+    double shownBaseline() const;
 
     bool isTextureProvider() const override;
     QSGTextureProvider *textureProvider() const override;
@@ -110,6 +116,7 @@ signals:
     void styleChanged();
     void curvedChanged();
     void fillOpacityChanged();
+    void readingsChanged();
     // After each change of the samples, once for all changes of one pass of the event loop.
     void dataChanged();
 
@@ -128,6 +135,7 @@ private:
     void applyColor(const QColor &color);
     void draw(TraceCanvas &canvas, const PixelMapping &mapping, const QRectF &visible) const;
     bool takesGeometry() const;
+    bool hasNoBaseline() const;
 
     void useSeries(PlotData *series);
 
@@ -141,10 +149,12 @@ private:
     int m_defaultLineWidth = 2;
     Style m_style = Line;
     bool m_curved = false;
+    bool m_hasReadings = true;
     double m_fillOpacity = 0.25;
     bool m_hasOwnColor = false;
     bool m_hasOwnLineWidth = false;
     bool m_isChoosingColor = false;
+    bool m_hasDates = false;
     bool m_isPainted = false; // its node is that of the painted item
 };
 

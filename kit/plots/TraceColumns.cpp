@@ -38,21 +38,19 @@ MinMax placedExtremes(const SampleSpan &samples, const PixelMapping &mapping, in
     return values;
 }
 
-TraceColumn lone(const SampleSpan &samples, const PixelMapping &mapping, int column, int i)
+// The next three write the places of a column that is a gap so far.
+void takeLone(TraceColumn &result, const SampleSpan &samples, const PixelMapping &mapping, int i)
 {
-    const double x = bounded(mapping.x(samples.x(i)));
-    const double y = std::isnan(x) ? gap : bounded(mapping.y(samples.y(i)));
-    return {column, 1, x, y, y, y, y};
+    result.x = bounded(mapping.x(samples.x(i)));
+    const double y = std::isnan(result.x) ? gap : bounded(mapping.y(samples.y(i)));
+    result.first = result.last = result.top = result.bottom = y;
 }
 
 // Few samples in the middle of their column: the extremes of their places are the places of their extremes.
-TraceColumn shared(const SampleSpan &samples, const PixelMapping &mapping, int column, int first, int end)
+void takeShared(TraceColumn &result, const SampleSpan &samples, const PixelMapping &mapping, int first)
 {
-    TraceColumn result{column, end - first, double(column), gap, gap, gap, gap};
-    if (std::abs(column) == pixelLimit)
-        return result;
     MinMax places;
-    for (int i = first; i < end; ++i) {
+    for (int i = first; i < first + result.samples; ++i) {
         const double place = bounded(mapping.y(samples.y(i)));
         if (i == first)
             result.first = place;
@@ -65,19 +63,15 @@ TraceColumn shared(const SampleSpan &samples, const PixelMapping &mapping, int c
         result.top = places.min;
         result.bottom = places.max;
     }
-    return result;
 }
 
 // Many samples.
-TraceColumn crowded(const SampleSpan &samples, const PixelMapping &mapping, int column, int first, int end)
+void takeCrowded(TraceColumn &result, const SampleSpan &samples, const PixelMapping &mapping, int first)
 {
-    TraceColumn result{column, end - first, double(column), gap, gap, gap, gap};
-    // Beyond these columns samples have no place: x that are not positive on a logarithmic axis.
-    if (std::abs(column) == pixelLimit)
-        return result;
+    const int end = first + result.samples;
     const MinMax values = placedExtremes(samples, mapping, first, end);
     if (values.isEmpty())
-        return result;
+        return;
     double places[] = {values.min, values.max, samples.y(first), samples.y(end - 1)};
     mapping.toY(places);
     for (double &place : places)
@@ -87,7 +81,6 @@ TraceColumn crowded(const SampleSpan &samples, const PixelMapping &mapping, int 
     result.bottom = std::max(places[0], places[1]);
     result.first = places[2];
     result.last = places[3];
-    return result;
 }
 
 } // namespace
@@ -111,12 +104,18 @@ std::vector<TraceColumn> traceColumns(const SampleSpan &samples, const PixelMapp
             while (end < samples.size() && (next = search.columnOf(end)) == column)
                 ++end;
         }
+        // Written where it stays: a copy would have to wait until all of its parts are in memory.
+        columns.emplace_back();
+        TraceColumn &result = columns.back();
+        result = {column, end - first, double(column), gap, gap, gap, gap};
+        // Of several samples beyond these columns none has a place: x that are not positive on a logarithmic axis.
+        const bool hasPlaces = std::abs(column) != pixelLimit;
         if (end - first == 1)
-            columns.push_back(lone(samples, mapping, column, first));
-        else if (isDense)
-            columns.push_back(crowded(samples, mapping, column, first, end));
-        else
-            columns.push_back(shared(samples, mapping, column, first, end));
+            takeLone(result, samples, mapping, first);
+        else if (hasPlaces && isDense)
+            takeCrowded(result, samples, mapping, first);
+        else if (hasPlaces)
+            takeShared(result, samples, mapping, first);
         run = end - first;
         first = end;
     }

@@ -18,13 +18,15 @@ TraceSource::TraceSource(AbstractPlot *plot)
 
 /*!
     \qmlproperty list<real> Trace::values
-    The values: an array, a typed array, or a list property of a C++ object. What is no number leaves a gap.
-    Empty by default.
+    The values: an array, a typed array, or a list property of a C++ object. What is no number leaves a gap;
+    a text that is one, such as "1.5", counts as the number. Empty by default.
 */
-void TraceSource::setValues(const std::optional<QVector<double>> &values)
+bool TraceSource::setValues(const std::optional<QVector<double>> &values)
 {
-    m_values = values;
+    if (!store(m_values, values))
+        return false;
     apply();
+    return true;
 }
 
 /*!
@@ -32,10 +34,12 @@ void TraceSource::setValues(const std::optional<QVector<double>> &values)
     An x for each value, in any order, in place of start and interval; a list like values, or of dates, which
     count in seconds since the beginning of 1970. The shorter of the two lists counts. Undefined by default.
 */
-void TraceSource::setPositions(const std::optional<QVector<double>> &positions)
+bool TraceSource::setPositions(const std::optional<QVector<double>> &positions)
 {
-    m_positions = positions;
+    if (!store(m_positions, positions))
+        return false;
     apply();
+    return true;
 }
 
 /*!

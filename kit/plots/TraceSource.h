@@ -35,9 +35,9 @@ public:
     bool hasPositions() const { return m_positions.has_value(); }
     bool hasAddress() const { return m_hasAddress; }
 
-    void setValues(const std::optional<QVector<double>> &values);
-    void setPositions(const std::optional<QVector<double>> &positions);
     // False when nothing changes.
+    bool setValues(const std::optional<QVector<double>> &values);
+    bool setPositions(const std::optional<QVector<double>> &positions);
     bool setInterval(double interval);
     bool setStart(double start);
     bool setSeries(PlotData *series);

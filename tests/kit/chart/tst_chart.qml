@@ -102,6 +102,45 @@ TestCase {
         verify(chart.plotArea.x > 20 && chart.plotArea.y + chart.plotArea.height < 390 && chart.plotArea.width > 500 && chart.plotArea.height > 300);
     }
 
+    // Bars and areas tell by their lengths: the range includes what they begin at, which is the lower edge for levels.
+    function test_baseline_data() {
+        return [
+            { tag: "bars", values: [12, 15, 9, 11], range: "0 15.5" },
+            { tag: "below zero", values: [-12, -15, -9, -11], range: "-15.5 0" },
+            { tag: "area", style: Trace.Area, values: [12, 15, 9, 11], range: "0 15.5" },
+            { tag: "line", style: Trace.Line, values: [12, 15, 9, 11], range: "8.5 15.5" },
+            { tag: "written", baseline: 10, values: [12, 15, 11], range: "10 15.5" },
+            { tag: "on both sides", baseline: 10, values: [12, 15, 9], range: "8.5 15.5" },
+            { tag: "out of sight", baseline: -1e6, values: [12, 15, 9, 11], range: "8.5 15.5" },
+            { tag: "what is visible", mode: ChartAxis.FitVisible, values: [12, 15, 9, 11], range: "0 15.5" },
+            { tag: "growing", mode: ChartAxis.Grow, values: [12, 15, 9, 11], range: "0 15.5" },
+            { tag: "decades", scale: ChartAxis.Logarithmic, values: [20, 50], range: "10 100" },
+            { tag: "decades, written", scale: ChartAxis.Logarithmic, baseline: 4, values: [20, 50], range: "4 100" },
+            { tag: "levels", unit: "dBm", values: [-80, -60, -70], range: "-82 -58" },
+            { tag: "levels of the axis", unitOfAxis: "dBV", values: [-80, -60, -70], range: "-82 -58" },
+            { tag: "levels, written", unit: "dBm", baseline: 0, values: [-80, -60, -70], range: "-82 0" },
+            { tag: "ratios", unit: "dB", values: [12, 15, 9, 11], range: "0 15.5" }
+        ];
+    }
+
+    function test_baseline(data) {
+        var chart = make(empty);
+        if (data.unitOfAxis)
+            chart.axisY.unit = data.unitOfAxis;
+        if (data.mode !== undefined)
+            chart.axisY.autoRange = data.mode;
+        if (data.scale !== undefined)
+            chart.axisY.scale = data.scale;
+        if (data.baseline !== undefined)
+            chart.axisY.baseline = data.baseline;
+        var trace = traceComponent.createObject(chart, { values: data.values, unit: data.unit || "", color: "#ff0000", fillOpacity: 1, lineWidth: 8 });
+        waitForRendering(chart);
+        // Also of a style that comes later.
+        trace.style = data.style === undefined ? Trace.Bars : data.style;
+        wait(50);
+        compare([chart.axisY.minValue, chart.axisY.maxValue].join(" "), data.range);
+    }
+
     // The legend is in the first corner without a trace, of its own width; values of a cursor make it wider, and move
     // it no more.
     function test_legendCorner_data() {
@@ -135,10 +174,41 @@ TestCase {
         tryCompare(box, "width", width);
     }
 
-    // A small one has its names in a row, a tiny one has none; the unit is beside the plot area, too.
+    // Data that come in parts leave it where it is when they come at once.
+    function test_legendCornerOfParts() {
+        var chart = make(empty), box = () => chart.legendBox;
+        // The plot area keeps its size.
+        chart.axisX.range(0, 4);
+        chart.axisY.range(0, 10);
+        var one = traceComponent.createObject(chart, { values: [1], name: "One" });
+        var two = traceComponent.createObject(chart, { values: [1], name: "Two" });
+        tryVerify(() => box() && box().width > 50 && box().x > 200);
+        wait(100);
+        verify(box().y < 100);
+        one.values = [9, 9, 9, 9, 9];
+        tryVerify(() => box().x > 200 && box().y > 100);
+        // Once they have come, it does not jump.
+        two.values = [9, 9, 0, 0, 0];
+        wait(700);
+        verify(box().x > 200 && box().y > 100);
+    }
+
+    // Below another axis the unit has room behind the highest number, outside of the plot area.
+    function test_unitBelowAxis() {
+        var chart = make(withTop);
+        tryVerify(() => chart.plotArea.y > 20);
+        chart.axisY.unit = "mmHg";
+        wait(100);
+        var room = chart.plotArea.x;
+        chart.upper.visible = false;
+        tryVerify(() => chart.plotArea.x < room - 20);
+    }
+
+    // A small one has its names in a row, a tiny one has none; the unit is beside the plot area, too, in a tiny one in the
+    // rows of the numbers. Without axes the plot area is all of it.
     function test_smallChart_data() {
         return [{ tag: "large", width: 420, height: 310, legends: 1 }, { tag: "narrow", width: 200, height: 310, legends: 1 },
-                { tag: "small", width: 300, height: 200, legends: 1, inARow: true }, { tag: "tiny", width: 160, height: 120, legends: 0 }];
+                { tag: "small", width: 300, height: 200, legends: 1, inARow: true }, { tag: "tiny", width: 160, height: 120, legends: 0, cramped: true }];
     }
 
     function test_smallChart(data) {
@@ -160,13 +230,30 @@ TestCase {
         count(chart);
         compare(legends, data.legends);
         // Half a number, a gap and the unit.
-        tryVerify(() => area.y >= metrics.height * 1.6 && area.y < metrics.height * 2.5);
+        tryVerify(() => data.cramped ? area.y < metrics.height && area.height > data.height * 0.6
+                                     : area.y >= metrics.height * 1.6 && area.y < metrics.height * 2.5);
+        chart.axisY.visible = chart.axisX.visible = false;
+        tryVerify(() => area.x === 0 && area.y === 0 && area.width === data.width && area.height === data.height);
+        chart.axisY.visible = chart.axisX.visible = true;
         chart.axisY.title = "Level";
         verify(area.y < metrics.height);
         // One that covers the traces tells nothing of them.
         for (var i = 0; i < 38; ++i)
             traceComponent.createObject(chart, { values: [i, i], name: "Trace " + i });
         tryVerify(() => chart.traces.length === 40 && (!chart.legendBox || !chart.legendBox.visible));
+    }
+
+    // Texts that are far too long leave the traces their room.
+    function test_longTexts() {
+        var chart = make(empty);
+        chart.title = "t".repeat(5000);
+        chart.axisX.title = "x".repeat(5000);
+        chart.axisY.unit = "u".repeat(500);
+        traceComponent.createObject(chart, { values: [1, 2], name: "n".repeat(3000) });
+        traceComponent.createObject(chart, { values: [2, 1] });
+        waitForRendering(chart);
+        waitForRendering(chart);
+        verify(chart.plotArea.width > 400 && chart.plotArea.height > 200, chart.plotArea.width + " x " + chart.plotArea.height);
     }
 
     // Where the axes take all of it, nothing is written beyond it.
@@ -260,6 +347,36 @@ TestCase {
 
     // However a trace comes, it is drawn, has a colour of its own, and counts in the ranges; when it goes, nothing of it
     // is left.
+    Component {
+        id: crowded
+
+        Chart {
+            property alias repeater: repeater
+
+            // Small: on software each trace has an image as large as the plot area.
+            width: 170
+            height: 130
+            legend.enabled: true
+            Repeater { id: repeater; Trace { name: "no " + index; visible: index < 10; values: [index, index + 1] } }
+        }
+    }
+
+    function timeOfTraces(count) {
+        const begin = Date.now(), chart = createTemporaryObject(crowded, testCase);
+        chart.repeater.model = count;
+        tryVerify(() => chart.traces.length === count, 100000);
+        wait(0);
+        chart.destroy();
+        wait(0);
+        return Date.now() - begin;
+    }
+
+    // Eight times as many take eight times as long, and not hundreds of times.
+    function test_manyTraces() {
+        const few = Math.max(timeOfTraces(250), 30), many = timeOfTraces(2000);
+        verify(many < 32 * few, many + " ms for 2000 traces, " + few + " ms for 250");
+    }
+
     function test_tracesComeAndGo_data() {
         return [
             { tag: "Repeater", add: chart => { chart.repeater.model = 1; }, remove: chart => { chart.repeater.model = 0; },

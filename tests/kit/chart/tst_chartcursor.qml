@@ -235,6 +235,29 @@ TestCase {
         });
     }
 
+    // Without readings a trace has none at a cursor, which does not stop at its samples, and none in the legend.
+    function test_traceWithoutReadings() {
+        var chart = createTemporaryQmlObject(`import QtQuick 2.15; import graph_kit 1.0; Chart { width: 640; height: 400
+                                              cursor.posValue: 0; legend.values: true
+                                              Trace { name: 'old'; readings: false; interval: 0.5; values: [6, 7, 8, 9] }
+                                              Trace { name: 'new'; values: [1, 5, 3] } ChartCursor {} }`, testCase);
+        waitForRendering(chart);
+        const texts = function () {
+            const readings = Array.prototype.filter.call(chart.declaredCursor.children, child => child.wantedY !== undefined && child.shown);
+            const entries = Array.prototype.map.call(chart.legendBox.children[0].children, entry => entry.value || "").filter(text => text);
+            return readings.map(reading => reading.text).concat(entries).join(" ");
+        };
+        chart.declaredCursor.setPosValue(0.6);
+        tryVerify(() => texts() === "5 5", 5000, texts());
+        compare(chart.cursor.posValue, 1);
+        chart.traces[0].readings = true;
+        tryVerify(() => texts() === "8 5 8 5", 5000, texts());
+        chart.traces[1].readings = false;
+        chart.declaredCursor.setPosValue(0.6);
+        tryVerify(() => texts() === "7 7", 5000, texts());
+        compare(chart.cursor.posValue, 0.5);
+    }
+
     // Whose value is read: dot and value belong to each other wherever the line is, and where that sample is not in view
     // there is no dot.
     function test_dotOnSample_data() {
@@ -284,6 +307,12 @@ TestCase {
             chart.theme = theme;
             compare([bands.labelPen, bands.penColor, point.labelColor].map(String).join(), Array(3).fill(String(chart.colors.textColor)).join());
         });
+        compare([bands.labelFont.family, bands.labelFont.pixelSize].join(), [chart.colors.fontFamily, chart.colors.fontSize].join());
+        chart.theme = createTemporaryQmlObject("import graph_kit 1.0; ChartTheme { fontFamily: 'DejaVu Serif'; fontSize: 30 }", testCase);
+        compare([bands.labelFont.family, bands.labelFont.pixelSize].join(), "DejaVu Serif,30");
+        bands.labelFont.pixelSize = 20;
+        chart.theme = Chart.Dark;
+        compare([bands.labelFont.family, bands.labelFont.pixelSize].join(), chart.colors.fontFamily + ",20");
         bands.labelPen = "red";
         chart.theme = Chart.Light;
         compare(bands.labelPen, "#ff0000");

@@ -112,6 +112,7 @@ private slots:
     void initTestCase()
     {
         qmlRegisterType<graph::ChartView>("charts", 1, 0, "ChartView");
+        qmlRegisterType<graph::ChartTheme>("charts", 1, 0, "ChartTheme");
         qmlRegisterType<graph::ChartAxis>("charts", 1, 0, "ChartAxis");
         qmlRegisterType<graph::Trace>("charts", 1, 0, "Trace");
         qmlRegisterType<graph::LimitLine>("charts", 1, 0, "LimitLine");
@@ -150,6 +151,38 @@ private slots:
                    "a: x [s],a,d,b: x [s],b,c: x [s],c\n1700000000,100000000000000,6,1,1e-05,1700000000,6\n"
                    "1700000010,2,1e+20,2,4,,\n,,,3,5,,\n");
     }
+    // The shortest digits that read back, at least milliseconds where there is any fraction.
+    void csvOfTimes_data()
+    {
+        columns<QByteArray, QByteArray, QByteArray>({"axis", "x", "expected"});
+        QTest::newRow("utc") << QByteArray("utc: true")
+                             << QByteArray("1700000000, 1700000000.5, 1700000001.123456")
+                             << QByteArray("Time,P [W]\n2023-11-14T22:13:20Z,1\n2023-11-14T22:13:20.500Z,2\n"
+                                           "2023-11-14T22:13:21.123456Z,3\n");
+        QTest::newRow("local, on both sides of a change of clocks, with a title")
+            << QByteArray("title: 'Shift,\\nday'") << QByteArray("1679792399, 1679792400")
+            << QByteArray("\"Shift, day\",P [W]\n2023-03-26T01:59:59+01:00,1\n2023-03-26T03:00:00+02:00,2\n");
+        QTest::newRow("before 1970, no dates, unit of numbers")
+            << QByteArray("utc: true; unit: 's'") << QByteArray("-1e15, -1.25, -1e-300, 1e12")
+            << QByteArray(
+                   "Time,P [W]\n-1e+15,1\n1969-12-31T23:59:58.750Z,2\n1970-01-01T00:00:00.000000000000Z,3\n"
+                   "1000000000000,4\n");
+    }
+    void csvOfTimes()
+    {
+        QFETCH(QByteArray, axis);
+        QFETCH(QByteArray, x);
+        QFETCH(QByteArray, expected);
+        const QByteArray zone = qgetenv("TZ");
+        qputenv("TZ", "CET-1CEST,M3.5.0,M10.5.0/3");
+        Bench bench("ChartView { id: view; width: 400; height: 240; axisX { scale: ChartAxis.Time; " + axis +
+                    " }\nTrace { name: 'P'; unit: 'W'; positions: [" + x + "]; values: [1, 2, 3, 4] } }");
+        QVERIFY(bench->exportData(bench.path("a.csv"), true));
+        const QByteArray content = bench.content("a.csv");
+        qputenv("TZ", zone);
+        QCOMPARE(content, expected);
+    }
+
     void csv()
     {
         QFETCH(QByteArray, document);
@@ -160,6 +193,24 @@ private slots:
         QVERIFY(bench->exportData(bench.path("a.csv"), all));
         QCOMPARE(bench.content("a.csv"), expected);
         QLocale::setDefault(QLocale::c());
+    }
+
+    // Numbers at points have the theme's font, or a size of their own in points.
+    void fontOfPoints()
+    {
+        const QByteArray document =
+            "ChartView { id: view; width: 300; height: 200; axisX.visible: false; "
+            "axisY.visible: false\n"
+            "theme: ChartTheme { fontFamily: 'DejaVu Serif'; fontSize: 31 }\n"
+            "GraphPlot { plotStyle: GraphPlot.ScatterPlot; graphPoint: GraphPointReflections {%1}\n"
+            "plotData: PlotPoints { xData: [0, 1, 2]; yData: [1, 5, 2] } } }";
+        for (const char *own : {"", "labelFontSize: 20"}) {
+            Bench bench(QByteArray(document).replace("%1", own));
+            QVERIFY(bench->exportImage(bench.path("a.svg")));
+            const QByteArray xml = bench.content("a.svg");
+            QVERIFY2(xml.contains("font-family=\"DejaVu Serif\""), xml.constData());
+            QCOMPARE(xml.contains("font-size=\"31\""), *own == '\0');
+        }
     }
 
     // Texts are texts, and what is drawn beyond its item is clipped.

@@ -51,6 +51,26 @@ TestCase {
         wait(20);
     }
 
+    // Held before there are data, in a document in either order or later, it shows all of them.
+    function test_heldFromTheStart_data() {
+        return [{ tag: "following first", properties: "following: false; follow: 10" },
+                { tag: "follow first", properties: "follow: 10; following: false" },
+                { tag: "later", properties: "follow: 10", isLater: true }];
+    }
+
+    function test_heldFromTheStart(data) {
+        var chart = createTemporaryQmlObject("import graph_kit 1.0; Chart { property alias trace: trace; width: 640;"
+                                             + "height: 190; Trace { id: trace } " + data.properties + " }", testCase);
+        waitForRendering(chart);
+        if (data.isLater)
+            chart.following = false;
+        verify(!chart.following);
+        feed(chart, 1000, 1040);
+        tryVerify(() => shown(chart) === "1000 1040");
+        chart.following = true;
+        compare(shown(chart), "1030 1040");
+    }
+
     function test_follow() {
         var chart = make({ follow: 10 });
         feed(chart, 0, 4);
@@ -77,6 +97,13 @@ TestCase {
         chart.back();
         verify(chart.following);
         compare(shown(chart), "30 40");
+        // What was held has gone: later data of the stream leave the window where it was, those of another time do not.
+        chart.showRange(20, 25);
+        feed(chart, 35, 60);
+        compare(shown(chart), "20 25");
+        chart.showRange(40, 45);
+        feed(chart, 1000, 1004);
+        tryVerify(() => shown(chart) === "1000 1004");
         chart.follow = 0;
         verify(!chart.following);
     }
@@ -227,9 +254,9 @@ TestCase {
             { tag: "own unit", body: trace("bar", "-9, 9"), y: [1.234567], texts: ["1.23 bar"], axisUnit: "bar" },
             { tag: "unit of the axis", body: "axisY.unit: 'V';" + trace("", "-2e5, 2e5"), y: [-123456.789], texts: ["-123.5 kV"] },
             { tag: "axis without prefixes", body: "axisY.unit: 'degC';" + trace("", "-9, 9"), y: [5.25], texts: ["5.25 \u00b0C"] },
-            // As the numbers of the axis, but for what would be nothing.
-            { tag: "prefix", body: trace("V", "1.33, -0.3336"), y: [1.33, -0.3336, 0, 4.5e-6, 0.0021],
-              texts: ["1.33 V", "-0.3336 V", "0 V", "4.5 \u00b5V", "0.0021 V"] },
+            // As the numbers of the axis, to be compared with them, but for what would be nothing but zeros.
+            { tag: "prefix", body: trace("V", "1.33, -0.3336"), y: [1.33, -0.3336, 0, 4.5e-6, 0.0021, 0.0002785, 4.5e-9],
+              texts: ["1.33 V", "-0.3336 V", "0 V", "0.0000045 V", "0.0021 V", "0.0002785 V", "4.5 nV"] },
             { tag: "prefix of x", body: "axisX { unit: 'Hz'; minValue: 700e6; maxValue: 1e9 }", x: [857.2e6, 1e9], texts: ["857.2 MHz", "1000 MHz"] },
             { tag: "unknown unit of x", body: "axisX.unit: 'furlong'", x: [0.5], texts: ["0.5 furlong"] },
             // What pixels beside each other show differs.

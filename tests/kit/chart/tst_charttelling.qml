@@ -95,6 +95,26 @@ TestCase {
         waitForLines();
     }
 
+    // One in the braces of a chart speaks in place of the chart's own, or not at all.
+    function test_diagnosis_data() {
+        return [
+            { tag: "declared", part: "Diagnosis {}", told: true },
+            { tag: "within", part: "Item { Diagnosis {} }", told: true },
+            { tag: "of another view", part: "Item { Chart { visible: false; Diagnosis { enabled: false } } }", told: true },
+            { tag: "off", part: "Diagnosis { enabled: false }", told: false }
+        ];
+    }
+
+    function test_diagnosis(data) {
+        if (data.told)
+            ignoreWarning(/^Trace "level" .* has no sample in the visible range/);
+        const text = "import QtQuick 2.15; import graph_plugin 1.0; import graph_kit 1.0;"
+            + "Chart { anchors.fill: parent; axisX { autoRange: ChartAxis.Off; minValue: 5; maxValue: 9 }"
+            + "Trace { id: level; values: [1, 2] } " + data.part + "}";
+        createTemporaryQmlObject(text, testCase);
+        waitForLines();
+    }
+
     // A trace that has just left a chart is on its way to the next, also where it came a second ago.
     function test_justMoved() {
         const chart = createTemporaryObject(sound, testCase), trace = later.createObject(chart), end = Date.now() + 1100;
@@ -146,6 +166,15 @@ TestCase {
             ["Chart { follow: NaN }", /has a follow of nan, which is ignored/],
             ["Chart { Component.onCompleted: showRangeY(NaN, 5) }", /ignores showRangeY\(nan, 5\)/],
             ["Trace { values: [1, 'two'] }", /is given the text "two" among its values, which leaves a gap/],
+            ["Trace { values: [[0, 1], [1, 5]] }", /is given points or lists among its values, .* write x and y in a list each, positions: \[0, 1\]; values: \[5, 3\]/],
+            ["Chart { Trace { values: [{ x: 0, y: 1 }] } }", /is given points or lists among its values/],
+            ["Trace { values: [Qt.point(0, 1)] }", /is given points or lists among its values/],
+            ["StreamSeries { Component.onCompleted: append([[0, 1]]) }", /is given points or lists among its samples, .* StreamPoints and append/],
+            ["Trace { values: { let a = []; a[4000000000] = 1; return a; } }", /is given values of the length 4000000001, and takes none/],
+            ["Chart { Trace { values: [new Date(), new Date()] } }", /has dates as its values, .* write them as positions/],
+            ["Chart { Trace { positions: [new Date(2024, 0, 1), null, new Date('bad'), undefined]; values: [1, 2, 3, 4] } }", /has 3 of 4 positions that are no numbers and no dates/],
+            ["Chart { theme: ({ background: 'red' }); Trace { values: [1, 2] } }", /has an object of JavaScript as its theme .* write theme: ChartTheme \{ background/],
+            ["Chart { axisX { tickInterval: ChartAxis.FixedTicks; ticks: Array.from({ length: 500000 }, (u, i) => i / 1e5) } Trace { values: [1, 2, 3] } }", /has 500000 ticks, more than there are pixels/],
             ["StreamSeries { Component.onCompleted: append(['a']) }", /is given the text "a" among its samples/],
             ["StreamPoints { Component.onCompleted: append([1, 2], [3]) }", /is given 2 x and 1 y, of which the shorter list/],
             ["StreamPoints { Component.onCompleted: append([1, 2]) }", /is given one list to append, and ignores it/],
@@ -170,8 +199,23 @@ TestCase {
         const clamped = /^\w+ \{ (\w+): [-\d]+ \}$/.exec(data.tag);
         if (clamped)
             object[clamped[1]] = -1000000;
-        if (/ Trace | ChartCursor | property /.test(data.tag))
+        if (/ Trace | ChartCursor | property |theme:/.test(data.tag))
             waitForLines();
+    }
+
+    // A text that is a number counts as one; dates are values on an axis of time; a stream may run backwards.
+    function test_silent_data() {
+        return ["Chart { Trace { values: ['1', '2'] } }", "Chart { axisY.scale: ChartAxis.Time; Trace { values: [new Date(2024, 0, 1), new Date(2024, 0, 2)] } }",
+                "Chart { Trace { values: [5e-324, 1e-323, 2e-323] } }",
+                "Chart { Trace { series: StreamSeries { interval: -1; Component.onCompleted: append([1, 2, 3]) } } }"].map(row => ({ tag: row }));
+    }
+
+    function test_silent(data) {
+        const chart = createTemporaryQmlObject("import QtQuick 2.15; import graph_plugin 1.0; import graph_kit 1.0; " + data.tag, testCase);
+        waitForLines();
+        verify(chart.axisY.minVisible < chart.axisY.maxVisible);
+        const shown = chart.traces[0].plotData;
+        verify(shown.y(0) < shown.y(1) && shown.y(1) < chart.axisY.maxVisible);
     }
 
     // Where there are seconds, a date is the number of its own.

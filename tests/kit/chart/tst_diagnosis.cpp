@@ -116,6 +116,8 @@ void addKitRows()
     row("infinite", "has 2 of 4 values infinite", "Trace { values: [1, Infinity, 3, -Infinity] }");
     row("milliseconds", "has a time of 1700000002000, in the year 5138 or later",
         "axisX.scale: ChartAxis.Time; Trace { start: 1700000000000; interval: 1000; values: [1, 2, 3] }");
+    row("no calendar", "has times from -1e+300 to -1e+300 s, of which 1e+13 s are the farthest",
+        "axisX.scale: ChartAxis.Time; Trace { start: -1e300; interval: 1; values: [1] }");
     row("two units",
         "Trace \"b\" is in A on the axis of Trace \"a\", which is in V: write ChartAxis { id: axisOfA; ",
         "Trace { name: 'a'; values: [1, 2]; unit: 'V' } Trace { name: 'b'; values: [3, 4]; unit: 'A' }");

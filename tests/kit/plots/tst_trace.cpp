@@ -1,3 +1,4 @@
+#include "kit/axis/ChartAxis.h"
 #include "kit/data/StreamPoints.h"
 #include "kit/plots/PlotUnits.h"
 #include "kit/plots/Trace.h"
@@ -18,6 +19,7 @@ private slots:
     void initTestCase()
     {
         qmlRegisterType<Trace>("charts", 1, 0, "Trace");
+        qmlRegisterType<graph::ChartAxis>("charts", 1, 0, "ChartAxis");
         qmlRegisterType<graph::StreamPoints>("charts", 1, 0, "StreamPoints");
     }
 
@@ -180,6 +182,40 @@ private slots:
             trace->setSize(QSizeF(0, 101));
             painted(trace);
         }
+    }
+
+    // In which rows of 101 an area at half the height of the item is.
+    void baseline_data()
+    {
+        columns<QByteArray, QByteArray, int, int>({"axis", "trace", "top", "bottom"});
+        QTest::newRow("zero") << QByteArray("minValue: -100; maxValue: 100") << QByteArray() << 50 << 50;
+        QTest::newRow("level") << QByteArray("minValue: -100; maxValue: 100") << QByteArray("unit: 'dBm'")
+                               << 50 << 99;
+        QTest::newRow("level of the axis")
+            << QByteArray("unit: 'dBV'; minValue: -100; maxValue: 100") << QByteArray() << 50 << 99;
+        QTest::newRow("decreasing") << QByteArray("minValue: 100; maxValue: -100")
+                                    << QByteArray("unit: 'dBm'") << 0 << 50;
+        QTest::newRow("ratio") << QByteArray("minValue: -100; maxValue: 100") << QByteArray("unit: 'dB'")
+                               << 50 << 50;
+        QTest::newRow("written zero") << QByteArray("baseline: 0; minValue: -100; maxValue: 100")
+                                      << QByteArray("unit: 'dBm'") << 50 << 50;
+    }
+
+    void baseline()
+    {
+        QFETCH(QByteArray, axis);
+        QFETCH(QByteArray, trace);
+        QFETCH(int, top);
+        QFETCH(int, bottom);
+        QmlDocument document(
+            "Item { ValueAxis { id: horizontal }"
+            "ChartAxis { id: vertical; alignment: Qt.AlignLeft; " +
+            axis +
+            " } Trace { id: trace; width: 101; height: 101; axisX: horizontal; axisY: vertical; "
+            "style: Trace.Area; lineWidth: 1; " +
+            "values: [0, 0]; " + trace + "} }");
+        const Rows rows = paintedRows(painted(document.object<Trace>("trace")), 50);
+        QCOMPARE(rows, Rows(top, bottom));
     }
 
     void loneSample()
