@@ -33,13 +33,16 @@ make_root() {
     return 1
 }
 
+# In a clean root, with nothing of the caller's environment: a compiler launcher is not installed there.
+inside() { chroot "$root" env -i PATH=/usr/sbin:/usr/bin:/sbin:/bin HOME=/root LC_ALL=C.UTF-8 "$@"; }
+
 root=$work/build-root
 wanted=$(awk '/^Build-Depends:/ { on = 1; next } /^[^ ]/ { on = 0 } on { print $1 }' debian/control | tr -d ,)
 make_root --include="build-essential $(echo $wanted | sed 's/debhelper-compat/debhelper/')"
 mkdir "$root/build"
 git ls-files -z --cached --others --exclude-standard | tar -c --null --files-from=- --transform 's,^,graph-plugin/,' |
     tar -x -C "$root/build"
-chroot "$root" env LC_ALL=C.UTF-8 sh -c 'cd /build/graph-plugin && dpkg-buildpackage -us -uc' >"$work/log" 2>&1 ||
+inside sh -c 'cd /build/graph-plugin && dpkg-buildpackage -us -uc' >"$work/log" 2>&1 ||
     { tail -n 60 "$work/log"; exit 1; }
 mv "$root"/build/*.* "$work"
 (cd "$work" && lintian --allow-root --fail-on error,warning --tag-display-limit 0 ./*.changes)
@@ -47,8 +50,8 @@ mv "$root"/build/*.* "$work"
 # Programs in C++ are built with nothing but the packages.
 cp "$work"/lib*.deb "$root/build"
 rm -f "$root"/build/*dbgsym*
-chroot "$root" sh -c 'dpkg -i /build/*.deb' >>"$work/log" 2>&1
-chroot "$root" sh -c 'cmake -G Ninja -S /usr/share/doc/graph_plugin/examples -B /build/examples && cmake --build /build/examples' \
+inside sh -c 'dpkg -i /build/*.deb' >>"$work/log" 2>&1
+inside sh -c 'cmake -G Ninja -S /usr/share/doc/graph_plugin/examples -B /build/examples && cmake --build /build/examples' \
     >>"$work/log" 2>&1 || { tail -n 30 "$work/log"; exit 1; }
 rm -rf "$root"
 
@@ -60,8 +63,8 @@ make_root --customize-hook="copy-in $work/debs /" \
     --customize-hook='chroot "$1" sh -c "DEBIAN_FRONTEND=noninteractive apt-get -qq install -y --no-install-recommends /debs/*.deb"' \
     >>"$work/log" 2>&1 || { tail -n 30 "$work/log"; exit 1; }
 cp tools/package/chart.qml "$root"
-chroot "$root" graph-view --shot /chart.png /chart.qml 2>&1 | tee "$work/said"
-chroot "$root" graph-gallery --page spectrum --shot /spectrum.png 2>&1 | tee -a "$work/said"
+inside graph-view --shot /chart.png /chart.qml 2>&1 | tee "$work/said"
+inside graph-gallery --page spectrum --shot /spectrum.png 2>&1 | tee -a "$work/said"
 mv "$root/chart.png" "$root/spectrum.png" "$work"
 # The picture that was drawn, and nothing else, is told.
 if grep -v '^/spectrum.png$' "$work/said"; then
