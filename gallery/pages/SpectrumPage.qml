@@ -7,6 +7,11 @@ import "../theme"
 Page {
     id: page
 
+    // Two levels in dBm differ by decibels.
+    function delta(marker) {
+        return marker.formattedDelta + "  " + marker.formattedDeltaY.replace("dBm", "dB");
+    }
+
     ready: series.size > 1
 
     controls: StyleSelector {
@@ -37,7 +42,7 @@ Page {
         },
         Reading {
             label: "M1"
-            value: firstMarker.formattedDelta + "  " + firstMarker.formattedDeltaY
+            value: page.delta(firstMarker)
             widestValue: "\u0394 888.888 MHz  \u0394 88.88 dB"
             textColor: firstMarker.color
             interval: page.readingInterval
@@ -45,7 +50,7 @@ Page {
         },
         Reading {
             label: "M2"
-            value: secondMarker.formattedDelta + "  " + secondMarker.formattedDeltaY
+            value: page.delta(secondMarker)
             widestValue: "\u0394 888.888 MHz  \u0394 88.88 dB"
             textColor: secondMarker.color
             interval: page.readingInterval

@@ -113,8 +113,8 @@ Page {
             zoomArea.enabled: !page.panning
             zoomRect.zoomAxis: Qt.Horizontal
             axisX {
-                maxValue: 1000
-                unit: "ms"
+                maxValue: 1
+                formatter: lanes.count > 0 ? lanes.itemAt(0).plotData.xFormatter : null
             }
             axisY {
                 // Each trace has an axis of its own.
@@ -124,6 +124,8 @@ Page {
             }
 
             Repeater {
+                id: lanes
+
                 // The view takes only plots that are there from the start.
                 model: 10
 
@@ -135,6 +137,21 @@ Page {
                     samples: visible ? noise.trace(page.renewals + index, page.samples) : []
                     plotStyle: page.style
                     lineWidth: page.lineWidth
+                }
+            }
+
+            ChartCursor {
+                id: cursor
+
+                zoomArea: chart.zoomArea
+                posOnScreen: chart.width / 3
+
+                Repeater {
+                    model: page.traces
+
+                    TraceReadout {
+                        plot: lanes.count > index ? lanes.itemAt(index) : null
+                    }
                 }
             }
         }

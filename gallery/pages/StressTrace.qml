@@ -23,6 +23,9 @@ GraphPlot {
     }
     plotData: PlotSeries {
         xInterval: axisX && size > 1 ? axisX.maxValue / (size - 1) : 1
+        xUnits: "s"
+        yUnits: "V"
+        ySigDigs: 3
         yData: plot.samples
         axisX: plot.axisX
         axisY: plot.axisY
