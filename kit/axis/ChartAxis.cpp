@@ -123,6 +123,8 @@ void ChartAxis::setScale(ScaleType scale)
     if (!store(m_scale, bounded(this, "scale", scale, Linear, Time)))
         return;
     setScaleKind(m_scale == Logarithmic ? ScaleKind::Logarithmic : ScaleKind::Linear);
+    // Ends that were near enough are not on another scale.
+    m_hasFollowedData = m_hasFollowedData && m_autoRange == Grow;
     measureAgain();
     emit scaleChanged();
     emitAxisChanged();
@@ -219,20 +221,29 @@ void ChartAxis::setAutoRange(AutoRange mode)
 */
 void ChartAxis::setMinValue(double minValue)
 {
+    const bool wasWritten = m_writtenMin.has_value();
     m_writtenMin = writtenEnd(this, "minValue", minValue);
     if (m_writtenMin)
         ValueAxis::setMinValue(*m_writtenMin);
-    else
-        m_hasFollowedData = false;
+    else if (wasWritten)
+        leaveEnd();
 }
 
 void ChartAxis::setMaxValue(double maxValue)
 {
+    const bool wasWritten = m_writtenMax.has_value();
     m_writtenMax = writtenEnd(this, "maxValue", maxValue);
     if (m_writtenMax)
         ValueAxis::setMaxValue(*m_writtenMax);
-    else
-        m_hasFollowedData = false;
+    else if (wasWritten)
+        leaveEnd();
+}
+
+// A chart fits it again.
+void ChartAxis::leaveEnd()
+{
+    m_hasFollowedData = false;
+    emit autoRangeChanged();
 }
 
 /*!

@@ -125,6 +125,7 @@ protected:
 
 private:
     void moveRange(double from, double to);
+    void leaveEnd();
     void followMargin();
     void checkRange();
     void measureAgain();

@@ -95,6 +95,8 @@ void ChartAxes::adopt(ValueAxis *axis, bool isOwn)
         chartAxis->setRoomBeyond(labelRoom);
         chartAxis->setCramped(m_isCramped);
         connect(chartAxis, &ChartAxis::titleChanged, this, &ChartAxes::roomChanged);
+        connect(chartAxis, &ChartAxis::scaleChanged, this, &ChartAxes::rangeWritten);
+        connect(chartAxis, &ChartAxis::autoRangeChanged, this, &ChartAxes::rangeWritten);
     } else if (axis->margin() == 0) {
         followRequiredMargin(axis, this);
     }

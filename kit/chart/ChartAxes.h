@@ -82,7 +82,7 @@ public:
     FittedAxis *furtherBeside(int side, double depth);
 
 signals:
-    // By a document.
+    // Or what it follows from, by a document.
     void rangeWritten();
     void roomChanged();
     // Ranges will be other ones now, without a change of the data.

@@ -140,20 +140,28 @@ double ChartZoom::newestPlace() const
 */
 void ChartZoom::showRange(double from, double to)
 {
-    if (isRange("showRange", from, to))
+    if (isRange("showRange", *m_axes->x(), from, to))
         showState({usable({from, to}), m_shown.y, false}, true);
 }
 
 void ChartZoom::showRangeY(double from, double to)
 {
-    if (isRange("showRangeY", from, to))
+    if (isRange("showRangeY", *m_axes->y(), from, to))
         showState({m_shown.x, usable({from, to}), m_shown.following}, true);
 }
 
-bool ChartZoom::isRange(const char *method, double from, double to) const
+bool ChartZoom::isRange(const char *method, const ChartAxis &axis, double from, double to) const
 {
     if (Span{from, to}.isFinite() && from != to) {
         const Span shown = usable({from, to});
+        if (axis.scale() == ChartAxis::Logarithmic && shown.from <= 0.0)
+            tellOnce(m_view, method,
+                     QStringLiteral(
+                         "is told %1(%2, %3) on a logarithmic axis, which shows the part above 0: write "
+                         "numbers above 0")
+                         .arg(QLatin1String(method))
+                         .arg(from)
+                         .arg(to));
         if (!(shown == Span{from, to}.ordered()))
             tellOnce(m_view, method,
                      QStringLiteral("is told %1(%2, %3), which counts as %4 to %5: write numbers in between")

@@ -80,7 +80,7 @@ private:
     Span groupSpanX() const;
     double followedSeconds() const;
     void tellOfNoWindow();
-    bool isRange(const char *method, double from, double to) const;
+    bool isRange(const char *method, const ChartAxis &axis, double from, double to) const;
     void showState(const ZoomState &state, bool asStep);
     void handleRectChanged();
     bool hasUnrecordedStep() const { return !(m_shown == m_history.present()); }

@@ -40,6 +40,20 @@ bool canShow(const ValueAxis &axis, double baseline, const Span &data)
     return hasPlace && std::isfinite(baseline) && std::abs(baseline) <= size * farAway;
 }
 
+bool hasPlaceFor(const ValueAxis &axis, const Span &span)
+{
+    return axis.scaleKind() == ScaleKind::Linear || span.ordered().from > 0.0;
+}
+
+// The part of it for which there is a place on the axis, whose full range is known.
+Span placed(const ValueAxis &axis, const Span &shown, const Span &full)
+{
+    const Span whole = full.ordered();
+    if (hasPlaceFor(axis, shown) || !hasPlaceFor(axis, whole))
+        return shown;
+    return {whole.from, std::max(whole.from, shown.to)};
+}
+
 // Empty where the plot has nothing to say about the axis.
 QString unitOf(const AbstractPlot *plot, const ValueAxis *axis)
 {
@@ -83,9 +97,10 @@ bool FittedAxis::fit(const Look &look)
     m_isUnsettled = false;
     m_base = fitted(look);
     Span full = m_base;
-    m_isExtended = look.shown && !full.ordered().contains(*look.shown);
+    const Span shown = look.shown ? placed(*m_axis, *look.shown, full) : Span();
+    m_isExtended = look.shown && !full.ordered().contains(shown);
     if (m_isExtended) {
-        full = full.ordered().united(*look.shown);
+        full = full.ordered().united(shown);
         if (m_base.from > m_base.to)
             std::swap(full.from, full.to);
     }
@@ -107,7 +122,7 @@ void FittedAxis::fitWhileMoved(const Look &look)
 // What the axis makes of its data.
 Span FittedAxis::fitted(const Look &look)
 {
-    if (m_byHand)
+    if (m_byHand && hasPlaceFor(*m_axis, *m_byHand))
         return *m_byHand;
     auto *axis = qobject_cast<ChartAxis *>(m_axis);
     if (!axis || axis->autoRange() == ChartAxis::Off)

@@ -126,6 +126,8 @@ QString beyondData(const GraphMarker &marker)
         !data->dbusAddress().isEmpty())
         return {};
     const MinMax x = extentX(*data);
+    if (x.min > x.max)
+        return {};
     return QStringLiteral(
                "has a posValue of %1, where %2 has no sample, and is not drawn: write one from %3 to %4")
         .arg(*marker.awaitedValue())

@@ -11,10 +11,15 @@ Span visibleSpan(const ValueAxis *axis)
 
 Span partOf(const ValueAxis *axis, const std::optional<Span> &span)
 {
+    constexpr Span all{0.0, 1.0};
     const Scale scale = axis->axisRange().fullScale();
-    const Span part =
-        span ? Span{scale.fraction(span->from), scale.fraction(span->to)}.ordered() : Span{0.0, 1.0};
-    return part.isFinite() ? part : Span{0.0, 1.0};
+    Span part = span ? Span{scale.fraction(span->from), scale.fraction(span->to)}.ordered() : all;
+    // What has no place on a logarithmic axis.
+    if (std::isinf(part.from))
+        part.from = all.from;
+    if (std::isinf(part.to))
+        part.to = all.to;
+    return part.isEmpty() ? all : part;
 }
 
 // A flickable that is touched moves its content to a whole pixel: as long as the length is the same that is no change.

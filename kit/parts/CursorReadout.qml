@@ -104,6 +104,7 @@ Item {
 
             x: bar.visible ? 8 : 5
             y: 1
+            textFormat: Text.PlainText
             color: readout.textColor
             font.family: readout.fontFamily
             font.pixelSize: readout.fontSize

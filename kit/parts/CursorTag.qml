@@ -72,6 +72,7 @@ Item {
             id: name
 
             anchors.centerIn: parent
+            textFormat: Text.PlainText
             color: tag.textColor
             font.family: tag.fontFamily
             font.pixelSize: tag.fontSize

@@ -88,6 +88,7 @@ Item {
 
             anchors.centerIn: parent
             text: grab.text
+            textFormat: Text.PlainText
             color: grab.textColor
             font.family: grab.fontFamily
             font.pixelSize: grab.fontSize

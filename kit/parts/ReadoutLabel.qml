@@ -49,6 +49,7 @@ Item {
 
         anchors.baseline: number.baseline
         text: readout.label
+        textFormat: Text.PlainText
         color: readout.color
         font.family: readout.fontFamily
         font.pixelSize: readout.labelFontSize
@@ -61,6 +62,7 @@ Item {
         x: name.implicitWidth + readout.spacing
         anchors.verticalCenter: parent.verticalCenter
         text: steady.text
+        textFormat: Text.PlainText
         color: readout.textColor
         font.family: readout.fontFamily
         font.pixelSize: readout.fontSize

@@ -1,4 +1,5 @@
 import QtQuick 2.15
+import QtQuick.Window 2.15
 import graph_plugin 1.0
 
 /*! \brief Panning and zooming of a chart by hand: drag, flick, pinch, wheel and double tap.
@@ -80,11 +81,14 @@ Flickable {
 
         property bool started: false
         property var start
+        // Qt says nothing of fingers that an item loses when it goes.
+        readonly property bool isThere: area.visible && area.enabled && area.Window.window !== null
 
         // Not in the content, which moves under the fingers.
         parent: area
         anchors.fill: parent
 
+        onIsThereChanged: if (!isThere) started = false
         onPinchStarted: function(pinch) {
             if (!area.zoomRect || !area.zooms)
                 return;

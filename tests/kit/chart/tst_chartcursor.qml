@@ -100,6 +100,18 @@ TestCase {
         return Qt.rgba(color.r, color.g, color.b, 1).toString();
     }
 
+    // Tags in names and units are no markup.
+    function test_plainTexts() {
+        var chart = make(withCursor, { place: 2 }), texts = [];
+        chart.traces[0].values = [1, 2, 3, 4, 5];
+        (function gather(item) {
+            if (item.textFormat !== undefined)
+                texts.push(item.textFormat);
+            Array.from(item.children).forEach(gather);
+        })(chart);
+        verify(texts.length > 4 && texts.every(format => format === Text.PlainText));
+    }
+
     function test_themeOfCursorAndMarkers() {
         var chart = make(declared);
         [Chart.Dark, Chart.Light].forEach(function (theme) {

@@ -316,6 +316,50 @@ TestCase {
         tryCompare(chart.plotArea, "width", ownWidth);
     }
 
+    // What the full ranges follow from changes under a zoom, which stays, and without a message.
+    function test_axesUnderAZoom() {
+        chart.traces[0].values = Array.from({ length: 101 }, (unused, i) => i);
+        chart.showRange(-1, 6);
+        chart.axisX.scale = ChartAxis.Logarithmic;
+        tryVerify(() => shown() === "0.1 6");
+        chart.showRange(2, 6);
+        chart.axisX.scale = ChartAxis.Linear;
+        tryCompare(chart.zoomRect, "width", 0.4);
+        var whole = shownY();
+        chart.axisY.autoRange = ChartAxis.FitVisible;
+        tryVerify(() => chart.axisY.maxVisible < 70);
+        chart.axisY.autoRange = ChartAxis.Fit;
+        tryVerify(() => shownY() === whole);
+        chart.axisY.range(-5, 5);
+        chart.axisY.minValue = NaN;
+        tryVerify(() => chart.axisY.minVisible === 0);
+        chart.axisY.maxValue = NaN;
+        tryVerify(() => shownY() === whole);
+        chart.axisY.scale = ChartAxis.Logarithmic;
+        tryVerify(() => chart.axisY.minVisible === 0.5);
+        ignoreWarning(/is told showRangeY\(-1, 5\) on a logarithmic axis, which shows the part above 0/);
+        chart.showRangeY(-1, 5);
+        compare(shownY(), "0.5 5");
+    }
+
+    // A dialog or another page takes the chart away under two fingers.
+    function test_lostFingers_data() {
+        return [["visible", false], ["enabled", false], ["parent", null]].map(row => ({ tag: row[0], gone: row[1] }));
+    }
+
+    function test_lostFingers(data) {
+        var touch = touchEvent(chart), there = chart[data.tag];
+        touch.press(1, chart, 250, 200).press(2, chart, 350, 200).commit();
+        for (var moved = 10; moved < 90; moved += 10)
+            touch.move(1, chart, 250 - moved, 200).move(2, chart, 350 + moved, 200).commit();
+        verify(chart.touched);
+        chart[data.tag] = data.gone;
+        tryCompare(chart, "touched", false);
+        chart[data.tag] = there;
+        touch.release(1, chart, 170, 200).release(2, chart, 430, 200).commit();
+        verify(chart.flickable.interactive);
+    }
+
     // New data do not move what somebody looks at, and are followed by a chart that shows everything.
     function test_dataUnderAZoom() {
         chart.showRange(2, 4);

@@ -214,6 +214,9 @@ void addKitRows()
         "not drawn: write one from 0 to 1",
         "Trace { name: 'level'; values: [1, 2] } GraphCursor { markers: GraphMarker { id: m; posValue: 99; "
         "visible: true } }");
+    row("marker before the data", "",
+        "Trace { series: PlotSeries {} } GraphCursor { markers: GraphMarker { posValue: 9; visible: true } "
+        "}");
     row("marker that is hidden", "",
         "Trace { values: [1, 2] } GraphCursor { markers: GraphMarker { posValue: 1; visible: false } }");
     row("axis of another chart", "Trace \"b\" has axisX of ChartView \"other\" as its axis",
