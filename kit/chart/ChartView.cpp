@@ -5,6 +5,7 @@
 #include "kit/axis/ChartAxis.h"
 #include "kit/chart/ChartAxes.h"
 #include "kit/chart/ChartCursors.h"
+#include "kit/chart/ChartLegend.h"
 #include "kit/chart/ChartPlots.h"
 #include "kit/chart/ChartRoom.h"
 #include "kit/chart/ChartTheme.h"
@@ -14,7 +15,6 @@
 #include "kit/chart/ThemeChoice.h"
 #include "kit/chart/ZoomSwitches.h"
 #include "kit/data/NumberList.h"
-#include "kit/data/Store.h"
 #include "kit/data/Telling.h"
 #include "kit/plots/Shading.h"
 #include "kit/plots/Trace.h"
@@ -109,6 +109,7 @@ ChartView::ChartView(QQuickItem *parent)
     , m_room(std::make_unique<ChartRoom>(this, m_axes.get(), m_labels))
     , m_plots(std::make_unique<ChartPlots>(this, QVector<const QQuickItem *>{m_underlay, m_overlay}))
     , m_zoom(std::make_unique<ChartZoom>(this, m_axes.get()))
+    , m_legendPlace(std::make_unique<ChartLegend>(this, m_legend, m_plots.get(), m_zoom.get()))
 {
     setImplicitSize(defaultWidth, defaultHeight);
     setActiveFocusOnTab(true);
@@ -143,7 +144,6 @@ void ChartView::hear()
     connect(m_zoom.get(), &ChartZoom::aboutToUpdate, ears,
             [this] { m_axes->nameAfter(m_plots->traces(), size()); });
     connect(m_zoom.get(), &ChartZoom::updated, ears, [this] { finishUpdate(); });
-    connect(&m_legendPlace, &LegendPlace::due, ears, [this] { placeLegend(); });
     connect(this, &QQuickItem::visibleChanged, ears, [this] {
         m_zoom->updateLater();
         makeRoom();
@@ -480,7 +480,7 @@ void ChartView::showRangeY(const QVariant &from, const QVariant &to)
 void ChartView::finishUpdate()
 {
     placeWaitingCursors(*this);
-    placeLegend();
+    m_legendPlace->place();
 }
 
 /*!
@@ -496,24 +496,14 @@ void ChartView::finishUpdate()
     \qmlmethod Chart::panBeside()
     \internal
 */
-void ChartView::placeLegend()
+QSizeF ChartView::legendSize() const
 {
-    if (m_legend->isPlaced())
-        return;
-    // New data come in at the left of a window that is not full yet, and at the right of one that rolls.
-    if (follow() > 0.0) {
-        if (isFollowing())
-            m_legend->setDefaultCorner(m_zoom->newestPlace() < 0.5, false);
-        return;
-    }
-    const auto corner = m_legendPlace.find(m_plots->traces(), plotArea()->size(), m_legendSize);
-    if (corner)
-        m_legend->setDefaultCorner(corner->atRight, corner->atBottom);
+    return m_legendPlace->size();
 }
 
 void ChartView::setLegendSize(const QSizeF &size)
 {
-    if (!store(m_legendSize, size))
+    if (!m_legendPlace->setSize(size))
         return;
     emit legendSizeChanged();
     m_zoom->updateLater();

@@ -3,7 +3,6 @@
 #include "common/Export.h"
 #include "kit/chart/Backdrop.h"
 #include "kit/chart/ChartExport.h"
-#include "kit/chart/LegendPlace.h"
 #include "kit/chart/PartColors.h"
 #include "kit/chart/ReadingTexts.h"
 #include "kit/chart/TraceColors.h"
@@ -24,6 +23,7 @@ namespace graph {
 
 class ChartAxes;
 class ChartAxis;
+class ChartLegend;
 class ChartPlots;
 class ChartRoom;
 class ChartTheme;
@@ -88,7 +88,7 @@ public:
     QQuickItem *underlay() const { return m_underlay; }
     QQuickItem *overlay() const { return m_overlay; }
     bool isTouched() const;
-    QSizeF legendSize() const { return m_legendSize; }
+    QSizeF legendSize() const;
     // What of the legend is painted; null without one. For what keeps clear of it.
     QQuickItem *legendBox() const { return m_legendBox; }
     QQuickItem *flickable() const { return m_flickable; }
@@ -171,7 +171,6 @@ private:
     void applyColors();
     void dressCursors();
     void finishUpdate();
-    void placeLegend();
     void makeRoom();
     void makeOwnRoom();
     void handleAreaChanged();
@@ -182,8 +181,6 @@ private:
     ChartAxis *m_axisX;
     ChartAxis *m_axisY;
     LegendSwitches *m_legend;
-    LegendPlace m_legendPlace;
-    QSizeF m_legendSize;
     CursorSwitches *m_cursor;
     ZoomSwitches *m_zoomSwitches;
     QSet<QQuickItem *> m_children; // the adopted ones
@@ -205,6 +202,7 @@ private:
     std::unique_ptr<ChartRoom> m_room;
     std::unique_ptr<ChartPlots> m_plots;
     std::unique_ptr<ChartZoom> m_zoom;
+    std::unique_ptr<ChartLegend> m_legendPlace;
     // Receives what the chart hears: it dies first, so that nothing reaches half an object.
     std::unique_ptr<QObject> m_ears = std::make_unique<QObject>();
 };
