@@ -18,6 +18,7 @@ namespace {
 
 constexpr int narrowestShape = 3; // pixels
 constexpr double labelGap = 2.0;
+constexpr double stemOpacity = 0.5;
 constexpr double largestImageSide = 8192.0;
 
 // The outline through the foot points (left, base) and (right, base) at whose middle, or along whose top, is
@@ -48,8 +49,8 @@ QPainterPath shapePath(PlotRegion::PlotStyle style, int left, int right, int bas
     \brief Draws the regions of a PlotRegions as translucent bands with their names on top.
 
     Each region has a shape of its own, see PlotRegion::plotStyle, that reaches from the baseline to its
-    value. Lower bands are drawn over taller ones. A name that would cover that of a stronger band moves up,
-    or is left out.
+    value. Lower bands are drawn over taller ones. A name that would cover that of a stronger band, or run into it, moves
+    up, or is left out; one without a band has a line to its place then.
 */
 
 /*!
@@ -207,15 +208,22 @@ void GraphBands::paintLabels(QPainter *painter, const QVector<Band> &bands)
 
     const QFontMetricsF metrics(labelFont(), painter->device());
     QVector<QRectF> wanted;
+    QVector<QPointF> feet; // of annotations
     for (const Band &band : qAsConst(named)) {
         const QSizeF size(metrics.horizontalAdvance(band.region->name()), metrics.height());
         const double middle = (qMax(band.left, 0) + qMin<double>(band.right, width() - 1.0)) / 2.0;
-        const double top = band.region->plotStyle() == PlotRegion::LabelOnly
-                               ? band.level - size.height() / 2.0
-                               : band.top() - labelGap - size.height();
+        const bool isAnnotation = band.region->plotStyle() == PlotRegion::LabelOnly;
+        const double top =
+            isAnnotation ? band.level - size.height() / 2.0 : band.top() - labelGap - size.height();
         wanted.append(QRectF(QPointF(middle - size.width() / 2.0, top), size));
+        feet.append(QPointF(std::floor(middle), isAnnotation && band.level < height() ? band.level : 0.0));
     }
     const QVector<QRectF> places = graph::separatedLabels(wanted, QSizeF(width(), height()));
+    painter->setPen(graph::translucent(labelPen(), stemOpacity));
+    {
+        const graph::PixelCentres across(painter, {1, 0});
+        painter->drawLines(graph::labelStems(places, feet));
+    }
     painter->setFont(labelFont());
     painter->setPen(labelPen());
     for (int i = 0; i < named.size(); ++i) {

@@ -42,6 +42,13 @@ private slots:
                                     QRectF(0, 0, 101, 9), QRectF(qQNaN(), 0, 9, 9)},
                                    item),
             (QVector<QRectF>{QRectF(0, 88, 30, 12), QRectF(70, 0, 30, 12), QRectF(), QRectF(), QRectF()}));
+        // Beside each other with a gap. One that moved up has a line to its foot, behind those that are in between.
+        const QVector<QRectF> moved =
+            graph::separatedLabels({label, label.translated(33, 0), label, label}, item);
+        QCOMPARE(moved, (QVector<QRectF>{label, QRectF(43, 38, 30, 12), QRectF(10, 26, 30, 12),
+                                         QRectF(10, 14, 30, 12)}));
+        QCOMPARE(graph::labelStems(moved, {{25, 56}, {58, 56}, {25, 70}, {90, 60}}),
+                 (QVector<QLineF>{{58, 50, 58, 56}, {25, 38, 25, 50}, {25, 62, 25, 70}, {90, 26, 90, 60}}));
     }
 
     void shapes_data()
