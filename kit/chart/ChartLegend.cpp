@@ -31,11 +31,15 @@ void ChartLegend::place()
     if (m_zoom->follow() > 0.0) {
         if (m_zoom->isFollowing())
             m_switches->setDefaultCorner(m_zoom->newestPlace() < 0.5, false);
+        m_switches->setWithoutCorner(false);
         return;
     }
-    const auto corner = m_place.find(m_plots->traces(), m_chart->plotArea()->size(), m_size);
-    if (corner)
-        m_switches->setDefaultCorner(corner->atRight, corner->atBottom);
+    const QQuickItem *area = m_chart->plotArea();
+    if (!m_place.find(m_plots->traces(), {m_chart->size(), area->size(), m_size}))
+        return;
+    const auto corner = m_place.corner().value_or(LegendPlace::Corner{true, false});
+    m_switches->setDefaultCorner(corner.atRight, corner.atBottom);
+    m_switches->setWithoutCorner(!m_place.corner());
 }
 
 } // namespace graph

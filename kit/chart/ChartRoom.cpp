@@ -7,9 +7,18 @@
 #include "view/base/XYScale.h"
 #include "view/frame/GraphView.h"
 
+#include <QFontMetrics>
+
 #include <algorithm>
+#include <cmath>
 
 namespace graph {
+
+namespace {
+
+constexpr int rowGap = 2; // below the names of traces, in pixels
+
+} // namespace
 
 ChartRoom::ChartRoom(const GraphView *chart, const ChartAxes *axes, const XYScale *labels)
     : m_chart(chart)
@@ -38,15 +47,41 @@ bool ChartRoom::takeScale(QQuickItem *child, const ChartTheme &theme)
     return true;
 }
 
+void ChartRoom::setLegendRow(QQuickItem *row)
+{
+    if (m_legendRow == row)
+        return;
+    if (m_legendRow) {
+        disconnect(m_legendRow, nullptr, this, nullptr);
+        m_legendRow->setY(0.0);
+    }
+    m_legendRow = row;
+    if (row)
+        connect(row, &QQuickItem::heightChanged, this, &ChartRoom::changed);
+    emit changed();
+}
+
+// Of the names above the plot area: in the row of a unit, if there is one.
+int ChartRoom::legendLift() const
+{
+    if (m_isTitled || m_labels->margins().top() > 0 || !m_axes->hasUnitAbove())
+        return m_labels->margins().top() + rowGap;
+    const int unitMiddle = QFontMetrics(m_axes->y()->labelFont()).height() * 5 / 4;
+    return std::max(rowGap, unitMiddle - int(m_legendRow->height() / 2.0));
+}
+
 QMargins ChartRoom::own() const
 {
     const int size = m_fontSize;
+    // Without axes the plot area is all of the chart, with the names in it.
     if (!m_axes->hasVisible())
         return {0, m_isTitled ? size * 5 / 2 : 0, m_scales.width(m_chart), 0};
     const int above = m_labels->margins().top(); // of axes there
-    const int top = m_isTitled               ? std::max(size * 5 / 2, above > 0 ? above + size * 9 / 4 : 0)
-                    : m_axes->hasUnitAbove() ? size * 9 / 4
-                                             : size;
+    const int row = m_legendRow ? int(std::ceil(m_legendRow->height())) + legendLift() : 0;
+    const int top = std::max(m_isTitled ? std::max(size * 5 / 2, above > 0 ? above + size * 9 / 4 : 0)
+                             : m_axes->hasUnitAbove() ? size * 9 / 4
+                                                      : size,
+                             row > 0 && m_isTitled ? row + size * 9 / 4 : row);
     // With the axes between them and the plot area.
     const int scales = m_scales.width(m_chart);
     const int right = scales == 0 ? 0 : m_labels->margins().right() + size / 2 + scales;
@@ -65,12 +100,15 @@ QMargins ChartRoom::ofAxes() const
     return m_labels->margins();
 }
 
-void ChartRoom::placeScales() const
+void ChartRoom::placeParts() const
 {
     const QQuickItem *area = m_chart->plotArea();
-    if (area)
-        m_scales.place(m_chart, QRectF(area->position(), area->size()),
-                       area->x() + area->width() + m_labels->margins().right());
+    if (!area)
+        return;
+    m_scales.place(m_chart, QRectF(area->position(), area->size()),
+                   area->x() + area->width() + m_labels->margins().right());
+    if (m_legendRow)
+        m_legendRow->setY(m_axes->hasVisible() ? -legendLift() - m_legendRow->height() : 0.0);
 }
 
 } // namespace graph

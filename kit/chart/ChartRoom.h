@@ -4,6 +4,7 @@
 
 #include <QMargins>
 #include <QObject>
+#include <QPointer>
 
 class GraphView;
 class XYScale;
@@ -14,7 +15,7 @@ class ChartAxes;
 class ChartTheme;
 
 // The room around the plot area of a chart: for its title, for units and the halves of numbers, and for the colour
-// scales beside it, which it places.
+// scales and the row of names beside it, which it places.
 class ChartRoom : public QObject
 {
     Q_OBJECT
@@ -30,22 +31,28 @@ public:
     // The item may be in destruction, no more than a QQuickItem.
     void forgetScale(const QQuickItem *child) { m_scales.forget(child); }
 
+    // The names of traces above the plot area; null for none.
+    void setLegendRow(QQuickItem *row);
+
     // Besides that of the axes.
     QMargins own() const;
     // Whether rows of text beside the plot area leave it hardly any height.
     bool isCramped() const;
     QMargins ofAxes() const;
 
-    void placeScales() const;
+    void placeParts() const;
 
 signals:
     void changed();
 
 private:
+    int legendLift() const;
+
     const GraphView *m_chart;
     const ChartAxes *m_axes;
     const XYScale *m_labels;
     PlacedScales m_scales;
+    QPointer<QQuickItem> m_legendRow;
     int m_fontSize = 0;
     bool m_isTitled = false;
 };

@@ -489,6 +489,7 @@ void ChartView::finishUpdate()
     \qmlproperty bool Chart::touched
     \qmlproperty size Chart::legendSize
     \qmlproperty Item Chart::legendBox
+    \qmlproperty Item Chart::legendRow
     \qmlproperty Item Chart::flickable
     \qmlmethod Chart::showAllOf(Qt::Orientation)
     \qmlmethod Chart::recordStep()
@@ -515,6 +516,15 @@ void ChartView::setLegendBox(QQuickItem *box)
         return;
     m_legendBox = box;
     emit legendBoxChanged();
+}
+
+void ChartView::setLegendRow(QQuickItem *row)
+{
+    if (m_legendRow == row)
+        return;
+    m_legendRow = row;
+    m_room->setLegendRow(row);
+    emit legendRowChanged();
 }
 
 void ChartView::setFlickable(QQuickItem *flickable)
@@ -560,14 +570,14 @@ void ChartView::makeOwnRoom()
 {
     m_axes->setCramped(m_room->isCramped());
     handleMarginsChanged();
-    m_room->placeScales();
+    m_room->placeParts();
 }
 
 void ChartView::handleAreaChanged()
 {
     m_axes->setCramped(m_room->isCramped());
     update();
-    m_room->placeScales();
+    m_room->placeParts();
     // Numbers of other axes, for instance, leave it another size, and the legend another corner.
     m_zoom->updateLater();
 }

@@ -61,6 +61,7 @@ class GRAPH_CHARTS_EXPORT ChartView : public GraphView, public BackdropSource
     Q_PROPERTY(bool touched READ isTouched WRITE setTouched NOTIFY touchedChanged)
     Q_PROPERTY(QSizeF legendSize READ legendSize WRITE setLegendSize NOTIFY legendSizeChanged)
     Q_PROPERTY(QQuickItem *legendBox READ legendBox WRITE setLegendBox NOTIFY legendBoxChanged)
+    Q_PROPERTY(QQuickItem *legendRow READ legendRow WRITE setLegendRow NOTIFY legendRowChanged)
     Q_PROPERTY(QQuickItem *flickable READ flickable WRITE setFlickable NOTIFY flickableChanged)
 
 public:
@@ -91,6 +92,8 @@ public:
     QSizeF legendSize() const;
     // What of the legend is painted; null without one. For what keeps clear of it.
     QQuickItem *legendBox() const { return m_legendBox; }
+    // The same where it is not in the plot area but above it.
+    QQuickItem *legendRow() const { return m_legendRow; }
     QQuickItem *flickable() const { return m_flickable; }
 
     void setTitle(const QString &title);
@@ -101,6 +104,7 @@ public:
     void setTouched(bool touched);
     void setLegendSize(const QSizeF &size);
     void setLegendBox(QQuickItem *box);
+    void setLegendRow(QQuickItem *row);
     void setFlickable(QQuickItem *flickable);
 
     // Numbers, for programs that call it by name; documents can give dates.
@@ -152,6 +156,7 @@ signals:
     void touchedChanged();
     void legendSizeChanged();
     void legendBoxChanged();
+    void legendRowChanged();
     void flickableChanged();
 
 protected:
@@ -188,6 +193,7 @@ private:
     PartColors m_partColors;
     ReadingTexts m_texts;
     QPointer<QQuickItem> m_legendBox;
+    QPointer<QQuickItem> m_legendRow;
     QPointer<QQuickItem> m_flickable;
     bool m_isComplete = false;
     bool m_isToldOfCursor = false;

@@ -126,7 +126,7 @@ LegendPlace::LegendPlace()
     });
 }
 
-bool LegendPlace::isNew(const QVector<const void *> &data, const QSizeF &area, const QSizeF &legend)
+bool LegendPlace::isNew(const QVector<const void *> &data, const Rooms &rooms)
 {
     const bool isOther = data != m_data;
     if (isOther)
@@ -134,29 +134,30 @@ bool LegendPlace::isNew(const QVector<const void *> &data, const QSizeF &area, c
     if (!m_hasSettled)
         m_settling.start();
     const bool wasDue = std::exchange(m_isDue, false);
-    if (!isOther && !wasDue && area == m_area && legend == m_legend)
+    const bool isOutside = !m_data.isEmpty() && !m_corner;
+    const bool hasOtherRooms = isOutside ? rooms.chart != m_rooms.chart : !(rooms == m_rooms);
+    if (!isOther && !wasDue && !hasOtherRooms)
         return false;
     m_data = data;
-    m_area = area;
-    m_legend = legend;
+    m_rooms = rooms;
     return true;
 }
 
-std::optional<LegendPlace::Corner> LegendPlace::find(const QVector<QPointer<AbstractPlot>> &plots,
-                                                     const QSizeF &area, const QSizeF &legend)
+bool LegendPlace::find(const QVector<QPointer<AbstractPlot>> &plots, const Rooms &rooms)
 {
     const QVector<const AbstractPlot *> traces = tracesWithData(plots);
     QVector<const void *> data;
     for (const AbstractPlot *plot : traces)
         data.append(plot->plotData());
-    if (data.isEmpty() || legend.isEmpty() || !isNew(data, area, legend))
-        return std::nullopt;
+    if (data.isEmpty() || rooms.legend.isEmpty() || !isNew(data, rooms))
+        return false;
+    m_corner.reset();
     for (const Corner corner :
          {Corner{true, false}, Corner{false, false}, Corner{true, true}, Corner{false, true}}) {
-        if (isFree(placeIn(corner, area, legend), traces))
-            return corner;
+        if (!m_corner && isFree(placeIn(corner, rooms.area, rooms.legend), traces))
+            m_corner = corner;
     }
-    return Corner{true, false};
+    return true;
 }
 
 } // namespace graph

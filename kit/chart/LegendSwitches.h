@@ -28,8 +28,9 @@ namespace graph {
     \qmlproperty bool LegendSwitches::atBottom
     Its corner of the plot area. By default the first one in which it covers no trace, beginning with the upper
     right one: it is chosen when traces get their first data, and when the size of the chart or of the legend changes.
-    With \c follow it is above, where the newest data are not: at the right until the window is half full, then at the
-    left.
+    Where no corner is free, and in a small chart, its names are in a row above the plot area; those that have no room
+    there are counted at its end. With \c follow it is in an upper corner, where the newest data are not: at the right
+    until the window is half full, then at the left.
 
     \qmlproperty bool LegendSwitches::inARow
     Its names beside each other instead of below each other.
@@ -39,6 +40,11 @@ namespace graph {
 
     \qmlproperty bool LegendSwitches::newest
     Whether it tells the newest values, those of the last samples, while there is no cursor; false by default.
+*/
+/*!
+    \qmlproperty bool LegendSwitches::placed
+    \qmlproperty bool LegendSwitches::withoutCorner
+    \internal
 */
 class GRAPH_CHARTS_EXPORT LegendSwitches : public QObject
 {
@@ -50,6 +56,9 @@ class GRAPH_CHARTS_EXPORT LegendSwitches : public QObject
     Q_PROPERTY(bool inARow MEMBER m_inARow NOTIFY changed)
     Q_PROPERTY(bool values MEMBER m_values NOTIFY changed)
     Q_PROPERTY(bool newest MEMBER m_newest NOTIFY changed)
+    // For Chart.qml: whether the document says the corner, and whether there is none without a trace.
+    Q_PROPERTY(bool placed READ isPlaced NOTIFY changed)
+    Q_PROPERTY(bool withoutCorner READ isWithoutCorner NOTIFY changed)
 
 public:
     using QObject::QObject;
@@ -88,6 +97,14 @@ public:
         m_defaultAtBottom = atBottom;
         emit changed();
     }
+    bool isWithoutCorner() const { return m_isWithoutCorner; }
+    void setWithoutCorner(bool without)
+    {
+        if (m_isWithoutCorner == without)
+            return;
+        m_isWithoutCorner = without;
+        emit changed();
+    }
 
 signals:
     void changed();
@@ -100,6 +117,7 @@ private:
     bool m_defaultAtRight = true;
     std::optional<bool> m_atBottom;
     bool m_defaultAtBottom = false;
+    bool m_isWithoutCorner = false;
     bool m_inARow = false;
     bool m_values = true;
     bool m_newest = false;

@@ -2,6 +2,7 @@ import QtQuick 2.15
 import QtQuick.Window 2.15
 import graph_plugin 1.0
 import graph_kit 1.0
+import "theme.js" as Theme
 
 // A chart that needs nothing but its traces. The chart itself is written in C++; here is what a user touches, each part
 // loaded when it is needed for the first time.
@@ -21,7 +22,8 @@ ChartView {
     readonly property GraphCursor _shownCursor: declaredCursor ? declaredCursor : cursorLoader.shown ? cursorLoader.item : null
     // For the tags and flags of cursors, which keep clear of them.
     readonly property alias liveButton: liveLoader
-    legendBox: legendLoader.item ? legendLoader.item.box : null
+    legendBox: legendLoader.item && !legendLoader.isAbove ? legendLoader.item.box : null
+    legendRow: legendLoader.item && legendLoader.isAbove && legendLoader.item.box.visible ? legendRowItem : null
     // x runs to the right in every language, and so do the texts beside it.
     LayoutMirroring.enabled: false
     LayoutMirroring.childrenInherit: true
@@ -287,47 +289,68 @@ ChartView {
         cursor: chart.declaredCursor || cursorLoader.item
     }
 
+    // The chart places it.
+    Item {
+        id: legendRowItem
+
+        parent: chart.overlay
+        width: parent ? parent.width : 0
+        height: legendLoader.heightIn(chart.height / 16)
+    }
+
     Loader {
         id: legendLoader
 
         // Not those that are all colours, which a ColorScale explains.
         readonly property var named: chart.traces.filter(plot => !(plot instanceof WaterfallPlot || plot instanceof HeatmapPlot))
-        // A small chart has one row of names, a tiny one needs all of its plot area for the traces.
+        // A small chart has one row of names above its plot area, a tiny one needs all of its room for the traces. In a
+        // larger one they are there where every corner is taken, as long as there is room for some letters of each.
         readonly property bool isLow: chart.width < chart.colors.fontSize * 28 && chart.height < chart.colors.fontSize * 21
+        readonly property bool isAbove: !chart.legend.placed && (isLow || chart.legend.withoutCorner
+                                        && chart.width > (named.length * 6 + 4) * chart.colors.fontSize)
         readonly property bool hasRoom: chart.width >= chart.colors.fontSize * 12 && chart.height >= chart.colors.fontSize * 9
+        // Names only: the traces need the room.
+        readonly property bool isSmall: chart.width < chart.colors.fontSize * 31
+        readonly property int fontSize: Math.round(chart.colors.fontSize * (isSmall ? 0.85 : 1))
 
         // Those of a thousand traces would cover all of them: what is not to be seen is not laid out.
         readonly property bool areFew: named.length < 50 || 2 * 42 * 1.19 * chart.colors.fontSize
                                        * named.filter(plot => Boolean(plot.name)).length < width * height
 
-        parent: chart.overlay
+        // For fingers where there is room, else as close as the text allows.
+        function heightIn(room) {
+            return Math.round(Math.max(fontSize * 1.4, Math.min(fontSize * 2.2, 40, room)));
+        }
+
+        parent: isAbove ? legendRowItem : chart.overlay
         active: chart.legend.enabled && named.length >= chart.legend.leastTraces && hasRoom && areFew
         anchors.fill: parent
 
         sourceComponent: Legend {
-            // Names only: the traces need the room.
-            readonly property bool isSmall: width < chart.colors.fontSize * 28
+            readonly property bool hasRoomForValues: !legendLoader.isSmall
+                                                     && (!legendLoader.isAbove || width > plots.length * fontSize * 10)
 
             readonly property size boxSize: Qt.size(box.width, box.height)
 
             function tellSize() {
-                if (!cursor)
+                if (!cursor && !legendLoader.isAbove)
                     chart.legendSize = boxSize;
             }
 
             // Names that hide their traces are of no use.
-            visible: boxSize.width * boxSize.height < width * height / 2
+            visible: legendLoader.isAbove || boxSize.width * boxSize.height < width * height / 2
             onBoxSizeChanged: tellSize()
             onCursorChanged: tellSize()
             plots: legendLoader.named
-            cursor: !chart.legend.values || isSmall ? null : chart.declaredCursor ? chart.declaredCursor : cursorLoader.shown ? cursorLoader.item : null
-            newest: chart.legend.newest && !isSmall
+            cursor: !chart.legend.values || !hasRoomForValues ? null : chart.declaredCursor ? chart.declaredCursor : cursorLoader.shown ? cursorLoader.item : null
+            newest: chart.legend.newest && hasRoomForValues
             atRight: chart.legend.atRight
             atBottom: chart.legend.atBottom
-            inARow: chart.legend.inARow || legendLoader.isLow
-            // For fingers where there is room, else as close as the text allows.
-            entryHeight: Math.max(fontSize * 1.4, Math.min(fontSize * 2.2, height / (2 * Math.max(1, plots.length))))
-            fontSize: Math.round(chart.colors.fontSize * (isSmall ? 0.85 : 1))
+            inARow: chart.legend.inARow || legendLoader.isAbove || legendLoader.isLow
+            inset: legendLoader.isAbove ? 0 : 4
+            entryHeight: legendLoader.isAbove ? height : legendLoader.heightIn(height / (2 * Math.max(1, plots.length)))
+            fontSize: legendLoader.fontSize
+            backgroundColor: legendLoader.isAbove ? "transparent" : Theme.translucent(chart.colors.plotBackground, 0.85)
         }
     }
 

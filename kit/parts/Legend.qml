@@ -40,8 +40,28 @@ Item {
     readonly property alias box: box
     readonly property int _rows: Math.max(1, Math.floor((height - 2 * inset) / entryHeight))
 
-    readonly property real _widestName: inARow ? Math.max(16, (legend.width - 2 * inset) / Math.max(1, _named.length) - 42)
-                                               : Math.max(40, legend.width * 0.4)
+    // Of an entry, without its name.
+    readonly property int _beforeName: inARow ? 21 : 32
+    readonly property int _behindName: inARow ? 8 : 10
+    readonly property real _widestName: inARow ? widestInRow() : Math.max(40, legend.width * 0.4)
+
+    // Long names share what short ones leave.
+    function widestInRow() {
+        var widths = [], room = width - 2 * inset - (more.visible ? more.width : 0);
+        for (var i = 0; i < entries.count; ++i) {
+            var entry = entries.itemAt(i);
+            widths.push(entry ? entry.nameWidth : 0);
+            room -= entry ? entry.otherWidth : 0;
+        }
+        widths.sort((one, other) => one - other);
+        for (var j = 0; j < widths.length; ++j) {
+            var share = Math.max(16, Math.floor(room / (widths.length - j)));
+            if (widths[j] > share)
+                return share;
+            room -= widths[j];
+        }
+        return Infinity;
+    }
 
     function nameOf(plot) {
         return !plot ? "" : plot.name ? plot.name : plot.plotData ? plot.plotData.label : "";
@@ -57,8 +77,12 @@ Item {
         return named;
     }
 
+    // In a row, those that have room for some letters.
+    readonly property int _fitting: Math.max(1, Math.floor((width - 2 * inset) / _leastWidth))
+    readonly property real _leastWidth: _beforeName + _behindName + 2 * fontSize
     // Of a thousand names those that have room at all.
-    readonly property var _shown: _named.slice(0, Math.max(200, _rows * Math.floor(width / 42)))
+    readonly property var _shown: !inARow ? _named.slice(0, Math.max(200, _rows * Math.floor(width / 42)))
+                                  : _named.length <= _fitting ? _named : _named.slice(0, Math.max(1, Math.floor((width - 2 * inset - 2 * fontSize) / _leastWidth)))
 
     // The ends of the axis, with a digit more, are as long as values get.
     function longestValue(plot) {
@@ -113,7 +137,9 @@ Item {
                     readonly property var plot: modelData
                     readonly property alias value: reader.text
                     // With the room that its values have needed, so that changing digits move nothing.
-                    readonly property real wantedWidth: name.x + name.width + (reader.room > 0 ? reader.room + 12 : 0) + 10
+                    readonly property real wantedWidth: name.width + otherWidth
+                    readonly property real otherWidth: name.x + (reader.room > 0 ? reader.room + 12 : 0) + legend._behindName
+                    readonly property real nameWidth: Math.ceil(name.implicitWidth)
 
                     // All entries of a column are as wide as its widest.
                     width: legend.inARow ? wantedWidth : Math.max(wantedWidth, grid.widest)
@@ -129,13 +155,13 @@ Item {
                         newest: legend.newest
                         label: reading
                         longest: widest.advanceWidth
-                        end: entry.width - 10
+                        end: entry.width - legend._behindName
                     }
 
                     Rectangle {
                         anchors.verticalCenter: parent.verticalCenter
-                        x: 8
-                        width: 16
+                        x: legend.inARow ? 4 : 8
+                        width: legend.inARow ? 12 : 16
                         height: 4
                         radius: 2
                         opacity: name.opacity
@@ -146,8 +172,8 @@ Item {
                         id: name
 
                         anchors.verticalCenter: parent.verticalCenter
-                        x: 32
-                        width: Math.min(Math.ceil(implicitWidth), legend._widestName)
+                        x: legend._beforeName
+                        width: Math.min(entry.nameWidth, legend._widestName)
                         elide: Text.ElideRight
                         opacity: entry.plot && entry.plot.visible ? 1 : 0.4
                         text: legend.nameOf(entry.plot)
@@ -181,6 +207,22 @@ Item {
                         onClicked: if (entry.plot) entry.plot.visible = !entry.plot.visible
                     }
                 }
+            }
+
+            // How many are left out.
+            Text {
+                id: more
+
+                visible: legend.inARow && legend._shown.length < legend._named.length
+                height: legend.entryHeight
+                rightPadding: 4
+                verticalAlignment: Text.AlignVCenter
+                text: "+" + (legend._named.length - legend._shown.length)
+                textFormat: Text.PlainText
+                color: legend.textColor
+                font.family: legend.fontFamily
+                font.pixelSize: legend.fontSize
+                renderType: Text.NativeRendering
             }
         }
     }

@@ -150,7 +150,7 @@ TestCase {
             { tag: "rising, written", one: [1, 5, 9], two: [0, 3, 8], atRight: true, corner: "right top" },
             { tag: "high", one: [9, 9, 9], two: [0, 9, 9], corner: "right bottom" },
             { tag: "falling at the end", one: [9, 9, 9], two: [9, 9, 0], corner: "left bottom" },
-            { tag: "between samples", one: [0, 9, 0, 9, 0, 9, 0, 9], two: [0, 0], corner: "right top" },
+            { tag: "between samples", one: [0, 9, 0, 9, 0, 9, 0, 9], two: [0, 0], corner: "above" },
             { tag: "bars", one: [2, 9, 9], two: [2, 8, 8], style: Trace.Bars, corner: "left top" }
         ];
     }
@@ -161,6 +161,19 @@ TestCase {
             chart.legend.atRight = true;
         traceComponent.createObject(chart, { values: data.one, name: "One", style: data.style || Trace.Line });
         traceComponent.createObject(chart, { values: data.two, name: "Two", style: data.style || Trace.Line });
+        if (data.corner === "above") {
+            // Its entries work there, and other data leave it there: it does not come and go with the room that it takes.
+            tryVerify(() => !chart.legendBox && chart.legendRow);
+            wait(700);
+            const row = chart.legendRow;
+            verify(row.y < -row.height && chart.plotArea.y + row.y >= 0);
+            mouseClick(row, row.width - 20, row.height / 2);
+            verify(!chart.traces[1].visible && chart.traces[0].visible);
+            chart.traces[0].values = [0, 0];
+            wait(50);
+            verify(!chart.legendBox);
+            return;
+        }
         tryVerify(() => chart.legendBox && chart.legendBox.width > 50 && chart.legendBox.width < 100);
         wait(30);
         var box = chart.legendBox, corner = (box.x > 200 ? "right" : "left") + (box.y > 100 ? " bottom" : " top");
@@ -218,6 +231,7 @@ TestCase {
                 ++legends;
                 compare(item.inARow, Boolean(data.inARow));
                 verify(item.box.width <= area.width && item.box.height < area.height / 2);
+                compare(item.mapToItem(chart, 0, item.height).y <= area.y, Boolean(data.inARow));
             }
             for (var i = 0; i < item.children.length; ++i)
                 count(item.children[i]);
@@ -236,7 +250,7 @@ TestCase {
         tryVerify(() => area.x === 0 && area.y === 0 && area.width === data.width && area.height === data.height);
         chart.axisY.visible = chart.axisX.visible = true;
         chart.axisY.title = "Level";
-        verify(area.y < metrics.height);
+        verify(area.y < metrics.height * (data.inARow ? 2 : 1));
         // One that covers the traces tells nothing of them.
         for (var i = 0; i < 38; ++i)
             traceComponent.createObject(chart, { values: [i, i], name: "Trace " + i });

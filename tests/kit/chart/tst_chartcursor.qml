@@ -232,7 +232,7 @@ TestCase {
 
     // Beyond its samples a trace has no value, at either end and with one sample.
     function test_readingsBeyondTheEnds() {
-        var chart = createTemporaryQmlObject(`import QtQuick 2.15; import graph_kit 1.0; Chart { width: 640; height: 400; ChartCursor {}
+        var chart = createTemporaryQmlObject(`import QtQuick 2.15; import graph_kit 1.0; Chart { width: 640; height: 400; legend.atRight: true; ChartCursor {}
                                               Trace { name: 'long'; values: [1, 5, 3, 8, 2, 9] }
                                               Trace { name: 'short'; values: [6, 7] }
                                               Trace { name: 'late'; start: 3.6; interval: 0.8; values: [4, 3] }
@@ -283,7 +283,7 @@ TestCase {
     }
 
     function test_dotOnSample(data) {
-        var chart = createTemporaryQmlObject(`import QtQuick 2.15; import graph_kit 1.0; Chart { width: 640; height: 400; ChartCursor {}
+        var chart = createTemporaryQmlObject(`import QtQuick 2.15; import graph_kit 1.0; Chart { width: 640; height: 400; legend.atRight: true; ChartCursor {}
                                               ${data.reversed === "true" ? "axisX { minValue: 9; maxValue: 0 }" : ""}
                                               Trace { values: [1, 2, 3, 4, 5, 6, 7, 8, 9, 10] }
                                               Trace { id: events; unit: "V"; style: Trace.${data.style}; ${data.body} } }`, testCase);
@@ -451,7 +451,7 @@ TestCase {
         return [
             { tag: "of a legend, in several columns", body: `width: 400; height: 240; legend.leastTraces: 1; title: 'Readings'; ChartCursor { posValue: 4 }
               Repeater { model: 8; Trace { name: 'ch' + index; unit: 'V'; values: [1, 2, 3, 4, 5 + index * 0.01] } }`, count: 8 },
-            { tag: "of flags", body: `width: 560; height: 380; ChartCursor { posValue: 1.5; markers: [${flags}] }
+            { tag: "of flags", body: `width: 560; height: 380; legend.atRight: true; ChartCursor { posValue: 1.5; markers: [${flags}] }
               Trace { name: 'a'; interval: 0.01; ${wave} Math.sin(i)) } Trace { name: 'b'; interval: 0.01; ${wave} 12 + Math.sin(i)) }`, count: 2 },
             { tag: "of a legend at the other side", body: `width: 400; height: 240; legend { atRight: false; values: false } ChartCursor { posValue: 0 }
               Repeater { model: 4; Trace { name: 'channel' + index; values: [5 + index, 9] } }`, count: 4 }
