@@ -83,7 +83,7 @@ ChartAxis::ChartAxis(QObject *parent)
     connect(this, &ValueAxis::orientationChanged, this, &ChartAxis::measureAgain);
     connect(this, &ValueAxis::valueRangeChanged, this, &ChartAxis::measureAgain);
     connect(this, &ValueAxis::unitChanged, this, &ChartAxis::measureAgain);
-    connect(this, &ValueAxis::formatterChanged, this, &ChartAxis::measureAgain);
+    connect(this, &ValueAxis::formatterChanged, this, &ChartAxis::followFormatter);
     emitAxisChanged();
 }
 
@@ -359,6 +359,20 @@ void ChartAxis::measureAgain()
     m_planned.forget();
 }
 
+// That of a document may be shared by several axes, of which it knows none.
+void ChartAxis::followFormatter()
+{
+    measureAgain();
+    if (m_followedFormatter)
+        disconnect(m_followedFormatter, nullptr, this, SLOT(emitAxisChanged()));
+    m_followedFormatter = formatter();
+    if (!m_followedFormatter)
+        return;
+    connect(m_followedFormatter, SIGNAL(destroyed()), SLOT(emitAxisChanged()));
+    if (m_followedFormatter->metaObject()->indexOfSignal("changed()") >= 0)
+        connect(m_followedFormatter, SIGNAL(changed()), SLOT(emitAxisChanged()));
+}
+
 /*!
     \qmlproperty int ChartAxis::margin
     The room beside the plot area for labels and title, in pixels. It follows requiredMargin until it is written;
@@ -494,7 +508,8 @@ TickSet ChartAxis::tickSet(const QRectF &rect)
 
 void ChartAxis::updatePlan(double length)
 {
-    m_length = length;
+    if (m_length.exchange(length) != length)
+        QMetaObject::invokeMethod(this, &ChartAxis::lengthChanged, Qt::QueuedConnection);
     ScaleEnds ends{minVisible(), maxVisible()};
     if (scaleKind() == ScaleKind::Logarithmic)
         ends = positivePart(ends.begin, ends.end);

@@ -119,6 +119,8 @@ signals:
     void endChanged();
     // marginChanged(), as well.
     void roomChanged();
+    // That of the last repaint, which has a say in numberPrefix(); from the event loop.
+    void lengthChanged();
 
 protected:
     TickSet tickSet(const QRectF &rect) override;
@@ -129,6 +131,7 @@ private:
     void followMargin();
     void checkRange();
     void measureAgain();
+    void followFormatter();
     bool hasOwnTicks() const;
     AxisNumbering numbering() const;
     void updatePlan(double length);
@@ -150,6 +153,7 @@ private:
     bool m_hasHeadRoom = true;
     bool m_restsOnBaseline = false;
     bool m_hasComplained = false;
+    QPointer<BaseFormatter> m_followedFormatter;
     // The margin follows the required one until the document writes another.
     bool m_hasWrittenMargin = false;
     int m_followedMargin = 0;

@@ -8,6 +8,7 @@
 #include "kit/chart/ChartLegend.h"
 #include "kit/chart/ChartPlots.h"
 #include "kit/chart/ChartRoom.h"
+#include "kit/chart/ChartTexts.h"
 #include "kit/chart/ChartTheme.h"
 #include "kit/chart/ChartZoom.h"
 #include "kit/chart/CursorSwitches.h"
@@ -104,6 +105,7 @@ ChartView::ChartView(QQuickItem *parent)
     , m_labels(new XYScale(this))
     , m_underlay(new QQuickItem(this))
     , m_overlay(new QQuickItem(this))
+    , m_bindingTexts(new ChartTexts(this))
     , m_export(new ChartExport(this))
     , m_axes(std::make_unique<ChartAxes>(m_axisX, m_axisY, m_grid, m_labels, zoomRect()))
     , m_room(std::make_unique<ChartRoom>(this, m_axes.get(), m_labels))
@@ -237,6 +239,7 @@ void ChartView::wire()
         m_axes->giveTo(plot);
     }
     m_axes->gather(*this);
+    m_bindingTexts->watch(plots(), m_axes->all());
     dressCursors();
     handlePlotVisibilityChanged();
     m_partColors.give(plots(), m_theme->theme());
@@ -486,6 +489,7 @@ void ChartView::finishUpdate()
 /*!
     \qmlproperty Item Chart::underlay
     \qmlproperty Item Chart::overlay
+    \qmlproperty ChartTexts Chart::bindingTexts
     \qmlproperty bool Chart::touched
     \qmlproperty size Chart::legendSize
     \qmlproperty Item Chart::legendBox
@@ -590,7 +594,7 @@ void ChartView::handleAreaChanged()
     pixels need to differ, unless data have \c ySigDigs or \c yPrecision of their own, and in the unit of the axis where
     the trace has none. A \c formatter of the axis writes all of it. The difference of two values, such as the margin of
     a LimitLine, has a unit of its own where the values are levels: that of dBm, dBW, dBV and all others that begin with
-    dB is dB.
+    dB is dB. In a binding they are called again when the text may be another one.
 */
 QString ChartView::formatX(double value) const
 {

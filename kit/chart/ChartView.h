@@ -14,6 +14,7 @@
 #include <memory>
 
 Q_MOC_INCLUDE("kit/axis/ChartAxis.h")
+Q_MOC_INCLUDE("kit/chart/ChartTexts.h")
 Q_MOC_INCLUDE("kit/chart/ChartTheme.h")
 Q_MOC_INCLUDE("kit/chart/CursorSwitches.h")
 Q_MOC_INCLUDE("kit/chart/LegendSwitches.h")
@@ -26,6 +27,7 @@ class ChartAxis;
 class ChartLegend;
 class ChartPlots;
 class ChartRoom;
+class ChartTexts;
 class ChartTheme;
 class ChartZoom;
 class CursorSwitches;
@@ -54,10 +56,11 @@ class GRAPH_CHARTS_EXPORT ChartView : public GraphView, public BackdropSource
     Q_PROPERTY(double exportProgress READ exportProgress NOTIFY exportProgressChanged)
     Q_PROPERTY(bool canGoBack READ canGoBack NOTIFY historyChanged)
     Q_PROPERTY(bool canGoForward READ canGoForward NOTIFY historyChanged)
-    // For Chart.qml: the layers below and above the traces, whether a finger is at work that keeps ranges still, and
-    // how large the legend is without values.
+    // For Chart.qml: the layers below and above the traces, texts for bindings, whether a finger is at work that keeps
+    // ranges still, and how large the legend is without values.
     Q_PROPERTY(QQuickItem *underlay READ underlay CONSTANT)
     Q_PROPERTY(QQuickItem *overlay READ overlay CONSTANT)
+    Q_PROPERTY(graph::ChartTexts *bindingTexts READ bindingTexts CONSTANT)
     Q_PROPERTY(bool touched READ isTouched WRITE setTouched NOTIFY touchedChanged)
     Q_PROPERTY(QSizeF legendSize READ legendSize WRITE setLegendSize NOTIFY legendSizeChanged)
     Q_PROPERTY(QQuickItem *legendBox READ legendBox WRITE setLegendBox NOTIFY legendBoxChanged)
@@ -88,6 +91,7 @@ public:
     bool canGoForward() const;
     QQuickItem *underlay() const { return m_underlay; }
     QQuickItem *overlay() const { return m_overlay; }
+    ChartTexts *bindingTexts() const { return m_bindingTexts; }
     bool isTouched() const;
     QSizeF legendSize() const;
     // What of the legend is painted; null without one. For what keeps clear of it.
@@ -203,6 +207,7 @@ private:
     XYScale *m_labels;
     QQuickItem *m_underlay;
     QQuickItem *m_overlay;
+    ChartTexts *m_bindingTexts;
     ChartExport *m_export;
     std::unique_ptr<ChartAxes> m_axes;
     std::unique_ptr<ChartRoom> m_room;

@@ -9,6 +9,11 @@ import "theme.js" as Theme
 ChartView {
     id: chart
 
+    // A binding that calls one of these is evaluated again when the text may be another one.
+    function formatX(value) { return bindingTexts.current.formatX(value); }
+    function formatY(trace, value) { return bindingTexts.current.formatY(trace, value); }
+    function formatDifferenceY(trace, difference) { return bindingTexts.current.formatDifferenceY(trace, difference); }
+
     property bool _axisTouched: false
     readonly property bool _zooms: zoom.enabled && (zoom.horizontal || zoom.vertical)
 

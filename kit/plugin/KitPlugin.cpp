@@ -2,6 +2,7 @@
 
 #include "axis/ValueAxis.h"
 #include "kit/axis/ChartAxis.h"
+#include "kit/chart/ChartTexts.h"
 #include "kit/chart/ChartTheme.h"
 #include "kit/chart/ChartView.h"
 #include "kit/chart/CursorPosition.h"
@@ -42,6 +43,7 @@ void KitPlugin::registerTypes(const char *uri)
     qmlRegisterAnonymousType<ZoomRect>(uri, 1);
     qmlRegisterType<graph::Average>(uri, 1, 0, "Average");
     qmlRegisterType<graph::ChartAxis>(uri, 1, 0, "ChartAxis");
+    qmlRegisterAnonymousType<graph::ChartTexts>(uri, 1);
     qmlRegisterType<graph::ChartTheme>(uri, 1, 0, "ChartTheme");
     qmlRegisterType<graph::ChartView>(uri, 1, 0, "ChartView");
     qmlRegisterType<graph::ColorScale>(uri, 1, 0, "ColorScale");

@@ -73,6 +73,26 @@ TestCase {
         }
     }
 
+    Component {
+        id: bound
+
+        Chart {
+            id: chart
+
+            property alias level: level
+            property alias beside: beside
+            readonly property var evaluations: ({ count: 0 })
+            readonly property string texts: {
+                ++evaluations.count;
+                return [formatX(0.0123456), formatY(level, 2.0123456), formatDifferenceY(level, 0.0123456)].join(" | ");
+            }
+
+            anchors.fill: parent
+            Trace { id: level; values: [1, 5, 3, 8, 2] }
+            ChartAxis { id: beside; alignment: Qt.AlignRight; unit: "A"; minValue: 0; maxValue: 1e-4 }
+        }
+    }
+
     function make(component) {
         var chart = createTemporaryObject(component, testCase);
         verify(chart);
@@ -294,7 +314,7 @@ TestCase {
     function test_mirrored_data() {
         return [
             { tag: "chart", parts: "Chart { anchors.fill: parent; follow: 1; title: 'Title'; legend.values: true; "
-                                   + "ChartAxis { id: right; alignment: Qt.AlignRight; maxValue: 1e9 } Trace { name: 'One'; values: [1, 5, 3] }"
+                                   + "ChartAxis { id: beside; alignment: Qt.AlignRight; maxValue: 1e9 } Trace { name: 'One'; values: [1, 5, 3] }"
                                    + "Trace { name: 'Two'; axisY: right; values: [1, 5, 3] } Component.onCompleted: following = false }" },
             { tag: "view", parts: "GraphView { anchors.fill: parent; axes: [ValueAxis { id: x; linesPlane: plane; labelsPlane: plane },"
                                   + "ValueAxis { id: y; alignment: Qt.AlignLeft; margin: 50; linesPlane: plane; labelsPlane: plane }]"
@@ -323,6 +343,32 @@ TestCase {
         chart.column.rows.model = 3;
         tryCompare(chart.column, "height", 30);
         compare([chart.column.x, chart.column.y, chart.column.width].join(" "), "300 100 20");
+    }
+
+    // Texts in bindings follow what the functions read, and nothing else.
+    function test_boundTexts() {
+        const chart = make(bound), level = chart.level;
+        const direct = () => [chart.formatX(0.0123456), chart.formatY(level, 2.0123456), chart.formatDifferenceY(level, 0.0123456)].join(" | ");
+        const formatter = createTemporaryQmlObject("import graph_kit 1.0; Formatter { unit: 'bar' }", testCase);
+        const series = createTemporaryQmlObject("import graph_plugin 1.0; PlotSeries { yData: [1, 2]; yUnits: 'A'; yPrecision: 1 }", testCase);
+        tryVerify(() => chart.texts === direct());
+        [() => chart.axisX.unit = "Hz", () => level.unit = "dBm", () => chart.axisX.range(0.0123, 0.0124), () => chart.axisY.range(2.012, 2.013),
+         () => level.axisY = chart.beside, () => level.unit = "A", () => chart.beside.range(0, 1e-9), () => chart.beside.range(0, 40), () => chart.beside.formatter = formatter,
+         () => formatter.precision = 1, () => formatter.text = value => "x", () => chart.beside.formatter = null, () => { level.values = undefined; level.series = series; },
+         () => { series.yUnits = chart.beside.unit = "V"; }, () => series.yPrecision = 6, () => series.ySigDigs = 2, () => chart.axisX.range(900, 1100),
+         () => { chart.anchors.fill = undefined; chart.width = 300; chart.height = 400; }, () => chart.axisX.scale = ChartAxis.Time].forEach(function (change, i) {
+            const before = chart.texts;
+            change();
+            tryVerify(() => chart.texts === direct() && chart.texts !== before, 1000, "change " + i + ": " + chart.texts + " is not " + direct());
+        });
+        wait(50);
+        chart.evaluations.count = 0;
+        for (let i = 0; i < 5; ++i) {
+            series.yData = [3, 2 + i / 10];
+            level.color = ["red", "blue"][i % 2];
+            wait(20);
+        }
+        compare(chart.evaluations.count, 0);
     }
 
     // An axis that no trace uses says nothing; the one in its place has the grid.
