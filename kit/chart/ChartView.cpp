@@ -460,6 +460,11 @@ void ChartView::panBeside(int side, double depth, double distance)
     m_zoom->panBeside(side, depth, distance);
 }
 
+bool ChartView::canPanBeside(int side, double depth) const
+{
+    return m_zoom->canPanBeside(side, depth);
+}
+
 void ChartView::showRange(double from, double to)
 {
     m_zoom->showRange(from, to);
@@ -499,6 +504,7 @@ void ChartView::finishUpdate()
     \qmlmethod Chart::recordStep()
     \qmlmethod Chart::zoomBeside()
     \qmlmethod Chart::panBeside()
+    \qmlmethod Chart::canPanBeside()
     \internal
 */
 QSizeF ChartView::legendSize() const

@@ -136,6 +136,7 @@ public:
     // visible.
     Q_INVOKABLE void zoomBeside(int side, double depth, double place, double factor);
     Q_INVOKABLE void panBeside(int side, double depth, double distance);
+    Q_INVOKABLE bool canPanBeside(int side, double depth) const;
     Q_INVOKABLE QString formatX(double value) const;
     Q_INVOKABLE QString formatY(QQuickItem *trace, double value) const;
     Q_INVOKABLE QString formatDifferenceY(QQuickItem *trace, double difference) const;

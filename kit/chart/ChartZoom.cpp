@@ -290,6 +290,12 @@ void ChartZoom::panBeside(int side, double depth, double distance)
         rect()->moveTop(rect()->top() + moved);
 }
 
+bool ChartZoom::canPanBeside(int side, double depth) const
+{
+    const bool isX = side == Qt::AlignTop || side == Qt::AlignBottom;
+    return m_axes->furtherBeside(side, depth) || (isX ? rect()->width() : rect()->height()) < 1.0;
+}
+
 // The zoom rectangle is for all axes: one alone is moved by another full range under it. False without such an axis.
 bool ChartZoom::moveBeside(int side, double depth, double anchor, double factor, double distance)
 {

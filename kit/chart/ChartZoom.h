@@ -47,6 +47,7 @@ public:
     // By a hand on the axes at a side; depth: pixels away from the plot area, place: fraction of what is visible.
     void zoomBeside(int side, double depth, double place, double factor);
     void panBeside(int side, double depth, double distance);
+    bool canPanBeside(int side, double depth) const;
 
     // The ones that this one is joined with, directly or through others.
     QList<ChartZoom *> partners() const { return m_joined.others(); }

@@ -28,6 +28,10 @@ namespace graph {
     \qmlproperty bool ZoomSwitches::axes
     Gestures over an axis, which move only that axis.
 
+    \qmlproperty bool ZoomSwitches::wheel
+    The wheel. False leaves it to what is around the chart, such as a list that scrolls; with Control or Shift it still
+    zooms.
+
     \qmlproperty bool ZoomSwitches::keys
     The keyboard.
 */
@@ -39,6 +43,7 @@ class GRAPH_CHARTS_EXPORT ZoomSwitches : public QObject
     Q_PROPERTY(bool vertical MEMBER m_vertical NOTIFY changed)
     Q_PROPERTY(bool box MEMBER m_box NOTIFY changed)
     Q_PROPERTY(bool axes MEMBER m_axes NOTIFY changed)
+    Q_PROPERTY(bool wheel MEMBER m_wheel NOTIFY changed)
     Q_PROPERTY(bool keys MEMBER m_keys NOTIFY changed)
 
 public:
@@ -56,6 +61,7 @@ private:
     bool m_vertical = true;
     bool m_box = true;
     bool m_axes = true;
+    bool m_wheel = true;
     bool m_keys = true;
 };
 

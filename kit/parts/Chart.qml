@@ -73,8 +73,10 @@ ChartView {
     }
 
     function _pan(x, y) {
-        zoomRect.moveLeft(zoomRect.left + x * zoomRect.width);
-        zoomRect.moveBottom(zoomRect.bottom + y * zoomRect.height);
+        if (zoom.horizontal)
+            zoomRect.moveLeft(zoomRect.left + x * zoomRect.width);
+        if (zoom.vertical)
+            zoomRect.moveBottom(zoomRect.bottom + y * zoomRect.height);
     }
 
     function _press(event) {
@@ -172,9 +174,13 @@ ChartView {
 
             sourceComponent: ZoomArea {
                 zoomRect: chart.zoomRect
+                // A swipe along the only direction that may move, where all of it is in view, is for what is around the chart.
                 interactive: chart._zooms && !pinching && !holding
+                             && (_pans === (Qt.Horizontal | Qt.Vertical)
+                                 || (_pans === Qt.Horizontal ? chart.zoomRect.width : chart.zoomRect.height) < 1)
                 zooms: chart._zooms
-                wheelDirections: Qt.Horizontal | Qt.Vertical
+                wheelDirections: chart.zoom.wheel ? Qt.Horizontal | Qt.Vertical : 0
+                _pans: (chart.zoom.horizontal ? Qt.Horizontal : 0) | (chart.zoom.vertical ? Qt.Vertical : 0)
                 boxZoom: boxLoader.item
                 onPressed: {
                     chart.recordStep();

@@ -17,7 +17,7 @@ Flickable {
     property real wheelFactor: 1.25
     /*! Fingers closer to each other than this in one direction do not zoom in it, 48 pixels. */
     property real leastSpread: 48
-    /*! Directions that the wheel zooms in without a key, Qt.Horizontal. */
+    /*! Directions that the wheel zooms in without a key, Qt.Horizontal; with 0 it is for what is around the view. */
     property int wheelDirections: Qt.Horizontal
     /*! False leaves nothing but taps; true by default. */
     property bool zooms: true
@@ -43,6 +43,9 @@ Flickable {
         zoomRect.zoomX(zoomRect.width * factorX, fractionAtX(px));
         zoomRect.zoomY(zoomRect.height * factorY, fractionAtY(py));
     }
+
+    // Directions in which fingers may move what is visible.
+    property int _pans: Qt.Horizontal | Qt.Vertical
 
     // The part that is visible once the fingers have moved apart, or towards each other, from one distance to another.
     function pinchedPart(part, startSpread, spread, least, most) {
@@ -75,6 +78,8 @@ Flickable {
 
     boundsBehavior: Flickable.StopAtBounds
     interactive: zooms && !pinchArea.started && !holding
+    flickableDirection: _pans === Qt.Horizontal ? Flickable.HorizontalFlick
+                        : _pans === Qt.Vertical ? Flickable.VerticalFlick : Flickable.AutoFlickDirection
 
     PinchArea {
         id: pinchArea
@@ -118,6 +123,10 @@ Flickable {
             // which every axis, plot and cursor of the chart does its work once.
             var left = start.x - pinch.center.x / Math.max(1, area.width - 1) * width;
             var bottom = start.y + pinch.center.y / Math.max(1, area.height - 1) * height;
+            if (!(area._pans & Qt.Horizontal))
+                left = rect.left;
+            if (!(area._pans & Qt.Vertical))
+                bottom = rect.bottom;
             rect.setCenterAndZoom(Qt.vector2d(width, height), Qt.point(left + width / 2, bottom - height / 2));
         }
         onPinchFinished: started = false
@@ -128,6 +137,7 @@ Flickable {
             property bool holding: false
             property bool mayRest: false
             property bool rested: false
+            property point start
 
             // A process that was busy hears of the time before it hears what the finger did in it: moved on, or left.
             function rest(x, y) {
@@ -142,12 +152,14 @@ Flickable {
 
             anchors.fill: parent
             preventStealing: holding
-            onPressed: {
+            onPressed: function(mouse) {
                 mayRest = rested = false;
+                start = Qt.point(mouse.x, mouse.y);
                 area.pressed();
             }
             onClicked: function(mouse) {
-                if (!rested)
+                // A swipe that nothing takes is no tap.
+                if (!rested && Math.hypot(mouse.x - start.x, mouse.y - start.y) < 2 * Qt.styleHints.startDragDistance)
                     area.tapped(mouse.x, mouse.y);
             }
             onDoubleClicked: function(mouse) {
@@ -175,11 +187,13 @@ Flickable {
                 holding = false;
             }
             onWheel: function(wheel) {
-                if (!area.zooms)
-                    return;
-                var factor = Math.pow(area.wheelFactor, -wheel.angleDelta.y / 120);
                 var directions = wheel.modifiers & Qt.ControlModifier ? Qt.Horizontal | Qt.Vertical
                                : wheel.modifiers & Qt.ShiftModifier ? Qt.Vertical : area.wheelDirections;
+                // What does not zoom here is for what is around the chart, such as a list.
+                wheel.accepted = area.zooms && area.zoomRect && (directions & area.zoomRect.zoomAxis) !== 0;
+                if (!wheel.accepted)
+                    return;
+                var factor = Math.pow(area.wheelFactor, -wheel.angleDelta.y / 120);
                 area.zoomAt(wheel.x, wheel.y, directions & Qt.Horizontal ? factor : 1,
                             directions & Qt.Vertical ? factor : 1);
             }

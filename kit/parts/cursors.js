@@ -66,3 +66,16 @@ function goToLast(cursor) {
 function goToPeak(cursor) {
     bringInto(cursor, function () { cursor.setPeak(); });
 }
+
+// Whether something around an item that is dragged along a line, such as a list, is to have the swipes across it.
+function isSwipedAcross(item, horizontal) {
+    var across = false;
+    for (var around = item.parent; around; around = around.parent) {
+        if (around.flickableDirection === undefined || !around.interactive)
+            continue;
+        if (horizontal ? around.contentWidth > around.width : around.contentHeight > around.height)
+            return false;
+        across = across || (horizontal ? around.contentHeight > around.height : around.contentWidth > around.width);
+    }
+    return across;
+}

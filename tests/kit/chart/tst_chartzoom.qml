@@ -195,6 +195,63 @@ TestCase {
         verify(Math.abs(chart.zoomRect.height - data.height) < 0.01);
     }
 
+    // In a list that scrolls the chart takes what it can use, and nothing else.
+    Component {
+        id: listComponent
+
+        Flickable {
+            property alias chart: inner
+
+            width: 640
+            height: 400
+            contentHeight: 1200
+            Chart {
+                id: inner
+
+                width: 640
+                height: 400
+                cursor.hover: false
+                Trace { values: Array.from({ length: 101 }, (unused, i) => i % 2); interval: 0.1 }
+            }
+        }
+    }
+
+    function test_insideAList_data() {
+        var part = () => { chart.showRange(2, 6); chart.showRangeY(0.2, 0.6); };
+        return [
+            { tag: "swipe", scrolls: true, hand: () => drag(0.5, 0.9, 0.5, 0.3) },
+            { tag: "swipe over a part", before: part, hand: () => drag(0.5, 0.9, 0.5, 0.3) },
+            { tag: "not vertically", before: part, off: "vertical", scrolls: true, hand: () => drag(0.5, 0.9, 0.5, 0.3) },
+            { tag: "along the y axis", scrolls: true, hand: () => drag(-0.03, 0.9, -0.03, 0.3) },
+            { tag: "along the y axis, over a part", before: part, hand: () => drag(-0.03, 0.9, -0.03, 0.3) },
+            { tag: "along an axis that is off", before: part, off: "vertical", scrolls: true, hand: () => drag(-0.03, 0.9, -0.03, 0.3) },
+            { tag: "from the x axis", before: part, scrolls: true, hand: () => drag(0.5, 1.03, 0.5, 0.4) },
+            { tag: "sideways, no tap", hand: () => drag(0.9, 0.5, 0.3, 0.5) },
+            { tag: "wheel", hand: () => wheel(0.5, 0.5, -1) },
+            { tag: "wheel off", off: "wheel", scrolls: true, hand: () => wheel(0.5, 0.5, -1) },
+            { tag: "wheel off, y axis", off: "wheel", scrolls: true, hand: () => wheel(-0.03, 0.5, -1) },
+            { tag: "no zoom", off: "enabled", scrolls: true, hand: () => wheel(0.5, 0.5, -1) },
+            { tag: "key Up", before: part, off: "vertical", stays: true, hand: () => keyClick(Qt.Key_Up) }
+        ];
+    }
+
+    function test_insideAList(data) {
+        var list = createTemporaryObject(listComponent, testCase);
+        chart = list.chart;
+        waitForRendering(chart);
+        chart.forceActiveFocus();
+        if (data.before)
+            data.before();
+        if (data.off)
+            chart.zoom[data.off] = false;
+        var y = shownY();
+        data.hand();
+        tryVerify(() => !list.moving && !chart.zoomRect.moving);
+        compare(list.contentY > 0, Boolean(data.scrolls));
+        compare(shownY() === y, !data.before || Boolean(data.scrolls || data.stays));
+        verify(isNaN(chart.cursor.posValue));
+    }
+
     function test_shiftAndWheel() {
         var place = at(0.5, 0.5);
         chart.showRange(2, 6);
