@@ -169,10 +169,16 @@ ChartView {
         Loader {
             id: areaLoader
 
-            active: chart.zoom.enabled || chart.cursor.enabled
+            property bool renews: false
+
+            active: (chart.zoom.enabled || chart.cursor.enabled) && !renews
             anchors.fill: parent
 
             sourceComponent: ZoomArea {
+                onStuck: {
+                    areaLoader.renews = true;
+                    areaLoader.renews = false;
+                }
                 zoomRect: chart.zoomRect
                 // A swipe along the only direction that may move, where all of it is in view, is for what is around the chart.
                 interactive: chart._zooms && !pinching && !holding

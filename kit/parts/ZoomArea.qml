@@ -28,6 +28,10 @@ Flickable {
     /*! Whether a long press is drawing the rectangle of boxZoom. */
     readonly property bool holding: touch.holding
 
+    /*! \internal
+        Of three fingers Qt may lose the one that drags, and then drags when all of them have left. */
+    signal stuck()
+
     /*! A tap that was not the start of anything else, in pixels of the plot area. */
     signal tapped(real x, real y)
     /*! After two taps, which show everything. */
@@ -131,8 +135,22 @@ Flickable {
         }
         onPinchFinished: started = false
 
+        component Finger: PointHandler {
+            acceptedDevices: PointerDevice.TouchScreen
+            onActiveChanged: if (!active) Qt.callLater(touch.lookAround)
+        }
+
+        Finger { id: one }
+        Finger { id: two }
+        Finger { id: three }
+
         MouseArea {
             id: touch
+
+            function lookAround() {
+                if (area.dragging && !one.active && !two.active && !three.active)
+                    area.stuck();
+            }
 
             property bool holding: false
             property bool mayRest: false

@@ -417,6 +417,29 @@ TestCase {
         verify(chart.flickable.interactive);
     }
 
+    // A third finger, or the ball of the thumb, comes and goes: once all have left nothing is held.
+    function test_threeFingers() {
+        chart.showRange(3, 6);
+        var touch = touchEvent(chart);
+        var send = (...fingers) => {
+            fingers.forEach((at, i) => touch[at[0]](i + 1, chart, at[1], at[2]));
+            touch.commit();
+        };
+        send(["press", 184, 104]);
+        send(["stationary"], ["press", 174, 136]);
+        send(["move", 184, 124], ["move", 174, 116]);
+        send(["move", 184, 104], ["move", 154, 116]);
+        send(["stationary"], ["stationary"], ["press", 109, 90]);
+        send(["move", 164, 124], ["move", 134, 116], ["stationary"]);
+        send(["stationary"], ["stationary"], ["release", 109, 90]);
+        send(["move", 144, 104], ["move", 154, 116]);
+        send(["stationary"], ["stationary"], ["press", 168, 54]);
+        send(["release", 144, 104], ["stationary"], ["stationary"]);
+        touch.release(2, chart, 154, 116).stationary(3).commit();
+        touch.release(3, chart, 168, 54).commit();
+        tryVerify(() => !chart.touched && !chart.zoomRect.moving);
+    }
+
     // New data do not move what somebody looks at, and are followed by a chart that shows everything.
     function test_dataUnderAZoom() {
         chart.showRange(2, 4);
