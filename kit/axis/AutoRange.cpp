@@ -10,6 +10,7 @@ namespace {
 constexpr double headRoom = 0.05;
 constexpr double tolerableFreeRoom = 0.4;
 constexpr double nearZero = 0.25;
+constexpr double largestReach = 0.2;
 // Nearer to 0 there are no round intervals of a tenth of what is shown: it is 0.
 constexpr double leastLinear = 1e-290;
 // On a logarithmic scale.
@@ -102,6 +103,30 @@ ScaleEnds adapted(const AutoRangeRequest &request, const ScaleEnds &target, doub
     return {keepsBegin ? present.begin : target.begin, keepsEnd ? present.end : target.end};
 }
 
+// Ends that are too near to the data for what is drawn around those move away, but for one that bars rest on.
+ScaleEnds withReach(const AutoRangeRequest &request, const ScaleEnds &ends, double lowest, double highest)
+{
+    if (!(request.reach > 0.0) || !(lowest < highest))
+        return ends;
+    const double share = std::min(request.reach, largestReach);
+    // In fractions of the range of the data.
+    const Scale scale = Scale::between(request.scale, {lowest, highest}, highest - lowest, 1.0);
+    double begin = scale.fraction(ends.begin);
+    double end = scale.fraction(ends.end);
+    const double tooNear = share * (end - begin) * (1.0 - 1e-9);
+    const bool movesBegin = -begin < tooNear && ends.begin != request.data.baseline;
+    const bool movesEnd = end - 1.0 < tooNear && ends.end != request.data.baseline;
+    if (movesBegin && movesEnd) {
+        begin = -share / (1.0 - 2.0 * share);
+        end = 1.0 - begin;
+    } else if (movesBegin) {
+        begin = -share * end / (1.0 - share);
+    } else if (movesEnd) {
+        end = (1.0 - share * begin) / (1.0 - share);
+    }
+    return {movesBegin ? scale.valueAt(begin) : ends.begin, movesEnd ? scale.valueAt(end) : ends.end};
+}
+
 } // namespace
 
 ScaleEnds autoRange(const AutoRangeRequest &request)
@@ -122,7 +147,8 @@ ScaleEnds autoRange(const AutoRangeRequest &request)
         target.begin = lowest;
     if (lowest < highest && highest == request.data.baseline)
         target.end = highest;
-    return request.present ? adapted(request, target, lowest, highest) : target;
+    return withReach(request, request.present ? adapted(request, target, lowest, highest) : target, lowest,
+                     highest);
 }
 
 } // namespace graph

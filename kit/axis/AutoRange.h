@@ -27,6 +27,8 @@ struct AutoRangeRequest
     bool onlyGrows = false;
     // Whether some room and round ends are added; else the ends are those of the data.
     bool hasHeadRoom = true;
+    // As a share of the range: what is drawn around a sample, which is to be seen whole.
+    double reach = 0.0;
     // Null for data that are the first, where the present range tells nothing.
     const ScaleEnds *present = nullptr;
     ShownExtent data;

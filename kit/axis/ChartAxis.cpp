@@ -37,12 +37,37 @@ QString elidedUnit(const QString &unit, const QFontMetrics &metrics)
     return metrics.elidedText(unit, Qt::ElideRight, mostUnitHeights * metrics.height());
 }
 
-// So that the range between two ends is a number; NaN is none.
+// So that the range between two ends is a number. NaN is none, and what is infinite neither.
 std::optional<double> writtenEnd(const ChartAxis *axis, const char *property, double end)
 {
-    if (std::isnan(end))
-        return std::nullopt;
-    return std::isinf(end) ? end : bounded(axis, property, end, -farthestEnd, farthestEnd);
+    if (std::isfinite(end))
+        return bounded(axis, property, end, -farthestEnd, farthestEnd);
+    if (std::isinf(end))
+        tellOnce(
+            axis, property,
+            QStringLiteral("is given %1 by %2, where no range can end, and leaves this end to autoRange: "
+                           "write a number, or nothing")
+                .arg(end)
+                .arg(QLatin1String(property)));
+    return std::nullopt;
+}
+
+// What the data ask for, apart from an end that is written. Where all data are beyond that, the other end is on its
+// proper side, too: the axis does not turn round.
+ScaleEnds withWritten(const ScaleEnds &found, const std::optional<double> &lowest,
+                      const std::optional<double> &highest, ScaleKind kind)
+{
+    const ScaleEnds ends{lowest.value_or(found.begin), highest.value_or(found.end)};
+    if (ends.begin < ends.end)
+        return ends;
+    constexpr double leastShare = 1e-3;
+    const double written = lowest ? ends.begin : ends.end;
+    const bool isRatio = kind == ScaleKind::Logarithmic && written > 0.0;
+    const double ratio = found.end / found.begin;
+    const double distance = std::max(found.end - found.begin, std::abs(written) * leastShare);
+    if (lowest)
+        return {written, isRatio ? written * ratio : written + distance};
+    return {isRatio ? written / ratio : written - distance, written};
 }
 
 } // namespace
@@ -203,11 +228,13 @@ void ChartAxis::setUtc(bool utc)
     \value ChartAxis.Fit and inwards when much of the range has become free
     \value ChartAxis.FitVisible the same for the data that are visible along the other axis
 
+    Beyond the dots of traces with the style Points or LineAndPoints there is as much room as shows them whole.
     An end that was written, minValue or maxValue, stays. For traces that are bars or areas the range includes the
     baseline, without room beyond it.
 */
 void ChartAxis::setAutoRange(AutoRange mode)
 {
+    m_hasWrittenAutoRange = true;
     if (!store(m_autoRange, bounded(this, "autoRange", mode, Off, FitVisible)))
         return;
     emit autoRangeChanged();
@@ -217,12 +244,13 @@ void ChartAxis::setAutoRange(AutoRange mode)
     \qmlproperty double ChartAxis::minValue
     \qmlproperty double ChartAxis::maxValue
     The ends of the full range, 0 and 1 by default. autoRange does not move written ones; NaN gives an end back to
-    it.
+    it, and so does an infinite number, with a line in the category \c graph.kit.
 */
 void ChartAxis::setMinValue(double minValue)
 {
     const bool wasWritten = m_writtenMin.has_value();
     m_writtenMin = writtenEnd(this, "minValue", minValue);
+    takeDirection();
     if (m_writtenMin)
         ValueAxis::setMinValue(*m_writtenMin);
     else if (wasWritten)
@@ -233,10 +261,18 @@ void ChartAxis::setMaxValue(double maxValue)
 {
     const bool wasWritten = m_writtenMax.has_value();
     m_writtenMax = writtenEnd(this, "maxValue", maxValue);
+    takeDirection();
     if (m_writtenMax)
         ValueAxis::setMaxValue(*m_writtenMax);
     else if (wasWritten)
         leaveEnd();
+}
+
+// One end alone does not say which way the axis runs.
+void ChartAxis::takeDirection()
+{
+    if (m_writtenMin && m_writtenMax)
+        m_isReversed = *m_writtenMin > *m_writtenMax;
 }
 
 // A chart fits it again.
@@ -249,7 +285,8 @@ void ChartAxis::leaveEnd()
 /*!
     \qmlmethod void ChartAxis::range(var from, var to)
     Writes both ends of the full range, numbers or dates. From the greater to the smaller value the axis is reversed. An end that is
-    no number is ignored with the other one, with a line in the category \c graph.kit.
+    no number is ignored with the other one, an infinite one leaves its end to autoRange, with a line in the category
+    \c graph.kit.
 */
 void ChartAxis::range(double from, double to)
 {
@@ -262,7 +299,10 @@ void ChartAxis::range(double from, double to)
     }
     m_writtenMin = writtenEnd(this, "range", from);
     m_writtenMax = writtenEnd(this, "range", to);
-    moveRange(*m_writtenMin, *m_writtenMax);
+    takeDirection();
+    moveRange(m_writtenMin.value_or(minValue()), m_writtenMax.value_or(maxValue()));
+    if (!m_writtenMin || !m_writtenMax)
+        leaveEnd();
 }
 
 void ChartAxis::range(const QVariant &from, const QVariant &to)
@@ -316,13 +356,14 @@ void ChartAxis::setDataExtent(double lowest, double highest, double leastPositiv
 {
     if (m_autoRange == Off || (m_writtenMin && m_writtenMax))
         return;
-    const bool isReversed = minValue() > maxValue();
+    const bool isReversed = m_writtenMin || m_writtenMax ? m_isReversed : minValue() > maxValue();
     const ScaleEnds present =
         isReversed ? ScaleEnds{maxValue(), minValue()} : ScaleEnds{minValue(), maxValue()};
     AutoRangeRequest request;
     request.scale = scaleKind();
     request.onlyGrows = m_autoRange == Grow;
     request.hasHeadRoom = orientation() == Qt::Vertical && m_hasHeadRoom;
+    request.reach = m_reach;
     request.present = m_hasFollowedData ? &present : nullptr;
     request.data = {lowest, highest, leastPositive};
     if (m_restsOnBaseline)
@@ -330,9 +371,9 @@ void ChartAxis::setDataExtent(double lowest, double highest, double leastPositiv
     if (!std::isfinite(lowest) || !std::isfinite(highest))
         return;
     m_hasFollowedData = true;
-    const ScaleEnds found = graph::autoRange(request);
-    moveRange(m_writtenMin.value_or(isReversed ? found.end : found.begin),
-              m_writtenMax.value_or(isReversed ? found.begin : found.end));
+    const ScaleEnds found = withWritten(graph::autoRange(request), isReversed ? m_writtenMax : m_writtenMin,
+                                        isReversed ? m_writtenMin : m_writtenMax, scaleKind());
+    moveRange(isReversed ? found.end : found.begin, isReversed ? found.begin : found.end);
 }
 
 // Of what a logarithmic axis cannot show it tells once, not while a document is still writing the range.

@@ -71,6 +71,8 @@ public:
     void setTitleColor(const QColor &color);
     // Whether a vertical axis keeps some room around the data, true by default.
     void setHeadRoom(bool on) { m_hasHeadRoom = on; }
+    // What is drawn around the samples, as a share of the range; 0 by default.
+    void setReach(double share) { m_reach = share; }
     // Whether bars or areas of the data begin at the baseline, beyond which no room is kept then; false by default.
     void setRestsOnBaseline(bool on) { m_restsOnBaseline = on; }
 
@@ -80,6 +82,7 @@ public:
 
     void resetMargin();
     bool hasWrittenRange() const { return m_writtenMin || m_writtenMax; }
+    bool hasWrittenAutoRange() const { return m_hasWrittenAutoRange; }
 
     // Pixels between the labels and what is beyond them, where the document writes no margin.
     void setRoomBeyond(int pixels);
@@ -128,6 +131,7 @@ protected:
 private:
     void moveRange(double from, double to);
     void leaveEnd();
+    void takeDirection();
     void followMargin();
     void checkRange();
     void measureAgain();
@@ -149,9 +153,12 @@ private:
     AutoRange m_autoRange = Off;
     std::optional<double> m_writtenMin;
     std::optional<double> m_writtenMax;
+    bool m_isReversed = false; // as the last two written ends were
+    bool m_hasWrittenAutoRange = false;
     bool m_hasFollowedData = false;
     bool m_hasHeadRoom = true;
     bool m_restsOnBaseline = false;
+    double m_reach = 0.0;
     bool m_hasComplained = false;
     QPointer<BaseFormatter> m_followedFormatter;
     // The margin follows the required one until the document writes another.

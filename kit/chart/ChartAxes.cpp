@@ -3,6 +3,7 @@
 #include "kit/axis/ChartAxis.h"
 #include "kit/data/Store.h"
 #include "kit/chart/ChartTheme.h"
+#include "kit/chart/PlottedData.h"
 #include "kit/data/ItemName.h"
 #include "kit/data/Telling.h"
 #include "view/base/AbstractPlot.h"
@@ -316,7 +317,8 @@ void ChartAxes::fitWhileMoved(const Look &look)
 
 FittedAxis::Look ChartAxes::lookAt(const FittedAxis &axis, const Look &look) const
 {
-    FittedAxis::Look own{look.plotted, m_clock.elapsed(), {}, {}, look.hasRoom};
+    FittedAxis::Look own{look.plotted, m_clock.elapsed(), {}, {}, 0.0, look.hasRoom};
+    own.reach = axis.axis() == m_x ? look.reachX : look.plotted.reachBeyond(axis.axis());
     if (axis.axis() == m_x) {
         own.data = look.dataX;
         own.shown = look.shown.x;

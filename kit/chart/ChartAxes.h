@@ -36,6 +36,7 @@ public:
         const PlottedData &plotted;
         const ZoomState &shown; // of the first axes
         Span dataX;             // on the first horizontal axis, here and in charts that share it
+        double reachX = 0.0;    // likewise, what is drawn around samples
         bool hasRoom = true;    // for data that go on growing
     };
 

@@ -113,7 +113,8 @@ QString withUnusableRange(const GraphView &view, const ValueAxis &axis)
     });
     if (!hasData)
         return {};
-    return QStringLiteral("has no range, it goes from %1 to %2: give it a minValue below its maxValue")
+    return QStringLiteral(
+               "has no range, it goes from %1 to %2: give it two numbers, a minValue below its maxValue")
         .arg(axis.minValue())
         .arg(axis.maxValue());
 }

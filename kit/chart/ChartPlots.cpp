@@ -117,6 +117,7 @@ bool ChartPlots::watch(AbstractPlot *plot)
         connect(plot, &QQuickItem::visibleChanged, this, &ChartPlots::dataChanged);
         if (auto *trace = qobject_cast<Trace *>(plot)) {
             connect(trace, &Trace::styleChanged, this, &ChartPlots::dataChanged);
+            connect(trace, &Trace::lineWidthChanged, this, &ChartPlots::dataChanged);
             connect(trace, &Trace::nameChanged, this, &ChartPlots::dataChanged);
             connect(trace, &Trace::colorChanged, this, &ChartPlots::dataChanged);
             connect(trace, &Trace::readingsChanged, this, &ChartPlots::readingsChanged);

@@ -3,6 +3,7 @@
 #include "common/SceneExit.h"
 #include "cursors/GraphCursor.h"
 #include "kit/axis/ChartAxis.h"
+#include "kit/chart/BarRoom.h"
 #include "kit/chart/ChartAxes.h"
 #include "kit/chart/ChartCursors.h"
 #include "kit/chart/ChartLegend.h"
@@ -143,8 +144,10 @@ void ChartView::hear()
     connect(m_zoom.get(), &ChartZoom::followingChanged, this, &ChartView::followingChanged);
     connect(m_zoom.get(), &ChartZoom::historyChanged, this, &ChartView::historyChanged);
     connect(m_zoom.get(), &ChartZoom::touchedChanged, this, &ChartView::touchedChanged);
-    connect(m_zoom.get(), &ChartZoom::aboutToUpdate, ears,
-            [this] { m_axes->nameAfter(m_plots->traces(), size()); });
+    connect(m_zoom.get(), &ChartZoom::aboutToUpdate, ears, [this] {
+        m_axes->nameAfter(m_plots->traces(), size());
+        shareBarRoom(plots());
+    });
     connect(m_zoom.get(), &ChartZoom::updated, ears, [this] { finishUpdate(); });
     connect(this, &QQuickItem::visibleChanged, ears, [this] {
         m_zoom->updateLater();

@@ -77,6 +77,7 @@ void ChartZoom::update()
     emit aboutToUpdate();
     const PlottedData plotted(m_view->plots(), &m_leastPositive);
     const Span oldX = std::exchange(m_dataX, plotted.along(m_axes->x(), false));
+    const double oldReachX = std::exchange(m_reachX, plotted.reachBeyond(m_axes->x()));
     followNewData(oldX);
     const bool wasFitting = m_axes->setFitting(true);
     const bool wasChanging = rect()->setChanging(true);
@@ -91,7 +92,7 @@ void ChartZoom::update()
     m_axes->setFitting(wasFitting);
     m_axes->setGridVisible(!plotted.fill(m_axes->x()) && !plotted.fill(m_axes->y()));
     emit updated();
-    if (oldX != m_dataX) {
+    if (oldX != m_dataX || oldReachX != m_reachX) {
         const auto others = partners();
         for (ChartZoom *other : others)
             other->updateLater();
@@ -111,7 +112,11 @@ void ChartZoom::followNewData(const Span &oldX)
 
 ChartAxes::Look ChartZoom::lookAt(const PlottedData &plotted) const
 {
-    return {plotted, m_shown, groupSpanX(), followedSeconds() <= 0.0};
+    double reachX = m_reachX;
+    const auto others = partners();
+    for (const ChartZoom *other : others)
+        reachX = std::max(reachX, other->m_reachX);
+    return {plotted, m_shown, groupSpanX(), reachX, followedSeconds() <= 0.0};
 }
 
 // Charts that share x show the data of all of them.
@@ -173,7 +178,8 @@ bool ChartZoom::isRange(const char *method, const ChartAxis &axis, double from, 
         return true;
     }
     tellOnce(m_view, method,
-             QStringLiteral("ignores %1(%2, %3), which is no range: write two numbers that differ")
+             QStringLiteral("ignores %1(%2, %3), which is no range: write two numbers that differ, or "
+                            "showAll()")
                  .arg(QLatin1String(method))
                  .arg(from)
                  .arg(to));

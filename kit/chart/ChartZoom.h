@@ -94,7 +94,8 @@ private:
     ZoomState m_shown;
     ZoomHistory m_history;
     LeastPositive m_leastPositive;
-    Span m_dataX; // how far the data reaches on the first axis
+    Span m_dataX;          // how far the data reaches on the first axis
+    double m_reachX = 0.0; // what is drawn around samples, as a share of that axis
     double m_follow = 0.0;
     QTimer m_stepTimer;
     bool m_isComplete = false;

@@ -211,8 +211,8 @@ QString withSamplesForUnits(const AbstractPlot &plot, const PlotData &data)
         .arg(unit);
 }
 
-const DataCheck dataChecks[] = {withoutNumbers,    withoutPlaces, atOnePlace,       withoutInterval,
-                                withTooSmallSteps, withoutSource, withUnequalPairs, withSamplesForUnits};
+const DataCheck dataChecks[] = {withoutNumbers,  withoutPlaces, withTooSmallSteps, atOnePlace,
+                                withoutInterval, withoutSource, withUnequalPairs,  withSamplesForUnits};
 
 QString outOfRange(const char *direction, double low, double high, double from, double to, const char *advice)
 {

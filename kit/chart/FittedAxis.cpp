@@ -83,7 +83,10 @@ FittedAxis::FittedAxis(ValueAxis *axis, bool isOwn)
     , m_isOwn(isOwn)
 {
     auto *chartAxis = qobject_cast<ChartAxis *>(axis);
-    if (chartAxis && chartAxis->autoRange() == ChartAxis::Off && m_base == Span{0.0, 1.0})
+    // Of an end that a document writes the other one is not the default.
+    const bool isFree = chartAxis && !chartAxis->hasWrittenAutoRange() &&
+                        (chartAxis->hasWrittenRange() || m_base == Span{0.0, 1.0});
+    if (isFree)
         chartAxis->setAutoRange(ChartAxis::Fit);
 }
 
@@ -135,6 +138,7 @@ Span FittedAxis::fitted(const Look &look)
         write(axis, m_base);
     const bool isExact = look.plotted.fill(axis);
     axis->setHeadRoom(!isExact);
+    axis->setReach(isExact ? 0.0 : look.reach);
     if (isExact) {
         m_live = {};
         m_lingering = {};

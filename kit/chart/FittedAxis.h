@@ -32,6 +32,8 @@ public:
         std::optional<Span> data;
         // What is to be visible; without it the whole range is.
         std::optional<Span> shown;
+        // What is drawn around samples, as a share of the range.
+        double reach = 0.0;
         // Whether data that go on growing get room to grow into: a window that follows them needs none.
         bool hasRoom = true;
     };

@@ -145,8 +145,11 @@ QString withAxisOfAnother(const GraphView &view, const AbstractPlot &plot)
 QString withoutValues(const GraphView &, const AbstractPlot &plot)
 {
     const auto *trace = qobject_cast<const Trace *>(&plot);
-    if (!trace || !trace->hasPositions() || trace->hasValues() || trace->series() ||
-        !trace->address().isEmpty())
+    const auto *limit = qobject_cast<const LimitLine *>(&plot);
+    const bool lacksValues =
+        trace ? trace->hasPositions() && !trace->hasValues() && !trace->series() && trace->address().isEmpty()
+              : limit && limit->hasPositionsOnly();
+    if (!lacksValues)
         return {};
     return QStringLiteral("has positions and no values: write as many values");
 }

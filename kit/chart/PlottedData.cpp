@@ -112,6 +112,21 @@ bool PlottedData::restOnBaseline(const ValueAxis *axis) const
     });
 }
 
+double PlottedData::reachBeyond(const ValueAxis *axis) const
+{
+    double share = 0.0;
+    const QList<AbstractPlot *> plots = plotsOn(axis);
+    for (const AbstractPlot *plot : plots) {
+        const auto *source = dynamic_cast<const ExtentSource *>(plot);
+        const int pixels = source ? source->reach() : 0;
+        const double length = (plot->axisX() == axis ? plot->width() : plot->height()) - 1.0;
+        // A place is somewhere in its pixel.
+        if (pixels > 0 && length >= 1.0)
+            share = std::max(share, (pixels + 1.0) / length);
+    }
+    return share;
+}
+
 bool PlottedData::fill(const ValueAxis *axis) const
 {
     const QList<AbstractPlot *> plots = plotsOn(axis);

@@ -33,6 +33,8 @@ public:
     double leastPositiveAlong(const ValueAxis *axis, bool onlyVisible) const;
     // Whether bars or areas begin at the baseline of the axis.
     bool restOnBaseline(const ValueAxis *axis) const;
+    // What plots draw around their samples, as a share of the axis' length.
+    double reachBeyond(const ValueAxis *axis) const;
     // Whether a plot colours all of the range of the axis.
     bool fill(const ValueAxis *axis) const;
 

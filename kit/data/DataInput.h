@@ -22,7 +22,7 @@ public:
     QObject *given() const { return m_given; }
     // Whether something was written, be it null.
     bool isWritten() const { return m_isWritten; }
-    // Of anything else than data and plots it tells.
+    // Of anything else than data and plots it tells, and of what is made of the owner's own data.
     void give(QObject *object);
 
 private:

@@ -2,6 +2,7 @@
 
 #include "data/PlotData.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -63,17 +64,41 @@ MinMax extentX(const PlotData &data)
     return dataExtent(data).x;
 }
 
-DataExtent withHalfBars(DataExtent extent, const PlotData &data, bool isLogarithmic)
+namespace {
+
+// The edge of a bar on the side away from its neighbour, in the middle of as much room as there is towards that one.
+double outerEdge(double x, double neighbour, bool isLogarithmic)
+{
+    if (!isLogarithmic)
+        return x + (x - neighbour) / 2.0;
+    return x * std::sqrt(x / std::max(neighbour, 0.0));
+}
+
+} // namespace
+
+DataExtent withHalfBars(DataExtent extent, const PlotData &data, const BarNeighbours &ofLone,
+                        bool isLogarithmic)
 {
     const SampleSpan samples = data.sampleSpan(extent.x.min, extent.x.max);
-    const int size = samples.size();
-    if (size < 2)
+    const int last = samples.size() - 1;
+    if (last < 0)
         return extent;
-    const double first = std::abs(samples.x(1) - samples.x(0)) / 2.0;
-    const double last = std::abs(samples.x(size - 1) - samples.x(size - 2)) / 2.0;
-    if (!isLogarithmic || extent.x.min > first)
-        extent.x.min -= first;
-    extent.x.max += last;
+    const double first = samples.x(0);
+    double left = outerEdge(first, last > 0 ? samples.x(1) : ofLone.right, isLogarithmic);
+    double right = outerEdge(samples.x(last), last > 0 ? samples.x(last - 1) : ofLone.left, isLogarithmic);
+    if (last == 0) {
+        // As wide to both sides as to the nearer one.
+        const auto mirrored = [first, isLogarithmic](double x) {
+            return isLogarithmic ? first / x * first : first + (first - x);
+        };
+        const double nearer = std::max(left, mirrored(right));
+        left = nearer;
+        right = mirrored(nearer);
+    }
+    for (const double x : {left, right}) {
+        if (std::isfinite(x) && (!isLogarithmic || x > 0.0))
+            extent.x.add({x, x});
+    }
     return extent;
 }
 

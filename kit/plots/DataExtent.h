@@ -3,6 +3,8 @@
 #include "common/Export.h"
 #include "data/MinMax.h"
 
+#include <limits>
+
 class PlotData;
 
 namespace graph {
@@ -27,6 +29,8 @@ public:
     virtual DataExtent dataExtent(double xMin, double xMax) const = 0;
     // Whether bars or areas begin at the baseline of axisY, which then belongs to the range that shows them.
     virtual bool beginsAtBaseline() const { return false; }
+    // How many pixels beyond a sample are drawn with it.
+    virtual int reach() const { return 0; }
     // Whether the plot colours all of its extent: room around it would be blank, and a grid below it is covered.
     virtual bool fillsExtent() const { return false; }
 };
@@ -41,8 +45,18 @@ GRAPH_CHARTS_EXPORT MinMax extentX(const PlotData &data);
 // Of the samples with xMin <= x <= xMax, whose x are the extent's x.
 GRAPH_CHARTS_EXPORT DataExtent dataExtent(const PlotData &data, double xMin, double xMax);
 
-// With the outer halves of the first and the last bar, which are as wide as the others, where the data are bars. None
-// reaches down to 0 on a logarithmic axis.
-DataExtent withHalfBars(DataExtent extent, const PlotData &data, bool isLogarithmic);
+// The x between which a bar is that has no neighbours in its own data; infinite where nothing limits its width.
+struct BarNeighbours
+{
+    double left = -std::numeric_limits<double>::infinity();
+    double right = std::numeric_limits<double>::infinity();
+
+    bool operator==(const BarNeighbours &other) const { return left == other.left && right == other.right; }
+};
+
+// With the outer halves of the first and the last bar, which are as wide as the others, where the data are bars;
+// `ofLone` says how wide the only one is.
+DataExtent withHalfBars(DataExtent extent, const PlotData &data, const BarNeighbours &ofLone,
+                        bool isLogarithmic);
 
 } // namespace graph

@@ -139,6 +139,20 @@ bool LimitLine::isAsked() const
     return isSignalConnected(QMetaMethod::fromSignal(&LimitLine::verdictChanged));
 }
 
+/*!
+    \qmlproperty PlotData LimitLine::plotData
+    The points of the line, which positions and values give. Another one is ignored, with a line in the category
+    \c graph.kit.
+*/
+void LimitLine::refuseData(PlotData *data)
+{
+    if (data && data != plotData())
+        tellOnce(this, "plotData",
+                 QStringLiteral("draws its positions and values, and ignores its plotData: write those, and "
+                                "as series what is "
+                                "compared with them"));
+}
+
 void LimitLine::useSeries(PlotData *series)
 {
     if (m_series == series)

@@ -18,6 +18,8 @@ class GRAPH_CHARTS_EXPORT LimitLine : public GraphPlot, public ExtentSource
     Q_PROPERTY(QVariant positions READ positions WRITE setPositions NOTIFY positionsChanged)
     Q_PROPERTY(QVariant values READ values WRITE setValues NOTIFY valuesChanged)
     Q_PROPERTY(Kind kind READ kind WRITE setKind NOTIFY kindChanged)
+    // Its own, which no document replaces.
+    Q_PROPERTY(PlotData *plotData READ plotData WRITE refuseData NOTIFY valuesChanged)
     Q_PROPERTY(QObject *series READ givenSeries WRITE giveSeries NOTIFY seriesChanged)
     Q_PROPERTY(bool passed READ passed NOTIFY verdictChanged)
     Q_PROPERTY(double margin READ margin NOTIFY verdictChanged)
@@ -55,6 +57,7 @@ public:
     QObject *givenSeries() const { return m_input.given(); }
     void giveSeries(QObject *series) { m_input.give(series); }
     bool hasWrittenSeries() const { return m_input.isWritten(); }
+    bool hasPositionsOnly() const { return !m_positions.isEmpty() && m_values.isEmpty(); }
     // Whether a binding or a handler uses the verdict.
     bool isAsked() const;
     void setName(const QString &name);
@@ -84,6 +87,7 @@ private slots:
     void followScale(ValueAxis *axis);
 
 private:
+    void refuseData(PlotData *data);
     void useSeries(PlotData *series);
     bool holdsEverywhere() const { return m_positions.isEmpty() && m_values.size() == 1; }
     void applyLimit();

@@ -32,6 +32,8 @@ TraceLook lookOf(const Trace &trace)
     look.fillOpacity = trace.fillOpacity();
     look.baseline = trace.shownBaseline();
     look.curved = trace.isCurved();
+    if (trace.style() == Trace::Bars)
+        look.loneBar = trace.barNeighbours();
     return look;
 }
 
@@ -279,7 +281,8 @@ void Trace::setDefaultLineWidth(int width)
 /*!
     \qmlproperty enumeration Trace::style
     Trace.Line (default); Trace.Area, which also fills what lies between line and baseline; Trace.Steps, which
-    keeps each value until the next; Trace.Bars from the baseline; Trace.Points; Trace.LineAndPoints.
+    keeps each value until the next; Trace.Bars from the baseline, three quarters as wide as the distance to the nearest
+    sample; lineWidth does not count; Trace.Points; Trace.LineAndPoints.
 
     The baseline is that of axisY, 0 unless it is written, and autoRange includes it for areas and bars, so that their
     lengths are in the ratio of the values. They begin at the lower end of the range instead on a logarithmic axis that cannot
@@ -339,7 +342,29 @@ DataExtent Trace::dataExtent() const
         return {};
     const DataExtent extent = graph::dataExtent(*plotData());
     const bool isLogarithmic = axisX() && axisX()->scaleKind() == ScaleKind::Logarithmic;
-    return m_style == Bars ? withHalfBars(extent, *plotData(), isLogarithmic) : extent;
+    return m_style == Bars ? withHalfBars(extent, *plotData(), barNeighbours(), isLogarithmic) : extent;
+}
+
+void Trace::setBarNeighbours(const BarNeighbours &neighbours)
+{
+    if (store(m_barNeighbours, neighbours))
+        update();
+}
+
+BarNeighbours Trace::barNeighbours() const
+{
+    constexpr double infinity = std::numeric_limits<double>::infinity();
+    const PlotData *data = plotData();
+    const SampleSpan samples =
+        data && data->size() == 1 ? data->sampleSpan(-infinity, infinity) : SampleSpan();
+    if (samples.isEmpty())
+        return {};
+    const double interval = samples.isEquallySpaced() ? std::abs(samples.interval()) : 0.0;
+    const bool hasInterval = interval > 0.0 && (interval != 1.0 || m_source->hasInterval());
+    const bool hasNeighbours = !(m_barNeighbours == BarNeighbours());
+    if (interval > 0.0 && (hasInterval || !hasNeighbours))
+        return {samples.x(0) - interval, samples.x(0) + interval};
+    return m_barNeighbours;
 }
 
 MinMax Trace::extentX() const
@@ -366,6 +391,11 @@ bool Trace::hasNoBaseline() const
 bool Trace::beginsAtBaseline() const
 {
     return (m_style == Area || m_style == Bars) && axisY() && !hasNoBaseline();
+}
+
+int Trace::reach() const
+{
+    return m_style == Points || m_style == LineAndPoints ? TraceStrokes::reachOfDots(m_lineWidth) : 0;
 }
 
 double Trace::shownBaseline() const

@@ -96,8 +96,12 @@ public:
     MinMax extentX() const override;
     DataExtent dataExtent(double xMin, double xMax) const override;
     bool beginsAtBaseline() const override;
+    int reach() const override;
     // Where its bars or areas begin.
     double shownBaseline() const;
+    // Where the nearest bars of other traces are, which say how wide its only one is, unless an interval does.
+    void setBarNeighbours(const BarNeighbours &neighbours);
+    BarNeighbours barNeighbours() const;
 
     bool isTextureProvider() const override;
     QSGTextureProvider *textureProvider() const override;
@@ -155,6 +159,7 @@ private:
     bool m_hasOwnLineWidth = false;
     bool m_isChoosingColor = false;
     bool m_hasDates = false;
+    BarNeighbours m_barNeighbours;
     bool m_isPainted = false; // its node is that of the painted item
 };
 

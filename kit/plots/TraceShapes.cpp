@@ -12,7 +12,7 @@ namespace {
 
 // Columns from which on a bar leaves a gap to the next one.
 constexpr double barShare = 0.75;
-// The width in pixels of a bar without a neighbour.
+// The width in pixels of a bar of which nothing says how wide it is.
 constexpr double loneBar = 16.0;
 
 // Pixels around the item in which paths are kept: joints and ends lie beyond any pen's reach.
@@ -106,7 +106,8 @@ QVector<QRect> areaRectangles(const TraceRows &rows, int baseRow, int height)
     return sweep.takeRectangles();
 }
 
-QVector<QRect> barRectangles(const std::vector<TraceColumn> &columns, int baseRow, const QSize &size)
+QVector<QRect> barRectangles(const std::vector<TraceColumn> &columns, int baseRow, const QSize &size,
+                             double loneRoom)
 {
     QVector<QRect> bars;
     const auto center = [&](std::size_t i) { return columns[i].x; };
@@ -114,9 +115,9 @@ QVector<QRect> barRectangles(const std::vector<TraceColumn> &columns, int baseRo
         const TraceColumn &column = columns[i];
         if (column.isGap())
             continue;
-        double room = std::numeric_limits<double>::infinity();
+        double room = loneRoom;
         if (i > 0)
-            room = center(i) - center(i - 1);
+            room = std::min(room, center(i) - center(i - 1));
         if (i + 1 < columns.size())
             room = std::min(room, center(i + 1) - center(i));
         const int width = std::isfinite(room)

@@ -15,9 +15,9 @@ GRAPH_CHARTS_EXPORT QVector<QRect> lineRectangles(const TraceRows &rows, int lin
 // What lies between the rows, these included, and the base row.
 GRAPH_CHARTS_EXPORT QVector<QRect> areaRectangles(const TraceRows &rows, int baseRow, int height);
 
-// A bar for each column, as wide as its neighbours leave room for.
+// A bar for each column, as wide as its neighbours leave room for, and the only one as wide as loneRoom does.
 GRAPH_CHARTS_EXPORT QVector<QRect> barRectangles(const std::vector<TraceColumn> &columns, int baseRow,
-                                                 const QSize &size);
+                                                 const QSize &size, double loneRoom);
 
 // A line through the columns' vertices, clipped some way outside of the item. Whole: on whole pixels, else
 // between them.

@@ -175,6 +175,11 @@ void TraceSource::apply()
 
 void TraceSource::show(PlotData *data)
 {
+    const PlotData *present = m_plot->plotData();
+    if (present && present != m_shown && present != data)
+        tellOnce(m_plot, "plotData",
+                 QStringLiteral("is given plotData beside series, address or values, and shows the latter: "
+                                "write it as series, or remove one of the two"));
     describe(data);
     m_shown = data;
     m_plot->setPlotData(data);

@@ -34,6 +34,7 @@ public:
     bool hasValues() const { return m_values.has_value(); }
     bool hasPositions() const { return m_positions.has_value(); }
     bool hasAddress() const { return m_hasAddress; }
+    bool hasInterval() const { return m_hasInterval; }
 
     // False when nothing changes.
     bool setValues(const std::optional<QVector<double>> &values);

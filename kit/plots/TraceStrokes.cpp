@@ -14,9 +14,9 @@ namespace {
 // Of a sample that is alone, and is not to be taken for dust.
 constexpr int leastLoneDot = 5;
 
-int dotDiameter(const TraceLook &look)
+int dotDiameter(int lineWidth)
 {
-    return std::max(4, 2 * look.lineWidth + 1);
+    return std::max(4, 2 * lineWidth + 1);
 }
 
 QSize wholeSize(const PixelMapping &mapping)
@@ -76,6 +76,11 @@ void TraceStrokes::paint(TraceCanvas &canvas) const
     }
 }
 
+int TraceStrokes::reachOfDots(int lineWidth)
+{
+    return dotDiameter(lineWidth) / 2;
+}
+
 void TraceStrokes::paintSegments(TraceCanvas &canvas, const TraceLook &look, const PixelMapping &mapping,
                                  const SampleSpan &samples)
 {
@@ -128,14 +133,20 @@ void TraceStrokes::paintPath(TraceCanvas &canvas, const std::vector<TraceColumn>
 
 void TraceStrokes::paintBars(TraceCanvas &canvas) const
 {
-    canvas.fill(barRectangles(m_columns, baseRow(), wholeSize(m_mapping)), m_look.color);
+    double loneRoom = std::numeric_limits<double>::infinity();
+    if (m_samples.size() == 1) {
+        const double x = m_mapping.x(m_samples.x(0));
+        for (const double neighbour : {m_look.loneBar.left, m_look.loneBar.right})
+            loneRoom = std::min(loneRoom, std::abs(m_mapping.x(neighbour) - x));
+    }
+    canvas.fill(barRectangles(m_columns, baseRow(), wholeSize(m_mapping), loneRoom), m_look.color);
 }
 
 // Each pixel that has a sample, once: a million of them are no more dots than the item has pixels.
 void TraceStrokes::paintPoints(TraceCanvas &canvas) const
 {
     const QSize size = wholeSize(m_mapping);
-    const int reach = dotDiameter(m_look);
+    const int reach = dotDiameter(m_look.lineWidth);
     const int rows = size.height() + 2 * reach;
     QVector<QPoint> centers;
     std::vector<bool> isTaken(std::size_t(std::max(rows, 0)), false);
@@ -181,7 +192,8 @@ void TraceStrokes::paintLoneSamples(TraceCanvas &canvas) const
         isJoined = isJoinedToNext;
     }
     if (!centers.isEmpty())
-        drawDots(canvas, centers, m_look, std::max(dotDiameter(m_look), leastLoneDot), wholeSize(m_mapping));
+        drawDots(canvas, centers, m_look, std::max(dotDiameter(m_look.lineWidth), leastLoneDot),
+                 wholeSize(m_mapping));
 }
 
 TraceCourse TraceStrokes::course() const

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "kit/plots/DataExtent.h"
 #include "kit/plots/TraceCanvas.h"
 #include "kit/plots/TraceRows.h"
 
@@ -20,6 +21,7 @@ struct TraceLook
     double fillOpacity = 0.25;
     double baseline = 0.0; // in data units
     bool curved = false;   // lines through sparse samples are curves
+    BarNeighbours loneBar; // where there is no other sample
 };
 
 // Paints a trace, once, into an item of the mapping's size. Pixel columns with many samples are painted from
@@ -36,6 +38,9 @@ public:
     TraceStrokes(const TraceLook &look, const PixelMapping &mapping, const SampleSpan &samples);
 
     void paint(TraceCanvas &canvas) const;
+
+    // How many pixels beyond its sample a dot covers.
+    static int reachOfDots(int lineWidth);
 
     // The same for pairs of samples that are separate lines; style and order count for nothing.
     static void paintSegments(TraceCanvas &canvas, const TraceLook &look, const PixelMapping &mapping,

@@ -140,6 +140,20 @@ void WaterfallPlot::placeRows(double interval, Direction direction)
 }
 
 /*!
+    \qmlproperty PlotData WaterfallPlot::plotData
+    The row that cursors read, of the number readRow. Another one is ignored, with a line in the category
+    \c graph.kit.
+*/
+void WaterfallPlot::refuseData(PlotData *data)
+{
+    if (data && data != plotData())
+        tellOnce(this, "plotData",
+                 QStringLiteral("shows rows of levels, and ignores its plotData, which is the row that "
+                                "cursors read: write series, or "
+                                "call addRow()"));
+}
+
+/*!
     \qmlproperty PlotData WaterfallPlot::series
     Data, or a plot with them, of which each change, that is each plotChanged(), is a row; null by default. Its samples are taken to
     be equally spaced from the first to the last.

@@ -18,6 +18,8 @@ class GRAPH_CHARTS_EXPORT WaterfallPlot : public AbstractPlot, public ExtentSour
     Q_PROPERTY(QVariant start READ start WRITE setStart NOTIFY startChanged)
     Q_PROPERTY(double interval READ interval WRITE setInterval NOTIFY intervalChanged)
     Q_PROPERTY(double rowInterval READ rowInterval WRITE setRowInterval NOTIFY rowIntervalChanged)
+    // Its own, which no document replaces.
+    Q_PROPERTY(PlotData *plotData READ plotData WRITE refuseData NOTIFY readRowChanged)
     Q_PROPERTY(QObject *series READ givenSeries WRITE giveSeries NOTIFY seriesChanged)
     Q_PROPERTY(QVariant colorMap READ colorMap WRITE setColorMap NOTIFY colorMapChanged)
     Q_PROPERTY(double from READ from WRITE setFrom RESET resetFrom NOTIFY levelsChanged)
@@ -105,6 +107,7 @@ private slots:
     void takeSeries();
 
 private:
+    void refuseData(PlotData *data);
     void useSeries(PlotData *series);
     void placeRows(double interval, Direction direction);
     void followLevels();

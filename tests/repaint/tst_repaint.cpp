@@ -163,7 +163,7 @@ x of a plot | ValueAxis { $x } C.GraphPlot { id: item; plotData: PlotSeries { ax
 y of a plot | ValueAxis { $y } C.GraphPlot { id: item; plotData: PlotSeries { axisX: horizontal; axisY: object; yData: [1] } } | $axis minVisible* maxVisible*
 x of a plane | GraphView { width: 100; height: 100; axes: [ValueAxis { $x; $planes }] C.XYScale { id: item } GraphPlot { axisX: object } } | $axis
 y of a plane | GraphView { width: 100; height: 100; axes: [ValueAxis { $y; $planes }] C.XYScale { id: item } GraphPlot { axisY: object } } | $axis
-WaterfallPlot | C.WaterfallPlot { id: item; $axes; from: 0; to: 9; Component.onCompleted: { addRow([1, 2, 8, 4]); addRow([3, 1, 2, 7]) } } | penColor series colorMap unit readRow
+WaterfallPlot | C.WaterfallPlot { id: item; $axes; from: 0; to: 9; Component.onCompleted: { addRow([1, 2, 8, 4]); addRow([3, 1, 2, 7]) } } | penColor plotData? series colorMap
 ColorScale | C.WaterfallPlot { id: shown; from: 0; to: 9; unit: "V"; $axes } C.ColorScale { id: item; plot: shown } | draggable
 Trace | C.Trace { id: item; $axes; values: [1, 2, 8, 4]; style: C.Trace.Area } | color? plotData? useIntermittentPlot address name readings
 LimitLine | C.LimitLine { id: item; $axes; positions: [0, 5, 9]; values: [4, 5, 6] } | color? plotData? useIntermittentPlot series

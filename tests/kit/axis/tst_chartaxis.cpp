@@ -332,7 +332,7 @@ void tst_chartaxis::time()
         axis.range(1.7e9, 1.7e9 + span);
         QCOMPARE(axis.valueText(1.7e9 + 0.25), QString(text));
     }
-    for (const double end : {-6.3e10, 8.9e11, 1e300, -1e300, qInf()}) {
+    for (const double end : {-6.3e10, 8.9e11, 1e300, -1e300}) {
         axis.range(0.0, end);
         textsOf(axis);
     }

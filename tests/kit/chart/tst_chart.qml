@@ -161,6 +161,70 @@ TestCase {
         compare([chart.axisY.minValue, chart.axisY.maxValue].join(" "), data.range);
     }
 
+    // One end that is written leaves the other one to the data, on its own side of it; so does one that is none.
+    function test_writtenEnd_data() {
+        return [
+            { tag: "end", axis: "axisY { maxValue: -5 }", values: [-100, -20], range: "0 1 -110 -5" },
+            { tag: "begin", axis: "axisX { minValue: 3 }", values: [1, 2, 3, 4, 5, 6], range: "3 5 0 6.5" },
+            { tag: "end before all data", axis: "axisX { maxValue: -2 }", values: [1, 2, 3], range: "-4 -2 0.8 3.2" },
+            { tag: "begin beyond all data", axis: "axisY { minValue: 100 }", values: [1, 2, 3], range: "0 2 100 102.4" },
+            { tag: "decades", axis: "axisY { minValue: 1000; scale: ChartAxis.Logarithmic }", values: [1, 100], range: "0 1 1000 400000" },
+            { tag: "further axis", axis: "ChartAxis { id: right; alignment: Qt.AlignRight; minValue: 5 }", body: "axisY: right;", values: [10, 50], range: "0 1 5 55" },
+            { tag: "switched off", axis: "ChartAxis { id: right; alignment: Qt.AlignRight; minValue: 20; maxValue: 30; autoRange: ChartAxis.Off }", body: "axisY: right;", then: axis => { axis.maxValue = NaN; },
+              values: [10, 50], range: "0 1 20 30" },
+            { tag: "none", axis: "axisY { minValue: -Infinity; maxValue: Infinity }", told: /maxValue/, values: [10, 50], range: "0 1 0 55" },
+            { tag: "given back", axis: "axisY { minValue: 0; maxValue: 20 }", then: axis => { axis.maxValue = NaN; }, values: [10, 50], range: "0 1 0 55" },
+            { tag: "both given back", axis: "axisY { minValue: 0; maxValue: 20 }", then: axis => axis.range(-Infinity, Infinity), told: /by range/, values: [10, 50], range: "0 1 0 55" },
+            { tag: "reversed", axis: "axisY { minValue: 20; maxValue: 0 }", then: axis => { axis.minValue = NaN; }, values: [10, 50], range: "0 1 55 0" }
+        ];
+    }
+
+    function test_writtenEnd(data) {
+        if (data.told)
+            ignoreWarning(data.told);
+        if (data.tag === "none")
+            ignoreWarning(/minValue/);
+        const chart = createTemporaryQmlObject("import QtQuick 2.15; import graph_kit 1.0; Chart { width: 640; height: 400; " + data.axis
+                                               + " Trace { " + (data.body || "") + "values: [" + data.values + "] } }", testCase);
+        waitForRendering(chart);
+        const trace = chart.traces[0];
+        if (data.then)
+            data.then(trace.axisY);
+        tryVerify(() => [trace.axisX.minVisible, trace.axisX.maxVisible, trace.axisY.minVisible, trace.axisY.maxVisible].join(" ") === data.range, 500,
+                  [trace.axisX.minVisible, trace.axisX.maxVisible, trace.axisY.minVisible, trace.axisY.maxVisible].join(" "));
+    }
+
+    // Dots at the ends of an automatic range are whole, and where charts share x it is the same for all.
+    function test_wholeDots_data() {
+        return [
+            { tag: "points" }, { tag: "line", style: Trace.LineAndPoints, lineWidth: 1 }, { tag: "wide", lineWidth: 9 },
+            { tag: "decades", scale: ChartAxis.Logarithmic }, { tag: "by a line only", style: Trace.Line, exact: true }
+        ];
+    }
+
+    function test_wholeDots(data) {
+        const column = createTemporaryQmlObject(`import QtQuick 2.15; import graph_kit 1.0; Column {
+            Chart { id: upper; width: 640; height: 200; Trace { color: "#ff0000"; values: [0, 9, 0, 9]; start: 1 } }
+            Chart { width: 640; height: 200; zoomWith: upper; Trace { values: [1, 9, 0]; start: 1 } } }`, testCase);
+        const chart = column.children[0], trace = chart.traces[0];
+        if (data.scale)
+            chart.axisX.scale = chart.axisY.scale = column.children[1].axisX.scale = data.scale;
+        trace.style = data.style === undefined ? Trace.Points : data.style;
+        trace.lineWidth = data.lineWidth || 4;
+        if (data.scale)
+            trace.values = [1, 900, 1, 900];
+        waitForRendering(chart);
+        wait(50);
+        const radius = Math.max(4, 2 * trace.lineWidth + 1) / 2, last = chart.plotArea.width - 1;
+        [[trace.mapToItemX(1), 0], [last, trace.mapToItemX(4)]].forEach(function (pair) {
+            const room = pair[0] - pair[1];
+            verify(data.exact ? Math.abs(room) < 1e-6 : room >= radius - 0.5 && room < radius + 2, room);
+        });
+        const foot = chart.plotArea.height - 1 - trace.mapToItemY(trace.plotData.y(0));
+        verify(data.exact ? Math.abs(foot) < 1e-6 : foot >= radius - 0.5, foot);
+        compare([column.children[1].axisX.minVisible, column.children[1].axisX.maxVisible].join(), [chart.axisX.minVisible, chart.axisX.maxVisible].join());
+    }
+
     // The legend is in the first corner without a trace, of its own width; values of a cursor make it wider, and move
     // it no more.
     function test_legendCorner_data() {
@@ -315,7 +379,7 @@ TestCase {
         return [
             { tag: "chart", parts: "Chart { anchors.fill: parent; follow: 1; title: 'Title'; legend.values: true; "
                                    + "ChartAxis { id: beside; alignment: Qt.AlignRight; maxValue: 1e9 } Trace { name: 'One'; values: [1, 5, 3] }"
-                                   + "Trace { name: 'Two'; axisY: right; values: [1, 5, 3] } Component.onCompleted: following = false }" },
+                                   + "Trace { name: 'Two'; axisY: beside; values: [1, 5, 3] } Component.onCompleted: following = false }" },
             { tag: "view", parts: "GraphView { anchors.fill: parent; axes: [ValueAxis { id: x; linesPlane: plane; labelsPlane: plane },"
                                   + "ValueAxis { id: y; alignment: Qt.AlignLeft; margin: 50; linesPlane: plane; labelsPlane: plane }]"
                                   + "XYScale { id: plane } Trace { axisX: x; axisY: y; values: [1, 5, 3] } }" }

@@ -1,4 +1,5 @@
 #include "kit/axis/ChartAxis.h"
+#include "kit/chart/ChartView.h"
 #include "kit/data/StreamPoints.h"
 #include "kit/plots/PlotUnits.h"
 #include "kit/plots/Trace.h"
@@ -20,6 +21,7 @@ private slots:
     {
         qmlRegisterType<Trace>("charts", 1, 0, "Trace");
         qmlRegisterType<graph::ChartAxis>("charts", 1, 0, "ChartAxis");
+        qmlRegisterType<graph::ChartView>("charts", 1, 0, "ChartView");
         qmlRegisterType<graph::StreamPoints>("charts", 1, 0, "StreamPoints");
     }
 
@@ -216,6 +218,51 @@ private slots:
             "values: [0, 0]; " + trace + "} }");
         const Rows rows = paintedRows(painted(document.object<Trace>("trace")), 50);
         QCOMPARE(rows, Rows(top, bottom));
+    }
+
+    // A bar that is alone in its trace is as wide as one between the bars of others would be, or as its interval says. Those
+    // at the ends of automatic ranges are whole.
+    void loneBar_data()
+    {
+        columns<QByteArray, QByteArray, QByteArray, double>({"chart", "others", "alone", "neighbour"});
+        QTest::newRow("positions") << QByteArray() << QByteArray() << QByteArray("positions: [3]") << 2.0;
+        QTest::newRow("start") << QByteArray() << QByteArray("interval: 10") << QByteArray("start: 40")
+                               << 30.0;
+        QTest::newRow("written interval")
+            << QByteArray() << QByteArray() << QByteArray("start: 3; interval: 0.5") << 3.5;
+        QTest::newRow("reversed") << QByteArray("axisX { minValue: 4.5; maxValue: -0.5 }") << QByteArray()
+                                  << QByteArray("positions: [3]") << 2.0;
+        QTest::newRow("decades") << QByteArray("axisX.scale: ChartAxis.Logarithmic;")
+                                 << QByteArray("positions: [1, 10, 100, 1000]")
+                                 << QByteArray("positions: [1000]") << 100.0;
+        QTest::newRow("decades, one by one")
+            << QByteArray("axisX.scale: ChartAxis.Logarithmic;") << QByteArray("positions: [100]")
+            << QByteArray("positions: [10]") << 100.0;
+        QTest::newRow("one by one") << QByteArray() << QByteArray("positions: [2]") << QByteArray("start: 4")
+                                    << 2.0;
+        QTest::newRow("only one") << QByteArray() << QByteArray("visible: false")
+                                  << QByteArray("start: 7; interval: 3") << 10.0;
+    }
+
+    void loneBar()
+    {
+        QFETCH(QByteArray, chart);
+        QFETCH(QByteArray, others);
+        QFETCH(QByteArray, alone);
+        QFETCH(double, neighbour);
+        QmlDocument document("ChartView { width: 640; height: 400; " + chart +
+                             " Trace { id: others; style: Trace.Bars; values: [9, 9, 9, 9]; " + others +
+                             " } Trace { id: alone; style: Trace.Bars; values: [5]; " + alone + " } }");
+        auto *trace = document.object<Trace>("alone");
+        const QRect bar = inkBox(painted(trace), [](const QColor &color) { return color.alpha() > 0; });
+        const double x = trace->mapToItemX(trace->plotData()->x(0));
+        const double width = 0.75 * std::abs(trace->mapToItemX(neighbour) - x);
+        QVERIFY2(std::abs(bar.width() - width) <= 1.0, qPrintable(QString::number(bar.width() / width)));
+        QVERIFY(std::abs(bar.left() + bar.width() / 2.0 - x) <= 1.0);
+        for (Trace *whole : {trace, document.object<Trace>("others")}) {
+            const QRect ink = inkBox(painted(whole), [](const QColor &color) { return color.alpha() > 0; });
+            QVERIFY(!whole->isVisible() || (ink.left() > 0 && ink.right() < whole->width() - 1.0));
+        }
     }
 
     void loneSample()
