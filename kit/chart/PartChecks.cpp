@@ -1,5 +1,6 @@
 #include "kit/chart/PartChecks.h"
 
+#include "axis/ValueAxis.h"
 #include "cursors/GraphCursor.h"
 #include "cursors/GraphMarker.h"
 #include "kit/chart/DataChecks.h"
@@ -14,6 +15,9 @@
 
 #include <QJSValue>
 #include <QQuickWindow>
+
+#include <algorithm>
+#include <cmath>
 
 namespace graph {
 
@@ -118,12 +122,44 @@ void lookAt(const QQuickItem &item, const GraphView *around, Look *look)
         lookAt(*child, around, look);
 }
 
+bool mayGrow(const PlotData &data)
+{
+    return qobject_cast<const StreamData *>(&data) || !data.dbusAddress().isEmpty();
+}
+
+// Of a line along x, whose value counts as the index of a sample, too.
+QString atAnotherLevel(const GraphCursor &cursor)
+{
+    const PlotData *data = cursor.primarySeries();
+    const ValueAxis *axis = cursor.followedAxis();
+    if (!cursor.isHorizontal() || !cursor.writtenValue() || !axis || !data || !hasSamples(*data) ||
+        mayGrow(*data))
+        return {};
+    const double written = *cursor.writtenValue();
+    const QString is =
+        QStringLiteral("has a posValue of %1 and is at %2, because ").arg(written).arg(cursor.posValue());
+    const auto [lowest, highest] = std::minmax({axis->minValue(), axis->maxValue()});
+    if (written < lowest || written > highest)
+        return is + QStringLiteral("its axis goes from %1 to %2: write one of these values, or a wider range")
+                        .arg(lowest)
+                        .arg(highest);
+    if (written >= data->size())
+        return is + QStringLiteral("it has to be below the number of samples, of which %1 has %2: write "
+                                   "LimitLine { values: %3 } for a line at that level")
+                        .arg(nameOf(data))
+                        .arg(data->size())
+                        .arg(written);
+    if (cursor.staysOnScreen() && written != std::trunc(written))
+        return is + QStringLiteral("a horizontal cursor that stays on the screen is at whole numbers: write "
+                                   "staysOnScreen: false");
+    return {};
+}
+
 // Nothing where the data may still come as far.
 QString beyondData(const GraphMarker &marker)
 {
     const PlotData *data = marker.primarySeries();
-    if (!marker.awaitedValue() || !data || !hasSamples(*data) || qobject_cast<const StreamData *>(data) ||
-        !data->dbusAddress().isEmpty())
+    if (!marker.awaitedValue() || !data || !hasSamples(*data) || mayGrow(*data))
         return {};
     const MinMax x = extentX(*data);
     if (x.min > x.max)
@@ -137,7 +173,7 @@ QString beyondData(const GraphMarker &marker)
 }
 
 // A marker is an object of the cursor whose list it is in.
-void lookAtMarkers(const GraphView &view, QVector<Finding> *findings)
+void lookAtCursors(const GraphView &view, QVector<Finding> *findings)
 {
     QVector<const GraphMarker *> taken;
     const auto isForgotten = [](const GraphMarker *marker) {
@@ -145,6 +181,8 @@ void lookAtMarkers(const GraphView &view, QVector<Finding> *findings)
     };
     const auto cursors = view.findChildren<GraphCursor *>();
     for (GraphCursor *cursor : cursors) {
+        if (const QString text = atAnotherLevel(*cursor); !text.isEmpty())
+            findings->append({cursor, text});
         QQmlListProperty<GraphMarker> markers = cursor->markers();
         for (ListIndex i = 0; i < markers.count(&markers); ++i)
             taken.append(markers.at(&markers, i));
@@ -187,7 +225,7 @@ QVector<Finding> misplacedParts(const GraphView &view, bool withStrays)
     QVector<Finding> findings = look.inside;
     if (withStrays)
         findings += look.outside;
-    lookAtMarkers(view, &findings);
+    lookAtCursors(view, &findings);
     return findings;
 }
 

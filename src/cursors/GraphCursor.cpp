@@ -104,6 +104,7 @@ void GraphCursor::setPosition(double position)
     const AbstractPlot *plot = primaryPlot();
     if (plot && m_zoomRect)
         setPosValue((plot->*m_direction.fromItem)((m_zoomRect->*m_direction.fractionToItem)(position)));
+    m_writtenValue.reset();
 }
 
 /*!
@@ -114,6 +115,7 @@ void GraphCursor::setPosValue(double value)
 {
     if (std::isnan(value))
         return;
+    m_writtenValue = value;
     placeOnValue(value);
     m_awaitedValue = m_posIndex < 0 ? std::make_optional(value) : std::nullopt;
 }
@@ -228,6 +230,7 @@ void GraphCursor::setPosOnScreen(int pixel)
 {
     if (const AbstractPlot *plot = primaryPlot())
         setPosValue((plot->*m_direction.fromItem)(pixel));
+    m_writtenValue.reset();
 }
 
 /*!

@@ -83,6 +83,8 @@ public:
     int posIndex() const { return m_posIndex; }
     // Where it was told to be while there were no data to be placed on.
     std::optional<double> awaitedValue() const { return m_awaitedValue; }
+    // The value that it was given last; none once a hand has moved it.
+    std::optional<double> writtenValue() const { return m_writtenValue; }
     double position() const { return m_position; }
     double posValue() const { return m_posValue; }
     int posOnScreen() const { return m_posOnScreen; }
@@ -226,6 +228,7 @@ private:
     graph::SampleHistory m_placedHistory;
     QPointer<ValueAxis> m_placedAxis;
     std::optional<double> m_awaitedValue;
+    std::optional<double> m_writtenValue;
     bool m_staysOnScreen = true;
 #if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
     bool m_visible = false;

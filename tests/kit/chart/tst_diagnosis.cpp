@@ -207,6 +207,22 @@ void addKitRows()
         "LimitLine { id: limit; values: [3] } Text { text: limit.passed }");
     row("ends beside a window", "has minValue or maxValue written, and the chart shows the newest 10 of its",
         "follow: 10; axisX.maxValue: 5; Trace { values: [1, 2] }");
+    const QByteArray level =
+        "Trace { name: 'level'; values: [1, 5, 3, 8, 2] } GraphCursorY { id: line; posValue: %1 }";
+    row("level beyond the axis",
+        "GraphCursorY \"line\" has a posValue of -1e+308 and is at 0, because its axis goes from 0 to 8.5: "
+        "write",
+        QByteArray(level).replace("%1", "-1e308"));
+    row("level beyond the samples",
+        "of 7 and is at 0, because it has to be below the number of samples, of which PlotSeries of Trace "
+        "\"level\" has 5: "
+        "write LimitLine { values: 7 }",
+        QByteArray(level).replace("%1", "7"));
+    row("level between whole numbers",
+        "of 0.5 and is at 0, because a horizontal cursor that stays on the screen is at whole",
+        QByteArray(level).replace("%1", "0.5"));
+    row("level", "", QByteArray(level).replace("%1", "0.5; staysOnScreen: false"));
+    row("level by hand", "", QByteArray(level).replace("%1", "0.5; Component.onCompleted: posOnScreen = 40"));
     row("marker that is not drawn", "GraphMarker \"m\" has a posValue and is not drawn: write visible: true",
         "Trace { values: [1, 2] } GraphCursor { markers: GraphMarker { id: m; posValue: 1 } }");
     row("marker beyond the data",
