@@ -438,10 +438,25 @@ void ChartAxis::setRoomBeyond(int pixels)
     followMargin();
 }
 
-void ChartAxis::setCramped(bool cramped)
+void ChartAxis::setRows(AxisRows rows)
 {
-    if (store(m_isCramped, cramped))
+    if (!store(m_rows, rows))
+        return;
+    updateRequiredMargin();
+    emitAxisChanged();
+}
+
+void ChartAxis::setUnitBehind(bool behind)
+{
+    if (store(m_isUnitBehind, behind))
         updateRequiredMargin();
+}
+
+int ChartAxis::marginWith(AxisRows rows) const
+{
+    if (m_hasWrittenMargin || margin() != m_followedMargin)
+        return margin();
+    return rows == AxisRows::None ? 0 : horizontalMargin(rows) + m_roomBeyond;
 }
 
 void ChartAxis::setLabelsAbove(bool above)
@@ -455,8 +470,13 @@ void ChartAxis::followMargin()
     // Another one came from C++, by way of the base class.
     if (m_hasWrittenMargin || margin() != m_followedMargin)
         return;
-    m_followedMargin = requiredMargin() + m_roomBeyond;
+    m_followedMargin = m_rows == AxisRows::None ? 0 : requiredMargin() + m_roomBeyond;
     ValueAxis::setMargin(m_followedMargin);
+}
+
+bool ChartAxis::hasTitle() const
+{
+    return !m_title.isEmpty() && (orientation() == Qt::Vertical || m_rows < AxisRows::WithoutTitles);
 }
 
 int ChartAxis::titleHeight() const
@@ -464,18 +484,25 @@ int ChartAxis::titleHeight() const
     return m_title.isEmpty() ? 0 : QFontMetrics(labelFont()).height();
 }
 
+int ChartAxis::horizontalMargin(AxisRows rows) const
+{
+    // The unit has a row of its own unless it is in the title.
+    const int height = QFontMetrics(labelFont()).height();
+    const bool hasUnitRow = m_title.isEmpty() && !unit().isEmpty() && rows == AxisRows::All;
+    return (staggered() || hasUnitRow ? 2 : 1) * height + marginSlack + rowRoom +
+           (rows < AxisRows::WithoutTitles ? titleHeight() : 0);
+}
+
 int ChartAxis::requiredMargin() const
 {
+    if (orientation() == Qt::Horizontal)
+        return m_rows == AxisRows::None ? 0 : horizontalMargin(m_rows);
     const QFontMetrics metrics(labelFont());
-    if (orientation() == Qt::Horizontal) {
-        // The unit has a row of its own unless it is in the title.
-        const bool hasUnitRow = m_title.isEmpty() && !unit().isEmpty() && !m_isCramped;
-        return (staggered() || hasUnitRow ? 2 : 1) * metrics.height() + marginSlack + rowRoom + titleHeight();
-    }
     const int titleRoom = m_title.isEmpty() ? 0 : titleHeight() + edgeRoom;
     const auto roomBehind = [&](const QString &unit) {
-        const bool isBehind = m_hasLabelsAbove && m_title.isEmpty() && !unit.isEmpty();
-        return isBehind ? metrics.horizontalAdvance(QLatin1Char(' ') + unit) + 1 : 0;
+        const int width = metrics.horizontalAdvance(QLatin1Char(' ') + unit) + 1;
+        const bool isBehind = m_hasLabelsAbove || (m_isUnitBehind && width <= 3 * metrics.ascent());
+        return isBehind && m_title.isEmpty() && !unit.isEmpty() ? width : 0;
     };
     if (!hasOwnTicks())
         return ValueAxis::requiredMargin() + titleRoom + roomBehind(unit());
@@ -587,8 +614,9 @@ AxisLook ChartAxis::look() const
         look.offset += rowRoom;
     if (hasOwnTicks() && !m_planned.plan().majors.isEmpty())
         look.unit = m_planned.plan().common.isEmpty() ? m_planned.plan().unit : m_planned.plan().common;
-    if (!m_title.isEmpty())
+    if (hasTitle())
         look.unit = m_planned.plan().common;
+    look.hasLabels = look.hasLabels && m_rows != AxisRows::None;
     if (!look.isHorizontal())
         look.unit = elidedUnit(look.unit, QFontMetrics(labelFont()));
     return look;
@@ -602,11 +630,18 @@ QString ChartAxis::shownUnit() const
 
 void ChartAxis::paintLabels(QPainter *painter, const QRectF &rect, const LabelSurroundings &surroundings)
 {
+    if (m_rows == AxisRows::None)
+        return;
     LabelSurroundings inner = surroundings;
-    if (orientation() == Qt::Horizontal)
+    if (orientation() == Qt::Horizontal) {
         inner.bounds.adjust(edgeRoom, 0.0, -edgeRoom, 0.0);
+        // Farther away are the rows of other axes.
+        const double depth = ValueAxis::look().offset + margin();
+        inner.bounds.setTop(std::max(inner.bounds.top(), rect.top() - depth));
+        inner.bounds.setBottom(std::min(inner.bounds.bottom(), rect.bottom() + depth));
+    }
     ValueAxis::paintLabels(painter, rect, inner);
-    if (m_title.isEmpty() || !visible() || axisStyle() == TicksOnly)
+    if (!hasTitle() || !visible() || axisStyle() == TicksOnly)
         return;
     const AxisLook drawn = ValueAxis::look();
     const AxisTitle title{m_title, shownUnit(), labelFont(),

@@ -2,6 +2,7 @@
 
 #include "axis/ValueAxis.h"
 #include "common/Export.h"
+#include "kit/axis/AxisRows.h"
 #include "kit/axis/AutoRange.h"
 #include "kit/axis/PlannedTicks.h"
 
@@ -86,8 +87,12 @@ public:
 
     // Pixels between the labels and what is beyond them, where the document writes no margin.
     void setRoomBeyond(int pixels);
-    // Where there is so little room that a unit gets no row of its own.
-    void setCramped(bool cramped);
+    // Those that there is room for. A vertical axis keeps its title and its numbers, which take none of the height.
+    void setRows(AxisRows rows);
+    // Whether a vertical axis has no room above its numbers for its unit, so that there is some behind the highest one.
+    void setUnitBehind(bool behind);
+    // The margin of a horizontal axis with these.
+    int marginWith(AxisRows rows) const;
     // Where a row of other labels is above a vertical axis, its unit is behind the highest number.
     void setLabelsAbove(bool above);
 
@@ -142,6 +147,8 @@ private:
     QString shownUnit() const;
     double writtenInterval() const;
     int titleHeight() const;
+    int horizontalMargin(AxisRows rows) const;
+    bool hasTitle() const;
 
     QString m_title;
     QColor m_titleColor;
@@ -165,7 +172,8 @@ private:
     bool m_hasWrittenMargin = false;
     int m_followedMargin = 0;
     int m_roomBeyond = 0;
-    bool m_isCramped = false;
+    AxisRows m_rows = AxisRows::All;
+    bool m_isUnitBehind = false;
     bool m_hasLabelsAbove = false;
     mutable FoundPlan m_found;
     PlannedTicks m_planned; // of the last repaint

@@ -1,7 +1,6 @@
 #include "kit/chart/ChartAxes.h"
 
 #include "kit/axis/ChartAxis.h"
-#include "kit/data/Store.h"
 #include "kit/chart/ChartTheme.h"
 #include "kit/chart/PlottedData.h"
 #include "kit/data/ItemName.h"
@@ -11,6 +10,7 @@
 #include "view/frame/GraphView.h"
 
 #include <algorithm>
+#include <tuple>
 
 namespace graph {
 
@@ -94,7 +94,8 @@ void ChartAxes::adopt(ValueAxis *axis, bool isOwn)
     }
     if (auto *chartAxis = qobject_cast<ChartAxis *>(axis)) {
         chartAxis->setRoomBeyond(labelRoom);
-        chartAxis->setCramped(m_isCramped);
+        chartAxis->setRows(rowsOf(chartAxis, m_rows));
+        chartAxis->setUnitBehind(!m_hasRoomAbove);
         connect(chartAxis, &ChartAxis::titleChanged, this, &ChartAxes::roomChanged);
         connect(chartAxis, &ChartAxis::scaleChanged, this, &ChartAxes::rangeWritten);
         connect(chartAxis, &ChartAxis::autoRangeChanged, this, &ChartAxes::rangeWritten);
@@ -149,6 +150,7 @@ void ChartAxes::draw(const QList<AbstractPlot *> &plots)
         if (fitted.isOwn() && !isIdle(fitted.axis(), plots))
             drawn.append(fitted.axis());
     }
+    m_isIdleX = isIdle(m_x, plots);
     m_grid->setStandingAxes(drawn);
     m_labels->setStandingAxes(drawn);
     chooseGrid(Qt::Horizontal, plots);
@@ -269,24 +271,65 @@ bool ChartAxes::hasVisible() const
                        [](const FittedAxis &fitted) { return fitted.axis() && fitted.axis()->visible(); });
 }
 
-void ChartAxes::setCramped(bool cramped)
+void ChartAxes::setRows(AxisRows rows, bool hasRoomAbove)
 {
-    if (!store(m_isCramped, cramped))
-        return;
+    const void *first = firstHorizontal();
+    const auto state = std::tie(m_rows, m_hasRoomAbove, m_first);
+    if (state == std::tie(rows, hasRoomAbove, first))
+        return; // or two charts that share an axis would tell it in turns, without an end
+    const bool isOther = rows != m_rows;
+    std::tie(m_rows, m_hasRoomAbove, m_first) = std::tie(rows, hasRoomAbove, first);
     for (FittedAxis &fitted : m_axes) {
-        if (auto *axis = qobject_cast<ChartAxis *>(fitted.axis()))
-            axis->setCramped(cramped);
+        auto *axis = qobject_cast<ChartAxis *>(fitted.axis());
+        if (!axis)
+            continue;
+        axis->setRows(rowsOf(axis, rows));
+        axis->setUnitBehind(!hasRoomAbove);
     }
-    emit roomChanged();
+    if (isOther)
+        emit roomChanged();
 }
 
-bool ChartAxes::hasUnitAbove() const
+// That is drawn; null without one.
+const ValueAxis *ChartAxes::firstHorizontal() const
 {
-    return !m_isCramped && std::any_of(m_axes.begin(), m_axes.end(), [](const FittedAxis &fitted) {
-        const auto *axis = qobject_cast<const ChartAxis *>(fitted.axis());
-        return axis && axis->orientation() == Qt::Vertical && axis->visible() && !axis->unit().isEmpty() &&
-               axis->title().isEmpty();
-    });
+    for (const FittedAxis &fitted : m_axes) {
+        const ValueAxis *axis = fitted.axis();
+        if (axis && axis->orientation() == Qt::Horizontal && axis->visible() && !(axis == m_x && m_isIdleX))
+            return axis;
+    }
+    return nullptr;
+}
+
+AxisRows ChartAxes::rowsOf(const ValueAxis *axis, AxisRows rows) const
+{
+    const bool keepsNumbers = axis->orientation() == Qt::Vertical || axis == firstHorizontal();
+    return keepsNumbers ? std::min(rows, AxisRows::WithoutTitles) : rows;
+}
+
+bool ChartAxes::hasUnitAbove(AxisRows rows) const
+{
+    return rows == AxisRows::All && std::any_of(m_axes.begin(), m_axes.end(), [](const FittedAxis &fitted) {
+               const auto *axis = qobject_cast<const ChartAxis *>(fitted.axis());
+               return axis && axis->orientation() == Qt::Vertical && axis->visible() &&
+                      !axis->unit().isEmpty() && axis->title().isEmpty();
+           });
+}
+
+int ChartAxes::heightBeside(Qt::Alignment side, AxisRows rows) const
+{
+    int height = 0;
+    int shared = 0;
+    for (const FittedAxis &fitted : m_axes) {
+        const ValueAxis *axis = fitted.axis();
+        if (!axis || axis->alignment() != side || !axis->visible() || (axis == m_x && m_isIdleX))
+            continue;
+        if (const auto *chartAxis = qobject_cast<const ChartAxis *>(axis))
+            height += chartAxis->marginWith(rowsOf(axis, rows));
+        else
+            shared = std::max(shared, axis->margin());
+    }
+    return height + shared;
 }
 
 void ChartAxes::fit(Qt::Orientation orientation, const Look &look)

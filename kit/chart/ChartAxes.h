@@ -1,5 +1,6 @@
 #pragma once
 
+#include "kit/axis/AxisRows.h"
 #include "kit/chart/FittedAxis.h"
 #include "kit/chart/ZoomHistory.h"
 
@@ -64,10 +65,12 @@ public:
     // room.
     void nameAfter(const QVector<QPointer<AbstractPlot>> &traces, const QSizeF &size);
     // Whether a unit is above the numbers of an axis.
-    bool hasUnitAbove() const;
+    bool hasUnitAbove(AxisRows rows) const;
+    // Of the axes at that side, with these rows of text.
+    int heightBeside(Qt::Alignment side, AxisRows rows) const;
     bool hasVisible() const;
-    // Whether the chart is so small that units get no rows of their own.
-    void setCramped(bool cramped);
+    // Those that the chart has room for, and whether there is any for units above. One horizontal axis keeps its numbers.
+    void setRows(AxisRows rows, bool hasRoomAbove);
 
     void fit(Qt::Orientation orientation, const Look &look);
     void fit(FittedAxis &axis, const Look &look);
@@ -97,6 +100,8 @@ private:
     void applyColors(ValueAxis *axis) const;
     void draw(const QList<AbstractPlot *> &plots);
     void chooseGrid(Qt::Orientation orientation, const QList<AbstractPlot *> &plots);
+    const ValueAxis *firstHorizontal() const;
+    AxisRows rowsOf(const ValueAxis *axis, AxisRows rows) const;
     bool isIdle(const ValueAxis *axis, const QList<AbstractPlot *> &plots) const;
 
     ChartAxis *m_x;
@@ -109,7 +114,10 @@ private:
     // Those that have the grid only while the first axis of their direction is idle: a second grid between the lines of
     // the first could not be read.
     QSet<const ValueAxis *> m_gridless;
-    bool m_isCramped = false;
+    AxisRows m_rows = AxisRows::All;
+    bool m_hasRoomAbove = true;
+    bool m_isIdleX = false;
+    const void *m_first = nullptr; // that keeps its numbers; only its address is used
     QElapsedTimer m_clock;
     QTimer m_fitTimer;
     bool m_isFitting = false;

@@ -62,12 +62,24 @@ void ChartRoom::setLegendRow(QQuickItem *row)
 }
 
 // Of the names above the plot area: in the row of a unit, if there is one.
-int ChartRoom::legendLift() const
+int ChartRoom::legendLift(AxisRows rows) const
 {
-    if (m_isTitled || m_labels->margins().top() > 0 || !m_axes->hasUnitAbove())
-        return m_labels->margins().top() + rowGap;
+    const int above = m_axes->heightBeside(Qt::AlignTop, rows);
+    if (m_isTitled || above > 0 || !m_axes->hasUnitAbove(rows))
+        return above + rowGap;
     const int unitMiddle = QFontMetrics(m_axes->y()->labelFont()).height() * 5 / 4;
     return std::max(rowGap, unitMiddle - int(m_legendRow->height() / 2.0));
+}
+
+int ChartRoom::topWith(AxisRows rows) const
+{
+    const int size = m_fontSize;
+    const bool isTitled = m_isTitled && rows < AxisRows::WithoutTitles;
+    const int above = m_axes->heightBeside(Qt::AlignTop, rows);
+    const int names = m_legendRow ? int(std::ceil(m_legendRow->height())) + legendLift(rows) : 0;
+    if (isTitled)
+        return std::max(size * 5 / 2, above > 0 || names > 0 ? std::max(above, names) + size * 9 / 4 : 0);
+    return std::max({m_axes->hasUnitAbove(rows) ? size * 9 / 4 : size, above, names});
 }
 
 QMargins ChartRoom::own() const
@@ -76,12 +88,7 @@ QMargins ChartRoom::own() const
     // Without axes the plot area is all of the chart, with the names in it.
     if (!m_axes->hasVisible())
         return {0, m_isTitled ? size * 5 / 2 : 0, m_scales.width(m_chart), 0};
-    const int above = m_labels->margins().top(); // of axes there
-    const int row = m_legendRow ? int(std::ceil(m_legendRow->height())) + legendLift() : 0;
-    const int top = std::max(m_isTitled ? std::max(size * 5 / 2, above > 0 ? above + size * 9 / 4 : 0)
-                             : m_axes->hasUnitAbove() ? size * 9 / 4
-                                                      : size,
-                             row > 0 && m_isTitled ? row + size * 9 / 4 : row);
+    const int top = topWith(rows());
     // With the axes between them and the plot area.
     const int scales = m_scales.width(m_chart);
     const int right = scales == 0 ? 0 : m_labels->margins().right() + size / 2 + scales;
@@ -90,9 +97,26 @@ QMargins ChartRoom::own() const
     return {size, top, std::max(half, right), size / 2};
 }
 
-bool ChartRoom::isCramped() const
+AxisRows ChartRoom::rows() const
 {
-    return m_chart->height() < 14.0 * m_fontSize;
+    constexpr double leastPart = 0.4; // of the height, for the plot area
+    const double height = m_chart->height();
+    if (!m_axes->hasVisible())
+        return AxisRows::All;
+    for (const AxisRows rows : {AxisRows::All, AxisRows::WithoutUnits, AxisRows::WithoutTitles}) {
+        if (rows == AxisRows::All && height < 14.0 * m_fontSize)
+            continue;
+        const int below = std::max(m_axes->heightBeside(Qt::AlignBottom, rows), m_fontSize / 2);
+        if (height - topWith(rows) - below >= leastPart * height)
+            return rows;
+    }
+    return AxisRows::None;
+}
+
+// Above the numbers of vertical axes.
+bool ChartRoom::hasRoomForUnits() const
+{
+    return topWith(rows()) >= m_fontSize * 9 / 4 && m_axes->heightBeside(Qt::AlignTop, rows()) == 0;
 }
 
 QMargins ChartRoom::ofAxes() const
@@ -108,7 +132,7 @@ void ChartRoom::placeParts() const
     m_scales.place(m_chart, QRectF(area->position(), area->size()),
                    area->x() + area->width() + m_labels->margins().right());
     if (m_legendRow)
-        m_legendRow->setY(m_axes->hasVisible() ? -legendLift() - m_legendRow->height() : 0.0);
+        m_legendRow->setY(m_axes->hasVisible() ? -legendLift(rows()) - m_legendRow->height() : 0.0);
 }
 
 } // namespace graph

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "kit/axis/AxisRows.h"
 #include "kit/chart/PlacedScales.h"
 
 #include <QMargins>
@@ -36,8 +37,10 @@ public:
 
     // Besides that of the axes.
     QMargins own() const;
-    // Whether rows of text beside the plot area leave it hardly any height.
-    bool isCramped() const;
+    // Those beside the plot area that leave it a good part of the height. Without axes' titles there is none of the chart.
+    AxisRows rows() const;
+    bool hasRoomForUnits() const;
+    bool hasTitle() const { return m_isTitled && rows() < AxisRows::WithoutTitles; }
     QMargins ofAxes() const;
 
     void placeParts() const;
@@ -46,7 +49,8 @@ signals:
     void changed();
 
 private:
-    int legendLift() const;
+    int topWith(AxisRows rows) const;
+    int legendLift(AxisRows rows) const;
 
     const GraphView *m_chart;
     const ChartAxes *m_axes;

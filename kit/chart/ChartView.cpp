@@ -17,6 +17,7 @@
 #include "kit/chart/ThemeChoice.h"
 #include "kit/chart/ZoomSwitches.h"
 #include "kit/data/NumberList.h"
+#include "kit/data/Store.h"
 #include "kit/data/Telling.h"
 #include "kit/plots/Shading.h"
 #include "kit/plots/Trace.h"
@@ -502,6 +503,7 @@ void ChartView::finishUpdate()
     \qmlproperty size Chart::legendSize
     \qmlproperty Item Chart::legendBox
     \qmlproperty Item Chart::legendRow
+    \qmlproperty bool Chart::titleShown
     \qmlproperty Item Chart::flickable
     \qmlmethod Chart::showAllOf(Qt::Orientation)
     \qmlmethod Chart::recordStep()
@@ -581,14 +583,21 @@ void ChartView::makeRoom()
 
 void ChartView::makeOwnRoom()
 {
-    m_axes->setCramped(m_room->isCramped());
+    chooseRows();
     handleMarginsChanged();
     m_room->placeParts();
 }
 
+void ChartView::chooseRows()
+{
+    m_axes->setRows(m_room->rows(), m_room->hasRoomForUnits());
+    if (store(m_isTitleShown, m_room->hasTitle()))
+        emit titleShownChanged();
+}
+
 void ChartView::handleAreaChanged()
 {
-    m_axes->setCramped(m_room->isCramped());
+    chooseRows();
     update();
     m_room->placeParts();
     // Numbers of other axes, for instance, leave it another size, and the legend another corner.

@@ -65,6 +65,7 @@ class GRAPH_CHARTS_EXPORT ChartView : public GraphView, public BackdropSource
     Q_PROPERTY(QSizeF legendSize READ legendSize WRITE setLegendSize NOTIFY legendSizeChanged)
     Q_PROPERTY(QQuickItem *legendBox READ legendBox WRITE setLegendBox NOTIFY legendBoxChanged)
     Q_PROPERTY(QQuickItem *legendRow READ legendRow WRITE setLegendRow NOTIFY legendRowChanged)
+    Q_PROPERTY(bool titleShown READ isTitleShown NOTIFY titleShownChanged)
     Q_PROPERTY(QQuickItem *flickable READ flickable WRITE setFlickable NOTIFY flickableChanged)
 
 public:
@@ -97,6 +98,7 @@ public:
     // What of the legend is painted; null without one. For what keeps clear of it.
     QQuickItem *legendBox() const { return m_legendBox; }
     // The same where it is not in the plot area but above it.
+    bool isTitleShown() const { return m_isTitleShown; }
     QQuickItem *legendRow() const { return m_legendRow; }
     QQuickItem *flickable() const { return m_flickable; }
 
@@ -162,6 +164,7 @@ signals:
     void legendSizeChanged();
     void legendBoxChanged();
     void legendRowChanged();
+    void titleShownChanged();
     void flickableChanged();
 
 protected:
@@ -183,6 +186,7 @@ private:
     void finishUpdate();
     void makeRoom();
     void makeOwnRoom();
+    void chooseRows();
     void handleAreaChanged();
     QList<ChartView *> partners() const;
     void shareCursor();
@@ -201,6 +205,7 @@ private:
     QPointer<QQuickItem> m_legendRow;
     QPointer<QQuickItem> m_flickable;
     bool m_isComplete = false;
+    bool m_isTitleShown = false;
     bool m_isToldOfCursor = false;
     // The chart hears of these children while it is being made: what it then looks at is above.
     std::unique_ptr<ThemeChoice> m_theme;

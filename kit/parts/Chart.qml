@@ -142,7 +142,7 @@ ChartView {
 
     Text {
         parent: chart.underlay
-        visible: text !== "" && width > 0 && chart.plotArea.height > 0
+        visible: chart.titleShown && width > 0 && chart.plotArea.height > 0
         // Above the plot area: beside it are the units of the axes.
         x: Math.round(chart.plotArea.x + (chart.plotArea.width - width) / 2)
         y: Math.round(chart.colors.fontSize * 0.7)

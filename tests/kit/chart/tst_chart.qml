@@ -301,6 +301,26 @@ TestCase {
         tryVerify(() => chart.plotArea.x < room - 20);
     }
 
+    // So that the traces keep two fifths of the height, units go into the rows of the numbers, then titles go, then the
+    // numbers of all horizontal axes but one.
+    function test_rowsOfText_data() {
+        return [{ tag: "all", height: 300, rows: "2 2 title" }, { tag: "without units", height: 200, rows: "2 1 title" },
+                { tag: "without titles", height: 160, rows: "1 1" }, { tag: "one axis", height: 100, rows: "1 0" }];
+    }
+
+    function test_rowsOfText(data) {
+        const chart = createTemporaryQmlObject(`import QtQuick 2.15; import graph_kit 1.0; Chart { id: view; width: 320; height: 300
+                                                title: 'Title'; axisX { title: 'Frequency'; unit: 'Hz' } property alias other: second
+                                                ChartAxis { id: second; alignment: Qt.AlignBottom; unit: 's' }
+                                                Trace { values: [1, 2] } Trace { axisX: second; values: [1, 2] } }`, testCase);
+        waitForRendering(chart);
+        chart.height = data.height;
+        const rows = () => [chart.axisX, chart.other].map(axis => Math.max(0, Math.round((axis.margin - 14) / metrics.height)))
+                               .concat(chart.titleShown ? "title" : []).join(" ");
+        tryVerify(() => rows() === data.rows, 1000, rows());
+        verify(chart.plotArea.height >= 0.4 * data.height, chart.plotArea.height);
+    }
+
     // A small one has its names in a row, a tiny one has none; the unit is beside the plot area, too, in a tiny one in the
     // rows of the numbers. Without axes the plot area is all of it.
     function test_smallChart_data() {
