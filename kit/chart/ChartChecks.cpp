@@ -270,13 +270,13 @@ QString withoutSide(const GraphView &, const ValueAxis &axis)
 
 const ViewCheck viewChecks[] = {withoutSize,    withoutRoom,      withUnlistedAxis,
                                 withUnusedData, withUnknownTheme, withoutNames};
-const AxisCheck axisChecks[] = {withoutSide, withReversedRange, withUnusableRange, withUselessInterval,
-                                withRangeBesideFollow};
-const PlotCheck plotChecks[] = {outsideOfView,     insideOfAnItem,     afterView,        withSwappedAxes,
-                                withLateAxis,      withWrongAxis,      withoutAxis,      withoutArea,
-                                withInvisiblePen,  withoutPoint,       withEmptyAddress, withColorOfGround,
-                                withAnotherUnit,   withReversedColors, withUnusedPlaces, withoutValues,
-                                withAxisOfAnother, withoutSeries};
+const AxisCheck axisChecks[] = {withoutSide,         withReversedRange,     withUnusableRange,
+                                withUselessInterval, withRangeBesideFollow, withTicksElsewhere};
+const PlotCheck plotChecks[] = {outsideOfView,     insideOfAnItem,     afterView,         withSwappedAxes,
+                                withLateAxis,      withWrongAxis,      withoutAxis,       withoutArea,
+                                withInvisiblePen,  withoutPoint,       withEmptyAddress,  withColorOfGround,
+                                withAnotherUnit,   withReversedColors, withUnusedPlaces,  withoutValues,
+                                withAxisOfAnother, withoutSeries,      withoutComparison, withPlainStyle};
 
 template <typename Checks, typename... Subject>
 QString firstReason(const Checks &checks, const Subject &...subject)

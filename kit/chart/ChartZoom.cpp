@@ -178,8 +178,8 @@ bool ChartZoom::isRange(const char *method, const ChartAxis &axis, double from, 
         return true;
     }
     tellOnce(m_view, method,
-             QStringLiteral("ignores %1(%2, %3), which is no range: write two numbers that differ, or "
-                            "showAll()")
+             QStringLiteral("ignores %1(%2, %3), which is no range: write two finite numbers that "
+                            "differ, or showAll()")
                  .arg(QLatin1String(method))
                  .arg(from)
                  .arg(to));

@@ -2,6 +2,7 @@
 
 #include "cursors/GraphCursor.h"
 #include "data/PlotData.h"
+#include "kit/axis/ChartAxis.h"
 #include "kit/chart/ChartChecks.h"
 #include "kit/chart/ChartView.h"
 #include "kit/chart/DiagnosisOverlay.h"
@@ -192,6 +193,13 @@ void Diagnosis::handleData()
     lookSoon();
 }
 
+// Samples that had a place may have none on another scale.
+void Diagnosis::handleScale()
+{
+    m_seen.clear();
+    lookSoon();
+}
+
 GraphView *Diagnosis::view() const
 {
     QQuickItem *item = parentItem();
@@ -225,6 +233,10 @@ void Diagnosis::watchPlot(AbstractPlot *plot)
     for (const char *signal : {SIGNAL(plotDataChanged(PlotData *)), SIGNAL(axisXChanged(ValueAxis *)),
                                SIGNAL(axisYChanged(ValueAxis *)), SIGNAL(visibleChanged())})
         connect(plot, signal, this, SLOT(lookSoon()), Qt::UniqueConnection);
+    for (const ValueAxis *axis : {plot->axisX(), plot->axisY()}) {
+        if (qobject_cast<const ChartAxis *>(axis))
+            connect(axis, SIGNAL(scaleChanged()), this, SLOT(handleScale()), Qt::UniqueConnection);
+    }
     if (plot->plotData() && isNew(*plot))
         connect(plot->plotData(), SIGNAL(plotChanged()), this, SLOT(handleData()), Qt::UniqueConnection);
 }

@@ -53,6 +53,7 @@ private slots:
     void settle();
     void handleTime();
     void handleData();
+    void handleScale();
 
 private:
     GraphView *view() const;

@@ -202,6 +202,66 @@ QString withoutSeries(const GraphView &, const AbstractPlot &plot)
                           "and the id of a trace");
 }
 
+// Its verdict stays that of samples that have not come.
+QString withoutComparison(const GraphView &, const AbstractPlot &plot)
+{
+    const auto *limit = qobject_cast<const LimitLine *>(&plot);
+    if (!limit || !limit->series() || !limit->isAsked())
+        return {};
+    const MinMax samples = extentX(*limit->series());
+    const MinMax points = limit->dataExtent().x;
+    if (samples.isEmpty() || points.isEmpty() || (samples.min <= points.max && points.min <= samples.max))
+        return {};
+    return QStringLiteral(
+               "compares nothing: its positions go from %1 to %2, and the samples of its series from "
+               "%3 to %4; write positions around these")
+        .arg(points.min)
+        .arg(points.max)
+        .arg(samples.min)
+        .arg(samples.max);
+}
+
+// Bars are what a plain plot shows unless something else is written.
+QString withPlainStyle(const GraphView &, const AbstractPlot &plot)
+{
+    const auto *trace = qobject_cast<const Trace *>(&plot);
+    const bool isArea = trace && trace->plotStyle() == GraphPlot::FillPlot && trace->style() != Trace::Area;
+    const bool arePoints = trace && trace->style() != Trace::Points &&
+                           trace->style() != Trace::LineAndPoints &&
+                           (trace->plotStyle() == GraphPlot::ScatterPlot || trace->graphPoint());
+    if (!isArea && !arePoints)
+        return {};
+    return QStringLiteral(
+               "has plotStyle or graphPoint written, which count in a GraphPlot only: write style: "
+               "Trace.%1")
+        .arg(isArea ? QStringLiteral("Area") : QStringLiteral("Points"));
+}
+
+QString withTicksElsewhere(const GraphView &view, const ValueAxis &axis)
+{
+    const auto *chartAxis = qobject_cast<const ChartAxis *>(&axis);
+    if (!chartAxis || axis.tickInterval() != ValueAxis::FixedTicks || axis.ticks().isEmpty())
+        return {};
+    const auto [from, to] = std::minmax({axis.minValue(), axis.maxValue()});
+    const QList<qreal> ticks = axis.ticks();
+    const bool isSeen = std::any_of(ticks.begin(), ticks.end(), [low = from, high = to](double tick) {
+        return tick >= low && tick <= high;
+    });
+    // The range may be that of data that are still to come.
+    const QVector<AbstractPlot *> plots = plotsOf(view);
+    const bool hasData = std::any_of(plots.begin(), plots.end(), [&axis](const AbstractPlot *plot) {
+        return (plot->axisX() == &axis || plot->axisY() == &axis) && plot->isValid();
+    });
+    if (isSeen || !hasData)
+        return {};
+    return QStringLiteral(
+               "has none of its %1 ticks between %2 and %3, its range: write ticks that are there, or "
+               "no tickInterval")
+        .arg(ticks.size())
+        .arg(from)
+        .arg(to);
+}
+
 // A window that rolls, and ends that stay.
 QString withRangeBesideFollow(const GraphView &view, const ValueAxis &axis)
 {

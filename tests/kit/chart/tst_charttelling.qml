@@ -167,6 +167,11 @@ TestCase {
             ["WaterfallPlot { plotData: PlotSeries {} }", /^WaterfallPlot .* ignores its plotData/],
             ["LimitLine { plotData: PlotSeries {} }", /^LimitLine .* draws its positions and values, and ignores its plotData/],
             ["Chart { Trace { values: [1, 2]; plotData: PlotSeries { yData: [1, 2] } } }", /^Trace .* is given plotData beside series, address or values/],
+            ["Chart { Trace { start: 1e300; values: [1, 2, 3] } }", /has samples 1 apart at x = 1e\+300/],
+            ["Chart { Trace { plotStyle: GraphPlot.ScatterPlot; values: [1, 2, 3] } }", /has plotStyle or graphPoint written, .* write style: Trace.Points/],
+            ["Chart { LimitLine { positions: [0, 1] } }", /^LimitLine .* has positions and no values/],
+            ["Chart { Trace { id: a; values: [1, 2] } LimitLine { id: b; series: a; positions: [5, 6]; values: [3, 3] } property bool ok: b.passed; theme: Chart.Dark }", /^LimitLine "b" .* compares nothing: its positions go from 5 to 6, and the samples of its series from 0 to 1/],
+            ["Chart { axisX { tickInterval: ChartAxis.FixedTicks; ticks: [100, 200] } Trace { values: [1, 2, 3] } }", /has none of its 2 ticks between 0 and 2/],
             ["ChartAxis { Component.onCompleted: scale = 3 }", /has scale set to 3, which counts as 2/],
             ["ChartAxis { Component.onCompleted: autoRange = -1 }", /has autoRange set to -1, which counts as 0/],
             ["ChartAxis { minorTicks: -2 }", /has minorTicks set to -2/],
@@ -207,8 +212,17 @@ TestCase {
         const clamped = /^\w+ \{ (\w+): [-\d]+ \}$/.exec(data.tag);
         if (clamped)
             object[clamped[1]] = -1000000;
-        if (/ Trace | ChartCursor | property |theme:/.test(data.tag))
+        if (/ Trace | ChartCursor | property |theme:|Chart \{ LimitLine/.test(data.tag))
             waitForLines();
+    }
+
+    // What has no place on a scale that is written later.
+    function test_scaleLater() {
+        const chart = createTemporaryQmlObject("import graph_kit 1.0; Chart { width: 400; height: 300; Trace { values: [-1, -2] } }", testCase);
+        waitForLines();
+        ignoreWarning(/^Trace .* has 2 of 2 values at 0 or below, which have no place on a logarithmic axis/);
+        chart.axisY.scale = ChartAxis.Logarithmic;
+        waitForLines();
     }
 
     // A text that is a number counts as one; dates are values on an axis of time; a stream may run backwards.
