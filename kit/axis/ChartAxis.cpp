@@ -317,7 +317,7 @@ void ChartAxis::range(const QVariant &from, const QVariant &to)
 */
 QString ChartAxis::valueText(double value) const
 {
-    if (m_scale != Time && formatter())
+    if (formatter())
         return ValueAxis::formattedValue(value);
     return numbering().reading(value, std::abs(maxVisible() - minVisible()));
 }

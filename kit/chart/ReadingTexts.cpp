@@ -92,10 +92,10 @@ QString unitOf(const AbstractPlot &plot, const ValueAxis *axis)
 
 QString ReadingTexts::position(const ChartAxis &axis, double value) const
 {
-    if (axis.scale() == ChartAxis::Time)
-        return axis.valueText(value);
     if (axis.formatter())
         return axis.formatter()->formatValue(value);
+    if (axis.scale() == ChartAxis::Time)
+        return axis.valueText(value);
     const AxisUnit unit(axis.unit());
     const DigitLimits digits = finerThanPixels(positionDigits, &axis, value, unit);
     QString shared = inPrefixOfAxis(&axis, unit, value, digits);

@@ -9,6 +9,8 @@ void CursorMarkers::append(GraphMarker *marker, GraphCursor *cursor)
 {
     marker->setCursor(cursor);
     m_markers.append(marker);
+    // One that is created later finds its data there.
+    marker->placeIfAwaited();
 }
 
 GraphMarker *CursorMarkers::at(int index) const

@@ -177,6 +177,15 @@ TestCase {
         compare(others.length, 0);
     }
 
+    function test_markerThatComesLater() {
+        var chart = createTemporaryQmlObject("import QtQuick 2.15; import graph_kit 1.0; Chart { property alias line: line; width: 640; height: 300;"
+                                             + "Trace { values: [1, 5, 3, 8] } ChartCursor { id: line } }", testCase);
+        tryVerify(() => chart.line.posIndex >= 0);
+        var marker = createTemporaryQmlObject("import graph_plugin 1.0; GraphMarker { posValue: 2; visible: true }", testCase);
+        chart.line.markers = [marker];
+        compare(marker.posIndex, 2);
+    }
+
     // A marker is not to be taken for a trace.
     function test_colorsOfMarkers() {
         var chart = make(declared);

@@ -267,7 +267,8 @@ TestCase {
             { tag: "fine x", body: "axisX { unit: 's'; minValue: 1234.56781; maxValue: 1234.56789 }", x: [1234.56785], texts: ["1234.56785 s"] },
             { tag: "digits of the data", body: "Trace { unit: 'Hz'; series: PlotSeries { ySigDigs: 3; yData: [12345.1, 12345.4] } }", y: [12345.4], texts: ["12.3 kHz"] },
             { tag: "formatter", body: "axisX.formatter: Formatter { text: v => '<' + v + '>' } axisY.formatter: axisX.formatter;" + trace("V", "1, 8"),
-              x: [2], y: [8], texts: ["<2>", "<8>"] }
+              x: [2], y: [8], texts: ["<2>", "<8>"] },
+            { tag: "formatter of time", body: "axisX { scale: ChartAxis.Time; formatter: Formatter { text: v => '<' + v + '>' } }", x: [2], texts: ["<2>"] }
         ];
     }
 
