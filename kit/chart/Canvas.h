@@ -39,6 +39,8 @@ public:
 // Charts of that size, in their own pixels, enlarged by scale.
 std::unique_ptr<Canvas> makePngCanvas(const QSizeF &size, double scale);
 std::unique_ptr<Canvas> makePdfCanvas(const QSizeF &size, double scale);
+// On a page or picture of somebody else, who finishes it.
+std::unique_ptr<Canvas> makePainterCanvas(QPainter *painter);
 // Null, and why, where the library that writes SVG cannot be loaded; it lies in the module's folder in one of
 // the paths.
 std::unique_ptr<Canvas> makeSvgCanvas(const QSizeF &size, double scale, const QStringList &importPaths,

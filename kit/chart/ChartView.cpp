@@ -4,6 +4,7 @@
 #include "cursors/GraphCursor.h"
 #include "kit/axis/ChartAxis.h"
 #include "kit/chart/BarRoom.h"
+#include "kit/chart/Canvas.h"
 #include "kit/chart/ChartAxes.h"
 #include "kit/chart/ChartCursors.h"
 #include "kit/chart/ChartLegend.h"
@@ -14,6 +15,7 @@
 #include "kit/chart/ChartZoom.h"
 #include "kit/chart/CursorSwitches.h"
 #include "kit/chart/LegendSwitches.h"
+#include "kit/chart/ScenePainting.h"
 #include "kit/chart/ThemeChoice.h"
 #include "kit/chart/ZoomSwitches.h"
 #include "kit/data/NumberList.h"
@@ -26,6 +28,7 @@
 #include "view/base/XYScale.h"
 #include "view/zoom/ZoomRect.h"
 
+#include <QPainter>
 #include <QQuickWindow>
 
 #include <algorithm>
@@ -691,6 +694,25 @@ void ChartView::shareCursor()
         chart->m_cursor->setPosValue(m_cursor->posValue());
         chart->m_isToldOfCursor = false;
     }
+}
+
+bool ChartView::paint(QPainter *painter, const QRectF &target)
+{
+    takePlots();
+    if (!painter || !painter->isActive() || !isVisible() || size().isEmpty() || target.isEmpty()) {
+        tell(this,
+             QStringLiteral(
+                 "is not painted: that takes a painter that has begun, a chart that is visible and has a "
+                 "size, and a rectangle to paint into"));
+        return false;
+    }
+    const double scale = std::min(target.width() / width(), target.height() / height());
+    painter->save();
+    painter->translate(target.center() - scale * QPointF(width(), height()) / 2.0);
+    painter->scale(scale, scale);
+    paintScene(this, {}, makePainterCanvas(painter).get());
+    painter->restore();
+    return true;
 }
 
 Backdrop ChartView::backdrop() const

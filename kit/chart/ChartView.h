@@ -13,6 +13,8 @@
 
 #include <memory>
 
+class QPainter;
+
 Q_MOC_INCLUDE("kit/axis/ChartAxis.h")
 Q_MOC_INCLUDE("kit/chart/ChartTexts.h")
 Q_MOC_INCLUDE("kit/chart/ChartTheme.h")
@@ -145,6 +147,9 @@ public:
     // Those that have come since the last turn of the event loop, which was long ago in a busy process, are taken, and
     // ranges are fitted to their data.
     void takePlots();
+    // Paints the chart as it is now into the rectangle, as large as its proportions allow: lines and texts, not pixels,
+    // on a page. False, with a line in the log, where it cannot.
+    bool paint(QPainter *painter, const QRectF &target);
     // Between a cursor and a marker on any axis.
     QString distanceText(const ValueAxis *axis, double distance) const;
     Backdrop backdrop() const override;

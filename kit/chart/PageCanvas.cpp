@@ -15,7 +15,7 @@ namespace {
 void paintContent(QPainter *painter, const Placement &placement, bool smooth, const Canvas::Content &content)
 {
     painter->save();
-    painter->setClipRect(placement.clip);
+    painter->setClipRect(placement.clip, Qt::IntersectClip);
     painter->setTransform(placement.transform, true);
     painter->setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform, smooth);
     content(painter);
@@ -69,11 +69,34 @@ private:
     double m_scale;
 };
 
-class PdfCanvas : public Canvas
+class PainterCanvas : public Canvas
+{
+public:
+    explicit PainterCanvas(QPainter *painter)
+        : m_painter(painter)
+    {
+    }
+
+    void draw(const Placement &placement, bool smooth, const Content &content) override
+    {
+        const double opacity = m_painter->opacity();
+        m_painter->setOpacity(opacity * placement.opacity);
+        paintContent(m_painter, placement, smooth, content);
+        m_painter->setOpacity(opacity);
+    }
+
+    QByteArray finish() override { return {}; }
+
+private:
+    QPainter *m_painter;
+};
+
+class PdfCanvas : public PainterCanvas
 {
 public:
     PdfCanvas(const QSizeF &size, double scale)
-        : m_buffer(&m_file)
+        : PainterCanvas(&m_painter)
+        , m_buffer(&m_file)
     {
         m_buffer.open(QIODevice::WriteOnly);
         m_writer = std::make_unique<QPdfWriter>(&m_buffer);
@@ -86,13 +109,6 @@ public:
         m_writer->setPageMargins(QMarginsF());
         m_painter.begin(m_writer.get());
         m_painter.scale(scale, scale);
-    }
-
-    void draw(const Placement &placement, bool smooth, const Content &content) override
-    {
-        m_painter.setOpacity(placement.opacity);
-        paintContent(&m_painter, placement, smooth, content);
-        m_painter.setOpacity(1.0);
     }
 
     QByteArray finish() override { return m_painter.end() ? m_file : QByteArray(); }
@@ -109,6 +125,11 @@ private:
 std::unique_ptr<Canvas> makePngCanvas(const QSizeF &size, double scale)
 {
     return std::make_unique<PngCanvas>(size, scale);
+}
+
+std::unique_ptr<Canvas> makePainterCanvas(QPainter *painter)
+{
+    return std::make_unique<PainterCanvas>(painter);
 }
 
 std::unique_ptr<Canvas> makePdfCanvas(const QSizeF &size, double scale)

@@ -9,8 +9,11 @@
 #include "view/frame/GraphView.h"
 #include "support/Table.h"
 
+#include <QBuffer>
 #include <QLocale>
 #include <QLoggingCategory>
+#include <QPainter>
+#include <QPdfWriter>
 #include <QQuickWindow>
 #include <QTemporaryDir>
 #include <QThreadPool>
@@ -422,6 +425,56 @@ private slots:
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression("there are no visible samples"));
         QVERIFY(!view->exportData(bench.path("a.csv")));
         QTRY_COMPARE(ended.size(), 2);
+    }
+
+    // Two charts on one page of a program's own, as lines, each in its rectangle and its proportions.
+    void onAPage()
+    {
+        const char *two =
+            "Item { ChartView { id: %1; width: 200; height: 100; theme: ChartTheme { background: '#102030' "
+            "}\n"
+            "Trace { values: [1, 5, 3]; color: '#ff0000' } }\n"
+            "ChartView { id: view; width: 200; height: 100; Trace { values: [2, 1]; color: '#00ff00' } } }";
+        Bench bench(QByteArray(two).replace("%1", "first"));
+        const auto paintBoth = [&](QPaintDevice *device) {
+            QPainter painter(device);
+            painter.setPen(Qt::blue);
+            QVERIFY(
+                bench.document().object<graph::ChartView>("first")->paint(&painter, QRectF(0, 0, 400, 300)));
+            QVERIFY(
+                bench.document().object<graph::ChartView>("view")->paint(&painter, QRectF(0, 300, 200, 100)));
+            QCOMPARE(painter.pen().color(), QColor(Qt::blue));
+            QVERIFY(painter.transform().isIdentity() && !painter.hasClipping());
+        };
+        QImage image(400, 400, QImage::Format_RGB32);
+        image.fill(Qt::white);
+        paintBoth(&image);
+        for (const QPoint corner : {QPoint(0, 50), QPoint(399, 249)})
+            QCOMPARE(image.pixelColor(corner), QColor("#102030"));
+        for (const QPoint outside : {QPoint(0, 49), QPoint(399, 250), QPoint(200, 300)})
+            QCOMPARE(image.pixelColor(outside), QColor(Qt::white));
+        QCOMPARE(image.pixelColor(199, 399),
+                 bench.document().object<graph::ChartView>("view")->colors()->background());
+
+        QByteArray page;
+        QBuffer buffer(&page);
+        buffer.open(QIODevice::WriteOnly);
+        QPdfWriter writer(&buffer);
+        writer.setResolution(96);
+        paintBoth(&writer);
+        QCOMPARE(page.count("/Type /Page\n"), 1);
+        QVERIFY(!page.contains("/Subtype /Image"));
+        QByteArray strokes;
+        const QByteArray begin = "/FlateDecode\n>>\nstream\n";
+        for (int at = page.indexOf(begin); at >= 0; at = page.indexOf(begin, at)) {
+            at += begin.size();
+            const QByteArray packed = page.mid(at, page.indexOf("endstream", at) - at);
+            strokes += qUncompress(QByteArray::fromHex("00010000") + packed);
+        }
+        for (const char *color : {"\n1 0 0 SCN", "\n0 1 0 SCN"})
+            QVERIFY2(strokes.contains(color), strokes);
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression("ChartView \"view\".* is not painted"));
+        QVERIFY(!bench.document().object<graph::ChartView>("view")->paint(nullptr, QRectF(0, 0, 1, 1)));
     }
 
     // Cancelled, or gone with its chart: no file, not even a part of one.
