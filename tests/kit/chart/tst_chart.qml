@@ -194,6 +194,24 @@ TestCase {
                   [trace.axisX.minVisible, trace.axisX.maxVisible, trace.axisY.minVisible, trace.axisY.maxVisible].join(" "));
     }
 
+    // The bar under a tap, as the documentation finds it.
+    function test_tappedBar() {
+        const chart = createTemporaryQmlObject(`import QtQuick 2.15; import graph_kit 1.0; Chart { width: 640; height: 400; cursor.enabled: false
+            property var hit: []
+            onTapped: function(x, y) {
+                const at = bars.mapFromItemX(x), level = bars.mapFromItemY(y), index = bars.plotData.indexOf(at), value = bars.plotData.y(index);
+                hit = Math.abs(at - bars.plotData.x(index)) < 0.375 * bars.interval && level >= 0 && level <= value ? [index, value] : [];
+            }
+            Trace { id: bars; style: Trace.Bars; values: [12, 15, 9, 11, 14] } }`, testCase);
+        waitForRendering(chart);
+        const trace = chart.traces[0];
+        [[3.3, 5, "3,11"], [2, 10, ""], [3.5, 5, ""], [0, 11, "0,12"]].forEach(function (tap) {
+            mouseClick(chart, chart.plotArea.x + trace.mapToItemX(tap[0]), chart.plotArea.y + trace.mapToItemY(tap[1]));
+            compare(chart.hit.join(), tap[2]);
+            wait(600);
+        });
+    }
+
     // Dots at the ends of an automatic range are whole, and where charts share x it is the same for all.
     function test_wholeDots_data() {
         return [
