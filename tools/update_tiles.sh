@@ -15,7 +15,7 @@ part() {
     persistence) echo 516x274+8+50 ;;
     points) echo 372x198+8+44 ;;
     axes) echo 334x168+8+50 ;;
-    stress) echo 420x224+50+88 ;;
+    stress) echo 398x212+60+98 ;;
     *) echo 504x268+8+50 ;;
     esac
 }
