@@ -1,5 +1,7 @@
 #include "kit/axis/AxisUnit.h"
 
+#include "kit/axis/UnitText.h"
+
 #include <algorithm>
 #include <iterator>
 
@@ -29,18 +31,13 @@ constexpr int highestLetter = 18;
 // Units that a document can type, and how they are written.
 constexpr const char *writtenUnits[][2] = {{"degC", "\u00b0C"}, {"ohm", "\u03a9"}, {"dBuV", "dB\u00b5V"}};
 
-// Longer ones are no units, and would leave no room for what they are the unit of.
-constexpr int mostCharacters = 32;
-
 QString written(const QString &unit)
 {
-    if (unit.size() > mostCharacters)
-        return unit.left(mostCharacters - 1) + QChar(0x2026);
     for (const auto &[typed, symbol] : writtenUnits) {
         if (unit == QLatin1String(typed))
             return QString::fromUtf8(symbol);
     }
-    return unit;
+    return shortenedUnit(unit);
 }
 
 } // namespace

@@ -4,6 +4,7 @@
 #include "axis/TickSearch.h"
 #include "kit/axis/AxisTitle.h"
 #include "kit/axis/AxisUnit.h"
+#include "kit/axis/UnitText.h"
 #include "kit/data/NumberList.h"
 #include "kit/data/Store.h"
 #include "kit/data/Telling.h"
@@ -27,15 +28,8 @@ constexpr int marginSlack = 6;
 constexpr int rowRoom = 2;
 // Between the texts and the edge of the chart.
 constexpr int edgeRoom = 2;
-// Of a unit above the numbers, in heights of a line: a longer one is elided.
-constexpr int mostUnitHeights = 8;
 constexpr int minorMarkLength = 4;
 constexpr double minorGridOpacity = 0.45;
-
-QString elidedUnit(const QString &unit, const QFontMetrics &metrics)
-{
-    return metrics.elidedText(unit, Qt::ElideRight, mostUnitHeights * metrics.height());
-}
 
 // So that the range between two ends is a number. NaN is none, and what is infinite neither.
 std::optional<double> writtenEnd(const ChartAxis *axis, const char *property, double end)
@@ -509,8 +503,9 @@ int ChartAxis::requiredMargin() const
     const ScaleEnds ends = axisRange().shownEnds();
     const auto [lowest, highest] = std::minmax({ends.begin, ends.end});
     const TickPlan whole = numbering().plan(lowest, highest, nominalLength);
-    int widest = std::max(m_planned.widestText(),
-                          m_title.isEmpty() ? metrics.horizontalAdvance(elidedUnit(whole.unit, metrics)) : 0);
+    int widest =
+        std::max(m_planned.widestText(),
+                 m_title.isEmpty() ? metrics.horizontalAdvance(unitAboveNumbers(whole.unit, metrics)) : 0);
     for (const QString &text : whole.texts)
         widest = std::max(widest, metrics.horizontalAdvance(text));
     return widest + marginSlack + titleRoom + roomBehind(whole.unit);
@@ -618,7 +613,7 @@ AxisLook ChartAxis::look() const
         look.unit = m_planned.plan().common;
     look.hasLabels = look.hasLabels && m_rows != AxisRows::None;
     if (!look.isHorizontal())
-        look.unit = elidedUnit(look.unit, QFontMetrics(labelFont()));
+        look.unit = unitAboveNumbers(look.unit, QFontMetrics(labelFont()));
     return look;
 }
 

@@ -1,5 +1,7 @@
 #include "kit/axis/UnitText.h"
 
+#include <QFontMetricsF>
+
 #include <algorithm>
 
 namespace graph {
@@ -48,6 +50,34 @@ QString unitInBrackets(const QString &unit, const QString &text)
         return {};
     const bool isMixed = hasRightToLeft(text) || hasRightToLeft(unit);
     return QLatin1String(" (") + (isMixed ? isolated(unit) : unit) + QLatin1Char(')');
+}
+
+QString shortenedUnit(const QString &unit)
+{
+    constexpr int mostCharacters = 32;
+    return unit.size() > mostCharacters ? unit.left(mostCharacters - 1) + QChar(0x2026) : unit;
+}
+
+QString unitAboveNumbers(const QString &unit, const QFontMetrics &metrics)
+{
+    constexpr int mostHeights = 8; // of a line
+    return metrics.elidedText(unit, Qt::ElideRight, mostHeights * metrics.height());
+}
+
+QString titleWithUnit(const QString &title, const QString &unit, const QFontMetricsF &metrics, double room)
+{
+    const QString text = QString(title).replace(QLatin1Char('\n'), QLatin1Char(' '));
+    const double beside = std::max(room / 2.0, room - metrics.horizontalAdvance(text));
+    const double brackets = metrics.horizontalAdvance(unitInBrackets(QStringLiteral(" "), text));
+    const QString shownUnit = metrics.elidedText(unit, Qt::ElideRight, beside - brackets);
+    const QString behind = unitInBrackets(shownUnit, text);
+    const QString shown = metrics.elidedText(text, Qt::ElideRight, room - metrics.horizontalAdvance(behind));
+    // Without room for both it is the unit.
+    const auto isLost = [](const QString &whole, const QString &part) {
+        return part != whole && part.size() <= 1;
+    };
+    const bool hasNoRoom = !unit.isEmpty() && (isLost(text, shown) || isLost(unit, shownUnit));
+    return hasNoRoom ? metrics.elidedText(unit, Qt::ElideRight, room) : shown + behind;
 }
 
 } // namespace graph
