@@ -147,8 +147,16 @@ TestCase {
         compare(shown(first), "10 12");
         first.follow = 5;
         compare(shown(first) + " " + shown(second), "25 30 25 30");
+        first.showAllOf(Qt.Vertical);
+        verify(first.following);
+        first.showAllOf(Qt.Horizontal);
+        verify(!first.following);
+        first.following = true;
+        var told = 0;
+        first.followingChanged.connect(() => ++told);
         second.zoomRect.moveLeft(0);
         verify(!first.following && !second.following);
+        compare(told, 1);
         compare(shown(first), shown(second));
         second.zoomWith = null;
         first.showAll();

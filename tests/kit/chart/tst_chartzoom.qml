@@ -138,6 +138,9 @@ TestCase {
             { tag: "wheel", hand: () => wheel(0.5, 0.5, 1), width: 0.8, height: 0.8, left: 0.1 },
             { tag: "wheel over the x axis", hand: () => wheel(0.5, 1.05, 1), width: 0.8, height: 1, left: 0.1 },
             { tag: "wheel over the y axis", hand: () => wheel(-0.03, 0.5, 1), width: 1, height: 0.8, left: 0 },
+            { tag: "wheel at the end of the y axis", hand: () => wheel(-0.03, 0, 1), width: 1, height: 0.8, left: 0, lowest: 0.22 },
+            { tag: "drag of the y axis", before: half, hand: () => drag(-0.03, 0.5, -0.03, 0.25, Qt.LeftButton), width: 0.4,
+              left: 0.2, lowest: 0.1 },
             { tag: "wheel at the begin", hand: () => wheel(0, 0.5, 1), width: 0.8, height: 0.8, left: 0 },
             { tag: "box", hand: () => drag(0.2, 0.2, 0.6, 0.7, Qt.RightButton), width: 0.4, height: 0.5, left: 0.2 },
             { tag: "box backwards", hand: () => drag(0.6, 0.7, 0.2, 0.2, Qt.RightButton), width: 0.4, height: 0.5, left: 0.2 },
@@ -174,6 +177,7 @@ TestCase {
         verify(Math.abs(rect.width - data.width) < slack, "width " + rect.width);
         verify(data.height === undefined || Math.abs(rect.height - data.height) < slack, "height " + rect.height);
         verify(Math.abs(rect.left - data.left) < slack, "left " + rect.left);
+        verify(data.lowest === undefined || Math.abs(chart.axisY.minVisible - data.lowest) < slack, "y " + shownY());
         if (data.tag.indexOf("nothing") >= 0 || data.tag.indexOf("Backspace") >= 0)
             return;
         chart.back();
@@ -397,6 +401,9 @@ TestCase {
         ignoreWarning(/is told showRangeY\(-1, 5\) on a logarithmic axis, which shows the part above 0/);
         chart.showRangeY(-1, 5);
         compare(shownY(), "0.5 5");
+        chart.axisX.range(10, 0);
+        chart.showRange(-5, 5);
+        compare(shown(), "5 -5");
     }
 
     // A dialog or another page takes the chart away under two fingers.
