@@ -138,7 +138,7 @@ TestCase {
             { tag: "wheel", hand: () => wheel(0.5, 0.5, 1), width: 0.8, height: 0.8, left: 0.1 },
             { tag: "wheel over the x axis", hand: () => wheel(0.5, 1.05, 1), width: 0.8, height: 1, left: 0.1 },
             { tag: "wheel over the y axis", hand: () => wheel(-0.03, 0.5, 1), width: 1, height: 0.8, left: 0 },
-            { tag: "wheel at the end of the y axis", hand: () => wheel(-0.03, 0, 1), width: 1, height: 0.8, left: 0, lowest: 0.22 },
+            { tag: "wheel at the begin of the y axis", hand: () => wheel(-0.03, 1, 1), width: 1, height: 0.8, left: 0, lowest: 0 },
             { tag: "drag of the y axis", before: half, hand: () => drag(-0.03, 0.5, -0.03, 0.25, Qt.LeftButton), width: 0.4,
               left: 0.2, lowest: 0.1 },
             { tag: "wheel at the begin", hand: () => wheel(0, 0.5, 1), width: 0.8, height: 0.8, left: 0 },
