@@ -28,9 +28,14 @@ bool LabelTexts::areStill(const Format &format)
     return same;
 }
 
-void LabelTexts::clear()
+void LabelTexts::forgetTexts()
 {
     m_texts.clear();
+}
+
+void LabelTexts::clear()
+{
+    forgetTexts();
     m_widths.clear();
 }
 
@@ -42,12 +47,12 @@ const LabelTexts::Text &LabelTexts::text(double tick, const Format &format, cons
         return *known;
     }
     const QString text = format(tick);
-    return *m_texts.insert(tick, {text, metrics.horizontalAdvance(text), true});
+    return *m_texts.insert(tick, {text, width(text, metrics), true});
 }
 
 int LabelTexts::width(const QString &text, const QFontMetrics &metrics)
 {
-    constexpr int most = 20;
+    constexpr int most = 200;
     const auto known = m_widths.constFind(text);
     if (known != m_widths.constEnd())
         return *known;

@@ -27,10 +27,13 @@ public:
     void beginLayout(double interval);
     // Forgets all texts when the format gives another one for any of them; false then.
     bool areStill(const Format &format);
+    // Ticks may have other texts. Most of those that an axis shows then were there before, and have their widths.
+    void forgetTexts();
+    // The font may be another one, too.
     void clear();
 
     const Text &text(double tick, const Format &format, const QFontMetrics &metrics);
-    // Of any other text that belongs to the labels, like a unit.
+    // Of any text in the font of the labels, like a unit.
     int width(const QString &text, const QFontMetrics &metrics);
     int size() const { return m_texts.size(); }
 

@@ -97,7 +97,7 @@ void ValueAxis::handleValueRangeChanged()
 
 void ValueAxis::forgetTexts()
 {
-    m_texts.clear();
+    m_texts.forgetTexts();
 }
 
 void ValueAxis::setScaleKind(graph::ScaleKind kind)

@@ -203,6 +203,9 @@ void XYScale::paintShifted(QPainter *painter)
 
 void XYScale::paintLabels(QPainter *painter, const QRectF &plotRect)
 {
+    const auto isHere = [this](const ValueAxis *axis) { return axis && axis->labelsPlane() == this; };
+    if (std::none_of(m_axes.cbegin(), m_axes.cend(), isHere))
+        return;
     graph::LabelSurroundings surroundings{boundingRect(), {}};
     for (const ValueAxis *axis : qAsConst(m_axes)) {
         if (axis)
@@ -211,7 +214,7 @@ void XYScale::paintLabels(QPainter *painter, const QRectF &plotRect)
     // Labels of vertical axes lie above those of horizontal ones, in any order of the axes.
     for (const Qt::Orientation orientation : {Qt::Horizontal, Qt::Vertical}) {
         for (ValueAxis *axis : qAsConst(m_axes)) {
-            if (axis && axis->labelsPlane() == this && axis->orientation() == orientation)
+            if (isHere(axis) && axis->orientation() == orientation)
                 axis->paintLabels(painter, plotRect, surroundings);
         }
     }
