@@ -18,16 +18,19 @@ public:
 
     int width() const { return int(m_rows.size()); }
     const Rows &at(int column) const { return m_rows[std::size_t(column)]; }
+    // Whether all samples are joined by straight lines: none is alone.
+    bool isInOne() const { return m_isInOne; }
 
 private:
-    void addJoint(const TraceColumn &left, const TraceColumn &right);
+    void addJoined(const std::vector<TraceColumn> &columns);
+    static void joinNeighbours(Rows &left, Rows &right, int begin, int end);
     void addSlope(const TraceColumn &left, const TraceColumn &right);
-    void addNeighbours(int column, int begin, int end);
+    void addSteps(const std::vector<TraceColumn> &columns, TraceCourse course);
     void addStep(double x, double y, double nextX, double nextY);
-    // Both rows are included.
-    void add(int column, int top, int bottom);
+    void add(int column, const Rows &rows);
 
     std::vector<Rows> m_rows;
+    bool m_isInOne = false;
 };
 
 // The pixel of an item coordinate as a line's vertex; those far outside keep their fraction and size, so that

@@ -103,14 +103,16 @@ void TraceStrokes::paintLine(TraceCanvas &canvas, bool isFilled) const
     const std::vector<TraceColumn> &columns = isCurve ? curve : m_columns;
     // Strips of a path overlap at their joints, which a translucent colour would show.
     const bool isTranslucent = m_look.color.alpha() < 255;
+    bool mayHaveLone = true;
     if (canvas.takesPixels() && (isDense || isCurve || isTranslucent) && m_look.lineWidth <= widestOnColumns)
-        paintRows(canvas, columns, isFilled);
+        mayHaveLone = !paintRows(canvas, columns, isFilled) || isCurve;
     else
         paintPath(canvas, columns, isFilled);
-    paintLoneSamples(canvas);
+    if (mayHaveLone)
+        paintLoneSamples(canvas);
 }
 
-void TraceStrokes::paintRows(TraceCanvas &canvas, const std::vector<TraceColumn> &columns,
+bool TraceStrokes::paintRows(TraceCanvas &canvas, const std::vector<TraceColumn> &columns,
                              bool isFilled) const
 {
     const QSize size = wholeSize(m_mapping);
@@ -119,6 +121,7 @@ void TraceStrokes::paintRows(TraceCanvas &canvas, const std::vector<TraceColumn>
         canvas.fill(areaRectangles(rows, baseRow(), size.height()),
                     translucent(m_look.color, m_look.fillOpacity));
     canvas.fill(lineRectangles(rows, m_look.lineWidth, size.height()), m_look.color);
+    return rows.isInOne();
 }
 
 void TraceStrokes::paintPath(TraceCanvas &canvas, const std::vector<TraceColumn> &columns,

@@ -48,7 +48,8 @@ public:
 
 private:
     void paintLine(TraceCanvas &canvas, bool isFilled) const;
-    void paintRows(TraceCanvas &canvas, const std::vector<TraceColumn> &columns, bool isFilled) const;
+    // Whether all samples are joined.
+    bool paintRows(TraceCanvas &canvas, const std::vector<TraceColumn> &columns, bool isFilled) const;
     void paintPath(TraceCanvas &canvas, const std::vector<TraceColumn> &columns, bool isFilled) const;
     void paintBars(TraceCanvas &canvas) const;
     void paintPoints(TraceCanvas &canvas) const;
