@@ -177,7 +177,7 @@ private:
         for (PaintedLine &line : mark.lines)
             line.line.translate(-part.topLeft());
         mark.fraction -= part.topLeft();
-        figure.marks.append({mark, part.topLeft()});
+        figure.marks.append({std::move(mark), part.topLeft()});
         return true;
     }
 

@@ -23,6 +23,12 @@ struct PaintedLine
     bool operator==(const PaintedLine &other) const { return line == other.line && pen == other.pen; }
 };
 
+} // namespace graph
+
+Q_DECLARE_TYPEINFO(graph::PaintedLine, Q_MOVABLE_TYPE);
+
+namespace graph {
+
 // What a painter draws with one call, or with some that are lines side by side, moved to the origin: what it draws depends
 // on nothing else.
 struct PaintedMark
@@ -46,6 +52,12 @@ struct PlacedMark
     PaintedMark mark;
     QPoint origin;
 };
+
+} // namespace graph
+
+Q_DECLARE_TYPEINFO(graph::PlacedMark, Q_MOVABLE_TYPE);
+
+namespace graph {
 
 // What is painted in a picture of that size, as far as it is lines and texts, from first to last; lines may reach out of
 // the picture. Anything else, and more of it than is worth it, is not told apart: the flag is false then.

@@ -256,8 +256,12 @@ QVector<StampNode::Placed> StampNode::arranged(const PaintedFigure &figure, cons
 QVector<StampNode::Placed> StampNode::placedStamps(const PaintedFigure &figure)
 {
     QVector<Placed> single;
-    for (const PlacedMark &mark : figure.marks)
-        single.append(placed(stampOf(mark.mark), mark.origin));
+    single.reserve(figure.marks.size());
+    for (const PlacedMark &mark : figure.marks) {
+        // The lines of a grid, and the marks of its ticks, follow each other.
+        const bool isAsBefore = !single.isEmpty() && single.constLast().stamp->mark == mark.mark;
+        single.append(placed(isAsBefore ? single.constLast().stamp : stampOf(mark.mark), mark.origin));
+    }
     QVector<Placed> all = arranged(figure, single);
     for (const std::shared_ptr<Stamp> &stamp : m_stamps)
         stamp->isUsed = false;
