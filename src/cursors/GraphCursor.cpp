@@ -195,7 +195,7 @@ void GraphCursor::publish(const graph::CursorPlace &place)
     m_placedData = place.data;
     m_placedHistory = place.data ? place.data->history() : graph::SampleHistory();
     m_placedAxis = followedAxis();
-    handlePlotValuesChanged();
+    readAll();
     emit posIndexChanged();
     emit posValueChanged();
     emit positionChanged();

@@ -176,6 +176,7 @@ protected slots:
     void handlePlotSizeChanged();
 
 protected:
+    bool event(QEvent *event) override;
     void GRAPH_GEOMETRY_CHANGED(const QRectF &newGeometry, const QRectF &oldGeometry) override;
     void itemChange(ItemChange change, const ItemChangeData &data) override;
     void componentComplete() override;
@@ -194,6 +195,8 @@ private:
     void placeAt(const std::optional<graph::CursorPlace> &place);
     bool isNew(const graph::CursorPlace &place) const;
     void publish(const graph::CursorPlace &place);
+    void readAll();
+    void announce(const graph::PlotReadings &readings);
     void followSamples();
     void followScroll();
     double fractionOf(double value) const;
@@ -220,6 +223,7 @@ private:
     graph::FollowedAxis m_axis; // of the primary plot, chosen or not
     graph::TrackedPlots m_plots{this};
     graph::PlotReadings m_readings;
+    bool m_isRead = false; // all of m_readings, in this pass of the event loop
     graph::CursorMarkers m_markers;
     graph::KeyAcceleration m_acceleration;
     QElapsedTimer m_moveTimer;

@@ -12,13 +12,23 @@
 #include "view/base/ParentZoom.h"
 #include "view/zoom/ZoomRect.h"
 
+#include <QCoreApplication>
+#include <QEvent>
+
 #include <cmath>
+#include <utility>
 
 namespace {
 
 template <typename T> GraphCursor *cursorOf(QQmlListProperty<T> *list)
 {
     return static_cast<GraphCursor *>(list->object);
+}
+
+QEvent::Type passEnd()
+{
+    static const int type = QEvent::registerEventType();
+    return QEvent::Type(type);
 }
 
 } // namespace
@@ -127,7 +137,7 @@ void GraphCursor::setPlots(const QList<AbstractPlot *> &plots)
     updateCursorPos();
     if (primaryPlot())
         setVisible(true);
-    handlePlotValuesChanged();
+    readAll();
     emit plotsChanged();
     emit seriesChanged();
 }
@@ -180,7 +190,7 @@ void GraphCursor::handleYAxesChanged(ValueAxis *axis)
     if (index < 0)
         return;
     m_plots.replaceAxisY(index, axis);
-    handlePlotValuesChanged();
+    readAll();
 }
 
 void GraphCursor::handlePlotDataChanged(PlotData *data)
@@ -189,7 +199,7 @@ void GraphCursor::handlePlotDataChanged(PlotData *data)
     if (index < 0)
         return;
     m_plots.replaceSeries(index, data);
-    handlePlotValuesChanged();
+    readAll();
     emit seriesChanged();
 }
 
@@ -240,10 +250,42 @@ void GraphCursor::followScroll()
     }
 }
 
+// Many plots that change in one pass of the event loop, as when all get new data or another size, tell so one after the
+// other. The first has all of them read; of those after it only what it may have changed is read again. A formatter may
+// write differently at any time, so in the end all are compared once more.
 void GraphCursor::handlePlotValuesChanged()
 {
+    constexpr int many = 8;
     followSamples();
+    graph::PlotReadings readings = m_readings;
+    if (m_isRead && m_plots.readAgain(sender(), m_posValue, &readings)) {
+        announce(readings);
+        return;
+    }
+    announce(m_plots.readingsAt(m_posValue));
+    if (m_plots.count() > many && !std::exchange(m_isRead, true))
+        QCoreApplication::postEvent(this, new QEvent(passEnd()), Qt::LowEventPriority);
+}
+
+void GraphCursor::readAll()
+{
+    followSamples();
+    announce(m_plots.readingsAt(m_posValue));
+}
+
+bool GraphCursor::event(QEvent *event)
+{
+    if (event->type() != passEnd())
+        return ShiftedItem::event(event);
+    m_isRead = false;
     const graph::PlotReadings readings = m_plots.readingsAt(m_posValue);
+    if (!(readings == m_readings))
+        announce(readings);
+    return true;
+}
+
+void GraphCursor::announce(const graph::PlotReadings &readings)
+{
     if (m_readings.values != readings.values || m_readings.texts != readings.texts) {
         m_readings.values = readings.values;
         m_readings.texts = readings.texts;

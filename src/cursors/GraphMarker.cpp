@@ -7,9 +7,13 @@
 #include "data/PlotData.h"
 #include "view/base/AbstractPlot.h"
 
+#include <QMetaMethod>
 #include <QQmlProperty>
 
+#include <algorithm>
 #include <cmath>
+#include <iterator>
+#include <utility>
 
 namespace {
 
@@ -59,6 +63,7 @@ void GraphMarker::setCursor(GraphCursor *cursor)
 {
     if (m_cursor == cursor)
         return;
+    readTexts();
     if (m_cursor)
         disconnect(m_cursor, nullptr, this, nullptr);
     m_cursor = cursor;
@@ -250,6 +255,7 @@ void GraphMarker::show(bool visible)
     m_hiddenForLackOfSample = false;
     if (m_visible == visible)
         return;
+    readTexts();
     m_visible = visible;
     emit visibleChanged();
     handleDeltaChanged();
@@ -318,16 +324,15 @@ void GraphMarker::setLabel(QQuickItem *label)
 */
 void GraphMarker::handleDeltaChanged()
 {
-    const PlotData *data = primarySeries();
-    if (!data || !m_visible || m_posIndex < 0 || m_posIndex >= data->size())
+    if (!hasDelta())
         return;
-    const double cursorX = m_cursor->posValue();
+    const PlotData *data = primarySeries();
     const QString deltaX = delta(distanceText(*data));
     const double y = data->y(m_posIndex);
     const int yPlace = graph::pixel(primaryPlot()->mapToItemY(y));
-    const QString text = data->formattedYValue(y);
-    const QString deltaY = formattedDifference(*data, data->y(graph::nearestSample(*data, cursorX)), y);
-    const QStringList deltasY = seriesDeltas();
+    const bool areHeard = areTextsHeard();
+    const Texts texts = areHeard ? foundTexts() : Texts();
+    m_areTextsOld = !areHeard;
 
     // Everything is computed before anything is announced: listeners may take the data away.
     const auto publish = [this](auto &member, const auto &value, void (GraphMarker::*changed)()) {
@@ -342,9 +347,41 @@ void GraphMarker::handleDeltaChanged()
     publish(m_formattedDeltaX, deltaX, &GraphMarker::formattedDeltaXChanged);
     publish(m_yValue, y, &GraphMarker::yValueChanged);
     publish(m_yPosOnScreen, yPlace, &GraphMarker::yPosOnScreenChanged);
-    publish(m_formattedYValue, text, &GraphMarker::formattedYValueChanged);
-    publish(m_formattedDeltaY, deltaY, &GraphMarker::formattedDeltaYChanged);
-    publish(m_formattedDeltasY, deltasY, &GraphMarker::formattedDeltasYChanged);
+    if (!areHeard)
+        return;
+    publish(m_texts.y, texts.y, &GraphMarker::formattedYValueChanged);
+    publish(m_texts.deltaY, texts.deltaY, &GraphMarker::formattedDeltaYChanged);
+    publish(m_texts.deltasY, texts.deltasY, &GraphMarker::formattedDeltasYChanged);
+}
+
+bool GraphMarker::hasDelta() const
+{
+    const PlotData *data = primarySeries();
+    return data && m_visible && m_posIndex >= 0 && m_posIndex < data->size();
+}
+
+bool GraphMarker::areTextsHeard() const
+{
+    static const QMetaMethod changes[] = {QMetaMethod::fromSignal(&GraphMarker::formattedYValueChanged),
+                                          QMetaMethod::fromSignal(&GraphMarker::formattedDeltaYChanged),
+                                          QMetaMethod::fromSignal(&GraphMarker::formattedDeltasYChanged)};
+    return std::any_of(std::begin(changes), std::end(changes),
+                       [this](const QMetaMethod &change) { return isSignalConnected(change); });
+}
+
+const GraphMarker::Texts &GraphMarker::readTexts() const
+{
+    if (std::exchange(m_areTextsOld, false) && hasDelta())
+        m_texts = foundTexts();
+    return m_texts;
+}
+
+GraphMarker::Texts GraphMarker::foundTexts() const
+{
+    const PlotData &data = *primarySeries();
+    const double y = data.y(m_posIndex);
+    const double atCursor = data.y(graph::nearestSample(data, m_cursor->posValue()));
+    return {data.formattedYValue(y), formattedDifference(data, atCursor, y), seriesDeltas()};
 }
 
 QString GraphMarker::distanceText(const PlotData &data) const

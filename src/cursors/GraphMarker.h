@@ -56,10 +56,10 @@ public:
     QString formattedPosValue() const { return m_formattedPosValue; }
     double yValue() const { return m_yValue; }
     int yPosOnScreen() const { return m_yPosOnScreen; }
-    QString formattedYValue() const { return m_formattedYValue; }
+    QString formattedYValue() const { return readTexts().y; }
     QString formattedDeltaX() const { return m_formattedDeltaX; }
-    QString formattedDeltaY() const { return m_formattedDeltaY; }
-    QStringList formattedDeltasY() const { return m_formattedDeltasY; }
+    QString formattedDeltaY() const { return readTexts().deltaY; }
+    QStringList formattedDeltasY() const { return readTexts().deltasY; }
     QColor color() const { return m_color; }
     bool isVisible() const { return m_visible; }
     // Whether visible was written, be it false.
@@ -123,6 +123,18 @@ private:
     void show(bool visible);
     void placeOnScreen();
     void showColor(const QColor &color);
+    // What is written about the values. To format all of it takes longer than anything else that a cursor does.
+    struct Texts
+    {
+        QString y;
+        QString deltaY;
+        QStringList deltasY;
+    };
+
+    bool hasDelta() const;
+    bool areTextsHeard() const;
+    const Texts &readTexts() const;
+    Texts foundTexts() const;
     QString distanceText(const PlotData &data) const;
     QStringList seriesDeltas() const;
 
@@ -132,7 +144,6 @@ private:
     int m_posOnScreen = 0;
     double m_yValue = 0.0;
     int m_yPosOnScreen = 0;
-    QString m_formattedYValue;
     QColor m_color = Qt::darkYellow;
     bool m_hasOwnColor = false;
     bool m_hasWrittenVisible = false;
@@ -145,8 +156,8 @@ private:
     bool m_showDelta = true;
     int m_deltaY = 100;
     QString m_formattedDeltaX;
-    QString m_formattedDeltaY;
-    QStringList m_formattedDeltasY;
+    mutable Texts m_texts;
+    mutable bool m_areTextsOld = false; // until somebody asks, as nobody listens
     QPointer<QQuickItem> m_label;
     QPointer<GraphCursor> m_cursor;
 };

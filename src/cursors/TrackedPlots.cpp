@@ -27,6 +27,29 @@ int indexOfEntry(const QVector<TrackedPlot> &plots, QPointer<Entry> TrackedPlot:
     return object && found != plots.end() ? int(found - plots.begin()) : -1;
 }
 
+struct PlotReading
+{
+    double position;
+    double value;
+    QString text;
+};
+
+PlotReading readingOf(const AbstractPlot &plot, double value)
+{
+    const PlotData *data = plot.plotData();
+    if (!data || data->size() < 1)
+        return {0.0, 0.0, QStringLiteral("---")};
+    const double y = data->y(nearestSample(*data, value));
+    return {plot.mapToItemY(y), y, data->formattedYValue(y)};
+}
+
+// A list that stays the same remains shared, and is compared at once.
+template <typename List> void put(List &list, int i, const typename List::value_type &value)
+{
+    if (!(list.at(i) == value))
+        list[i] = value;
+}
+
 } // namespace
 
 bool TrackedPlots::areExactly(const QList<AbstractPlot *> &plots) const
@@ -162,22 +185,36 @@ PlotReadings TrackedPlots::readingsAt(double value) const
 {
     PlotReadings readings;
     for (const TrackedPlot &tracked : m_plots) {
-        const AbstractPlot *plot = tracked.plot;
-        if (!plot)
+        if (!tracked.plot)
             continue;
-        const PlotData *data = plot->plotData();
-        if (!data || data->size() < 1) {
-            readings.positions.append(0.0);
-            readings.values.append(0.0);
-            readings.texts.append(QStringLiteral("---"));
-            continue;
-        }
-        const double y = data->y(nearestSample(*data, value));
-        readings.positions.append(plot->mapToItemY(y));
-        readings.values.append(y);
-        readings.texts.append(data->formattedYValue(y));
+        const PlotReading reading = readingOf(*tracked.plot, value);
+        readings.positions.append(reading.position);
+        readings.values.append(reading.value);
+        readings.texts.append(reading.text);
     }
     return readings;
+}
+
+bool TrackedPlots::readAgain(const QObject *changed, double value, PlotReadings *readings) const
+{
+    const auto isBehind = [changed](const TrackedPlot &tracked) {
+        return tracked.plot && (tracked.plot == changed || tracked.plot->plotData() == changed);
+    };
+    const auto isThere = [](const TrackedPlot &tracked) { return !tracked.plot.isNull(); };
+    if (!changed || std::none_of(m_plots.begin(), m_plots.end(), isBehind) ||
+        std::count_if(m_plots.begin(), m_plots.end(), isThere) != readings->values.size())
+        return false;
+    int i = 0;
+    for (const TrackedPlot &tracked : m_plots) {
+        if (isBehind(tracked) || (tracked.plot && !tracked.heard)) {
+            const PlotReading reading = readingOf(*tracked.plot, value);
+            put(readings->positions, i, reading.position);
+            put(readings->values, i, reading.value);
+            put(readings->texts, i, reading.text);
+        }
+        i += isThere(tracked);
+    }
+    return true;
 }
 
 } // namespace graph

@@ -17,6 +17,11 @@ struct PlotReadings
     QList<qreal> positions; // pixels of the plot, not rounded
     QList<qreal> values;
     QStringList texts;
+
+    bool operator==(const PlotReadings &other) const
+    {
+        return positions == other.positions && values == other.values && texts == other.texts;
+    }
 };
 
 // A plot under a cursor, with the data and the vertical axis that the cursor hears.
@@ -62,6 +67,9 @@ public:
     // Whether there is a value behind the reading of a plot: its place is filled in any case.
     bool hasSamples(int index) const;
     PlotReadings readingsAt(double value) const;
+    // What a change of a plot or of data may have changed in them: those of that plot, of that data and of plots that are
+    // not heard. False for any other object, which may have changed all of them.
+    bool readAgain(const QObject *changed, double value, PlotReadings *readings) const;
 
 private:
     void release();

@@ -539,6 +539,45 @@ private slots:
         QCOMPARE(GraphCursor::getPositionIndex(3.0, 11, 3.0, 3.0), 0);
     }
 
+    void readsManyPlotsAFewTimes()
+    {
+        class CountedSeries : public PlotSeries
+        {
+        public:
+            mutable int reads = 0;
+            double y(int index) const override
+            {
+                ++reads;
+                return PlotSeries::y(index);
+            }
+        };
+        constexpr int count = 40;
+        CursorBench bench;
+        CountedSeries all[count];
+        for (CountedSeries &series : all) {
+            series.setYUnits("V");
+            bench.addPlot(&series);
+        }
+        bench.place(20);
+        QSignalSpy plotValues(bench.cursor, SIGNAL(plotValuesChanged()));
+        QStringList first;
+        connect(&all[0], &PlotData::plotChanged, this, [&] { first = bench.cursor->formattedYValues(); });
+        // Without a word, after the first of them has been read.
+        connect(&all[1], &PlotData::plotChanged, this, [&] { all[0].yFormatter()->setSigDigs(1); });
+        for (CountedSeries &series : all) {
+            series.setYData(QVector<double>(101, 7.25));
+            series.reads = 0;
+        }
+        QTRY_COMPARE(bench.cursor->formattedYValues().value(1), QString("7 V"));
+        QCOMPARE(first.count("7.25 V"), count);
+        QVERIFY(plotValues.count() > count);
+        // One that changes its size alone.
+        bench.plots.last()->setHeight(101);
+        QCOMPARE(bench.cursor->yPositions().last(), 85.5);
+        for (const CountedSeries &series : all)
+            QVERIFY(series.reads <= 5);
+    }
+
     void readingsOfEmptyPlots()
     {
         CursorBench bench;

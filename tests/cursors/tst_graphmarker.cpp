@@ -124,6 +124,23 @@ private slots:
         QCOMPARE(marker->posIndex(), 40);
     }
 
+    void keepsWhatNobodyHasRead()
+    {
+        CursorBench bench;
+        GraphMarker *marker = bench.addMarker();
+        bench.place(10);
+        marker->setPosIndex(30);
+        marker->setVisible(true);
+        bench.cursor->setPosIndex(20);
+        QCOMPARE(marker->formattedDeltaY(), QString("\u0394 5"));
+        bench.cursor->setPosIndex(44);
+        marker->setVisible(false);
+        bench.cursor->setPosIndex(90);
+        QCOMPARE(marker->formattedDeltaY(), QString("\u0394 7"));
+        QCOMPARE(marker->formattedDeltasY(), QStringList("\u0394 7"));
+        QCOMPARE(marker->formattedYValue(), QString("15"));
+    }
+
     void deltasAreAbsolute()
     {
         CursorBench bench;
