@@ -8,6 +8,7 @@
 #include "support/Table.h"
 
 #include <QSGImageNode>
+#include <QSet>
 #include <QSGRendererInterface>
 
 namespace {
@@ -66,16 +67,20 @@ class Watched : public GraphPlot
 {
 public:
     static QSGNode *node;
+    static QSet<QSGNode *> nodes;
     static int frames; // since the line changed
 
 protected:
     QSGNode *updatePaintNode(QSGNode *old, UpdatePaintNodeData *data) override
     {
         frames = 0;
-        return node = GraphPlot::updatePaintNode(old, data);
+        node = GraphPlot::updatePaintNode(old, data);
+        nodes.insert(node);
+        return node;
     }
 };
 QSGNode *Watched::node = nullptr;
+QSet<QSGNode *> Watched::nodes;
 int Watched::frames = 0;
 
 } // namespace
@@ -88,6 +93,7 @@ private slots:
     void showsThePixelsOfALayer_data();
     void showsThePixelsOfALayer();
     void isAnImageOnlyWhileItRests();
+    void fewOfManyLargeLinesAreImages();
     void givesEffectsALayer();
 };
 
@@ -216,6 +222,50 @@ void tst_strokenode::isAnImageOnlyWhileItRests()
         } while (Watched::frames < 3);
         // As high as the line, in pieces.
         QVERIFY(image()->rect().height() < 40 && image()->rect().width() <= 64);
+    }
+}
+
+void tst_strokenode::fewOfManyLargeLinesAreImages()
+{
+    qmlRegisterType<Watched>("watched", 1, 0, "GraphPlot");
+    QmlDocument many(R"(
+        import watched 1.0 as W
+        Item {
+            property real spot: 0
+            ValueAxis { id: horizontal; maxVisible: 8000; maxValue: 8000 }
+            ValueAxis { id: vertical; alignment: Qt.AlignLeft; minVisible: -50; maxVisible: 50 }
+            PlotSeries { id: series; axisX: horizontal; axisY: vertical }
+            Repeater {
+                model: 6
+                W.GraphPlot { width: 2000; height: 2000; plotStyle: GraphPlot.LinePlot; plotData: series }
+            }
+            Rectangle { x: spot; width: 3; height: 200 }
+        })");
+    QQuickWindow window;
+    window.resize(300, 200);
+    qobject_cast<QQuickItem *>(many.root())->setParentItem(window.contentItem());
+    Watched::nodes.clear();
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    if (window.rendererInterface()->graphicsApi() != QSGRendererInterface::Software)
+        QSKIP("there it is geometry");
+    const auto images = [] {
+        return std::count_if(Watched::nodes.begin(), Watched::nodes.end(),
+                             [](QSGNode *node) { return dynamic_cast<QSGImageNode *>(node->firstChild()); });
+    };
+    // Again after they were given back.
+    QVector<double> tall(8000, 40.0);
+    for (const double other : {-40.0, -41.0}) {
+        for (int i = 0; i < tall.size(); i += 2)
+            tall[i] = other;
+        many.object("series")->setProperty("yData", QVariant::fromValue(tall));
+        frameOf(&window);
+        QTRY_COMPARE(images(), 0);
+        for (int spot = 0; spot < 4; ++spot) {
+            many.root()->setProperty("spot", spot + other);
+            frameOf(&window);
+        }
+        QCOMPARE(images(), 5);
     }
 }
 

@@ -8,12 +8,24 @@
 #include <QSGRendererInterface>
 
 #include <algorithm>
+#include <atomic>
+#include <utility>
 
 namespace graph {
 
 namespace {
 
 constexpr int columnsOfImage = 64;
+
+// Of the images of all lines at rest. What moves above lines beyond that has them painted again, as if they had changed.
+constexpr qint64 mostImageBytes = 64 << 20;
+std::atomic<qint64> imageBytes{0};
+
+qint64 bytesOf(const QSize &size)
+{
+    constexpr int bytesOfPixel = 4;
+    return qint64(size.width()) * size.height() * bytesOfPixel;
+}
 
 // The smallest rectangles around the strokes in each so many columns, where they are rectangles themselves: an image of all
 // of the item, to be cut into pieces, takes more memory than the pieces.
@@ -101,7 +113,8 @@ void StrokeNode::showPainting()
 
 void StrokeNode::showImages()
 {
-    if (!m_painting.parent() || m_strokes.bounds.isEmpty())
+    if (!m_painting.parent() || m_strokes.bounds.isEmpty() ||
+        imageBytes + bytesOf(m_strokes.bounds.size()) > mostImageBytes)
         return;
     removeChildNode(&m_painting);
     if (m_strokes.areRectangles()) {
@@ -125,6 +138,8 @@ void StrokeNode::showImage(const QImage &image, const QPoint &place)
 {
     m_images.emplace_back(this, m_window);
     m_images.back().show(image, QRect(place, image.size()), QSGTexture::Nearest);
+    m_imageBytes += bytesOf(image.size());
+    imageBytes += bytesOf(image.size());
 }
 
 void StrokeNode::removeImages()
@@ -132,6 +147,7 @@ void StrokeNode::removeImages()
     for (ImageChild &image : m_images)
         image.remove();
     m_images.clear();
+    imageBytes -= std::exchange(m_imageBytes, 0);
 }
 
 bool isSoftwareSceneGraph(const QQuickWindow &window)

@@ -16,8 +16,8 @@ namespace graph {
 // blended for each of their changes: they are painted into the window itself. With the second frame in a row in which
 // they do not change, images no larger than they are take their place, each of some columns, so that what moves above
 // them costs only the pixels that it uncovers, and the renderer passes by where there are none. A single such frame, as
-// between the values of a slow instrument, does not pay for images, nor for the memory of them. A transform node for
-// the reason that StampNode is one.
+// between the values of a slow instrument, does not pay for images, nor for the memory of them, of which all lines
+// together take no more than a device has. A transform node for the reason that StampNode is one.
 class StrokeNode : public QSGTransformNode
 {
 public:
@@ -43,6 +43,7 @@ private:
     PaintingNode m_painting;
     QImage m_layer; // of the whole item, where it is transformed or translucent
     std::vector<ImageChild> m_images;
+    qint64 m_imageBytes = 0;
     int m_framesAtRest = 0; // while it is painted
 };
 
