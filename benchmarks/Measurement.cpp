@@ -156,11 +156,16 @@ void warmUp(const Job &job, Contender &contender)
     // Once more, because what has not changed from one frame to the next may be kept from then on. Each with what is not there
     // yet, and last not with what the first frame that counts brings: a chart may not paint what is no change, and would
     // be one change behind from then on.
-    for (const int i : {1, 0, 1}) {
-        change(job, contender, i);
-        contender.frame();
-    }
+    const auto changes = [&](std::initializer_list<int> frames) {
+        for (const int i : frames) {
+            change(job, contender, i);
+            contender.frame();
+        }
+    };
+    changes({1, 0, 1});
     contender.settle();
+    // A frame at rest has had images made of lines, which the first change gives back.
+    changes({0, 1});
 }
 
 void change(const Job &job, Contender &contender, int frame)
