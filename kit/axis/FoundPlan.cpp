@@ -21,10 +21,4 @@ TickPlan FoundPlan::of(const AxisNumbering &numbering, double lowest, double hig
     return m_plan;
 }
 
-double FoundPlan::widthOf(const QString &text, const QFont &font)
-{
-    const std::lock_guard<std::mutex> lock(m_mutex);
-    return m_widths.of(text, font);
-}
-
 } // namespace graph

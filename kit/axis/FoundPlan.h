@@ -24,8 +24,6 @@ class FoundPlan
 {
 public:
     TickPlan of(const AxisNumbering &numbering, double lowest, double highest, double length);
-    // Of a text beside the ticks, in the font of their texts.
-    double widthOf(const QString &text, const QFont &font);
 
 private:
     std::mutex m_mutex;
