@@ -422,10 +422,12 @@ void Trace::paintPlot(const PlotFrame &frame)
     draw(canvas, frame.mapping, frame.visibleRect);
 }
 
-// The fill of an area is translucent.
+// The fill of an area is translucent. A thin line of few samples is the engine's own, whose pixels depend on the
+// picture's edges; one of many is rectangles.
 bool Trace::paintsStrokesOnly() const
 {
-    return m_style != Area && m_lineWidth >= 2 && penColor().alpha() == 255;
+    const bool hasKnownPixels = m_lineWidth >= 2 || (plotData() && plotData()->size() > width());
+    return m_style != Area && hasKnownPixels && penColor().alpha() == 255;
 }
 
 void Trace::draw(TraceCanvas &canvas, const PixelMapping &mapping, const QRectF &visible) const

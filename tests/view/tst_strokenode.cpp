@@ -114,6 +114,7 @@ void tst_strokenode::showsThePixelsOfALayer_data()
          "style: Trace.Steps"},
         {"points and odd pens", "", "minLineWidth: 3", "style: Trace.LineAndPoints"},
         {"fills", "", "Component.onCompleted: plotStyle = GraphPlot.FillPlot", "style: Trace.Area"},
+        {"thin", "", "", "lineWidth: 1"},
         {"thin and translucent", "", "penColor: \"#80ff0000\"", "lineWidth: 1"},
         {"opacity", "opacity: 0.6", "", ""},
         {"in a layer", "layer.enabled: true", "", ""},
