@@ -60,7 +60,10 @@ QString shortenedUnit(const QString &unit)
 
 QString unitAboveNumbers(const QString &unit, const QFontMetrics &metrics)
 {
-    constexpr int mostHeights = 8; // of a line
+    constexpr int mostHeights = 8;    // of a line
+    constexpr int heightsOfGlyph = 2; // or less
+    if (unit.size() * heightsOfGlyph <= mostHeights)
+        return unit;
     return metrics.elidedText(unit, Qt::ElideRight, mostHeights * metrics.height());
 }
 

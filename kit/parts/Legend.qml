@@ -84,7 +84,7 @@ Item {
     readonly property var _shown: !inARow ? _named.slice(0, Math.max(200, _rows * Math.floor(width / 42)))
                                   : _named.length <= _fitting ? _named : _named.slice(0, Math.max(1, Math.floor((width - 2 * inset - 2 * fontSize) / _leastWidth)))
 
-    // The ends of the axis, with a digit more, are as long as values get.
+    // The ends of the axis, with a digit more, are as long as values get. Other changes of the texts are no matter for that.
     function longestValue(plot) {
         var axis = (cursor || newest) && chart && plot && plot.readings !== false && plot.plotData
                    && plot.plotData.size > 0 ? plot.axisY : null;
@@ -92,7 +92,7 @@ Item {
             return "";
         var longest = "";
         [axis.minVisible, axis.maxVisible, (axis.minVisible + axis.maxVisible) / 2].forEach(function (value) {
-            var text = chart.formatY(plot, value * 0.98765432);
+            var text = chart.bindingTexts.formatY(plot, value * 0.98765432);
             if (text.length > longest.length)
                 longest = text;
         });
