@@ -124,7 +124,8 @@ TickPlan linearTicks(const TickRequest &request)
     if (!request.isUsable() || request.interval < 0.0)
         return {};
     const auto minors = [&request](const QVector<double> &majors, double interval, int parts) {
-        parts = request.minorTicks < 0 ? parts : request.minorTicks + 1;
+        // More than can be are none.
+        parts = request.minorTicks < 0 ? parts : std::min(request.minorTicks, mostTicks) + 1;
         return parts > 1 ? minorMultiples(request, majors, interval / parts) : QVector<double>();
     };
     if (request.interval > 0.0) {

@@ -228,6 +228,8 @@ void tst_chartticks::minorTicks()
     QCOMPARE(planOf(request).minors.size(), 15); // 0.5, 1, 1.5, but not 2
     request.minorTicks = 1;
     QCOMPARE(planOf(request).minors, (QVector<double>{1, 3, 5, 7, 9}));
+    request.minorTicks = std::numeric_limits<int>::max(); // no room for one
+    QVERIFY(linearTicks(request).minors.isEmpty());
     request.minorTicks = 0;
     QVERIFY(planOf(request).minors.isEmpty());
     TickRequest decades = requestFor(ScaleKind::Logarithmic, 1, 100, "");
