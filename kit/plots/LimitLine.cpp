@@ -148,9 +148,8 @@ void LimitLine::refuseData(PlotData *data)
 {
     if (data && data != plotData())
         tellOnce(this, "plotData",
-                 QStringLiteral("draws its positions and values, and ignores its plotData: write those, and "
-                                "as series what is "
-                                "compared with them"));
+                 QStringLiteral("draws its positions and values, and ignores its plotData: "
+                                "write those, and as series what is compared with them"));
 }
 
 void LimitLine::useSeries(PlotData *series)

@@ -149,8 +149,7 @@ void WaterfallPlot::refuseData(PlotData *data)
     if (data && data != plotData())
         tellOnce(this, "plotData",
                  QStringLiteral("shows rows of levels, and ignores its plotData, which is the row that "
-                                "cursors read: write series, or "
-                                "call addRow()"));
+                                "cursors read: write series, or call addRow()"));
 }
 
 /*!
